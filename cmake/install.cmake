@@ -1,0 +1,34 @@
+# Installed: libraries, headers, the compiler, a CMake package and a pkg-config file.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS osal_pelix tlvmsg tlvmsg_static tlvmsg_inspect tlvmsg_inspect_static EXPORT tlvmsg
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        PUBLIC_HEADER DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+if(TARGET tlvc)
+    install(TARGETS tlvc)
+endif()
+foreach(header runtime types inspect all)
+    install(FILES ${TLVMSG_INCLUDE}/tlvmsg/${header}.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tlvmsg)
+endforeach()
+foreach(family IN LISTS TLVMSG_FAMILIES)
+    install(FILES ${TLVMSG_INCLUDE}/tlvmsg/${family}.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tlvmsg)
+endforeach()
+
+set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/tlvmsg)
+install(EXPORT tlvmsg NAMESPACE tlvmsg:: DESTINATION ${package_directory} FILE tlvmsg-targets.cmake)
+configure_package_config_file(cmake/tlvmsg-config.cmake.in ${CMAKE_BINARY_DIR}/tlvmsg-config.cmake
+                              INSTALL_DESTINATION ${package_directory})
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/tlvmsg-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/tlvmsg-config.cmake ${CMAKE_BINARY_DIR}/tlvmsg-config-version.cmake
+        DESTINATION ${package_directory})
+
+# Relative to the file itself, so that the prefix is that of the installation, wherever it goes.
+cmake_path(SET package_config_directory ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${package_config_directory} OUTPUT_VARIABLE up_to_prefix)
+set(platform_flags "-losal_pelix")
+foreach(library IN LISTS TLVMSG_PLATFORM_LIBRARIES)
+    string(APPEND platform_flags " -l${library}")
+endforeach()
+configure_file(cmake/tlvmsg.pc.in ${CMAKE_BINARY_DIR}/tlvmsg.pc @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/tlvmsg.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,41 @@
+# The exact library (shared and static, from one set of objects), and the layout assertions.
+list(TRANSFORM TLVMSG_FAMILIES REPLACE "(.+)" "${TLVMSG_GENERATED}/\\1_codecs.cpp" OUTPUT_VARIABLE codec_sources)
+list(TRANSFORM TLVMSG_FAMILIES REPLACE "(.+)" "${TLVMSG_GENERATED}/\\1_layout.c" OUTPUT_VARIABLE layout_c_sources)
+list(TRANSFORM TLVMSG_FAMILIES REPLACE "(.+)" "${TLVMSG_GENERATED}/\\1_layout.cpp" OUTPUT_VARIABLE layout_cpp_sources)
+
+# The language without its run time: no exceptions, no RTTI, no guarded statics. Nothing is unwound through the
+# library either, and its unwind tables would be a fifth of it.
+add_library(tlvmsg_objects OBJECT runtime/element.cpp runtime/memory.cpp runtime/scalars.cpp ${codec_sources})
+add_dependencies(tlvmsg_objects tlvmsg_schema)
+target_include_directories(tlvmsg_objects PUBLIC ${TLVMSG_INCLUDE} PRIVATE ${CMAKE_SOURCE_DIR} ${TLVMSG_GENERATED})
+target_compile_options(tlvmsg_objects PRIVATE -fno-exceptions -fno-rtti -fno-threadsafe-statics -fvisibility=hidden
+                                              -fvisibility-inlines-hidden -fno-asynchronous-unwind-tables
+                                              -fno-unwind-tables)
+target_link_libraries(tlvmsg_objects PRIVATE tlvmsg_warnings PUBLIC osal_pelix)
+
+# CMake adds the C++ run time to whatever has C++ objects, the linker's language notwithstanding.
+set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
+
+# Linked by the C compiler driver with every symbol resolved: that nothing of the C++ run time is needed is thereby
+# checked at every build.
+add_library(tlvmsg SHARED $<TARGET_OBJECTS:tlvmsg_objects>)
+set_target_properties(tlvmsg PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE C
+                                        LINK_DEPENDS ${TLVMSG_GENERATED}/tlvmsg.map)
+target_link_options(tlvmsg PRIVATE -Wl,--version-script=${TLVMSG_GENERATED}/tlvmsg.map -Wl,-Bsymbolic-functions
+                                   -Wl,-z,defs)
+
+add_library(tlvmsg_static STATIC $<TARGET_OBJECTS:tlvmsg_objects>)
+set_target_properties(tlvmsg_static PROPERTIES OUTPUT_NAME tlvmsg LINKER_LANGUAGE C)
+
+foreach(library tlvmsg tlvmsg_static)
+    add_dependencies(${library} tlvmsg_schema)
+    target_include_directories(${library} INTERFACE $<BUILD_INTERFACE:${TLVMSG_INCLUDE}>
+                                                    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+    target_link_libraries(${library} PUBLIC osal_pelix ${TLVMSG_PLATFORM_LIBRARIES})
+endforeach()
+
+# Compiled for its assertions; never linked.
+add_library(tlvmsg_layout OBJECT ${layout_c_sources} ${layout_cpp_sources})
+add_dependencies(tlvmsg_layout tlvmsg_schema)
+target_include_directories(tlvmsg_layout PRIVATE ${TLVMSG_INCLUDE} ${CMAKE_SOURCE_DIR} ${TLVMSG_GENERATED})
+target_link_libraries(tlvmsg_layout PRIVATE tlvmsg_warnings)

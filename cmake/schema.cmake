@@ -1,0 +1,37 @@
+# Runs tlvc over schema/: one directory a family. Sets TLVMSG_FAMILIES and the target tlvmsg_schema, and lays the
+# hand-written public headers beside the generated ones, so that the build tree has the include/ of an installed one.
+file(GLOB_RECURSE schema_files CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/schema/*.tlv)
+set(TLVMSG_GENERATED ${CMAKE_BINARY_DIR}/src)
+set(TLVMSG_INCLUDE ${CMAKE_BINARY_DIR}/include)
+
+set(TLVMSG_FAMILIES "")
+foreach(file IN LISTS schema_files)
+    cmake_path(GET file PARENT_PATH directory)
+    cmake_path(GET directory FILENAME family)
+    list(APPEND TLVMSG_FAMILIES ${family})
+endforeach()
+list(REMOVE_DUPLICATES TLVMSG_FAMILIES)
+
+set(generated ${TLVMSG_INCLUDE}/tlvmsg/all.h ${TLVMSG_GENERATED}/all_types.h ${TLVMSG_GENERATED}/all_types.cpp
+              ${TLVMSG_GENERATED}/tlvmsg.map ${TLVMSG_GENERATED}/tlvmsg.symbols)
+foreach(family IN LISTS TLVMSG_FAMILIES)
+    list(APPEND generated ${TLVMSG_INCLUDE}/tlvmsg/${family}.h)
+    foreach(suffix codecs.h codecs.cpp types.cpp layout.c layout.cpp)
+        list(APPEND generated ${TLVMSG_GENERATED}/${family}_${suffix})
+    endforeach()
+endforeach()
+
+add_custom_command(
+    OUTPUT ${generated}
+    COMMAND ${TLVC_EXECUTABLE} generate --out ${CMAKE_BINARY_DIR} ${schema_files}
+    DEPENDS ${schema_files} ${tlvc_target}
+    COMMENT "tlvc: schema to C and C++"
+    VERBATIM)
+
+file(GLOB public_headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/include/tlvmsg/*.h)
+foreach(header IN LISTS public_headers)
+    cmake_path(GET header FILENAME name)
+    configure_file(${header} ${TLVMSG_INCLUDE}/tlvmsg/${name} COPYONLY)
+endforeach()
+
+add_custom_target(tlvmsg_schema DEPENDS ${generated})

@@ -1,0 +1,93 @@
+#include "checks.h"
+#include "cycles.h"
+#include "references.h"
+
+#include <map>
+
+namespace tlvc {
+
+namespace {
+
+constexpr uint64_t largest_element = 65535;
+
+void check_distinct_tags(const Resolution &resolution, Diagnostics &faults) {
+    std::map<uint64_t, const Declared *> seen;
+    for (const Declared &declared : resolution.declared) {
+        const auto &[syntax, type] = declared;
+        if (type->kind != Kind::Enumeration && type->kind != Kind::Structure) {
+            continue;
+        }
+        auto [first, is_new] = seen.try_emplace(syntax->number.value, &declared);
+        if (!is_new) {
+            const syntax::Declaration &other = *first->second->syntax;
+            faults.report(Fault::DuplicateTag, syntax->number.span, syntax->number.value)
+                .note(other.number.span, fmt::format("'{}' has it", other.name.text));
+        }
+    }
+}
+
+void check_type_cycles(const Resolution &resolution, Diagnostics &faults) {
+    std::vector<const Type *> types;
+    std::vector<Edge<const Type *>> edges;
+    for (const Declared &declared : resolution.declared) {
+        types.push_back(declared.type);
+        for (const Reference &reference : references(*declared.type)) {
+            if (reference.held) {
+                edges.push_back({declared.type, reference.type, reference.span});
+            }
+        }
+    }
+    for (const auto &cycle : find_cycles(types, edges)) {
+        Diagnostic &fault = faults.report(Fault::TypeCycle, cycle.front().span, cycle.front().from->name);
+        for (size_t i = 1; i < cycle.size(); ++i) {
+            fault.note(cycle[i].span, fmt::format("'{}' holds '{}'", cycle[i].from->name, cycle[i].to->name));
+        }
+    }
+}
+
+void check_family_cycles(const Resolution &resolution, Diagnostics &faults) {
+    std::vector<const Family *> families;
+    for (const auto &family : resolution.schema->families) {
+        families.push_back(family.get());
+    }
+    std::vector<Edge<const Family *>> edges;
+    for (const Declared &declared : resolution.declared) {
+        for (const Reference &reference : references(*declared.type)) {
+            if (reference.type->family != declared.type->family) {
+                edges.push_back({declared.type->family, reference.type->family, reference.span});
+            }
+        }
+    }
+    for (const auto &cycle : find_cycles(families, edges)) {
+        Diagnostic &fault = faults.report(Fault::FamilyCycle, cycle.front().span, cycle.front().from->name,
+                                          cycle.front().to->name);
+        for (size_t i = 1; i < cycle.size(); ++i) {
+            fault.note(cycle[i].span, fmt::format("'{}' uses '{}'", cycle[i].from->name, cycle[i].to->name));
+        }
+    }
+}
+
+} // namespace
+
+void check_whole(const Resolution &resolution, Diagnostics &faults) {
+    check_distinct_tags(resolution, faults);
+    check_type_cycles(resolution, faults);
+    check_family_cycles(resolution, faults);
+}
+
+void check(const Resolution &resolution, Diagnostics &faults) {
+    check_declarations(resolution, faults);
+    check_neighbours(resolution, faults);
+    check_whole(resolution, faults);
+}
+
+void check_sizes(const Resolution &resolution, Diagnostics &faults) {
+    for (const Declared &declared : resolution.declared) {
+        const Type &type = *declared.type;
+        if (type.kind == Kind::Structure && type.min_size > largest_element) {
+            faults.report(Fault::FixedSize, type.span, type.name, type.min_size, largest_element);
+        }
+    }
+}
+
+} // namespace tlvc

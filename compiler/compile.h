@@ -1,0 +1,12 @@
+#pragma once
+
+#include "diagnostics.h"
+#include "model.h"
+
+namespace tlvc {
+
+// From files to a finished model, or to faults and nothing. Throws IoError if a file cannot be read.
+std::unique_ptr<const Schema> compile(const std::vector<std::string> &paths, Sources &sources,
+                                      Diagnostics &faults);
+
+} // namespace tlvc

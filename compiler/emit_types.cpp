@@ -1,0 +1,210 @@
+// FAMILY_types.cpp: the descriptors. all_types.h declares them; all_types.cpp indexes them by name and by
+// tag.
+#include "emit.h"
+#include "names.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace tlvc {
+
+namespace {
+
+std::string quoted(const std::string &text) {
+    std::string result = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\' || c == '?') { // "??/" would be a trigraph
+            result += '\\';
+        }
+        result += c;
+    }
+    return result + "\"";
+}
+
+std::string quoted(const std::vector<std::string> &lines) {
+    std::string text;
+    for (const std::string &line : lines) {
+        text += (text.empty() ? "" : " ") + line;
+    }
+    return quoted(text);
+}
+
+std::string offset_of(const std::string &record, const std::string &path) {
+    return path.empty() ? "0" : fmt::format("offsetof({}, {})", record, path);
+}
+
+std::string any_of(std::initializer_list<std::pair<bool, const char *>> flags) {
+    std::string text;
+    for (const auto &[set, name] : flags) {
+        if (set) {
+            text += (text.empty() ? "" : " | ") + std::string(name);
+        }
+    }
+    return text.empty() ? "0" : text;
+}
+
+const char *kind_name(Kind kind) {
+    switch (kind) {
+    case Kind::Scalar:
+        return "TLVMSG_SCALAR";
+    case Kind::Enumeration:
+        return "TLVMSG_ENUMERATION";
+    case Kind::Structure:
+        return "TLVMSG_STRUCTURE";
+    case Kind::Message:
+        return "TLVMSG_MESSAGE";
+    case Kind::ElementArray:
+        return "TLVMSG_ELEMENT_ARRAY";
+    case Kind::PackedArray:
+        return "TLVMSG_PACKED_ARRAY";
+    case Kind::ByteArray:
+        return "TLVMSG_BYTE_ARRAY";
+    case Kind::DynamicElements:
+        return "TLVMSG_DYNAMIC_ELEMENTS";
+    case Kind::DynamicBytes:
+        return "TLVMSG_DYNAMIC_BYTES";
+    case Kind::Union:
+        return "TLVMSG_UNION";
+    }
+    return "";
+}
+
+std::string members(const Type &type) {
+    std::string text = fmt::format("const tlvmsg_member {}_members[] = {{\n", type.name);
+    for (size_t i = 0; i < type.members.size(); ++i) {
+        const Member &member = type.members[i];
+        const std::string path = joined_path(type, i);
+        const bool shared = field_path(type, i).size() == 2;
+        text += fmt::format(
+            "    {{{}, {}, &{}, {}, {}}},\n", quoted(path), quoted(member.doc), descriptor_name(*member.type),
+            offset_of(type.name, path),
+            any_of({{shared, "TLVMSG_SHARED_WITH_NEXT"}, {member.zero_count, "TLVMSG_ZERO_COUNT"}}));
+    }
+    return text + "};\n";
+}
+
+std::string alternatives(const Type &type) {
+    std::string text;
+    for (const Alternative &alternative : type.alternatives) {
+        text += fmt::format("const uint32_t {}_{}_values[] = {{{}}};\n", type.name, alternative.name,
+                            fmt::join(alternative.values, ", "));
+    }
+    text += fmt::format("const tlvmsg_alternative {}_alternatives[] = {{\n", type.name);
+    for (const Alternative &alternative : type.alternatives) {
+        text += fmt::format("    {{{}, &{}, {}_{}_values, {}, {}, {}}},\n", quoted(alternative.name),
+                            descriptor_name(*alternative.type), type.name, alternative.name,
+                            alternative.values.size(), offset_of(record_name(type), alternative.name),
+                            any_of({{alternative.end_by_length, "TLVMSG_END_BY_LENGTH"}}));
+    }
+    return text + "};\n";
+}
+
+// The fields that only some kinds have.
+std::string particulars(const Type &type) {
+    if (has_members(type)) {
+        return fmt::format("    .members = {}_members, .member_count = {},\n", type.name,
+                           type.members.size());
+    }
+    if (type.kind == Kind::Union) {
+        return fmt::format("    .alternatives = {}_alternatives, .alternative_count = {},\n"
+                           "    .selector = &{}, .selector_name = {}, .selector_offset = {},\n",
+                           type.name, type.alternatives.size(), descriptor_name(*type.selector),
+                           quoted(type.selector_name), offset_of(record_name(type), type.selector_name));
+    }
+    if (is_array(type)) {
+        return fmt::format("    .element = &{}, .capacity = {}, .count_width = {}, .items_offset = {},\n",
+                           type.element == nullptr ? "tlvmsg_type_uint8" : descriptor_name(*type.element),
+                           type.capacity, scalar_width(*type.count),
+                           offset_of(type.name, storage_name(type)));
+    }
+    return "";
+}
+
+std::string descriptor(const Type &type) {
+    const std::string record = record_name(type);
+    const auto bounded = [](uint64_t size) { return std::min<uint64_t>(size, UINT32_MAX); };
+    return fmt::format("const tlvmsg_type {} = {{\n"
+                       "    .name = {}, .family = {},\n"
+                       "    .doc = {},\n"
+                       "    .kind = {}, .tag = {},\n"
+                       "    .size = sizeof({}), .alignment = alignof({}),\n"
+                       "    .min_encoded = {}, .max_encoded = {},\n"
+                       "{}}};\n\n",
+                       descriptor_name(type), quoted(type.name),
+                       quoted(type.family == nullptr ? "" : type.family->name), quoted(type.doc),
+                       kind_name(type.kind), is_array(type) ? 10 : type.tag, record, record,
+                       bounded(type.min_size), bounded(type.max_size), particulars(type));
+}
+
+std::string includes(const std::string &family) {
+    return "#include \"all_types.h\"\n\n" +
+           (family.empty() ? "" : fmt::format("#include <tlvmsg/{}.h>\n\n", family)) +
+           // What a descriptor does not mention is zero.
+           "#pragma GCC diagnostic ignored \"-Wmissing-field-initializers\"\n\n";
+}
+
+std::string family_types(const Family &family) {
+    std::string text = "// Generated by tlvc. Descriptors of the family's types.\n" + includes(family.name);
+    text += "namespace {\n\n";
+    for (const Type *type : family.types) {
+        text += has_members(*type) ? members(*type) : type->kind == Kind::Union ? alternatives(*type) : "";
+    }
+    text += "\n} // namespace\n\n";
+    for (const Type *type : family.types) {
+        text += descriptor(*type);
+    }
+    return text;
+}
+
+std::string declarations(const Schema &schema) {
+    std::string text =
+        "// Generated by tlvc. Every descriptor.\n#pragma once\n\n#include <tlvmsg/types.h>\n\n"
+        "extern const tlvmsg_type *const tlvmsg_types_by_name[];\n"
+        "extern const tlvmsg_type *const tlvmsg_types_by_tag[];\n"
+        "extern const size_t tlvmsg_types_by_name_count;\n"
+        "extern const size_t tlvmsg_types_by_tag_count;\n\n";
+    for (const auto &type : schema.types) {
+        text += fmt::format("extern const tlvmsg_type {};\n", descriptor_name(*type));
+    }
+    return text;
+}
+
+std::string index(const std::string &name, const std::vector<const Type *> &types) {
+    std::string text = fmt::format("const tlvmsg_type *const {}[] = {{\n", name);
+    for (const Type *type : types) {
+        text += fmt::format("    &{},\n", descriptor_name(*type));
+    }
+    return text + fmt::format("    nullptr,\n}};\nconst size_t {}_count = {};\n\n", name, types.size());
+}
+
+std::string indexes(const Schema &schema) {
+    std::string text =
+        "// Generated by tlvc. The scalars' descriptors, and every type by name and by tag.\n" + includes("");
+    std::vector<const Type *> named;
+    std::vector<const Type *> tagged;
+    for (const auto &type : schema.types) {
+        named.push_back(type.get());
+        if (type->kind == Kind::Enumeration || type->kind == Kind::Structure) {
+            tagged.push_back(type.get());
+        }
+        if (type->kind == Kind::Scalar) {
+            text += descriptor(*type);
+        }
+    }
+    std::sort(named.begin(), named.end(), [](auto *a, auto *b) { return a->name < b->name; });
+    std::sort(tagged.begin(), tagged.end(), [](auto *a, auto *b) { return a->tag < b->tag; });
+    return text + index("tlvmsg_types_by_name", named) + index("tlvmsg_types_by_tag", tagged);
+}
+
+} // namespace
+
+GeneratedFiles emit_types(const Schema &schema) {
+    GeneratedFiles files{{"src/all_types.h", declarations(schema)}, {"src/all_types.cpp", indexes(schema)}};
+    for (const auto &family : schema.families) {
+        files.push_back({"src/" + family->name + "_types.cpp", family_types(*family)});
+    }
+    return files;
+}
+
+} // namespace tlvc

@@ -1,0 +1,302 @@
+#include "format.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace tlvc {
+
+namespace {
+
+using namespace syntax;
+
+constexpr size_t line_width = 110;
+constexpr size_t long_values = 16;
+constexpr std::string_view indent = "    ";
+
+enum class Gap { None, AsWritten, One };
+
+std::string_view keyword(Form form) {
+    switch (form) {
+    case Form::Enumeration:
+        return "enum";
+    case Form::Structure:
+        return "struct";
+    case Form::Message:
+        return "message";
+    case Form::Array:
+        return "array";
+    case Form::Bytes:
+        return "bytes";
+    case Form::DynamicArray:
+    case Form::DynamicBytes:
+        return "dynamic";
+    case Form::Union:
+        return "union";
+    }
+    return "";
+}
+
+class Formatter {
+public:
+    Formatter(const File &file, const Sources &sources) : file_(file), sources_(sources) {}
+
+    std::string run() {
+        Gap gap = file_top();
+        for (const Import &import : file_.imports) {
+            lead({}, "", import.span, import.span.end, gap);
+            line(fmt::format("import \"{}\"", import.path.text), import.span.end);
+            gap = Gap::AsWritten;
+        }
+        for (const Declaration &declaration : file_.declarations) {
+            declare(declaration, &declaration == &file_.declarations.front() ? first_gap(gap) : Gap::One);
+        }
+        remaining_comments(static_cast<uint32_t>(sources_.text(file_.file).size()), Gap::AsWritten, "");
+        return std::move(out_);
+    }
+
+private:
+    Gap file_top() {
+        if (file_.doc.lines.empty()) {
+            return Gap::AsWritten;
+        }
+        lead({}, "", file_.doc.span, file_.doc.span.end, Gap::None);
+        documentation(file_.doc, "//!", "");
+        return Gap::One;
+    }
+    Gap first_gap(Gap gap) const { return file_.imports.empty() ? gap : Gap::One; }
+
+    // Declarations
+
+    void declare(const Declaration &declaration, Gap gap) {
+        std::string single = single_line(declaration);
+        bool grouped =
+            !single.empty() && declaration.doc.lines.empty() && last_single_ == keyword(declaration.form);
+        uint32_t header_end = has_body(declaration) ? declaration.body.begin : declaration.span.end;
+        lead(declaration.doc, "", declaration.span, header_end, grouped ? Gap::AsWritten : gap);
+        if (single.empty()) {
+            body(declaration);
+        } else {
+            line(single, declaration.span.end);
+        }
+        bool groups = !single.empty() && declaration.doc.lines.empty();
+        last_single_ = groups ? keyword(declaration.form) : "";
+    }
+
+    static bool has_body(const Declaration &declaration) {
+        return declaration.form == Form::Structure || declaration.form == Form::Message ||
+               declaration.form == Form::Union;
+    }
+
+    std::string header(const Declaration &d) const {
+        std::string result = fmt::format("{} ", keyword(d.form));
+        switch (d.form) {
+        case Form::Enumeration:
+        case Form::Structure:
+            return result + fmt::format("{} = {}", d.name.text, sources_.text(d.number.span));
+        case Form::Message:
+            return result + std::string(d.name.text);
+        case Form::Array:
+            return result +
+                   fmt::format("{} of {}[{}]", d.name.text, d.element.text, sources_.text(d.number.span));
+        case Form::Bytes:
+            return result + fmt::format("{}[{}]", d.name.text, sources_.text(d.number.span));
+        case Form::DynamicArray:
+            return result +
+                   fmt::format("array {} of {} counted by {}", d.name.text, d.element.text, d.count.text);
+        case Form::DynamicBytes:
+            return result + fmt::format("bytes {} counted by {}", d.name.text, d.count.text);
+        case Form::Union:
+            result += fmt::format("{} by {} {}", d.name.text, d.selector.text, d.selector_name.text);
+            return d.enclosing ? result + fmt::format(" in {}", d.enclosing->text) : result;
+        }
+        return result;
+    }
+
+    // Nothing if the declaration takes several lines.
+    std::string single_line(const Declaration &declaration) const {
+        if (!has_body(declaration)) {
+            return header(declaration);
+        }
+        if (declaration.form != Form::Message || has_comment(declaration.body)) {
+            return {};
+        }
+        std::string result = header(declaration) + " {";
+        for (const Member &member : declaration.members) {
+            if (!member.doc.lines.empty()) {
+                return {};
+            }
+            bool first = &member == &declaration.members.front();
+            result += fmt::format("{}{} {}{}", first ? " " : "  ", member.type.text, member.name.text,
+                                  attributes(member));
+        }
+        result += " }";
+        return result.size() <= line_width ? result : std::string();
+    }
+
+    void body(const Declaration &declaration) {
+        line(header(declaration) + " {", declaration.body.begin + 1);
+        std::vector<std::string> texts = columns(declaration.members);
+        Gap gap = Gap::None;
+        for (size_t i = 0; i < texts.size(); ++i) {
+            const Member &member = declaration.members[i];
+            lead(member.doc, indent, member.span, member.span.end, gap);
+            line(std::string(indent) + texts[i], member.span.end);
+            gap = Gap::AsWritten;
+        }
+        remaining_comments(declaration.body.end, gap, indent);
+        line("}", declaration.span.end);
+    }
+
+    // One text a member, with values, types, names and the remarks behind them below each other. Long lists
+    // of values stay out of that: they would push everything to the right.
+    std::vector<std::string> columns(const std::vector<Member> &members) const {
+        size_t values_width = 0;
+        size_t type_width = 0;
+        for (const Member &member : members) {
+            if (!is_long(member)) {
+                values_width = std::max(values_width, values(member).size());
+                type_width = std::max(type_width, member.type.text.size());
+            }
+        }
+        std::vector<std::string> texts;
+        size_t text_width = 0;
+        for (const Member &member : members) {
+            texts.push_back(is_long(member) ? wrapped_alternative(member)
+                                            : fmt::format("{:>{}}{:<{}}  {}{}", values(member), values_width,
+                                                          member.type.text, type_width, member.name.text,
+                                                          attributes(member)));
+            if (!is_long(member) && trailing(member.span.end) != nullptr) {
+                text_width = std::max(text_width, texts.back().size());
+            }
+        }
+        for (size_t i = 0; i < members.size(); ++i) {
+            if (!is_long(members[i]) && trailing(members[i].span.end) != nullptr) {
+                texts[i].resize(text_width, ' ');
+            }
+        }
+        return texts;
+    }
+
+    bool is_long(const Member &member) const { return values(member).size() > long_values; }
+
+    std::string values(const Member &member) const {
+        std::string result;
+        for (const Number &value : member.values) {
+            result += fmt::format("{}{}", result.empty() ? "" : ", ", sources_.text(value.span));
+        }
+        return result.empty() ? result : result + ": ";
+    }
+
+    std::string wrapped_alternative(const Member &member) const {
+        std::string result;
+        size_t column = indent.size();
+        for (const Number &value : member.values) {
+            bool last = &value == &member.values.back();
+            std::string piece(sources_.text(value.span));
+            piece += last ? fmt::format(": {}  {}{}", member.type.text, member.name.text, attributes(member))
+                          : ",";
+            bool fits = column + 1 + piece.size() <= line_width;
+            if (!result.empty()) {
+                result += fits ? " " : fmt::format("\n{}", indent);
+                column = fits ? column + 1 : indent.size();
+            }
+            result += piece;
+            column += piece.size();
+        }
+        return result;
+    }
+
+    static std::string attributes(const Member &member) {
+        std::string result;
+        for (const Name &attribute : member.attributes) {
+            result += fmt::format(" @{}", attribute.text);
+        }
+        return result;
+    }
+
+    // Remarks, documentation and empty lines
+
+    // What stands before the thing itself. Remarks from within its text, up to `end`, move before it.
+    void lead(const Doc &doc, std::string_view indentation, Span thing, uint32_t end, Gap gap) {
+        gap = comments_before(thing.begin, gap, indentation);
+        space(gap, thing.begin);
+        comments_before(end, Gap::None, indentation, Gap::None);
+        documentation(doc, "///", indentation);
+    }
+
+    Gap comments_before(uint32_t end, Gap gap, std::string_view indentation, Gap following = Gap::AsWritten) {
+        for (; next_ < file_.comments.size() && file_.comments[next_].begin < end; ++next_) {
+            Span comment = file_.comments[next_];
+            space(gap, comment.begin);
+            out_ += fmt::format("{}{}\n", indentation, sources_.text(comment));
+            gap = following;
+        }
+        return gap;
+    }
+
+    void remaining_comments(uint32_t end, Gap gap, std::string_view indentation) {
+        comments_before(end, gap, indentation);
+    }
+
+    void documentation(const Doc &doc, std::string_view slashes, std::string_view indentation) {
+        for (const std::string &text : doc.lines) {
+            out_ += fmt::format("{}{}{}{}\n", indentation, slashes, text.empty() ? "" : " ", text);
+        }
+    }
+
+    void space(Gap gap, uint32_t offset) {
+        if (!out_.empty() && (gap == Gap::One || (gap == Gap::AsWritten && follows_empty_line(offset)))) {
+            out_ += '\n';
+        }
+    }
+
+    bool follows_empty_line(uint32_t offset) const {
+        std::string_view before = sources_.text(file_.file).substr(0, offset);
+        size_t begin = before.find_last_not_of(" \t\r\n") + 1;
+        return std::count(before.begin() + static_cast<std::ptrdiff_t>(begin), before.end(), '\n') > 1;
+    }
+
+    bool has_comment(Span span) const {
+        auto first = first_comment(span.begin);
+        return first != file_.comments.end() && first->begin < span.end;
+    }
+
+    std::vector<Span>::const_iterator first_comment(uint32_t from) const {
+        return std::lower_bound(file_.comments.begin(), file_.comments.end(), from,
+                                [](const Span &comment, uint32_t offset) { return comment.begin < offset; });
+    }
+
+    // The remark behind a thing, on the same line and with nothing between.
+    const Span *trailing(uint32_t end) const {
+        auto comment = first_comment(end);
+        if (comment == file_.comments.end()) {
+            return nullptr;
+        }
+        std::string_view between = sources_.text(Span{file_.file, end, comment->begin});
+        return between.find_first_not_of(" \t") == std::string_view::npos ? &*comment : nullptr;
+    }
+
+    void line(const std::string &text, uint32_t end) {
+        out_ += text;
+        if (const Span *comment = trailing(end)) {
+            out_ += fmt::format("  {}", sources_.text(*comment));
+            ++next_;
+        }
+        out_ += '\n';
+    }
+
+    const File &file_;
+    const Sources &sources_;
+    std::string out_;
+    size_t next_ = 0; // the first remark that is not yet written
+    std::string_view
+        last_single_; // the keyword of the declaration before, if it takes one line and has no doc
+};
+
+} // namespace
+
+std::string format(const syntax::File &syntax, const Sources &sources) {
+    return Formatter(syntax, sources).run();
+}
+
+} // namespace tlvc

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "diagnostics.h"
+
+namespace tlvc {
+
+enum class TokenKind {
+    Name,
+    Number,
+    String,
+    Doc,     // a "///" line
+    FileDoc, // a "//!" line
+    LeftBrace,
+    RightBrace,
+    LeftBracket,
+    RightBracket,
+    Equals,
+    Colon,
+    Comma,
+    At,
+    End,
+};
+
+struct Token {
+    TokenKind kind;
+    Span span;
+    bool starts_line; // nothing but blanks before it on its line
+};
+
+struct Tokens {
+    std::vector<Token> tokens;  // the last is End
+    std::vector<Span> comments; // "//" lines, kept apart: only the formatter looks at them
+};
+
+Tokens lex(const Sources &sources, uint32_t file, Diagnostics &faults);
+
+} // namespace tlvc

@@ -1,0 +1,108 @@
+#include "loader.h"
+
+#include "cycles.h"
+#include "parser.h"
+#include "reserved.h"
+
+#include <map>
+
+namespace tlvc {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class Loader {
+public:
+    Loader(Sources &sources, Diagnostics &faults) : sources_(sources), faults_(faults) {}
+
+    Program run(const std::vector<std::string> &paths) {
+        for (const std::string &path : paths) {
+            open(path);
+        }
+        check_imports();
+        check_families();
+        return std::move(program_);
+    }
+
+private:
+    uint32_t open(const fs::path &path) {
+        fs::path canonical = fs::weakly_canonical(path);
+        auto [known, is_new] = known_.try_emplace(canonical, sources_.size());
+        uint32_t file = known->second;
+        if (is_new) {
+            sources_.add(path.lexically_normal().string(), read_file(path.string()));
+            program_.units.push_back(
+                {parse(sources_, file, faults_), canonical, canonical.parent_path().filename().string(), {}});
+            open_imports(file);
+        }
+        return file;
+    }
+
+    void open_imports(uint32_t file) {
+        fs::path directory = fs::path(sources_.path(file)).parent_path();
+        std::vector<syntax::Import> imports = program_.units[file].syntax.imports; // the units move
+        for (const syntax::Import &import : imports) {
+            fs::path path = (directory / import.path.text).lexically_normal();
+            if (!fs::is_regular_file(path)) {
+                faults_.report(Fault::ImportNotFound, import.path.span, import.path.text)
+                    .help("the path starts at this file's directory: there is no file '" + path.string() +
+                          "'");
+                continue;
+            }
+            uint32_t imported = open(path);
+            program_.units[file].imports.push_back(imported);
+            edges_.push_back({file, imported, import.path.span});
+        }
+    }
+
+    void check_imports() {
+        std::vector<uint32_t> files;
+        for (uint32_t file = 0; file < sources_.size(); ++file) {
+            files.push_back(file);
+        }
+        for (const auto &cycle : find_cycles(files, edges_)) {
+            const auto &first = cycle.front();
+            Diagnostic &fault = faults_.report(Fault::CircularImport, first.span, sources_.path(first.from));
+            for (size_t i = 1; i < cycle.size(); ++i) {
+                fault.note(cycle[i].span, fmt::format("imported from '{}'", sources_.path(cycle[i].from)));
+            }
+            fault.help(cycle.size() == 1 ? "leave it out: a file knows its own types"
+                                         : "move what they share to a file that imports none of them");
+        }
+    }
+
+    void check_families() {
+        std::map<std::string, uint32_t> first_of_family;
+        std::map<fs::path, uint32_t> first_of_directory;
+        for (uint32_t file = 0; file < sources_.size(); ++file) {
+            const Unit &unit = program_.units[file];
+            if (!first_of_directory.try_emplace(unit.canonical.parent_path(), file).second) {
+                continue;
+            }
+            Span start{file, 0, 0};
+            if (std::string reason = why_no_family_name(unit.family); !reason.empty()) {
+                faults_.report(Fault::FamilyName, start, unit.family, reason);
+            }
+            auto [first, is_new] = first_of_family.try_emplace(unit.family, file);
+            if (!is_new) {
+                faults_.report(Fault::FamilySplit, start, unit.family)
+                    .note({first->second, 0, 0}, "the other directory is this file's");
+            }
+        }
+    }
+
+    Sources &sources_;
+    Diagnostics &faults_;
+    Program program_;
+    std::map<fs::path, uint32_t> known_;
+    std::vector<Edge<uint32_t>> edges_;
+};
+
+} // namespace
+
+Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults) {
+    return Loader(sources, faults).run(paths);
+}
+
+} // namespace tlvc

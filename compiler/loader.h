@@ -1,0 +1,25 @@
+// Reads the named files and everything that they import.
+#pragma once
+
+#include "diagnostics.h"
+#include "syntax.h"
+
+#include <filesystem>
+
+namespace tlvc {
+
+struct Unit {
+    syntax::File syntax;
+    std::filesystem::path canonical; // whatever path it was reached by
+    std::string family;              // the name of its directory
+    std::vector<uint32_t> imports;   // units that it may use, as indices
+};
+
+struct Program {
+    std::vector<Unit> units; // one a file, by the file's number in the Sources
+};
+
+// Throws IoError for a file that cannot be read; an import that leads to no file is a fault of its file.
+Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults);
+
+} // namespace tlvc

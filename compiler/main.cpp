@@ -1,0 +1,159 @@
+// The command line of the schema compiler.
+#include "compile.h"
+#include "emit.h"
+#include "format.h"
+#include "output.h"
+#include "parser.h"
+#include "reporter.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <unistd.h>
+
+namespace {
+
+using namespace tlvc;
+
+enum ExitCode { Fine = 0, FaultsFound = 1, BadUsage = 2, IoFailure = 4 };
+
+void show(const Diagnostics &faults, const Sources &sources) {
+    const char *no_colour = std::getenv("NO_COLOR");
+    bool colour = isatty(STDERR_FILENO) != 0 && (no_colour == nullptr || *no_colour == '\0');
+    fmt::print(stderr, "{}", render(faults, sources, colour));
+}
+
+std::unique_ptr<const Schema> compile_and_show(const std::vector<std::string> &files, Sources &sources) {
+    Diagnostics faults;
+    auto schema = compile(files, sources, faults);
+    show(faults, sources);
+    return schema;
+}
+
+int check_files(const std::vector<std::string> &files) {
+    Sources sources;
+    return compile_and_show(files, sources) ? Fine : FaultsFound;
+}
+
+// A rule of make, in which blanks and the like are escaped.
+std::string dependency_rule(const std::string &target, const Sources &sources) {
+    auto escaped = [](const std::string &path) {
+        std::string result;
+        for (char c : path) {
+            result += c == ' ' || c == '#' ? "\\" : c == '$' ? "$" : "";
+            result += c;
+        }
+        return result;
+    };
+    std::string rule = escaped(target) + ":";
+    for (uint32_t file = 0; file < sources.size(); ++file) {
+        rule += " \\\n  " + escaped(sources.path(file));
+    }
+    return rule + "\n";
+}
+
+int generate(const std::vector<std::string> &files, const std::string &directory,
+             const std::string &depfile) {
+    Sources sources;
+    auto schema = compile_and_show(files, sources);
+    if (!schema) {
+        return FaultsFound;
+    }
+    std::filesystem::path out = directory;
+    for (auto emit : {emit_headers, emit_codecs, emit_types, emit_layout, emit_exports}) {
+        for (const GeneratedFile &file : emit(*schema)) {
+            write_if_changed((out / file.path).string(), file.text);
+        }
+    }
+    if (!depfile.empty()) {
+        write_if_changed(depfile, dependency_rule((out / "src" / "tlvmsg.map").string(), sources));
+    }
+    return Fine;
+}
+
+int format_files(const std::vector<std::string> &files, bool check_only) {
+    Sources sources;
+    Diagnostics faults;
+    bool all_formatted = true;
+    for (const std::string &path : files) {
+        uint32_t file = sources.add(path, read_file(path));
+        Diagnostics own;
+        syntax::File syntax = parse(sources, file, own);
+        if (own.any()) {
+            faults.append(own);
+            continue;
+        }
+        std::string text = format(syntax, sources);
+        if (!check_only) {
+            write_if_changed(path, text);
+        } else if (text != sources.text(file)) {
+            fmt::print("{}\n", path);
+            all_formatted = false;
+        }
+    }
+    show(faults, sources);
+    return !faults.any() && all_formatted ? Fine : FaultsFound;
+}
+
+int explain(const std::string &wanted) {
+    for (const CatalogueEntry &entry : catalogue()) {
+        if (code(entry.fault) == wanted) {
+            fmt::print("{}", render(entry));
+            return Fine;
+        }
+    }
+    fmt::print(stderr, "tlvc: there is no fault '{}'; the first is T001 and the last {}\n", wanted,
+               code(catalogue().back().fault));
+    return BadUsage;
+}
+
+int run(int argc, char **argv) {
+    CLI::App app("Compiles TLV schemas to C headers and codecs.", "tlvc");
+    app.require_subcommand(1);
+    std::vector<std::string> files;
+    std::string directory;
+    std::string depfile;
+    std::string fault_code;
+    bool check_only = false;
+
+    auto *check_command =
+        app.add_subcommand("check", "report the faults of schema files and of what they import");
+    auto *generate_command = app.add_subcommand("generate", "write the headers and codecs of schema files");
+    generate_command->add_option("--out", directory, "directory for the generated files")->required();
+    generate_command->add_option("--depfile", depfile,
+                                 "write the schema files that were read, as a rule of make");
+    auto *format_command = app.add_subcommand("format", "bring schema files into the canonical layout");
+    format_command->add_flag("--check", check_only, "change nothing, but name the files that would change");
+    for (CLI::App *command : {check_command, generate_command, format_command}) {
+        command->add_option("FILES", files, "schema files")->required();
+    }
+    auto *explain_command = app.add_subcommand("explain", "say more about a fault");
+    explain_command->add_option("CODE", fault_code, "such as T012")->required();
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError &error) {
+        return app.exit(error) == 0 ? Fine : BadUsage;
+    }
+    if (check_command->parsed()) {
+        return check_files(files);
+    }
+    if (generate_command->parsed()) {
+        return generate(files, directory, depfile);
+    }
+    return format_command->parsed() ? format_files(files, check_only) : explain(fault_code);
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    try {
+        return run(argc, argv);
+    } catch (const IoError &error) {
+        fmt::print(stderr, "tlvc: {}\n", error.what());
+    } catch (const std::filesystem::filesystem_error &error) {
+        fmt::print(stderr, "tlvc: {}\n", error.what());
+    }
+    return IoFailure;
+}

@@ -1,0 +1,33 @@
+#include "output.h"
+
+#include "source.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+namespace tlvc {
+
+namespace fs = std::filesystem;
+
+void write_if_changed(const std::string &path, const std::string &text) {
+    std::error_code error;
+    if (fs::is_regular_file(path, error) && read_file(path) == text) {
+        return;
+    }
+    if (fs::path parent = fs::path(path).parent_path(); !parent.empty()) {
+        fs::create_directories(parent, error);
+        if (error) {
+            throw IoError("cannot create '" + parent.string() + "': " + error.message());
+        }
+    }
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out << text;
+    out.close();
+    if (!out) {
+        throw IoError("cannot write '" + path + "': " + std::strerror(errno));
+    }
+}
+
+} // namespace tlvc

@@ -1,0 +1,391 @@
+#include "parser.h"
+
+#include "lexer.h"
+#include "suggest.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+
+namespace tlvc {
+
+namespace {
+
+using namespace syntax;
+
+// The fault has been reported; carries control to the nearest place where reading can go on.
+struct Unreadable {};
+
+class Parser {
+public:
+    Parser(const Sources &sources, uint32_t file, Diagnostics &faults)
+        : sources_(sources), faults_(faults), lexed_(lex(sources, file, faults)) {
+        result_.file = file;
+    }
+
+    File run() {
+        result_.doc = doc(TokenKind::FileDoc);
+        while (!at(TokenKind::End)) {
+            try {
+                top_level();
+            } catch (const Unreadable &) {
+                skip_to_declaration();
+            }
+        }
+        result_.comments = std::move(lexed_.comments);
+        return std::move(result_);
+    }
+
+private:
+    using Rule = void (Parser::*)(Declaration &);
+    struct Keyword {
+        std::string_view word;
+        Rule rule;
+    };
+    static const std::array<Keyword, 7> keywords;
+
+    // Tokens
+
+    const Token &peek(size_t ahead = 0) const {
+        return lexed_.tokens[std::min(at_ + ahead, lexed_.tokens.size() - 1)];
+    }
+    bool at(TokenKind kind) const { return peek().kind == kind; }
+    std::string_view text(const Token &token) const { return sources_.text(token.span); }
+    bool at_word(std::string_view word, size_t ahead = 0) const {
+        return peek(ahead).kind == TokenKind::Name && text(peek(ahead)) == word;
+    }
+    const Token &take() {
+        const Token &token = peek();
+        at_ = std::min(at_ + 1, lexed_.tokens.size() - 1);
+        return token;
+    }
+    bool take_if(TokenKind kind) {
+        bool found = at(kind);
+        if (found) {
+            take();
+        }
+        return found;
+    }
+
+    std::string found() const {
+        switch (peek().kind) {
+        case TokenKind::End:
+            return "the end of the file";
+        case TokenKind::Doc:
+        case TokenKind::FileDoc:
+            return "a documentation line";
+        case TokenKind::String:
+            return "the string " + std::string(text(peek()));
+        default:
+            return "'" + std::string(text(peek())) + "'";
+        }
+    }
+    Diagnostic &unexpected(std::string_view wanted) {
+        return faults_.report(Fault::UnexpectedToken, peek().span, wanted, found());
+    }
+    const Token &expect(TokenKind kind, std::string_view wanted) {
+        if (!at(kind)) {
+            unexpected(wanted);
+            throw Unreadable();
+        }
+        return take();
+    }
+    void expect_word(std::string_view word) {
+        if (!at_word(word)) {
+            unexpected("'" + std::string(word) + "'");
+            throw Unreadable();
+        }
+        take();
+    }
+    Name name(std::string_view wanted) {
+        const Token &token = expect(TokenKind::Name, wanted);
+        return {text(token), token.span};
+    }
+    Number number(std::string_view wanted) {
+        const Token &token = expect(TokenKind::Number, wanted);
+        std::string_view digits = text(token);
+        Number result{0, token.span};
+        if (std::from_chars(digits.begin(), digits.end(), result.value).ec ==
+            std::errc::result_out_of_range) {
+            result.value = std::numeric_limits<uint64_t>::max();
+        }
+        return result;
+    }
+    Span since(size_t start) const {
+        Span first = lexed_.tokens[start].span;
+        return {first.file, first.begin, lexed_.tokens[at_ - 1].span.end};
+    }
+
+    // Recovery
+
+    // Keywords are ordinary names elsewhere, so they count only where a declaration would be written.
+    bool at_keyword(size_t ahead = 0) const {
+        auto matches = [&](const Keyword &keyword) { return at_word(keyword.word, ahead); };
+        return peek(ahead).starts_line && std::any_of(keywords.begin(), keywords.end(), matches) &&
+               peek(ahead + 1).kind == TokenKind::Name;
+    }
+
+    // Within a body a keyword may be the type of a member; the rest of the line tells.
+    bool at_declaration_in_body() const {
+        size_t first = 0;
+        while (peek(first).kind == TokenKind::Doc) {
+            ++first;
+        }
+        const Token &third = peek(first + 2);
+        if (!at_keyword(first) || third.starts_line) {
+            return false;
+        }
+        switch (third.kind) {
+        case TokenKind::Equals:
+        case TokenKind::LeftBrace:
+        case TokenKind::LeftBracket:
+            return true;
+        case TokenKind::Name:
+            return (at_word("union", first) && at_word("by", first + 2)) ||
+                   (at_word("array", first) && at_word("of", first + 2)) ||
+                   (at_word("dynamic", first) &&
+                    (at_word("array", first + 1) || at_word("bytes", first + 1)));
+        default:
+            return false;
+        }
+    }
+
+    // The faulty declaration's own keyword is behind already, so this does not stay where it is.
+    void skip_to_declaration() {
+        while (!at(TokenKind::End) && !at_keyword()) {
+            if (take().kind == TokenKind::RightBrace) {
+                return;
+            }
+        }
+    }
+
+    void skip_to_member(size_t start) {
+        if (at_ == start) {
+            take();
+        }
+        while (!at(TokenKind::End) && !at(TokenKind::RightBrace) && !peek().starts_line) {
+            take();
+        }
+    }
+
+    // Grammar
+
+    Doc doc(TokenKind kind) {
+        Doc result;
+        for (; at(kind); take()) {
+            std::string_view line = text(peek()).substr(3);
+            result.lines.emplace_back(line.substr(line.starts_with(' ') ? 1 : 0));
+            if (result.lines.size() == 1) {
+                result.span = peek().span;
+            }
+            result.span.end = peek().span.end;
+        }
+        return result;
+    }
+
+    void documents_nothing(const Doc &doc) {
+        if (!doc.lines.empty()) {
+            faults_.report(Fault::MisplacedDoc, doc.span, "nothing follows that it could document");
+        }
+    }
+
+    void top_level() {
+        size_t start = at_;
+        Doc documentation = doc(TokenKind::Doc);
+        if (at(TokenKind::End)) {
+            documents_nothing(documentation);
+        } else if (at_word("import")) {
+            documents_nothing(documentation);
+            import();
+        } else {
+            declaration(start, std::move(documentation));
+        }
+    }
+
+    void import() {
+        size_t start = at_;
+        take();
+        const Token &path = expect(TokenKind::String, "the path of a file in quotes");
+        if (!result_.declarations.empty()) {
+            faults_.report(Fault::LateImport, since(start));
+        }
+        std::string_view quoted = text(path);
+        if (quoted.size() > 1 && quoted.back() == '"') { // its fault is known otherwise
+            result_.imports.push_back({{quoted.substr(1, quoted.size() - 2), path.span}, since(start)});
+        }
+    }
+
+    void declaration(size_t start, Doc documentation) {
+        auto matches = [this](const Keyword &keyword) { return at_word(keyword.word); };
+        auto keyword = std::find_if(keywords.begin(), keywords.end(), matches);
+        if (keyword == keywords.end()) {
+            no_declaration();
+        }
+        take();
+        Declaration result;
+        result.doc = std::move(documentation);
+        (this->*keyword->rule)(result);
+        result.span = since(start);
+        result_.declarations.push_back(std::move(result));
+    }
+
+    [[noreturn]] void no_declaration() {
+        std::string_view word = text(peek());
+        Diagnostic &fault = unexpected("a declaration");
+        std::vector<std::string_view> words = {"import"};
+        for (const Keyword &keyword : keywords) {
+            words.push_back(keyword.word);
+        }
+        if (std::string help = did_you_mean(word, words); !help.empty()) {
+            fault.help(help);
+        }
+        throw Unreadable();
+    }
+
+    void enumeration(Declaration &result) {
+        result.form = Form::Enumeration;
+        result.name = name("the name of the enumeration");
+        expect(TokenKind::Equals, "'=' and the tag");
+        result.number = number("the tag");
+    }
+
+    void structure(Declaration &result) {
+        result.form = Form::Structure;
+        result.name = name("the name of the structure");
+        expect(TokenKind::Equals, "'=' and the tag");
+        result.number = number("the tag");
+        body(result);
+    }
+
+    void message(Declaration &result) {
+        result.form = Form::Message;
+        result.name = name("the name of the message");
+        body(result);
+    }
+
+    void array(Declaration &result) {
+        result.form = Form::Array;
+        result.name = name("the name of the array");
+        expect_word("of");
+        result.element = name("the type of the elements");
+        capacity(result);
+    }
+
+    void bytes(Declaration &result) {
+        result.form = Form::Bytes;
+        result.name = name("the name of the byte array");
+        capacity(result);
+    }
+
+    void capacity(Declaration &result) {
+        expect(TokenKind::LeftBracket, "'[' and the capacity");
+        result.number = number("the capacity");
+        expect(TokenKind::RightBracket, "']'");
+    }
+
+    void dynamic(Declaration &result) {
+        if (at_word("array")) {
+            take();
+            result.form = Form::DynamicArray;
+            result.name = name("the name of the array");
+            expect_word("of");
+            result.element = name("the type of the elements");
+        } else if (at_word("bytes")) {
+            take();
+            result.form = Form::DynamicBytes;
+            result.name = name("the name of the byte array");
+        } else {
+            unexpected("'array' or 'bytes'");
+            throw Unreadable();
+        }
+        expect_word("counted");
+        expect_word("by");
+        result.count = name("the type of the count");
+    }
+
+    void union_(Declaration &result) {
+        result.form = Form::Union;
+        result.name = name("the name of the union");
+        expect_word("by");
+        result.selector = name("the enumeration that selects");
+        result.selector_name = name("the name of the selector");
+        if (at_word("in")) {
+            take();
+            result.enclosing = name("the structure that holds the union");
+        }
+        body(result);
+    }
+
+    void body(Declaration &result) {
+        size_t start = at_;
+        expect(TokenKind::LeftBrace, "'{'");
+        while (!take_if(TokenKind::RightBrace)) {
+            if (at(TokenKind::End) || at_declaration_in_body()) {
+                doc(TokenKind::Doc); // belongs to the declaration, which is what to show
+                faults_.report(Fault::UnclosedBody, peek().span, found())
+                    .note(lexed_.tokens[start].span,
+                          fmt::format("the body of '{}' begins here", result.name.text));
+                break;
+            }
+            member_or_recover(result);
+        }
+        result.body = since(start);
+    }
+
+    void member_or_recover(Declaration &result) {
+        size_t start = at_;
+        try {
+            Doc documentation = doc(TokenKind::Doc);
+            if (at(TokenKind::RightBrace) || at(TokenKind::End)) {
+                documents_nothing(documentation);
+            } else {
+                result.members.push_back(member(start, std::move(documentation), result.form == Form::Union));
+            }
+        } catch (const Unreadable &) {
+            skip_to_member(start);
+        }
+    }
+
+    Member member(size_t start, Doc documentation, bool alternative) {
+        Member result;
+        result.doc = std::move(documentation);
+        if (alternative) {
+            do {
+                result.values.push_back(number("the value of an alternative"));
+            } while (take_if(TokenKind::Comma));
+            expect(TokenKind::Colon, "':'");
+        }
+        result.type = name("a type");
+        result.name = name("the name of the member");
+        while (take_if(TokenKind::At)) {
+            result.attributes.push_back(name("an attribute"));
+        }
+        result.span = since(start);
+        return result;
+    }
+
+    const Sources &sources_;
+    Diagnostics &faults_;
+    Tokens lexed_;
+    size_t at_ = 0;
+    File result_;
+};
+
+const std::array<Parser::Keyword, 7> Parser::keywords = {{
+    {"enum", &Parser::enumeration},
+    {"struct", &Parser::structure},
+    {"message", &Parser::message},
+    {"array", &Parser::array},
+    {"bytes", &Parser::bytes},
+    {"dynamic", &Parser::dynamic},
+    {"union", &Parser::union_},
+}};
+
+} // namespace
+
+syntax::File parse(const Sources &sources, uint32_t file, Diagnostics &faults) {
+    return Parser(sources, file, faults).run();
+}
+
+} // namespace tlvc

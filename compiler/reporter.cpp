@@ -1,0 +1,83 @@
+#include "reporter.h"
+
+#include <algorithm>
+
+namespace tlvc {
+
+namespace {
+
+constexpr std::string_view bold = "\x1b[1m";
+constexpr std::string_view red = "\x1b[1;31m";
+constexpr std::string_view green = "\x1b[1;32m";
+constexpr std::string_view cyan = "\x1b[1;36m";
+constexpr std::string_view plain = "\x1b[0m";
+
+class Reporter {
+public:
+    Reporter(const Sources &sources, bool colour) : sources_(sources), colour_(colour) {}
+
+    std::string fault(const Diagnostic &fault) const {
+        std::string out =
+            fmt::format("{}: {}: {}\n", paint(bold, place(fault.span)),
+                        paint(red, "error[" + code(fault.fault) + "]"), paint(bold, fault.message));
+        out += excerpt(fault.span);
+        for (const Diagnostic::Note &note : fault.notes) {
+            out += fmt::format("  {} {}: {}\n", paint(cyan, "note:"), place(note.span), note.text);
+        }
+        for (const std::string &help : fault.helps) {
+            out += fmt::format("  {} {}\n", paint(cyan, "help:"), help);
+        }
+        return out;
+    }
+
+private:
+    std::string paint(std::string_view style, std::string_view text) const {
+        return colour_ ? fmt::format("{}{}{}", style, text, plain) : std::string(text);
+    }
+
+    std::string place(Span span) const {
+        Position at = sources_.position(span.file, span.begin);
+        return fmt::format("{}:{}:{}", sources_.path(span.file), at.line, at.column);
+    }
+
+    // The first line of the span, a caret under its first character and tildes under the rest of it.
+    std::string excerpt(Span span) const {
+        Span line = sources_.line(span.file, span.begin);
+        std::string text(sources_.text(line));
+        // Every control character becomes one column, so that the caret stands right whatever the terminal
+        // does.
+        std::replace_if(
+            text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
+
+        Position at = sources_.position(span.file, span.begin);
+        uint32_t end = std::max(span.begin, std::min(span.end, line.end));
+        size_t width = character_count(sources_.text(Span{span.file, span.begin, end}));
+        std::string mark = "^" + std::string(std::max<size_t>(width, 1) - 1, '~');
+        return fmt::format("{:5} | {}\n{:5} | {:{}}{}\n", at.line, text, "", "", at.column - 1,
+                           paint(green, mark));
+    }
+
+    const Sources &sources_;
+    bool colour_;
+};
+
+} // namespace
+
+std::string render(const Diagnostics &faults, const Sources &sources, bool colour) {
+    Reporter reporter(sources, colour);
+    std::vector<Diagnostic> found = faults.in_file_order();
+    std::string out;
+    for (const Diagnostic &fault : found) {
+        out += reporter.fault(fault);
+    }
+    if (!found.empty()) {
+        out += fmt::format("{} error{}\n", found.size(), found.size() == 1 ? "" : "s");
+    }
+    return out;
+}
+
+std::string render(const CatalogueEntry &entry) {
+    return fmt::format("{}: {}\n\n{}\n", code(entry.fault), entry.title, entry.explanation);
+}
+
+} // namespace tlvc

@@ -1,0 +1,265 @@
+#include "resolve.h"
+
+#include "suggest.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+
+namespace tlvc {
+
+namespace {
+
+using syntax::Declaration;
+using syntax::Form;
+
+struct ScalarRow {
+    std::string_view name;
+    uint16_t tag;
+    uint16_t width;
+};
+constexpr std::array<ScalarRow, 9> scalars = {{
+    {"char", 1, 1},
+    {"uint8", 2, 1},
+    {"int8", 3, 1},
+    {"uint16", 4, 2},
+    {"int16", 5, 2},
+    {"uint32", 6, 4},
+    {"int32", 7, 4},
+    {"uint64", 8, 8},
+    {"int64", 9, 8},
+}};
+constexpr uint64_t header_size = 4;
+
+class Resolver {
+public:
+    Resolver(const Program &program, Diagnostics &faults) : program_(program), faults_(faults) {
+        result_.schema = std::make_unique<Schema>();
+    }
+
+    Resolution run() {
+        add_scalars();
+        for (uint32_t file : files_in_schema_order()) {
+            declare_file(file);
+        }
+        for (const Declared &declared : result_.declared) {
+            link(declared);
+        }
+        for (const Declared &declared : result_.declared) {
+            assign_roles(*declared.type);
+        }
+        return std::move(result_);
+    }
+
+private:
+    void add_scalars() {
+        for (const ScalarRow &row : scalars) {
+            auto type = std::make_unique<Type>();
+            type->name = row.name;
+            type->tag = row.tag;
+            type->min_size = type->max_size = header_size + row.width;
+            types_[row.name] = type.get();
+            result_.schema->types.push_back(std::move(type));
+        }
+    }
+
+    // Whatever the order in which the files were named.
+    std::vector<uint32_t> files_in_schema_order() const {
+        std::vector<uint32_t> files;
+        for (uint32_t file = 0; file < program_.units.size(); ++file) {
+            files.push_back(file);
+        }
+        auto key = [this](uint32_t file) {
+            const Unit &unit = program_.units[file];
+            return std::pair(unit.family, unit.canonical.filename());
+        };
+        std::sort(files.begin(), files.end(), [&](uint32_t a, uint32_t b) { return key(a) < key(b); });
+        return files;
+    }
+
+    void declare_file(uint32_t file) {
+        const Unit &unit = program_.units[file];
+        auto &families = result_.schema->families;
+        if (families.empty() || families.back()->name != unit.family) {
+            families.push_back(std::make_unique<Family>());
+            families.back()->name = unit.family;
+            families.back()->doc = unit.syntax.doc.lines;
+        }
+        for (const Declaration &declaration : unit.syntax.declarations) {
+            declare(declaration, *families.back());
+        }
+    }
+
+    void declare(const Declaration &syntax, Family &family) {
+        auto type = std::make_unique<Type>();
+        type->name = syntax.name.text;
+        type->doc = syntax.doc.lines;
+        type->family = &family;
+        type->span = syntax.name.span;
+        auto [first, is_new] = types_.try_emplace(syntax.name.text, type.get());
+        if (!is_new) {
+            duplicate(syntax, *first->second);
+        }
+        family.types.push_back(type.get());
+        result_.declared.push_back({&syntax, type.get()});
+        result_.schema->types.push_back(std::move(type));
+    }
+
+    void duplicate(const Declaration &syntax, const Type &first) {
+        Diagnostic &fault = faults_.report(Fault::DuplicateName, syntax.name.span, syntax.name.text);
+        if (first.family == nullptr) {
+            fault.help("it is a scalar type that every file knows");
+        } else {
+            fault.note(first.span, "first declared here");
+        }
+    }
+
+    // The file of a name is that of its span: it decides what may be named there.
+    const Type *find(const syntax::Name &name) {
+        auto found = types_.find(name.text);
+        if (found == types_.end()) {
+            undefined(name);
+            return nullptr;
+        }
+        const Type &type = *found->second;
+        const std::vector<uint32_t> &imports = program_.units[name.span.file].imports;
+        bool visible = type.family == nullptr || type.span.file == name.span.file ||
+                       std::find(imports.begin(), imports.end(), type.span.file) != imports.end();
+        if (!visible) {
+            not_imported(name, type);
+        }
+        return &type;
+    }
+
+    void undefined(const syntax::Name &name) {
+        std::vector<std::string_view> candidates;
+        for (const auto &[known, type] : types_) {
+            candidates.push_back(known);
+        }
+        Diagnostic &fault = faults_.report(Fault::UndefinedType, name.span, name.text);
+        if (std::string help = did_you_mean(name.text, candidates); !help.empty()) {
+            fault.help(help);
+        }
+    }
+
+    void not_imported(const syntax::Name &name, const Type &type) {
+        const std::filesystem::path &there = program_.units[type.span.file].canonical;
+        std::filesystem::path here = program_.units[name.span.file].canonical.parent_path();
+        faults_.report(Fault::TypeNotImported, name.span, name.text)
+            .note(type.span, "it is declared here")
+            .help(fmt::format("add: import \"{}\"", there.lexically_relative(here).generic_string()));
+    }
+
+    void link(const Declared &declared) {
+        const Declaration &syntax = *declared.syntax;
+        Type &type = *declared.type;
+        switch (syntax.form) {
+        case Form::Enumeration:
+            type.kind = Kind::Enumeration;
+            type.tag = static_cast<uint16_t>(syntax.number.value);
+            break;
+        case Form::Structure:
+            type.kind = Kind::Structure;
+            type.tag = static_cast<uint16_t>(syntax.number.value);
+            link_members(syntax, type);
+            break;
+        case Form::Message:
+            type.kind = Kind::Message;
+            link_members(syntax, type);
+            break;
+        case Form::Array:
+            type.element = find(syntax.element);
+            type.kind = is_packable(type.element) ? Kind::PackedArray : Kind::ElementArray;
+            link_bounded(syntax, type);
+            break;
+        case Form::Bytes:
+            type.kind = Kind::ByteArray;
+            link_bounded(syntax, type);
+            break;
+        case Form::DynamicArray:
+            type.kind = Kind::DynamicElements;
+            type.element = find(syntax.element);
+            type.count = find(syntax.count);
+            break;
+        case Form::DynamicBytes:
+            type.kind = Kind::DynamicBytes;
+            type.count = find(syntax.count);
+            break;
+        case Form::Union:
+            type.kind = Kind::Union;
+            link_union(syntax, type);
+            break;
+        }
+    }
+
+    static bool is_packable(const Type *element) {
+        constexpr uint64_t one_byte = header_size + 1;
+        return element != nullptr && element->family == nullptr && element->min_size > one_byte;
+    }
+
+    void link_bounded(const Declaration &syntax, Type &type) {
+        type.count = types_.at("uint16");
+        type.capacity = static_cast<uint32_t>(syntax.number.value);
+    }
+
+    void link_members(const Declaration &syntax, Type &type) {
+        for (const syntax::Member &written : syntax.members) {
+            Member member;
+            member.name = written.name.text;
+            member.type = find(written.type);
+            member.doc = written.doc.lines;
+            member.zero_count = has_attribute(written, "zero_count");
+            member.span = written.name.span;
+            type.members.push_back(std::move(member));
+        }
+    }
+
+    void link_union(const Declaration &syntax, Type &type) {
+        type.selector = find(syntax.selector);
+        type.selector_name = syntax.selector_name.text;
+        type.enclosing = syntax.enclosing ? find(*syntax.enclosing) : nullptr;
+        for (const syntax::Member &written : syntax.members) {
+            Alternative alternative;
+            for (const syntax::Number &value : written.values) {
+                alternative.values.push_back(static_cast<uint32_t>(value.value));
+            }
+            alternative.name = written.name.text;
+            alternative.type = find(written.type);
+            alternative.doc = written.doc.lines;
+            alternative.end_by_length = has_attribute(written, "end_by_length");
+            alternative.span = written.name.span;
+            type.alternatives.push_back(std::move(alternative));
+        }
+    }
+
+    static bool has_attribute(const syntax::Member &written, std::string_view attribute) {
+        return std::any_of(written.attributes.begin(), written.attributes.end(),
+                           [&](const syntax::Name &name) { return name.text == attribute; });
+    }
+
+    static void assign_roles(Type &type) {
+        for (size_t i = 0; i + 1 < type.members.size(); ++i) {
+            Member &member = type.members[i];
+            const Type *next = type.members[i + 1].type;
+            if (member.type == nullptr || next == nullptr) {
+                continue;
+            }
+            if (member.type->kind == Kind::Scalar && is_dynamic(*next)) {
+                member.role = Member::Role::CountOfNext;
+            } else if (member.type->kind == Kind::Enumeration && next->kind == Kind::Union) {
+                member.role = Member::Role::SelectorOfNext;
+            }
+        }
+    }
+
+    const Program &program_;
+    Diagnostics &faults_;
+    Resolution result_;
+    std::map<std::string_view, Type *> types_;
+};
+
+} // namespace
+
+Resolution resolve(const Program &program, Diagnostics &faults) { return Resolver(program, faults).run(); }
+
+} // namespace tlvc

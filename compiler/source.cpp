@@ -1,0 +1,62 @@
+#include "source.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace tlvc {
+
+uint32_t Sources::add(std::string path, std::string text) {
+    File file{std::move(path), std::move(text), {0}};
+    for (size_t i = 0; i < file.text.size(); ++i) {
+        if (file.text[i] == '\n') {
+            file.line_begins.push_back(static_cast<uint32_t>(i + 1));
+        }
+    }
+    files_.push_back(std::move(file));
+    return size() - 1;
+}
+
+size_t Sources::line_index(const File &file, uint32_t offset) {
+    auto next = std::upper_bound(file.line_begins.begin(), file.line_begins.end(), offset);
+    return static_cast<size_t>(next - file.line_begins.begin()) - 1;
+}
+
+Position Sources::position(uint32_t file, uint32_t offset) const {
+    size_t index = line_index(files_[file], offset);
+    uint32_t begin = files_[file].line_begins[index];
+    size_t characters = character_count(text({file, begin, offset}));
+    return {static_cast<uint32_t>(index + 1), static_cast<uint32_t>(characters + 1)};
+}
+
+Span Sources::line(uint32_t file, uint32_t offset) const {
+    const File &source = files_[file];
+    size_t index = line_index(source, offset);
+    uint32_t begin = source.line_begins[index];
+    size_t end = std::min(source.text.find('\n', begin), source.text.size());
+    if (end > begin && source.text[end - 1] == '\r') {
+        --end;
+    }
+    return {file, begin, static_cast<uint32_t>(end)};
+}
+
+std::string read_file(const std::string &path) {
+    if (std::filesystem::is_directory(path)) {
+        throw IoError("cannot read '" + path + "': it is a directory");
+    }
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        throw IoError("cannot read '" + path + "': " + std::strerror(errno));
+    }
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+size_t character_count(std::string_view utf8) {
+    auto continues = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
+    return utf8.size() - static_cast<size_t>(std::count_if(utf8.begin(), utf8.end(), continues));
+}
+
+} // namespace tlvc

@@ -1,0 +1,59 @@
+// The texts of the schema files and the places in them. Everything behind the lexer knows byte spans only;
+// lines and columns are worked out here, when a fault is shown.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tlvc {
+
+struct Span {
+    uint32_t file = 0; // in the order of loading
+    uint32_t begin = 0;
+    uint32_t end = 0;
+};
+
+// A file that the user named cannot be read or written. What is wrong inside a file is a Diagnostic instead.
+struct IoError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+struct Position {
+    uint32_t line = 1;
+    uint32_t column = 1; // in characters, not bytes
+};
+
+class Sources {
+public:
+    uint32_t add(std::string path, std::string text);
+    uint32_t size() const { return static_cast<uint32_t>(files_.size()); }
+
+    // The views stay valid as long as the Sources do: files never move.
+    const std::string &path(uint32_t file) const { return files_[file].path; }
+    std::string_view text(uint32_t file) const { return files_[file].text; }
+    std::string_view text(Span span) const {
+        return text(span.file).substr(span.begin, span.end - span.begin);
+    }
+
+    Position position(uint32_t file, uint32_t offset) const;
+    Span line(uint32_t file, uint32_t offset) const; // the whole line around the offset, without its end
+
+private:
+    struct File {
+        std::string path;
+        std::string text;
+        std::vector<uint32_t> line_begins;
+    };
+    static size_t line_index(const File &file, uint32_t offset);
+
+    std::deque<File> files_;
+};
+
+std::string read_file(const std::string &path); // throws IoError
+size_t character_count(std::string_view utf8);
+
+} // namespace tlvc

@@ -1,0 +1,56 @@
+#include "suggest.h"
+
+#include <algorithm>
+
+namespace tlvc {
+
+namespace {
+
+// Insertions, deletions, replacements and swaps of neighbours that turn one name into the other.
+size_t edit_distance(std::string_view a, std::string_view b) {
+    std::vector<size_t> before_last(b.size() + 1);
+    std::vector<size_t> last(b.size() + 1);
+    std::vector<size_t> row(b.size() + 1);
+    for (size_t j = 0; j <= b.size(); ++j) {
+        row[j] = j;
+    }
+    for (size_t i = 1; i <= a.size(); ++i) {
+        before_last.swap(last);
+        last.swap(row);
+        row[0] = i;
+        for (size_t j = 1; j <= b.size(); ++j) {
+            size_t replaced = last[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1);
+            row[j] = std::min({replaced, last[j] + 1, row[j - 1] + 1});
+            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
+                row[j] = std::min(row[j], before_last[j - 2] + 1);
+            }
+        }
+    }
+    return row[b.size()];
+}
+
+} // namespace
+
+std::string_view nearest(std::string_view name, const std::vector<std::string_view> &candidates) {
+    size_t best = name.size() / 3 + 1; // a third of the letters wrong is no longer a slip
+    std::string_view found;
+    for (std::string_view candidate : candidates) {
+        size_t longer = std::max(name.size(), candidate.size());
+        if (longer - std::min(name.size(), candidate.size()) > best) {
+            continue;
+        }
+        size_t distance = edit_distance(name, candidate);
+        if (distance < best || (distance == best && !found.empty() && candidate < found)) {
+            best = distance;
+            found = candidate;
+        }
+    }
+    return found;
+}
+
+std::string did_you_mean(std::string_view name, const std::vector<std::string_view> &candidates) {
+    std::string_view found = nearest(name, candidates);
+    return found.empty() ? "" : "did you mean '" + std::string(found) + "'?";
+}
+
+} // namespace tlvc

@@ -1,0 +1,64 @@
+// What a schema file says, before any name in it is looked up. Names are views into the file's text.
+#pragma once
+
+#include "source.h"
+
+#include <optional>
+
+namespace tlvc::syntax {
+
+struct Name {
+    std::string_view text;
+    Span span;
+};
+
+struct Number {
+    uint64_t value = 0; // the greatest uint64_t if it is greater still: every limit is far below
+    Span span;
+};
+
+struct Doc {
+    std::vector<std::string> lines; // without the slashes
+    Span span;
+};
+
+struct Member {
+    Doc doc;
+    std::vector<Number> values; // an alternative's; a member has none
+    Name type;
+    Name name;
+    std::vector<Name> attributes; // without the '@'
+    Span span;                    // documentation included
+};
+
+enum class Form { Enumeration, Structure, Message, Array, Bytes, DynamicArray, DynamicBytes, Union };
+
+struct Declaration {
+    Form form = Form::Enumeration;
+    Doc doc;
+    Name name;
+    Number number;      // the tag of an enumeration or structure, the capacity of an array or bytes
+    Name element;       // array, dynamic array
+    Name count;         // dynamic
+    Name selector;      // union
+    Name selector_name; // union
+    std::optional<Name> enclosing; // union
+    Span body;                     // structure, message, union: the braces and what is between
+    std::vector<Member> members;   // structure, message, union
+    Span span;                     // documentation included
+};
+
+struct Import {
+    Name path; // without the quotes
+    Span span;
+};
+
+struct File {
+    uint32_t file = 0;
+    Doc doc;
+    std::vector<Import> imports;
+    std::vector<Declaration> declarations;
+    std::vector<Span> comments;
+};
+
+} // namespace tlvc::syntax

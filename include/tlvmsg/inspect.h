@@ -1,0 +1,287 @@
+/*
+ * inspect.h - the bounded half of the TLV message library: for bytes and records that nobody vouches for.
+ *
+ * Where the operations of the family headers trust their input, the functions here take lengths, and answer a
+ * failure with a code, the member, the byte, what was found and what is allowed. They know the types by their
+ * descriptors (types.h), so one function serves all of them.
+ *
+ * Promises, for every input whatsoever:
+ *
+ *   1. Nothing is read outside [in, in + in_len) and nothing is written outside the record or the output.
+ *   2. tlvmsg_decode fetches every tag, length, count and value once and never looks again, so it stays safe
+ *      while somebody else changes the input.
+ *   3. tlvmsg_verify accepts exactly what tlvmsg_decode accepts, given the memory.
+ *   4. If tlvmsg_verify accepts and the bytes do not change, then decode_tlv_TYPE, given a zeroed record,
+ *      reads only the first `examined` bytes, writes only the record, allocates `blocks` blocks of together
+ *      `allocated` bytes, returns in + `consumed`, and leaves the record that tlvmsg_decode gives.
+ *   5. What decode_tlv_TYPE would only tolerate is accepted too, and counted as a deviation; a strict caller
+ *      has it refused.
+ *   6. Allocation is limited. A failed decode releases what it allocated and leaves the record zero.
+ *   7. Time is linear in the input, the record and what is allocated. Recursion follows the nesting of the
+ *      types, which is at most TLVMSG_MAX_DEPTH deep and needs less than TLVMSG_MAX_STACK bytes of stack.
+ *   8. tlvmsg_encode gives the bytes of encode_tlv_TYPE, with one exception: dynamic byte arrays send the
+ *      bytes that their pointer designates, which encode_tlv_TYPE does not.
+ *
+ * A structure or array whose length reaches behind the end of the input is refused even where
+ * decode_tlv_TYPE would not look at the missing part, and so is a header of which less than four bytes are
+ * there.
+ *
+ * Ownership. Records, buffers, limits and results are the caller's; nothing is kept between calls. Only
+ * tlvmsg_decode allocates: the blocks of dynamic arrays, from the same platform pool as tlv_calloc, so that
+ * tlv_free releases them as well. tlvmsg_release releases all blocks of a record.
+ *
+ * Threads. No state, no locks: any thread may call anything on its own records and buffers. Descriptors are
+ * constants and shared freely.
+ *
+ * Example:
+ *
+ *     const tlvmsg_type *type = tlvmsg_type_find("analogbri_led_control_req_message");
+ *     analogbri_led_control_req_message request;
+ *     tlvmsg_fault fault;
+ *     if (tlvmsg_decode(type, packet, packet_len, NULL, &request, NULL, &fault)) {
+ *         set_led(request.led_control.slot, request.led_control.color);
+ *         tlvmsg_release(type, &request);
+ *     } else {
+ *         char line[TLVMSG_FAULT_TEXT];
+ *         tlvmsg_fault_text(&fault, line, sizeof line);
+ *         log_error(line); // error[truncated]: ...led_control.color: needs 4 bytes, 3 are left at byte 108
+ *     }
+ */
+#ifndef TLVMSG_INSPECT_H
+#define TLVMSG_INSPECT_H
+
+#include <tlvmsg/types.h>
+
+#include <stdbool.h>
+#include <stddef.h>
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+enum {
+    TLVMSG_MAX_DEPTH = 16,    /* types inside one another, scalars included */
+    TLVMSG_MAX_STACK = 16384, /* bytes, for any function here */
+    TLVMSG_MAX_PATH = 128,    /* bytes of a member path, its zero byte included */
+    TLVMSG_FAULT_TEXT = 320   /* bytes that hold any line of tlvmsg_fault_text */
+};
+
+/* ---- Faults ------------------------------------------------------------------------------------------ */
+
+/* Why something was refused. In brackets: what `found` and `allowed` of the fault are. */
+typedef enum tlvmsg_code {
+    TLVMSG_OK,
+    /* From bytes. */
+    TLVMSG_TRUNCATED,              /* the input ends inside an element [bytes left, bytes needed] */
+    TLVMSG_WRONG_TAG,              /* an element of another type [tag there, tag that belongs there] */
+    TLVMSG_WRONG_LENGTH,           /* a number whose length is not its type's [length there, right length] */
+    TLVMSG_COUNT_EXCEEDS_CAPACITY, /* more items than the array holds [count, capacity] */
+    TLVMSG_COUNT_EXCEEDS_FIELD,    /* more items than the count's field can say [count, largest that fits] */
+    TLVMSG_ALLOCATION_LIMIT,       /* more memory than is allowed [bytes in all, limit] */
+    TLVMSG_OUT_OF_MEMORY,          /* the platform gave no block [bytes asked for, 0] */
+    /* From records; also TLVMSG_COUNT_EXCEEDS_CAPACITY. */
+    TLVMSG_OUTPUT_FULL,    /* the encoding exceeds the output [bytes needed so far, capacity] */
+    TLVMSG_VALUE_TOO_LONG, /* more bytes, or items, than a length can say [how many, 65535] */
+    TLVMSG_ITEMS_MISSING,  /* a null pointer with a count [count, 0] */
+    /* Deviations and leftovers, which only strict callers have refused; also a wrong tag or length. */
+    TLVMSG_TRAILING_BYTES,      /* bytes behind the end of the type [how many, 0] */
+    TLVMSG_LENGTH_MISMATCH,     /* a length that is not what members or items need [length, needed] */
+    TLVMSG_COUNT_MISMATCH,      /* a count member that is not its array's count [member, array's count] */
+    TLVMSG_TERMINATOR_MISSING,  /* no zero byte behind an array's bytes [0, 1] */
+    TLVMSG_TERMINATOR_NOT_ZERO, /* another byte in its place [byte, 0] */
+    /* From the caller. */
+    TLVMSG_NULL_ARGUMENT, /* null where an object is needed; the path is the argument's name [0, 0] */
+    TLVMSG_CODE_COUNT
+} tlvmsg_code;
+
+/* The code's stable name, "count-exceeds-capacity"; "unknown" for what is no code. */
+const char *tlvmsg_code_name(tlvmsg_code code);
+
+/* One paragraph on what the code means and what to do about it; "" for what is no code. */
+const char *tlvmsg_code_text(tlvmsg_code code);
+
+/* Stores the code of that name and returns true; false, with nothing stored, for any other name or null. */
+bool tlvmsg_code_find(const char *name, tlvmsg_code *code);
+
+/* Where and why. Holds no pointers: copy it, keep it. All zero when there was no fault. */
+typedef struct tlvmsg_fault {
+    tlvmsg_code code;
+    size_t offset;  /* of the byte in question, from the start of the input (or, encoding, of the output) */
+    uint64_t found; /* see tlvmsg_code */
+    uint64_t allowed;
+    char path[TLVMSG_MAX_PATH]; /* "ether_config_message.ether_cfg.vlan_bitmask.count", "...pairs[3].slot" */
+} tlvmsg_fault;
+
+/*
+ * Writes the fault as one line without a newline, cut to `size` bytes with its zero byte:
+ *
+ *     error[count-exceeds-capacity]: zel_mac_addr.mac.count: 7 exceeds capacity 6 at byte 12
+ *
+ * Returns the length of the whole line, as snprintf does. A null buffer with size 0 only measures.
+ */
+size_t tlvmsg_fault_text(const tlvmsg_fault *fault, char *buffer, size_t size);
+
+/* The same without "error[code]: ", for whoever words the beginning. */
+size_t tlvmsg_fault_message(const tlvmsg_fault *fault, char *buffer, size_t size);
+
+/* ---- Places ------------------------------------------------------------------------------------------ */
+
+/*
+ * A place inside a type, as visitors and tracers are told it: a chain from the place up to the whole type.
+ * Valid during the callback only.
+ */
+typedef struct tlvmsg_place {
+    const struct tlvmsg_place *parent; /* null for the whole type */
+    const tlvmsg_type *type;           /* of what stands here; uint16 for an array's own count */
+    const char *name; /* the whole type's, a member's path, an alternative's, "count"; null for an item */
+    size_t index;     /* of an item; otherwise 0 */
+    const tlvmsg_member *member;           /* when it is a member, else null */
+    const tlvmsg_alternative *alternative; /* when it is a union's alternative, else null */
+} tlvmsg_place;
+
+/*
+ * Writes the place's path as faults spell it, cut to `size` bytes with its zero byte, and returns the length
+ * of the whole path, as snprintf does. Every place of every type fits TLVMSG_MAX_PATH.
+ */
+size_t tlvmsg_place_path(const tlvmsg_place *place, char *buffer, size_t size);
+
+/* Whether a scalar type is signed. Its numbers come as uint64_t here: sign-extended, cast to int64_t. */
+bool tlvmsg_type_is_signed(const tlvmsg_type *type);
+
+/* ---- From bytes -------------------------------------------------------------------------------------- */
+
+/* What a caller allows. A zero member means its default, so `{0}` and a null pointer say the same. */
+typedef struct tlvmsg_limits {
+    size_t allocation; /* bytes of all blocks together; 0: tlvmsg_default_allocation(in_len) */
+    bool strict;       /* refuse deviations, and bytes behind the type's end */
+} tlvmsg_limits;
+
+/* 64 * in_len + 64 KiB: enough for everything that an encoder of the library produces. */
+size_t tlvmsg_default_allocation(size_t in_len);
+
+/*
+ * What verification found out. Deviations are what decoders tolerate:
+ *   - a member or item that is absent, of another type, or malformed (once, with all that is skipped for it);
+ *   - an element longer or shorter than its members or items; an enumeration whose own length is not 8;
+ *   - an array's count that is no uint16 element; a count member that is not its array's count;
+ *   - a byte array's terminator that is missing or not zero.
+ * A union's selector that chooses nothing is none.
+ */
+typedef struct tlvmsg_extent {
+    size_t consumed;   /* end of the type; what is behind it is left over */
+    size_t examined;   /* end of the furthest byte that matters: behind `consumed` when an element is */
+                       /* shorter than its members, which are then read from behind it */
+    size_t allocated;  /* bytes of all blocks together */
+    size_t blocks;     /* how many */
+    size_t deviations; /* how many; 0 is a flawless encoding */
+    tlvmsg_fault first_deviation; /* all zero when there are none */
+} tlvmsg_extent;
+
+/*
+ * Whether the input is an encoding of the type (promises 3 and 4). `limits`, `extent` and `fault` may be
+ * null; a null `in` is allowed when in_len is 0. On success `*extent` is filled and `*fault` is zero; on
+ * failure `*extent` is zero and `*fault` says why, at an offset of at most in_len.
+ */
+bool tlvmsg_verify(const tlvmsg_type *type, const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,
+                   tlvmsg_extent *extent, tlvmsg_fault *fault);
+
+/*
+ * Decodes the input into a record of type->size bytes, whose earlier content is lost without being released.
+ * `limits`, `consumed` and `fault` may be null. On success the record holds what decode_tlv_TYPE leaves in a
+ * zeroed one, and the caller releases it with tlvmsg_release. On failure the record is zero, nothing stays
+ * allocated, `*consumed` is 0 and `*fault` says why.
+ *
+ * What is absent reads as zero, apart from a bounded array that its structure lacks, whose count is its
+ * capacity, and a dynamic one, whose count member keeps its value beside a null pointer. A union that is
+ * decoded by itself, without its selector, has selector 0.
+ */
+bool tlvmsg_decode(const tlvmsg_type *type, const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,
+                   void *record, size_t *consumed, tlvmsg_fault *fault);
+
+/* What a piece of the input is. */
+typedef enum tlvmsg_piece_kind {
+    TLVMSG_PIECE_HEADER, /* 4 bytes; value = tag << 16 | length; of an element that is what belongs there */
+    TLVMSG_PIECE_VALUE,  /* of a scalar, an enumeration's number or an item of a packed array */
+    TLVMSG_PIECE_COUNT,  /* value of an array's count element */
+    TLVMSG_PIECE_BYTES,  /* of a byte array */
+    TLVMSG_PIECE_TERMINATOR, /* the byte behind them */
+    TLVMSG_PIECE_SKIPPED,    /* not understood, or more than the type has; decoders pass over it */
+    TLVMSG_PIECE_DEVIATION   /* no bytes: a deviation was found here, `fault` says which */
+} tlvmsg_piece_kind;
+
+typedef struct tlvmsg_piece {
+    tlvmsg_piece_kind kind;
+    size_t offset;
+    size_t size;
+    const tlvmsg_place *place;
+    uint64_t value;            /* headers, values, counts, terminators; otherwise 0 */
+    const tlvmsg_fault *fault; /* deviations; otherwise null */
+} tlvmsg_piece;
+
+typedef void (*tlvmsg_tracer)(void *context, const tlvmsg_piece *piece);
+
+/*
+ * Verifies, and reports every piece of the input in the order of decoding. On flawless input the pieces lie
+ * one behind the other and cover [0, consumed) exactly once. Where an element is shorter than its members,
+ * the bytes behind it are reported as its members' and then again as what they are to the next element;
+ * an offset below the end of the pieces so far tells. On refused input the pieces reach up to the fault.
+ */
+bool tlvmsg_trace(const tlvmsg_type *type, const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,
+                  tlvmsg_tracer tracer, void *context, tlvmsg_extent *extent, tlvmsg_fault *fault);
+
+/* ---- From records ------------------------------------------------------------------------------------ */
+
+/*
+ * Records are believed to be laid out as their type says, with pointers that are null or designate `count`
+ * items; a null pointer is an empty array. Counts above the capacity are refused by tlvmsg_encode and
+ * tlvmsg_size, and count as the capacity in the other functions.
+ */
+
+/*
+ * Encodes the record into at most out_capacity bytes. `written` and `fault` may be null. On failure
+ * `*written` is 0, `*fault` says why, and out[0, out_capacity) holds nothing of use.
+ */
+bool tlvmsg_encode(const tlvmsg_type *type, const void *record, uint8_t *out, size_t out_capacity,
+                   size_t *written, tlvmsg_fault *fault);
+
+/* The bytes that tlvmsg_encode would write; fails as it does, but for TLVMSG_OUTPUT_FULL. */
+bool tlvmsg_size(const tlvmsg_type *type, const void *record, size_t *size, tlvmsg_fault *fault);
+
+/*
+ * Releases the blocks of the record's dynamic arrays and sets their pointers to null and their counts to 0,
+ * so that releasing twice is harmless. Null is harmless, too.
+ */
+void tlvmsg_release(const tlvmsg_type *type, void *record);
+
+/*
+ * Whether two records say the same: the same numbers, counts, items, bytes and chosen alternatives. Padding,
+ * items behind the count, alternatives that are not chosen, and where blocks lie make no difference.
+ */
+bool tlvmsg_equal(const tlvmsg_type *type, const void *a, const void *b);
+
+/*
+ * Told what tlvmsg_walk comes across. Null members are left out.
+ *   enter   a structure, message, union, or array of anything but bytes, with the number of what is inside:
+ *           members, items, 1 or 0 alternatives. Returning false leaves the inside (and `leave`) out.
+ *   leave   its end.
+ *   number  a scalar, an enumeration, or an item of a packed array (see tlvmsg_type_is_signed).
+ *   bytes   a byte array; null and 0 when it is empty.
+ * A count or selector that is a member of its own comes as such a number before its array or union; its
+ * member's flags say TLVMSG_SHARED_WITH_NEXT when both share one field.
+ */
+typedef struct tlvmsg_visitor {
+    bool (*enter)(void *context, const tlvmsg_place *place, size_t count);
+    void (*leave)(void *context, const tlvmsg_place *place);
+    void (*number)(void *context, const tlvmsg_place *place, uint64_t value);
+    void (*bytes)(void *context, const tlvmsg_place *place, const uint8_t *bytes, size_t size);
+} tlvmsg_visitor;
+
+/* Visits everything in the record, in the order of the wire. Does nothing when an argument is null. */
+void tlvmsg_walk(const tlvmsg_type *type, const void *record, const tlvmsg_visitor *visitor, void *context);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,112 @@
+/*
+ * types.h - the schema as data: one constant descriptor a type.
+ *
+ * Descriptors say what the record of a type looks like in memory and what its element looks like on the wire,
+ * so that code which knows no type by name can walk any record. They are constants: nobody builds or releases
+ * them.
+ *
+ * Example, every field of a record:
+ *
+ *     const tlvmsg_type *type = tlvmsg_type_find("zel_led_control");
+ *     for (uint32_t i = 0; i < type->member_count; i++) {
+ *         printf("%s at %u\n", type->members[i].path, type->members[i].offset);     // "color at 4"
+ *     }
+ */
+#ifndef TLVMSG_TYPES_H
+#define TLVMSG_TYPES_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef enum tlvmsg_kind {
+    TLVMSG_SCALAR,
+    TLVMSG_ENUMERATION,
+    TLVMSG_STRUCTURE,
+    TLVMSG_MESSAGE,
+    TLVMSG_ELEMENT_ARRAY,    /* bounded, of whole elements */
+    TLVMSG_PACKED_ARRAY,     /* bounded, of bare integers */
+    TLVMSG_BYTE_ARRAY,       /* bounded, of bytes */
+    TLVMSG_DYNAMIC_ELEMENTS, /* elements behind a pointer */
+    TLVMSG_DYNAMIC_BYTES,    /* bytes behind a pointer */
+    TLVMSG_UNION
+} tlvmsg_kind;
+
+typedef struct tlvmsg_type tlvmsg_type;
+
+/* What is particular to a member, beyond its type. */
+enum {
+    /* An element of its own on the wire, but stored as the count or selector of the member behind it. */
+    TLVMSG_SHARED_WITH_NEXT = 1,
+    /* A dynamic array whose count its structure's decoder clears first. */
+    TLVMSG_ZERO_COUNT = 2,
+    /* An alternative whose decoder ends where the element's length says, even when its value is malformed. */
+    TLVMSG_END_BY_LENGTH = 4
+};
+
+/* A member of a structure or message, in wire order. */
+typedef struct tlvmsg_member {
+    const char
+        *path;       /* of its field in the record: "color", "vlan_counters.count"; "" for the whole record */
+    const char *doc; /* "" when nothing is said */
+    const tlvmsg_type *type;
+    uint32_t offset; /* of its field */
+    uint32_t flags;
+} tlvmsg_member;
+
+/* An alternative of a union. */
+typedef struct tlvmsg_alternative {
+    const char *name;
+    const tlvmsg_type *type;
+    const uint32_t *values; /* of the selector that choose it */
+    uint32_t value_count;
+    uint32_t offset; /* of its field in the union's record */
+    uint32_t flags;
+} tlvmsg_alternative;
+
+struct tlvmsg_type {
+    const char *name;
+    const char *family; /* "" for scalars */
+    const char *doc;    /* "" when nothing is said */
+    tlvmsg_kind kind;
+    uint16_t tag; /* that its encoder writes; 0 for messages and unions */
+
+    uint32_t size; /* of the record, with its alignment */
+    uint32_t alignment;
+    uint32_t
+        min_encoded; /* bytes on the wire, header included; every array between empty and its capacity, */
+    uint32_t max_encoded; /* or as much as its count can say */
+
+    const tlvmsg_member *members; /* structures and messages */
+    uint32_t member_count;
+
+    const tlvmsg_type *element; /* arrays: the type of an item, uint8 for bytes */
+    uint32_t capacity;          /* bounded arrays; 0 for dynamic ones */
+    uint32_t count_width;       /* arrays: bytes of the count field, which lies at offset 0 */
+    uint32_t items_offset;      /* arrays: of the first item, or of the pointer to it */
+
+    const tlvmsg_alternative *alternatives; /* unions */
+    uint32_t alternative_count;
+    const tlvmsg_type *selector; /* unions: the enumeration that chooses */
+    const char *selector_name;
+    uint32_t selector_offset; /* in the record that the union's operations take */
+};
+
+/* The descriptor of that name, or null. */
+const tlvmsg_type *tlvmsg_type_find(const char *name);
+
+/* The enumeration or structure of that tag, or null. */
+const tlvmsg_type *tlvmsg_type_by_tag(uint16_t tag);
+
+/* Every type of the schema, by name, scalars included: index 0 up to tlvmsg_type_count() - 1; null beyond. */
+size_t tlvmsg_type_count(void);
+const tlvmsg_type *tlvmsg_type_at(size_t index);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,61 @@
+// Fields of records, as descriptors describe them.
+#pragma once
+
+#include <tlvmsg/types.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace tlvmsg::inspect {
+
+inline bool is_dynamic(const tlvmsg_type &type) {
+    return type.kind == TLVMSG_DYNAMIC_ELEMENTS || type.kind == TLVMSG_DYNAMIC_BYTES;
+}
+
+inline bool is_bounded(const tlvmsg_type &type) {
+    return type.kind == TLVMSG_ELEMENT_ARRAY || type.kind == TLVMSG_PACKED_ARRAY ||
+           type.kind == TLVMSG_BYTE_ARRAY;
+}
+
+// The signed scalars are those of tags 3, 5, 7 and 9; 1 is char, which is a plain byte.
+inline bool is_signed(const tlvmsg_type &type) {
+    return type.kind == TLVMSG_SCALAR && type.tag % 2 == 1 && type.tag > 1;
+}
+
+inline const uint8_t *at_offset(const void *record, size_t offset) {
+    return static_cast<const uint8_t *>(record) + offset;
+}
+
+inline uint8_t *at_offset(void *record, size_t offset) { return static_cast<uint8_t *>(record) + offset; }
+
+// Numbers of 1, 2, 4 or 8 bytes, in the host's order.
+uint64_t load_number(const void *field, size_t width);
+void store_number(void *field, size_t width, uint64_t value);
+
+// The bits of a signed type's value, extended to 64.
+uint64_t sign_extended(const tlvmsg_type &type, uint64_t value);
+
+// What an array's record holds. A null pointer and a count above the capacity stay visible here; `readable`
+// is how many items are really there.
+struct Items {
+    uint64_t count;
+    uint64_t readable;
+    const uint8_t *first;
+
+    const uint8_t *item(const tlvmsg_type &array, size_t index) const {
+        return first + index * array.element->size;
+    }
+};
+
+Items items_of(const tlvmsg_type &array, const void *record);
+void *load_pointer(const tlvmsg_type &array, const void *record);
+void store_pointer(const tlvmsg_type &array, void *record, void *items);
+
+// The alternative that the selector's value chooses; null for none.
+const tlvmsg_alternative *chosen_by(const tlvmsg_type &union_type, uint64_t selector);
+
+// The same for the selector that stands in the union's record.
+const tlvmsg_alternative *chosen_in(const tlvmsg_type &union_type, const void *record);
+
+} // namespace tlvmsg::inspect

@@ -1,0 +1,51 @@
+#include "place.h"
+
+#include "all_types.h"
+#include "field.h"
+#include "text.h"
+
+namespace tlvmsg::inspect {
+
+namespace {
+
+// Links lead to the root, paths from it: as many calls deep as the types nest.
+void write_path(const Place &place, Text &text) {
+    if (place.parent != nullptr) {
+        write_path(*place.parent, text);
+    }
+    if (place.name == nullptr) {
+        text.add("[").add(place.index).add("]");
+    } else if (place.name[0] != '\0') { // a union that shares its structure's record has no name in it
+        text.add(place.parent != nullptr ? "." : "").add(place.name);
+    }
+}
+
+} // namespace
+
+Place count_of(const Place &array) { return {&array, &tlvmsg_type_uint16, "count", 0, nullptr, nullptr}; }
+
+tlvmsg_fault fault_at(const Place &place, tlvmsg_code code, size_t offset, uint64_t found, uint64_t allowed) {
+    tlvmsg_fault fault{code, offset, found, allowed, {}};
+    tlvmsg_place_path(&place, fault.path, sizeof fault.path);
+    return fault;
+}
+
+tlvmsg_fault null_argument(const char *argument) {
+    tlvmsg_fault fault{TLVMSG_NULL_ARGUMENT, 0, 0, 0, {}};
+    Text(fault.path, sizeof fault.path).add(argument);
+    return fault;
+}
+
+} // namespace tlvmsg::inspect
+
+size_t tlvmsg_place_path(const tlvmsg_place *place, char *buffer, size_t size) {
+    tlvmsg::inspect::Text text(buffer, size);
+    if (place != nullptr) {
+        tlvmsg::inspect::write_path(*place, text);
+    }
+    return text.length();
+}
+
+bool tlvmsg_type_is_signed(const tlvmsg_type *type) {
+    return type != nullptr && tlvmsg::inspect::is_signed(*type);
+}

@@ -1,0 +1,32 @@
+// What all arrays share on the wire: an element of tag 10 that opens with its count as a uint16 element.
+#pragma once
+
+#include "codec.h"
+
+namespace tlvmsg::rules {
+
+inline constexpr uint32_t array_prefix = header_size + codec::uint16::fixed_size;
+
+// Writes the header of an array of `size` bytes altogether, and its count.
+inline uint8_t *encode_array_prefix(uint8_t *out, uint16_t size, uint16_t count) {
+    wire::store32(out, wire::header(wire::array_tag, static_cast<uint16_t>(size - header_size)));
+    return codec::uint16::encode(&count, out + header_size);
+}
+
+struct ArrayPrefix {
+    uint16_t count = 0;             // 0 when the count's element is not a uint16
+    const uint8_t *items = nullptr; // null then too: element decoders must not run on what follows
+    const uint8_t *end = nullptr;   // null when this is not an array
+};
+
+inline ArrayPrefix decode_array_prefix(const uint8_t *in) {
+    ArrayPrefix prefix;
+    const Element element = read_element(in);
+    if (element.is(wire::array_tag)) {
+        prefix.items = codec::uint16::decode(element.value, &prefix.count);
+        prefix.end = element.end;
+    }
+    return prefix;
+}
+
+} // namespace tlvmsg::rules

@@ -1,0 +1,83 @@
+// Bounded arrays of bytes: raw bytes behind the count, and a zero byte behind those that leave room for it.
+#pragma once
+
+#include "array.h"
+
+namespace tlvmsg::rules {
+
+// One body for all capacities.
+struct Bytes {
+    static uint16_t size(uint16_t count, uint16_t capacity) {
+        return static_cast<uint16_t>(array_prefix + count + (count < capacity ? 1 : 0));
+    }
+
+    // A count above the capacity fails, but only once its bytes are written: peers have always seen them.
+    [[gnu::noinline]] static uint8_t *encode(const uint8_t *bytes, uint16_t count, uint16_t capacity,
+                                             uint8_t *out) {
+        out = encode_array_prefix(out, size(count, capacity), count);
+        copy(out, bytes, count);
+        out += count;
+        if (count > capacity) {
+            return nullptr;
+        }
+        if (count < capacity) {
+            *out++ = 0;
+        }
+        return out;
+    }
+
+    [[gnu::noinline]] static void decode(const uint8_t *in, uint16_t count, uint16_t capacity,
+                                         uint8_t *bytes) {
+        if (count > 0) {
+            copy(bytes, in, count);
+        }
+        if (count < capacity) {
+            bytes[count] = 0;
+        }
+    }
+};
+
+template <class Record, uint16_t Capacity>
+struct byte_array {
+    using record = Record;
+    static constexpr uint32_t fixed_size = 0;
+    static constexpr uint16_t capacity = Capacity;
+    // From this capacity on, clearing bytes only to overwrite them costs more than to clear just the rest.
+    static constexpr bool clears_itself = fast_paths && Capacity >= 256;
+
+    static uint16_t size(const record *in) { return in == nullptr ? 0 : Bytes::size(in->count, Capacity); }
+
+    static uint8_t *encode(const record *in, uint8_t *out) {
+        if (in == nullptr || out == nullptr) {
+            return nullptr;
+        }
+        return Bytes::encode(unbounded(in->bytes), in->count, Capacity, out);
+    }
+
+    static const uint8_t *decode(const uint8_t *in, record *out) {
+        const ArrayPrefix prefix = decode_array_prefix(in);
+        if (out == nullptr || prefix.end == nullptr) {
+            return nullptr;
+        }
+        out->count = prefix.count;
+        Bytes::decode(prefix.items, prefix.count, Capacity, unbounded(out->bytes));
+        return prefix.end;
+    }
+
+    // Leaves what decode leaves in a record that was cleared but for its count.
+    static const uint8_t *decode_cleared(const uint8_t *in, record *out) {
+        const ArrayPrefix prefix = decode_array_prefix(in);
+        if (prefix.end != nullptr) {
+            out->count = prefix.count;
+        }
+        uint8_t *bytes = unbounded(out->bytes);
+        Bytes::decode(prefix.items, prefix.count, Capacity, bytes);
+        constexpr size_t room = sizeof(record) - sizeof out->count; // the capacity and what pads it
+        if (prefix.count < room) {
+            clear(bytes + prefix.count, room - prefix.count);
+        }
+        return prefix.end;
+    }
+};
+
+} // namespace tlvmsg::rules

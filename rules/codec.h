@@ -1,0 +1,124 @@
+// What every rule provides, and how one codec uses another.
+//
+// A codec is a type without objects:
+//
+//     record                      the C record that its operations take
+//     fixed_size                  encoded size in bytes, 0 when it depends on the record
+//     expanded                    whether its code is repeated where it is used, or called
+//     size(const record *)        encoded size, modulo 65,536; 0 for a null record that it would have to read
+//     encode(const record *, out) position behind what was written, or null
+//     decode(in, record *)        position behind the element, or null
+//
+// Codecs of fixed size have a fast path, in two steps that need no branches between them:
+//
+//     mismatch(in)                0 when all headers of the element are what the encoder writes
+//     take(in, record *)          stores the values, once that is known
+//
+// Positions are null-transparent: a codec handed a null position gives null. So a sequence of members is a
+// plain chain of calls, and after the first failure the rest of the chain does nothing.
+#pragma once
+
+#include "runtime/scalar.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace tlvmsg::rules {
+
+using wire::Element;
+using wire::header_size;
+using wire::read_element;
+
+// Off only in the build that the fast paths are tested against.
+#ifdef TLVMSG_WITHOUT_FAST_PATHS
+inline constexpr bool fast_paths = false;
+#else
+inline constexpr bool fast_paths = true;
+#endif
+
+// Whether a codec's own code is repeated at each use. Scalars and the thin wrappers around shared bodies
+// always are; structures say so themselves.
+template <class Codec>
+inline constexpr bool expanded = [] {
+    if constexpr (requires { Codec::expanded; }) {
+        return Codec::expanded;
+    } else {
+        return true;
+    }
+}();
+
+template <class Codec>
+struct Called {
+    using record = typename Codec::record;
+
+    [[gnu::noinline]] static uint16_t size(const record *in) { return Codec::size(in); }
+    [[gnu::noinline]] static uint8_t *encode(const record *in, uint8_t *out) {
+        return Codec::encode(in, out);
+    }
+    [[gnu::noinline]] static const uint8_t *decode(const uint8_t *in, record *out) {
+        return Codec::decode(in, out);
+    }
+};
+
+// A codec as members and exported operations use it: one copy of the code for all of them unless it is
+// expanded.
+template <class Codec>
+struct Use {
+    using record = typename Codec::record;
+
+    static uint16_t size(const record *in) {
+        if constexpr (Codec::fixed_size != 0) {
+            return static_cast<uint16_t>(Codec::fixed_size);
+        } else if constexpr (expanded<Codec>) {
+            return Codec::size(in);
+        } else {
+            return Called<Codec>::size(in);
+        }
+    }
+
+    static uint8_t *encode(const record *in, uint8_t *out) {
+        if constexpr (expanded<Codec>) {
+            return Codec::encode(in, out);
+        } else {
+            return Called<Codec>::encode(in, out);
+        }
+    }
+
+    static const uint8_t *decode(const uint8_t *in, record *out) {
+        if constexpr (expanded<Codec>) {
+            return Codec::decode(in, out);
+        } else {
+            return Called<Codec>::decode(in, out);
+        }
+    }
+};
+
+// Array bounds in record types are capacities, which no codec checks counts against. This hides the bound
+// from the optimizer, which would otherwise assume that no loop or copy passes it.
+template <class T>
+T *unbounded(T *items) {
+    asm("" : "+r"(items));
+    return items;
+}
+
+// g++ turns copies and fills whose size it can bound into `rep movs` and `rep stos`, which take longer to
+// start than most of them to do. Hiding the size makes them calls.
+inline size_t hidden(size_t size) {
+    asm("" : "+r"(size));
+    return size;
+}
+
+inline void copy(uint8_t *to, const uint8_t *from, size_t size) { std::memcpy(to, from, hidden(size)); }
+inline void clear(void *at, size_t size) { std::memset(at, 0, hidden(size)); }
+
+// Clears a record; a small one in plain stores.
+template <class Record>
+void clear(Record *record) {
+    if constexpr (sizeof *record <= 128) {
+        std::memset(record, 0, sizeof *record);
+    } else {
+        clear(record, sizeof *record);
+    }
+}
+
+} // namespace tlvmsg::rules

@@ -1,0 +1,40 @@
+// Elements of one type, one behind the other: the items of arrays, and runs of members.
+#pragma once
+
+#include "codec.h"
+
+namespace tlvmsg::rules {
+
+// One body an element type, whoever uses it.
+template <class Item>
+struct Elements {
+    using record = typename Item::record;
+
+    static uint16_t size(const record *items, uint16_t count) {
+        if constexpr (Item::fixed_size != 0) {
+            return static_cast<uint16_t>(count * Item::fixed_size);
+        } else {
+            uint32_t sum = 0;
+            for (uint32_t i = 0; i < count; ++i) {
+                sum += Item::size(items + i);
+            }
+            return static_cast<uint16_t>(sum);
+        }
+    }
+
+    [[gnu::noinline]] static uint8_t *encode(const record *items, uint16_t count, uint8_t *out) {
+        for (uint32_t i = 0; i < count && out != nullptr; ++i) {
+            out = Item::encode(items + i, out);
+        }
+        return out;
+    }
+
+    [[gnu::noinline]] static const uint8_t *decode(const uint8_t *in, uint16_t count, record *items) {
+        for (uint32_t i = 0; i < count && in != nullptr; ++i) {
+            in = Item::decode(in, items + i);
+        }
+        return in;
+    }
+};
+
+} // namespace tlvmsg::rules

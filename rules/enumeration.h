@@ -1,0 +1,55 @@
+// Enumerations: a 32-bit value as a uint32 element inside an element of the type's own tag.
+#pragma once
+
+#include "codec.h"
+
+namespace tlvmsg::rules {
+
+template <uint16_t Tag>
+struct enumeration {
+    using record = uint32_t;
+    using value = codec::uint32;
+    static constexpr uint16_t tag = Tag;
+    static constexpr uint32_t fixed_size = header_size + value::fixed_size;
+
+    static uint16_t size(const record *) { return fixed_size; }
+
+    static uint8_t *encode(const record *in, uint8_t *out) {
+        if (in == nullptr || out == nullptr) {
+            return nullptr;
+        }
+        wire::store32(out, wire::header(Tag, value::fixed_size));
+        return value::encode(in, out + header_size);
+    }
+
+    // The own length is neither tested nor used: the end is that of the inner element.
+    static const uint8_t *decode(const uint8_t *in, record *out) {
+        if (in == nullptr || wire::load16(in) != Tag) {
+            return nullptr;
+        }
+        return value::decode(in + header_size, out);
+    }
+
+    static uint32_t mismatch(const uint8_t *in) {
+        return wire::difference(in, wire::header(Tag, value::fixed_size)) | value::mismatch(in + header_size);
+    }
+
+    static void take(const uint8_t *in, record *out) { value::take(in + header_size, out); }
+};
+
+// An enumeration that ends where its own length says, even when its inner element is not a uint32.
+template <class Enumeration>
+struct end_by_length : Enumeration {
+    using typename Enumeration::record;
+
+    static const uint8_t *decode(const uint8_t *in, record *out) {
+        const Element element = read_element(in);
+        if (!element.is(Enumeration::tag)) {
+            return nullptr;
+        }
+        Enumeration::value::decode(element.value, out);
+        return element.end;
+    }
+};
+
+} // namespace tlvmsg::rules

@@ -1,0 +1,95 @@
+// Members of structures and messages: which codec, and which field of the enclosing record.
+#pragma once
+
+#include "codec.h"
+
+namespace tlvmsg::rules {
+
+// The field that a path of member pointers leads to. The path has two steps for a count or a selector, which
+// lives in the record of the array or union that it governs, and none for a union whose codec takes the whole
+// enclosing record.
+template <class Record>
+Record *field(Record *record) {
+    return record;
+}
+
+template <class Record, class Step, class... Steps>
+auto *field(Record *record, Step step, Steps... steps) {
+    return field(&(record->*step), steps...);
+}
+
+template <class Codec, auto... Path>
+struct member {
+    static constexpr uint32_t fixed_size = Codec::fixed_size;
+
+    template <class Record>
+    static uint16_t size(const Record *in) {
+        return Use<Codec>::size(field(in, Path...));
+    }
+
+    template <class Record>
+    static uint8_t *encode(const Record *in, uint8_t *out) {
+        return Use<Codec>::encode(field(in, Path...), out);
+    }
+
+    template <class Record>
+    static const uint8_t *decode(const uint8_t *in, Record *out) {
+        return Use<Codec>::decode(in, field(out, Path...));
+    }
+
+    // Whether the codec can decode into a field with any content and leave it as if it had been cleared
+    // before. A large buffer does, which would otherwise be cleared only to be overwritten.
+    static constexpr bool clears_itself = [] {
+        if constexpr (requires { Codec::clears_itself; }) {
+            return Codec::clears_itself;
+        }
+        return false;
+    }();
+
+    template <class Record>
+    static auto *place(Record *out) {
+        return field(out, Path...);
+    }
+
+    template <class Record>
+    static const uint8_t *decode_cleared(const uint8_t *in, Record *out) {
+        return Codec::decode_cleared(in, field(out, Path...));
+    }
+
+    static uint32_t mismatch(const uint8_t *in) { return Codec::mismatch(in); }
+
+    template <class Record>
+    static void take(const uint8_t *in, Record *out) {
+        Codec::take(in, field(out, Path...));
+    }
+
+    // What a structure decoder stores before it decodes the member, even when the position is null by then:
+    // the count of a bounded array starts at the capacity, and stays there when the array is missing.
+    template <class Record>
+    static void preset(Record *out) {
+        if constexpr (requires { Codec::capacity; }) {
+            field(out, Path...)->count = Codec::capacity;
+        }
+    }
+};
+
+// A dynamic array whose count the structure decoder clears first.
+template <class Codec, auto... Path>
+struct zero_count : member<Codec, Path...> {
+    template <class Record>
+    static void preset(Record *out) {
+        field(out, Path...)->count = 0;
+    }
+};
+
+// Whether the last of several members, and only that, clears itself.
+template <class... Members>
+inline constexpr bool last_clears_itself = (Members::clears_itself + ... + 0) == 1 &&
+                                           (Members::clears_itself, ...);
+
+// Sum of the members' fixed sizes; 0 when one of them varies. (Nothing of size 0 is fixed.)
+template <class... Members>
+inline constexpr uint32_t fixed_sum = ((Members::fixed_size != 0) && ...) ? (Members::fixed_size + ... + 0)
+                                                                          : 0;
+
+} // namespace tlvmsg::rules

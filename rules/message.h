@@ -1,0 +1,45 @@
+// Messages: members in order, without an element of their own.
+#pragma once
+
+#include "member.h"
+
+namespace tlvmsg::rules {
+
+template <class Record, class... Members>
+struct message {
+    using record = Record;
+    static constexpr uint32_t fixed_size = fixed_sum<Members...>;
+
+    static uint16_t size(const record *in) {
+        if constexpr (fixed_size != 0) {
+            return static_cast<uint16_t>(fixed_size);
+        } else {
+            return in == nullptr ? 0 : static_cast<uint16_t>((Members::size(in) + ... + 0));
+        }
+    }
+
+    static uint8_t *encode(const record *in, uint8_t *out) {
+        if (in == nullptr) {
+            return nullptr;
+        }
+        ((out = Members::encode(in, out)), ...);
+        return out;
+    }
+
+    // The whole record is cleared first, so that what is absent reads as zero; also when the position is
+    // null.
+    static const uint8_t *decode(const uint8_t *in, record *out) {
+        if (out == nullptr) {
+            return nullptr;
+        }
+        if constexpr (sizeof...(Members) == 1 && last_clears_itself<Members...>) {
+            return (Members::decode_cleared(in, out), ...);
+        } else {
+            clear(out);
+            ((in = Members::decode(in, out)), ...);
+            return in;
+        }
+    }
+};
+
+} // namespace tlvmsg::rules

@@ -1,0 +1,28 @@
+// Allocation, always through the platform and always from its pool 0.
+#include "export.h"
+
+#include <osal_pelix.h>
+#include <tlvmsg/runtime.h>
+
+namespace {
+
+constexpr uint32_t pool = 0;
+
+} // namespace
+
+TLVMSG_EXPORTED void *tlv_malloc(uint32_t size) {
+    return OSALmalloc(pool, size);
+}
+
+TLVMSG_EXPORTED void *tlv_calloc(uint32_t count, uint32_t size) {
+    const uint32_t bytes = count * size;
+    void *block = OSALmalloc(pool, bytes);
+    if (block != nullptr) {
+        OSALmemset(block, 0, bytes);
+    }
+    return block;
+}
+
+TLVMSG_EXPORTED void tlv_free(void *block) {
+    OSALfree(pool, block);
+}

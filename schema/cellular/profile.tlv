@@ -1,0 +1,126 @@
+//! Profiles of a cellular modem: access point, credentials, quality of service, name servers and traffic
+//! filter. The same record answers a get request and is the body of a set request.
+
+/// GPRS quality of service.
+struct zel_api_gprs_qos = 1487 {
+    uint8   value_1
+    uint8   value_2
+    uint16  value_3
+    uint16  value_4
+    uint16  value_5
+    uint16  value_6
+    uint16  value_7
+}
+
+/// UMTS quality of service.
+struct zel_api_umts_qos = 1488 {
+    uint8   value_1
+    uint8   value_2
+    uint8   value_3
+    uint16  value_4
+    uint16  value_5
+    uint16  value_6
+    uint16  value_7
+    uint16  value_8
+    uint16  value_9
+    uint16  value_10
+    uint16  value_11
+    uint16  value_12
+    uint16  value_13
+    uint16  value_14
+}
+
+bytes zel_cwan_prof_info_basic_pdp_address_array[17]
+bytes zel_cwan_prof_info_basic_apn_array[101]
+bytes zel_cwan_prof_info_basic_username_array[33]
+
+/// Up to 33 bytes, carried in the clear.
+bytes zel_cwan_prof_info_basic_password_array[33]
+
+/// Up to 70 bytes, opaque here.
+bytes zel_cwan_prof_info_basic_encrypt_password_array[70]
+
+bytes zel_cwan_prof_info_basic_config_label_array[31]
+
+/// Addressing, access point and credentials of a profile.
+struct zel_cwan_prof_info_basic = 1519 {
+    uint8                                            value_1
+    uint8                                            value_2
+    uint8                                            value_3
+    uint8                                            value_4
+    uint8                                            value_5
+    uint8                                            value_6
+    uint8                                            value_7
+    uint16                                           value_8
+    uint16                                           value_9
+    uint16                                           value_10
+    uint16                                           value_11
+    uint32                                           value_12
+    uint32                                           value_13
+    uint32                                           value_14
+    zel_cwan_prof_info_basic_pdp_address_array       pdp_address
+    zel_cwan_prof_info_basic_apn_array               apn
+    zel_cwan_prof_info_basic_username_array          username
+    zel_cwan_prof_info_basic_password_array          password
+    zel_cwan_prof_info_basic_encrypt_password_array  encrypted_password
+    zel_cwan_prof_info_basic_config_label_array      config_label
+}
+
+/// Two UMTS and two GPRS quality-of-service records.
+struct zel_cwan_prof_info_qos = 1520 {
+    zel_api_umts_qos  umts_qos_1
+    zel_api_umts_qos  umts_qos_2
+    zel_api_gprs_qos  gprs_qos_1
+    zel_api_gprs_qos  gprs_qos_2
+}
+
+bytes zel_cwan_prof_info_dns_primary_dns_array[513]
+bytes zel_cwan_prof_info_dns_secondary_dns_array[513]
+
+/// Name servers of a profile.
+struct zel_cwan_prof_info_dns = 1521 {
+    uint8                                       value_1
+    zel_cwan_prof_info_dns_primary_dns_array    primary_dns
+    uint8                                       value_2
+    zel_cwan_prof_info_dns_secondary_dns_array  secondary_dns
+}
+
+bytes zel_cwan_prof_info_tft_source_address_array[17]
+bytes zel_cwan_prof_info_tft_source_add_mask_array[17]
+
+/// Traffic flow template (TFT) of a profile, with source address and mask.
+struct zel_cwan_prof_info_tft = 1522 {
+    uint8                                         value_1
+    uint8                                         value_2
+    uint8                                         value_3
+    uint8                                         value_4
+    zel_cwan_prof_info_tft_source_address_array   source_address
+    uint8                                         value_5
+    uint16                                        value_6
+    uint16                                        value_7
+    uint16                                        value_8
+    uint16                                        value_9
+    uint32                                        value_10
+    uint8                                         value_11
+    uint8                                         value_12
+    uint32                                        value_13
+    zel_cwan_prof_info_tft_source_add_mask_array  source_address_mask
+}
+
+/// All parts of a profile.
+struct zel_prof_info = 1523 {
+    zel_cwan_prof_info_basic  basic
+    zel_cwan_prof_info_qos    qos
+    zel_cwan_prof_info_dns    dns
+    zel_cwan_prof_info_tft    tft
+}
+
+/// A profile; a response and a set request carry it.
+struct zel_cwan_gsm_api_profile_msg = 1524 {
+    uint16         value_1
+    uint8          value_2
+    uint8          value_3
+    zel_prof_info  prof_info
+    uint32         value_4
+    uint16         value_5
+}

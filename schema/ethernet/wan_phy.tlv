@@ -1,0 +1,85 @@
+//! WAN PHY of a port: mode, alarms and path trace bytes of its WAN interface sublayer (WIS).
+
+import "../common/session.tlv"
+
+/// Whether a port runs as WAN PHY.
+struct zel_ether_wanphy_mode = 1135 {
+    zel_boolean  flag
+}
+
+/// Sets the WAN PHY mode of a port.
+message ether_set_wanphy_mode_message {
+    app_sess_hdr           session
+    ifid                   interface
+    zel_ether_wanphy_mode  wanphy_mode
+}
+
+/// Sets the synchronization mode of a port.
+message ether_set_sync_mode_message { app_sess_hdr session  ifid interface  zel_boolean flag }
+
+/// Eleven alert flags of the WIS.
+struct zel_ether_wis_alerts = 1136 {
+    zel_boolean  flag_1
+    zel_boolean  flag_2
+    zel_boolean  flag_3
+    zel_boolean  flag_4
+    zel_boolean  flag_5
+    zel_boolean  flag_6
+    zel_boolean  flag_7
+    zel_boolean  flag_8
+    zel_boolean  flag_9
+    zel_boolean  flag_10
+    zel_boolean  flag_11
+}
+
+/// BIP statistics of the WIS.
+struct zel_ether_wis_bip_stats = 1137 {
+    uint16  value_1
+    uint32  counter_1
+    uint32  counter_2
+    uint16  value_2
+    uint16  value_3
+}
+
+bytes zel_ether_wis_rx_ptb_ptb_rx_array[16]
+
+/// Received path trace bytes, up to 16.
+struct zel_ether_wis_rx_ptb = 1138 {
+    zel_ether_wis_rx_ptb_ptb_rx_array  ptb_rx
+}
+
+bytes zel_ether_wis_tx_ptb_ptb_tx_array[16]
+
+/// Transmitted path trace bytes, up to 16.
+struct zel_ether_wis_tx_ptb = 1139 {
+    zel_ether_wis_tx_ptb_ptb_tx_array  ptb_tx
+}
+
+/// Alerts and BIP statistics of the WIS, with the path trace bytes of both directions.
+struct zel_ether_wis_defects = 1140 {
+    zel_ether_wis_tx_ptb     tx_ptb
+    zel_ether_wis_rx_ptb     rx_ptb
+    zel_ether_wis_bip_stats  bip_stats
+    zel_ether_wis_alerts     alerts
+    zel_boolean              flag
+}
+
+/// Carries the WIS defects of a WAN PHY port.
+message ether_wanphy_alarms_message {
+    app_sess_hdr           session
+    ifid                   interface
+    zel_ether_wis_defects  wis_defects
+}
+
+/// Carries the WIS alerts alone.
+message ether_wis_alarms_message { app_sess_hdr session  ifid interface  zel_ether_wis_alerts wis_alerts }
+
+bytes zel_ether_wis_ptb_j1_array[16]
+
+/// Path trace bytes J1, up to 16.
+struct zel_ether_wis_ptb = 1141 {
+    zel_ether_wis_ptb_j1_array  j1
+}
+
+/// Sets the J1 path trace bytes.
+message ether_wis_set_j1_message { app_sess_hdr session  ifid interface  zel_ether_wis_ptb wis_ptb }

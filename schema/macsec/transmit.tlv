@@ -1,0 +1,67 @@
+//! Transmit secure channels (SC) and secure associations (SA), key material included.
+
+import "../common/session.tlv"
+import "identifiers.tlv"
+
+/// Creates the transmit channel of a virtual port.
+message macsec_create_tx_sc_msg_message {
+    app_sess_hdr       session
+    ifid               interface
+    macsec_secy_vport  secy_vport
+    macsec_mka_cb_ctx  mka_cb_ctx
+}
+
+/// Deletes the transmit channel of a virtual port.
+message macsec_delete_tx_sc_msg_message {
+    app_sess_hdr       session
+    ifid               interface
+    macsec_secy_vport  secy_vport
+    macsec_mka_cb_ctx  mka_cb_ctx
+}
+
+bytes macsec_install_tx_sa_sak_key_array[32]
+bytes macsec_install_tx_sa_hash_key_array[16]
+bytes macsec_install_tx_sa_ssci_array[4]
+bytes macsec_install_tx_sa_salt_array[12]
+
+/// A transmit association with its keys, which pass through unchecked and unchanged.
+struct macsec_install_tx_sa = 1662 {
+    uint16                               value_1
+    uint16                               value_2
+    uint32                               value_3
+    zel_boolean                          flag
+    uint16                               value_4
+    /// The secure association key: up to 32 bytes.
+    macsec_install_tx_sa_sak_key_array   sak_key
+    /// The hash subkey.
+    macsec_install_tx_sa_hash_key_array  hash_key
+    /// The short secure channel identifier.
+    macsec_install_tx_sa_ssci_array      ssci
+    /// The salt of extended packet numbers.
+    macsec_install_tx_sa_salt_array      salt
+}
+
+/// Installs an association of the transmit channel.
+message macsec_install_tx_sa_msg_message {
+    app_sess_hdr          session
+    ifid                  interface
+    macsec_install_tx_sa  install_tx_sa
+    macsec_mka_cb_ctx     mka_cb_ctx
+}
+
+/// Deletes one association of the transmit channel.
+message macsec_delete_tx_sa_msg_message {
+    app_sess_hdr       session
+    ifid               interface
+    macsec_sa_an       sa_an
+    macsec_secy_vport  secy_vport
+    macsec_mka_cb_ctx  mka_cb_ctx
+}
+
+/// Manages the transmit channel that an identifier names.
+message macsec_manage_tx_sc_msg_message {
+    app_sess_hdr  session
+    ifid          interface
+    zel_boolean   flag
+    macsec_sci    sci
+}

@@ -1,0 +1,58 @@
+//! The connection manager: establishing a connection, its debug switches, and heartbeat and service point
+//! statistics. None of its messages carries a session header.
+
+/// Establish command: two numbers.
+struct establish_cmd = 1708 {
+    uint32  value_1
+    uint32  value_2
+}
+
+enum kavu_debug = 1711
+enum enable_disable = 1710
+
+/// Carries an establish command.
+message zel_establish_cmd_message { establish_cmd cmd }
+
+/// Turns one debug switch on or off.
+message zel_cm_debug_msg_message { kavu_debug debug  enable_disable enable }
+
+/// Counters of the heartbeat.
+struct heartbeat_statistics = 1712 {
+    uint64  counter_1
+    uint64  counter_2
+    uint64  counter_3
+    uint64  counter_4
+    uint64  counter_5
+    uint64  counter_6
+    uint32  counter_7
+    uint32  counter_8
+    uint32  counter_9
+    uint32  counter_10
+}
+
+/// Counters of one service point.
+struct service_point_statistics = 1713 {
+    uint64  counter_1
+    uint64  counter_2
+    uint64  counter_3
+    uint64  counter_4
+    uint64  counter_5
+    uint64  counter_6
+    uint64  counter_7
+}
+
+/// Statistics of each service point, held through a pointer. The decoder allocates the block, the receiver
+/// frees it.
+dynamic array conn_mgr_stats_sap_stats_array of service_point_statistics counted by uint8
+
+/// All statistics of the connection manager.
+struct conn_mgr_stats = 1714 {
+    heartbeat_statistics            heartbeat
+    /// Number of service points. A decoder takes it from the array, modulo 256.
+    uint8                           count
+    conn_mgr_stats_sap_stats_array  sap_stats
+    uint64                          counter
+}
+
+/// Reports the statistics of the connection manager.
+message zel_conn_mgr_stats_message { conn_mgr_stats stats }

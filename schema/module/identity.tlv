@@ -1,0 +1,62 @@
+//! Identity of a module: interface and base identifiers, CP/DP layer 2 headers, and extended attributes.
+
+import "../common/session.tlv"
+
+/// Interface identifiers.
+struct zel_kavu_intf_iid = 1295 {
+    uint8   value_1
+    uint8   value_2
+    uint16  value_3
+    uint16  value_4
+    uint16  value_5
+    uint16  value_6
+    uint16  value_7
+}
+
+/// Base identifiers.
+struct zel_kavu_base_iid = 1296 {
+    uint16  value_1
+    uint16  value_2
+}
+
+/// Layer 2 header: MAC address and three numbers.
+struct kavu_l2_hdr_info = 1299 {
+    zel_mac_addr  mac_addr
+    uint8         value_1
+    uint16        value_2
+    uint16        value_3
+}
+
+/// Five layer 2 headers, one behind the other.
+struct kavu_cpdp_hdr_info = 1300 {
+    kavu_l2_hdr_info  l2_hdr_info_1
+    kavu_l2_hdr_info  l2_hdr_info_2
+    kavu_l2_hdr_info  l2_hdr_info_3
+    kavu_l2_hdr_info  l2_hdr_info_4
+    kavu_l2_hdr_info  l2_hdr_info_5
+}
+
+/// CP/DP headers of a module. A session header, but no interface identifier.
+message kavu_cpdp_header_message { app_sess_hdr session  kavu_cpdp_hdr_info cpdp_hdr_info }
+
+/// Attribute bytes, held through a pointer. The decoder allocates the block, the receiver frees it.
+dynamic bytes kavu_ext_attrib_ext_attrib_array counted by uint16
+
+/// Extended attributes of a module.
+struct kavu_ext_attrib = 1301 {
+    uint16                            value_1
+    uint16                            value_2
+    uint16                            value_3
+    /// Length of the attribute bytes, as the array has it: zero when a decoded array is missing.
+    uint16                            count
+    kavu_ext_attrib_ext_attrib_array  ext_attrib @zero_count
+}
+
+/// Interface identifiers of a module.
+message zel_kavu_intf_iid_msg_message { app_sess_hdr session  ifid interface  zel_kavu_intf_iid intf_iid }
+
+/// Base identifiers of a module.
+message zel_kavu_base_iid_msg_message { app_sess_hdr session  ifid interface  zel_kavu_base_iid base_iid }
+
+/// Carries extended attributes. A session header, but no interface identifier.
+message kavu_ext_attrib_msg_message { app_sess_hdr session  kavu_ext_attrib ext_attrib }

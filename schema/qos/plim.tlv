@@ -1,0 +1,45 @@
+//! Packet classification by the PLIM, and what it knows of virtual circuits.
+
+import "../common/session.tlv"
+
+enum zel_plim_classify_type = 1276
+enum zel_l2_template_type = 1265
+
+/// Classification on a port; only their order tells the three classify types apart.
+struct plim_config_classify = 1266 {
+    uint8                   value_1
+    uint8                   value_2
+    uint8                   value_3
+    zel_plim_classify_type  classify_type_1
+    zel_plim_classify_type  classify_type_2
+    zel_plim_classify_type  classify_type_3
+    uint64                  value_4
+    uint8                   value_5
+    uint64                  value_6
+    uint8                   value_7
+    zel_boolean             flag
+    zel_l2_template_type    l2_template_type
+    uint16                  value_8
+    uint16                  value_9
+}
+
+/// One virtual circuit.
+struct plim_vc_cfg = 1267 {
+    uint32                value_1
+    zel_l2_template_type  l2_template_type
+    uint8                 value_2
+}
+
+dynamic array plim_qos_vc_info_vc_info_array of plim_vc_cfg counted by uint16
+
+/// Up to 65,535 virtual circuits: unlike most bundles, this one counts in 16 bits.
+struct plim_qos_vc_info = 1268 {
+    uint16                          count
+    plim_qos_vc_info_vc_info_array  vc_info
+}
+
+/// Configures the classification on a port.
+message plim_cos_config_message { app_sess_hdr session  ifid interface  plim_config_classify config_classify }
+
+/// Carries the virtual circuits of a port in bulk.
+message plim_qos_vc_bundle_message { app_sess_hdr session  ifid interface  plim_qos_vc_info qos_vc_info }

@@ -1,0 +1,193 @@
+//! T1/E1, T3/E3 and serial interfaces, and circuit emulation: configuration, tests, clocks, statistics.
+//! Commands (_cmd_), requests (_req_) and configuration go from the control plane to the module; updates
+//! (_update_, _upd_), responses (_resp_) and reports come back.
+
+// This file covers circuit emulation, which carries T1/E1 time slots over a packet network.
+
+import "../common/session.tlv"
+import "../ethernet/interface.tlv"
+import "dsx1_line.tlv"
+
+enum cem_mode = 1196
+enum cem_clk_mode = 1197
+enum cem_rtp_hdr_mode = 1198
+enum cem_dummy_mode = 1199
+enum cem_udp_mode = 1200
+enum cem_sig_mode = 1201
+
+/// Defect of an emulated circuit.
+enum cem_defect = 1208
+
+/// Chooses what a circuit identity carries.
+enum zel_cem_layer1_mode = 1205
+
+/// What a deletion removes.
+enum cem_delete_type = 1206
+
+/// One byte in the modes 0 to 2, nothing in any other. Mode 0 selects too, unlike in the batch settings.
+union zel_cem_id_mode_union by zel_cem_layer1_mode layer1_mode {
+    0, 1, 2: uint8  value
+}
+
+/// Circuit identity: 69 bytes on the wire in the modes 0 to 2, 64 in any other.
+struct zel_cem_id = 1174 {
+    zel_cem_layer1_mode    layer1_mode
+    zel_cem_id_mode_union  mode
+    zel_boolean            flag_1
+    uint32                 value_1
+    zel_boolean            flag_2
+    uint32                 value_2
+    uint32                 value_3
+}
+
+/// Configuration of a circuit emulation interface.
+struct cem_interface_info = 1175 {
+    zel_cem_id          cem_id
+    uint16              value_1
+    uint16              value_2
+    zel_if_admin_state  admin_state
+    uint32              value_3
+    cem_mode            mode
+    cem_clk_mode        clk_mode
+    zel_boolean         flag_1
+    zel_boolean         flag_2
+}
+
+/// Names the interface or circuit to delete.
+struct cem_delete = 1176 {
+    zel_cem_id       cem_id
+    cem_delete_type  type
+}
+
+/// Idle pattern of an emulated circuit.
+bytes cem_vc_info_idle_pat_array[32]
+
+/// Dummy pattern of an emulated circuit.
+bytes cem_vc_info_dummy_pat_array[32]
+
+/// Configuration of an emulated circuit, which carries T1/E1 time slots over a packet network.
+struct cem_vc_info = 1177 {
+    zel_cem_id                   cem_id
+    uint32                       value_1
+    uint32                       value_2
+    cem_vc_info_idle_pat_array   idle_pattern
+    uint16                       value_3
+    cem_dummy_mode               dummy_mode
+    uint8                        value_4
+    cem_rtp_hdr_mode             rtp_hdr_mode
+    cem_udp_mode                 udp_mode
+    cem_sig_mode                 sig_mode
+    uint32                       value_5
+    uint32                       value_6
+    uint16                       value_7
+    uint16                       value_8
+    uint8                        value_9
+    uint8                        value_10
+    zel_boolean                  flag
+    uint8                        value_11
+    cem_vc_info_dummy_pat_array  dummy_pattern
+}
+
+/// Statistics of one circuit.
+struct cem_conn_stats = 1178 {
+    uint32       counter_1
+    zel_boolean  flag
+    uint32       counter_2
+    uint64       counter_3
+    uint64       counter_4
+    uint64       counter_5
+    uint64       counter_6
+    uint64       counter_7
+    uint64       counter_8
+    uint64       counter_9
+    uint64       counter_10
+    uint64       counter_11
+    uint64       counter_12
+    uint64       counter_13
+    uint64       counter_14
+    uint64       counter_15
+    uint64       counter_16
+    uint64       counter_17
+    uint64       counter_18
+    uint16       counter_19
+}
+
+/// Defects of one circuit.
+struct cem_conn_defects = 1179 {
+    uint32      value
+    cem_defect  defect
+}
+
+/// Circuit identifier.
+struct zel_cem_cid = 1184 {
+    uint32  value_1
+    uint16  value_2
+}
+
+/// Forwarding of a line alarm to a circuit.
+struct zel_dsx1_alarm_fwd = 1185 {
+    zel_cem_id      cem_id
+    zel_dsx1_alarm  alarm
+    zel_boolean     flag
+}
+
+/// Configures a circuit emulation interface.
+message cem_interface_config_message { app_sess_hdr session  ifid interface  cem_interface_info config }
+
+/// Deletes an interface or a circuit.
+message cem_intf_conn_delete_message { app_sess_hdr session  ifid interface  cem_delete deletion }
+
+/// Configures an emulated circuit.
+message cem_connection_config_message { app_sess_hdr session  ifid interface  cem_vc_info config }
+
+/// Statistics that the module reports of a circuit.
+message cem_connection_statistics_message { app_sess_hdr session  ifid interface  cem_conn_stats stats }
+
+/// Defects that the module reports of a circuit.
+message cem_connection_defects_message { app_sess_hdr session  ifid interface  cem_conn_defects defects }
+
+/// Carries a circuit identifier.
+message cem_connection_id_message { app_sess_hdr session  ifid interface  zel_cem_cid cid }
+
+/// Liveness check, without a body.
+message cem_ping_req_message { app_sess_hdr session  ifid interface }
+
+/// What a checksum verification compares.
+struct zel_verify_msg_blk = 1192 {
+    uint32  value_1
+    uint32  value_2
+}
+
+/// Consistency check by checksum.
+message cem_chksum_verify_req_message {
+    app_sess_hdr        session
+    ifid                interface
+    zel_verify_msg_blk  verify_msg_blk
+}
+
+/// Bitmap of circuits.
+bytes zel_bitmap_blk_vcd_blk_array[256]
+
+/// Block of the circuit bitmap.
+struct zel_bitmap_blk = 1193 {
+    uint32                        value
+    zel_bitmap_blk_vcd_blk_array  vcd_blk
+}
+
+/// Consistency check by bitmap.
+message cem_vc_bitmap_verify_req_message { app_sess_hdr session  ifid interface  zel_bitmap_blk bitmap_blk }
+
+/// Answer to cem_vc_bitmap_verify_req_message, with the same body.
+message cem_vc_bitmap_verify_resp_message { app_sess_hdr session  ifid interface  zel_bitmap_blk bitmap_blk }
+
+/// Group update.
+struct zel_req_info = 1194 {
+    uint8        value
+    zel_boolean  flag
+}
+
+/// Requests a group update.
+message cem_grp_update_req_message { app_sess_hdr session  ifid interface  zel_req_info req_info }
+
+/// Configures the forwarding of a line alarm.
+message dsx1_alarm_forward_cfg_message { app_sess_hdr session  ifid interface  zel_dsx1_alarm_fwd alarm_fwd }

@@ -1,0 +1,93 @@
+//! NSC data in segments of 8-bit, 16-bit and complex values.
+
+import "../common/session.tlv"
+import "headers.tlv"
+
+enum zel_xdsl_nsc_16bit_type = 1432
+enum zel_xdsl_nsc_8bit_type = 1433
+enum zel_xdsl_nsc_complex_type = 1434
+
+/// Goes with every segment: three numbers and a flag.
+struct zel_xdsl_g997_nsc_control_block = 1406 {
+    uint32       value_1
+    uint32       value_2
+    uint32       value_3
+    zel_boolean  flag
+}
+
+array zel_xdsl_g997_nsc_16bit_data_segment_data_array of uint16[512]
+
+/// Up to 512 values of 16 bits.
+struct zel_xdsl_g997_nsc_16bit_data_segment = 1407 {
+    uint16                                           value_1
+    uint16                                           value_2
+    zel_xdsl_g997_nsc_16bit_data_segment_data_array  data
+}
+
+bytes zel_xdsl_g997_nsc_8bit_data_segment_data_array[1024]
+
+/// Up to 1,024 values of 8 bits.
+struct zel_xdsl_g997_nsc_8bit_data_segment = 1408 {
+    uint16                                          value_1
+    uint16                                          value_2
+    zel_xdsl_g997_nsc_8bit_data_segment_data_array  data
+}
+
+array zel_xdsl_g997_nsccomplex_data_segment_real_part_array of uint16[256]
+array zel_xdsl_g997_nsccomplex_data_segment_img_part_array of uint16[256]
+
+/// Up to 256 complex values, real and imaginary parts apart.
+struct zel_xdsl_g997_nsccomplex_data_segment = 1409 {
+    uint16                                                 value_1
+    uint16                                                 value_2
+    zel_xdsl_g997_nsccomplex_data_segment_real_part_array  real_part
+    zel_xdsl_g997_nsccomplex_data_segment_img_part_array   img_part
+}
+
+/// A segment of 16-bit values under its control block.
+struct zel_xdsl_nsc_16bit_data = 1441 {
+    zel_xdsl_g997_nsc_control_block       control_block
+    zel_xdsl_g997_nsc_16bit_data_segment  segment
+}
+
+/// A segment of 8-bit values under its control block.
+struct zel_xdsl_nsc_8bit_data = 1442 {
+    zel_xdsl_g997_nsc_control_block      control_block
+    zel_xdsl_g997_nsc_8bit_data_segment  segment
+}
+
+/// A segment of complex values under its control block.
+struct zel_xdsl_nsc_complex_data = 1443 {
+    zel_xdsl_g997_nsc_control_block        control_block
+    zel_xdsl_g997_nsccomplex_data_segment  segment
+}
+
+/// Carries one segment of 16-bit NSC data.
+message zel_xdsl_stats_nsc_16bit_data_message {
+    app_sess_hdr                 session
+    ifid                         interface
+    zel_xdsl_cmd_hdr             cmd_hdr
+    zel_xdsl_line_operation_hdr  line_operation_hdr
+    zel_xdsl_nsc_16bit_type      nsc_16bit_type
+    zel_xdsl_nsc_16bit_data      nsc_16bit_data
+}
+
+/// Carries one segment of 8-bit NSC data.
+message zel_xdsl_stats_nsc_8bit_data_message {
+    app_sess_hdr                 session
+    ifid                         interface
+    zel_xdsl_cmd_hdr             cmd_hdr
+    zel_xdsl_line_operation_hdr  line_operation_hdr
+    zel_xdsl_nsc_8bit_type       nsc_8bit_type
+    zel_xdsl_nsc_8bit_data       nsc_8bit_data
+}
+
+/// Carries one segment of complex NSC data.
+message zel_xdsl_stats_nsc_complex_data_message {
+    app_sess_hdr                 session
+    ifid                         interface
+    zel_xdsl_cmd_hdr             cmd_hdr
+    zel_xdsl_line_operation_hdr  line_operation_hdr
+    zel_xdsl_nsc_complex_type    nsc_complex_type
+    zel_xdsl_nsc_complex_data    nsc_complex_data
+}

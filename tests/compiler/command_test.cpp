@@ -1,0 +1,102 @@
+#include "support.h"
+
+#include <array>
+#include <cstdio>
+#include <sys/wait.h>
+
+namespace tlvc {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Command {
+    explicit Command(const std::string &arguments) {
+        FILE *pipe = popen((std::string(TLVC) + " " + arguments + " 2>&1").c_str(), "r");
+        std::array<char, 4096> buffer;
+        for (size_t n = 0; (n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) {
+            output.append(buffer.data(), n);
+        }
+        int status = pclose(pipe);
+        exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    bool says(const std::string &text) const { return output.find(text) != std::string::npos; }
+
+    std::string output;
+    int exit_code = -1;
+};
+
+const std::string good = "//! For tests.\n\nenum color = 1001\n\nstruct led = 1002 {\n    color  tint\n}\n";
+
+TEST(CommandLine, exit_code_tells_what_happened) {
+    SchemaDirectory directory;
+    std::string fine = directory.add("voice/leds.tlv", good);
+    std::string faulty = directory.add("voice/bad.tlv", "enum colour\n");
+    EXPECT_EQ(Command("check " + fine).exit_code, 0);
+    EXPECT_EQ(Command("check " + fine).output, "");
+    EXPECT_EQ(Command("check " + faulty).exit_code, 1);
+    EXPECT_TRUE(Command("check " + faulty).says("1 error\n"));
+    EXPECT_EQ(Command("generate --out " + directory.path("out").string() + " " + faulty).exit_code, 1);
+    EXPECT_FALSE(fs::exists(directory.path("out")));
+    for (const char *usage : {"", "check", "compile x", "generate x", "explain T999", "check --nonsense x"}) {
+        EXPECT_EQ(Command(usage).exit_code, 2) << usage;
+    }
+    EXPECT_EQ(Command("--help").exit_code, 0);
+    EXPECT_EQ(Command("check " + fine + ".gone").exit_code, 4);
+    EXPECT_EQ(Command("check " + directory.path("voice").string()).exit_code, 4);
+    EXPECT_EQ(Command("generate --out " + fine + "/below " + fine).exit_code, 4);
+}
+
+TEST(CommandLine, generate_leaves_unchanged_files_alone) {
+    SchemaDirectory directory;
+    directory.add("common/ids.tlv", "//! Ids.\nenum id = 1003\n");
+    std::string schema = directory.add("voice/leds.tlv", "import \"../common/ids.tlv\"\n" + good.substr(16));
+    std::string out = directory.path("out").string();
+    std::string command = "generate --out " + out + " --depfile " + out + "/deps.d " + schema;
+    ASSERT_EQ(Command(command).exit_code, 0);
+
+    fs::path header = fs::path(out) / "include/tlvmsg/voice.h";
+    fs::path other = fs::path(out) / "include/tlvmsg/common.h";
+    auto long_ago = fs::last_write_time(header) - std::chrono::hours(1);
+    fs::last_write_time(header, long_ago);
+    fs::last_write_time(other, long_ago);
+    ASSERT_EQ(Command(command).exit_code, 0);
+    EXPECT_EQ(fs::last_write_time(header), long_ago);
+
+    directory.add("voice/leds.tlv",
+                  "import \"../common/ids.tlv\"\n" + good.substr(16) + "enum extra = 1004\n");
+    ASSERT_EQ(Command(command).exit_code, 0);
+    EXPECT_GT(fs::last_write_time(header), long_ago);
+    EXPECT_EQ(fs::last_write_time(other), long_ago);
+
+    EXPECT_EQ(read_file(out + "/deps.d"), out + "/src/tlvmsg.map: \\\n  " + schema + " \\\n  " +
+                                              directory.path("common/ids.tlv").string() + "\n");
+    EXPECT_TRUE(fs::exists(out + "/src/tlvmsg.map"));
+}
+
+TEST(CommandLine, format_rewrites_only_readable_files_and_check_none) {
+    SchemaDirectory directory;
+    std::string messy = directory.add("voice/messy.tlv", "enum   color=1001\n");
+    std::string fine = directory.add("voice/fine.tlv", good);
+    std::string faulty = directory.add("voice/bad.tlv", "enum   colour\n");
+    Command check("format --check " + messy + " " + fine);
+    EXPECT_EQ(check.exit_code, 1);
+    EXPECT_EQ(check.output, messy + "\n");
+    EXPECT_EQ(read_file(messy), "enum   color=1001\n");
+
+    EXPECT_EQ(Command("format " + messy + " " + faulty).exit_code, 1);
+    EXPECT_EQ(read_file(messy), "enum color = 1001\n");
+    EXPECT_EQ(read_file(faulty), "enum   colour\n");
+    EXPECT_EQ(Command("format --check " + messy + " " + fine).exit_code, 0);
+}
+
+TEST(CommandLine, explain_knows_every_code) {
+    for (const CatalogueEntry &each : catalogue()) {
+        Command run("explain " + code(each.fault));
+        EXPECT_EQ(run.exit_code, 0);
+        EXPECT_TRUE(run.says(code(each.fault) + ": " + std::string(each.title)) &&
+                    run.says(std::string(each.explanation)));
+    }
+}
+
+} // namespace
+} // namespace tlvc

@@ -1,0 +1,2 @@
+import "../common/session.tlv
+enum led_color = 1362

@@ -1,0 +1,1 @@
+enum session_kind = 1001

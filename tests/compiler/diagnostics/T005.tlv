@@ -1,0 +1,15 @@
+strcut led_control = 1357 {
+    uint16 slot
+}
+struct led_state = {
+    uint16 slot
+}
+struct led_mode = 1358 {
+    uint16
+    uint16 = 4
+}
+union led_value by led_kind kind {
+    uint8 octet
+}
+dynamic text led_name counted by uint8
+array leds of led_state[2

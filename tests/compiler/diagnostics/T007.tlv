@@ -1,0 +1,2 @@
+enum led_color = 1362
+import "T007.tlv"

@@ -1,0 +1,2 @@
+// The name has a hyphen.
+enum led_mode = 1363

@@ -1,0 +1,1 @@
+enum led_color = 1362

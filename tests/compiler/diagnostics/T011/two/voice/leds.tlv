@@ -1,0 +1,1 @@
+enum led_mode = 1363

@@ -1,0 +1,9 @@
+enum zel_led_color = 1362
+struct zel_led_control = 1357 {
+    uint16         slot
+    zel_led_colour  color
+    nothing_like_it  port
+    uint16_t  spare
+}
+array led_array of zel_led_contrlo[4]
+union led_union by zel_led_kind kind { 1: uin8 octet }

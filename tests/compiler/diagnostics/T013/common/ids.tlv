@@ -1,0 +1,1 @@
+enum id_number = 1002

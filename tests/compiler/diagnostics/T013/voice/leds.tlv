@@ -1,0 +1,5 @@
+import "../common/session.tlv"
+message led_request {
+    session    session
+    id_number  number
+}

@@ -1,0 +1,1 @@
+message led_color { uint16 value }

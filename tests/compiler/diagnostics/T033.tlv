@@ -1,0 +1,5 @@
+enum led_kind = 1362
+union led_value by led_kind kind {
+    4294967295: uint8  octet
+    4294967296: uint16 half
+}

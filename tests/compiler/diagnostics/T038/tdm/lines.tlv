@@ -1,0 +1,2 @@
+import "../voice/leds.tlv"
+struct line = 1357 { led led }

@@ -1,0 +1,6 @@
+// No import leads in a circle, but the families do.
+import "../tdm/slots.tlv"
+struct led = 1359 {
+    slot first
+    slot last
+}

@@ -1,0 +1,55 @@
+// Licence of the file.
+//! Front-panel   control.
+//!
+//!Of voice ports.
+import   "../common/session.tlv"   // for app_sess_hdr
+import "../common/ids.tlv"
+
+
+import "types.tlv"
+// Modes.
+enum a_mode=1001
+enum b_mode = 1002   // the other
+
+
+enum c_mode = 1003
+/// Documented.
+enum d_mode = 1004
+enum e_mode = 1005
+bytes  serial [ 32 ]
+array words of uint16[8]
+array  halves   of   uint16[8]
+dynamic   array list of item counted   by uint8
+dynamic bytes text counted by uint16
+struct led_control = 1357 { uint16 slot uint16 port // both counted from 0
+    // Before a group.
+
+
+    /// The colour.
+    ///
+    ///   indented
+    zel_led_color
+       color @zero_count   @other  // trailing
+
+
+    uint8 x
+
+
+    // Last words.
+}
+message short_request { app_sess_hdr session ifid interface
+  led_control control }
+message long_request { app_sess_hdr session ifid interface led_control control led_control control_of_the_second }
+message noted_request { app_sess_hdr session // who
+ ifid interface }
+message empty_request {}
+union // remark within a header
+ value by kind which in holder { // opens
+ 1:ipv4_addr ipv4 @end_by_length
+ 2 , 30: uint8 octet // two values
+
+ /// The third.
+ 400: ipv6_addr ipv6
+ 1000,1001,1002,1003,1004,1005,1006,1007,1008,1009,1010,1011,1012,1013,1014,1015,1016,1017,1018,1019: uint8 rest //last
+} // closes
+// The end.

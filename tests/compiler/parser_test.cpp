@@ -1,0 +1,130 @@
+#include "support.h"
+
+namespace tlvc {
+namespace {
+
+using syntax::Declaration;
+using syntax::Form;
+
+std::vector<std::string> names(const std::vector<Declaration> &declarations) {
+    std::vector<std::string> result;
+    for (const Declaration &declaration : declarations) {
+        result.emplace_back(declaration.name.text);
+    }
+    return result;
+}
+
+TEST(Parser, reads_every_form) {
+    Parsed parsed("//! For tests.\n"
+                  "//!\n"
+                  "import \"../common/session.tlv\"\n"
+                  "/// A kind.\n"
+                  "// between\n"
+                  "/// Of things.\n"
+                  "enum kind = 1362\n"
+                  "struct s = 01357 { uint8 a @x @y\n /// doc\n uint16 b }\n"
+                  "message m { s session  s other }\r\n"
+                  "array a of s[4] bytes b[65536]\n"
+                  "dynamic array d of s counted by uint8\n"
+                  "dynamic bytes e counted by uint32\n"
+                  "union u by kind which in s { 1, 2: s first  18446744073709551616: s second }");
+    ASSERT_FALSE(parsed.faults.any());
+    const syntax::File &file = parsed.syntax;
+    EXPECT_EQ(file.doc.lines, (std::vector<std::string>{"For tests.", ""}));
+    ASSERT_EQ(file.imports.size(), 1u);
+    EXPECT_EQ(file.imports[0].path.text, "../common/session.tlv");
+    EXPECT_EQ(names(file.declarations),
+              (std::vector<std::string>{"kind", "s", "m", "a", "b", "d", "e", "u"}));
+
+    const Declaration &kind = file.declarations[0];
+    EXPECT_EQ(kind.doc.lines, (std::vector<std::string>{"A kind.", "Of things."}));
+    EXPECT_EQ(kind.number.value, 1362u);
+    const Declaration &s = file.declarations[1];
+    EXPECT_EQ(s.number.value, 1357u);
+    ASSERT_EQ(s.members.size(), 2u);
+    EXPECT_EQ(s.members[0].attributes.size(), 2u);
+    EXPECT_EQ(s.members[1].doc.lines, std::vector<std::string>{"doc"});
+    EXPECT_EQ(file.declarations[5].form, Form::DynamicArray);
+    EXPECT_EQ(file.declarations[5].count.text, "uint8");
+    EXPECT_EQ(file.declarations[6].form, Form::DynamicBytes);
+    const Declaration &u = file.declarations[7];
+    EXPECT_EQ(u.selector_name.text, "which");
+    EXPECT_EQ(u.enclosing->text, "s");
+    ASSERT_EQ(u.members.size(), 2u);
+    EXPECT_EQ(u.members[0].values[1].value, 2u);
+    EXPECT_EQ(u.members[1].values[0].value, UINT64_MAX) << "too large a number must not wrap";
+}
+
+TEST(Parser, keywords_are_names_where_names_belong) {
+    Parsed parsed("struct struct = 1001 {\n"
+                  "    enum     enum\n"
+                  "    message  of\n"
+                  "    union    by\n"
+                  "    array    bytes\n"
+                  "    import   import\n"
+                  "}\n"
+                  "union in by by in in in { 1: in in }\n"
+                  "array of of of[1]\n");
+    EXPECT_FALSE(parsed.faults.any());
+    EXPECT_EQ(parsed.syntax.declarations.size(), 3u);
+    EXPECT_EQ(parsed.syntax.declarations[0].members.size(), 5u);
+}
+
+TEST(Parser, goes_on_behind_a_fault) {
+    Parsed parsed("struct a = 1001 {\n"
+                  "    uint8 ok\n"
+                  "    uint8 = 5\n"
+                  "    [3]\n"
+                  "    uint8 fine\n"
+                  "}\n"
+                  "}\n"
+                  "struct b { uint8 x }\n"
+                  "enum c = 1002\n"
+                  "array d of [3]\n"
+                  "struct e = 1003 {\n"
+                  "    uint8 x\n"
+                  "/// Of f.\n"
+                  "dynamic bytes f counted by uint8\n"
+                  "42\n"
+                  "message g { e e }\n");
+    std::vector<uint32_t> lines;
+    for (const Diagnostic &fault : parsed.faults.in_file_order()) {
+        lines.push_back(parsed.sources.position(fault.span.file, fault.span.begin).line);
+    }
+    EXPECT_EQ(lines, (std::vector<uint32_t>{3, 4, 7, 8, 10, 14, 15}));
+    EXPECT_EQ(names(parsed.syntax.declarations), (std::vector<std::string>{"a", "c", "e", "f", "g"}));
+    EXPECT_EQ(parsed.syntax.declarations[0].members.size(), 2u);
+}
+
+TEST(Parser, accepts_files_of_nothing_but_blanks_and_remarks) {
+    for (const char *text : {"", "\n", "// only this", "//! about\n", "\t\r\n//// ruler ////\n"}) {
+        Parsed parsed(text);
+        EXPECT_FALSE(parsed.faults.any()) << text;
+        EXPECT_TRUE(parsed.syntax.declarations.empty()) << text;
+    }
+}
+
+// Whatever is missing, the parser ends, stays within the text and keeps its spans in order.
+TEST(Parser, survives_every_cut) {
+    const std::string text = read_file((data_directory / "format/messy.tlv").string());
+    auto check = [](const std::string &damaged) {
+        Parsed parsed(damaged);
+        for (const Declaration &declaration : parsed.syntax.declarations) {
+            ASSERT_LT(declaration.span.begin, declaration.span.end);
+            ASSERT_LE(declaration.span.end, damaged.size());
+        }
+        for (const Diagnostic &fault : parsed.faults.in_file_order()) {
+            ASSERT_LE(fault.span.begin, fault.span.end);
+            ASSERT_LE(fault.span.end, damaged.size());
+        }
+    };
+    for (size_t i = 0; i < text.size(); ++i) {
+        check(text.substr(0, i));
+        check(text.substr(i));
+        check(text.substr(0, i) + text.substr(i + 1));
+        check(text.substr(0, i) + "}" + text.substr(i));
+    }
+}
+
+} // namespace
+} // namespace tlvc

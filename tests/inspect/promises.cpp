@@ -1,0 +1,201 @@
+#include "inspect/promises.h"
+
+#include "support/osal_double/osal_double.h"
+#include "support/record.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+namespace tlvmsg_test {
+
+namespace {
+
+bool holds_dynamic(const tlvmsg_type &type) {
+    bool found = false;
+    for_each_type(type, [&](const tlvmsg_type &each) { found = found || is_dynamic(each); });
+    return found;
+}
+
+bool resolves(const tlvmsg_type &type, std::string_view rest) {
+    if (rest.empty()) {
+        return true;
+    }
+    if (is_array(type)) {
+        const size_t closing = rest.find(']');
+        return rest == ".count" ||
+               (rest[0] == '[' && closing != rest.npos && resolves(*type.element, rest.substr(closing + 1)));
+    }
+    const auto leads_on = [&](std::string_view name, const tlvmsg_type &next) {
+        const std::string step = name.empty() ? "" : "." + std::string(name);
+        return rest.starts_with(step) && resolves(next, rest.substr(step.size()));
+    };
+    const auto member = [&](const tlvmsg_member &each) { return leads_on(each.path, *each.type); };
+    const auto alternative = [&](const tlvmsg_alternative &each) { return leads_on(each.name, *each.type); };
+    return std::any_of(type.members, type.members + type.member_count, member) ||
+           std::any_of(type.alternatives, type.alternatives + type.alternative_count, alternative);
+}
+
+// That without deviations pieces lie one behind the other.
+struct Trace {
+    size_t pieces = 0;
+    size_t end = 0;
+    size_t furthest = 0;
+    size_t deviations = 0;
+    bool gapless = true;
+};
+
+void follow(void *context, const tlvmsg_piece *piece) {
+    auto &trace = *static_cast<Trace *>(context);
+    ++trace.pieces;
+    if (piece->kind == TLVMSG_PIECE_DEVIATION) {
+        ++trace.deviations;
+        return;
+    }
+    trace.gapless = trace.gapless && piece->offset == trace.end;
+    trace.end = piece->offset + piece->size;
+    trace.furthest = std::max(trace.furthest, trace.end);
+}
+
+} // namespace
+
+bool path_resolves(const char *path) {
+    const std::string_view whole(path);
+    const std::string name(whole.substr(0, whole.find_first_of(".[")));
+    const tlvmsg_type *type = tlvmsg_type_find(name.c_str());
+    return type != nullptr && resolves(*type, whole.substr(name.size()));
+}
+
+Bench::Bench(const tlvmsg_type &type, size_t largest_input, Guard record_guard)
+    : type_(type), exact_(find_codec(type)), dynamic_(holds_dynamic(type)), input_(largest_input + 1),
+      record_(type.size, record_guard), exact_record_(type.size, record_guard) {}
+
+const uint8_t *Bench::place(const uint8_t *bytes, size_t size) {
+    uint8_t *const at = input_.end() - size;
+    std::copy_backward(bytes, bytes + size, input_.end());
+    return at;
+}
+
+bool Bench::check(const Bytes &input) {
+    const uint8_t *in = place(input.data(), input.size());
+    tlvmsg_extent extent;
+    tlvmsg_fault fault;
+    std::memset(&extent, 0xA5, sizeof extent);
+    const bool accepted = tlvmsg_verify(&type_, in, input.size(), nullptr, &extent, &fault);
+    SCOPED_TRACE(std::string(type_.name) + "\n" + to_hex(input.data(), input.size()));
+
+    const tlvmsg_limits strict{0, true};
+    EXPECT_EQ(tlvmsg_verify(&type_, in, input.size(), &strict, nullptr, nullptr),
+              accepted && extent.deviations == 0 && extent.consumed == input.size());
+    check_trace(in, input.size(), accepted, extent);
+    if (accepted) {
+        EXPECT_EQ(fault.code, TLVMSG_OK);
+        check_accepted(in, input.size(), extent);
+    } else {
+        check_refused(in, input.size(), extent, fault);
+    }
+    return accepted;
+}
+
+void Bench::check_accepted(const uint8_t *in, size_t size, const tlvmsg_extent &extent) {
+    EXPECT_LE(extent.consumed, extent.examined);
+    EXPECT_LE(extent.examined, size);
+    EXPECT_EQ(extent.deviations > 0, extent.first_deviation.code != TLVMSG_OK);
+    EXPECT_TRUE(extent.deviations == 0 || path_resolves(extent.first_deviation.path))
+        << extent.first_deviation.path;
+
+    check_limit(in, size, extent);
+    osal_double_reset();
+    std::memset(record_.data(), 0xA5, record_.size());
+    size_t consumed = 0;
+    tlvmsg_fault fault;
+    ASSERT_TRUE(tlvmsg_decode(&type_, in, size, nullptr, record_.data(), &consumed, &fault)) << fault.path;
+    EXPECT_EQ(consumed, extent.consumed);
+    EXPECT_EQ(osal_double_blocks_out(), extent.blocks);
+    const size_t calls_before = osal_double_call_count();
+    check_exact_decoder(in, extent);
+
+    size_t allocated = 0;
+    for (size_t i = calls_before; i < std::min<size_t>(osal_double_call_count(), 1024); ++i) {
+        const osal_call call = osal_double_call(i);
+        allocated += call.operation == OSAL_MALLOC ? call.size : 0;
+    }
+    EXPECT_EQ(osal_double_blocks_out(), 2 * extent.blocks);
+    EXPECT_EQ(allocated, extent.allocated);
+
+    tlvmsg_release(&type_, record_.data());
+    tlvmsg_release(&type_, record_.data());
+    tlvmsg_release(&type_, exact_record_.data());
+    EXPECT_EQ(osal_double_blocks_out(), 0u);
+    EXPECT_EQ(osal_double_faults(), 0u);
+}
+
+// What is allocated is allowed, and not a byte less.
+void Bench::check_limit(const uint8_t *in, size_t size, const tlvmsg_extent &extent) {
+    if (extent.allocated > 1) { // a limit of 0 would be the default
+        tlvmsg_fault fault;
+        const tlvmsg_limits enough{extent.allocated, false};
+        EXPECT_TRUE(tlvmsg_verify(&type_, in, size, &enough, nullptr, nullptr));
+        const tlvmsg_limits less{extent.allocated - 1, false};
+        EXPECT_FALSE(tlvmsg_verify(&type_, in, size, &less, nullptr, &fault));
+        EXPECT_EQ(fault.code, TLVMSG_ALLOCATION_LIMIT);
+        EXPECT_EQ(fault.found, extent.allocated);
+    }
+}
+
+// Handed no byte more than verification has examined. Message decoders clear the record themselves.
+void Bench::check_exact_decoder(const uint8_t *in, const tlvmsg_extent &extent) {
+    in = place(in, extent.examined);
+    std::memset(exact_record_.data(), type_.kind == TLVMSG_MESSAGE ? 0xA5 : 0, exact_record_.size());
+    EXPECT_EQ(exact_.decode(in, exact_record_.data()), in + extent.consumed);
+    EXPECT_TRUE(tlvmsg_equal(&type_, record_.data(), exact_record_.data()));
+    if (!dynamic_) {
+        EXPECT_EQ(std::memcmp(record_.data(), exact_record_.data(), type_.size), 0);
+    }
+}
+
+void Bench::check_refused(const uint8_t *in, size_t size, const tlvmsg_extent &extent,
+                          const tlvmsg_fault &fault) {
+    EXPECT_EQ(extent.consumed + extent.examined + extent.allocated + extent.deviations, 0u);
+    EXPECT_NE(fault.code, TLVMSG_OK);
+    EXPECT_LE(fault.offset, size);
+    EXPECT_TRUE(path_resolves(fault.path)) << fault.path;
+
+    osal_double_reset();
+    std::memset(record_.data(), 0xA5, record_.size());
+    size_t consumed = 1;
+    tlvmsg_fault again;
+    EXPECT_FALSE(tlvmsg_decode(&type_, in, size, nullptr, record_.data(), &consumed, &again));
+    EXPECT_EQ(consumed, 0u);
+    EXPECT_EQ(again.code, fault.code);
+    EXPECT_EQ(again.offset, fault.offset);
+    EXPECT_STREQ(again.path, fault.path);
+    EXPECT_TRUE(record_is_zero());
+    EXPECT_EQ(osal_double_blocks_out(), 0u);
+    EXPECT_EQ(osal_double_faults(), 0u);
+}
+
+void Bench::check_trace(const uint8_t *in, size_t size, bool accepted, const tlvmsg_extent &extent) {
+    Trace trace;
+    EXPECT_EQ(tlvmsg_trace(&type_, in, size, nullptr, follow, &trace, nullptr, nullptr), accepted);
+    EXPECT_LE(trace.furthest, size);
+    if (accepted) {
+        EXPECT_EQ(trace.deviations, extent.deviations);
+        // However elements overlap, the work is bounded by what there is to decode into.
+        EXPECT_LE(trace.pieces, 8 * (type_.size + extent.allocated));
+        EXPECT_LE(trace.furthest, extent.examined);
+        EXPECT_GE(trace.furthest, extent.consumed);
+    }
+    if (accepted && extent.deviations == 0) {
+        EXPECT_TRUE(trace.gapless);
+        EXPECT_EQ(trace.end, extent.consumed);
+    }
+}
+
+bool Bench::record_is_zero() const {
+    return std::all_of(record_.begin(), record_.end(), [](uint8_t byte) { return byte == 0; });
+}
+
+} // namespace tlvmsg_test

@@ -1,0 +1,222 @@
+// Records: compared, walked, released, and decoded when memory runs out.
+#include "inspect/promises.h"
+#include "inspect/samples.h"
+#include "support/osal_double/osal_double.h"
+
+#include <tlvmsg/all.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+
+namespace tlvmsg_test {
+
+namespace {
+
+class Records : public testing::TestWithParam<std::string> {};
+
+INSTANTIATE_TEST_SUITE_P(Families, Records, testing::ValuesIn(families()),
+                         [](const auto &family) { return family.param.empty() ? "scalars" : family.param; });
+
+// Two records that are the same give the same bytes, and otherwise not. What is around the content is noise.
+TEST_P(Records, AreEqualWhenTheirEncodingsAre) {
+    for_each_type_of(GetParam(), [](const tlvmsg_type &type) {
+        Bytes previous_bytes;
+        std::unique_ptr<Sample> previous;
+        for_each_sample(type, [&](uint64_t seed, Counts counts, uint32_t choice) {
+            const Sample noisy(type, seed, counts, choice, 0xA5);
+            auto sample = std::make_unique<Sample>(type, seed, counts, choice);
+            EXPECT_TRUE(tlvmsg_equal(&type, sample->record(), noisy.record())) << type.name;
+            tlvmsg_fault fault;
+            const Bytes bytes = sample->encoded(&fault);
+            EXPECT_EQ(bytes, noisy.encoded());
+            // A union's selector shows only in what encloses it.
+            if (previous && fault.code == TLVMSG_OK && type.kind != TLVMSG_UNION) {
+                EXPECT_EQ(tlvmsg_equal(&type, previous->record(), sample->record()), previous_bytes == bytes)
+                    << type.name;
+            }
+            previous_bytes = bytes;
+            previous = fault.code == TLVMSG_OK ? std::move(sample) : nullptr;
+        });
+    });
+}
+
+// What a walk comes across, checked against the place that it is told.
+struct Tour {
+    std::vector<size_t> expected; // still to come in each composite that is open
+    size_t visits = 0;
+    bool in_order = true;
+
+    void visit(const tlvmsg_place *place) {
+        ++visits;
+        if (!expected.empty()) {
+            in_order = in_order && expected.back() > 0;
+            --expected.back();
+        }
+        char path[TLVMSG_MAX_PATH];
+        in_order =
+            in_order && tlvmsg_place_path(place, path, sizeof path) < sizeof path && path_resolves(path);
+    }
+};
+
+const tlvmsg_visitor tourist = {
+    [](void *context, const tlvmsg_place *place, size_t count) {
+        auto &tour = *static_cast<Tour *>(context);
+        tour.visit(place);
+        tour.expected.push_back(count);
+        return true;
+    },
+    [](void *context, const tlvmsg_place *) {
+        auto &tour = *static_cast<Tour *>(context);
+        tour.in_order = tour.in_order && tour.expected.back() == 0;
+        tour.expected.pop_back();
+    },
+    [](void *context, const tlvmsg_place *place, uint64_t) { static_cast<Tour *>(context)->visit(place); },
+    [](void *context, const tlvmsg_place *place, const uint8_t *, size_t) {
+        static_cast<Tour *>(context)->visit(place);
+    },
+};
+
+TEST_P(Records, AreWalkedAsAnnounced) {
+    for_each_type_of(GetParam(), [](const tlvmsg_type &type) {
+        for_each_sample(type, [&](uint64_t seed, Counts counts, uint32_t choice) {
+            Tour tour;
+            tlvmsg_walk(&type, Sample(type, seed, counts, choice).record(), &tourist, &tour);
+            EXPECT_TRUE(tour.in_order && tour.expected.empty()) << type.name;
+            EXPECT_GE(tour.visits, 1u + type.member_count);
+        });
+    });
+}
+
+TEST(Records, AreWalkedInWireOrder) {
+    uint8_t text[] = {'x', 'y'};
+    struct {
+        ip_address union_;
+        if_name bytes;
+        int8_t negative;
+    } r = {};
+    r.union_.address.type = 1;
+    r.union_.address.ipv4 = 0x0A000001;
+    r.bytes.name.count = 2;
+    r.bytes.name.bytes = text;
+    r.negative = -2;
+
+    std::ostringstream lines;
+    const tlvmsg_visitor printer = {
+        nullptr,
+        nullptr,
+        [](void *context, const tlvmsg_place *place, uint64_t value) {
+            char path[TLVMSG_MAX_PATH];
+            tlvmsg_place_path(place, path, sizeof path);
+            auto &out = *static_cast<std::ostringstream *>(context);
+            out << path << "=";
+            if (tlvmsg_type_is_signed(place->type)) {
+                out << static_cast<int64_t>(value) << "\n";
+            } else {
+                out << value << "\n";
+            }
+        },
+        [](void *context, const tlvmsg_place *place, const uint8_t *bytes, size_t size) {
+            char path[TLVMSG_MAX_PATH];
+            tlvmsg_place_path(place, path, sizeof path);
+            *static_cast<std::ostringstream *>(context) << path << "=" << to_hex(bytes, size) << "\n";
+        },
+    };
+    tlvmsg_walk(tlvmsg_type_find("ip_address"), &r.union_, &printer, &lines);
+    tlvmsg_walk(tlvmsg_type_find("if_name"), &r.bytes, &printer, &lines);
+    tlvmsg_walk(tlvmsg_type_find("int8"), &r.negative, &printer, &lines);
+    EXPECT_EQ(lines.str(), "ip_address.address.type=1\n"
+                           "ip_address.address.ipv4=167772161\n"
+                           "ip_address.length=0\n"
+                           "if_name.name.count=2\n"
+                           "if_name.name=78 79\n"
+                           "int8=-2\n");
+}
+
+// Readers of records that nobody vouches for stay inside them.
+TEST(Records, WithCountsAboveTheCapacityAreReadUpToIt) {
+    const tlvmsg_type *type = tlvmsg_type_find("zel_mac_addr");
+    GuardedBuffer a(type->size);
+    GuardedBuffer b(type->size);
+    reinterpret_cast<zel_mac_addr *>(a.data())->mac.count = 65535;
+    reinterpret_cast<zel_mac_addr *>(b.data())->mac.count = 65535;
+    EXPECT_TRUE(tlvmsg_equal(type, a.data(), b.data()));
+    Tour tour;
+    tlvmsg_walk(type, a.data(), &tourist, &tour);
+    EXPECT_TRUE(tour.in_order);
+    tlvmsg_release(type, a.data());
+}
+
+// No type of the schema nests dynamic arrays, so here is one: names behind a pointer.
+TEST(Records, WithBlocksInsideBlocksAreLimitedAndReleased) {
+    struct Names {
+        uint8_t count;
+        if_name *items;
+    };
+    tlvmsg_type names{};
+    names.name = "names";
+    names.kind = TLVMSG_DYNAMIC_ELEMENTS;
+    names.tag = 10;
+    names.size = sizeof(Names);
+    names.alignment = alignof(Names);
+    names.element = tlvmsg_type_find("if_name");
+    names.count_width = 1;
+    names.items_offset = offsetof(Names, items);
+    const Bytes bytes = hex("00 0A 00 32  00 04 00 02 00 02  "
+                            "03 F0 00 12  00 02 00 01 02  00 0A 00 09  00 04 00 02 00 02 61 62 00  "
+                            "03 F0 00 12  00 02 00 01 02  00 0A 00 09  00 04 00 02 00 02 63 64 00");
+
+    const size_t allocated = 2 * sizeof(if_name) + 3 + 3;
+    const tlvmsg_limits enough{allocated, false};
+    EXPECT_TRUE(tlvmsg_verify(&names, bytes.data(), bytes.size(), &enough, nullptr, nullptr));
+    const tlvmsg_limits less{allocated - 1, false};
+    EXPECT_FALSE(tlvmsg_verify(&names, bytes.data(), bytes.size(), &less, nullptr, nullptr));
+
+    Names record;
+    for (uint32_t failing = 1; failing <= 3; ++failing) {
+        osal_double_reset();
+        osal_double_fail(failing, 0);
+        EXPECT_FALSE(tlvmsg_decode(&names, bytes.data(), bytes.size(), nullptr, &record, nullptr, nullptr));
+        EXPECT_EQ(osal_double_allocations(), failing);
+        EXPECT_EQ(osal_double_blocks_out(), 0u);
+    }
+    osal_double_reset();
+    ASSERT_TRUE(tlvmsg_decode(&names, bytes.data(), bytes.size(), nullptr, &record, nullptr, nullptr));
+    EXPECT_EQ(osal_double_blocks_out(), 3u);
+    EXPECT_STREQ(reinterpret_cast<const char *>(record.items[1].name.bytes), "cd");
+    tlvmsg_release(&names, &record);
+    EXPECT_EQ(osal_double_blocks_out(), 0u);
+    EXPECT_EQ(osal_double_faults(), 0u);
+}
+
+TEST_P(Records, SurviveWhenMemoryRunsOut) {
+    for_each_type_of(GetParam(), [](const tlvmsg_type &type) {
+        for_each_valid(type, [&](const Bytes &valid) {
+            tlvmsg_extent extent;
+            if (!tlvmsg_verify(&type, valid.data(), valid.size(), nullptr, &extent, nullptr)) {
+                return; // a union without its selector, or char
+            }
+            std::vector<uint64_t> record(type.size / sizeof(uint64_t) + 1);
+            for (size_t nth = 1; nth <= std::min<size_t>(extent.blocks, 20); ++nth) {
+                osal_double_reset();
+                osal_double_fail(static_cast<uint32_t>(nth), 0);
+                tlvmsg_fault fault;
+                std::fill(record.begin(), record.end(), UINT64_MAX);
+                EXPECT_FALSE(tlvmsg_decode(&type, valid.data(), valid.size(), nullptr, record.data(), nullptr,
+                                           &fault));
+                EXPECT_EQ(fault.code, TLVMSG_OUT_OF_MEMORY);
+                EXPECT_EQ(osal_double_allocations(), nth);
+                EXPECT_EQ(osal_double_blocks_out(), 0u);
+                EXPECT_EQ(osal_double_faults(), 0u);
+                EXPECT_TRUE(std::all_of(reinterpret_cast<uint8_t *>(record.data()),
+                                        reinterpret_cast<uint8_t *>(record.data()) + type.size,
+                                        [](uint8_t byte) { return byte == 0; }));
+            }
+        });
+    });
+}
+
+} // namespace
+
+} // namespace tlvmsg_test

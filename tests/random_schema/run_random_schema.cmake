@@ -1,0 +1,26 @@
+# One random schema from its text to running codecs. Wants
+#     SEED, DIRECTORY          which schema, and where all of it goes (emptied first)
+#     MAKER, TLVC              make_random_schema and the schema compiler
+#     CC, CXX                  compiler and flags, as lists
+#     LIBRARIES                what the program is linked from besides the generated code, as a list
+function(run)
+    execute_process(COMMAND ${ARGN} WORKING_DIRECTORY ${DIRECTORY} COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+file(REMOVE_RECURSE ${DIRECTORY})
+file(MAKE_DIRECTORY ${DIRECTORY})
+run(${MAKER} ${SEED} schema)
+file(GLOB schema RELATIVE ${DIRECTORY} ${DIRECTORY}/schema/*/*.tlv)
+run(${TLVC} generate --out generated ${schema})
+
+# Formatting changes the text, not what it says: the same products byte for byte.
+run(${TLVC} format ${schema})
+run(${TLVC} format --check ${schema})
+run(${TLVC} generate --out generated_again ${schema})
+run(diff -r generated generated_again)
+
+file(GLOB layout ${DIRECTORY}/generated/src/*_layout.c)
+run(${CC} -Igenerated/include -fsyntax-only ${layout})
+file(GLOB sources ${DIRECTORY}/generated/src/*.cpp)
+run(${CXX} -Igenerated/include -Igenerated/src ${sources} ${LIBRARIES} -o checks)
+run(./checks --gtest_brief=1)

@@ -1,0 +1,266 @@
+// Enumerations and structures: what is exchanged, and what a structure decoder makes of an element that is
+// not quite what it expects.
+#include "support/operations.h"
+
+#include <tlvmsg/common.h>
+#include <tlvmsg/ethernet.h>
+#include <tlvmsg/tdm.h>
+#include <tlvmsg/voice.h>
+
+#include <functional>
+
+namespace tlvmsg_test {
+
+namespace {
+
+const auto color = OPERATIONS(zel_led_color);
+const auto led_control = OPERATIONS(zel_led_control);
+
+TEST(Enumeration, IsAUint32InsideItsOwnElement) {
+    Image<zel_led_color> any_value;
+    *any_value = 0x8000FF01;
+    const Bytes wire = hex("05 52 00 08  00 06 00 04 80 00 FF 01");
+    expect_exchange(color, any_value, wire);
+    expect_null_results(color, any_value, wire, {12, Distance()});
+    expect_nothing_from_null(color);
+}
+
+// Neither too long nor too short an own length changes what is read, or where the element is taken to end.
+TEST(Enumeration, OwnLengthIsIgnored) {
+    for (const char *header : {"05 52 00 14", "05 52 00 00", "05 52 00 07"}) {
+        const auto decoded = decode(color, hex(header) + hex("00 06 00 04 00 00 00 03"));
+        EXPECT_EQ(decoded.end, 12U) << header;
+        EXPECT_EQ(*decoded.record, 3U);
+    }
+}
+
+TEST(Enumeration, FailsUnlessTagAndInnerElementAreExact) {
+    for (const char *wire : {"05 53 00 08", "00 06 00 04", "05 52 00 08 00 07 00 04 00 00 00 03",
+                             "05 52 00 08 00 06 00 08 00 00 00 03", "05 52 00 06 00 04 00 02 00 03",
+                             "05 52 00 08 05 52 00 08 00 00 00 03"}) {
+        const auto decoded = decode(color, hex(wire));
+        EXPECT_EQ(decoded.end, Distance()) << wire;
+        EXPECT_EQ(decoded.record, Image<zel_led_color>());
+    }
+}
+
+Image<zel_led_control> led_record(size_t decoded_members = 3) {
+    Image<zel_led_control> record;
+    if (decoded_members > 0) {
+        record->slot = 0x1122;
+    }
+    if (decoded_members > 1) {
+        record->port = 0x3344;
+    }
+    if (decoded_members > 2) {
+        record->color = 0x55667788;
+    }
+    return record;
+}
+
+const char *const slot = "00 04 00 02 11 22 ";
+const char *const port = "00 04 00 02 33 44 ";
+const char *const led_color = "05 52 00 08 00 06 00 04 55 66 77 88 ";
+
+const Bytes led_wire = hex("05 4D 00 18") + hex(slot) + hex(port) + hex(led_color);
+
+TEST(Structure, IsItsMembersInsideItsOwnElement) {
+    expect_exchange(led_control, led_record(), led_wire);
+    expect_null_results(led_control, led_record(), led_wire, {28, 28});
+    expect_nothing_from_null(led_control);
+}
+
+TEST(Structure, FailsOnlyOnAWrongOwnTag) {
+    for (const char *header : {"05 4C 00 18", "05 4E 00 18", "04 4D 00 18", "00 00 00 18"}) {
+        const auto decoded = decode(led_control, hex(header));
+        EXPECT_EQ(decoded.end, Distance()) << header;
+        EXPECT_EQ(decoded.record, Image<zel_led_control>());
+        EXPECT_EQ(led_control.decode(hex(header).data(), nullptr), nullptr);
+    }
+}
+
+struct Tolerated {
+    const char *name;
+    std::string wire;
+    size_t end;     // by the own length
+    size_t members; // of zel_led_control that are decoded, in order
+};
+
+void PrintTo(const Tolerated &each, std::ostream *out) { *out << each.name; }
+
+class StructureTolerates : public testing::TestWithParam<Tolerated> {};
+
+TEST_P(StructureTolerates, Everything) {
+    // What the own length covers may be read, besides the headers behind it that the chain of members meets.
+    Bytes wire = hex(GetParam().wire);
+    wire.resize(std::max(wire.size(), GetParam().end), 0xFF);
+    const auto decoded = decode(led_control, wire);
+    EXPECT_EQ(decoded.end, GetParam().end);
+    EXPECT_EQ(decoded.record, led_record(GetParam().members));
+}
+
+const std::string slot_and_port = std::string(slot) + port;
+const std::string all_members = slot_and_port + led_color;
+
+INSTANTIATE_TEST_SUITE_P(
+    InsideItsElement, StructureTolerates,
+    testing::Values(
+        // The end follows the own length, the members follow each other.
+        Tolerated{"LengthAboveMembers", "05 4D 00 28" + all_members, 44, 3},
+        Tolerated{"LengthBelowMembers", "05 4D 00 06" + all_members, 10, 3},
+        Tolerated{"LengthZero", "05 4D 00 00" + all_members, 4, 3},
+        Tolerated{"LengthLargest", "05 4D FF FF" + all_members, 65539, 3},
+        // Foreign elements end the decoding at their headers.
+        Tolerated{"FirstMistagged", "05 4D 00 18 00 05 00 02", 28, 0},
+        Tolerated{"FirstTooLong", "05 4D 00 1A 00 04 00 04", 30, 0},
+        Tolerated{"SecondMissing", "05 4D 00 12" + std::string(slot) + "05 52 00 08", 22, 1},
+        Tolerated{"SecondMistagged", "05 4D 00 18" + std::string(slot) + "00 05 00 02", 28, 1},
+        Tolerated{"LastMissing", "05 4D 00 0C" + slot_and_port + "05 4E 00 18", 16, 2},
+        Tolerated{"EnumerationMistagged", "05 4D 00 18" + slot_and_port + "05 53 00 08", 28, 2},
+        Tolerated{"EnumerationBare", "05 4D 00 14" + slot_and_port + "00 06 00 04", 24, 2},
+        Tolerated{"EnumerationOfWrongType", "05 4D 00 18" + slot_and_port + "05 52 00 08 00 07 00 04", 28, 2},
+        Tolerated{"EnumerationTooLong", "05 4D 00 18" + slot_and_port + "05 52 00 08 00 06 00 08", 28, 2},
+        // Lengths of enumerations count for nothing.
+        Tolerated{"EnumerationOverstated",
+                  "05 4D 00 18" + slot_and_port + "05 52 00 14 00 06 00 04 55 66 77 88", 28, 3},
+        Tolerated{"EnumerationUnderstated",
+                  "05 4D 00 18" + slot_and_port + "05 52 00 00 00 06 00 04 55 66 77 88", 28, 3}),
+    [](const auto &each) { return each.param.name; });
+
+// Bytes of an encoding that are all headers, and how many members are decoded when one of their bits is
+// wrong.
+struct Headers {
+    size_t begin;
+    size_t end;
+    size_t members;
+};
+
+template <class Record>
+void expect_every_bit_to_count(const Operations<Record> &operations, const Bytes &wire,
+                               const std::vector<Headers> &headers,
+                               const std::function<Image<Record>(size_t)> &record_with) {
+    for (const Headers &span : headers) {
+        for (size_t bit = span.begin * 8; bit < span.end * 8; ++bit) {
+            SCOPED_TRACE(bit);
+            Bytes changed = wire;
+            changed[bit / 8] = static_cast<uint8_t>(changed[bit / 8] ^ (1 << bit % 8));
+            const auto decoded = decode(operations, changed);
+            EXPECT_EQ(decoded.end, wire.size());
+            EXPECT_EQ(decoded.record, record_with(span.members));
+        }
+    }
+}
+
+// Each bit of each header decides how far the members get, but for the length of an enumeration.
+TEST(Structure, LooksAtEveryBitOfItsHeaders) {
+    expect_every_bit_to_count<zel_led_control>(
+        led_control, led_wire, {{4, 8, 0}, {10, 14, 1}, {16, 18, 2}, {18, 20, 3}, {20, 24, 2}}, led_record);
+
+    Bytes wire = hex("04 0F 00 28");
+    std::vector<Headers> headers;
+    for (uint8_t i = 0; i < 5; ++i) {
+        headers.push_back({wire.size(), wire.size() + 4, i});
+        wire = wire + hex("00 06 00 04 81 82 83") + Bytes{i};
+    }
+    expect_every_bit_to_count<ifid>(OPERATIONS(ifid), wire, headers, [](size_t members) {
+        Image<ifid> record;
+        uint32_t *const values[] = {&record->value_1, &record->value_2, &record->value_3, &record->value_4,
+                                    &record->value_5};
+        for (uint32_t i = 0; i < members; ++i) {
+            *values[i] = 0x81828300 + i;
+        }
+        return record;
+    });
+}
+
+// As from an older sender: the element behind is tried as the fourth member, and not lost by it.
+TEST(Structure, LeavesTrailingMembersAloneThatAreNotSent) {
+    const auto decoded = decode(OPERATIONS(ifid), hex("04 0F 00 18"
+                                                      "00 06 00 04 00 00 00 01"
+                                                      "00 06 00 04 00 00 00 02"
+                                                      "00 06 00 04 00 00 00 03"
+                                                      "05 4D 00 18"));
+    Image<ifid> expected;
+    expected->value_1 = 1;
+    expected->value_2 = 2;
+    expected->value_3 = 3;
+    EXPECT_EQ(decoded.end, 28U);
+    EXPECT_EQ(decoded.record, expected);
+}
+
+// An enumeration in the middle is passed by its 12 bytes, whatever its length says.
+TEST(Structure, FindsTheMemberBehindAnEnumeration) {
+    const auto decoded = decode(OPERATIONS(zel_bri_clock_update), hex("05 B3 00 1E"
+                                                                      "00 04 00 02 00 07"
+                                                                      "05 B4 00 14 00 06 00 04 00 00 00 08"
+                                                                      "05 B6 00 08 00 06 00 04 00 00 00 09"));
+    EXPECT_EQ(decoded.end, 34U);
+    EXPECT_EQ(decoded.record->value, 7);
+    EXPECT_EQ(decoded.record->loop_back_kind, 8U);
+    EXPECT_EQ(decoded.record->kind, 9U);
+}
+
+const auto vlan_counters = OPERATIONS(zel_vlan_counters);
+const Bytes first_counter = hex("00 08 00 08 00 00 00 00 00 00 00 09"
+                                "00 00 00 00");
+
+// A structure in the middle is passed by its own length, whatever became of its members.
+TEST(Structure, FindsTheMemberBehindAStructure) {
+    const Bytes vlan_id = hex("00 04 00 02 00 05  04 02 00 08 00 06 00 04 00 00 00 01");
+    Image<zel_vlan_counters> expected;
+    expected->counter_1 = 9;
+
+    auto decoded = decode(vlan_counters, hex("04 65 00 44  04 5C 00 03  00 05 00") + first_counter);
+    EXPECT_EQ(decoded.end, 72U);
+    EXPECT_EQ(decoded.record, expected);
+
+    expected->vlan_id.id = 5;
+    expected->vlan_id.flag = 1;
+    decoded =
+        decode(vlan_counters, hex("04 65 00 44  04 5C 00 16") + vlan_id + hex("FF FF FF FF") + first_counter);
+    EXPECT_EQ(decoded.end, 72U);
+    EXPECT_EQ(decoded.record, expected);
+}
+
+TEST(Structure, DecodesNothingBehindAMistaggedStructure) {
+    const auto decoded = decode(vlan_counters, hex("04 65 00 44 04 5D 00 00") + first_counter);
+    EXPECT_EQ(decoded.end, 72U);
+    EXPECT_EQ(decoded.record, Image<zel_vlan_counters>());
+}
+
+TEST(Structure, DecodesNothingBehindAMistaggedEnumeration) {
+    // cem_id in mode 3, without a byte of its own, whose members are left out; then the byte, then clock_type
+    // under the tag of clock_source.
+    const auto decoded = decode(OPERATIONS(clk_recovery_cfg), hex("04 9D 00 71"
+                                                                  "04 96 00 00"
+                                                                  "00 02 00 01 06"
+                                                                  "04 2B 00 08"));
+    Image<clk_recovery_cfg> expected;
+    expected->value = 6;
+    EXPECT_EQ(decoded.end, 117U);
+    EXPECT_EQ(decoded.record, expected);
+}
+
+// The seventh byte of a six-byte address fails the address, once it is written, and all that would follow.
+TEST(Structure, EncodingStopsAtTheMemberThatFails) {
+    Image<mac_acct_stats> record;
+    record->mac_addr.mac.count = 7;
+    record.put(record->mac_addr.mac.bytes, hex("01 02 03 04 05 06 07"));
+    const auto operations = OPERATIONS(mac_acct_stats);
+    EXPECT_EQ(operations.size(&*record), 57);
+    const Encoded encoded = encode(operations, record, 57);
+    EXPECT_EQ(encoded.end, Distance());
+    EXPECT_EQ(encoded.bytes,
+              hex("04 6B 00 35  04 12 00 11  00 0A 00 0D  00 04 00 02 00 07  01 02 03 04 05 06 07") +
+                  Bytes(32, untouched));
+}
+
+TEST(Structure, SizeWrapsAt16Bits) {
+    Image<zel_bri_show_contr_resp> record;
+    record->registers.count = 0xFFFF;
+    EXPECT_EQ(get_tlv_zel_bri_show_contr_resp_size(&*record), (26 + 2 * 0xFFFF) % 0x10000);
+}
+
+} // namespace
+
+} // namespace tlvmsg_test
