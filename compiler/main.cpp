@@ -150,10 +150,8 @@ int run(int argc, char **argv) {
 int main(int argc, char **argv) {
     try {
         return run(argc, argv);
-    } catch (const IoError &error) {
-        fmt::print(stderr, "tlvc: {}\n", error.what());
-    } catch (const std::filesystem::filesystem_error &error) {
-        fmt::print(stderr, "tlvc: {}\n", error.what());
+    } catch (const std::exception &error) { // an IoError or the file system's
+        std::fprintf(stderr, "tlvc: %s\n", error.what());
     }
     return IoFailure;
 }

@@ -66,7 +66,8 @@ struct Type {
 
     const Type *selector = nullptr; // union: its enumeration ...
     std::string selector_name;      // ... and the name of that field
-    const Type *enclosing = nullptr; // union: the structure that its operations take instead of a record of its own
+    const Type *enclosing =
+        nullptr; // union: the structure that its operations take instead of a record of its own
     std::vector<Alternative> alternatives;
 
     // Encoded sizes, header included. Equal when the size does not depend on the record. max_size counts
@@ -77,14 +78,14 @@ struct Type {
 };
 
 struct Family {
-    std::string name;                      // the directory's
-    std::vector<std::string> doc;          // the //! lines that open its first file
-    std::vector<const Type *> types;       // in schema order, each after the types that its record holds
-    std::vector<const Family *> uses;      // families whose types it names, by name, itself left out
+    std::string name;                 // the directory's
+    std::vector<std::string> doc;     // the //! lines that open its first file
+    std::vector<const Type *> types;  // in schema order, each after the types that its record holds
+    std::vector<const Family *> uses; // families whose types it names, by name, itself left out
 };
 
 struct Schema {
-    std::vector<std::unique_ptr<Type>> types; // scalars first, then as declared
+    std::vector<std::unique_ptr<Type>> types;      // scalars first, then as declared
     std::vector<std::unique_ptr<Family>> families; // each after the families that it uses, otherwise by name
 };
 

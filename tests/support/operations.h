@@ -98,7 +98,7 @@ Encoded encode(const Operations<Record> &operations, const Image<Record> &record
 
 template <class Record>
 Encoded encode(const Operations<Record> &operations, const Image<Record> &record, size_t room) {
-    const Encoded encoded = encode(operations, record, room, Guard::Behind);
+    Encoded encoded = encode(operations, record, room, Guard::Behind);
     const Encoded again = encode(operations, record, room, Guard::Before);
     EXPECT_EQ(encoded.end, again.end);
     EXPECT_EQ(encoded.bytes, again.bytes);
@@ -139,7 +139,7 @@ Decoded<Record> decode(const Operations<Record> &operations, const Bytes &wire, 
 template <class Record>
 Decoded<Record> decode(const Operations<Record> &operations, const Bytes &wire,
                        const Image<Record> &before = Image<Record>()) {
-    const Decoded<Record> decoded = decode(operations, wire, before, Guard::Behind);
+    Decoded<Record> decoded = decode(operations, wire, before, Guard::Behind);
     const Decoded<Record> again = decode(operations, wire, before, Guard::Before);
     EXPECT_EQ(decoded.end, again.end);
     EXPECT_EQ(decoded.record, again.record);

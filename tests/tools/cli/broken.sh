@@ -1,0 +1,74 @@
+# Broken messages: the fault is said, marked and survived.
+. "$(dirname "$0")/lib.sh"
+tlv sample $message >led.bin
+cp led.bin wrong.bin && change wrong.bin 48 0410
+wrong_tag='interface: tag 1040 where 1039 belongs at byte 48'
+
+run decode -t $message wrong.bin; is 3
+equal "$(head -1 err)" "tlv: error[wrong-tag]: $message.$wrong_tag"
+error_has '^  wrong.bin, from byte 40:  .* 04 10 00 28 '
+# The caret is below the byte.
+column=$(sed -n 2p err | grep -b -o '04 10 00 28' | cut -d: -f1)
+equal "$(sed -n 3p err)" "$(printf '%*s^^' "$column" '')"
+equal "$(cat out)" ''
+run verify -t $message wrong.bin; is 1
+run verify -t $message wrong.bin led.bin; is 1; prints '^led.bin: '
+run annotate -t $message wrong.bin; is 1; error_has "$wrong_tag"
+prints "\| ! error\[wrong-tag\]: $message.$wrong_tag"
+prints '^  48  04 10 00 28 .*\| not understood'
+run guess wrong.bin; is 1; prints "^no .*$wrong_tag"
+
+xxd -p wrong.bin >wrong.hex
+run decode -t $message wrong.hex; is 3; error_has 'at byte 48'; error_has 'wrong.hex, from byte 40'
+
+# A count that the array cannot hold.
+tlv encode -t zel_mac_addr '{}' >mac.bin && change mac.bin 12 0007
+run decode -t zel_mac_addr mac.bin; is 3; error_has 'count-exceeds-capacity.*count: 7 exceeds capacity 6 at byte 12'
+run verify -t zel_mac_addr mac.bin; is 1
+
+# Whatever is cut off or changed: an answer, and from annotated text the same bytes again.
+survives() { # FILE WHAT
+    tlv annotate -t $message "$1" >once 2>err
+    [ $? -le 1 ] || fail "$2"
+    tlv annotate once >twice 2>err
+    same once twice
+    for command in decode guess annotate; do
+        tlv $command "$1" >out 2>err
+        [ $? -le 3 ] || fail "$command, $2"
+    done
+}
+for size in $(seq 0 7 119); do
+    head -c "$size" led.bin >cut.bin
+    survives cut.bin "cut to $size"
+    run verify -t $message cut.bin; is 1; error_has 'error\[truncated\]'
+done
+for offset in $(seq 0 5 119); do
+    for byte in 00 FF; do
+        cp led.bin changed.bin && change changed.bin "$offset" $byte
+        survives changed.bin "byte $offset"
+    done
+done
+# An element shorter than its members: bytes are read again, and still printed once.
+tlv sample --kind min analogbri_tdm_conn_resp_message >short.bin && change short.bin 110 0000
+run annotate -t analogbri_tdm_conn_resp_message short.bin; is 0
+prints 'tolerated\[length-mismatch\].*conn_pair: length 0 where 24'; prints 'bytes 112 to 117 again: tdm_conn_resp.value_3'
+sed -n 's/^ *[0-9]\+  \([0-9A-F ]\+\)|.*/\1/p' out | xxd -r -p >read.bin; same read.bin short.bin
+head -c 65536 /dev/urandom >random.bin
+for command in decode annotate guess; do
+    tlv $command --in raw random.bin >out 2>err
+    [ $? -le 3 ] || fail "$command random bytes"
+done
+# Arrays in arrays in arrays, deeper than any type.
+python3 - >deep.bin <<'END'
+import sys
+inner = b''
+while len(inner) < 60000:
+    inner = (0x7777).to_bytes(2, 'big') + len(inner).to_bytes(2, 'big') + inner
+sys.stdout.buffer.write(inner)
+END
+for command in decode annotate guess; do
+    timeout 20 tlv $command --in raw deep.bin >out 2>err
+    [ $? -le 3 ] || fail "$command deep.bin"
+    [ "$(grep -o 'tag 30583' out | wc -l)" -le 200 ] || fail "$command deep.bin goes all the way down"
+done
+finish

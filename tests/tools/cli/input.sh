@@ -1,0 +1,86 @@
+# Every spelling of the same bytes gives the same bytes.
+. "$(dirname "$0")/lib.sh"
+tlv sample --kind max kavu_analogbri_generic_report >big.bin # long runs, which dumps squeeze
+tlv sample $message >led.bin
+
+spellings() { # of FILE, into the directory hex
+    rm -rf hex && mkdir hex
+    xxd "$1" >hex/xxd
+    xxd -g1 -c8 "$1" >hex/xxd_bytes
+    xxd -p "$1" >hex/plain
+    xxd -p "$1" | tr -d '\n' >hex/plain_without_newline
+    xxd -p "$1" | tr a-f A-F | sed 's/$/\r/' >hex/plain_with_returns
+    xxd -i "$1" >hex/c_array
+    { echo '// decimal'; od -An -v -tu1 "$1" | sed 's/ \+/,/g; s/^,/  /; 1s/^/x[] = {/; $s/$/};/; $!s/$/,/'; } >hex/c_decimal
+    hexdump -C "$1" >hex/hexdump
+    hexdump -v -C "$1" >hex/hexdump_all
+    od -tx1 "$1" >hex/od_octal
+    od -Ax -tx1 "$1" >hex/od_hex
+    od -Ad -tx1 "$1" >hex/od_decimal
+    od -An -v -tx1 "$1" >hex/od_bare
+    xxd -p -c1 "$1" | sed 's/^/0x/' | paste -sd ' ' >hex/prefixes
+    xxd -p -c1 "$1" | paste -sd : >hex/colons
+    xxd -p -c1 "$1" | paste -sd , >hex/commas
+    xxd -p -c1 "$1" | sed 's/^/\\x/' | tr -d '\n' >hex/escapes
+    xxd -p -c1 "$1" | awk '{ if (NR % 16 == 1) printf "%s%04x  ", (NR > 1 ? "   ...|{.0\n" : ""), NR - 1
+                             printf " %s", $1 } END { print "   .." }' >hex/capture_tool
+    { printf '\357\273\277# a comment\n'; xxd -p "$1"; } >hex/byte_order_mark
+    tlv annotate "$1" >hex/annotated
+    { cat "$1"; echo; } >hex/raw_with_newline
+    cp "$1" hex/raw
+}
+
+# The bytes that tlv reads are those that annotating prints and xxd takes back.
+bytes_of() { tlv annotate "$1" | sed -n 's/^ *[0-9]\+  \([0-9A-F ]\+\)|.*/\1/p' | xxd -r -p; }
+
+for file in led.bin big.bin; do
+    spellings $file
+    for spelling in hex/*; do
+        bytes_of "$spelling" >read.bin
+        same read.bin $file
+        [ "$(tlv decode <"$spelling" 2>err)" = "$(tlv decode $file)" ] || fail "$spelling from a pipe"
+    done
+done
+
+# A type that annotated input names need not be given, and -t overrides it.
+tlv annotate -t $message led.bin >led.txt
+run decode led.txt; is 0; prints '"led_control"'
+run decode -t app_sess_hdr led.txt; is 0; error_has 'warning\[trailing-bytes\]'
+{ cat led.txt; echo 'set led_control.color = 3'; echo 'size 120'; } >vector.txt
+run verify vector.txt; is 0; prints "$message, 120 of 120 bytes"
+printf 'type uint8\n 0  00 02 00 01 | tag and length\n4 07 | value\n' | tlv decode - >out; equal "$(cat out)" 7
+printf 'type zel_led_control\n0 05 4D 00 04 00 × 4 | value\n' | tlv guess >out 2>err; prints 'zel_led_control'
+
+# Several messages, and repeated bytes.
+cat >several.txt <<'END'
+# From a note.
+type ifid
+   0  04 0F 00 28                    | tag and length
+   4  (00 06 00 04 00 00 00 00) × 5  | five numbers
+type kavu_analogbri_generic_report
+   0  05 45 00 0F 00 02 00 01 00 00 0A 00 06 00 04 00 02 00 00 | nothing to report
+END
+run verify several.txt; is 0
+prints '^several.txt:2: ifid, 44 of 44 bytes'; prints '^several.txt:5: kavu_analogbri_generic_report, 19 of 19'
+run annotate several.txt; cp out first; run annotate first; equal "$(grep -v '^# ' out)" "$(grep -v '^# ' first)"
+run decode --compact several.txt; equal "$(wc -l <out)" 2
+run diff several.txt led.bin; is 3; error_has '2 messages'
+
+# Text that is no message names the line.
+malformed() { printf "$1" | tlv decode >out 2>err; status=$?; is 3; error_has "$2"; }
+malformed '03 E9\n0\n' 'line 2: .*odd number'
+malformed 'hello\n' "line 1: .*hello.*--in raw"
+malformed '0  03 E9 | x\n3  00 | y\n' 'line 2: offset 3, but 2 bytes precede'
+malformed '0  03 E9 | x\n2  0G | y\n' "line 2: '0G'"
+malformed '0 (00 × 2 | x\n' "line 1: '×'"
+malformed 'type nothing\n' "no type is called 'nothing'"
+malformed '{ 1, 256 }' "'256'"
+malformed '0 00 × 99999999999 | x\n' 'line 1: '
+hexdump led.bin | tlv decode >out 2>err; status=$?; is 3 # words in the host's order
+
+# What detection would say is overridden.
+printf '11' | tlv annotate --in raw 2>err | grep -q '31 31' || fail '--in raw'
+printf '\x01\x02' | tlv annotate --in hex >out 2>err; status=$?; is 3
+run decode /dev/null; is 0; equal "$(cat out)" '[]'
+head -c 20000000 /dev/zero | tlv decode >out 2>err; status=$?; is 3; error_has 'more than'
+finish

@@ -1,0 +1,43 @@
+# What is asked for wrongly: status 2, and a hint.
+. "$(dirname "$0")/lib.sh"
+tlv sample $message >led.bin
+
+run; is 2; error_has '^tlv: error\[usage\]: .*tlv --help'
+run decod led.bin; is 2; error_has "did you mean 'decode'"
+run decode --bogus; is 2; error_has 'bogus.*tlv decode --help'
+run decode --text --compact led.bin; is 2
+run decode --filter udp led.bin; is 2; error_has '--pcap'
+run decode --in octal led.bin; is 2; error_has 'auto\|raw\|hex'
+run decode -t zel_led_contrl led.bin; is 2; error_has "did you mean 'zel_led_control'"
+run decode -t 999 led.bin; is 2
+run verify led.bin; is 2; error_has 'tlv guess'
+run encode '{}'; is 2
+run sample --kind big $message; is 2; error_has 'min\|max\|random\|boundary'
+run sample --seed x $message; is 2
+run diff led.bin; is 2
+run diff - -; is 2
+run show; is 2
+run explain wrong-tg; is 2; error_has "did you mean 'wrong-tag'"
+
+# Files that cannot be read do not keep the others from being read.
+run decode -t $message missing led.bin; is 4; error_has 'missing: No such file'; prints '"led_control"'
+run annotate /; is 4; error_has 'error\[input-output\]'
+
+# Types and codes.
+run types; is 0; quiet
+equal "$(wc -l <out)" "$(sort -u out | wc -l)"
+run types 'zel_led_c*l'; is 0; equal "$(cat out)" zel_led_control
+run types -l zel_led_control; prints '^structure +1357  zel_led_control: .*LED'
+run types nothing_like_it; is 1; equal "$(cat out)" ''
+run show 0x054D; is 0
+prints '^zel_led_control: structure, tag 1357'
+prints '^28 bytes on the wire, 8 in memory'
+prints '^    uint16_t slot;'
+prints '^ +16 +12    color: zel_led_color, tag 1362'
+run show ip_address; prints '^ +16\+ +12    length: addr_length'
+run show ip_address_type_union; prints '^        struct ipv6_addr ipv6;'; prints 'type 1 ipv4: ipv4_addr'
+run show zel_vlan_stat_bundle_vlan_counters_array; prints '^    struct zel_vlan_counters \*items;'
+run explain; for code in $(cat out); do tlv explain "$code" | grep -q ' ' || fail "$code is not explained"; done
+run explain usage; prints 'command line'
+for type in $(tlv types); do tlv show "$type" >out 2>err || fail "show $type"; done
+finish

@@ -1,0 +1,39 @@
+// What goes to standard error, and the codes in it: "tlv: error[wrong-tag]: ...".
+#pragma once
+
+#include "failure.h"
+#include "input.h"
+
+#include <tlvmsg/inspect.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tlvmsg::tool {
+
+// "error[code]: path: what at byte n".
+std::string fault_text(const tlvmsg_fault &fault);
+
+// Without the code: "path: what at byte n".
+std::string fault_message(const tlvmsg_fault &fault);
+
+// Of a deviation: "tolerated[code]: ...".
+std::string tolerated_text(const tlvmsg_fault &deviation);
+
+// The fault, and the bytes around it with a caret below the one in question.
+void report(const tlvmsg_fault &fault, const Input &input);
+
+void report(const tlvmsg_fault &fault);
+
+void report(const Failure &failure);
+
+void warn(std::string_view code, std::string_view message);
+
+// What `tlv explain` explains: the codes of the library, and those of the command.
+std::vector<std::string> code_names();
+
+// Empty for what is no code.
+std::string code_text(const std::string &name);
+
+} // namespace tlvmsg::tool

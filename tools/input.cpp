@@ -1,0 +1,107 @@
+#include "input.h"
+
+#include "element.h"
+#include "failure.h"
+#include "hex_text.h"
+#include "terminal.h"
+#include "text_line.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <string_view>
+#include <unistd.h>
+
+namespace tlvmsg::tool {
+
+namespace {
+
+std::string name_of(const std::string &path) { return path == "-" ? "standard input" : path; }
+
+struct Close {
+    void operator()(std::FILE *file) const {
+        if (file != stdin) {
+            std::fclose(file);
+        }
+    }
+};
+using File = std::unique_ptr<std::FILE, Close>;
+
+File open(const std::string &path) {
+    if (path == "-") {
+        if (isatty(STDIN_FILENO) != 0) {
+            complain("tlv: reading standard input; end it with Ctrl-D");
+        }
+        return File(stdin);
+    }
+    File file(std::fopen(path.c_str(), "rb"));
+    if (file == nullptr) {
+        throw Failure(exit_io, fmt::format("{}: {}", path, std::strerror(errno)));
+    }
+    return file;
+}
+
+// Raw bytes that end in a line feed, as `echo` and editors leave it, when it is not part of the last element.
+void drop_newline(std::vector<uint8_t> &bytes) {
+    const size_t end = end_of_elements(bytes);
+    const std::string_view rest(reinterpret_cast<const char *>(bytes.data()) + end, bytes.size() - end);
+    if (rest == "\n" || rest == "\r\n") {
+        bytes.resize(end);
+    }
+}
+
+} // namespace
+
+std::string read_text(const std::string &path) {
+    const File file = open(path);
+    std::string text;
+    std::array<char, 65536> buffer;
+    while (const size_t size = std::fread(buffer.data(), 1, buffer.size(), file.get())) {
+        text.append(buffer.data(), size);
+        if (text.size() > largest_input) {
+            throw Failure(exit_malformed,
+                          fmt::format("{}: more than {} bytes", name_of(path), largest_input));
+        }
+    }
+    if (std::ferror(file.get()) != 0) {
+        throw Failure(exit_io, fmt::format("{}: {}", name_of(path), std::strerror(errno)));
+    }
+    return text;
+}
+
+std::vector<Input> read_inputs(const std::string &path, InputForm form) {
+    const std::string text = read_text(path);
+    const std::string name = name_of(path);
+    if (form == InputForm::raw || (form == InputForm::detect && !looks_like_text(text))) {
+        Input input{name, {text.begin(), text.end()}, ""};
+        drop_newline(input.bytes);
+        return {input};
+    }
+    try {
+        std::vector<HexText> messages = parse_hex(text);
+        std::vector<Input> inputs;
+        for (HexText &each : messages) {
+            const bool alone = messages.size() == 1;
+            inputs.push_back({alone ? name : fmt::format("{}:{}", name, each.line), std::move(each.bytes),
+                              std::move(each.type), alone});
+        }
+        return inputs;
+    } catch (const Failure &failure) {
+        throw Failure(failure.exit_status, fmt::format("{}: {}", name, failure.what()));
+    }
+}
+
+Input read_input(const std::string &path, InputForm form) {
+    std::vector<Input> inputs = read_inputs(path, form);
+    if (inputs.size() > 1) {
+        throw Failure(exit_malformed,
+                      fmt::format("{}: {} messages, where one is wanted", name_of(path), inputs.size()));
+    }
+    return std::move(inputs[0]);
+}
+
+} // namespace tlvmsg::tool

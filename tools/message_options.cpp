@@ -1,0 +1,95 @@
+#include "message_options.h"
+
+#include "element.h"
+#include "faults.h"
+#include "lookup.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace tlvmsg::tool {
+
+namespace {
+
+// Gives up on a command line that makes no sense: it will not make more with the next file.
+int reported(const Failure &failure) {
+    if (failure.exit_status == exit_usage) {
+        throw failure;
+    }
+    report(failure);
+    return failure.exit_status;
+}
+
+int work_on(const std::string &path, InputForm form, const std::function<int(const Input &)> &work) {
+    int status = exit_fine;
+    try {
+        for (const Input &input : read_inputs(path, form)) {
+            status = std::max(status, work(input));
+        }
+    } catch (const Failure &failure) {
+        status = std::max(status, reported(failure));
+    }
+    return status;
+}
+
+} // namespace
+
+void add_form_option(CLI::App *command, std::string &form) {
+    add_choice(command, "--in", form, "auto|raw|hex", "Take the input for raw bytes, or for hex text");
+}
+
+void add_type_option(CLI::App *command, std::string &type, const std::string &otherwise) {
+    command->add_option("-t,--type", type, "The type of the message, by name or by tag; " + otherwise)
+        ->type_name("TYPE");
+}
+
+void add_files(CLI::App *command, std::vector<std::string> &files) {
+    command->add_option("FILE", files, "Messages, one a file; - and none at all stand for standard input")
+        ->type_name("FILE");
+}
+
+InputForm form_of(const std::string &option) {
+    if (option == "raw") {
+        return InputForm::raw;
+    }
+    return option == "hex" ? InputForm::hex : InputForm::detect;
+}
+
+const tlvmsg_type *type_for(const MessageOptions &options, const Input &input) {
+    if (!options.type.empty() || input.type.empty()) {
+        return options.type.empty() ? nullptr : find_type(options.type);
+    }
+    const tlvmsg_type *const type = tlvmsg_type_find(input.type.c_str());
+    if (type == nullptr) {
+        throw Failure(exit_malformed, fmt::format("{}: no type is called '{}'", input.name, input.type));
+    }
+    return type;
+}
+
+std::string heading_for(const MessageOptions &options, const Input &input) {
+    return options.files.size() > 1 || !input.alone ? fmt::format("# {}\n", input.name) : "";
+}
+
+int for_each_input(const MessageOptions &options, const std::function<int(const Input &)> &work) {
+    if (options.files.empty()) {
+        return work_on("-", form_of(options.form), work);
+    }
+    int status = exit_fine;
+    for (const std::string &path : options.files) {
+        status = std::max(status, work_on(path, form_of(options.form), work));
+    }
+    return status;
+}
+
+tlvmsg_fault incomplete_element(const Input &input, size_t end) {
+    const size_t left = input.bytes.size() - end;
+    const uint8_t *const header = input.bytes.data() + end;
+    const size_t length = left < header_size ? 0 : size_t{header[2]} << 8 | header[3];
+    tlvmsg_fault fault{TLVMSG_TRUNCATED, end, left, header_size + length, {}};
+    std::strcpy(fault.path, "element");
+    return fault;
+}
+
+} // namespace tlvmsg::tool

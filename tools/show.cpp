@@ -1,0 +1,182 @@
+#include "show.h"
+
+#include "element.h"
+#include "fields.h"
+#include "lookup.h"
+
+#include <fmt/format.h>
+
+#include <string_view>
+
+namespace tlvmsg::tool {
+
+namespace {
+
+std::string size_text(uint32_t least, uint32_t most) {
+    return least == most ? fmt::format("{}", least) : fmt::format("{}..{}", least, most);
+}
+
+std::string heading(const tlvmsg_type *type) {
+    const std::string tag = type->tag != 0 ? fmt::format(", tag {} (0x{:04X})", type->tag, type->tag) : "";
+    const std::string family = *type->family != '\0' ? fmt::format(", {}", type->family) : "";
+    std::string text = fmt::format("{}: {}{}{}\n", type->name, kind_name(type->kind), tag, family);
+    if (*type->doc != '\0') {
+        text += fmt::format("{}\n", type->doc);
+    }
+    return text + fmt::format("{} bytes on the wire, {} in memory\n",
+                              size_text(type->min_encoded, type->max_encoded), type->size);
+}
+
+// ---- The declaration ----
+
+std::string c_type(const tlvmsg_type *type) {
+    switch (type->kind) {
+    case TLVMSG_SCALAR:
+        return std::string_view(type->name) == "char" ? "char" : fmt::format("{}_t", type->name);
+    case TLVMSG_ENUMERATION:
+        return type->name;
+    default:
+        return fmt::format("struct {}", type->name);
+    }
+}
+
+std::string alternatives(const tlvmsg_type *type) {
+    std::string text = "    union {\n";
+    for (uint32_t i = 0; i < type->alternative_count; ++i) {
+        const tlvmsg_alternative &alternative = type->alternatives[i];
+        text += fmt::format("        {} {};\n", c_type(alternative.type), alternative.name);
+    }
+    return text + "    };\n";
+}
+
+// A field for each member that has one of its own, documented where something is said of it.
+std::string fields(const tlvmsg_type *type) {
+    std::string text;
+    for (uint32_t i = 0; i < type->member_count; ++i) {
+        const tlvmsg_member &member = type->members[i];
+        if ((member.flags & TLVMSG_SHARED_WITH_NEXT) != 0) {
+            continue;
+        }
+        if (*member.path == '\0') {
+            text += alternatives(member.type);
+            continue;
+        }
+        text += fmt::format("    {} {};", c_type(member.type), member.path);
+        text += *member.doc != '\0' ? fmt::format(" // {}\n", member.doc) : "\n";
+    }
+    return text;
+}
+
+std::string array_fields(const tlvmsg_type *type) {
+    const std::string item = is_bytes(type) ? "uint8_t" : c_type(type->element);
+    const std::string_view name = is_bytes(type) ? "bytes" : "items";
+    const std::string count = fmt::format("    uint{}_t count;\n", 8 * type->count_width);
+    return is_dynamic(*type) ? fmt::format("{}    {} *{};\n", count, item, name)
+                             : fmt::format("{}    {} {}[{}];\n", count, item, name, type->capacity);
+}
+
+std::string declaration(const tlvmsg_type *type) {
+    std::string inside;
+    switch (type->kind) {
+    case TLVMSG_SCALAR:
+        return "";
+    case TLVMSG_ENUMERATION:
+        return fmt::format("\ntypedef uint32_t {};\n", type->name);
+    case TLVMSG_STRUCTURE:
+    case TLVMSG_MESSAGE:
+        inside = fields(type);
+        break;
+    case TLVMSG_UNION:
+        if (type->selector_offset != 0) {
+            return "\n// its fields are those of the structure around it\n";
+        }
+        inside = fmt::format("    {} {};\n", type->selector->name, type->selector_name) + alternatives(type);
+        break;
+    default:
+        inside = array_fields(type);
+    }
+    return fmt::format("\ntypedef struct {} {{\n{}}} {};\n", type->name, inside, type->name);
+}
+
+// ---- The wire ----
+
+// Offsets count what is there at least; behind the first part of varying size they are marked so.
+class Layout {
+public:
+    std::string text(const tlvmsg_type *type) {
+        add(type, "", 0);
+        return text_;
+    }
+
+private:
+    void row(uint32_t least, uint32_t most, unsigned depth, const std::string &what) {
+        text_ += fmt::format("{:>8}  {:>11}  {:{}}{}\n", fmt::format("{}{}", offset_, fixed_ ? "" : "+"),
+                             size_text(least, most), "", 2 * depth, what);
+    }
+
+    void advance(const tlvmsg_type *type) {
+        offset_ += type->min_encoded;
+        fixed_ = fixed_ && type->min_encoded == type->max_encoded;
+    }
+
+    void add(const tlvmsg_type *type, const std::string &name, unsigned depth) {
+        const std::string what = name.empty() ? type->name : fmt::format("{}: {}", name, type->name);
+        switch (type->kind) {
+        case TLVMSG_MESSAGE:
+            return members(type, depth);
+        case TLVMSG_STRUCTURE:
+            row(type->min_encoded, type->max_encoded, depth, fmt::format("{}, tag {}", what, type->tag));
+            offset_ += header_size;
+            return members(type, depth + 1);
+        case TLVMSG_UNION:
+            row(type->min_encoded, type->max_encoded, depth, what);
+            choices(type, depth + 1);
+            break;
+        case TLVMSG_SCALAR:
+        case TLVMSG_ENUMERATION:
+            row(type->min_encoded, type->max_encoded, depth, fmt::format("{}, tag {}", what, type->tag));
+            break;
+        default:
+            row(type->min_encoded, type->max_encoded, depth, what + items(type));
+        }
+        advance(type);
+    }
+
+    void members(const tlvmsg_type *type, unsigned depth) {
+        for (uint32_t i = 0; i < type->member_count; ++i) {
+            add(type->members[i].type, type->members[i].path, depth);
+        }
+    }
+
+    static std::string items(const tlvmsg_type *type) {
+        const std::string item = is_bytes(type) ? "bytes" : type->element->name;
+        const std::string form = type->kind == TLVMSG_PACKED_ARRAY ? " without headers" : "";
+        return is_dynamic(*type) ? fmt::format(", count and {}", item)
+                                 : fmt::format(", count and up to {} {}{}", type->capacity, item, form);
+    }
+
+    void choices(const tlvmsg_type *type, unsigned depth) {
+        for (uint32_t i = 0; i < type->alternative_count; ++i) {
+            const tlvmsg_alternative &choice = type->alternatives[i];
+            std::string values;
+            for (uint32_t j = 0; j < choice.value_count; ++j) {
+                values += fmt::format("{}{}", j == 0 ? "" : " or ", choice.values[j]);
+            }
+            row(choice.type->min_encoded, choice.type->max_encoded, depth,
+                fmt::format("{} {} {}: {}", type->selector_name, values, choice.name, choice.type->name));
+        }
+    }
+
+    std::string text_;
+    uint32_t offset_ = 0;
+    bool fixed_ = true;
+};
+
+} // namespace
+
+std::string show(const tlvmsg_type *type) {
+    return heading(type) + declaration(type) +
+           fmt::format("\n{:>8}  {:>11}  {}\n", "offset", "size", "element") + Layout().text(type);
+}
+
+} // namespace tlvmsg::tool

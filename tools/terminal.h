@@ -1,0 +1,60 @@
+// Standard output and standard error: what can go wrong with them, and what is only for the eye.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tlvmsg::tool {
+
+// Thrown when whoever read our output has gone, which is no failure: `tlv types | head -1`.
+struct ReaderGone {};
+
+// To standard output. Throws ReaderGone, or Failure(exit_io) when it cannot be written.
+void print(std::string_view text);
+
+// Writes out what is still buffered; throws as print does.
+void finish_output();
+
+// To standard error, a line.
+void complain(std::string_view line);
+
+enum class Colour { dim, red, yellow, bold };
+
+// Colours text that goes to a terminal, unless NO_COLOR is set.
+class Paint {
+public:
+    explicit Paint(int descriptor);
+    std::string operator()(Colour colour, std::string_view text) const;
+
+private:
+    bool coloured_;
+};
+
+// What has been done so far, on standard error: only on a terminal that the output does not go to as well,
+// and only when it takes longer than two seconds.
+class Progress {
+public:
+    // `total` is unknown for pipes.
+    Progress(std::string what, std::optional<uint64_t> total);
+    ~Progress();
+    Progress(const Progress &) = delete;
+    Progress &operator=(const Progress &) = delete;
+
+    // Whether it is time to show something.
+    bool due() const;
+    void show(uint64_t count, uint64_t done);
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    std::string what_;
+    std::optional<uint64_t> total_;
+    bool wanted_;
+    bool shown_ = false;
+    Clock::time_point next_;
+};
+
+} // namespace tlvmsg::tool

@@ -1,0 +1,36 @@
+// Records for reading and for grep: a line a value, "led_control.slot = 2".
+#pragma once
+
+#include <tlvmsg/inspect.h>
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tlvmsg::tool {
+
+// Where something stands, below `whole`, which may be empty.
+std::string path_of(const tlvmsg_place &place, std::string_view whole);
+
+// A number of a scalar or an enumeration as walking gives it.
+std::string number_text(const tlvmsg_type *type, uint64_t value);
+
+// Whether every byte is printable ASCII.
+bool is_printable(std::span<const uint8_t> bytes);
+
+// The bytes with a dot for each that is not printable.
+std::string printable(std::span<const uint8_t> bytes);
+
+// "03 E9 00 2C".
+std::string hex_pairs(std::span<const uint8_t> bytes);
+
+// "1 deviation", "2 deviations".
+std::string counted(size_t count, std::string_view what);
+
+// "text" in quotes when printable, else hex(03 E9).
+std::string bytes_text(std::span<const uint8_t> bytes);
+
+std::string to_text(const tlvmsg_type *type, const void *record, std::string_view whole);
+
+} // namespace tlvmsg::tool
