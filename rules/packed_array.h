@@ -2,24 +2,22 @@
 #pragma once
 
 #include "array.h"
+#include "lanes.h"
 
 namespace tlvmsg::rules {
 
+// Either direction is the same: a copy that turns the bytes of each value around.
 template <class Scalar>
 struct PackedValues {
-    using value = typename Scalar::record;
+    using value = std::make_unsigned_t<typename Scalar::record>;
 
-    [[gnu::noinline]] static uint8_t *encode(const value *items, uint16_t count, uint8_t *out) {
-        out = encode_array_prefix(out, static_cast<uint16_t>(array_prefix + count * sizeof(value)), count);
-        for (uint32_t i = 0; i < count; ++i, out += sizeof(value)) {
-            Scalar::store(out, static_cast<std::make_unsigned_t<value>>(items[i]));
+    [[gnu::noinline]] static void copy(uint8_t *to, const uint8_t *from, uint32_t count) {
+        constexpr uint32_t lanes = sizeof(Words) / sizeof(value);
+        for (; count >= lanes; count -= lanes, to += sizeof(Words), from += sizeof(Words)) {
+            store_lanes(to, swap_lanes<sizeof(value)>(load_lanes(from)));
         }
-        return out;
-    }
-
-    [[gnu::noinline]] static void decode(const uint8_t *in, uint16_t count, value *items) {
-        for (uint32_t i = 0; i < count; ++i, in += sizeof(value)) {
-            items[i] = static_cast<value>(Scalar::load(in));
+        for (; count > 0; --count, to += sizeof(value), from += sizeof(value)) {
+            Scalar::store(to, wire::load_stored<value>(from));
         }
     }
 };
@@ -29,18 +27,19 @@ struct packed_array {
     using record = Record;
     static constexpr uint32_t fixed_size = 0;
     static constexpr uint16_t capacity = Capacity;
+    static constexpr uint32_t width = sizeof(typename Scalar::record);
 
     static uint16_t size(const record *in) {
-        return in == nullptr
-                   ? 0
-                   : static_cast<uint16_t>(array_prefix + in->count * sizeof(typename Scalar::record));
+        return in == nullptr ? 0 : static_cast<uint16_t>(array_prefix + in->count * width);
     }
 
     static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr || out == nullptr) {
             return nullptr;
         }
-        return PackedValues<Scalar>::encode(unbounded(in->items), in->count, out);
+        out = encode_array_prefix(out, size(in), in->count);
+        PackedValues<Scalar>::copy(out, reinterpret_cast<const uint8_t *>(unbounded(in->items)), in->count);
+        return out + in->count * width;
     }
 
     static const uint8_t *decode(const uint8_t *in, record *out) {
@@ -49,7 +48,8 @@ struct packed_array {
             return nullptr;
         }
         out->count = prefix.count;
-        PackedValues<Scalar>::decode(prefix.items, prefix.count, unbounded(out->items));
+        PackedValues<Scalar>::copy(reinterpret_cast<uint8_t *>(unbounded(out->items)), prefix.items,
+                                   prefix.count);
         return prefix.end;
     }
 };

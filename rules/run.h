@@ -48,7 +48,7 @@ struct run {
     static uint32_t mismatch(const uint8_t *in) {
         uint32_t difference = 0;
         if constexpr (fours != 0) {
-            FourWords::Words differences{};
+            Words differences{};
             each<fours>([&](auto i) { differences |= FourWords::differences(at(in, 4 * i)); });
             difference = FourWords::in_headers(differences);
         }

@@ -37,32 +37,26 @@ inline void store64(uint8_t *out, uint64_t value) {
     std::memcpy(out, &value, sizeof value);
 }
 
-inline uint16_t load16(const uint8_t *in) {
-    uint16_t value;
+// As it lies there, in whatever order.
+template <class Value>
+Value load_stored(const uint8_t *in) {
+    Value value;
     std::memcpy(&value, in, sizeof value);
-    return OSALntohs(value);
+    return value;
 }
 
-inline uint32_t load32(const uint8_t *in) {
-    uint32_t value;
-    std::memcpy(&value, in, sizeof value);
-    return OSALntohl(value);
-}
+inline uint16_t load16(const uint8_t *in) { return OSALntohs(load_stored<uint16_t>(in)); }
 
-inline uint64_t load64(const uint8_t *in) {
-    uint64_t value;
-    std::memcpy(&value, in, sizeof value);
-    return big_endian(value);
-}
+inline uint32_t load32(const uint8_t *in) { return OSALntohl(load_stored<uint32_t>(in)); }
+
+inline uint64_t load64(const uint8_t *in) { return big_endian(load_stored<uint64_t>(in)); }
 
 // A header as the 32-bit number that its four bytes spell.
 constexpr uint32_t header(uint16_t tag, uint16_t length) { return uint32_t{tag} << 16 | length; }
 
 // 0 when the four bytes at `in` spell that header. Compared as stored: swapping the constant costs nothing.
 inline uint32_t difference(const uint8_t *in, uint32_t header) {
-    uint32_t stored;
-    std::memcpy(&stored, in, sizeof stored);
-    return stored ^ OSALhtonl(header);
+    return load_stored<uint32_t>(in) ^ OSALhtonl(header);
 }
 
 // An element whose header has been read; the default is what a null position reads as.

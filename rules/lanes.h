@@ -1,0 +1,54 @@
+// Byte order of several numbers at a time, in the compilers' portable vector types.
+#pragma once
+
+#include "runtime/scalar.h"
+
+#include <cstddef>
+
+namespace tlvmsg::rules {
+
+using Words = uint32_t __attribute__((vector_size(16)));
+
+inline Words load_lanes(const void *from) {
+    Words words;
+    std::memcpy(&words, from, sizeof words);
+    return words;
+}
+
+inline void store_lanes(void *to, Words words) { std::memcpy(to, &words, sizeof words); }
+
+// Host order to network order, and back, in lanes of WIDTH bytes.
+template <size_t Width>
+Words swap_lanes(Words words) {
+#if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+    return words;
+#elif defined(__SSE2__) && !defined(__SSSE3__)
+    // No instruction moves single bytes: swap the bytes of the halves, then the halves, then the words.
+    using Halves = uint16_t __attribute__((vector_size(16)));
+    auto halves = reinterpret_cast<Halves>(words);
+    halves = halves << 8 | halves >> 8;
+    words = reinterpret_cast<Words>(halves);
+    if constexpr (Width > 2) {
+        words = words << 16 | words >> 16;
+    }
+    if constexpr (Width > 4) {
+        words = __builtin_shufflevector(words, words, 1, 0, 3, 2);
+    }
+    return words;
+#else
+    using Octets = uint8_t __attribute__((vector_size(16)));
+    const auto octets = reinterpret_cast<Octets>(words);
+    if constexpr (Width == 2) {
+        return reinterpret_cast<Words>(
+            __builtin_shufflevector(octets, octets, 1, 0, 3, 2, 5, 4, 7, 6, 9, 8, 11, 10, 13, 12, 15, 14));
+    } else if constexpr (Width == 4) {
+        return reinterpret_cast<Words>(
+            __builtin_shufflevector(octets, octets, 3, 2, 1, 0, 7, 6, 5, 4, 11, 10, 9, 8, 15, 14, 13, 12));
+    } else {
+        return reinterpret_cast<Words>(
+            __builtin_shufflevector(octets, octets, 7, 6, 5, 4, 3, 2, 1, 0, 15, 14, 13, 12, 11, 10, 9, 8));
+    }
+#endif
+}
+
+} // namespace tlvmsg::rules
