@@ -15,9 +15,7 @@ void OSALfree(uint32_t selector, void *block) {
     free(block);
 }
 
-void *OSALmemset(void *block, int value, uint32_t size) {
-    return memset(block, value, size);
-}
+void *OSALmemset(void *block, int value, uint32_t size) { return memset(block, value, size); }
 
 /* The out-of-line copies of the header's inline operations. */
 extern inline uint16_t OSALhtons(uint16_t value);

@@ -41,12 +41,8 @@ inline uint32_t OSALhtonl(uint32_t value) {
 #endif
 }
 
-inline uint16_t OSALntohs(uint16_t value) {
-    return OSALhtons(value);
-}
-inline uint32_t OSALntohl(uint32_t value) {
-    return OSALhtonl(value);
-}
+inline uint16_t OSALntohs(uint16_t value) { return OSALhtons(value); }
+inline uint32_t OSALntohl(uint32_t value) { return OSALhtonl(value); }
 
 #ifdef __cplusplus
 }

@@ -6,15 +6,9 @@
 
 using namespace tlvmsg;
 
-TLVMSG_EXPORTED uint16_t tlv_read_16bit(const uint8_t *in) {
-    return wire::load16(in);
-}
-TLVMSG_EXPORTED uint32_t tlv_read_32bit(const uint8_t *in) {
-    return wire::load32(in);
-}
-TLVMSG_EXPORTED uint64_t tlv_read_64bit(const uint8_t *in) {
-    return wire::load64(in);
-}
+TLVMSG_EXPORTED uint16_t tlv_read_16bit(const uint8_t *in) { return wire::load16(in); }
+TLVMSG_EXPORTED uint32_t tlv_read_32bit(const uint8_t *in) { return wire::load32(in); }
+TLVMSG_EXPORTED uint64_t tlv_read_64bit(const uint8_t *in) { return wire::load64(in); }
 
 TLVMSG_EXPORTED uint16_t tlv_write_16bit(uint8_t *out, uint16_t value) {
     wire::store16(out, value);

@@ -10,9 +10,7 @@ constexpr uint32_t pool = 0;
 
 } // namespace
 
-TLVMSG_EXPORTED void *tlv_malloc(uint32_t size) {
-    return OSALmalloc(pool, size);
-}
+TLVMSG_EXPORTED void *tlv_malloc(uint32_t size) { return OSALmalloc(pool, size); }
 
 TLVMSG_EXPORTED void *tlv_calloc(uint32_t count, uint32_t size) {
     const uint32_t bytes = count * size;
@@ -23,6 +21,4 @@ TLVMSG_EXPORTED void *tlv_calloc(uint32_t count, uint32_t size) {
     return block;
 }
 
-TLVMSG_EXPORTED void tlv_free(void *block) {
-    OSALfree(pool, block);
-}
+TLVMSG_EXPORTED void tlv_free(void *block) { OSALfree(pool, block); }

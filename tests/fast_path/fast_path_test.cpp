@@ -89,7 +89,7 @@ void expect_same_encoding(const tlvmsg_type &type, const Both &codecs, const uin
 // behind the input, and nothing in it is a count, so that any of it may be decoded.
 class AnyDamage {
 public:
-    explicit AnyDamage(const Bytes &valid) : input_(valid.size() + 4 * 65536), size_(valid.size()) {
+    explicit AnyDamage(const Bytes &valid) : input_(valid.size() + size_t{4} * 65536), size_(valid.size()) {
         std::copy(valid.begin(), valid.end(), input_.begin());
     }
 

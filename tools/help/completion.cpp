@@ -95,7 +95,7 @@ std::string bash_options(const CLI::App &command) {
 }
 
 std::string bash_cases(const CLI::App &command) {
-    const std::string name = command.get_name();
+    const std::string &name = command.get_name();
     std::string cases;
     for (const CLI::Option *option : public_options(command, false)) {
         if (takes_value(*option)) {
