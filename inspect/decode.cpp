@@ -30,17 +30,19 @@ size_t tlvmsg_default_allocation(size_t in_len) {
 
 bool tlvmsg_trace(const tlvmsg_type *type, const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,
                   tlvmsg_tracer tracer, void *context, tlvmsg_extent *extent, tlvmsg_fault *fault) {
-    give(extent, tlvmsg_extent{});
     if (const char *argument = missing_argument(type, in, in_len)) {
+        give(extent, tlvmsg_extent{});
         give(fault, null_argument(argument));
         return false;
     }
     Decoder decoder({in, in_len, effective(limits, in_len)}, {tracer, context});
     const bool accepted = decoder.decode(*type, nullptr);
-    if (accepted) {
-        give(extent, decoder.extent());
+    if (extent != nullptr) {
+        *extent = accepted ? decoder.extent() : tlvmsg_extent{};
     }
-    give(fault, accepted ? tlvmsg_fault{} : decoder.fault());
+    if (fault != nullptr) {
+        *fault = accepted ? tlvmsg_fault{} : decoder.fault();
+    }
     return accepted;
 }
 
@@ -70,7 +72,9 @@ bool tlvmsg_decode(const tlvmsg_type *type, const uint8_t *in, size_t in_len, co
         give(fault, decoder.fault());
         return false;
     }
-    give(consumed, decoder.extent().consumed);
-    give(fault, tlvmsg_fault{});
+    give(consumed, decoder.consumed());
+    if (fault != nullptr) {
+        *fault = {};
+    }
     return true;
 }

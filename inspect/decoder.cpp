@@ -38,7 +38,15 @@ bool Decoder::decode(const tlvmsg_type &type, uint8_t *record) {
     return outcome == Outcome::Done;
 }
 
+tlvmsg_extent Decoder::extent() const {
+    return {extent_.consumed, extent_.examined,   extent_.allocated,
+            extent_.blocks,   extent_.deviations, extent_.deviations > 0 ? first_deviation_ : tlvmsg_fault{}};
+}
+
 Outcome Decoder::any(const Place &place, size_t &at, uint8_t *record, Before before) {
+    if (flawless(*place.type, at, record)) {
+        return Outcome::Done;
+    }
     switch (place.type->kind) {
     case TLVMSG_SCALAR:
         return scalar(place, at, record);

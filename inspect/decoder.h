@@ -36,8 +36,11 @@ public:
     // Into a record of zero bytes, or none. On failure the record holds what was decoded before the fault.
     bool decode(const tlvmsg_type &type, uint8_t *record);
 
-    const tlvmsg_extent &extent() const { return extent_; } // after success
-    const tlvmsg_fault &fault() const { return fault_; }    // after failure
+    // After success.
+    size_t consumed() const { return extent_.consumed; }
+    tlvmsg_extent extent() const;
+
+    const tlvmsg_fault &fault() const { return fault_; } // after failure
 
 private:
     // The element of a structure or array, by its header.
@@ -70,11 +73,18 @@ private:
     Outcome packed(const Place &place, size_t &at, uint16_t count, uint8_t *first);
     Outcome elements(const Place &place, size_t &at, uint16_t count, uint8_t *first);
 
+    // decoder_image.cpp
+
+    // Decodes an encoding of the type that has all headers as they should be, which leaves nothing to be
+    // tolerated. Otherwise returns false, with nothing done.
+    bool flawless(const tlvmsg_type &type, size_t &at, uint8_t *record);
+
     // decoder_element.cpp
     Outcome header(const Place &place, size_t at, uint16_t tag, uint16_t &length);
     Outcome number(const Place &place, size_t &at, uint16_t tag, size_t width, tlvmsg_piece_kind kind);
     Outcome open(const Place &place, size_t &at, uint16_t tag, Element &element);
     Outcome close(const Place &place, size_t &at, const Element &element, Outcome inside);
+    void examine(size_t end) { extent_.examined = end > extent_.examined ? end : extent_.examined; }
     Outcome need(const Place &place, size_t at, size_t size);
     uint64_t load(size_t at, size_t width) const;
     Outcome refuse(const Place &place, tlvmsg_code code, size_t offset, uint64_t found, uint64_t allowed);
@@ -87,8 +97,19 @@ private:
     Input input_;
     Tracer tracer_;
     uint64_t number_ = 0; // the last that was decoded
-    tlvmsg_fault fault_{};
-    tlvmsg_extent extent_{};
+
+    // As in tlvmsg_extent.
+    struct {
+        size_t consumed;
+        size_t examined;
+        size_t allocated;
+        size_t blocks;
+        size_t deviations;
+    } extent_{};
+
+    // Large, and on good input never looked at: not cleared.
+    tlvmsg_fault first_deviation_; // when there are deviations
+    tlvmsg_fault fault_;           // the last that was found
 };
 
 // Of a field or item in a record that may not be there.

@@ -68,9 +68,7 @@ Outcome Decoder::need(const Place &place, size_t at, size_t size) {
     if (size > left) {
         return refuse(place, TLVMSG_TRUNCATED, at, left, size);
     }
-    if (extent_.examined < at + size) {
-        extent_.examined = at + size;
-    }
+    examine(at + size);
     return Outcome::Done;
 }
 
@@ -107,7 +105,7 @@ Outcome Decoder::tolerate(const Place &place) {
         return Outcome::Refused;
     }
     if (extent_.deviations++ == 0) {
-        extent_.first_deviation = fault_;
+        first_deviation_ = fault_;
     }
     if (tracer_.call != nullptr) {
         const tlvmsg_piece piece{TLVMSG_PIECE_DEVIATION, fault_.offset, 0, &place, 0, &fault_};

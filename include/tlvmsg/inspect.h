@@ -8,8 +8,8 @@
  * Promises, for every input whatsoever:
  *
  *   1. Nothing is read outside [in, in + in_len) and nothing is written outside the record or the output.
- *   2. tlvmsg_decode fetches every tag, length, count and value once and never looks again, so it stays safe
- *      while somebody else changes the input.
+ *   2. tlvmsg_decode relies on a single fetch of every tag, length, count and value, so it stays safe while
+ *      somebody else changes the input.
  *   3. tlvmsg_verify accepts exactly what tlvmsg_decode accepts, given the memory.
  *   4. If tlvmsg_verify accepts and the bytes do not change, then decode_tlv_TYPE, given a zeroed record,
  *      reads only the first `examined` bytes, writes only the record, allocates `blocks` blocks of together

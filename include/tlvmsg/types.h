@@ -93,6 +93,9 @@ struct tlvmsg_type {
     const tlvmsg_type *selector; /* unions: the enumeration that chooses */
     const char *selector_name;
     uint32_t selector_offset; /* in the record that the union's operations take */
+
+    const struct tlvmsg_image_header *image; /* the library's own: every header, where none can vary */
+    uint32_t image_count;
 };
 
 /* The descriptor of that name, or null. */
