@@ -106,7 +106,7 @@ private:
 };
 
 // Without the library's own prefix, and of a length and of letters that fit a terminal.
-std::string syntax_message(const Json::parse_error &error) {
+std::string syntax_message(const Json::exception &error) {
     std::string message = error.what();
     message.erase(0, message.find("] ") + 2);
     if (message.size() > 4 * longest_quote) {
@@ -124,7 +124,7 @@ Json parse(std::string_view text) {
             watch(event, parsed);
             return true;
         });
-    } catch (const Json::parse_error &error) {
+    } catch (const Json::exception &error) { // numbers beyond any double have one of their own
         fail("$", "not JSON: " + syntax_message(error));
     }
 }
