@@ -16,9 +16,10 @@ GuardedBuffer &fill(GuardedBuffer &buffer, const Bytes &bytes) {
     return buffer;
 }
 
-uint64_t stored_order(const Bytes &bytes) {
-    uint64_t value = 0;
-    std::memcpy(&value, bytes.data(), bytes.size());
+template <class Value>
+Value stored_order(const Bytes &bytes) {
+    Value value;
+    std::memcpy(&value, bytes.data(), sizeof value);
     return value;
 }
 
@@ -38,9 +39,9 @@ void expect_byte_order(Value (*read)(const uint8_t *), Value (*write)(uint8_t *,
 // The narrow writers return what they stored, the widest what it was given.
 TEST(ByteOrder, IsBigEndian) {
     expect_byte_order<uint16_t>(tlv_read_16bit, tlv_write_16bit, 0x81F2, hex("81 F2"),
-                                stored_order(hex("81 F2")));
+                                stored_order<uint16_t>(hex("81 F2")));
     expect_byte_order<uint32_t>(tlv_read_32bit, tlv_write_32bit, 0x81F2A3B4, hex("81 F2 A3 B4"),
-                                stored_order(hex("81 F2 A3 B4")));
+                                stored_order<uint32_t>(hex("81 F2 A3 B4")));
     expect_byte_order<uint64_t>(tlv_read_64bit, tlv_write_64bit, 0x81F2A3B4C5D60718,
                                 hex("81 F2 A3 B4 C5 D6 07 18"), 0x81F2A3B4C5D60718);
 }
