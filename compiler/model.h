@@ -66,8 +66,8 @@ struct Type {
 
     const Type *selector = nullptr; // union: its enumeration ...
     std::string selector_name;      // ... and the name of that field
-    const Type *enclosing =
-        nullptr; // union: the structure that its operations take instead of a record of its own
+    // union: the structure that its operations take instead of a record of its own
+    const Type *enclosing = nullptr;
     std::vector<Alternative> alternatives;
 
     // Encoded sizes, header included. Equal when the size does not depend on the record. max_size counts
