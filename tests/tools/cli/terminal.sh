@@ -24,10 +24,11 @@ tlv types >&- 2>err; status=$?; is 4
 # Progress: on a terminal, after two seconds, not in the output.
 tlv sample $message | od -Ax -tx1 >one.txt
 text2pcap -q -F pcap -l 147 one.txt one.pcap >text 2>&1
-slowly() { cat one.pcap; sleep "$1"; tail -c +25 one.pcap; sleep 0.1; }
-export -f slowly
-on_terminal "slowly 2.2 | tlv decode --pcap -t $message - >frames"; is 0; prints 'tlv: 2 frames'
+cat >slowly <<'END'
+cat one.pcap; sleep "$1"; tail -c +25 one.pcap; sleep 0.1
+END
+on_terminal "sh slowly 2.2 | tlv decode --pcap -t $message - >frames"; is 0; prints 'tlv: 2 frames'
 equal "$(wc -l <frames)" 2
-on_terminal "slowly 0.1 | tlv decode --pcap -t $message - >frames"; is 0; prints_not frames
-slowly 2.2 | tlv decode --pcap -t $message - >out 2>err; quiet
+on_terminal "sh slowly 0.1 | tlv decode --pcap -t $message - >frames"; is 0; prints_not frames
+sh slowly 2.2 | tlv decode --pcap -t $message - >out 2>err; quiet
 finish
