@@ -24,25 +24,23 @@ std::string failures_of(const std::string &text) {
 
 // The parts of a right vector, each of which a case may replace.
 struct Parts {
-    std::string type = "type zel_led_control";
-    std::string set = "set port = 5\nset color = 0x10";
+    std::string type = "type zel_led_control, 28 bytes";
+    std::string set = "set port = 5, color = 0x10";
     std::string first = " 0  05 4D 00 18  00 04 00 02 00 00  | slot = 0";
     std::string second = "10  00 04 00 02 00 05  | port = 5";
     std::string third = "16  05 52 00 08 00 06 00 04 00 00 00 10  | color = 16";
-    std::string size = "size 28";
 
     std::string text() const {
-        return type + "\n" + set + "\n" + first + "\n" + second + "\n" + third + "\n" + size + "\n";
+        return type + "\n" + set + "\n" + first + "\n" + second + "\n" + third + "\n";
     }
 };
 
 TEST(VectorRunner, AcceptsWhatIsRight) {
     EXPECT_EQ(failures_of(Parts().text()), "");
-    EXPECT_EQ(failures_of("type ipv4_maddr_addr_array\n"
+    EXPECT_EQ(failures_of("type ipv4_maddr_addr_array, 18 bytes\n"
                           "set bytes = hex(FF FF FF 01 02 01 02 00)\n"
                           " 0  00 0A 00 0E 00 04 00 02 00 08  | 8 bytes\n"
-                          "10  FF × 3 (01 02) × 2 00          | bytes\n"
-                          "size 18\n"),
+                          "10  FF × 3 (01 02) × 2 00          | bytes\n"),
               "");
 }
 
@@ -52,14 +50,14 @@ TEST(VectorRunner, RefusesWhatIsWrong) {
         const char *failure;
     } cases[] = {
         {{.third = "16  05 52 00 08 00 06 00 04 00 00 00 11  | color = 17"},
-         "a.txt:6: byte 27 is encoded as 10, not 11 (color = 17)"},
-        {{.second = "11  00 04 00 02 00 05  | port = 5"}, "a.txt:5: byte 10 comes next, not 11"},
-        {{.second = ""}, "a.txt:6: byte 10 comes next, not 16"},
-        {{.second = "10  00 04 0 02 00 05  | port = 5"}, "a.txt:5: not hexadecimal"},
-        {{.second = "10  00 04 00 02 00 05"}, "a.txt:5: '|' is missing"},
-        {{.second = "10  (00 04 00 02 00 05  | port = 5"}, "a.txt:5: ')' is missing"},
-        {{.second = "10  | port = 5"}, "a.txt:5: no bytes"},
-        {{.set = "set port = 5\nset colour = 16"}, "a.txt:3: colour: zel_led_control has no field 'colour'"},
+         "a.txt:5: byte 27 is encoded as 10, not 11 (color = 17)"},
+        {{.second = "11  00 04 00 02 00 05  | port = 5"}, "a.txt:4: byte 10 comes next, not 11"},
+        {{.second = ""}, "a.txt:5: byte 10 comes next, not 16"},
+        {{.second = "10  00 04 0 02 00 05  | port = 5"}, "a.txt:4: not hexadecimal"},
+        {{.second = "10  00 04 00 02 00 05"}, "a.txt:4: '|' is missing"},
+        {{.second = "10  (00 04 00 02 00 05  | port = 5"}, "a.txt:4: ')' is missing"},
+        {{.second = "10  | port = 5"}, "a.txt:4: no bytes"},
+        {{.set = "set port = 5, colour = 16"}, "a.txt:2: colour: zel_led_control has no field 'colour'"},
         {{.set = "set port.slot = 5"}, "a.txt:2: port.slot: uint16 has no field 'slot'"},
         {{.set = "set port = 0x10000"}, "a.txt:2: port: the number does not fit into 2 bytes"},
         {{.set = "set port = -32769"}, "a.txt:2: port: the number does not fit into 2 bytes"},
@@ -70,16 +68,18 @@ TEST(VectorRunner, RefusesWhatIsWrong) {
         {{.set = "sett port = 5"}, "a.txt:2: unknown directive 'sett port = 5'"},
         {{.set = "expect port = 5"}, "a.txt:1: only a vector for decoding expects something"},
         {{.set = "encode null"}, "null"},
-        {{.set = "decode\nexpect port = 5\nexpect color = 16"},
+        {{.set = "decode\nexpect port = 5, color = 16"},
          "a.txt:1: the vector expects neither an end nor null"},
-        {{.set = "decode\nexpect port = 5\nexpect color = 16\nexpect end 27"}, "\"27\""},
-        {{.set = "decode\nexpect port = 5\nexpect color = 16\nexpect null"}, "\"null\""},
+        {{.set = "decode\nexpect port = 5, color = 16\nexpect end 27"}, "\"27\""},
+        {{.set = "decode\nexpect port = 5, color = 16\nexpect null"}, "\"null\""},
         {{.set = "decode\nexpect port = 5\nexpect end 28"}, "+color = 0"},
-        {{.type = "type zel_led_controll"}, "a.txt:1: no type is called 'zel_led_controll'"},
+        {{.set = "set port = 5,"}, "a.txt:2: '=' is missing"},
+        {{.type = "type zel_led_controll, 28 bytes"}, "a.txt:1: no type is called 'zel_led_controll'"},
         {{.type = ""}, "a.txt:2: a vector begins with 'type'"},
-        {{.type = "type zel_bri_loopback"}, "a.txt:2: port: zel_bri_loopback has no field 'port'"},
-        {{.size = "size 27"}, "a.txt:1: the vector has 28 bytes, but says size 27"},
-        {{.size = ""}, "a.txt:1: the vector states no size"},
+        {{.type = "type zel_bri_loopback, 28 bytes"}, "a.txt:2: port: zel_bri_loopback has no field 'port'"},
+        {{.type = "type zel_led_control, 27 bytes"}, "a.txt:1: the vector has 28 bytes, but says 27"},
+        {{.type = "type zel_led_control, 28"}, "a.txt:1: not a size: '28'"},
+        {{.type = "type zel_led_control"}, "a.txt:1: the vector states no size"},
     };
     for (const auto &each : cases) {
         EXPECT_NE(failures_of(each.parts.text()).find(each.failure), std::string::npos)
@@ -102,8 +102,8 @@ TEST(VectorRunner, RefusesItemsThatAnArrayHasNot) {
     };
     for (const auto &each : cases) {
         const std::string failures =
-            failures_of("type zel_analogbri_tdm_conn_req_conn_pair_array\n" + std::string(each.set) +
-                        "\n0 00 0A 00 06 00 04 00 02 00 00 | empty\nsize 10\n");
+            failures_of("type zel_analogbri_tdm_conn_req_conn_pair_array, 10 bytes\n" +
+                        std::string(each.set) + "\n0 00 0A 00 06 00 04 00 02 00 00 | empty\n");
         EXPECT_NE(failures.find("a.txt:2: "), std::string::npos) << failures;
         EXPECT_NE(failures.find(each.failure), std::string::npos) << failures;
     }

@@ -33,14 +33,22 @@ std::optional<std::string_view> behind(std::string_view word, std::string_view t
     return trimmed(text);
 }
 
-// Splits at the last separator that stands outside of quotes.
-std::optional<std::pair<std::string_view, std::string_view>> split_at_last(std::string_view text, char at) {
-    const size_t quote = text.rfind('"');
-    const size_t from = text.rfind(at);
-    if (from == text.npos || (quote != text.npos && from < quote)) {
-        return std::nullopt;
+// Splits at the separators that stand outside of quotes and parentheses.
+std::vector<std::string_view> split(std::string_view text, char separator) {
+    std::vector<std::string_view> parts;
+    bool in_quotes = false;
+    int depth = 0;
+    size_t start = 0;
+    for (size_t i = 0; i < text.size(); ++i) {
+        in_quotes ^= text[i] == '"';
+        depth += in_quotes ? 0 : (text[i] == '(') - (text[i] == ')');
+        if (text[i] == separator && !in_quotes && depth == 0) {
+            parts.push_back(trimmed(text.substr(start, i - start)));
+            start = i + 1;
+        }
     }
-    return std::pair(trimmed(text.substr(0, from)), trimmed(text.substr(from + 1)));
+    parts.push_back(trimmed(text.substr(start)));
+    return parts;
 }
 
 class Parser {
@@ -80,13 +88,22 @@ private:
         parse_directive(line);
     }
 
-    void begin_vector(std::string_view name) {
+    // NAME or NAME, SIZE bytes
+    void begin_vector(std::string_view text) {
         finish_vector();
+        const std::string_view name = trimmed(text.substr(0, text.find(',')));
         const tlvmsg_type *type = tlvmsg_type_find(std::string(name).c_str());
         if (type == nullptr) {
             fail("no type is called " + quoted(name));
         }
         vectors_.push_back({.type = type, .place = place()});
+        if (name != text) {
+            const std::string_view size = trimmed(text.substr(text.find(',') + 1));
+            if (!size.ends_with(" bytes")) {
+                fail("not a size: " + quoted(size));
+            }
+            vectors_.back().size = count(trimmed(size.substr(0, size.size() - 6)));
+        }
     }
 
     // Nothing that would be tested may be left out by oversight.
@@ -108,7 +125,7 @@ private:
         }
         if (vector.size && *vector.size != vector.bytes.size() && !vector.null) {
             throw VectorFault(vector.place, "the vector has " + std::to_string(vector.bytes.size()) +
-                                                " bytes, but says size " + std::to_string(*vector.size));
+                                                " bytes, but says " + std::to_string(*vector.size));
         }
     }
 
@@ -121,10 +138,8 @@ private:
             vector.null = true;
         } else if (line == "decode") {
             vector.direction = Direction::DecodeOnly;
-        } else if (const auto size = behind("size", line)) {
-            vector.size = count(*size);
-        } else if (const auto assignment = behind("set", line)) {
-            vector.assignments.push_back(parse_assignment(*assignment));
+        } else if (const auto assignments = behind("set", line)) {
+            add_assignments(*assignments, vector.assignments);
         } else if (const auto expectation = behind("expect", line)) {
             parse_expectation(*expectation);
         } else {
@@ -139,7 +154,13 @@ private:
         } else if (const auto end = behind("end", text)) {
             vector.end = count(*end);
         } else {
-            vector.expectations.push_back(parse_assignment(text));
+            add_assignments(text, vector.expectations);
+        }
+    }
+
+    void add_assignments(std::string_view text, std::vector<Assignment> &to) const {
+        for (const std::string_view each : split(text, ',')) {
+            to.push_back(parse_assignment(each));
         }
     }
 
@@ -170,8 +191,9 @@ private:
             return hex_bytes(text.substr(4, text.size() - 5));
         }
         if (text.starts_with("repeat(") && text.ends_with(')')) {
-            if (const auto parts = split_at_last(text.substr(7, text.size() - 8), ',')) {
-                return repeated(count(parts->second), bytes_value(parts->first));
+            const auto parts = split(text.substr(7, text.size() - 8), ',');
+            if (parts.size() == 2) {
+                return repeated(count(parts[1]), bytes_value(parts[0]));
             }
         }
         fail("not a value: " + quoted(text));
