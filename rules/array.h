@@ -19,7 +19,7 @@ struct ArrayPrefix {
     const uint8_t *end = nullptr;   // null when this is not an array
 };
 
-inline ArrayPrefix decode_array_prefix(const uint8_t *in) {
+[[gnu::always_inline]] inline ArrayPrefix decode_array_prefix(const uint8_t *in) {
     ArrayPrefix prefix;
     const Element element = read_element(in);
     if (element.is(wire::array_tag)) {

@@ -71,10 +71,12 @@ struct byte_array {
             out->count = prefix.count;
         }
         uint8_t *bytes = unbounded(out->bytes);
-        Bytes::decode(prefix.items, prefix.count, Capacity, bytes);
+        if (prefix.count > 0) {
+            copy(bytes, prefix.items, prefix.count);
+        }
         constexpr size_t room = sizeof(record) - sizeof out->count; // the capacity and what pads it
         if (prefix.count < room) {
-            clear(bytes + prefix.count, room - prefix.count);
+            clear(bytes + prefix.count, room - prefix.count); // the zero byte, and all behind it
         }
         return prefix.end;
     }

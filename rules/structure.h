@@ -39,7 +39,7 @@ struct structure {
             // The own header is looked at first: only when it is exact do all the members lie inside the
             // element.
             if (in != nullptr && out != nullptr && wire::difference(in, exact_header) == 0 &&
-                members_mismatch(in) == 0) {
+                members_mismatch(in) == 0) [[likely]] {
                 take(in, out);
                 return in + fixed_size;
             }
