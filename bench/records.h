@@ -58,6 +58,17 @@ inline size_t block_size(const zel_tib_vlan_stats_message &record) {
     return record.vlan_stat_bundle.vlan_counters.count * sizeof(zel_vlan_counters);
 }
 
+// The characters of a record that consists of little else.
+struct Text {
+    uint8_t *bytes;
+    size_t length;
+    size_t capacity;
+};
+inline Text text_of(zel_kavu_ethernet_generic_report_message &record) {
+    auto &buffer = record.generic_report.buffer;
+    return {buffer.bytes, buffer.count, sizeof buffer.bytes};
+}
+
 // Gives the block of a decoded record back.
 template <class Record>
 void release(const Record &) {}
