@@ -44,6 +44,9 @@ struct byte_array {
     static constexpr uint16_t capacity = Capacity;
     // From this capacity on, clearing bytes only to overwrite them costs more than to clear just the rest.
     static constexpr bool clears_itself = fast_paths && Capacity >= 256;
+    // Small arrays are mostly hardware and IPv4 addresses, which fill them: a copy of known size is a few
+    // moves.
+    static constexpr bool mostly_full = fast_paths && Capacity <= 8;
 
     static uint16_t size(const record *in) { return in == nullptr ? 0 : Bytes::size(in->count, Capacity); }
 
@@ -51,10 +54,24 @@ struct byte_array {
         if (in == nullptr || out == nullptr) {
             return nullptr;
         }
+        if constexpr (mostly_full) {
+            if (in->count == Capacity) {
+                out = encode_array_prefix(out, array_prefix + Capacity, Capacity);
+                std::memcpy(out, in->bytes, Capacity);
+                return out + Capacity;
+            }
+        }
         return Bytes::encode(unbounded(in->bytes), in->count, Capacity, out);
     }
 
     static const uint8_t *decode(const uint8_t *in, record *out) {
+        if constexpr (mostly_full) {
+            if (in != nullptr && out != nullptr && is_array_prefix(in, array_prefix + Capacity, Capacity)) {
+                out->count = Capacity;
+                std::memcpy(out->bytes, in + array_prefix, Capacity);
+                return in + array_prefix + Capacity;
+            }
+        }
         const ArrayPrefix prefix = decode_array_prefix(in);
         if (out == nullptr || prefix.end == nullptr) {
             return nullptr;
