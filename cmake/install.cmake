@@ -1,4 +1,4 @@
-# Installed: libraries, headers, the compiler, a CMake package and a pkg-config file.
+# Installed: libraries, headers, the compiler, a CMake package and pkg-config files.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS osal_pelix tlvmsg tlvmsg_static tlvmsg_inspect tlvmsg_inspect_static EXPORT tlvmsg
@@ -26,12 +26,17 @@ write_basic_package_version_file(${CMAKE_BINARY_DIR}/tlvmsg-config-version.cmake
 install(FILES ${CMAKE_BINARY_DIR}/tlvmsg-config.cmake ${CMAKE_BINARY_DIR}/tlvmsg-config-version.cmake
         DESTINATION ${package_directory})
 
-# Relative to the file itself, so that the prefix is that of the installation, wherever it goes.
-cmake_path(SET package_config_directory ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
-cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${package_config_directory} OUTPUT_VARIABLE up_to_prefix)
 set(platform_flags "-losal_pelix")
 foreach(library IN LISTS TLVMSG_PLATFORM_LIBRARIES)
     string(APPEND platform_flags " -l${library}")
 endforeach()
-configure_file(cmake/tlvmsg.pc.in ${CMAKE_BINARY_DIR}/tlvmsg.pc @ONLY)
-install(FILES ${CMAKE_BINARY_DIR}/tlvmsg.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+# Relative to the file itself, so that the prefix is that of the installation, wherever it goes.
+cmake_path(SET package_config_directory ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${package_config_directory} OUTPUT_VARIABLE up_to_prefix)
+
+function(install_pkg_config_file name description)
+    configure_file(cmake/library.pc.in ${CMAKE_BINARY_DIR}/${name}.pc @ONLY)
+    install(FILES ${CMAKE_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endfunction()
+install_pkg_config_file(tlvmsg "${PROJECT_DESCRIPTION}")
+install_pkg_config_file(tlvmsg_inspect "The same for input that cannot be trusted, and the schema as data")
