@@ -57,6 +57,7 @@ private:
 
     // Every step moves `at` behind what it decoded, or, when that is absent, behind what it understood.
     Outcome any(const Place &place, size_t &at, uint8_t *record, Before before);
+    bool flawless(const tlvmsg_type &type, size_t &at, uint8_t *record);
     Outcome scalar(const Place &place, size_t &at, uint8_t *field);
     Outcome enumeration(const Place &place, size_t &at, uint8_t *field);
     Outcome structure(const Place &place, size_t &at, uint8_t *record);
@@ -72,12 +73,6 @@ private:
     Outcome terminator(const Place &place, size_t &at, const Element &element);
     Outcome packed(const Place &place, size_t &at, uint16_t count, uint8_t *first);
     Outcome elements(const Place &place, size_t &at, uint16_t count, uint8_t *first);
-
-    // decoder_image.cpp
-
-    // Decodes an encoding of the type that has all headers as they should be, which leaves nothing to be
-    // tolerated. Otherwise returns false, with nothing done.
-    bool flawless(const tlvmsg_type &type, size_t &at, uint8_t *record);
 
     // decoder_element.cpp
     Outcome header(const Place &place, size_t at, uint16_t tag, uint16_t &length);

@@ -1,6 +1,7 @@
 #include "encoder.h"
 
 #include "field.h"
+#include "image.h"
 #include "wire.h"
 
 namespace tlvmsg::inspect {
@@ -8,6 +9,9 @@ namespace tlvmsg::inspect {
 bool Encoder::encode(const Place &place, const void *record) {
     const tlvmsg_type &type = *place.type;
     const size_t start = at_;
+    if (has_image(type) && type.min_encoded <= capacity_ - at_) { // nothing is left that could be refused
+        return put_image(type, record);
+    }
     switch (type.kind) {
     case TLVMSG_SCALAR:
         return number(place, type.tag, type.size, load_number(record, type.size));
@@ -24,6 +28,14 @@ bool Encoder::encode(const Place &place, const void *record) {
     default:
         return array(place, record);
     }
+}
+
+bool Encoder::put_image(const tlvmsg_type &type, const void *record) {
+    if (out_ != nullptr) {
+        put_elements(type, at_offset(record, 0), out_ + at_);
+    }
+    at_ += type.min_encoded;
+    return true;
 }
 
 bool Encoder::members(const Place &place, const void *record) {

@@ -17,6 +17,7 @@ public:
     const tlvmsg_fault &fault() const { return fault_; } // after failure
 
 private:
+    bool put_image(const tlvmsg_type &type, const void *record);
     bool members(const Place &place, const void *record);
     bool alternative(const Place &place, const void *record);
     bool array(const Place &place, const void *record);
