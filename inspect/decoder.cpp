@@ -68,13 +68,9 @@ Outcome Decoder::any(const Place &place, size_t &at, uint8_t *record, Before bef
 // nothing. A header is only compared and a value only stored, and a second look, member by member, relies on
 // nothing that this one saw. So nothing that matters is fetched twice here either.
 bool Decoder::flawless(const tlvmsg_type &type, size_t &at, uint8_t *record) {
-    const uint8_t *const in = input_.bytes + at;
     if (!has_image(type) || tracer_.call != nullptr || type.min_encoded > input_.size - at ||
-        !has_exact_headers(type, in)) {
+        !take_values(type, input_.bytes + at, record)) {
         return false;
-    }
-    if (record != nullptr) {
-        take_values(type, in, record);
     }
     at += type.min_encoded;
     examine(at);

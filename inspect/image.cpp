@@ -53,28 +53,33 @@ void move(uint16_t width, const uint8_t *from, uint8_t *to) {
     }
 }
 
-std::span<const tlvmsg_image_header> headers_of(const tlvmsg_type &type) {
-    return {type.image, type.image_count};
-}
+using Headers = std::span<const tlvmsg_image_header>;
 
-} // namespace
-
-bool has_exact_headers(const tlvmsg_type &type, const uint8_t *in) {
+bool are_exact(Headers headers, const uint8_t *in) {
     uint32_t difference = 0;
-    for (const tlvmsg_image_header &header : headers_of(type)) {
+    for (const tlvmsg_image_header &header : headers) {
         difference |= copied<uint32_t>(in + header.at) ^ copied<uint32_t>(header.bytes);
     }
     return difference == 0;
 }
 
-void take_values(const tlvmsg_type &type, const uint8_t *in, uint8_t *record) {
-    for (const tlvmsg_image_header &header : headers_of(type)) {
-        move(header.width, in + header.at + sizeof header.bytes, record + header.offset);
+} // namespace
+
+bool take_values(const tlvmsg_type &type, const uint8_t *in, uint8_t *record) {
+    const Headers headers(type.image, type.image_count);
+    if (!are_exact(headers, in)) {
+        return false;
     }
+    if (record != nullptr) {
+        for (const tlvmsg_image_header &header : headers) {
+            move(header.width, in + header.at + sizeof header.bytes, record + header.offset);
+        }
+    }
+    return true;
 }
 
 void put_elements(const tlvmsg_type &type, const uint8_t *record, uint8_t *out) {
-    for (const tlvmsg_image_header &header : headers_of(type)) {
+    for (const tlvmsg_image_header &header : Headers(type.image, type.image_count)) {
         std::memcpy(out + header.at, header.bytes, sizeof header.bytes);
         move(header.width, record + header.offset, out + header.at + sizeof header.bytes);
     }
