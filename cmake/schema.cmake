@@ -24,7 +24,7 @@ endforeach()
 add_custom_command(
     OUTPUT ${generated}
     COMMAND ${TLVC_EXECUTABLE} generate --out ${CMAKE_BINARY_DIR} ${schema_files}
-    DEPENDS ${schema_files} ${tlvc_target}
+    DEPENDS ${schema_files} ${TLVC_EXECUTABLE}
     COMMENT "tlvc: schema to C and C++"
     VERBATIM)
 
