@@ -178,8 +178,9 @@ void explain_raw(Page &page, Bytes bytes, const RawElement &raw, const std::stri
     switch (raw.kind) {
     case RawKind::typed: {
         Explainer explainer(page, bytes, element.offset, path);
-        tlvmsg_trace(raw.type, bytes.data() + element.offset, element.end() - element.offset, nullptr,
-                     Explainer::trace, &explainer, nullptr, nullptr);
+        const Bytes own = element.own(bytes);
+        tlvmsg_trace(raw.type, own.data(), own.size(), nullptr, Explainer::trace, &explainer, nullptr,
+                     nullptr);
         explainer.finish();
         break;
     }

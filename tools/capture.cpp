@@ -1,26 +1,17 @@
 #include "capture.h"
 
 #include "failure.h"
+#include "file.h"
 
 #include <fmt/format.h>
 #include <pcap/pcap.h>
 
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <sys/stat.h>
 
 namespace tlvmsg::tool {
 
 namespace {
-
-std::FILE *open(const std::string &path) {
-    std::FILE *const file = path == "-" ? stdin : std::fopen(path.c_str(), "rb");
-    if (file == nullptr) {
-        throw Failure(exit_io, fmt::format("{}: {}", path, std::strerror(errno)));
-    }
-    return file;
-}
 
 std::optional<uint64_t> size_of(std::FILE *file) {
     struct stat status {};
@@ -37,19 +28,16 @@ void Capture::Close::operator()(bpf_program *filter) const {
     delete filter;
 }
 
-Capture::Capture(const std::string &path, const std::string &filter)
-    : name_(path == "-" ? "standard input" : path) {
-    std::FILE *const file = open(path);
-    size_ = size_of(file);
+Capture::Capture(const std::string &path, const std::string &filter) : name_(file_name(path)) {
+    File file = open_file(path);
+    size_ = size_of(file.get());
     char error[PCAP_ERRBUF_SIZE] = "";
-    handle_.reset(pcap_fopen_offline_with_tstamp_precision(file, PCAP_TSTAMP_PRECISION_NANO, error));
+    handle_.reset(pcap_fopen_offline_with_tstamp_precision(file.get(), PCAP_TSTAMP_PRECISION_NANO, error));
     if (handle_ == nullptr) {
-        const bool unreadable = std::ferror(file) != 0;
-        if (file != stdin) {
-            std::fclose(file);
-        }
+        const bool unreadable = std::ferror(file.get()) != 0;
         throw Failure(unreadable ? exit_io : exit_malformed, fmt::format("{}: {}", name_, error));
     }
+    static_cast<void>(file.release()); // closed with the handle from now on
     filter_.reset(new bpf_program{});
     if (pcap_compile(handle_.get(), filter_.get(), filter.c_str(), 1, PCAP_NETMASK_UNKNOWN) != 0) {
         throw Failure(exit_usage, fmt::format("filter '{}': {}", filter, pcap_geterr(handle_.get())));

@@ -20,19 +20,13 @@ const Help &own_help() {
     static const Help help{
         "Read, write, check and compare TLV messages",
         {"Messages come from files or, as -, from standard input: as raw bytes, or as hex text in any usual "
-         "spelling: "
-         "plain, spaced, with 0x, colons or commas, as xxd, hexdump -C, od -tx1 or tshark -x print it, as a "
-         "C array, "
-         "or as tlv annotate prints it. Which one it is, is detected: text is hex, and everything else is "
-         "raw, for no "
-         "message begins with a byte that text contains. --in raw and --in hex override that. A newline at "
-         "the end "
-         "never matters.",
+         "spelling: plain, spaced, with 0x, colons or commas, as xxd, hexdump -C, od -tx1 or tshark -x print "
+         "it, as a C array, or as tlv annotate prints it. Which one it is, is detected: text is hex, and "
+         "everything else is raw, for no message begins with a byte that text contains. --in raw and --in "
+         "hex override that. A newline at the end never matters.",
          "Whatever comes in passes the bounded library first: no input makes tlv read or write where it "
-         "should not. "
-         "Errors name the member, the byte, what was found and what is allowed; tlv explain says more about "
-         "their "
-         "codes. Colour is used on terminals only, and never when NO_COLOR is set."},
+         "should not. Errors name the member, the byte, what was found and what is allowed; tlv explain says "
+         "more about their codes. Colour is used on terminals only, and never when NO_COLOR is set."},
         {{"tlv guess dump.txt", "find out what the bytes in a hex dump are"},
          {"tlv annotate -t analogbri_led_control_req_message dump.txt", "explain them, byte for byte"},
          {"tlv decode -t analogbri_led_control_req_message dump.txt > m.json",
@@ -129,9 +123,8 @@ int Cli::complain_about(const CLI::ParseError &error) const {
 const std::vector<ExitMeaning> &exit_meanings() {
     static const std::vector<ExitMeaning> meanings{
         {exit_fine, "all is well; also when the reader of a pipe has gone"},
-        {exit_found,
-         "a difference, or invalid data where that was the question: diff, verify, guess, annotate, "
-         "frames of decode --pcap; or types found none"},
+        {exit_found, "a difference, or invalid data where that was the question: diff, verify, guess, "
+                     "annotate, frames of decode --pcap; or types found none"},
         {exit_usage, "the command line makes no sense, or names a type or code that does not exist"},
         {exit_malformed, "the input is malformed: bytes that do not decode, JSON that does not encode"},
         {exit_io, "a file or stream cannot be opened, read or written"},

@@ -48,14 +48,11 @@ int decode_typed(const Options &options, const tlvmsg_type *type, const Input &i
     Record record(type);
     tlvmsg_extent extent;
     tlvmsg_fault fault;
-    const uint8_t *const bytes = input.bytes.data();
-    const size_t size = input.bytes.size();
-    if (!tlvmsg_verify(type, bytes, size, nullptr, &extent, &fault) ||
-        !tlvmsg_decode(type, bytes, size, nullptr, record.data(), nullptr, &fault)) {
+    if (!decode(record, input.bytes, extent, fault)) {
         report(fault, input);
         return exit_malformed;
     }
-    warn_of(extent, type, size);
+    warn_of(extent, type, input.bytes.size());
     print(options.text ? to_text(type, record.data(), "")
                        : to_json(type, record.data(), options.indent()) + "\n");
     return exit_fine;
@@ -94,18 +91,14 @@ void add_decode_command(Cli &cli) {
         "decode",
         {"Print messages as JSON",
          {"What is printed is what tlv encode takes: numbers as numbers, byte arrays as text when every byte "
-          "is "
-          "printable and as {\"hex\": \"...\"} otherwise, unions by the chosen alternative's name. Without a "
-          "type the "
-          "elements are named by their tags.",
+          "is printable and as {\"hex\": \"...\"} otherwise, unions by the chosen alternative's name. "
+          "Without a type the elements are named by their tags.",
           "With --pcap the files are captures, pcap or pcapng, and every frame gives an object in a line of "
-          "its own: "
-          "frame, time (seconds since 1970), type and message, or error. The message begins behind the UDP "
-          "or TCP "
-          "header of Ethernet, Linux cooked and raw IP frames, behind the tags of exported PDUs, and at the "
-          "start of "
-          "other frames; --offset says otherwise. Without a type the best that tlv guess finds is taken, and "
-          "candidates says how many are as good. TCP segments and IP fragments are not put together."},
+          "its own: frame, time (seconds since 1970), type and message, or error. The message begins behind "
+          "the UDP or TCP header of Ethernet, Linux cooked and raw IP frames, behind the tags of exported "
+          "PDUs, and at the start of other frames; --offset says otherwise. Without a type the best that tlv "
+          "guess finds is taken, and candidates says how many are as good. TCP segments and IP fragments are "
+          "not put together."},
          {{"tlv decode -t zel_led_control led.bin", "as JSON"},
           {"tlv decode -t zel_led_control --text led.bin | grep color", "a line a value"},
           {"xxd led.bin | tlv decode -t 1357 --compact | jq .color", "hex from a pipe, JSON in one line"},

@@ -97,10 +97,8 @@ void add_message_commands(Cli &cli) {
         "annotate",
         {"Explain every byte of a message",
          {"Prints offset, bytes and what they are, a line each. Deviations that decoders tolerate are marked "
-          "with "
-          "'! tolerated', and the fault of a broken message with '! error'; what is behind it is printed as "
-          "not "
-          "understood. All commands take this output as input again, its type included.",
+          "with '! tolerated', and the fault of a broken message with '! error'; what is behind it is "
+          "printed as not understood. All commands take this output as input again, its type included.",
           "Without a type the elements are named by their tags, since a tag names its enumeration or "
           "structure."},
          {{"tlv annotate -t zel_led_control led.bin", "by type"},
@@ -119,8 +117,7 @@ void add_message_commands(Cli &cli) {
     command = cli.add("verify",
                       {"Check that bytes are a message of a type",
                        {"Prints how many bytes the message takes and how many deviations decoders would "
-                        "tolerate. Exits with 1 "
-                        "when it is refused."},
+                        "tolerate. Exits with 1 when it is refused."},
                        {{"tlv verify -t zel_led_control led.bin", "as tolerant as decoders are"},
                         {"tlv verify --strict -t zel_led_control *.bin",
                          "deviations and bytes behind the end are faults"}}},
@@ -136,21 +133,19 @@ void add_message_commands(Cli &cli) {
     add_files(command, verified->message.files);
 
     const auto guessed = std::make_shared<Options>();
-    command = cli.add(
-        "guess",
-        {"Find the types that accept these bytes",
-         {"Best first. 'yes' stands before a type that takes all bytes, 'part' before one that leaves some "
-          "over, and "
-          "'no' before one that comes near, with the reason why it does not accept them. Fewer deviations "
-          "are better, "
-          "and messages come before what they are made of. Exits with 1 when no type takes all bytes."},
-         {{"tlv guess dump.txt", "what is this?"},
-          {"tlv guess --near 10 dump.txt", "what could it be, if it were not broken?"}}},
-        [guessed] {
-            return for_each_input(guessed->message, [&](const Input &input) {
-                return guess_input(guessed->message, guessed->near, input);
-            });
-        });
+    command = cli.add("guess",
+                      {"Find the types that accept these bytes",
+                       {"Best first. 'yes' stands before a type that takes all bytes, 'part' before one that "
+                        "leaves some over, and 'no' before one that comes near, with the reason why it does "
+                        "not accept them. Fewer deviations are better, and messages come before what they "
+                        "are made of. Exits with 1 when no type takes all bytes."},
+                       {{"tlv guess dump.txt", "what is this?"},
+                        {"tlv guess --near 10 dump.txt", "what could it be, if it were not broken?"}}},
+                      [guessed] {
+                          return for_each_input(guessed->message, [&](const Input &input) {
+                              return guess_input(guessed->message, guessed->near, input);
+                          });
+                      });
     command
         ->add_option("--near", guessed->near,
                      "How many of each kind that do not take all bytes; 3 unless given")

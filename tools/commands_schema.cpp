@@ -73,8 +73,8 @@ void add_schema_commands(Cli &cli) {
     command = cli.add(
         "show",
         {"Show a type: its purpose, C declaration and layout on the wire",
-         {"Sizes include headers. An offset with a + is the least that it can be, since something "
-          "before it varies in size."},
+         {"Sizes include headers. An offset with a + is the least that it can be, since something before it "
+          "varies in size."},
          {{"tlv show zel_led_control", "the type of that name"}, {"tlv show 1357", "the type of that tag"}}},
         [shown] {
             print(show(find_type(shown->word)));

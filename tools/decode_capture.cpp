@@ -6,6 +6,7 @@
 #include "guess.h"
 #include "json.h"
 #include "lookup.h"
+#include "message_options.h"
 #include "payload.h"
 #include "record.h"
 #include "terminal.h"
@@ -57,8 +58,7 @@ private:
         Record record(type);
         tlvmsg_extent extent;
         tlvmsg_fault fault;
-        if (!tlvmsg_verify(type, bytes.data(), bytes.size(), nullptr, &extent, &fault) ||
-            !tlvmsg_decode(type, bytes.data(), bytes.size(), nullptr, record.data(), nullptr, &fault)) {
+        if (!decode(record, bytes, extent, fault)) {
             status_ = exit_found;
             return error_fields(type, fault);
         }
@@ -107,20 +107,8 @@ void decode_capture(const std::string &path, const CaptureOptions &options, Fram
 
 int decode_captures(const CaptureOptions &options) {
     FramePrinter printer(options);
-    int status = exit_fine;
-    const std::vector<std::string> files =
-        options.files.empty() ? std::vector<std::string>{"-"} : options.files;
-    for (const std::string &path : files) {
-        try {
-            decode_capture(path, options, printer);
-        } catch (const Failure &failure) {
-            if (failure.exit_status == exit_usage) {
-                throw;
-            }
-            report(failure);
-            status = std::max(status, failure.exit_status);
-        }
-    }
+    const int status = for_each_file(
+        options.files, [&](const std::string &path) { decode_capture(path, options, printer); });
     return std::max(status, printer.status());
 }
 

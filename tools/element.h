@@ -20,6 +20,14 @@ struct Element {
 
     size_t value() const { return offset + header_size; }
     size_t end() const { return value() + length; }
+
+    // Of the bytes that it was found in: all of its own, and those of its value.
+    std::span<const uint8_t> own(std::span<const uint8_t> bytes) const {
+        return bytes.subspan(offset, header_size + length);
+    }
+    std::span<const uint8_t> inside(std::span<const uint8_t> bytes) const {
+        return bytes.subspan(value(), length);
+    }
 };
 
 // The element there, if the whole of it lies in the bytes.

@@ -23,12 +23,10 @@ struct ToolCode {
 constexpr ToolCode tool_codes[] = {
     {exit_usage, "usage",
      "The command line asks for something that does not exist: a command, an option, a type, a code, a "
-     "filter. "
-     "--help behind any command shows what it takes, with examples."},
+     "filter. --help behind any command shows what it takes, with examples."},
     {exit_malformed, "malformed-input",
      "The input is not in the form that it should have: text that is no hex, JSON that does not describe the "
-     "type, "
-     "a capture file that ends early. The message names the line, the JSON path or the file."},
+     "type, a capture file that ends early. The message names the line, the JSON path or the file."},
     {exit_io, "input-output",
      "A file cannot be opened, read or written; the operating system's reason follows."},
 };

@@ -1,13 +1,12 @@
-/*
- * Bytes that somebody wrote down as text. What is understood, and how one spelling is told from another:
- *
- *   dumps      xxd, hexdump -C, od -tx1, tcpdump -x, tshark -x: every line begins with an offset of four or
- * more digits that tells truly, in hex, octal or decimal, how many bytes precede annotated  what `tlv
- * annotate` prints: offset, bytes, and behind | an explanation C arrays   numbers between braces plain pairs
- * of hex digits with or without blanks, commas, colons, dashes, 0x, \x, quotes
- *
- * Everywhere lines that begin with # are comments.
- */
+// Bytes that somebody wrote down as text. What is understood, and how one spelling is told from another:
+//
+// - dumps (xxd, hexdump -C, od -tx1, tcpdump -x, tshark -x): every line begins with an offset of four or more
+//   digits that tells truly, in hex, octal or decimal, how many bytes precede;
+// - annotated, what `tlv annotate` prints: offset, bytes, and behind | an explanation;
+// - C arrays: numbers between braces;
+// - plain: pairs of hex digits with or without blanks, commas, colons, dashes, 0x, \x, quotes.
+//
+// Everywhere lines that begin with # are comments.
 #pragma once
 
 #include <cstddef>

@@ -2,6 +2,7 @@
 
 #include "element.h"
 #include "failure.h"
+#include "file.h"
 #include "hex_text.h"
 #include "terminal.h"
 #include "text_line.h"
@@ -12,7 +13,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <memory>
 #include <string_view>
 #include <unistd.h>
 
@@ -20,29 +20,11 @@ namespace tlvmsg::tool {
 
 namespace {
 
-std::string name_of(const std::string &path) { return path == "-" ? "standard input" : path; }
-
-struct Close {
-    void operator()(std::FILE *file) const {
-        if (file != stdin) {
-            std::fclose(file);
-        }
-    }
-};
-using File = std::unique_ptr<std::FILE, Close>;
-
 File open(const std::string &path) {
-    if (path == "-") {
-        if (isatty(STDIN_FILENO) != 0) {
-            complain("tlv: reading standard input; end it with Ctrl-D");
-        }
-        return File(stdin);
+    if (path == "-" && isatty(STDIN_FILENO) != 0) {
+        complain("tlv: reading standard input; end it with Ctrl-D");
     }
-    File file(std::fopen(path.c_str(), "rb"));
-    if (file == nullptr) {
-        throw Failure(exit_io, fmt::format("{}: {}", path, std::strerror(errno)));
-    }
-    return file;
+    return open_file(path);
 }
 
 // Raw bytes that end in a line feed, as `echo` and editors leave it, when it is not part of the last element.
@@ -64,18 +46,18 @@ std::string read_text(const std::string &path) {
         text.append(buffer.data(), size);
         if (text.size() > largest_input) {
             throw Failure(exit_malformed,
-                          fmt::format("{}: more than {} bytes", name_of(path), largest_input));
+                          fmt::format("{}: more than {} bytes", file_name(path), largest_input));
         }
     }
     if (std::ferror(file.get()) != 0) {
-        throw Failure(exit_io, fmt::format("{}: {}", name_of(path), std::strerror(errno)));
+        throw Failure(exit_io, fmt::format("{}: {}", file_name(path), std::strerror(errno)));
     }
     return text;
 }
 
 std::vector<Input> read_inputs(const std::string &path, InputForm form) {
     const std::string text = read_text(path);
-    const std::string name = name_of(path);
+    const std::string name = file_name(path);
     if (form == InputForm::raw || (form == InputForm::detect && !looks_like_text(text))) {
         Input input{name, {text.begin(), text.end()}, ""};
         drop_newline(input.bytes);
@@ -99,7 +81,7 @@ Input read_input(const std::string &path, InputForm form) {
     std::vector<Input> inputs = read_inputs(path, form);
     if (inputs.size() > 1) {
         throw Failure(exit_malformed,
-                      fmt::format("{}: {} messages, where one is wanted", name_of(path), inputs.size()));
+                      fmt::format("{}: {} messages, where one is wanted", file_name(path), inputs.size()));
     }
     return std::move(inputs[0]);
 }

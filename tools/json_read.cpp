@@ -3,6 +3,7 @@
 #include "fields.h"
 #include "json.h"
 #include "json_place.h"
+#include "text_line.h"
 
 #include "compiler/suggest.h"
 
@@ -160,21 +161,14 @@ uint64_t read_number(const Json &value, Range allowed, const JsonPlace &place) {
     return value.get<uint64_t>();
 }
 
-std::optional<unsigned> hex_digit(char c) {
-    constexpr std::string_view digits = "0123456789abcdef";
-    const size_t digit = digits.find(c >= 'A' && c <= 'F' ? static_cast<char>(c - 'A' + 'a') : c);
-    return digit == digits.npos ? std::nullopt : std::optional(static_cast<unsigned>(digit));
-}
-
 std::string read_hex(const Json &value, const JsonPlace &place) {
     const std::string *text = value.get_ptr<const std::string *>();
     bool right = text != nullptr && text->size() % 2 == 0;
     std::string bytes;
     for (size_t i = 0; right && i < text->size(); i += 2) {
-        const auto high = hex_digit((*text)[i]);
-        const auto low = hex_digit((*text)[i + 1]);
-        right = high && low;
-        bytes += right ? static_cast<char>(*high << 4 | *low) : '\0';
+        const std::optional<uint64_t> byte = number_of(std::string_view(*text).substr(i, 2), 16);
+        right = byte.has_value();
+        bytes += static_cast<char>(byte.value_or(0));
     }
     if (!right) {
         fail_kind(place, value, "pairs of hexadecimal digits");

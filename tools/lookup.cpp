@@ -14,17 +14,19 @@ namespace tlvmsg::tool {
 
 namespace {
 
+const tlvmsg_type *scalar_by_tag(uint16_t tag) {
+    static constexpr const char *names[] = {"",      "char",   "uint8", "int8",   "uint16",
+                                            "int16", "uint32", "int32", "uint64", "int64"};
+    return tag < std::size(names) ? tlvmsg_type_find(names[tag]) : nullptr;
+}
+
 const tlvmsg_type *by_tag(std::string_view number) {
     const bool hex = number.starts_with("0x");
     number.remove_prefix(hex ? 2 : 0);
     uint16_t tag = 0;
     const char *const last = number.data() + number.size();
     const auto [end, error] = std::from_chars(number.data(), last, tag, hex ? 16 : 10);
-    if (error != std::errc() || end != last) {
-        return nullptr;
-    }
-    const tlvmsg_type *const scalar = scalar_by_tag(tag);
-    return scalar != nullptr ? scalar : tlvmsg_type_by_tag(tag);
+    return error == std::errc() && end == last ? type_by_tag(tag) : nullptr;
 }
 
 std::string suggestion(std::string_view name) {
@@ -62,10 +64,9 @@ std::vector<const tlvmsg_type *> types_like(const std::string &pattern) {
     return found;
 }
 
-const tlvmsg_type *scalar_by_tag(uint16_t tag) {
-    static constexpr const char *names[] = {"",      "char",   "uint8", "int8",   "uint16",
-                                            "int16", "uint32", "int32", "uint64", "int64"};
-    return tag < std::size(names) ? tlvmsg_type_find(names[tag]) : nullptr;
+const tlvmsg_type *type_by_tag(uint16_t tag) {
+    const tlvmsg_type *const scalar = scalar_by_tag(tag);
+    return scalar != nullptr ? scalar : tlvmsg_type_by_tag(tag);
 }
 
 std::string_view kind_name(tlvmsg_kind kind) {

@@ -15,8 +15,8 @@ const tlvmsg_type *find_type(const std::string &name);
 // All whose names contain the pattern or, when it has * or ?, match it as a whole; by name.
 std::vector<const tlvmsg_type *> types_like(const std::string &pattern);
 
-// The scalar that its encoder writes with this tag, or null.
-const tlvmsg_type *scalar_by_tag(uint16_t tag);
+// The scalar that its encoder writes with this tag, or the type that the tag is of; or null.
+const tlvmsg_type *type_by_tag(uint16_t tag);
 
 std::string_view kind_name(tlvmsg_kind kind);
 

@@ -11,31 +11,6 @@
 
 namespace tlvmsg::tool {
 
-namespace {
-
-// Gives up on a command line that makes no sense: it will not make more with the next file.
-int reported(const Failure &failure) {
-    if (failure.exit_status == exit_usage) {
-        throw failure;
-    }
-    report(failure);
-    return failure.exit_status;
-}
-
-int work_on(const std::string &path, InputForm form, const std::function<int(const Input &)> &work) {
-    int status = exit_fine;
-    try {
-        for (const Input &input : read_inputs(path, form)) {
-            status = std::max(status, work(input));
-        }
-    } catch (const Failure &failure) {
-        status = std::max(status, reported(failure));
-    }
-    return status;
-}
-
-} // namespace
-
 void add_form_option(CLI::App *command, std::string &form) {
     add_choice(command, "--in", form, "auto|raw|hex", "Take the input for raw bytes, or for hex text");
 }
@@ -72,15 +47,31 @@ std::string heading_for(const MessageOptions &options, const Input &input) {
     return options.files.size() > 1 || !input.alone ? fmt::format("# {}\n", input.name) : "";
 }
 
-int for_each_input(const MessageOptions &options, const std::function<int(const Input &)> &work) {
-    if (options.files.empty()) {
-        return work_on("-", form_of(options.form), work);
-    }
+int for_each_file(const std::vector<std::string> &files,
+                  const std::function<void(const std::string &)> &work) {
     int status = exit_fine;
-    for (const std::string &path : options.files) {
-        status = std::max(status, work_on(path, form_of(options.form), work));
+    for (const std::string &path : files.empty() ? std::vector<std::string>{"-"} : files) {
+        try {
+            work(path);
+        } catch (const Failure &failure) {
+            if (failure.exit_status == exit_usage) { // it will make no more sense with the next file
+                throw;
+            }
+            report(failure);
+            status = std::max(status, failure.exit_status);
+        }
     }
     return status;
+}
+
+int for_each_input(const MessageOptions &options, const std::function<int(const Input &)> &work) {
+    int found = exit_fine;
+    const int failed = for_each_file(options.files, [&](const std::string &path) {
+        for (const Input &input : read_inputs(path, form_of(options.form))) {
+            found = std::max(found, work(input));
+        }
+    });
+    return std::max(found, failed);
 }
 
 tlvmsg_fault incomplete_element(const Input &input, size_t end) {

@@ -30,8 +30,12 @@ const tlvmsg_type *type_for(const MessageOptions &options, const Input &input);
 // "# name" in a line, where output is about one message of several.
 std::string heading_for(const MessageOptions &options, const Input &input);
 
-// Every file, or standard input when none is named. A file that cannot be read is reported and the others are
-// done all the same. Gives the largest status.
+// Every file, or standard input when none is named. A file that fails is reported and the others are done all
+// the same, unless it is the command line that makes no sense. Gives the largest status of a failure.
+int for_each_file(const std::vector<std::string> &files,
+                  const std::function<void(const std::string &)> &work);
+
+// The same for every message in them. Gives the largest status, of failures and of the work.
 int for_each_input(const MessageOptions &options, const std::function<int(const Input &)> &work);
 
 // What is behind the last whole element of a message without a type.

@@ -17,15 +17,6 @@ using Bytes = std::span<const uint8_t>;
 
 constexpr size_t count_size = 6;
 
-const tlvmsg_type *type_of(uint16_t tag) {
-    const tlvmsg_type *const scalar = scalar_by_tag(tag);
-    return scalar != nullptr ? scalar : tlvmsg_type_by_tag(tag);
-}
-
-Bytes own_bytes(Bytes bytes, const Element &element) {
-    return bytes.subspan(element.offset, element.end() - element.offset);
-}
-
 // Only the element's own bytes are looked at: what an element is does not depend on what follows it.
 bool is_accepted(const tlvmsg_type *type, Bytes own) {
     tlvmsg_extent extent;
@@ -62,10 +53,10 @@ void read_array(Bytes bytes, RawElement &array, unsigned depth) {
 }
 
 RawElement read_element(Bytes bytes, const Element &element, unsigned depth) {
-    RawElement raw{element, RawKind::opaque, type_of(element.tag), {}};
+    RawElement raw{element, RawKind::opaque, type_by_tag(element.tag), {}};
     if (raw.type != nullptr && raw.type->kind == TLVMSG_SCALAR) {
         raw.kind = element.length == raw.type->size ? RawKind::number : RawKind::opaque;
-    } else if (raw.type != nullptr && is_accepted(raw.type, own_bytes(bytes, element))) {
+    } else if (raw.type != nullptr && is_accepted(raw.type, element.own(bytes))) {
         raw.kind = RawKind::typed;
     } else if (element.tag == array_tag) {
         read_array(bytes, raw, depth);
@@ -114,7 +105,7 @@ RawMessage read_raw(Bytes bytes) {
 
 uint64_t raw_number(Bytes bytes, const RawElement &element) {
     uint64_t value = 0;
-    for (const uint8_t byte : bytes.subspan(element.element.value(), element.element.length)) {
+    for (const uint8_t byte : element.element.inside(bytes)) {
         value = value << 8 | byte;
     }
     const unsigned unused = 64 - 8 * element.element.length;

@@ -1,5 +1,5 @@
 // Messages without a type as JSON and as lines.
-#include "json.h"
+#include "json_value.h"
 #include "raw.h"
 #include "record.h"
 #include "text.h"
@@ -7,47 +7,28 @@
 #include <tlvmsg/inspect.h>
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 namespace tlvmsg::tool {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
 using Bytes = std::span<const uint8_t>;
-
-Bytes own_bytes(Bytes bytes, const RawElement &raw) {
-    return bytes.subspan(raw.element.offset, raw.element.end() - raw.element.offset);
-}
-
-Bytes value_bytes(Bytes bytes, const RawElement &raw) {
-    return bytes.subspan(raw.element.value(), raw.element.length);
-}
 
 Record record_of(Bytes bytes, const RawElement &raw) {
     Record record(raw.type);
-    const Bytes own = own_bytes(bytes, raw);
+    const Bytes own = raw.element.own(bytes);
     tlvmsg_decode(raw.type, own.data(), own.size(), nullptr, record.data(), nullptr, nullptr);
     return record;
 }
 
-Json json_of_bytes(Bytes bytes) {
-    if (is_printable(bytes)) {
-        return std::string(bytes.begin(), bytes.end());
-    }
-    return {{"hex", fmt::format("{:02x}", fmt::join(bytes, ""))}};
-}
+OrderedJson json_of_list(Bytes bytes, const std::vector<RawElement> &elements);
 
-Json json_of_list(Bytes bytes, const std::vector<RawElement> &elements);
-
-Json json_of(Bytes bytes, const RawElement &raw) {
+OrderedJson json_of_element(Bytes bytes, const RawElement &raw) {
     switch (raw.kind) {
     case RawKind::typed:
-        return Json::parse(to_json(raw.type, record_of(bytes, raw).data(), -1));
-    case RawKind::number: {
-        const uint64_t value = raw_number(bytes, raw);
-        return tlvmsg_type_is_signed(raw.type) ? Json(static_cast<int64_t>(value)) : Json(value);
-    }
+        return json_of(raw.type, record_of(bytes, raw).data());
+    case RawKind::number:
+        return json_of_number(raw.type, raw_number(bytes, raw));
     case RawKind::elements:
     case RawKind::array:
         return json_of_list(bytes, raw.inside);
@@ -56,14 +37,14 @@ Json json_of(Bytes bytes, const RawElement &raw) {
     case RawKind::opaque:
         break;
     }
-    return {{"hex", fmt::format("{:02x}", fmt::join(value_bytes(bytes, raw), ""))}};
+    return json_of_hex(raw.element.inside(bytes));
 }
 
-Json json_of_list(Bytes bytes, const std::vector<RawElement> &elements) {
-    Json list = Json::array();
+OrderedJson json_of_list(Bytes bytes, const std::vector<RawElement> &elements) {
+    OrderedJson list = OrderedJson::array();
     for (const RawElement &raw : elements) {
-        Json object = Json::object();
-        object[raw.name()] = json_of(bytes, raw);
+        OrderedJson object = OrderedJson::object();
+        object[raw.name()] = json_of_element(bytes, raw);
         list.push_back(std::move(object));
     }
     return list;
@@ -88,7 +69,7 @@ void add_text(Bytes bytes, const std::string &above, const RawElement &raw, std:
         text += fmt::format("{} = {}\n", path, bytes_text(raw_bytes(bytes, raw)));
         break;
     case RawKind::opaque:
-        text += fmt::format("{} = hex({})\n", path, hex_pairs(value_bytes(bytes, raw)));
+        text += fmt::format("{} = hex({})\n", path, hex_pairs(raw.element.inside(bytes)));
         break;
     }
 }

@@ -1,9 +1,10 @@
 // A record of any type, with the blocks of its dynamic arrays.
 #pragma once
 
-#include <tlvmsg/types.h>
+#include <tlvmsg/inspect.h>
 
 #include <memory>
+#include <span>
 
 namespace tlvmsg::tool {
 
@@ -23,5 +24,8 @@ private:
     const tlvmsg_type *type_;
     std::unique_ptr<uint8_t[]> bytes_;
 };
+
+// Decodes a message into a record of zero bytes, and says how much of it was taken and what was tolerated.
+bool decode(Record &record, std::span<const uint8_t> bytes, tlvmsg_extent &extent, tlvmsg_fault &fault);
 
 } // namespace tlvmsg::tool
