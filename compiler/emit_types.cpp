@@ -179,7 +179,7 @@ std::string descriptor(const Type &type, bool has_image) {
     const auto bounded = [](uint64_t size) { return std::min<uint64_t>(size, UINT32_MAX); };
     return fmt::format("const tlvmsg_type {} = {{\n"
                        "    .name = {}, .family = {},\n"
-                       "    .doc = {},\n"
+                       "    .section = \"\", .doc = {},\n"
                        "    .kind = {}, .tag = {},\n"
                        "    .size = sizeof({}), .alignment = alignof({}),\n"
                        "    .min_encoded = {}, .max_encoded = {},\n"

@@ -47,10 +47,17 @@ enum {
     TLVMSG_END_BY_LENGTH = 4
 };
 
+/* A value of an enumeration that has a name. Others may occur as well. */
+typedef struct tlvmsg_enumerator {
+    const char *name;
+    const char *doc; /* "" when nothing is said */
+    uint32_t value;
+} tlvmsg_enumerator;
+
 /* A member of a structure or message, in wire order. */
 typedef struct tlvmsg_member {
-    const char
-        *path;       /* of its field in the record: "color", "vlan_counters.count"; "" for the whole record */
+    /* Of its field in the record: "color", "vlan_counters.count"; "" for the whole record. */
+    const char *path;
     const char *doc; /* "" when nothing is said */
     const tlvmsg_type *type;
     uint32_t offset; /* of its field */
@@ -69,16 +76,21 @@ typedef struct tlvmsg_alternative {
 
 struct tlvmsg_type {
     const char *name;
-    const char *family; /* "" for scalars */
-    const char *doc;    /* "" when nothing is said */
+    const char *family;  /* "" for scalars */
+    const char *section; /* what the types declared beside it have in common; "" when nothing is said */
+    const char *doc;     /* "" when nothing is said */
     tlvmsg_kind kind;
     uint16_t tag; /* that its encoder writes; 0 for messages and unions */
 
     uint32_t size; /* of the record, with its alignment */
     uint32_t alignment;
-    uint32_t
-        min_encoded; /* bytes on the wire, header included; every array between empty and its capacity, */
-    uint32_t max_encoded; /* or as much as its count can say */
+    /* Bytes on the wire, header included: the least, with every array empty, and the most that tlvmsg_encode
+     * can write. */
+    uint32_t min_encoded;
+    uint32_t max_encoded;
+
+    const tlvmsg_enumerator *enumerators; /* enumerations: the values that have names, as declared */
+    uint32_t enumerator_count;
 
     const tlvmsg_member *members; /* structures and messages */
     uint32_t member_count;
