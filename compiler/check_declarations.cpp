@@ -1,6 +1,6 @@
 #include "checks.h"
+#include "names.h"
 #include "reserved.h"
-#include "suggest.h"
 
 #include <algorithm>
 #include <limits>
@@ -14,21 +14,16 @@ using syntax::Form;
 using syntax::Name;
 using syntax::Number;
 
-constexpr uint64_t lowest_tag = 1001;
-constexpr uint64_t highest_tag = 65535;
 constexpr uint64_t highest_capacity = 65535;
 constexpr uint64_t highest_value = std::numeric_limits<uint32_t>::max();
 
-bool has_body(Form form) { return form == Form::Structure || form == Form::Message || form == Form::Union; }
-bool is_one_byte(const Type &type) {
-    return type.name == "char" || type.name == "uint8" || type.name == "int8";
-}
+bool needs_body(Form form) { return form == Form::Structure || form == Form::Message || form == Form::Union; }
 
 void check_tag_range(const Declared &declared, Diagnostics &faults) {
     const auto &[syntax, type] = declared;
-    bool tagged = type->kind == Kind::Enumeration || type->kind == Kind::Structure;
-    if (tagged && (syntax->number.value < lowest_tag || syntax->number.value > highest_tag)) {
-        faults.report(Fault::TagRange, syntax->number.span, lowest_tag, highest_tag);
+    const uint64_t tag = syntax->number.value;
+    if (has_tag(*type) && (tag < wire::lowest_tag || tag > wire::highest_tag)) {
+        faults.report(Fault::TagRange, syntax->number.span, wire::lowest_tag, wire::highest_tag);
     }
 }
 
@@ -59,49 +54,39 @@ void check_keywords(const Declared &declared, Diagnostics &faults) {
 
 void check_not_empty(const Declared &declared, Diagnostics &faults) {
     const syntax::Declaration &syntax = *declared.syntax;
-    if (has_body(syntax.form) && syntax.members.empty()) {
+    const bool empty = syntax.members.empty() && syntax.enumerators.empty();
+    if (empty && (needs_body(syntax.form) || syntax.has_body())) {
         faults.report(Fault::EmptyBody, syntax.name.span, syntax.name.text);
     }
 }
 
-struct Field {
+// A field of a record, or an alternative in one.
+struct NamedField {
     std::string_view name;
     Span span;
+    const Type *type;
 };
 
-// What the record of a type consists of. Counts and selectors live in the record that follows them, where
-// they may have a neighbour's name; a union without a record of its own puts its alternatives into the
-// enclosing one.
-std::vector<Field> record_fields(const Declared &declared) {
-    const Type &type = *declared.type;
-    std::vector<Field> fields;
-    auto add_alternatives = [&](const Type &owner) {
-        for (const Alternative &alternative : owner.alternatives) {
-            fields.push_back({alternative.name, alternative.span});
-        }
-    };
-    if (type.kind == Kind::Union && type.enclosing == nullptr) {
-        fields.push_back({type.selector_name, declared.syntax->selector_name.span});
-        add_alternatives(type);
-    }
-    for (size_t i = 0; i < type.members.size(); ++i) {
-        const Member &member = type.members[i];
-        const Type *next = member.role == Member::Role::Own ? nullptr : type.members[i + 1].type;
-        if (next != nullptr && next->enclosing == nullptr) {
+std::vector<NamedField> named_fields(const Declared &declared) {
+    std::vector<NamedField> result;
+    for (const Field &field : declared.type->fields) {
+        if (field.storage != Field::Storage::Alternatives) {
+            result.push_back({field.name, field.span, field.type});
             continue;
         }
-        if (member.type->enclosing == nullptr) {
-            fields.push_back({member.name, member.span});
-        } else {
-            add_alternatives(*member.type);
+        for (const Alternative &alternative : field.type->alternatives) {
+            result.push_back({alternative.name, alternative.span, alternative.type});
         }
     }
-    return fields;
+    if (declared.type->kind == Kind::Union && !result.empty()) {
+        result.front().span = declared.syntax->selector_name.span;
+    }
+    return result;
 }
 
 void check_distinct_members(const Declared &declared, Diagnostics &faults) {
     std::map<std::string_view, Span> seen;
-    for (const Field &field : record_fields(declared)) {
+    for (const NamedField &field : named_fields(declared)) {
         if (auto [first, is_new] = seen.try_emplace(field.name, field.span); !is_new) {
             faults.report(Fault::DuplicateMember, field.span, field.name, declared.type->name)
                 .note(first->second, "the other is here");
@@ -109,27 +94,43 @@ void check_distinct_members(const Declared &declared, Diagnostics &faults) {
     }
 }
 
-// Enumerations are plain type names in C, so a field of the same name would change what the name means within
-// the record, which C++ refuses. Records are spelled with "struct" and have no such trouble.
-void check_names_of_enumerations(const Declared &declared, Diagnostics &faults) {
-    const Type &type = *declared.type;
-    std::map<std::string_view, const Type *> enumerations;
-    const auto add = [&](const Type *used) {
-        if (used != nullptr && used->kind == Kind::Enumeration) {
-            enumerations.emplace(used->name, used);
+// Numbers have plain type names in C, so a field of the same name would change what the name means within the
+// record, which C++ refuses. Records are spelled with "struct" and have no such trouble.
+void check_names_of_numbers(const Declared &declared, Diagnostics &faults) {
+    const std::vector<NamedField> fields = named_fields(declared);
+    std::map<std::string, const Type *> numbers;
+    for (const NamedField &field : fields) {
+        if (field.type->kind == Kind::Scalar || field.type->kind == Kind::Enumeration) {
+            numbers.emplace(names::record(*field.type), field.type);
         }
+    }
+    for (const NamedField &field : fields) {
+        if (auto found = numbers.find(std::string(field.name)); found != numbers.end()) {
+            Diagnostic &fault =
+                faults.report(Fault::MemberNamedAsType, field.span, field.name, declared.type->name);
+            if (found->second->family != nullptr) {
+                fault.note(found->second->span, "the enumeration is declared here");
+            }
+        }
+    }
+}
+
+void check_enumerators(const Declared &declared, Diagnostics &faults) {
+    std::map<std::string_view, Span> names;
+    std::map<uint64_t, Span> values;
+    const auto twice = [&](Span place, Span first, const char *what) {
+        faults.report(Fault::DuplicateEnumerator, place, declared.type->name, what)
+            .note(first, "the other is here");
     };
-    add(type.selector);
-    for (const Member &member : type.members) {
-        add(member.type);
-    }
-    for (const Alternative &alternative : type.alternatives) {
-        add(alternative.type);
-    }
-    for (const Field &field : record_fields(declared)) {
-        if (auto found = enumerations.find(field.name); found != enumerations.end()) {
-            faults.report(Fault::MemberNamedAsType, field.span, field.name, type.name)
-                .note(found->second->span, "the enumeration is declared here");
+    for (const syntax::Enumerator &each : declared.syntax->enumerators) {
+        if (each.value.value > highest_value) {
+            faults.report(Fault::LargeValue, each.value.span, highest_value);
+        }
+        if (auto [first, is_new] = names.try_emplace(each.name.text, each.name.span); !is_new) {
+            twice(each.name.span, first->second, "name");
+        }
+        if (auto [first, is_new] = values.try_emplace(each.value.value, each.value.span); !is_new) {
+            twice(each.value.span, first->second, "value");
         }
     }
 }
@@ -167,7 +168,7 @@ void check_message_members(const Declared &declared, Diagnostics &faults) {
 
 void check_element(const Declared &declared, Diagnostics &faults) {
     const auto &[syntax, type] = declared;
-    if (type->element == nullptr || type->kind == Kind::PackedArray) {
+    if (type->kind != Kind::ElementArray && type->kind != Kind::DynamicElements) {
         return;
     }
     const Type &element = *type->element;
@@ -177,7 +178,7 @@ void check_element(const Declared &declared, Diagnostics &faults) {
     }
     Diagnostic &fault = faults.report(Fault::ArrayElement, syntax->element.span, element.name,
                                       describe(element), describe(*type));
-    if (is_one_byte(element)) {
+    if (element.scalar != nullptr && element.scalar->width == 1) {
         fault.help(type->kind == Kind::DynamicElements
                        ? fmt::format("write: dynamic bytes {} counted by {}", type->name, type->count->name)
                        : fmt::format("write: bytes {}[{}]", type->name, syntax->number.value));
@@ -188,13 +189,7 @@ void check_alternative_types(const Declared &declared, Diagnostics &faults) {
     const auto &[syntax, type] = declared;
     for (size_t i = 0; i < type->alternatives.size(); ++i) {
         const Type &alternative = *type->alternatives[i].type;
-        switch (alternative.kind) {
-        case Kind::Scalar:
-        case Kind::Enumeration:
-        case Kind::Structure:
-        case Kind::Message: // has a fault of its own
-            break;
-        default:
+        if (is_array(alternative) || alternative.kind == Kind::Union) { // a message has a fault of its own
             faults
                 .report(Fault::AlternativeType, syntax->members[i].type.span, alternative.name,
                         describe(alternative))
@@ -205,12 +200,14 @@ void check_alternative_types(const Declared &declared, Diagnostics &faults) {
 
 void check_alternative_values(const Declared &declared, Diagnostics &faults) {
     std::map<uint64_t, Span> seen;
-    for (const syntax::Member &alternative : declared.syntax->members) {
-        for (const Number &value : alternative.values) {
-            if (value.value > highest_value) {
-                faults.report(Fault::LargeValue, value.span, highest_value);
-            } else if (auto [first, is_new] = seen.try_emplace(value.value, value.span); !is_new) {
-                faults.report(Fault::DuplicateValue, value.span, value.value)
+    for (size_t i = 0; i < declared.type->alternatives.size(); ++i) {
+        const std::vector<syntax::Value> &written = declared.syntax->members[i].values;
+        for (size_t k = 0; k < written.size(); ++k) {
+            const uint64_t value = declared.type->alternatives[i].values[k];
+            if (written[k].number > highest_value) {
+                faults.report(Fault::LargeValue, written[k].span, highest_value);
+            } else if (auto [first, is_new] = seen.try_emplace(value, written[k].span); !is_new) {
+                faults.report(Fault::DuplicateValue, written[k].span, value)
                     .note(first->second, "it is given here already");
             }
         }
@@ -222,10 +219,11 @@ void check_count_type(const Declared &declared, Diagnostics &faults) {
     if (!is_dynamic(*type)) {
         return;
     }
-    bool bytes = type->kind == Kind::DynamicBytes;
-    const std::string &count = type->count->name;
-    if (count != "uint8" && count != "uint16" && (count != "uint32" || !bytes)) {
-        faults.report(Fault::CountType, syntax->count.span, count, describe(*type))
+    const bool bytes = holds_bytes(*type);
+    const unsigned widest = bytes ? 4 : 2;
+    const wire::Scalar *const count = type->count->scalar;
+    if (count == nullptr || !count->is_unsigned || count->width > widest) {
+        faults.report(Fault::CountType, syntax->count.span, type->count->name, describe(*type))
             .help(bytes ? "it can be uint8, uint16 or uint32" : "it can be uint8 or uint16");
     }
 }
@@ -238,43 +236,51 @@ void check_selector_type(const Declared &declared, Diagnostics &faults) {
     }
 }
 
-// Why the attribute may not stand there, or nothing if it may.
-std::string_view why_misplaced(std::string_view attribute, const Declared &declared, size_t index) {
-    const Type &type = *declared.type;
-    if (attribute == "zero_count") {
-        bool fits = type.kind != Kind::Union && is_dynamic(*type.members[index].type);
-        return fits ? "" : "it is for members that are dynamic arrays";
-    }
-    bool fits = type.kind == Kind::Union && type.alternatives[index].type->kind == Kind::Enumeration;
-    return fits ? "" : "it is for alternatives that are enumerations";
-}
+// The attributes: name, where it may stand, and how a fault words that.
+struct Attribute {
+    std::string_view name;
+    bool (*fits)(const Type &owner, size_t index);
+    std::string_view place;
+};
+
+constexpr Attribute attributes[] = {
+    {"zero_count",
+     [](const Type &owner, size_t index) {
+         return has_members(owner) && is_dynamic(*owner.members[index].type);
+     },
+     "it is for members that are dynamic arrays"},
+    {"end_by_length",
+     [](const Type &owner, size_t index) {
+         return owner.kind == Kind::Union && owner.alternatives[index].type->kind == Kind::Enumeration;
+     },
+     "it is for alternatives that are enumerations"},
+};
 
 void check_attributes(const Declared &declared, Diagnostics &faults) {
     for (size_t i = 0; i < declared.syntax->members.size(); ++i) {
         std::map<std::string_view, Span> seen;
         for (const Name &name : declared.syntax->members[i].attributes) {
-            if (name.text != "zero_count" && name.text != "end_by_length") {
-                Diagnostic &fault = faults.report(Fault::UnknownAttribute, name.span, name.text);
-                if (std::string help = did_you_mean(name.text, {"zero_count", "end_by_length"});
-                    !help.empty()) {
-                    fault.help(help);
-                }
+            const auto *const known =
+                std::find_if(std::begin(attributes), std::end(attributes),
+                             [&](const Attribute &attribute) { return attribute.name == name.text; });
+            if (known == std::end(attributes)) {
+                faults.report(Fault::UnknownAttribute, name.span, name.text)
+                    .suggest(name.text, {attributes[0].name, attributes[1].name});
             } else if (auto [first, is_new] = seen.try_emplace(name.text, name.span); !is_new) {
                 faults.report(Fault::MisplacedAttribute, name.span, name.text, "it is given already")
                     .note(first->second, "the first is here");
-            } else if (std::string_view why = why_misplaced(name.text, declared, i); !why.empty()) {
-                faults.report(Fault::MisplacedAttribute, name.span, name.text, why);
+            } else if (!known->fits(*declared.type, i)) {
+                faults.report(Fault::MisplacedAttribute, name.span, name.text, known->place);
             }
         }
     }
 }
 
 constexpr auto checks = {
-    check_tag_range,         check_capacity,           check_keywords,
-    check_not_empty,         check_distinct_members,   check_names_of_enumerations,
-    check_no_message_within, check_message_members,    check_element,
-    check_alternative_types, check_alternative_values, check_count_type,
-    check_selector_type,     check_attributes,
+    check_tag_range,        check_capacity,         check_keywords,          check_not_empty,
+    check_distinct_members, check_names_of_numbers, check_enumerators,       check_no_message_within,
+    check_message_members,  check_element,          check_alternative_types, check_alternative_values,
+    check_count_type,       check_selector_type,    check_attributes,
 };
 
 } // namespace

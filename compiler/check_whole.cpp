@@ -8,13 +8,11 @@ namespace tlvc {
 
 namespace {
 
-constexpr uint64_t largest_element = 65535;
-
 void check_distinct_tags(const Resolution &resolution, Diagnostics &faults) {
     std::map<uint64_t, const Declared *> seen;
     for (const Declared &declared : resolution.declared) {
         const auto &[syntax, type] = declared;
-        if (type->kind != Kind::Enumeration && type->kind != Kind::Structure) {
+        if (!has_tag(*type)) {
             continue;
         }
         auto [first, is_new] = seen.try_emplace(syntax->number.value, &declared);
@@ -47,8 +45,8 @@ void check_type_cycles(const Resolution &resolution, Diagnostics &faults) {
 
 void check_family_cycles(const Resolution &resolution, Diagnostics &faults) {
     std::vector<const Family *> families;
-    for (const auto &family : resolution.schema->families) {
-        families.push_back(family.get());
+    for (const Family &family : resolution.schema->families) {
+        families.push_back(&family);
     }
     std::vector<Edge<const Family *>> edges;
     for (const Declared &declared : resolution.declared) {
@@ -78,16 +76,8 @@ void check_whole(const Resolution &resolution, Diagnostics &faults) {
 void check(const Resolution &resolution, Diagnostics &faults) {
     check_declarations(resolution, faults);
     check_neighbours(resolution, faults);
+    check_names(resolution, faults);
     check_whole(resolution, faults);
-}
-
-void check_sizes(const Resolution &resolution, Diagnostics &faults) {
-    for (const Declared &declared : resolution.declared) {
-        const Type &type = *declared.type;
-        if (type.kind == Kind::Structure && type.min_size > largest_element) {
-            faults.report(Fault::FixedSize, type.span, type.name, type.min_size, largest_element);
-        }
-    }
 }
 
 } // namespace tlvc

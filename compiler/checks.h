@@ -13,6 +13,7 @@ void check_sizes(const Resolution &resolution, Diagnostics &faults);
 // The parts of check().
 void check_declarations(const Resolution &resolution, Diagnostics &faults); // each for itself
 void check_neighbours(const Resolution &resolution, Diagnostics &faults);   // what must stand together
+void check_names(const Resolution &resolution, Diagnostics &faults);        // what C makes of them
 void check_whole(const Resolution &resolution, Diagnostics &faults);        // tags, circles
 
 std::string_view describe(const Type &type); // "a structure"

@@ -3,6 +3,7 @@
 #include "checks.h"
 #include "measure.h"
 #include "order.h"
+#include "records.h"
 
 namespace tlvc {
 
@@ -17,6 +18,7 @@ std::unique_ptr<const Schema> compile(const std::vector<std::string> &paths, Sou
     if (faults.any()) {
         return nullptr;
     }
+    find_records(*resolution.schema);
     check(resolution, faults);
     if (faults.any()) {
         return nullptr;

@@ -4,9 +4,6 @@
 
 #include "model.h"
 
-#include <string>
-#include <vector>
-
 namespace tlvc {
 
 struct GeneratedFile {
@@ -16,10 +13,10 @@ struct GeneratedFile {
 
 using GeneratedFiles = std::vector<GeneratedFile>;
 
-GeneratedFiles emit_headers(const Schema &schema); // include/tlvmsg/FAMILY.h, include/tlvmsg/all.h
-GeneratedFiles emit_codecs(const Schema &schema);  // src/FAMILY_codecs.h, src/FAMILY_codecs.cpp
-GeneratedFiles emit_types(const Schema &schema);   // src/FAMILY_types.cpp, src/all_types.h, src/all_types.cpp
-GeneratedFiles emit_layout(const Schema &schema);  // src/FAMILY_layout.c, src/FAMILY_layout.cpp
-GeneratedFiles emit_exports(const Schema &schema); // src/tlvmsg.map, src/tlvmsg.symbols
+// What all emitters write.
+GeneratedFiles emit(const Schema &schema);
+
+// interface.txt: what the schema promises to its users, for people to review.
+std::string emit_interface(const Schema &schema);
 
 } // namespace tlvc

@@ -13,13 +13,13 @@ namespace {
 
 std::string member_codec(const Type &owner, size_t index) {
     const Member &member = owner.members[index];
-    std::string text =
-        fmt::format("rules::{}<{}", member.zero_count ? "zero_count" : "member", codec_name(*member.type));
+    std::string text = fmt::format("::tlvmsg::rules::{}<{}", member.zero_count ? "zero_count" : "member",
+                                   names::codec(*member.type));
     std::string record = owner.name;
-    for (const std::string &step : field_path(owner, index)) {
+    for (const std::string &step : member.path) {
         text += fmt::format(", &::{}::{}", record, step);
         if (index + 1 < owner.members.size()) {
-            record = record_name(*owner.members[index + 1].type);
+            record = names::record(*owner.members[index + 1].type);
         }
     }
     return text + ">";
@@ -53,20 +53,21 @@ std::string member_codecs(const Type &owner) {
         const size_t length = length_of_run(owner, i);
         text += ",\n    ";
         text += length == 1 ? member_codec(owner, i)
-                            : fmt::format("rules::run<{}, {}, &::{}::{}>", codec_name(*owner.members[i].type),
-                                          length, owner.name, owner.members[i].name);
+                            : fmt::format("::tlvmsg::rules::run<{}, {}, &::{}::{}>",
+                                          names::codec(*owner.members[i].type), length, owner.name,
+                                          owner.members[i].name);
         i += length;
     }
     return text;
 }
 
 std::string alternative_codec(const Type &owner, const Alternative &alternative) {
-    std::string codec = codec_name(*alternative.type);
+    std::string codec = names::codec(*alternative.type);
     if (alternative.end_by_length) {
-        codec = fmt::format("rules::end_by_length<{}>", codec);
+        codec = fmt::format("::tlvmsg::rules::end_by_length<{}>", codec);
     }
-    std::string text =
-        fmt::format("rules::alternative<{}, &::{}::{}", codec, record_name(owner), alternative.name);
+    std::string text = fmt::format("::tlvmsg::rules::alternative<{}, &::{}::{}", codec, names::record(owner),
+                                   alternative.name);
     for (const uint32_t value : alternative.values) {
         text += fmt::format(", {}", value);
     }
@@ -75,18 +76,18 @@ std::string alternative_codec(const Type &owner, const Alternative &alternative)
 
 // The rule that a type is made by, as the base of its codec.
 std::string rule(const Type &type) {
-    const std::string record = "::" + record_name(type);
+    const std::string record = "::" + names::record(type);
     switch (type.kind) {
     case Kind::Enumeration:
         return fmt::format("enumeration<{}>", type.tag);
     case Kind::ElementArray:
-        return fmt::format("element_array<{}, {}, {}>", record, codec_name(*type.element), type.capacity);
+        return fmt::format("element_array<{}, {}, {}>", record, names::codec(*type.element), type.capacity);
     case Kind::PackedArray:
-        return fmt::format("packed_array<{}, {}, {}>", record, codec_name(*type.element), type.capacity);
+        return fmt::format("packed_array<{}, {}, {}>", record, names::codec(*type.element), type.capacity);
     case Kind::ByteArray:
         return fmt::format("byte_array<{}, {}>", record, type.capacity);
     case Kind::DynamicElements:
-        return fmt::format("dynamic_elements<{}, {}>", record, codec_name(*type.element));
+        return fmt::format("dynamic_elements<{}, {}>", record, names::codec(*type.element));
     case Kind::DynamicBytes:
         return fmt::format("dynamic_bytes<{}>", record);
     case Kind::Structure:
@@ -119,7 +120,7 @@ std::string declarations(const Family &family) {
         fmt::format("#include \"rules/rules.h\"\n\n#include <tlvmsg/{}.h>\n\nnamespace tlvmsg::codec {{\n\n",
                     family.name);
     for (const Type *type : family.types) {
-        text += fmt::format("struct {} : rules::{} {{}};\n", type->name, rule(*type));
+        text += fmt::format("struct {} : ::tlvmsg::rules::{} {{}};\n", type->name, rule(*type));
     }
     return text + "\n} // namespace tlvmsg::codec\n";
 }
@@ -129,7 +130,7 @@ std::string exports(const Family &family) {
                                    "#include \"{}_codecs.h\"\n\n",
                                    family.name);
     for (const Type *type : family.types) {
-        text += fmt::format("TLVMSG_EXPORT_TYPE({}, {})\n", type->name, record_name(*type));
+        text += fmt::format("TLVMSG_EXPORT_TYPE({}, {})\n", type->name, names::record(*type));
     }
     return text;
 }
@@ -138,7 +139,7 @@ std::string exports(const Family &family) {
 
 GeneratedFiles emit_codecs(const Schema &schema) {
     GeneratedFiles files;
-    for (const auto &family : schema.families) {
+    for (const Family *family : schema.in_order) {
         files.push_back({"src/" + family->name + "_codecs.h", declarations(*family)});
         files.push_back({"src/" + family->name + "_codecs.cpp", exports(*family)});
     }

@@ -15,15 +15,14 @@ const char *const runtime_operations[] = {
 };
 
 std::vector<std::string> exported_names(const Schema &schema) {
-    std::vector<std::string> names(std::begin(runtime_operations), std::end(runtime_operations));
-    for (const auto &type : schema.types) {
-        // The scalars' size operations, alone, are called get_X_size.
-        names.push_back(type->kind == Kind::Scalar ? "get_" + type->name + "_size" : size_operation(*type));
-        names.push_back(encode_operation(*type));
-        names.push_back(decode_operation(*type));
+    std::vector<std::string> exported(std::begin(runtime_operations), std::end(runtime_operations));
+    for (const Type &type : schema.types) {
+        exported.push_back(names::size_operation(type));
+        exported.push_back(names::encode_operation(type));
+        exported.push_back(names::decode_operation(type));
     }
-    std::sort(names.begin(), names.end());
-    return names;
+    std::sort(exported.begin(), exported.end());
+    return exported;
 }
 
 } // namespace

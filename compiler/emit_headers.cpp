@@ -5,21 +5,16 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <cctype>
+#include <utility>
 
 namespace tlvc {
 
 namespace {
 
-constexpr size_t width = 110;
+using names::Constant;
+using Storage = Field::Storage;
 
-std::string guard(const std::string &name) {
-    std::string upper = name;
-    std::transform(upper.begin(), upper.end(), upper.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    return "TLVMSG_" + upper + "_H";
-}
+constexpr size_t width = 110;
 
 // One paragraph as comment lines, wrapped at words.
 std::string wrapped(const std::string &paragraph, const std::string &prefix) {
@@ -41,7 +36,7 @@ std::string wrapped(const std::string &paragraph, const std::string &prefix) {
 }
 
 // Docs are text, but stand in comments: what would begin or end one there is taken apart.
-std::string prose(const std::vector<std::string> &lines) {
+std::string prose(const Doc &lines) {
     std::string text;
     for (const std::string &line : lines) {
         text += text.empty() ? "" : " ";
@@ -65,11 +60,14 @@ std::string comment(const Type &type) {
     for (size_t i = 1; i < wire.size(); ++i) {
         text += " * " + wire[i] + "\n";
     }
+    if (const Doc pitfalls = describe_pitfalls(type); !pitfalls.empty()) {
+        text += " *\n" + wrapped(prose(pitfalls), " *");
+    }
     return text + " */\n";
 }
 
-std::string field(const std::string &type, const std::string &name, const std::vector<std::string> &doc,
-                  const std::string &indent = "    ") {
+std::string declared(const std::string &type, const std::string &name, const Doc &doc,
+                     const std::string &indent = "    ") {
     std::string text;
     if (!doc.empty()) {
         text = indent + "/* " + prose(doc) + " */\n";
@@ -78,35 +76,43 @@ std::string field(const std::string &type, const std::string &name, const std::v
     return text + indent + type + space + name + ";\n";
 }
 
-std::string array_fields(const Type &type) {
-    static const std::vector<std::string> none;
-    std::string text = field(record_name(*type.count), "count", none);
-    const std::string item = type.element == nullptr ? "uint8_t" : field_type(*type.element);
-    if (is_dynamic(type)) {
-        return text + field(item + " *", storage_name(type), none);
-    }
-    return text + field(item, fmt::format("{}[{}]", storage_name(type), type.capacity), none);
-}
-
-std::string alternative_fields(const Type &type) {
+std::string alternatives(const Type &type) {
     std::string text = "    __extension__ union {\n";
     for (const Alternative &alternative : type.alternatives) {
-        text += field(field_type(*alternative.type), alternative.name, alternative.doc, "        ");
+        text += declared(names::field_type(*alternative.type), alternative.name, alternative.doc, "        ");
     }
     return text + "    };\n";
 }
 
-std::string record_fields(const Type &type) {
-    if (is_array(type)) {
-        return array_fields(type);
+// What is said of a count or selector that is a member of its own stands with the field that it lives in.
+Doc doc_of(const Field &field) {
+    Doc doc = field.doc;
+    if (!field.shared_doc.empty()) {
+        doc.push_back(field.type->kind == Kind::Union ? field.type->selector_name + ":" : "count:");
+        doc.insert(doc.end(), field.shared_doc.begin(), field.shared_doc.end());
     }
-    if (type.kind == Kind::Union) {
-        return field(field_type(*type.selector), type.selector_name, {}) + alternative_fields(type);
+    return doc;
+}
+
+std::string field(const Type &owner, const Field &field) {
+    const std::string type = names::field_type(*field.type);
+    switch (field.storage) {
+    case Storage::Plain:
+        return declared(type, field.name, doc_of(field));
+    case Storage::Array:
+        return declared(type, fmt::format("{}[{}]", field.name, owner.capacity), doc_of(field));
+    case Storage::Pointer:
+        return declared(type + " *", field.name, doc_of(field));
+    case Storage::Alternatives:
+        return alternatives(*field.type);
     }
+    return {};
+}
+
+std::string fields(const Type &type) {
     std::string text;
-    for (const Field &each : fields(type)) {
-        text += each.name.empty() ? alternative_fields(*each.type)
-                                  : field(field_type(*each.type), each.name, *each.doc);
+    for (const Field &each : type.fields) {
+        text += field(type, each);
     }
     return text;
 }
@@ -118,17 +124,55 @@ std::string record(const Type &type) {
     if (type.enclosing != nullptr) {
         return "";
     }
-    return fmt::format("typedef struct {0} {{\n{1}}} {0};\n", type.name, record_fields(type));
+    return fmt::format("typedef struct {0} {{\n{1}}} {0};\n", type.name, fields(type));
 }
 
 std::string prototypes(const Type &type) {
-    const std::string record = record_name(type);
-    return fmt::format("uint16_t {}(const {} *in);\n", size_operation(type), record) +
-           fmt::format("uint8_t *{}(const {} *in, uint8_t *out);\n", encode_operation(type), record) +
-           fmt::format("const uint8_t *{}(const uint8_t *in, {} *out);\n", decode_operation(type), record);
+    const std::string record = names::record(type);
+    return fmt::format("uint16_t {}(const {} *in);\n", names::size_operation(type), record) +
+           fmt::format("uint8_t *{}(const {} *in, uint8_t *out);\n", names::encode_operation(type), record) +
+           fmt::format("const uint8_t *{}(const uint8_t *in, {} *out);\n", names::decode_operation(type),
+                       record);
 }
 
-std::string declaration(const Type &type) { return comment(type) + record(type) + prototypes(type) + "\n"; }
+std::string constants(const Type &type) {
+    const auto define = [](const std::string &name, uint64_t value) {
+        return fmt::format("#define {} {}\n", name, value);
+    };
+    std::string text;
+    if (has_tag(type)) {
+        text += define(names::constant(Constant::Tag, type), type.tag);
+    }
+    if (type.capacity != 0) {
+        text += define(names::constant(Constant::Capacity, type), type.capacity);
+    }
+    if (type.fixed_size()) {
+        return text + define(names::constant(Constant::Size, type), type.max_size);
+    }
+    return text + define(names::constant(Constant::MinSize, type), type.min_size) +
+           define(names::constant(Constant::MaxSize, type), type.max_size);
+}
+
+std::string enumerators(const Type &type) {
+    std::string text;
+    for (const Enumerator &each : type.enumerators) {
+        text += each.doc.empty() ? "" : "/* " + prose(each.doc) + " */\n";
+        text += fmt::format("#define {} UINT32_C({})\n", names::enumerator(type, each), each.value);
+    }
+    return text;
+}
+
+std::string declaration(const Type &type) {
+    return comment(type) + constants(type) + record(type) + enumerators(type) + prototypes(type) + "\n";
+}
+
+// What the types that follow have in common.
+std::string banner(const Section &section) {
+    if (section.doc.empty()) {
+        return "";
+    }
+    return "/*\n * " + std::string(width - 3, '-') + "\n" + wrapped(prose(section.doc), " *") + " */\n\n";
+}
 
 // A union without a record of its own is declared behind the structure that encloses it.
 std::string declarations(const Type &type) {
@@ -147,7 +191,7 @@ std::string declarations(const Type &type) {
 std::string opening(const std::string &name, const std::string &doc) {
     return "/*\n" + wrapped(doc, " *") + " *\n" +
            " * Generated by tlvc. What holds for every operation is said in <tlvmsg/runtime.h>.\n */\n" +
-           fmt::format("#ifndef {0}\n#define {0}\n\n", guard(name));
+           fmt::format("#ifndef {0}\n#define {0}\n\n", names::guard(name));
 }
 
 std::string family_header(const Family &family) {
@@ -157,7 +201,11 @@ std::string family_header(const Family &family) {
         text += fmt::format("#include <tlvmsg/{}.h>\n", used->name);
     }
     text += "\n#ifdef __cplusplus\nextern \"C\" {\n#endif\n\n";
+    const Section *section = nullptr;
     for (const Type *type : family.types) {
+        if (std::exchange(section, type->section) != type->section) {
+            text += banner(*type->section);
+        }
         text += declarations(*type);
     }
     return text + "#ifdef __cplusplus\n}\n#endif\n\n#endif\n";
@@ -165,7 +213,7 @@ std::string family_header(const Family &family) {
 
 std::string umbrella_header(const Schema &schema) {
     std::string text = opening("all", "all.h - every family of messages.");
-    for (const auto &family : schema.families) {
+    for (const Family *family : schema.in_order) {
         text += fmt::format("#include <tlvmsg/{}.h>\n", family->name);
     }
     return text + "\n#endif\n";
@@ -175,7 +223,7 @@ std::string umbrella_header(const Schema &schema) {
 
 GeneratedFiles emit_headers(const Schema &schema) {
     GeneratedFiles files;
-    for (const auto &family : schema.families) {
+    for (const Family *family : schema.in_order) {
         files.push_back({fmt::format("include/tlvmsg/{}.h", family->name), family_header(*family)});
     }
     files.push_back({"include/tlvmsg/all.h", umbrella_header(schema)});

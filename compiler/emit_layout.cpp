@@ -5,110 +5,58 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-
 namespace tlvc {
 
 namespace {
 
-// One field, or several that share storage.
-struct Slot {
-    struct Entry {
-        std::string name;
-        std::string type;
-        std::string size;
-    };
-    std::vector<Entry> entries;
-};
+using Storage = Field::Storage;
 
-Slot slot(const std::string &name, const std::string &type) {
-    return {{{name, type, fmt::format("sizeof({})", type)}}};
+// What a field is declared as, its array bound left out.
+std::string item_type(const Type &owner, const Field &field) {
+    switch (field.storage) {
+    case Storage::Plain:
+    case Storage::Array:
+        return names::field_type(*field.type);
+    case Storage::Pointer:
+        return names::field_type(*field.type) + " *";
+    case Storage::Alternatives:
+        return "union " + names::alternatives_union(owner);
+    }
+    return {};
 }
 
-Slot slot(const Type &union_type) {
-    Slot result;
+// Alternatives share an unnamed union in the record; this is its like, to ask for size and alignment.
+std::string alternatives_union(const Type &owner, const Type &union_type) {
+    std::string text = fmt::format("union {} {{\n", names::alternatives_union(owner));
     for (const Alternative &alternative : union_type.alternatives) {
-        const std::string type = field_type(*alternative.type);
-        result.entries.push_back({alternative.name, type, fmt::format("sizeof({})", type)});
+        text += fmt::format("    {} {};\n", names::field_type(*alternative.type), alternative.name);
     }
-    return result;
+    return text + "};\n";
 }
 
-std::vector<Slot> array_slots(const Type &type) {
-    const std::string item = type.element == nullptr ? "uint8_t" : field_type(*type.element);
-    std::vector<Slot> slots{slot("count", record_name(*type.count))};
-    if (is_dynamic(type)) {
-        slots.push_back(slot(storage_name(type), item + " *"));
-    } else {
-        slots.push_back({{{storage_name(type), item, fmt::format("{} * sizeof({})", type.capacity, item)}}});
-    }
-    return slots;
-}
-
-std::vector<Slot> slots_of(const Type &type) {
-    if (is_array(type)) {
-        return array_slots(type);
-    }
-    if (type.kind == Kind::Union) {
-        return {slot(type.selector_name, field_type(*type.selector)), slot(type)};
-    }
-    std::vector<Slot> slots;
-    for (const Field &field : fields(type)) {
-        slots.push_back(field.name.empty() ? slot(*field.type) : slot(field.name, field_type(*field.type)));
-    }
-    return slots;
-}
-
-// An enumeration whose last constant, NAME, is the largest of several expressions: a chain, because a nest of
-// macros that mention their arguments twice doubles with every level.
-std::string largest(const std::string &name, const std::vector<std::string> &values) {
-    std::string text;
-    std::string so_far = values.front();
-    for (size_t i = 1; i < values.size(); ++i) {
-        const std::string step = fmt::format("{}_{}", name, i);
-        text += fmt::format("    {} = TLVMSG_LARGER({}, {}),\n", step, so_far, values[i]);
-        so_far = step;
-    }
-    return fmt::format("enum {{\n{}    {} = {}\n}};\n", text, name, so_far);
-}
-
-std::vector<std::string> alignments(const std::vector<Slot> &slots) {
-    std::vector<std::string> values;
-    for (const Slot &each : slots) {
-        for (const Slot::Entry &entry : each.entries) {
-            const std::string value = fmt::format("TLVMSG_ALIGNOF({})", entry.type);
-            if (std::find(values.begin(), values.end(), value) == values.end()) {
-                values.push_back(value);
-            }
-        }
-    }
-    return values;
-}
-
-std::vector<std::string> ends(const std::string &record, const Slot &slot) {
-    std::vector<std::string> values;
-    for (const Slot::Entry &entry : slot.entries) {
-        values.push_back(fmt::format("TLVMSG_END({}, {})", record, entry.name));
-    }
-    return values;
-}
-
+// A line a field: where it begins, given the end of the one before it, and how large it is. Then the record.
 std::string assertions(const Type &type) {
     std::string text;
     std::string end = "0";
-    const std::vector<Slot> slots = slots_of(type);
-    for (size_t i = 0; i < slots.size(); ++i) {
-        const std::string prefix = fmt::format("{}_slot_{}", type.name, i);
-        text += largest(prefix + "_alignment", alignments({slots[i]}));
-        for (const Slot::Entry &entry : slots[i].entries) {
-            text += fmt::format("TLVMSG_FIELD({}, {}, {}, {}, {}_alignment);\n", type.name, entry.name,
-                                entry.size, end, prefix);
+    std::string alignments;
+    for (const Field &field : type.fields) {
+        const std::string item = item_type(type, field);
+        const uint64_t length = field.storage == Storage::Array ? type.capacity : 1;
+        std::string first = field.name;
+        if (field.storage == Storage::Alternatives) {
+            first = field.type->alternatives.front().name;
+            text += alternatives_union(type, *field.type);
+            for (const Alternative &alternative : field.type->alternatives) {
+                text += fmt::format("TLVMSG_ALTERNATIVE({}, {}, {}, {});\n", type.name, alternative.name,
+                                    item, end);
+            }
+        } else {
+            text += fmt::format("TLVMSG_FIELD({}, {}, {}, {}, {});\n", type.name, first, item, length, end);
         }
-        end = prefix + "_end";
-        text += largest(end, ends(type.name, slots[i]));
+        end = fmt::format("TLVMSG_END({}, {}, {}, {})", type.name, first, item, length);
+        alignments += (alignments.empty() ? "" : " | ") + fmt::format("TLVMSG_ALIGNOF({})", item);
     }
-    text += largest(type.name + "_alignment", alignments(slots));
-    return text + fmt::format("TLVMSG_RECORD({0}, {1}, {0}_alignment);\n\n", type.name, end);
+    return text + fmt::format("TLVMSG_RECORD({}, {}, {});\n\n", type.name, end, alignments);
 }
 
 std::string family_layout(const Family &family) {
@@ -129,7 +77,7 @@ std::string family_layout(const Family &family) {
 
 GeneratedFiles emit_layout(const Schema &schema) {
     GeneratedFiles files;
-    for (const auto &family : schema.families) {
+    for (const Family *family : schema.in_order) {
         files.push_back({"src/" + family->name + "_layout.c", family_layout(*family)});
         files.push_back({"src/" + family->name + "_layout.cpp",
                          fmt::format("// Generated by tlvc. The same assertions, as C++.\n"

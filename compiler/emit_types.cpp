@@ -23,7 +23,7 @@ std::string quoted(const std::string &text) {
     return result + "\"";
 }
 
-std::string quoted(const std::vector<std::string> &lines) {
+std::string quoted(const Doc &lines) {
     std::string text;
     for (const std::string &line : lines) {
         text += (text.empty() ? "" : " ") + line;
@@ -72,15 +72,13 @@ const char *kind_name(Kind kind) {
 }
 
 std::string members(const Type &type) {
-    std::string text = fmt::format("const tlvmsg_member {}_members[] = {{\n", type.name);
-    for (size_t i = 0; i < type.members.size(); ++i) {
-        const Member &member = type.members[i];
-        const std::string path = joined_path(type, i);
-        const bool shared = field_path(type, i).size() == 2;
-        text += fmt::format(
-            "    {{{}, {}, &{}, {}, {}}},\n", quoted(path), quoted(member.doc), descriptor_name(*member.type),
-            offset_of(type.name, path),
-            any_of({{shared, "TLVMSG_SHARED_WITH_NEXT"}, {member.zero_count, "TLVMSG_ZERO_COUNT"}}));
+    std::string text = fmt::format("const tlvmsg_member {}[] = {{\n", names::members_table(type));
+    for (const Member &member : type.members) {
+        const std::string path = joined(member.path);
+        text += fmt::format("    {{{}, {}, &{}, {}, {}}},\n", quoted(path), quoted(member.doc),
+                            names::descriptor(*member.type), offset_of(type.name, path),
+                            any_of({{member.lives_in_next(), "TLVMSG_SHARED_WITH_NEXT"},
+                                    {member.zero_count, "TLVMSG_ZERO_COUNT"}}));
     }
     return text + "};\n";
 }
@@ -88,15 +86,23 @@ std::string members(const Type &type) {
 std::string alternatives(const Type &type) {
     std::string text;
     for (const Alternative &alternative : type.alternatives) {
-        text += fmt::format("const uint32_t {}_{}_values[] = {{{}}};\n", type.name, alternative.name,
+        text += fmt::format("const uint32_t {}[] = {{{}}};\n", names::values_table(type, alternative),
                             fmt::join(alternative.values, ", "));
     }
-    text += fmt::format("const tlvmsg_alternative {}_alternatives[] = {{\n", type.name);
+    text += fmt::format("const tlvmsg_alternative {}[] = {{\n", names::alternatives_table(type));
     for (const Alternative &alternative : type.alternatives) {
-        text += fmt::format("    {{{}, &{}, {}_{}_values, {}, {}, {}}},\n", quoted(alternative.name),
-                            descriptor_name(*alternative.type), type.name, alternative.name,
-                            alternative.values.size(), offset_of(record_name(type), alternative.name),
+        text += fmt::format("    {{{}, &{}, {}, {}, {}, {}}},\n", quoted(alternative.name),
+                            names::descriptor(*alternative.type), names::values_table(type, alternative),
+                            alternative.values.size(), offset_of(names::record(type), alternative.name),
                             any_of({{alternative.end_by_length, "TLVMSG_END_BY_LENGTH"}}));
+    }
+    return text + "};\n";
+}
+
+std::string enumerators(const Type &type) {
+    std::string text = fmt::format("const tlvmsg_enumerator {}[] = {{\n", names::enumerators_table(type));
+    for (const Enumerator &each : type.enumerators) {
+        text += fmt::format("    {{{}, {}, {}}},\n", quoted(each.name), quoted(each.doc), each.value);
     }
     return text + "};\n";
 }
@@ -113,8 +119,8 @@ std::optional<std::string> image_rows(const std::string &record, const Type &typ
                                       uint64_t at) {
     constexpr uint64_t uint32_tag = 6;
     const std::string offset = offset_of(record, path);
-    if (type.kind == Kind::Scalar && type.name != "char") {
-        return image_header(type.tag, scalar_width(type), at, offset, scalar_width(type));
+    if (type.scalar != nullptr && type.tag != 1) {
+        return image_header(type.tag, type.scalar->width, at, offset, type.scalar->width);
     }
     if (type.kind == Kind::Enumeration) {
         return image_header(type.tag, 8, at, "0", 0) + image_header(uint32_tag, 4, at + 4, offset, 4);
@@ -129,7 +135,7 @@ std::optional<std::string> image_rows(const std::string &record, const Type &typ
     }
     for (size_t i = 0; i < type.members.size(); ++i) {
         const Type &member = *type.members[i].type;
-        const std::string field = (path.empty() ? "" : path + ".") + joined_path(type, i);
+        const std::string field = (path.empty() ? "" : path + ".") + joined(type.members[i].path);
         const auto rows = image_rows(record, member, field, at);
         if (!rows) {
             return std::nullopt;
@@ -156,38 +162,41 @@ std::string particulars(const Type &type, bool has_image) {
             has_image
                 ? fmt::format("    .image = {0}_image, .image_count = std::size({0}_image),\n", type.name)
                 : "";
-        return fmt::format("    .members = {}_members, .member_count = {},\n{}", type.name,
+        return fmt::format("    .members = {}, .member_count = {},\n{}", names::members_table(type),
                            type.members.size(), with_image);
     }
     if (type.kind == Kind::Union) {
-        return fmt::format("    .alternatives = {}_alternatives, .alternative_count = {},\n"
+        return fmt::format("    .alternatives = {}, .alternative_count = {},\n"
                            "    .selector = &{}, .selector_name = {}, .selector_offset = {},\n",
-                           type.name, type.alternatives.size(), descriptor_name(*type.selector),
-                           quoted(type.selector_name), offset_of(record_name(type), type.selector_name));
+                           names::alternatives_table(type), type.alternatives.size(),
+                           names::descriptor(*type.selector), quoted(type.selector_name),
+                           offset_of(names::record(type), type.selector_name));
     }
     if (is_array(type)) {
         return fmt::format("    .element = &{}, .capacity = {}, .count_width = {}, .items_offset = {},\n",
-                           type.element == nullptr ? "tlvmsg_type_uint8" : descriptor_name(*type.element),
-                           type.capacity, scalar_width(*type.count),
-                           offset_of(type.name, storage_name(type)));
+                           names::descriptor(*type.element), type.capacity, type.count->scalar->width,
+                           offset_of(type.name, type.fields.back().name));
+    }
+    if (!type.enumerators.empty()) {
+        return fmt::format("    .enumerators = {}, .enumerator_count = {},\n", names::enumerators_table(type),
+                           type.enumerators.size());
     }
     return "";
 }
 
 std::string descriptor(const Type &type, bool has_image) {
-    const std::string record = record_name(type);
-    const auto bounded = [](uint64_t size) { return std::min<uint64_t>(size, UINT32_MAX); };
-    return fmt::format("const tlvmsg_type {} = {{\n"
-                       "    .name = {}, .family = {},\n"
-                       "    .section = \"\", .doc = {},\n"
-                       "    .kind = {}, .tag = {},\n"
-                       "    .size = sizeof({}), .alignment = alignof({}),\n"
-                       "    .min_encoded = {}, .max_encoded = {},\n"
-                       "{}}};\n\n",
-                       descriptor_name(type), quoted(type.name),
-                       quoted(type.family == nullptr ? "" : type.family->name), quoted(type.doc),
-                       kind_name(type.kind), is_array(type) ? 10 : type.tag, record, record,
-                       bounded(type.min_size), bounded(type.max_size), particulars(type, has_image));
+    const std::string record = names::record(type);
+    return fmt::format(
+        "const tlvmsg_type {} = {{\n"
+        "    .name = {}, .family = {},\n"
+        "    .section = {}, .doc = {},\n"
+        "    .kind = {}, .tag = {},\n"
+        "    .size = sizeof({}), .alignment = alignof({}),\n"
+        "    .min_encoded = {}, .max_encoded = {},\n"
+        "{}}};\n\n",
+        names::descriptor(type), quoted(type.name), quoted(type.family == nullptr ? "" : type.family->name),
+        quoted(type.section == nullptr ? Doc() : type.section->doc), quoted(type.doc), kind_name(type.kind),
+        type.tag, record, record, type.min_size, type.max_size, particulars(type, has_image));
 }
 
 std::string includes(const std::string &family) {
@@ -203,7 +212,10 @@ std::string definition(const Type &type) {
         const std::string headers = image(type);
         return members(type) + headers + descriptor(type, !headers.empty());
     }
-    return (type.kind == Kind::Union ? alternatives(type) : "") + descriptor(type, false);
+    const std::string tables = type.kind == Kind::Union    ? alternatives(type)
+                               : !type.enumerators.empty() ? enumerators(type)
+                                                           : "";
+    return tables + descriptor(type, false);
 }
 
 std::string family_types(const Family &family) {
@@ -228,8 +240,8 @@ std::string declarations(const Schema &schema) {
         "extern const tlvmsg_type *const tlvmsg_types_by_tag[];\n"
         "extern const size_t tlvmsg_types_by_name_count;\n"
         "extern const size_t tlvmsg_types_by_tag_count;\n\n";
-    for (const auto &type : schema.types) {
-        text += fmt::format("extern const tlvmsg_type {};\n", descriptor_name(*type));
+    for (const Type &type : schema.types) {
+        text += fmt::format("extern const tlvmsg_type {};\n", names::descriptor(type));
     }
     return text;
 }
@@ -237,7 +249,7 @@ std::string declarations(const Schema &schema) {
 std::string index(const std::string &name, const std::vector<const Type *> &types) {
     std::string text = fmt::format("const tlvmsg_type *const {}[] = {{\n", name);
     for (const Type *type : types) {
-        text += fmt::format("    &{},\n", descriptor_name(*type));
+        text += fmt::format("    &{},\n", names::descriptor(*type));
     }
     return text + fmt::format("    nullptr,\n}};\nconst size_t {}_count = {};\n\n", name, types.size());
 }
@@ -247,13 +259,13 @@ std::string indexes(const Schema &schema) {
         "// Generated by tlvc. The scalars' descriptors, and every type by name and by tag.\n" + includes("");
     std::vector<const Type *> named;
     std::vector<const Type *> tagged;
-    for (const auto &type : schema.types) {
-        named.push_back(type.get());
-        if (type->kind == Kind::Enumeration || type->kind == Kind::Structure) {
-            tagged.push_back(type.get());
+    for (const Type &type : schema.types) {
+        named.push_back(&type);
+        if (has_tag(type)) {
+            tagged.push_back(&type);
         }
-        if (type->kind == Kind::Scalar) {
-            text += definition(*type);
+        if (type.scalar != nullptr) {
+            text += definition(type);
         }
     }
     std::sort(named.begin(), named.end(), [](auto *a, auto *b) { return a->name < b->name; });
@@ -265,7 +277,7 @@ std::string indexes(const Schema &schema) {
 
 GeneratedFiles emit_types(const Schema &schema) {
     GeneratedFiles files{{"src/all_types.h", declarations(schema)}, {"src/all_types.cpp", indexes(schema)}};
-    for (const auto &family : schema.families) {
+    for (const Family *family : schema.in_order) {
         files.push_back({"src/" + family->name + "_types.cpp", family_types(*family)});
     }
     return files;

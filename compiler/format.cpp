@@ -71,7 +71,7 @@ private:
         std::string single = single_line(declaration);
         bool grouped =
             !single.empty() && declaration.doc.lines.empty() && last_single_ == keyword(declaration.form);
-        uint32_t header_end = has_body(declaration) ? declaration.body.begin : declaration.span.end;
+        uint32_t header_end = declaration.has_body() ? declaration.body.begin : declaration.span.end;
         lead(declaration.doc, "", declaration.span, header_end, grouped ? Gap::AsWritten : gap);
         if (single.empty()) {
             body(declaration);
@@ -80,11 +80,6 @@ private:
         }
         bool groups = !single.empty() && declaration.doc.lines.empty();
         last_single_ = groups ? keyword(declaration.form) : "";
-    }
-
-    static bool has_body(const Declaration &declaration) {
-        return declaration.form == Form::Structure || declaration.form == Form::Message ||
-               declaration.form == Form::Union;
     }
 
     std::string header(const Declaration &d) const {
@@ -112,22 +107,54 @@ private:
         return result;
     }
 
+    // An enumerator, a member or an alternative.
+    struct Entry {
+        const Doc &doc;
+        Span span;
+        std::string text;    // when it stands beside others on one line
+        std::string aligned; // when it stands below others
+        bool several_lines = false;
+    };
+
+    std::vector<Entry> entries(const Declaration &declaration) const {
+        std::vector<Entry> result;
+        size_t width = 0;
+        for (const Enumerator &each : declaration.enumerators) {
+            width = std::max(width, each.name.text.size());
+        }
+        for (const Enumerator &each : declaration.enumerators) {
+            const std::string_view value = sources_.text(each.value.span);
+            result.push_back({each.doc, each.span, fmt::format("{} = {}", each.name.text, value),
+                              fmt::format("{:<{}} = {}", each.name.text, width, value)});
+        }
+        for (const Member &member : declaration.members) {
+            result.push_back({member.doc,
+                              member.span,
+                              fmt::format("{} {}{}", member.type.text, member.name.text, attributes(member)),
+                              {},
+                              is_long(member)});
+        }
+        align_members(declaration.members, result);
+        return result;
+    }
+
     // Nothing if the declaration takes several lines.
     std::string single_line(const Declaration &declaration) const {
-        if (!has_body(declaration)) {
+        if (!declaration.has_body()) {
             return header(declaration);
         }
-        if (declaration.form != Form::Message || has_comment(declaration.body)) {
+        const bool may_be_single = declaration.form == Form::Message || declaration.form == Form::Enumeration;
+        if (!may_be_single || has_comment(declaration.body)) {
             return {};
         }
         std::string result = header(declaration) + " {";
-        for (const Member &member : declaration.members) {
-            if (!member.doc.lines.empty()) {
+        const char *separator = " ";
+        for (const Entry &entry : entries(declaration)) {
+            if (!entry.doc.lines.empty()) {
                 return {};
             }
-            bool first = &member == &declaration.members.front();
-            result += fmt::format("{}{} {}{}", first ? " " : "  ", member.type.text, member.name.text,
-                                  attributes(member));
+            result += separator + entry.text;
+            separator = "  ";
         }
         result += " }";
         return result.size() <= line_width ? result : std::string();
@@ -135,21 +162,21 @@ private:
 
     void body(const Declaration &declaration) {
         line(header(declaration) + " {", declaration.body.begin + 1);
-        std::vector<std::string> texts = columns(declaration.members);
+        std::vector<Entry> all = entries(declaration);
+        align_remarks(all);
         Gap gap = Gap::None;
-        for (size_t i = 0; i < texts.size(); ++i) {
-            const Member &member = declaration.members[i];
-            lead(member.doc, indent, member.span, member.span.end, gap);
-            line(std::string(indent) + texts[i], member.span.end);
+        for (const Entry &entry : all) {
+            lead(entry.doc, indent, entry.span, entry.span.end, gap);
+            line(std::string(indent) + entry.aligned, entry.span.end);
             gap = Gap::AsWritten;
         }
         remaining_comments(declaration.body.end, gap, indent);
         line("}", declaration.span.end);
     }
 
-    // One text a member, with values, types, names and the remarks behind them below each other. Long lists
-    // of values stay out of that: they would push everything to the right.
-    std::vector<std::string> columns(const std::vector<Member> &members) const {
+    // Values, types and names below each other. Long lists of values stay out of that: they would push
+    // everything to the right.
+    void align_members(const std::vector<Member> &members, std::vector<Entry> &result) const {
         size_t values_width = 0;
         size_t type_width = 0;
         for (const Member &member : members) {
@@ -158,30 +185,36 @@ private:
                 type_width = std::max(type_width, member.type.text.size());
             }
         }
-        std::vector<std::string> texts;
-        size_t text_width = 0;
-        for (const Member &member : members) {
-            texts.push_back(is_long(member) ? wrapped_alternative(member)
-                                            : fmt::format("{:>{}}{:<{}}  {}{}", values(member), values_width,
-                                                          member.type.text, type_width, member.name.text,
-                                                          attributes(member)));
-            if (!is_long(member) && trailing(member.span.end) != nullptr) {
-                text_width = std::max(text_width, texts.back().size());
-            }
-        }
         for (size_t i = 0; i < members.size(); ++i) {
-            if (!is_long(members[i]) && trailing(members[i].span.end) != nullptr) {
-                texts[i].resize(text_width, ' ');
+            const Member &member = members[i];
+            result[i].aligned = is_long(member) ? wrapped_alternative(member)
+                                                : fmt::format("{:>{}}{:<{}}  {}{}", values(member),
+                                                              values_width, member.type.text, type_width,
+                                                              member.name.text, attributes(member));
+        }
+    }
+
+    // The remarks behind entries below each other.
+    void align_remarks(std::vector<Entry> &all) const {
+        const auto has_remark = [&](const Entry &entry) {
+            return !entry.several_lines && trailing(entry.span.end) != nullptr;
+        };
+        size_t width = 0;
+        for (const Entry &entry : all) {
+            width = has_remark(entry) ? std::max(width, entry.aligned.size()) : width;
+        }
+        for (Entry &entry : all) {
+            if (has_remark(entry)) {
+                entry.aligned.resize(width, ' ');
             }
         }
-        return texts;
     }
 
     bool is_long(const Member &member) const { return values(member).size() > long_values; }
 
     std::string values(const Member &member) const {
         std::string result;
-        for (const Number &value : member.values) {
+        for (const Value &value : member.values) {
             result += fmt::format("{}{}", result.empty() ? "" : ", ", sources_.text(value.span));
         }
         return result.empty() ? result : result + ": ";
@@ -190,7 +223,7 @@ private:
     std::string wrapped_alternative(const Member &member) const {
         std::string result;
         size_t column = indent.size();
-        for (const Number &value : member.values) {
+        for (const Value &value : member.values) {
             bool last = &value == &member.values.back();
             std::string piece(sources_.text(value.span));
             piece += last ? fmt::format(": {}  {}{}", member.type.text, member.name.text, attributes(member))

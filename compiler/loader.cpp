@@ -81,7 +81,7 @@ private:
                 continue;
             }
             Span start{file, 0, 0};
-            if (std::string reason = why_no_family_name(unit.family); !reason.empty()) {
+            if (std::string_view reason = why_no_family_name(unit.family); !reason.empty()) {
                 faults_.report(Fault::FamilyName, start, unit.family, reason);
             }
             auto [first, is_new] = first_of_family.try_emplace(unit.family, file);

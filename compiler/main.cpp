@@ -36,39 +36,25 @@ int check_files(const std::vector<std::string> &files) {
     return compile_and_show(files, sources) ? Fine : FaultsFound;
 }
 
-// A rule of make, in which blanks and the like are escaped.
-std::string dependency_rule(const std::string &target, const Sources &sources) {
-    auto escaped = [](const std::string &path) {
-        std::string result;
-        for (char c : path) {
-            result += c == ' ' || c == '#' ? "\\" : c == '$' ? "$" : "";
-            result += c;
-        }
-        return result;
-    };
-    std::string rule = escaped(target) + ":";
-    for (uint32_t file = 0; file < sources.size(); ++file) {
-        rule += " \\\n  " + escaped(sources.path(file));
-    }
-    return rule + "\n";
-}
-
-int generate(const std::vector<std::string> &files, const std::string &directory,
-             const std::string &depfile) {
+int generate(const std::vector<std::string> &files, const std::string &directory) {
     Sources sources;
     auto schema = compile_and_show(files, sources);
     if (!schema) {
         return FaultsFound;
     }
-    std::filesystem::path out = directory;
-    for (auto emit : {emit_headers, emit_codecs, emit_types, emit_layout, emit_exports}) {
-        for (const GeneratedFile &file : emit(*schema)) {
-            write_if_changed((out / file.path).string(), file.text);
-        }
+    for (const GeneratedFile &file : emit(*schema)) {
+        write_if_changed((std::filesystem::path(directory) / file.path).string(), file.text);
     }
-    if (!depfile.empty()) {
-        write_if_changed(depfile, dependency_rule((out / "src" / "tlvmsg.map").string(), sources));
+    return Fine;
+}
+
+int print_interface(const std::vector<std::string> &files) {
+    Sources sources;
+    auto schema = compile_and_show(files, sources);
+    if (!schema) {
+        return FaultsFound;
     }
+    fmt::print("{}", emit_interface(*schema));
     return Fine;
 }
 
@@ -113,7 +99,6 @@ int run(int argc, char **argv) {
     app.require_subcommand(1);
     std::vector<std::string> files;
     std::string directory;
-    std::string depfile;
     std::string fault_code;
     bool check_only = false;
 
@@ -121,11 +106,11 @@ int run(int argc, char **argv) {
         app.add_subcommand("check", "report the faults of schema files and of what they import");
     auto *generate_command = app.add_subcommand("generate", "write the headers and codecs of schema files");
     generate_command->add_option("--out", directory, "directory for the generated files")->required();
-    generate_command->add_option("--depfile", depfile,
-                                 "write the schema files that were read, as a rule of make");
+    auto *interface_command =
+        app.add_subcommand("interface", "print what peers and programs rely on, to compare and review");
     auto *format_command = app.add_subcommand("format", "bring schema files into the canonical layout");
     format_command->add_flag("--check", check_only, "change nothing, but name the files that would change");
-    for (CLI::App *command : {check_command, generate_command, format_command}) {
+    for (CLI::App *command : {check_command, generate_command, interface_command, format_command}) {
         command->add_option("FILES", files, "schema files")->required();
     }
     auto *explain_command = app.add_subcommand("explain", "say more about a fault");
@@ -140,7 +125,10 @@ int run(int argc, char **argv) {
         return check_files(files);
     }
     if (generate_command->parsed()) {
-        return generate(files, directory, depfile);
+        return generate(files, directory);
+    }
+    if (interface_command->parsed()) {
+        return print_interface(files);
     }
     return format_command->parsed() ? format_files(files, check_only) : explain(fault_code);
 }

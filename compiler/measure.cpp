@@ -7,12 +7,7 @@ namespace tlvc {
 
 namespace {
 
-constexpr uint64_t header_size = 4;
-constexpr uint64_t enumeration_size = header_size + 8;
-constexpr uint64_t array_overhead = header_size + 6; // and the count, which is a uint16 element on the wire
-constexpr uint64_t largest_count = 65535;            // so that no record can say more
-
-// Far above every size that matters, and low enough that neither a sum nor a product can wrap.
+// Far above every size that matters, and low enough that no sum can wrap.
 constexpr uint64_t limit = uint64_t{1} << 40;
 
 struct Size {
@@ -20,46 +15,59 @@ struct Size {
     uint64_t max;
 };
 
-uint64_t most_items(const Type &type) {
-    if (type.capacity != 0) {
-        return type.capacity;
+// So many items as the record can hold.
+uint64_t countable(const Type &array) {
+    if (!is_dynamic(array)) {
+        return array.capacity;
     }
-    return type.count->name == "uint8" ? 255 : largest_count;
+    return array.count->scalar->width == 1 ? UINT8_MAX : wire::largest_count;
 }
 
-Size array_size(const Type &type, uint64_t item_size) {
-    return {array_overhead, std::min(limit, array_overhead + most_items(type) * item_size)};
+bool has_bare_items(const Type &array) { return array.kind == Kind::PackedArray || holds_bytes(array); }
+
+// Bytes have a terminator, but for a bounded array that is full.
+uint64_t array_size(const Type &array, uint64_t count, uint64_t item_size) {
+    const bool terminated =
+        array.kind == Kind::DynamicBytes || (array.kind == Kind::ByteArray && count < array.capacity);
+    return wire::array_prefix + count * item_size + (terminated ? 1 : 0);
 }
 
 class Measure {
 public:
-    Size of(const Type &type) {
+    const Size &of(const Type &type) {
         auto known = sizes_.find(&type);
-        return known != sizes_.end() ? known->second : sizes_[&type] = compute(type);
+        return known != sizes_.end() ? known->second : sizes_[&type] = bounded(type, unbounded(type));
     }
 
+    bool may_wrap(const Type &type) { return unbounded(type).max > UINT16_MAX; }
+
 private:
-    Size compute(const Type &type) {
+    Size item_size(const Type &array) {
+        if (has_bare_items(array)) {
+            return {array.element->scalar->width, array.element->scalar->width};
+        }
+        return of(*array.element);
+    }
+
+    // As if a length could say everything.
+    Size unbounded(const Type &type) {
         switch (type.kind) {
         case Kind::Scalar:
-            return {type.min_size, type.max_size};
+            return fixed(wire::header_size + type.scalar->width);
         case Kind::Enumeration:
-            return {enumeration_size, enumeration_size};
-        case Kind::Structure: {
-            Size size = members_size(type);
-            return {header_size + size.min, header_size + size.max};
-        }
+            return fixed(wire::enumeration_size);
+        case Kind::Structure:
+            return of_members(type, wire::header_size);
         case Kind::Message:
-            return members_size(type);
+            return of_members(type, 0);
         case Kind::ElementArray:
-        case Kind::DynamicElements:
-            return array_size(type, of(*type.element).max);
         case Kind::PackedArray:
-            return array_size(type, of(*type.element).max - header_size);
-        case Kind::ByteArray: // a terminator fills the place of the first byte that is not there
-            return {array_overhead + 1, array_overhead + type.capacity};
-        case Kind::DynamicBytes: // always terminated
-            return {array_overhead + 1, array_overhead + most_items(type) + 1};
+        case Kind::ByteArray:
+        case Kind::DynamicElements:
+        case Kind::DynamicBytes: {
+            const Size item = item_size(type);
+            return {array_size(type, 0, item.min), array_size(type, countable(type), item.max)};
+        }
         case Kind::Union: {
             Size size{0, 0}; // an unknown selector writes nothing
             for (const Alternative &alternative : type.alternatives) {
@@ -68,17 +76,54 @@ private:
             return size;
         }
         }
-        return {0, 0};
+        return fixed(0);
     }
 
-    Size members_size(const Type &type) {
-        Size sum{0, 0};
+    static Size fixed(uint64_t size) { return {size, size}; }
+
+    Size of_members(const Type &type, uint64_t sum) {
+        Size result{sum, sum};
         for (const Member &member : type.members) {
-            Size size = of(*member.type);
-            sum.min = std::min(limit, sum.min + size.min);
-            sum.max = std::min(limit, sum.max + size.max);
+            const Size &size = of(*member.type);
+            result.min = std::min(limit, result.min + size.min);
+            result.max = std::min(limit, result.max + size.max);
         }
-        return sum;
+        return result;
+    }
+
+    // Messages have no length that could bound them, and unions none of their own.
+    Size bounded(const Type &type, Size size) {
+        if (type.kind != Kind::Message && size.max > wire::largest_element) {
+            size.max = std::max(size.min, largest(type, size, wire::largest_element));
+        }
+        return size;
+    }
+
+    // The largest size that is not above `most`. Where several parts vary together it is taken for `most`.
+    uint64_t largest(const Type &type, const Size &size, uint64_t most) {
+        if (size.max <= most) {
+            return size.max;
+        }
+        if (is_array(type)) {
+            const Size item = item_size(type);
+            const uint64_t count = (most - wire::array_prefix) / std::max<uint64_t>(1, item.max);
+            return item.min != item.max || holds_bytes(type) ? most : array_size(type, count, item.max);
+        }
+        const Type *varying = nullptr;
+        for (const Member &member : type.members) {
+            const Size &each = of(*member.type);
+            if (each.min != each.max) {
+                if (varying != nullptr) {
+                    return most;
+                }
+                varying = member.type;
+            }
+        }
+        if (varying == nullptr || size.min > most) {
+            return most;
+        }
+        const uint64_t others = size.min - of(*varying).min;
+        return others + largest(*varying, of(*varying), most - others);
     }
 
     std::map<const Type *, Size> sizes_;
@@ -88,11 +133,21 @@ private:
 
 void measure(Schema &schema) {
     Measure sizes;
-    for (const auto &type : schema.types) {
-        Size size = sizes.of(*type);
-        type->min_size = size.min;
-        type->max_size = size.max;
+    for (Type &type : schema.types) {
+        const Size &size = sizes.of(type);
+        type.min_size = size.min;
+        type.max_size = size.max;
+        type.wraps = sizes.may_wrap(type);
     }
+    for (Type &type : schema.types) {
+        type.max_count = is_array(type) ? most_items(type, wire::largest_element) : 0;
+    }
+}
+
+uint64_t most_items(const Type &array, uint64_t size) {
+    const uint64_t item = has_bare_items(array) ? array.element->scalar->width : array.element->min_size;
+    const uint64_t terminator = array.kind == Kind::DynamicBytes ? 1 : 0;
+    return std::min(countable(array), (size - wire::array_prefix - terminator) / std::max<uint64_t>(1, item));
 }
 
 } // namespace tlvc

@@ -4,7 +4,10 @@
 
 namespace tlvc {
 
-// Fills in min_size and max_size. The types must not hold each other in a circle.
+// Fills in min_size, max_size and max_count. The types must not hold each other in a circle.
 void measure(Schema &schema);
+
+// How many items an array has at the most when its element takes up to `size` bytes.
+uint64_t most_items(const Type &array, uint64_t size);
 
 } // namespace tlvc

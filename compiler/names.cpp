@@ -1,97 +1,75 @@
 #include "names.h"
 
-namespace tlvc {
+#include <algorithm>
+#include <cctype>
+
+namespace tlvc::names {
 
 namespace {
 
-bool shares_record(const Member &member) {
-    return member.type->kind == Kind::Union && member.type->enclosing != nullptr;
-}
-
-// Whether the member is stored in the record of the one behind it.
-bool lives_in_next(const Type &owner, size_t member) {
-    const Member &self = owner.members[member];
-    if (self.role == Member::Role::Own) {
-        return false;
-    }
-    return !shares_record(owner.members[member + 1]);
+std::string upper(std::string name) {
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    return name;
 }
 
 } // namespace
 
-std::string record_name(const Type &type) {
-    if (type.kind == Kind::Scalar) {
-        return type.name == "char" ? "char" : type.name + "_t";
+std::string record(const Type &type) {
+    if (type.scalar != nullptr) {
+        return std::string(type.scalar->record);
     }
     return type.enclosing != nullptr ? type.enclosing->name : type.name;
 }
 
 std::string field_type(const Type &type) {
     const bool number = type.kind == Kind::Scalar || type.kind == Kind::Enumeration;
-    return number ? record_name(type) : "struct " + record_name(type);
+    return number ? record(type) : "struct " + record(type);
 }
 
-std::string codec_name(const Type &type) { return type.name == "char" ? "character" : type.name; }
+std::string codec(const Type &type) {
+    return type.scalar != nullptr ? std::string(type.scalar->codec) : type.name;
+}
 
-std::string size_operation(const Type &type) { return "get_tlv_" + type.name + "_size"; }
+// The size operations of scalars, alone, are called get_X_size.
+std::string size_operation(const Type &type) {
+    return (type.scalar != nullptr ? "get_" : "get_tlv_") + type.name + "_size";
+}
 std::string encode_operation(const Type &type) { return "encode_tlv_" + type.name; }
 std::string decode_operation(const Type &type) { return "decode_tlv_" + type.name; }
-std::string descriptor_name(const Type &type) { return "tlvmsg_type_" + type.name; }
 
-unsigned scalar_width(const Type &type) { return static_cast<unsigned>(type.min_size - 4); }
-
-bool is_array(const Type &type) {
-    switch (type.kind) {
-    case Kind::ElementArray:
-    case Kind::PackedArray:
-    case Kind::ByteArray:
-    case Kind::DynamicElements:
-    case Kind::DynamicBytes:
-        return true;
-    default:
-        return false;
+std::string constant(Constant what, const Type &type) {
+    switch (what) {
+    case Constant::Tag:
+        return "TLVMSG_TAG_" + type.name;
+    case Constant::Size:
+        return "TLVMSG_SIZE_" + type.name;
+    case Constant::MinSize:
+        return "TLVMSG_MIN_SIZE_" + type.name;
+    case Constant::MaxSize:
+        return "TLVMSG_MAX_SIZE_" + type.name;
+    case Constant::Capacity:
+        return "TLVMSG_CAPACITY_" + type.name;
     }
+    return {};
 }
 
-bool is_dynamic(const Type &type) {
-    return type.kind == Kind::DynamicElements || type.kind == Kind::DynamicBytes;
+std::string enumerator(const Type &enumeration, const Enumerator &enumerator) {
+    return enumeration.name + "_" + enumerator.name;
 }
 
-bool has_members(const Type &type) { return type.kind == Kind::Structure || type.kind == Kind::Message; }
+std::string guard(const std::string &header) { return "TLVMSG_" + upper(header) + "_H"; }
 
-std::vector<std::string> field_path(const Type &owner, size_t member) {
-    const Member &self = owner.members[member];
-    if (shares_record(self)) {
-        return {};
-    }
-    if (!lives_in_next(owner, member)) {
-        return {self.name};
-    }
-    const Member &next = owner.members[member + 1];
-    return {next.name, is_array(*next.type) ? "count" : next.type->selector_name};
+std::string descriptor(const Type &type) { return "tlvmsg_type_of_" + type.name; }
+std::string members_table(const Type &type) { return "tlvmsg_members_of_" + type.name; }
+std::string alternatives_table(const Type &type) { return "tlvmsg_alternatives_of_" + type.name; }
+std::string enumerators_table(const Type &type) { return "tlvmsg_enumerators_of_" + type.name; }
+
+// Numbered, because names joined by underscores can come out the same.
+std::string values_table(const Type &type, const Alternative &alternative) {
+    return "tlvmsg_values_" + std::to_string(&alternative - type.alternatives.data()) + "_of_" + type.name;
 }
 
-std::string joined_path(const Type &owner, size_t member) {
-    std::string joined;
-    for (const std::string &step : field_path(owner, member)) {
-        joined += (joined.empty() ? "" : ".") + step;
-    }
-    return joined;
-}
+std::string alternatives_union(const Type &type) { return "tlvmsg_union_of_" + type.name; }
 
-std::string storage_name(const Type &array) {
-    return array.kind == Kind::ByteArray || array.kind == Kind::DynamicBytes ? "bytes" : "items";
-}
-
-std::vector<Field> fields(const Type &owner) {
-    std::vector<Field> result;
-    for (size_t i = 0; i < owner.members.size(); ++i) {
-        const Member &member = owner.members[i];
-        if (!lives_in_next(owner, i)) {
-            result.push_back({shares_record(member) ? "" : member.name, member.type, &member.doc});
-        }
-    }
-    return result;
-}
-
-} // namespace tlvc
+} // namespace tlvc::names

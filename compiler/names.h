@@ -1,53 +1,40 @@
-// How generated code spells things. Every emitter asks here, so that a type has one spelling everywhere.
+// How generated code spells things, and only that. Every emitter asks here, so that a name has one spelling
+// everywhere, and what collides is known before anything is written.
 #pragma once
 
 #include "model.h"
 
-#include <string>
-#include <vector>
-
-namespace tlvc {
+namespace tlvc::names {
 
 // As an operation's parameter or a descriptor's record: "uint16_t", "zel_led_color", "ifid". A union without
 // a record of its own answers with the structure that encloses it.
-std::string record_name(const Type &type);
+std::string record(const Type &type);
 
 // As a field is declared. Records are spelled "struct ifid", so that a field may bear the name of its type,
 // which C++ would otherwise refuse.
 std::string field_type(const Type &type);
 
-// As the codecs call it: "uint16", "character", "ifid".
-std::string codec_name(const Type &type);
+// As the codecs call it: "uint16", "tlv_char", "ifid".
+std::string codec(const Type &type);
 
 std::string size_operation(const Type &type);
 std::string encode_operation(const Type &type);
 std::string decode_operation(const Type &type);
-std::string descriptor_name(const Type &type);
 
-// Width in bytes of a scalar's value.
-unsigned scalar_width(const Type &type);
+// Macros: TLVMSG_TAG_x, TLVMSG_SIZE_x, ...
+enum class Constant { Tag, Size, MinSize, MaxSize, Capacity };
+std::string constant(Constant what, const Type &type);
+std::string enumerator(const Type &enumeration, const Enumerator &enumerator);
+std::string guard(const std::string &header); // of the header of that name
 
-bool is_array(const Type &type);
-bool is_dynamic(const Type &type);
+// The descriptor of a type and the tables that it refers to.
+std::string descriptor(const Type &type);
+std::string members_table(const Type &type);
+std::string alternatives_table(const Type &type);
+std::string enumerators_table(const Type &type);
+std::string values_table(const Type &type, const Alternative &alternative);
 
-// Whether the members name fields of a record laid out member by member (as opposed to a number or an array).
-bool has_members(const Type &type);
+// The union of a record's alternatives, which has no name there, where assertions need one.
+std::string alternatives_union(const Type &type);
 
-// The field that holds a member, as steps from the record: one, or two for what lives in the record behind
-// it, or none for a union that shares the record of its owner.
-std::vector<std::string> field_path(const Type &owner, size_t member);
-std::string joined_path(const Type &owner, size_t member);
-
-// The name of an array record's storage: "bytes" or "items".
-std::string storage_name(const Type &array);
-
-// Fields of a record in order, as declared: name and type, without what lives in the record of a neighbour.
-// An empty name stands for the anonymous union of an enclosing record.
-struct Field {
-    std::string name;
-    const Type *type = nullptr;
-    const std::vector<std::string> *doc = nullptr;
-};
-std::vector<Field> fields(const Type &owner);
-
-} // namespace tlvc
+} // namespace tlvc::names

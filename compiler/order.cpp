@@ -9,30 +9,48 @@ namespace tlvc {
 
 namespace {
 
+// Sections, and within each its types, behind those that they need.
 class TypeOrder {
 public:
     explicit TypeOrder(const Family &family) : family_(family) {
-        for (const Type *type : family.types) {
-            visit(*type);
+        for (const Section *section : family.sections) {
+            visit(*section);
         }
     }
     std::vector<const Type *> result;
 
 private:
-    void visit(const Type &type) {
-        if (type.family != &family_ || !visited_.insert(&type).second) {
+    void visit(const Section &section) {
+        if (!sections_.insert(&section).second) {
+            return;
+        }
+        for (const Type *type : section.types) {
+            for (const Reference &reference : references(*type)) {
+                if (reference.type->family == &family_) {
+                    visit(*reference.type->section);
+                }
+            }
+        }
+        for (const Type *type : section.types) {
+            visit(*type, section);
+        }
+    }
+
+    void visit(const Type &type, const Section &section) {
+        if (type.section != &section || !types_.insert(&type).second) {
             return;
         }
         for (const Reference &reference : references(type)) {
             if (reference.held) {
-                visit(*reference.type);
+                visit(*reference.type, section);
             }
         }
         result.push_back(&type);
     }
 
     const Family &family_;
-    std::set<const Type *> visited_;
+    std::set<const Section *> sections_;
+    std::set<const Type *> types_;
 };
 
 std::vector<const Family *> used_families(const Family &family) {
@@ -48,27 +66,33 @@ std::vector<const Family *> used_families(const Family &family) {
 }
 
 // Takes the first family by name whose uses have all been taken, again and again.
-void order_families(std::vector<std::unique_ptr<Family>> &families) {
-    for (size_t placed = 0; placed < families.size(); ++placed) {
-        auto first = families.begin() + static_cast<std::ptrdiff_t>(placed);
-        auto is_ready = [&](const std::unique_ptr<Family> &family) {
-            return std::none_of(first, families.end(), [&](const std::unique_ptr<Family> &other) {
-                return std::find(family->uses.begin(), family->uses.end(), other.get()) != family->uses.end();
+std::vector<const Family *> in_order(const std::deque<Family> &families) {
+    std::vector<const Family *> left;
+    for (const Family &family : families) {
+        left.push_back(&family);
+    }
+    std::vector<const Family *> result;
+    while (!left.empty()) {
+        const auto is_ready = [&](const Family *family) {
+            return std::none_of(left.begin(), left.end(), [&](const Family *other) {
+                return std::find(family->uses.begin(), family->uses.end(), other) != family->uses.end();
             });
         };
-        auto next = std::find_if(first, families.end(), is_ready);
-        std::rotate(first, next, next + 1);
+        const auto next = std::find_if(left.begin(), left.end(), is_ready);
+        result.push_back(*next);
+        left.erase(next);
     }
+    return result;
 }
 
 } // namespace
 
 void order(Schema &schema) {
-    for (const auto &family : schema.families) {
-        family->types = TypeOrder(*family).result;
-        family->uses = used_families(*family);
+    for (Family &family : schema.families) {
+        family.types = TypeOrder(family).result;
+        family.uses = used_families(family);
     }
-    order_families(schema.families);
+    schema.in_order = in_order(schema.families);
 }
 
 } // namespace tlvc

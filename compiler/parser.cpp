@@ -1,7 +1,6 @@
 #include "parser.h"
 
 #include "lexer.h"
-#include "suggest.h"
 
 #include <algorithm>
 #include <array>
@@ -232,14 +231,11 @@ private:
 
     [[noreturn]] void no_declaration() {
         std::string_view word = text(peek());
-        Diagnostic &fault = unexpected("a declaration");
         std::vector<std::string_view> words = {"import"};
         for (const Keyword &keyword : keywords) {
             words.push_back(keyword.word);
         }
-        if (std::string help = did_you_mean(word, words); !help.empty()) {
-            fault.help(help);
-        }
+        unexpected("a declaration").suggest(word, words);
         throw Unreadable();
     }
 
@@ -248,6 +244,9 @@ private:
         result.name = name("the name of the enumeration");
         expect(TokenKind::Equals, "'=' and the tag");
         result.number = number("the tag");
+        if (at(TokenKind::LeftBrace)) {
+            body(result, &Parser::enumerator);
+        }
     }
 
     void structure(Declaration &result) {
@@ -255,13 +254,13 @@ private:
         result.name = name("the name of the structure");
         expect(TokenKind::Equals, "'=' and the tag");
         result.number = number("the tag");
-        body(result);
+        body(result, &Parser::member);
     }
 
     void message(Declaration &result) {
         result.form = Form::Message;
         result.name = name("the name of the message");
-        body(result);
+        body(result, &Parser::member);
     }
 
     void array(Declaration &result) {
@@ -314,10 +313,13 @@ private:
             take();
             result.enclosing = name("the structure that holds the union");
         }
-        body(result);
+        body(result, &Parser::alternative);
     }
 
-    void body(Declaration &result) {
+    // What a body consists of; the documentation, read already, begins at `start`.
+    using Entry = void (Parser::*)(Declaration &, size_t start, Doc);
+
+    void body(Declaration &result, Entry entry) {
         size_t start = at_;
         expect(TokenKind::LeftBrace, "'{'");
         while (!take_if(TokenKind::RightBrace)) {
@@ -328,41 +330,68 @@ private:
                           fmt::format("the body of '{}' begins here", result.name.text));
                 break;
             }
-            member_or_recover(result);
+            entry_or_recover(result, entry);
         }
         result.body = since(start);
     }
 
-    void member_or_recover(Declaration &result) {
+    void entry_or_recover(Declaration &result, Entry entry) {
         size_t start = at_;
         try {
             Doc documentation = doc(TokenKind::Doc);
             if (at(TokenKind::RightBrace) || at(TokenKind::End)) {
                 documents_nothing(documentation);
             } else {
-                result.members.push_back(member(start, std::move(documentation), result.form == Form::Union));
+                (this->*entry)(result, start, std::move(documentation));
             }
         } catch (const Unreadable &) {
             skip_to_member(start);
         }
     }
 
-    Member member(size_t start, Doc documentation, bool alternative) {
-        Member result;
-        result.doc = std::move(documentation);
-        if (alternative) {
-            do {
-                result.values.push_back(number("the value of an alternative"));
-            } while (take_if(TokenKind::Comma));
-            expect(TokenKind::Colon, "':'");
+    void enumerator(Declaration &result, size_t start, Doc documentation) {
+        Enumerator enumerator;
+        enumerator.doc = std::move(documentation);
+        enumerator.name = name("the name of a value");
+        expect(TokenKind::Equals, "'=' and the value");
+        enumerator.value = number("the value");
+        enumerator.span = since(start);
+        result.enumerators.push_back(std::move(enumerator));
+    }
+
+    void member(Declaration &result, size_t start, Doc documentation) {
+        Member member;
+        member.doc = std::move(documentation);
+        type_and_name(result, member, start);
+    }
+
+    void alternative(Declaration &result, size_t start, Doc documentation) {
+        Member alternative;
+        alternative.doc = std::move(documentation);
+        do {
+            alternative.values.push_back(value());
+        } while (take_if(TokenKind::Comma));
+        expect(TokenKind::Colon, "':'");
+        type_and_name(result, alternative, start);
+    }
+
+    Value value() {
+        if (at(TokenKind::Name)) {
+            const Token &token = take();
+            return {text(token), 0, token.span};
         }
-        result.type = name("a type");
-        result.name = name("the name of the member");
+        const Number number = this->number("the value of an alternative, or its name");
+        return {{}, number.value, number.span};
+    }
+
+    void type_and_name(Declaration &result, Member &member, size_t start) {
+        member.type = name("a type");
+        member.name = name("the name of the member");
         while (take_if(TokenKind::At)) {
-            result.attributes.push_back(name("an attribute"));
+            member.attributes.push_back(name("an attribute"));
         }
-        result.span = since(start);
-        return result;
+        member.span = since(start);
+        result.members.push_back(std::move(member));
     }
 
     const Sources &sources_;

@@ -1,129 +1,75 @@
 #include "reserved.h"
 
 #include <algorithm>
-#include <array>
+#include <set>
 
 namespace tlvc {
 
 namespace {
 
-using namespace std::string_view_literals;
+using Names = std::set<std::string_view>;
 
-constexpr std::array keywords = {
-    "_Alignas"sv,
-    "_Alignof"sv,
-    "_Atomic"sv,
-    "_BitInt"sv,
-    "_Bool"sv,
-    "_Complex"sv,
-    "_Decimal128"sv,
-    "_Decimal32"sv,
-    "_Decimal64"sv,
-    "_Generic"sv,
-    "_Imaginary"sv,
-    "_Noreturn"sv,
-    "_Static_assert"sv,
-    "_Thread_local"sv,
-    "alignas"sv,
-    "alignof"sv,
-    "and"sv,
-    "and_eq"sv,
-    "asm"sv,
-    "auto"sv,
-    "bitand"sv,
-    "bitor"sv,
-    "bool"sv,
-    "break"sv,
-    "case"sv,
-    "catch"sv,
-    "char"sv,
-    "char16_t"sv,
-    "char32_t"sv,
-    "char8_t"sv,
-    "class"sv,
-    "co_await"sv,
-    "co_return"sv,
-    "co_yield"sv,
-    "compl"sv,
-    "concept"sv,
-    "const"sv,
-    "const_cast"sv,
-    "consteval"sv,
-    "constexpr"sv,
-    "constinit"sv,
-    "continue"sv,
-    "decltype"sv,
-    "default"sv,
-    "delete"sv,
-    "do"sv,
-    "double"sv,
-    "dynamic_cast"sv,
-    "else"sv,
-    "enum"sv,
-    "explicit"sv,
-    "export"sv,
-    "extern"sv,
-    "false"sv,
-    "float"sv,
-    "for"sv,
-    "friend"sv,
-    "goto"sv,
-    "if"sv,
-    "inline"sv,
-    "int"sv,
-    "long"sv,
-    "mutable"sv,
-    "namespace"sv,
-    "new"sv,
-    "noexcept"sv,
-    "not"sv,
-    "not_eq"sv,
-    "nullptr"sv,
-    "operator"sv,
-    "or"sv,
-    "or_eq"sv,
-    "private"sv,
-    "protected"sv,
-    "public"sv,
-    "register"sv,
-    "reinterpret_cast"sv,
-    "requires"sv,
-    "restrict"sv,
-    "return"sv,
-    "short"sv,
-    "signed"sv,
-    "sizeof"sv,
-    "static"sv,
-    "static_assert"sv,
-    "static_cast"sv,
-    "struct"sv,
-    "switch"sv,
-    "template"sv,
-    "this"sv,
-    "thread_local"sv,
-    "throw"sv,
-    "true"sv,
-    "try"sv,
-    "typedef"sv,
-    "typeid"sv,
-    "typename"sv,
-    "typeof"sv,
-    "typeof_unqual"sv,
-    "union"sv,
-    "unsigned"sv,
-    "using"sv,
-    "virtual"sv,
-    "void"sv,
-    "volatile"sv,
-    "wchar_t"sv,
-    "while"sv,
-    "xor"sv,
-    "xor_eq"sv,
-};
-static_assert(std::is_sorted(keywords.begin(), keywords.end()));
+Names words(std::string_view text) {
+    Names result;
+    for (size_t begin = 0; (begin = text.find_first_not_of(" \n", begin)) != std::string_view::npos;) {
+        const size_t end = std::min(text.find_first_of(" \n", begin), text.size());
+        result.insert(text.substr(begin, end - begin));
+        begin = end;
+    }
+    return result;
+}
+
+const Names keywords = words(R"(
+_Alignas _Alignof _Atomic _BitInt _Bool _Complex _Decimal128 _Decimal32 _Decimal64 _Generic _Imaginary
+_Noreturn _Static_assert _Thread_local alignas alignof and and_eq asm auto bitand bitor bool break case
+catch char char16_t char32_t char8_t class co_await co_return co_yield compl concept const const_cast
+consteval constexpr constinit continue decltype default delete do double dynamic_cast else enum explicit
+export extern false float for friend goto if inline int long mutable namespace new noexcept not not_eq
+nullptr operator or or_eq private protected public register reinterpret_cast requires restrict return
+short signed sizeof static static_assert static_cast struct switch template this thread_local throw true
+try typedef typeid typename typeof typeof_unqual union unsigned using virtual void volatile wchar_t while
+xor xor_eq
+)");
+
+// Lower-case macros of the C library and of compilers. Upper-case ones are told by their looks.
+const Names macros = words(R"(
+assert complex errno fpclassify imaginary isfinite isgreater isgreaterequal isinf isless islessequal
+islessgreater isnan isnormal isunordered linux noreturn NULL offsetof setjmp signbit sigsetjmp stderr
+stdin stdout unix va_arg va_copy va_end va_start
+)");
+
+// What the C library declares, in the headers that generated code or its users include; the namespace of the
+// C++ library; and the parameter of a generated decoder that stands before the record's type.
+const Names declared = words(R"(
+abort abs acos acosh aligned_alloc asctime asin asinh at_quick_exit atan atan2 atanh atexit atof atoi atol
+atoll basename bcmp bcopy bsearch bzero calloc cbrt ceil clearerr clock clock_t copysign cos cosh ctime
+difftime div div_t double_t erf erfc exit exp exp2 explicit_bzero expm1 fabs fclose fdim feof ferror
+fflush ffs ffsl ffsll fgetc fgetpos fgets FILE float_t floor fma fmax fmin fmod fopen fpos_t fprintf fputc
+fputs fread free freopen frexp fscanf fseek fsetpos ftell fwrite getc getchar getenv gets gmtime hypot
+ilogb in index int16_t int32_t int64_t int8_t int_fast16_t int_fast32_t int_fast64_t int_fast8_t
+int_least16_t int_least32_t int_least64_t int_least8_t intmax_t intptr_t isalnum isalpha isblank iscntrl
+isdigit isgraph islower isprint ispunct isspace isupper isxdigit labs ldexp ldiv ldiv_t lgamma llabs lldiv
+lldiv_t llrint llround locale_t localtime log log10 log1p log2 logb lrint lround main malloc max_align_t
+mblen mbstowcs mbtowc memccpy memchr memcmp memcpy memfrob memmem memmove mempcpy memrchr memset mktime
+modf nan nearbyint nextafter nexttoward nullptr_t perror pow printf ptrdiff_t putc putchar puts qsort
+quick_exit raise rand rawmemchr realloc remainder remove remquo rename rewind rindex rint round scalbln
+scalbn scanf setbuf setvbuf sig_atomic_t sigabbrev_np sigdescr_np signal sin sinh size_t snprintf sprintf
+sqrt srand sscanf ssize_t std stpcpy stpncpy strcasecmp strcasecmp_l strcasestr strcat strchr strchrnul
+strcmp strcoll strcoll_l strcpy strcspn strdup strerror strerror_l strerror_r strerrordesc_np
+strerrorname_np strfry strftime strlen strncasecmp strncasecmp_l strncat strncmp strncpy strndup strnlen
+strpbrk strrchr strsep strsignal strspn strstr strtod strtof strtok strtok_r strtol strtold strtoll
+strtoul strtoull strverscmp strxfrm strxfrm_l system tan tanh tgamma time time_t timespec_get tmpfile
+tmpnam tolower toupper trunc uint16_t uint32_t uint64_t uint8_t uint_fast16_t uint_fast32_t uint_fast64_t
+uint_fast8_t uint_least16_t uint_least32_t uint_least64_t uint_least8_t uintmax_t uintptr_t ungetc va_list
+vfprintf vfscanf vprintf vscanf vsnprintf vsprintf vsscanf wint_t
+)");
 
 // Headers of these names are not generated from a family.
-constexpr std::array taken = {"all"sv, "inspect"sv, "runtime"sv, "types"sv};
+const Names taken = words("all codes forms inspect runtime types version");
+
+// Names of the library, of the functions of each type and of the platform begin like this.
+constexpr std::string_view prefixes[] = {"tlvmsg",      "tlv_", "get_tlv_", "encode_tlv_",
+                                         "decode_tlv_", "osal", "OSAL"};
 
 bool is_name(std::string_view name) {
     constexpr std::string_view start = "ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz";
@@ -133,18 +79,42 @@ bool is_name(std::string_view name) {
            });
 }
 
+// As INT32_MAX, SIZE_MAX and TLVMSG_TAG_x are.
+bool looks_like_macro(std::string_view name) {
+    constexpr std::string_view beginnings[] = {"INT", "UINT", "PTRDIFF_", "SIG", "SIZE_", "WCHAR_", "WINT_"};
+    const bool lower = std::any_of(name.begin(), name.end(), [](char c) { return c >= 'a' && c <= 'z'; });
+    return name.starts_with("TLVMSG_") ||
+           (!lower && std::any_of(std::begin(beginnings), std::end(beginnings),
+                                  [&](std::string_view beginning) { return name.starts_with(beginning); }));
+}
+
 } // namespace
 
-bool is_keyword(std::string_view name) { return std::binary_search(keywords.begin(), keywords.end(), name); }
+bool is_keyword(std::string_view name) { return keywords.contains(name); }
 
-std::string why_no_family_name(std::string_view name) {
+std::string_view why_no_member_name(std::string_view name) {
+    return macros.contains(name) || looks_like_macro(name) ? "C headers define macros like it" : "";
+}
+
+std::string_view why_no_type_name(std::string_view name) {
+    if (const std::string_view reason = why_no_member_name(name); !reason.empty()) {
+        return reason;
+    }
+    if (declared.contains(name)) {
+        return "C or C++ programs have it for something else";
+    }
+    if (std::any_of(std::begin(prefixes), std::end(prefixes),
+                    [&](std::string_view prefix) { return name.starts_with(prefix); })) {
+        return "names that begin like it are the library's own";
+    }
+    return name.starts_with('_') ? "names that begin with an underscore are the compiler's" : "";
+}
+
+std::string_view why_no_family_name(std::string_view name) {
     if (!is_name(name)) {
         return "a name is letters, digits and underscores";
     }
-    if (std::find(taken.begin(), taken.end(), name) != taken.end()) {
-        return "a header of the library has it";
-    }
-    return {};
+    return taken.contains(name) ? "a header of the library has it" : "";
 }
 
 } // namespace tlvc

@@ -1,7 +1,5 @@
 #include "resolve.h"
 
-#include "suggest.h"
-
 #include <algorithm>
 #include <array>
 #include <map>
@@ -12,24 +10,6 @@ namespace {
 
 using syntax::Declaration;
 using syntax::Form;
-
-struct ScalarRow {
-    std::string_view name;
-    uint16_t tag;
-    uint16_t width;
-};
-constexpr std::array<ScalarRow, 9> scalars = {{
-    {"char", 1, 1},
-    {"uint8", 2, 1},
-    {"int8", 3, 1},
-    {"uint16", 4, 2},
-    {"int16", 5, 2},
-    {"uint32", 6, 4},
-    {"int32", 7, 4},
-    {"uint64", 8, 8},
-    {"int64", 9, 8},
-}};
-constexpr uint64_t header_size = 4;
 
 class Resolver {
 public:
@@ -53,13 +33,12 @@ public:
 
 private:
     void add_scalars() {
-        for (const ScalarRow &row : scalars) {
-            auto type = std::make_unique<Type>();
-            type->name = row.name;
-            type->tag = row.tag;
-            type->min_size = type->max_size = header_size + row.width;
-            types_[row.name] = type.get();
-            result_.schema->types.push_back(std::move(type));
+        for (const wire::Scalar &scalar : wire::scalars) {
+            Type &type = result_.schema->types.emplace_back();
+            type.name = scalar.name;
+            type.scalar = &scalar;
+            type.tag = scalar.tag;
+            types_[scalar.name] = &type;
         }
     }
 
@@ -80,29 +59,32 @@ private:
     void declare_file(uint32_t file) {
         const Unit &unit = program_.units[file];
         auto &families = result_.schema->families;
-        if (families.empty() || families.back()->name != unit.family) {
-            families.push_back(std::make_unique<Family>());
-            families.back()->name = unit.family;
-            families.back()->doc = unit.syntax.doc.lines;
+        if (families.empty() || families.back().name != unit.family) {
+            families.emplace_back().name = unit.family;
         }
+        Family &family = families.back();
+        Section &section = result_.schema->sections.emplace_back();
+        family.sections.push_back(&section);
+        const bool speaks_for_family = unit.canonical.filename() == "family.tlv";
+        (speaks_for_family ? family.doc : section.doc) = unit.syntax.doc.lines;
         for (const Declaration &declaration : unit.syntax.declarations) {
-            declare(declaration, *families.back());
+            declare(declaration, family, section);
         }
     }
 
-    void declare(const Declaration &syntax, Family &family) {
-        auto type = std::make_unique<Type>();
-        type->name = syntax.name.text;
-        type->doc = syntax.doc.lines;
-        type->family = &family;
-        type->span = syntax.name.span;
-        auto [first, is_new] = types_.try_emplace(syntax.name.text, type.get());
+    void declare(const Declaration &syntax, const Family &family, Section &section) {
+        Type &type = result_.schema->types.emplace_back();
+        type.name = syntax.name.text;
+        type.doc = syntax.doc.lines;
+        type.family = &family;
+        type.section = &section;
+        type.span = syntax.name.span;
+        auto [first, is_new] = types_.try_emplace(syntax.name.text, &type);
         if (!is_new) {
             duplicate(syntax, *first->second);
         }
-        family.types.push_back(type.get());
-        result_.declared.push_back({&syntax, type.get()});
-        result_.schema->types.push_back(std::move(type));
+        section.types.push_back(&type);
+        result_.declared.push_back({&syntax, &type});
     }
 
     void duplicate(const Declaration &syntax, const Type &first) {
@@ -136,10 +118,7 @@ private:
         for (const auto &[known, type] : types_) {
             candidates.push_back(known);
         }
-        Diagnostic &fault = faults_.report(Fault::UndefinedType, name.span, name.text);
-        if (std::string help = did_you_mean(name.text, candidates); !help.empty()) {
-            fault.help(help);
-        }
+        faults_.report(Fault::UndefinedType, name.span, name.text).suggest(name.text, candidates);
     }
 
     void not_imported(const syntax::Name &name, const Type &type) {
@@ -157,6 +136,7 @@ private:
         case Form::Enumeration:
             type.kind = Kind::Enumeration;
             type.tag = static_cast<uint16_t>(syntax.number.value);
+            link_enumerators(syntax, type);
             break;
         case Form::Structure:
             type.kind = Kind::Structure;
@@ -173,17 +153,19 @@ private:
             link_bounded(syntax, type);
             break;
         case Form::Bytes:
+            type.element = types_.at("uint8");
             type.kind = Kind::ByteArray;
             link_bounded(syntax, type);
             break;
         case Form::DynamicArray:
-            type.kind = Kind::DynamicElements;
             type.element = find(syntax.element);
-            type.count = find(syntax.count);
+            type.kind = Kind::DynamicElements;
+            link_dynamic(syntax, type);
             break;
         case Form::DynamicBytes:
+            type.element = types_.at("uint8");
             type.kind = Kind::DynamicBytes;
-            type.count = find(syntax.count);
+            link_dynamic(syntax, type);
             break;
         case Form::Union:
             type.kind = Kind::Union;
@@ -193,13 +175,26 @@ private:
     }
 
     static bool is_packable(const Type *element) {
-        constexpr uint64_t one_byte = header_size + 1;
-        return element != nullptr && element->family == nullptr && element->min_size > one_byte;
+        return element != nullptr && element->scalar != nullptr && element->scalar->width > 1;
     }
 
     void link_bounded(const Declaration &syntax, Type &type) {
+        type.tag = wire::array_tag;
         type.count = types_.at("uint16");
         type.capacity = static_cast<uint32_t>(syntax.number.value);
+    }
+
+    void link_dynamic(const Declaration &syntax, Type &type) {
+        type.tag = wire::array_tag;
+        type.count = find(syntax.count);
+    }
+
+    static void link_enumerators(const Declaration &syntax, Type &type) {
+        for (const syntax::Enumerator &written : syntax.enumerators) {
+            type.enumerators.push_back({std::string(written.name.text),
+                                        static_cast<uint32_t>(written.value.value), written.doc.lines,
+                                        written.name.span});
+        }
     }
 
     void link_members(const Declaration &syntax, Type &type) {
@@ -220,8 +215,9 @@ private:
         type.enclosing = syntax.enclosing ? find(*syntax.enclosing) : nullptr;
         for (const syntax::Member &written : syntax.members) {
             Alternative alternative;
-            for (const syntax::Number &value : written.values) {
-                alternative.values.push_back(static_cast<uint32_t>(value.value));
+            for (const syntax::Value &value : written.values) {
+                alternative.values.push_back(value.name.empty() ? static_cast<uint32_t>(value.number)
+                                                                : enumerator(value, type.selector));
             }
             alternative.name = written.name.text;
             alternative.type = find(written.type);
@@ -230,6 +226,28 @@ private:
             alternative.span = written.name.span;
             type.alternatives.push_back(std::move(alternative));
         }
+    }
+
+    // Enumerations may be declared behind the union, so their enumerators are looked up as written.
+    uint32_t enumerator(const syntax::Value &value, const Type *selector) {
+        if (selector == nullptr) {
+            return 0; // a fault already
+        }
+        const auto declared = std::find_if(result_.declared.begin(), result_.declared.end(),
+                                           [&](const Declared &each) { return each.type == selector; });
+        std::vector<std::string_view> candidates;
+        if (declared != result_.declared.end()) {
+            for (const syntax::Enumerator &each : declared->syntax->enumerators) {
+                if (each.name.text == value.name) {
+                    return static_cast<uint32_t>(each.value.value);
+                }
+                candidates.push_back(each.name.text);
+            }
+        }
+        faults_.report(Fault::UnknownEnumerator, value.span, value.name, selector->name)
+            .suggest(value.name, candidates)
+            .note(selector->span, "it is declared here");
+        return 0;
     }
 
     static bool has_attribute(const syntax::Member &written, std::string_view attribute) {

@@ -19,10 +19,6 @@ struct Resolution {
     std::vector<Declared> declared; // by family, then by file, then as written
 };
 
-inline bool is_dynamic(const Type &type) {
-    return type.kind == Kind::DynamicElements || type.kind == Kind::DynamicBytes;
-}
-
 // The model can be used only if nothing was reported.
 Resolution resolve(const Program &program, Diagnostics &faults);
 

@@ -22,9 +22,23 @@ struct Doc {
     Span span;
 };
 
+// What chooses an alternative: a number, or an enumerator's name.
+struct Value {
+    std::string_view name; // empty for a number
+    uint64_t number = 0;
+    Span span;
+};
+
+struct Enumerator {
+    Doc doc;
+    Name name;
+    Number value;
+    Span span; // documentation included
+};
+
 struct Member {
     Doc doc;
-    std::vector<Number> values; // an alternative's; a member has none
+    std::vector<Value> values; // an alternative's; a member has none
     Name type;
     Name name;
     std::vector<Name> attributes; // without the '@'
@@ -42,10 +56,13 @@ struct Declaration {
     Name count;         // dynamic
     Name selector;      // union
     Name selector_name; // union
-    std::optional<Name> enclosing; // union
-    Span body;                     // structure, message, union: the braces and what is between
-    std::vector<Member> members;   // structure, message, union
-    Span span;                     // documentation included
+    std::optional<Name> enclosing;       // union
+    Span body;                           // the braces and what is between; empty where there are none
+    std::vector<Member> members;         // structure, message, union
+    std::vector<Enumerator> enumerators; // enumeration
+    Span span;                           // documentation included
+
+    bool has_body() const { return body.begin != body.end; }
 };
 
 struct Import {

@@ -1,5 +1,6 @@
 #include "wire_layout.h"
 
+#include "measure.h"
 #include "names.h"
 
 #include <fmt/format.h>
@@ -11,8 +12,7 @@ namespace tlvc {
 
 namespace {
 
-constexpr uint64_t array_prefix = 10; // an array's header and its count
-constexpr size_t most_terms = 4;      // beyond, a member's size is named instead of spelled out
+constexpr size_t most_terms = 4; // beyond, a member's size is named instead of spelled out
 
 std::string hex16(uint64_t value) { return fmt::format("{:02X} {:02X}", value >> 8 & 0xFF, value & 0xFF); }
 
@@ -40,20 +40,21 @@ Size size_of_items(const Type &array, const std::string &path) {
     const Type &element = *array.element;
     const std::string count = below(path, "count");
     if (array.kind == Kind::PackedArray) {
-        return {array_prefix, {fmt::format("{} * {}", scalar_width(element), count)}};
+        return {wire::array_prefix, {fmt::format("{} * {}", element.scalar->width, count)}};
     }
     if (element.fixed_size()) {
-        return {array_prefix, {fmt::format("{} * {}", element.min_size, count)}};
+        return {wire::array_prefix, {fmt::format("{} * {}", element.min_size, count)}};
     }
-    return {array_prefix, {fmt::format("the sizes of the {} {}", count, below(path, storage_name(array)))}};
+    return {wire::array_prefix,
+            {fmt::format("the sizes of the {} {}", count, below(path, array.fields.back().name))}};
 }
 
 Size size_of_members(const Type &owner, const std::string &path) {
-    Size sum{owner.kind == Kind::Structure ? 4u : 0u, {}};
+    Size sum{owner.kind == Kind::Structure ? wire::header_size : 0, {}};
     for (size_t i = 0; i < owner.members.size(); ++i) {
-        Size size = size_of(*owner.members[i].type, below(path, joined_path(owner, i)));
+        Size size = size_of(*owner.members[i].type, below(path, joined(owner.members[i].path)));
         if (size.terms.size() > most_terms) {
-            size = {0, {fmt::format("the size of {}", below(path, joined_path(owner, i)))}};
+            size = {0, {fmt::format("the size of {}", below(path, joined(owner.members[i].path)))}};
         }
         sum.constant += size.constant;
         sum.terms.insert(sum.terms.end(), size.terms.begin(), size.terms.end());
@@ -68,9 +69,9 @@ Size size_of(const Type &type, const std::string &path) {
     const std::string count = below(path, "count");
     switch (type.kind) {
     case Kind::ByteArray:
-        return {array_prefix, {count, fmt::format("({} < {})", count, type.capacity)}};
+        return {wire::array_prefix, {count, fmt::format("({} < {})", count, type.capacity)}};
     case Kind::DynamicBytes:
-        return {array_prefix + 1, {count}};
+        return {wire::array_prefix + 1, {count}};
     case Kind::ElementArray:
     case Kind::PackedArray:
     case Kind::DynamicElements:
@@ -79,9 +80,14 @@ Size size_of(const Type &type, const std::string &path) {
         return {0,
                 {path.empty() ? "the size of what the selector chooses"
                               : fmt::format("the size of what {} chooses", below(path, type.selector_name))}};
-    default:
+    case Kind::Structure:
+    case Kind::Message:
         return size_of_members(type, path);
+    case Kind::Scalar:
+    case Kind::Enumeration:
+        break; // of fixed size
     }
+    return {};
 }
 
 std::vector<std::string> describe_members(const Type &type) {
@@ -92,14 +98,15 @@ std::vector<std::string> describe_members(const Type &type) {
         lines.push_back(name.empty() ? at + "  " + what : fmt::format("{}  {:<26} {}", at, what, name));
     };
     if (type.kind == Kind::Structure) {
-        row(type.fixed_size() ? fmt::format("{} {}", hex16(type.tag), hex16(type.min_size - 4))
-                              : fmt::format("{} and the length", hex16(type.tag)),
+        row(type.fixed_size()
+                ? fmt::format("{} {}", hex16(type.tag), hex16(type.min_size - wire::header_size))
+                : fmt::format("{} and the length", hex16(type.tag)),
             "");
-        offset = 4;
+        offset = wire::header_size;
     }
     for (size_t i = 0; i < type.members.size(); ++i) {
         const Type &member = *type.members[i].type;
-        const std::string path = joined_path(type, i);
+        const std::string path = joined(type.members[i].path);
         row(member.name, path.empty() ? "chosen by " + member.selector_name : path);
         offset = offset && member.fixed_size() ? std::optional(*offset + member.min_size) : std::nullopt;
     }
@@ -118,9 +125,27 @@ std::vector<std::string> describe_alternatives(const Type &type) {
     return lines;
 }
 
+std::string grouped(uint64_t number) {
+    std::string text = std::to_string(number);
+    for (size_t at = text.size(); at > 3;) {
+        at -= 3;
+        text.insert(at, ",");
+    }
+    return text;
+}
+
+std::string room(const Type &array) {
+    const std::string fitting =
+        array.max_count < array.capacity ? fmt::format(", of which {} fit", grouped(array.max_count)) : "";
+    return fmt::format("room for {}{}", array.capacity, fitting);
+}
+
 std::string headline(const Type &type) {
-    const std::string size = size_of(type, "").text();
-    const std::string bytes = type.fixed_size() ? size + " bytes" : "size " + size;
+    const std::string formula = size_of(type, "").text();
+    const std::string bytes =
+        type.fixed_size() ? formula + " bytes"
+                          : fmt::format("size {}, {} to {} bytes", formula, type.min_size, type.max_size);
+    const std::string opening = "Wire: 00 0A and the length, the count as a uint16, that many";
     switch (type.kind) {
     case Kind::Enumeration:
         return fmt::format("Wire: {} 00 08 around one uint32, 12 bytes.", hex16(type.tag));
@@ -129,38 +154,127 @@ std::string headline(const Type &type) {
     case Kind::Message:
         return fmt::format("Wire: no tag, {}.", bytes);
     case Kind::ByteArray:
-        return fmt::format(
-            "Wire: 00 0A and the length, the count as a uint16, that many bytes (room for {}), and a "
-            "zero byte when count < {}: {}.",
-            type.capacity, type.capacity, bytes);
+        return fmt::format("{} bytes ({}), and a zero byte when count < {}: {}.", opening, room(type),
+                           type.capacity, bytes);
     case Kind::DynamicBytes:
-        return fmt::format(
-            "Wire: 00 0A and the length, the count as a uint16, that many bytes and a zero byte: {}. "
-            "The decoder allocates the bytes.",
-            bytes);
+        return fmt::format("{} bytes and a zero byte: {}.", opening, bytes);
     case Kind::ElementArray:
-        return fmt::format(
-            "Wire: 00 0A and the length, the count as a uint16, that many {} (room for {}): {}.",
-            type.element->name, type.capacity, bytes);
+        return fmt::format("{} {} ({}): {}.", opening, type.element->name, room(type), bytes);
     case Kind::PackedArray:
-        return fmt::format(
-            "Wire: 00 0A and the length, the count as a uint16, that many bare big-endian {} values "
-            "(room for {}): {}.",
-            type.element->name, type.capacity, bytes);
+        return fmt::format("{} bare big-endian {} values ({}): {}.", opening, type.element->name, room(type),
+                           bytes);
     case Kind::DynamicElements:
-        return fmt::format("Wire: 00 0A and the length, the count as a uint16, that many {}: {}. The decoder "
-                           "allocates the items.",
-                           type.element->name, bytes);
+        return fmt::format("{} {}: {}.", opening, type.element->name, bytes);
     case Kind::Union:
-        return fmt::format("Wire: the alternative that {} chooses; any other value carries nothing.",
-                           type.selector_name);
+        return fmt::format("Wire: the alternative that {} chooses, up to {} bytes; any other value carries "
+                           "nothing.",
+                           type.selector_name, type.max_size);
     case Kind::Scalar:
         break;
     }
     return {};
 }
 
+// The dynamic byte array that a type is or holds, with its path.
+std::optional<std::string> path_to_dynamic_bytes(const Type &type, const std::string &path) {
+    if (type.kind == Kind::DynamicBytes) {
+        return path;
+    }
+    for (const Member &member : type.members) {
+        if (auto found = path_to_dynamic_bytes(*member.type, below(path, joined(member.path)))) {
+            return found;
+        }
+    }
+    for (const Alternative &alternative : type.alternatives) {
+        if (auto found = path_to_dynamic_bytes(*alternative.type, below(path, alternative.name))) {
+            return found;
+        }
+    }
+    return is_array(type) && !holds_bytes(type) ? path_to_dynamic_bytes(*type.element, below(path, "items"))
+                                                : std::nullopt;
+}
+
+// The array that alone makes the size vary, with its path; null if there is none or more than one.
+const Type *only_varying_array(const Type &type, std::string &path) {
+    if (is_array(type)) {
+        return &type;
+    }
+    const Member *varying = nullptr;
+    for (const Member &member : type.members) {
+        if (!member.type->fixed_size()) {
+            if (varying != nullptr) {
+                return nullptr;
+            }
+            varying = &member;
+        }
+    }
+    if (varying == nullptr) {
+        return nullptr;
+    }
+    path = below(path, joined(varying->path));
+    return only_varying_array(*varying->type, path);
+}
+
+std::string about_dynamic_bytes(const Type &type, const std::string &path) {
+    if (type.kind == Kind::DynamicBytes) {
+        return fmt::format(
+            "{} sends bytes of the record, from the pointer field onward, and for larger counts "
+            "what lies behind the record; tlvmsg_encode sends the bytes that the pointer "
+            "designates.",
+            names::encode_operation(type));
+    }
+    return fmt::format("{} does not send the bytes that {} designates, tlvmsg_encode does.",
+                       names::encode_operation(type), below(path, "bytes"));
+}
+
+std::string about_wrapping(const Type &type) {
+    std::string path;
+    const Type *const array = type.kind == Kind::Structure ? only_varying_array(type, path) : nullptr;
+    std::string text =
+        fmt::format("Records can be filled so that the size wraps at 65,536; tlvmsg_size refuses "
+                    "{}",
+                    type.kind == Kind::Message ? "such elements and sizes longer messages." : "them.");
+    if (array != nullptr) {
+        const uint64_t others = type.min_size - array->min_size;
+        text += fmt::format(" {} is {} at the most.", below(path, "count"),
+                            grouped(most_items(*array, wire::largest_element - others)));
+    }
+    return text;
+}
+
 } // namespace
+
+std::vector<std::string> describe_pitfalls(const Type &type) {
+    std::vector<std::string> sentences;
+    if (type.kind == Kind::ByteArray) {
+        sentences.push_back(
+            fmt::format("A full array has no zero byte behind it, and a count above {} fails to "
+                        "encode only once its bytes are written.",
+                        type.capacity));
+    }
+    if (type.kind == Kind::ElementArray || type.kind == Kind::PackedArray) {
+        sentences.push_back(
+            fmt::format("encode and decode do not compare the count with {}.", type.capacity));
+    }
+    if (is_dynamic(type)) {
+        sentences.push_back(
+            fmt::format("The decoder allocates the {}, also for a count of 0.", type.fields.back().name));
+        const unsigned width = type.count->scalar->width;
+        if (width == 1) {
+            sentences.push_back("Of a count above 255 the decoder keeps the low 8 bits, beside a block of "
+                                "all that came.");
+        } else if (width == 4) {
+            sentences.push_back("The decoder's count is that of the array, not the 32-bit one before it.");
+        }
+    }
+    if (const auto path = path_to_dynamic_bytes(type, "")) {
+        sentences.push_back(about_dynamic_bytes(type, *path));
+    }
+    if (type.wraps) {
+        sentences.push_back(about_wrapping(type));
+    }
+    return sentences;
+}
 
 std::vector<std::string> describe_wire(const Type &type) {
     std::vector<std::string> lines{headline(type)};

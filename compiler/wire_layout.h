@@ -11,4 +11,7 @@ namespace tlvc {
 // Lines of text, without comment marks.
 std::vector<std::string> describe_wire(const Type &type);
 
+// What a caller of the exact functions has to know about this type in particular: whole sentences.
+std::vector<std::string> describe_pitfalls(const Type &type);
+
 } // namespace tlvc

@@ -22,7 +22,7 @@ void write_path(const Place &place, Text &text) {
 
 } // namespace
 
-Place count_of(const Place &array) { return {&array, &tlvmsg_type_uint16, "count", 0, nullptr, nullptr}; }
+Place count_of(const Place &array) { return {&array, &tlvmsg_type_of_uint16, "count", 0, nullptr, nullptr}; }
 
 tlvmsg_fault fault_at(const Place &place, tlvmsg_code code, size_t offset, uint64_t found, uint64_t allowed) {
     tlvmsg_fault fault{code, offset, found, allowed, {}};

@@ -15,21 +15,28 @@
 #define TLVMSG_ASSERT(CONDITION, TEXT) _Static_assert(CONDITION, TEXT)
 #endif
 
-#define TLVMSG_ALIGNED(OFFSET, ALIGNMENT) TLVMSG_ALIGNED_((size_t)(OFFSET), (size_t)(ALIGNMENT))
-#define TLVMSG_ALIGNED_(OFFSET, ALIGNMENT) (((OFFSET) + (ALIGNMENT)-1) / (ALIGNMENT) * (ALIGNMENT))
-#define TLVMSG_LARGER(A, B) ((size_t)(A) > (size_t)(B) ? (size_t)(A) : (size_t)(B))
+#define TLVMSG_ALIGNED(OFFSET, ALIGNMENT) (((OFFSET) + (ALIGNMENT)-1) / (ALIGNMENT) * (ALIGNMENT))
 
-/* FIELD has SIZE bytes and lies at the first place behind byte END that ALIGNMENT allows. */
-#define TLVMSG_FIELD(RECORD, FIELD, SIZE, END, ALIGNMENT)                                                    \
-    TLVMSG_ASSERT(offsetof(RECORD, FIELD) == TLVMSG_ALIGNED(END, ALIGNMENT), #RECORD "." #FIELD ": offset"); \
-    TLVMSG_ASSERT(sizeof(((RECORD *)0)->FIELD) == (SIZE), #RECORD "." #FIELD ": size")
+/* Where a field of LENGTH items ends. */
+#define TLVMSG_END(RECORD, FIELD, ITEM, LENGTH) (offsetof(RECORD, FIELD) + (LENGTH) * sizeof(ITEM))
 
-/* Where FIELD ends. */
-#define TLVMSG_END(RECORD, FIELD) (offsetof(RECORD, FIELD) + sizeof(((RECORD *)0)->FIELD))
+/* FIELD has LENGTH items and lies at the first place behind byte END that suits them. */
+#define TLVMSG_FIELD(RECORD, FIELD, ITEM, LENGTH, END)                                                       \
+    TLVMSG_ALTERNATIVE(RECORD, FIELD, ITEM, END);                                                            \
+    TLVMSG_ASSERT(sizeof(((RECORD *)0)->FIELD) == (LENGTH) * sizeof(ITEM), #RECORD "." #FIELD ": size")
 
-/* RECORD has the alignment of its most aligned field and ends right behind byte END. */
-#define TLVMSG_RECORD(RECORD, END, ALIGNMENT)                                                                \
-    TLVMSG_ASSERT(TLVMSG_ALIGNOF(RECORD) == (ALIGNMENT), #RECORD ": alignment");                             \
-    TLVMSG_ASSERT(sizeof(RECORD) == TLVMSG_ALIGNED(END, ALIGNMENT), #RECORD ": size")
+/* FIELD is one of those in a union that is laid out like UNION, behind byte END. */
+#define TLVMSG_ALTERNATIVE(RECORD, FIELD, UNION, END)                                                        \
+    TLVMSG_ASSERT(offsetof(RECORD, FIELD) == TLVMSG_ALIGNED(END, TLVMSG_ALIGNOF(UNION)),                     \
+                  #RECORD "." #FIELD ": offset")
+
+/*
+ * RECORD has the alignment of its most aligned field, which is the highest bit in that of all, and ends right
+ * behind byte END.
+ */
+#define TLVMSG_RECORD(RECORD, END, ALIGNMENTS)                                                               \
+    TLVMSG_ASSERT(TLVMSG_ALIGNOF(RECORD) <= (ALIGNMENTS) && (ALIGNMENTS) < 2 * TLVMSG_ALIGNOF(RECORD),       \
+                  #RECORD ": alignment");                                                                    \
+    TLVMSG_ASSERT(sizeof(RECORD) == TLVMSG_ALIGNED(END, TLVMSG_ALIGNOF(RECORD)), #RECORD ": size")
 
 #endif

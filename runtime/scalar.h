@@ -73,7 +73,7 @@ struct Scalar {
 // Spelled as in the schema, for the generated codecs.
 namespace tlvmsg::codec {
 
-using character = wire::Scalar<char, 1, 2>;
+using tlv_char = wire::Scalar<char, 1, 2>;
 using uint8 = wire::Scalar<uint8_t, 2>;
 using int8 = wire::Scalar<int8_t, 3>;
 using uint16 = wire::Scalar<uint16_t, 4>;

@@ -9,7 +9,7 @@ using namespace tlvmsg::codec;
 #define TLVMSG_EXPORT_SCALAR(NAME, CODEC)                                                                    \
     TLVMSG_EXPORT(get_##NAME##_size, encode_tlv_##NAME, decode_tlv_##NAME, CODEC, CODEC::record)
 
-TLVMSG_EXPORT_SCALAR(char, character)
+TLVMSG_EXPORT_SCALAR(char, tlv_char)
 TLVMSG_EXPORT_SCALAR(uint8, uint8)
 TLVMSG_EXPORT_SCALAR(int8, int8)
 TLVMSG_EXPORT_SCALAR(uint16, uint16)

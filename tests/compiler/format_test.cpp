@@ -33,9 +33,17 @@ std::string contents(const std::string &text) {
             add(name->text);
         }
         add(each.enclosing ? each.enclosing->text : "");
+        for (const syntax::Enumerator &enumerator : each.enumerators) {
+            add_doc(enumerator.doc);
+            add(enumerator.name.text);
+            add_number(enumerator.value);
+        }
         for (const syntax::Member &member : each.members) {
             add_doc(member.doc);
-            std::for_each(member.values.begin(), member.values.end(), add_number);
+            for (const syntax::Value &value : member.values) {
+                add(value.name);
+                add(std::to_string(value.number));
+            }
             add(member.type.text);
             add(member.name.text);
             for (const syntax::Name &attribute : member.attributes) {

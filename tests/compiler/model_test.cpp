@@ -1,3 +1,4 @@
+#include "reporter.h"
 #include "support.h"
 
 namespace tlvc {
@@ -31,6 +32,9 @@ dynamic bytes long_text counted by uint32
 union value by color kind { 1: uint8 octet  2, 3: control control }
 struct choice = 1004 { color kind  value value }
 struct lots_holder = 1005 { uint16 count  lots all }
+array wide of control[2000]
+struct wide_holder = 1006 { wide items }
+message wides { wide_holder first  wide_holder second }
 )")});
     ASSERT_TRUE(compiled.schema);
     const uint64_t few_max = 10 + 255 * 47;
@@ -49,34 +53,26 @@ struct lots_holder = 1005 { uint16 count  lots all }
              {"many", 11, 1910},
              {"few", 10, few_max},
              {"few_holder", 19, few_holder_max},
-             {"lots", 10, 10 + 65535 * few_holder_max},
+             {"lots", 10, 65539},
              {"short_text", 11, 266},
-             {"long_text", 11, 65546},
+             {"long_text", 11, 65539},
+             {"wide", 10, 10 + 1394 * 47},
+             {"wide_holder", 14, 14 + 1394 * 47},
+             {"wides", 28, 28 + 2 * 1394 * 47},
              {"value", 0, 47},
              {"choice", 16, 63},
-             {"lots_holder", 20, 4 + 6 + 10 + 65535 * few_holder_max},
+             {"lots_holder", 20, 65539},
          }) {
         const Type &type = compiled.type(expected.type);
         EXPECT_EQ(type.min_size, expected.min) << expected.type;
         EXPECT_EQ(type.max_size, expected.max) << expected.type;
     }
+    EXPECT_EQ(compiled.type("wide").max_count, 1394u);
+    EXPECT_EQ(compiled.type("long_text").max_count, 65528u);
+    EXPECT_EQ(compiled.type("short_text").max_count, 255u);
+    EXPECT_EQ(compiled.type("words").max_count, 512u);
     EXPECT_TRUE(compiled.type("control").fixed_size());
     EXPECT_FALSE(compiled.type("choice").fixed_size());
-}
-
-TEST(Model, sizes_stop_growing_before_they_wrap) {
-    std::string text = "struct s0 = 1001 { uint64 x }\n";
-    for (int i = 1; i <= 5; ++i) {
-        text += fmt::format("dynamic array a{0} of s{1} counted by uint16\n"
-                            "struct s{0} = {2} {{ uint16 count  a{0} items }}\n",
-                            i, i - 1, 1001 + i);
-    }
-    SchemaDirectory directory;
-    Compiled compiled({directory.add("voice/deep.tlv", text)});
-    ASSERT_TRUE(compiled.schema);
-    for (int i = 2; i <= 5; ++i) {
-        EXPECT_GE(compiled.type(fmt::format("s{}", i)).max_size, uint64_t{1} << 35);
-    }
 }
 
 TEST(Model, tells_kinds_roles_and_attributes) {
@@ -144,15 +140,89 @@ struct home = 1003 {
     EXPECT_EQ(value.alternatives[1].doc, std::vector<std::string>{"Two values."});
 }
 
-// One line a family: what it uses, then its types.
+// Of each field "name:type" and where it is stored, then the members' paths.
+std::string record(const Type &type) {
+    constexpr const char *storage[] = {"", "[]", "*", "|"};
+    std::string out;
+    for (const Field &field : type.fields) {
+        out +=
+            fmt::format("{}:{}{} ", field.name, field.type->name, storage[static_cast<int>(field.storage)]);
+    }
+    for (const Member &member : type.members) {
+        out += "<" + joined(member.path) + ">";
+    }
+    return out;
+}
+
+TEST(Model, knows_the_records) {
+    SchemaDirectory directory;
+    Compiled compiled({directory.add("voice/leds.tlv", R"(
+enum kind = 1001
+array kinds of kind[8]
+bytes name[4]
+dynamic bytes text counted by uint16
+union value by kind which { 7: kind first  8: uint8 second }
+union shared by kind which in home { 0: uint8 zero }
+struct home = 1003 {
+    kind    which
+    shared  value
+    /// Characters.
+    uint16  count
+    /// What it says.
+    text    text
+    kind    which
+    value   other
+    name    name
+    kinds   kinds
+}
+)")});
+    ASSERT_TRUE(compiled.schema);
+    EXPECT_EQ(record(compiled.type("kind")), "");
+    EXPECT_EQ(record(compiled.type("kinds")), "count:uint16 items:kind[] ");
+    EXPECT_EQ(record(compiled.type("name")), "count:uint16 bytes:uint8[] ");
+    EXPECT_EQ(record(compiled.type("text")), "count:uint16 bytes:uint8* ");
+    EXPECT_EQ(record(compiled.type("value")), "which:kind :value| ");
+    EXPECT_EQ(record(compiled.type("shared")), "");
+    EXPECT_EQ(record(compiled.type("home")),
+              "which:kind :shared| text:text other:value name:name kinds:kinds "
+              "<which><><text.count><text><other.which><other><name><kinds>");
+    EXPECT_EQ(compiled.type("home").fields[2].doc, Doc{"What it says."});
+    EXPECT_EQ(compiled.type("home").fields[2].shared_doc, Doc{"Characters."});
+}
+
+TEST(Model, knows_enumerators_and_what_they_choose) {
+    SchemaDirectory directory;
+    Compiled compiled({directory.add("voice/leds.tlv", R"(
+union value by kind which { large, 8: uint8 octet  static: uint16 word }
+enum kind = 1001 {
+    static = 0
+    /// Too large for a signed number.
+    large  = 4294967295
+}
+)")});
+    ASSERT_TRUE(compiled.schema) << render(compiled.faults, compiled.sources, false);
+    const Type &kind = compiled.type("kind");
+    ASSERT_EQ(kind.enumerators.size(), 2u);
+    EXPECT_EQ(kind.enumerators[0].name, "static");
+    EXPECT_EQ(kind.enumerators[1].value, 4294967295);
+    EXPECT_EQ(kind.enumerators[1].doc, Doc{"Too large for a signed number."});
+    EXPECT_EQ(compiled.type("value").alternatives[0].values, (std::vector<uint32_t>{4294967295, 8}));
+    EXPECT_EQ(compiled.type("value").alternatives[1].values, (std::vector<uint32_t>{0}));
+}
+
+// One line a family: what it uses, then its types, each section after its own text.
 std::string outline(const Schema &schema) {
     std::string out;
-    for (const auto &family : schema.families) {
+    for (const Family *family : schema.in_order) {
         out += family->name + (family->doc.empty() ? "" : " \"" + family->doc[0] + "\"");
         for (const Family *used : family->uses) {
             out += " <" + used->name + ">";
         }
+        const Section *section = nullptr;
         for (const Type *type : family->types) {
+            if (std::exchange(section, type->section) != type->section && !section->doc.empty()) {
+                out += " [" + section->doc[0] + "]";
+            }
             out += " " + type->name;
         }
         out += "\n";
@@ -162,33 +232,34 @@ std::string outline(const Schema &schema) {
 
 TEST(Model, order_depends_on_the_schema_alone) {
     SchemaDirectory directory;
-    directory.add("zcommon/session.tlv", "//! Shared.\nenum session = 1001\n");
+    directory.add("zcommon/session.tlv", "//! Sessions.\nenum session = 1001\n");
+    const std::string text = directory.add("zcommon/family.tlv", "//! Shared.\n");
     std::string alarm =
         directory.add("alarm/alarms.tlv", "import \"../voice/b.tlv\"\nmessage alarm { led led }\n");
     std::string bell = directory.add("bell/bells.tlv", "enum bell = 1002\n");
     std::string zulu = directory.add("zulu/z.tlv", "enum zulu = 1008\n");
     std::string voice_b =
-        directory.add("voice/b.tlv", "//! Not the first file.\n"
+        directory.add("voice/b.tlv", "//! Leds.\n"
                                      "import \"../zcommon/session.tlv\"\n"
                                      "message m { led led  session opening }\n"
                                      "enum loose = 1003\n"
                                      "struct led = 1004 { uint8 count  leds leds  color tint }\n"
                                      "dynamic array leds of color counted by uint8\n"
                                      "enum color = 1005\n");
-    std::string voice_a = directory.add("voice/a.tlv", "//! Voice.\n"
+    std::string voice_a = directory.add("voice/a.tlv", "//! Groups.\n"
                                                        "import \"./../voice/b.tlv\"\n"
                                                        "struct group = 1006 { led led }\n"
                                                        "enum last = 1007\n");
     const std::string expected = "bell bell\n"
-                                 "zcommon \"Shared.\" session\n"
-                                 "voice \"Voice.\" <zcommon> color leds led group last m loose\n"
+                                 "zcommon \"Shared.\" [Sessions.] session\n"
+                                 "voice <zcommon> [Leds.] color leds led m loose [Groups.] group last\n"
                                  "alarm <voice> alarm\n"
                                  "zulu zulu\n";
-    for (const auto &files :
-         {std::vector{alarm, bell, voice_a, zulu}, std::vector{zulu, voice_a, voice_b, bell, alarm, bell}}) {
+    for (const auto &files : {std::vector{alarm, bell, voice_a, zulu, text},
+                              std::vector{text, zulu, voice_a, voice_b, bell, alarm, bell}}) {
         Compiled compiled(files);
         ASSERT_TRUE(compiled.schema);
-        EXPECT_EQ(compiled.sources.size(), 6u) << "each file is loaded once";
+        EXPECT_EQ(compiled.sources.size(), 7u) << "each file is loaded once";
         EXPECT_EQ(outline(*compiled.schema), expected);
     }
 }

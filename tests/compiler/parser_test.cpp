@@ -51,8 +51,8 @@ TEST(Parser, reads_every_form) {
     EXPECT_EQ(u.selector_name.text, "which");
     EXPECT_EQ(u.enclosing->text, "s");
     ASSERT_EQ(u.members.size(), 2u);
-    EXPECT_EQ(u.members[0].values[1].value, 2u);
-    EXPECT_EQ(u.members[1].values[0].value, UINT64_MAX) << "too large a number must not wrap";
+    EXPECT_EQ(u.members[0].values[1].number, 2u);
+    EXPECT_EQ(u.members[1].values[0].number, UINT64_MAX) << "too large a number must not wrap";
 }
 
 TEST(Parser, keywords_are_names_where_names_belong) {

@@ -49,8 +49,8 @@ struct Compiled {
     }
     const Type &type(std::string_view name) const {
         for (const auto &each : schema->types) {
-            if (each->name == name) {
-                return *each;
+            if (each.name == name) {
+                return each;
             }
         }
         throw std::out_of_range(std::string(name));

@@ -1,0 +1,40 @@
+// Where C compilers put the fields of records. Generated code does not rely on it: its own compiler lays
+// records out, and assertions compare. It serves what exists without a compiler: the interface baseline.
+#pragma once
+
+#include "model.h"
+
+#include <map>
+
+namespace tlvc {
+
+// What differs between the platforms that records live on. Numbers are aligned to their size everywhere.
+struct DataModel {
+    const char *name;
+    uint64_t pointer;
+};
+inline constexpr DataModel lp64{"LP64", 8};
+inline constexpr DataModel ilp32{"ILP32", 4};
+
+struct RecordLayout {
+    uint64_t size = 0;
+    uint64_t alignment = 1;
+    std::vector<uint64_t> offsets; // of the type's fields
+};
+
+class Layouts {
+public:
+    explicit Layouts(const DataModel &model) : model_(model) {}
+
+    // Of a scalar or an enumeration: as a number.
+    const RecordLayout &of(const Type &type);
+
+private:
+    RecordLayout lay_out(const Type &type);
+    RecordLayout of_field(const Type &owner, const Field &field);
+
+    DataModel model_;
+    std::map<const Type *, RecordLayout> known_;
+};
+
+} // namespace tlvc
