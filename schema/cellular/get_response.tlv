@@ -67,7 +67,7 @@ struct zel_cwan_gsm_api_msisdn_get_resp = 1528 {
 
 /// PLMN mode.
 struct zel_cwan_gsm_api_plmn_mode_get_resp = 1529 {
-    uint8  value
+    uint8  mode
 }
 
 bytes zel_cwan_gsm_api_plmn_list_get_resp_sp_name_array[18]
@@ -151,7 +151,7 @@ struct zel_cwan_api_session_info_get_resp = 1536 {
 
 /// Band capability of the modem.
 struct zel_cwan_gsm_api_band_capability_msg = 1537 {
-    uint64  value
+    uint64  capability
 }
 
 /// System selection preference.

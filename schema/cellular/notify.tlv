@@ -114,12 +114,12 @@ struct zel_cwan_gsm_api_rscpecio_notify = 1496 {
 
 /// Network list readiness.
 struct zel_cwan_gsm_api_plmn_readiness_notify = 1497 {
-    uint8  value
+    uint8  readiness
 }
 
 /// Network selection.
 struct zel_cwan_gsm_api_plmn_select_notify = 1498 {
-    uint8  value
+    uint8  selection
 }
 
 bytes zel_cwan_api_network_msg_country_code_array[4]

@@ -21,7 +21,7 @@ struct zel_cwan_gsm_api_plmn_select_set = 1545 {
 
 /// PRL region to use.
 struct zel_cwan_gsm_api_prl_region_set = 1546 {
-    uint8  value
+    uint8  region
 }
 
 bytes zel_cwan_gsm_api_mep_unlock_set_pin_array[12]
@@ -74,7 +74,7 @@ struct zel_cwan_gsm_api_activate_profile_set = 1551 {
 
 /// State of the host's software.
 struct zel_cwan_gsm_api_host_sw_state_set = 1552 {
-    uint16  value
+    uint16  state
 }
 
 /// LTE technology to use.

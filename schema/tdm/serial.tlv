@@ -40,7 +40,7 @@ struct zel_t_serial_cstate = 1341 {
 
 /// Transmit delay. It is signed.
 struct zel_t_serial_tx_delay = 1342 {
-    int32  value
+    int32  delay
 }
 
 /// Bulk configuration of a serial interface.

@@ -49,12 +49,12 @@ struct zel_xdsl_sysen_cfg = 1426 {
 
 /// Whether the 30a profile is supported.
 struct zel_xdsl_support_30a = 1482 {
-    zel_boolean  flag
+    zel_boolean  supported
 }
 
 /// Whether forwarding is enabled.
 struct zel_xdsl_enable_fwd = 1446 {
-    zel_boolean  flag
+    zel_boolean  enabled
 }
 
 /// Configures the system enable string.

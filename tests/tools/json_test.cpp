@@ -74,7 +74,7 @@ TEST(Json, has_one_form_for_each_kind) {
               R"({"slot":2,"port":0,"color":4294967295})");
     EXPECT_EQ(through("stat_counters", R"({"counter_1": 18446744073709551615})"),
               R"({"counter_1":18446744073709551615,"counter_2":0})");
-    EXPECT_EQ(through("zel_t_serial_tx_delay", R"({"value": -2147483648})"), R"({"value":-2147483648})");
+    EXPECT_EQ(through("zel_t_serial_tx_delay", R"({"delay": -2147483648})"), R"({"delay":-2147483648})");
     EXPECT_EQ(through("zel_mac_addr", R"({"mac": {"hex": "00fF7e"}})"), R"({"mac":{"hex":"00ff7e"}})");
     EXPECT_EQ(through("zel_mac_addr", R"({"mac": {"hex": "616263"}})"), R"({"mac":"abc"})");
     EXPECT_EQ(through("zel_vstring", R"({"characters": "any length"})"), R"({"characters":"any length"})");
