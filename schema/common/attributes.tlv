@@ -1,5 +1,5 @@
-//! Small shared records, and the enumerations for handles, protocols, directions, actions and states. The
-//! library carries every value of these enumerations as a number and checks none.
+//! Routing instances, redundancy groups, counters and times, and enumerations that no type of any family
+//! holds.
 
 import "strings.tlv"
 
@@ -16,7 +16,7 @@ struct rg_info_new = 1022 {
     rg_name  name
 }
 
-/// A pair of 64-bit statistics counters.
+/// Pair of 64-bit statistics counters.
 struct stat_counters = 1023 {
     uint64  counter_1
     uint64  counter_2
@@ -29,25 +29,55 @@ struct zel_binidx = 1717 {
 
 bytes time_second_time_array[9]
 
-/// A time as up to nine bytes.
+/// Time, as up to nine bytes.
 struct time_second = 1724 {
     time_second_time_array  time
 }
 
+/// Handle of an interface.
 enum if_handle = 1005
+
+/// Index of an access list.
 enum acl_index = 1011
+
+/// Direction of packets.
 enum pak_direction = 1024
+
+/// Configuration action.
 enum cfg_action = 1027
+
+/// IP protocol.
 enum ip_proto = 1028
+
+/// Protocol.
 enum proto = 1029
+
+/// Protocol of layers 4 to 7.
 enum proto_l4_l7 = 1030
+
+/// Type of a link.
 enum link_type = 1031
+
+/// Type of an encapsulation.
 enum encap_type = 1032
+
+/// Direction of a statistic.
 enum stat_direction = 1033
+
 enum dov_position = 1034
 enum arch_type = 1035
+
+/// Action on an object.
 enum obm_obj_action = 1036
+
+/// Status of an object.
 enum object_status = 1037
+
+/// State of a channel.
 enum channel_state = 1038
+
+/// Update action.
 enum upd_action = 1718
+
+/// State of a batch.
 enum batch_state = 1728

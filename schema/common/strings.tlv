@@ -1,9 +1,10 @@
-//! Strings and names of any length: text, passwords, user names, and the names of configured objects. The
-//! decoder allocates their characters; a zero byte always follows them, on the wire and in memory.
+//! Strings, passwords, user names, and the names of objects. The decoder allocates their characters and puts
+//! a zero byte behind them, as there is one on the wire. The length before the characters and the count in
+//! their array are one field: the array's is read last and stays.
 
 dynamic bytes zel_vstring_vstring_array counted by uint32
 
-/// Plain text.
+/// Plain string.
 struct zel_vstring = 1719 {
     uint32                     count
     zel_vstring_vstring_array  characters
@@ -11,7 +12,7 @@ struct zel_vstring = 1719 {
 
 dynamic bytes zel_password_vstring_password_array counted by uint32
 
-/// Password in the clear; the encrypted form is zel_aes_password_vstring.
+/// Password; zel_aes_password_vstring is the encrypted form.
 struct zel_password_vstring = 1721 {
     uint32                               count
     zel_password_vstring_password_array  password
@@ -27,7 +28,7 @@ struct zel_username_vstring = 1723 {
 
 dynamic bytes zel_aes_password_vstring_password_array counted by uint32
 
-/// Encrypted password. Its characters are opaque here and travel unchanged.
+/// Encrypted password, opaque here: its characters travel unchanged.
 struct zel_aes_password_vstring = 1720 {
     uint16                                   value
     uint32                                   count
@@ -36,7 +37,7 @@ struct zel_aes_password_vstring = 1720 {
 
 dynamic bytes zel_aes_vstring_aes_string_array counted by uint32
 
-/// Encrypted text. Its characters are opaque here and travel unchanged.
+/// Encrypted string, as opaque as an encrypted password.
 struct zel_aes_vstring = 1722 {
     uint16                            value
     uint32                            count
@@ -61,7 +62,7 @@ struct dov_handle_name = 1007 {
 
 dynamic bytes if_name_name_array counted by uint8
 
-/// Name of an interface, at most 255 characters because its count is one byte.
+/// Name of an interface of at most 255 characters, the most that its count can say.
 struct if_name = 1008 {
     uint8               count
     if_name_name_array  name

@@ -1,29 +1,28 @@
-//! Voice port modules, analog (FXS, FXO, E&M) and BRI, and the BRI controllers of voice and WAN modules.
-//! Requests (_req_) go from the control plane to the module; responses (_resp_) and reports come back.
-
-// This file covers what voice ports share, from LED and codec to TDM connections and reports.
+//! LEDs, codecs, idle modes, loopbacks, TDM connections, DS0 dumps and reports of voice ports.
 
 import "../common/session.tlv"
 
+/// Colour of a front-panel LED.
 enum zel_led_color = 1362
-enum zel_codec_op = 1363
-enum zel_em_idle_mode = 1365
 
-/// Colour that a front-panel LED is to show.
+/// Front-panel LED, and the colour that it is to show.
 struct zel_led_control = 1357 {
     uint16         slot
     uint16         port
     zel_led_color  color
 }
 
-/// Request to set a front-panel LED, for analog and BRI ports alike.
+/// Request to set a front-panel LED of an analog or BRI module.
 message analogbri_led_control_req_message {
     app_sess_hdr     session
     ifid             interface
     zel_led_control  led_control
 }
 
-/// Codec selection, as an operation.
+/// Operation of a codec selection.
+enum zel_codec_op = 1363
+
+/// Codec selection.
 struct zel_set_codec = 1358 {
     uint16        value
     zel_codec_op  codec_op
@@ -31,6 +30,9 @@ struct zel_set_codec = 1358 {
 
 /// Request to select the codec of an analog port.
 message analog_set_codec_req_message { app_sess_hdr session  ifid interface  zel_set_codec set_codec }
+
+/// Idle mode of an E&M port.
+enum zel_em_idle_mode = 1365
 
 /// Default idle mode of an E&M port.
 struct zel_em_default_idle_mode = 1359 {
@@ -45,13 +47,13 @@ message analog_default_idle_mode_req_message {
     zel_em_default_idle_mode  default_idle_mode
 }
 
-/// E-lead option of an E&M port.
+/// E-lead option of an analog port, in two numbers.
 struct zel_enable_e_lead_option = 1360 {
     uint16  value_1
     uint16  value_2
 }
 
-/// Request to set the E-lead option of an E&M port.
+/// Request to enable the E-lead option of an analog port.
 message analog_enable_e_lead_option_req_message {
     app_sess_hdr              session
     ifid                      interface
@@ -71,7 +73,7 @@ message analog_bri_loopback_req_message {
     zel_bri_loopback  bri_loopback
 }
 
-/// One pair of a TDM connection, which joins a voice port to a backplane time slot.
+/// Pair of a TDM connection between a voice port and a backplane time slot.
 struct zel_analogbri_conn_pair = 1350 {
     uint16  value_1
     uint16  value_2
@@ -82,7 +84,7 @@ struct zel_analogbri_conn_pair = 1350 {
 /// Room for one pair, on purpose, although its count could say more.
 array zel_analogbri_tdm_conn_req_conn_pair_array of zel_analogbri_conn_pair[1]
 
-/// TDM connection to set up between a voice port and a backplane time slot.
+/// TDM connection to set up.
 struct zel_analogbri_tdm_conn_req = 1351 {
     uint16                                      value_1
     uint16                                      value_2
@@ -90,7 +92,7 @@ struct zel_analogbri_tdm_conn_req = 1351 {
     zel_analogbri_tdm_conn_req_conn_pair_array  conn_pair
 }
 
-/// Answer to a connection set-up. It holds its one pair directly, not in an array.
+/// Result of setting up a TDM connection. It holds its one pair directly, not in an array.
 struct zel_analogbri_tdm_conn_resp = 1352 {
     uint16                   value_1
     uint16                   value_2
@@ -107,17 +109,16 @@ message analogbri_tdm_conn_req_message {
     zel_analogbri_tdm_conn_req  tdm_conn_req
 }
 
-/// The module's answer to analogbri_tdm_conn_req_message.
+/// Answer to analogbri_tdm_conn_req_message.
 message analogbri_tdm_conn_resp_message {
     app_sess_hdr                 session
     ifid                         interface
     zel_analogbri_tdm_conn_resp  tdm_conn_resp
 }
 
-/// Where a DS0 dump goes, as text.
 bytes zel_analogbri_ds0_dump_req_destination_array[335]
 
-/// DS0 dump to take, and its destination.
+/// DS0 dump to take, and the destination of the dump as text.
 struct zel_analogbri_ds0_dump_req = 1353 {
     uint16                                        value_1
     uint16                                        value_2
@@ -128,7 +129,7 @@ struct zel_analogbri_ds0_dump_req = 1353 {
     zel_analogbri_ds0_dump_req_destination_array  destination
 }
 
-/// Answer to a DS0 dump request, in five numbers.
+/// Result of a DS0 dump, in five numbers.
 struct zel_analogbri_ds0_dump_resp = 1354 {
     uint16  value_1
     uint16  value_2
@@ -137,21 +138,20 @@ struct zel_analogbri_ds0_dump_resp = 1354 {
     uint16  value_5
 }
 
-/// Request to dump a DS0.
+/// Request for a DS0 dump.
 message analogbri_ds0_dump_req_message {
     app_sess_hdr                session
     ifid                        interface
     zel_analogbri_ds0_dump_req  ds0_dump_req
 }
 
-/// The module's answer to analogbri_ds0_dump_req_message.
+/// Answer to analogbri_ds0_dump_req_message.
 message analogbri_ds0_dump_resp_message {
     app_sess_hdr                 session
     ifid                         interface
     zel_analogbri_ds0_dump_resp  ds0_dump_resp
 }
 
-/// Text of a generic report.
 bytes kavu_analogbri_generic_report_buffer_array[1900]
 
 /// Free-form report: a number and up to 1,900 characters of text.
@@ -160,24 +160,24 @@ struct kavu_analogbri_generic_report = 1349 {
     kavu_analogbri_generic_report_buffer_array  buffer
 }
 
-/// Report that the module sends up. It has neither session header nor interface: on the wire the message
-/// and its body are the same bytes.
+/// Generic report of a voice port module. It has neither session header nor interface: on the wire the
+/// message and its body are the same bytes.
 message zel_kavu_analogbri_generic_report_message { kavu_analogbri_generic_report generic_report }
 
-/// Kind of show request.
+/// Kind of a show request to a voice port module.
 enum kavu_analogbri_show_if_req_type = 1347
 
-/// Request to show an interface.
+/// Request to show an interface of a voice port module.
 message zel_kavu_analogbriif_show_if_req_message {
     app_sess_hdr                     session
     ifid                             interface
     kavu_analogbri_show_if_req_type  req_type
 }
 
-/// Kind of clear request.
+/// Kind of a clear request to a voice port module.
 enum kavu_analogbri_clear_if_req_type = 1348
 
-/// Request to clear an interface.
+/// Request to clear an interface of a voice port module.
 message zel_kavu_analogbriif_clear_if_req_message {
     app_sess_hdr                      session
     ifid                              interface

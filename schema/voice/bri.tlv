@@ -1,22 +1,22 @@
-//! ISDN BRI controllers: time-outs, interface mode, registers, loopbacks, layer-1 functions and primitives,
-//! B channels, line power and state, and clock updates.
+//! ISDN BRI controllers: signal time-outs, interface mode, registers, loopbacks, layer-1 functions and
+//! primitives, B channels, line power and state, and clock updates.
 
 import "../common/session.tlv"
 
-/// Signal time-outs of a BRI controller.
+/// Signal time-outs of a BRI controller, in two numbers.
 struct zel_bri_timeout_signal_config = 1449 {
     uint16  value_1
     uint16  value_2
 }
 
-/// Configures the signal time-outs.
+/// Request to configure the signal time-outs of a BRI controller.
 message bri_timeout_signal_config_message {
     app_sess_hdr                   session
     ifid                           interface
     zel_bri_timeout_signal_config  timeout_signal_config
 }
 
-/// Interface mode of a BRI controller.
+/// Interface mode of a BRI controller, in four numbers.
 struct zel_bri_mode_config = 1450 {
     uint16  value_1
     uint16  value_2
@@ -24,7 +24,7 @@ struct zel_bri_mode_config = 1450 {
     uint16  value_4
 }
 
-/// Configures the interface mode.
+/// Request to configure the interface mode of a BRI controller.
 message bri_mode_config_message { app_sess_hdr session  ifid interface  zel_bri_mode_config mode_config }
 
 /// Body of a show-controller request, a single number.
@@ -32,14 +32,14 @@ struct zel_bri_show_controller = 1451 {
     uint16  value
 }
 
-/// Asks for a controller's registers; bri_show_contr_resp_message answers.
+/// Request for the registers of a BRI controller, which bri_show_contr_resp_message answers.
 message bri_show_controller_message {
     app_sess_hdr             session
     ifid                     interface
     zel_bri_show_controller  show_controller
 }
 
-/// Loopback kind. Clock updates carry one too.
+/// Kind of a BRI loopback; clock updates name one too.
 enum zel_bri_loop_back_enum = 1460
 
 /// Loopback of a BRI controller.
@@ -49,11 +49,8 @@ struct zel_bri_loop_back = 1452 {
     zel_bri_loop_back_enum  kind
 }
 
-/// Sets a loopback.
+/// Request for a loopback of a BRI controller.
 message bri_loop_back_message { app_sess_hdr session  ifid interface  zel_bri_loop_back loop_back }
-
-/// Layer-1 function that is requested.
-enum zel_bri_L1_function = 1461
 
 /// Controller configuration that goes with a layer-1 function.
 struct zel_bri_config = 1453 {
@@ -66,7 +63,10 @@ struct zel_bri_config = 1453 {
     uint16  value_7
 }
 
-/// Requests a layer-1 function. The function follows the configuration as an element of its own.
+/// Layer-1 function that a request asks for.
+enum zel_bri_L1_function = 1461
+
+/// Request for a layer-1 function, which follows the configuration as an element of its own.
 message bri_L1_function_message {
     app_sess_hdr         session
     ifid                 interface
@@ -74,7 +74,7 @@ message bri_L1_function_message {
     zel_bri_L1_function  function
 }
 
-/// How a B channel is enabled.
+/// Kind of enabling of a B channel.
 enum zel_bri_enable_b_channel_type = 1463
 
 /// B channel to enable.
@@ -84,33 +84,33 @@ struct zel_bri_enable_b_chan = 1454 {
     zel_bri_enable_b_channel_type  kind
 }
 
-/// Enables a B channel.
+/// Request to enable a B channel.
 message bri_enable_b_chan_message {
     app_sess_hdr           session
     ifid                   interface
     zel_bri_enable_b_chan  enable_b_chan
 }
 
-/// Line power of a BRI controller.
+/// Line power of a BRI controller, in two numbers.
 struct zel_bri_line_power_config = 1455 {
     uint16  value_1
     uint16  value_2
 }
 
-/// Configures the line power.
+/// Request to configure the line power of a BRI controller.
 message bri_line_power_config_message {
     app_sess_hdr               session
     ifid                       interface
     zel_bri_line_power_config  line_power_config
 }
 
-/// Line state of a BRI controller.
+/// Line state of a BRI controller, in two numbers.
 struct zel_bri_line_state = 1456 {
     uint16  value_1
     uint16  value_2
 }
 
-/// Carries the line state.
+/// Message with the line state of a BRI controller.
 message bri_line_state_message { app_sess_hdr session  ifid interface  zel_bri_line_state line_state }
 
 /// Layer-1 primitive, in three numbers.
@@ -120,35 +120,36 @@ struct zel_bri_primitive = 1457 {
     uint16  value_3
 }
 
-/// Carries a layer-1 primitive.
+/// Message with a layer-1 primitive.
 message bri_primitive_message { app_sess_hdr session  ifid interface  zel_bri_primitive primitive }
 
-/// The registers in a controller's answer.
+/// Registers, packed: two bytes each.
 array zel_bri_show_contr_resp_reg_array of uint16[20]
 
 /// Register dump of a BRI controller. Its last number follows the registers, however many there are.
 struct zel_bri_show_contr_resp = 1458 {
+    /// No codec counts the registers by it.
     uint16                             value_1
     zel_bri_show_contr_resp_reg_array  registers
     uint16                             value_2
 }
 
-/// The module's answer to bri_show_controller_message.
+/// Answer to bri_show_controller_message.
 message bri_show_contr_resp_message {
     app_sess_hdr             session
     ifid                     interface
     zel_bri_show_contr_resp  show_contr_resp
 }
 
-/// Clock update kind.
+/// Kind of a clock update.
 enum zel_bri_clock_update_enum = 1462
 
-/// Clock update, which also names a loopback kind.
+/// Clock update, with a kind of loopback beside its own.
 struct zel_bri_clock_update = 1459 {
     uint16                     value
     zel_bri_loop_back_enum     loop_back_kind
     zel_bri_clock_update_enum  kind
 }
 
-/// Carries a clock update.
+/// Message with a clock update.
 message bri_clock_update_message { app_sess_hdr session  ifid interface  zel_bri_clock_update clock_update }
