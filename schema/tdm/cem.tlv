@@ -1,28 +1,11 @@
-//! T1/E1, T3/E3 and serial interfaces, and circuit emulation: configuration, tests, clocks, statistics.
-//! Commands (_cmd_), requests (_req_) and configuration go from the control plane to the module; updates
-//! (_update_, _upd_), responses (_resp_) and reports come back.
-
-// This file covers circuit emulation, which carries T1/E1 time slots over a packet network.
+//! Circuit emulation, which carries T1/E1 time slots over a packet network.
 
 import "../common/session.tlv"
 import "../ethernet/interface.tlv"
 import "dsx1_line.tlv"
 
-enum cem_mode = 1196
-enum cem_clk_mode = 1197
-enum cem_rtp_hdr_mode = 1198
-enum cem_dummy_mode = 1199
-enum cem_udp_mode = 1200
-enum cem_sig_mode = 1201
-
-/// Defect of an emulated circuit.
-enum cem_defect = 1208
-
-/// Chooses what a circuit identity carries.
+/// Layer-1 mode; chooses whether the circuit identity carries a byte behind it.
 enum zel_cem_layer1_mode = 1205
-
-/// What a deletion removes.
-enum cem_delete_type = 1206
 
 /// One byte in the modes 0 to 2, nothing in any other. Mode 0 selects too, unlike in the batch settings.
 union zel_cem_id_mode_union by zel_cem_layer1_mode layer1_mode {
@@ -40,6 +23,12 @@ struct zel_cem_id = 1174 {
     uint32                 value_3
 }
 
+/// Mode of a circuit emulation interface.
+enum cem_mode = 1196
+
+/// Clock mode of a circuit emulation interface.
+enum cem_clk_mode = 1197
+
 /// Configuration of a circuit emulation interface.
 struct cem_interface_info = 1175 {
     zel_cem_id          cem_id
@@ -53,19 +42,32 @@ struct cem_interface_info = 1175 {
     zel_boolean         flag_2
 }
 
-/// Names the interface or circuit to delete.
+/// Type of a deletion.
+enum cem_delete_type = 1206
+
+/// Interface or circuit to delete.
 struct cem_delete = 1176 {
     zel_cem_id       cem_id
     cem_delete_type  type
 }
 
-/// Idle pattern of an emulated circuit.
 bytes cem_vc_info_idle_pat_array[32]
 
-/// Dummy pattern of an emulated circuit.
+/// Dummy mode of an emulated circuit.
+enum cem_dummy_mode = 1199
+
+/// RTP header mode of an emulated circuit.
+enum cem_rtp_hdr_mode = 1198
+
+/// UDP mode of an emulated circuit.
+enum cem_udp_mode = 1200
+
+/// Signalling mode of an emulated circuit.
+enum cem_sig_mode = 1201
+
 bytes cem_vc_info_dummy_pat_array[32]
 
-/// Configuration of an emulated circuit, which carries T1/E1 time slots over a packet network.
+/// Configuration of an emulated circuit.
 struct cem_vc_info = 1177 {
     zel_cem_id                   cem_id
     uint32                       value_1
@@ -112,82 +114,85 @@ struct cem_conn_stats = 1178 {
     uint16       counter_19
 }
 
+/// Defect of an emulated circuit.
+enum cem_defect = 1208
+
 /// Defects of one circuit.
 struct cem_conn_defects = 1179 {
     uint32      value
     cem_defect  defect
 }
 
-/// Circuit identifier.
+/// Circuit identifier, in two numbers.
 struct zel_cem_cid = 1184 {
     uint32  value_1
     uint16  value_2
 }
 
-/// Forwarding of a line alarm to a circuit.
+/// Line alarm to forward, with the identity of a circuit.
 struct zel_dsx1_alarm_fwd = 1185 {
     zel_cem_id      cem_id
     zel_dsx1_alarm  alarm
     zel_boolean     flag
 }
 
-/// Configures a circuit emulation interface.
+/// Request to configure a circuit emulation interface.
 message cem_interface_config_message { app_sess_hdr session  ifid interface  cem_interface_info config }
 
-/// Deletes an interface or a circuit.
+/// Request to delete an interface or a circuit.
 message cem_intf_conn_delete_message { app_sess_hdr session  ifid interface  cem_delete deletion }
 
-/// Configures an emulated circuit.
+/// Request to configure an emulated circuit.
 message cem_connection_config_message { app_sess_hdr session  ifid interface  cem_vc_info config }
 
-/// Statistics that the module reports of a circuit.
+/// Report of a circuit's statistics.
 message cem_connection_statistics_message { app_sess_hdr session  ifid interface  cem_conn_stats stats }
 
-/// Defects that the module reports of a circuit.
+/// Report of a circuit's defects.
 message cem_connection_defects_message { app_sess_hdr session  ifid interface  cem_conn_defects defects }
 
-/// Carries a circuit identifier.
+/// Message with a circuit identifier.
 message cem_connection_id_message { app_sess_hdr session  ifid interface  zel_cem_cid cid }
 
-/// Liveness check, without a body.
+/// Request for a liveness check, without a body.
 message cem_ping_req_message { app_sess_hdr session  ifid interface }
 
-/// What a checksum verification compares.
+/// Body of a checksum verification, two numbers.
 struct zel_verify_msg_blk = 1192 {
     uint32  value_1
     uint32  value_2
 }
 
-/// Consistency check by checksum.
+/// Request for a consistency check by checksum.
 message cem_chksum_verify_req_message {
     app_sess_hdr        session
     ifid                interface
     zel_verify_msg_blk  verify_msg_blk
 }
 
-/// Bitmap of circuits.
 bytes zel_bitmap_blk_vcd_blk_array[256]
 
-/// Block of the circuit bitmap.
+/// Block of a circuit bitmap, up to 256 bytes.
 struct zel_bitmap_blk = 1193 {
+    /// No codec counts the bytes by it.
     uint32                        value
     zel_bitmap_blk_vcd_blk_array  vcd_blk
 }
 
-/// Consistency check by bitmap.
+/// Request for a consistency check by bitmap.
 message cem_vc_bitmap_verify_req_message { app_sess_hdr session  ifid interface  zel_bitmap_blk bitmap_blk }
 
 /// Answer to cem_vc_bitmap_verify_req_message, with the same body.
 message cem_vc_bitmap_verify_resp_message { app_sess_hdr session  ifid interface  zel_bitmap_blk bitmap_blk }
 
-/// Group update.
+/// Body of a group update request.
 struct zel_req_info = 1194 {
     uint8        value
     zel_boolean  flag
 }
 
-/// Requests a group update.
+/// Request for a group update.
 message cem_grp_update_req_message { app_sess_hdr session  ifid interface  zel_req_info req_info }
 
-/// Configures the forwarding of a line alarm.
+/// Request to configure the forwarding of a line alarm.
 message dsx1_alarm_forward_cfg_message { app_sess_hdr session  ifid interface  zel_dsx1_alarm_fwd alarm_fwd }

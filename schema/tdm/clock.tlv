@@ -3,20 +3,18 @@
 import "../common/session.tlv"
 import "cem.tlv"
 
-enum zel_clock_type = 1202
-
-/// Source of a recovered clock. Not clock_src, which is a type and a tag of its own.
-enum zel_clock_src = 1067
-
-/// State of a recovered clock.
-enum zel_clk_status = 1204
-
 /// Clock sourcing of an emulated circuit.
 struct clk_source_cfg = 1180 {
     zel_cem_id   cem_id
     uint8        value
     zel_boolean  flag
 }
+
+/// Type of the clock in a clock recovery.
+enum zel_clock_type = 1202
+
+/// Clock source in a clock recovery. Not clock_src, which has a tag of its own.
+enum zel_clock_src = 1067
 
 /// Adaptive clock recovery of an emulated circuit.
 struct clk_recovery_cfg = 1181 {
@@ -27,7 +25,10 @@ struct clk_recovery_cfg = 1181 {
     zel_boolean     flag
 }
 
-/// State of one recovered clock.
+/// State of a clock.
+enum zel_clk_status = 1204
+
+/// State of one clock, with a number and a flag.
 struct clk_info = 1182 {
     uint32          value
     zel_clk_status  status
@@ -47,14 +48,14 @@ struct clk_recovery_status = 1183 {
     clk_info                                info
 }
 
-/// Tells the module how to recover a circuit's clock.
+/// Request to configure the recovery of a circuit's clock.
 message clock_recovery_config_message { app_sess_hdr session  ifid interface  clk_recovery_cfg config }
 
-/// The module's answer to clock_recovery_status_request_message.
+/// Report of the clock states, for which clock_recovery_status_request_message asks.
 message clock_recovery_status_message { app_sess_hdr session  ifid interface  clk_recovery_status status }
 
-/// Tells the module how to source a circuit's clock.
+/// Request to configure the sourcing of a circuit's clock.
 message clock_sourcing_config_message { app_sess_hdr session  ifid interface  clk_source_cfg config }
 
-/// Asks for the clock states. There is no body.
+/// Request for the clock states, without a body.
 message clock_recovery_status_request_message { app_sess_hdr session  ifid interface }

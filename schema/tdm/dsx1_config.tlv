@@ -1,11 +1,10 @@
-//! Settings of T1/E1 lines. Each is a structure with a tag of its own, even around a single number, so that
-//! its own message and a batch carry the same bytes.
+//! Settings of T1/E1 lines and channel groups. Each is a structure with a tag of its own, even around a
+//! single number, so that its own message and a batch carry the same bytes.
 
 import "../common/session.tlv"
 import "../ethernet/interface.tlv"
-import "dsx1_line.tlv"
 
-/// Enables a channel group.
+/// Channel group to enable.
 struct dsx1_vc_enable = 1152 {
     uint32       value_1
     uint32       value_2
@@ -13,7 +12,7 @@ struct dsx1_vc_enable = 1152 {
     zel_boolean  flag_2
 }
 
-/// Administrative state, of a line or of a channel group.
+/// Administrative state of a line or of a channel group.
 struct dsx1_admin = 1153 {
     zel_if_admin_state  admin_state
     zel_log_event_flag  log_event_flag
@@ -25,37 +24,49 @@ struct dsx1_idb = 1154 {
     if_command  command
 }
 
-/// Service type.
+/// Service type of a T1/E1 line.
+enum zel_dsx1_service_type = 1089
+
+/// Service setting.
 struct dsx1_service = 1155 {
     zel_dsx1_service_type  type
 }
 
-/// Data inversion.
+/// Data inversion of a channel group.
 struct dsx1_inv_data = 1156 {
     if_state  state
 }
 
-/// Serial CRC.
+/// Serial CRC setting.
 struct dsx1_crc = 1157 {
     if_state  state
 }
 
-/// Sub-rate speed.
+/// Speed of a sub-rate.
+enum zel_ds0_speed = 1095
+
+/// Sub-rate setting.
 struct dsx1_subrate = 1158 {
     zel_ds0_speed  speed
 }
 
-/// Alternative idle.
+/// Alternative idle setting.
 struct dsx1_alt_idle = 1159 {
     if_state  state
 }
 
-/// Encapsulation.
+/// Encapsulation of a channel group.
 struct dsx1_encap = 1160 {
     if_enctype  enctype
 }
 
-/// Loopback of a line or a channel group, local or remote.
+/// Loopback of a T1/E1 line or channel group.
+enum zel_t1e1_loopback = 1097
+
+/// Status of a remote loop.
+enum zel_t1e1_remote_loop_status = 1098
+
+/// Loopback settings of a line or of a channel group; a remote loopback has them too.
 struct dsx1_loopback = 1161 {
     zel_t1e1_loopback            loopback
     zel_boolean                  flag_1
@@ -64,25 +75,40 @@ struct dsx1_loopback = 1161 {
     zel_boolean                  flag_3
 }
 
-/// Framing.
+/// Framing of a T1/E1 line.
+enum zel_t1e1_framing = 1096
+
+/// Framing setting.
 struct dsx1_framing = 1162 {
     zel_t1e1_framing  framing
 }
 
-/// Clock source.
+/// Clock source setting.
 struct dsx1_clock = 1163 {
     clock_src  source
 }
 
-/// Line code.
+/// Line code of a T1/E1 line.
+enum zel_dsx1_linecode_type = 1088
+
+/// Line code setting.
 struct dsx1_linecode = 1164 {
     zel_dsx1_linecode_type  type
 }
 
-/// Facility data link.
+/// Type of a facility data link.
+enum zel_dsx1_fdl_type = 1087
+
+/// Facility data link setting.
 struct dsx1_fdl = 1165 {
     zel_dsx1_fdl_type  type
 }
+
+/// Length of a short cable.
+enum zel_dsx1_cable_length = 1083
+
+/// Gain of a cable, short or long.
+enum zel_dsx1_gain_type = 1086
 
 /// Length and gain of a short cable.
 struct dsx1_short_cable = 1166 {
@@ -90,11 +116,17 @@ struct dsx1_short_cable = 1166 {
     zel_dsx1_gain_type     gain
 }
 
+/// Pulse shape of a long cable.
+enum zel_dsx1_pulse_type = 1084
+
 /// Pulse shape and gain of a long cable.
 struct dsx1_long_cable = 1167 {
     zel_dsx1_pulse_type  pulse
     zel_dsx1_gain_type   gain
 }
+
+/// Type of the cable of a T1/E1 line.
+enum zel_dsx1_cable_type = 1082
 
 /// Cable of a line. Both kinds are always sent, whichever one the type names.
 struct dsx1_cable = 1168 {
@@ -103,27 +135,33 @@ struct dsx1_cable = 1168 {
     dsx1_long_cable      long_cable
 }
 
-/// Homologation.
+/// PMC cable length of a T1/E1 line. Stands alone: no other type holds it.
+enum zel_dsx1_pmc_cable_length = 1085
+
+/// Homologation variant of a T1/E1 line.
+enum zel_dsx1_homologation_type = 1081
+
+/// Homologation setting.
 struct dsx1_homol = 1169 {
     zel_dsx1_homologation_type  type
 }
 
-/// Yellow alarm.
+/// Yellow alarm setting, in two states.
 struct dsx1_yellow = 1170 {
     if_state  state_1
     if_state  state_2
 }
 
-/// National bits.
+/// National bits of a line.
 struct dsx1_nat_resrv = 1171 {
     uint8  bits
 }
 
-/// Chooses what an entry of a batch sets.
+/// Command of a batch entry; chooses the setting that follows it.
 enum dsx1_batch_cmd = 1195
 
-/// One setting, the same bytes as in the message that sets it alone. An unknown command, 0 included,
-/// carries none, and that is no fault.
+/// Setting of a batch entry, the same bytes as in the message that sets it alone. An unknown command, 0
+/// included, carries none, and that is no fault.
 union dsx1_batch_cfg_cmd_type_union by dsx1_batch_cmd command {
     1: dsx1_loopback   loopback
     2: dsx1_framing    framing
@@ -142,16 +180,16 @@ struct dsx1_batch_cfg = 1172 {
     dsx1_batch_cfg_cmd_type_union  setting
 }
 
-/// The entries of a batch.
 array dsx1_batch_cfg_bundle_cmd_array of dsx1_batch_cfg[10]
 
-/// Up to ten settings for one line.
+/// Up to ten settings.
 struct dsx1_batch_cfg_bundle = 1173 {
+    /// No codec counts the entries by it.
     uint8                            value
     dsx1_batch_cfg_bundle_cmd_array  commands
 }
 
-/// Body of dsx1_ts_mode_cmd_message.
+/// TS mode of a line, in four numbers.
 struct dsx1_ts_mode_cfg = 1242 {
     uint8   value_1
     uint8   value_2
@@ -159,7 +197,10 @@ struct dsx1_ts_mode_cfg = 1242 {
     uint32  value_4
 }
 
-/// Line termination.
+/// Termination of a T1/E1 line.
+enum zel_dsx1_line_termination = 1236
+
+/// Line termination setting.
 struct dsx1_line_termination = 1243 {
     zel_dsx1_line_termination  termination
 }

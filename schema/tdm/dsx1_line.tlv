@@ -1,21 +1,7 @@
-//! What describes a T1/E1 line: its enumerations, performance-monitoring tables and bit-error-rate test.
+//! Alarms, performance-monitoring tables and bit-error-rate tests of T1/E1 lines.
 
-enum zel_dsx1_port_type = 1079
+/// Alarm of a T1/E1 line.
 enum zel_dsx1_alarm = 1080
-enum zel_dsx1_homologation_type = 1081
-enum zel_dsx1_cable_type = 1082
-enum zel_dsx1_cable_length = 1083
-enum zel_dsx1_pulse_type = 1084
-enum zel_dsx1_pmc_cable_length = 1085
-enum zel_dsx1_gain_type = 1086
-enum zel_dsx1_fdl_type = 1087
-enum zel_dsx1_linecode_type = 1088
-enum zel_dsx1_service_type = 1089
-enum zel_ds0_speed = 1095
-enum zel_t1e1_framing = 1096
-enum zel_t1e1_loopback = 1097
-enum zel_t1e1_remote_loop_status = 1098
-enum zel_dsx_bert_state = 1099
 
 /// Performance-monitoring table of a line. Its seventh number is signed.
 struct zel_t1e1_TableType = 1075 {
@@ -33,7 +19,7 @@ struct zel_t1e1_TableType = 1075 {
     uint16  counter_12
 }
 
-/// Performance-monitoring table of a line, the ANSI part.
+/// Performance-monitoring table of a line in the ANSI form.
 struct zel_t1e1_TableTypeANSI = 1076 {
     uint16  counter_1
     uint16  counter_2
@@ -41,7 +27,7 @@ struct zel_t1e1_TableTypeANSI = 1076 {
     uint16  counter_4
 }
 
-/// Performance-monitoring table of a line's far end.
+/// Performance-monitoring table of a line in the FE form.
 struct zel_t1e1_FETableType = 1077 {
     uint32  counter_1
     uint32  counter_2
@@ -58,7 +44,10 @@ struct zel_t1e1_FETableType = 1077 {
     uint16  counter_13
 }
 
-/// State of a bit-error-rate test.
+/// State of a bit-error-rate test on a T1/E1 line.
+enum zel_dsx_bert_state = 1099
+
+/// State of a bit-error-rate test, and six numbers.
 struct dsx_bert_info = 1078 {
     uint32              value_1
     uint32              value_2
@@ -68,5 +57,3 @@ struct dsx_bert_info = 1078 {
     uint32              value_6
     zel_dsx_bert_state  state
 }
-
-enum zel_dsx1_line_termination = 1236

@@ -1,14 +1,9 @@
-//! Bit-error-rate tests, maintenance data link (MDL) and trail trace (TTB) strings, and the enumerations
-//! beside them, for serial, T3/E3 and T1/E1 interfaces.
+//! Bit-error-rate test configurations, and strings of maintenance data link (MDL) and trail trace (TTB).
 
+/// Pattern of a bit-error-rate test.
 enum zel_serial_bert_pattern = 1090
-enum zel_serial_bert_type = 1091
-enum zel_serial_t3e3_framing = 1092
-enum zel_serial_dsu_mode = 1093
-enum zel_serial_svc_bits = 1100
-enum zel_serial_remote_bw_flag = 1101
 
-/// Bit-error-rate test of a T3/E3 interface.
+/// Bit-error-rate test on a T3/E3 interface.
 struct zel_serial_bert_cfg = 1071 {
     zel_serial_bert_pattern  pattern
     uint16                   value_1
@@ -18,7 +13,10 @@ struct zel_serial_bert_cfg = 1071 {
     uint32                   value_5
 }
 
-/// Bit-error-rate test with a choice of kind, used on T1/E1 lines.
+/// Type of a bit-error-rate test.
+enum zel_serial_bert_type = 1091
+
+/// Bit-error-rate test of a chosen type, on a T1/E1 line.
 struct zel_serial_extended_bert_cfg = 1072 {
     zel_serial_bert_pattern  pattern
     zel_serial_bert_type     type
@@ -26,10 +24,7 @@ struct zel_serial_extended_bert_cfg = 1072 {
     uint32                   value_2
 }
 
-/// Maintenance data link message kind.
-enum zel_t3_mdl_tx_msg = 1102
-
-/// Maintenance data link identifier. Stands alone: no other type holds it.
+/// Identifier in the maintenance data link. Stands alone: no other type holds it.
 enum zel_t3_mdl_id = 1094
 
 bytes zel_serial_mdl_str_eic_array[11]
@@ -40,7 +35,7 @@ bytes zel_serial_mdl_str_fi_array[39]
 bytes zel_serial_mdl_str_port_no_array[39]
 bytes zel_serial_mdl_str_gen_no_array[39]
 
-/// Strings of the maintenance data link. One that fills its room travels without a final zero byte.
+/// Strings of the maintenance data link.
 struct zel_serial_mdl_str = 1073 {
     zel_serial_mdl_str_eic_array      eic
     zel_serial_mdl_str_lic_array      lic
@@ -58,7 +53,7 @@ bytes zel_serial_ttb_str_rnode_array[4]
 bytes zel_serial_ttb_str_x_array[2]
 bytes zel_serial_ttb_str_serial_array[4]
 
-/// Strings of the trail trace. One that fills its room travels without a final zero byte.
+/// Strings of the trail trace.
 struct zel_serial_ttb_str = 1074 {
     zel_serial_ttb_str_country_array    country
     zel_serial_ttb_str_soperator_array  soperator

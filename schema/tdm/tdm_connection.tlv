@@ -3,7 +3,7 @@
 
 import "../common/session.tlv"
 
-/// One pair of a connection between time slots.
+/// Pair of a cross-connection between time slots.
 struct zel_conn_pair = 1237 {
     uint16  value_1
     uint16  value_2
@@ -11,7 +11,7 @@ struct zel_conn_pair = 1237 {
     uint16  value_4
 }
 
-/// Room for one pair, on purpose, although its count could say more.
+/// A single pair, as in the request of the voice ports.
 array zel_tdm_conn_req_conn_pair_array of zel_conn_pair[1]
 
 /// Cross-connection of time slots to set up.
@@ -22,7 +22,7 @@ struct zel_tdm_conn_req = 1238 {
     zel_tdm_conn_req_conn_pair_array  conn_pair
 }
 
-/// Answer to a connection set-up. It holds its one pair directly, not in an array.
+/// Result of setting up a cross-connection, with its one pair outside any array.
 struct zel_tdm_conn_resp = 1239 {
     uint16         value_1
     uint16         value_2
@@ -32,16 +32,15 @@ struct zel_tdm_conn_resp = 1239 {
     uint16         value_5
 }
 
-/// Request to the module to set up a cross-connection of time slots.
+/// Request to set up a cross-connection of time slots.
 message tdm_conn_req_message { app_sess_hdr session  ifid interface  zel_tdm_conn_req tdm_conn_req }
 
-/// The module's answer to tdm_conn_req_message.
+/// Answer to tdm_conn_req_message.
 message tdm_conn_resp_message { app_sess_hdr session  ifid interface  zel_tdm_conn_resp tdm_conn_resp }
 
-/// Where a DS0 dump goes, as text.
 bytes zel_ds0_dump_req_destination_array[335]
 
-/// DS0 dump to take, and its destination.
+/// Dump of a time slot to take, and its destination as text.
 struct zel_ds0_dump_req = 1240 {
     uint16                              value_1
     uint16                              value_2
@@ -52,7 +51,7 @@ struct zel_ds0_dump_req = 1240 {
     zel_ds0_dump_req_destination_array  destination
 }
 
-/// Answer to a DS0 dump request, in five numbers.
+/// Result of the dump of a time slot, in five numbers.
 struct zel_ds0_dump_resp = 1244 {
     uint16  value_1
     uint16  value_2
@@ -61,8 +60,8 @@ struct zel_ds0_dump_resp = 1244 {
     uint16  value_5
 }
 
-/// Request to the module to capture the contents of a time slot.
+/// Request to capture a time slot's contents.
 message ds0_dump_req_message { app_sess_hdr session  ifid interface  zel_ds0_dump_req ds0_dump_req }
 
-/// The module's answer to ds0_dump_req_message.
+/// Answer to ds0_dump_req_message.
 message ds0_dump_resp_message { app_sess_hdr session  ifid interface  zel_ds0_dump_resp ds0_dump_resp }
