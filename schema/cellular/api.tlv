@@ -1,7 +1,4 @@
-//! Cellular WAN modem messages between a control-plane process and a cellular modem module: the modem API,
-//! firmware upgrade, AT and shell commands, GPS data and card management.
-
-// This file holds the envelope of the modem API.
+//! Envelope of the modem API.
 
 import "../common/session.tlv"
 import "get.tlv"
@@ -10,10 +7,10 @@ import "notify.tlv"
 import "set.tlv"
 import "set_response.tlv"
 
-/// Kind of exchange that an envelope carries.
+/// Kind of exchange in an envelope of the modem API.
 enum zel_cwan_api_type = 1572
 
-/// The exchange that the envelope's kind names; above 4 there is none.
+/// Exchange of the kind that stands before it; above 4 there is none.
 union cwan_api_type_union by zel_cwan_api_type type {
     0: zel_cwan_msg_notify_msg    notify
     1: zel_cwan_msg_get_msg       get
@@ -22,11 +19,11 @@ union cwan_api_type_union by zel_cwan_api_type type {
     4: zel_cwan_msg_set_resp_msg  set_resp
 }
 
-/// Envelope of the modem API: one notification, request or response.
+/// One notification, request or response of the modem API.
 struct cwan_api = 1573 {
     zel_cwan_api_type    type
     cwan_api_type_union  body
 }
 
-/// Modem API traffic of one cellular interface.
+/// Message of the modem API, notification, request or response.
 message api_message { app_sess_hdr session  ifid interface  cwan_api api }

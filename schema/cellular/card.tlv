@@ -1,11 +1,11 @@
-//! Management of a cellular card: modem information, LEDs, the card's IPC envelope and hardware counters.
+//! Management of a cellular card: modem information, LEDs, the IPC envelope and hardware counters.
 
 import "../common/session.tlv"
 import "commands.tlv"
 import "firmware.tlv"
 import "nmea_dm.tlv"
 
-/// Modem management information.
+/// Modem management information, in four numbers.
 struct mgmt_modem_info = 1591 {
     uint32  value_1
     uint32  value_2
@@ -13,12 +13,19 @@ struct mgmt_modem_info = 1591 {
     uint32  value_4
 }
 
+/// Power of a cellular LED.
 enum zel_cwan_led_power = 1592
+
+/// Colour of a cellular LED.
 enum zel_cwan_led_color = 1593
+
+/// State of a cellular LED.
 enum zel_cwan_led_state = 1594
+
+/// Name of a cellular LED.
 enum zel_cwan_led_name = 1595
 
-/// Status of the LED that is named last.
+/// Status of a cellular LED, which is named last.
 struct zel_cwan_led_status = 1596 {
     zel_cwan_led_power  power
     zel_cwan_led_color  color
@@ -43,13 +50,13 @@ union cwan_ipc_type_union by zel_cwan_ipc_type type {
         30: zel_cwan_dm_stop          dm_stop
 }
 
-/// Card management IPC envelope.
+/// One exchange of card management.
 struct cwan_ipc = 1585 {
     zel_cwan_ipc_type    type
     cwan_ipc_type_union  body
 }
 
-/// Seven hardware counters.
+/// Hardware counters of a cellular interface.
 struct cwan_hw_cnt = 1608 {
     uint32  counter_1
     uint32  counter_2
@@ -60,8 +67,8 @@ struct cwan_hw_cnt = 1608 {
     uint32  counter_7
 }
 
-/// Card management of one cellular interface.
+/// Message of card management.
 message card_mgmt_message { app_sess_hdr session  ifid interface  cwan_ipc ipc }
 
-/// Hardware counter update of one cellular interface.
+/// Update of a cellular interface's hardware counters.
 message cwanif_hw_cnt_upd_message { app_sess_hdr session  ifid interface  cwan_hw_cnt hw_cnt }

@@ -1,36 +1,36 @@
-//! Commands that are carried to a cellular card: AT commands, ping and remote shell commands.
+//! AT commands, ping and remote shell commands of a cellular card.
 
 import "../common/session.tlv"
 
-/// AT command block, up to 800 bytes.
 bytes cwan_atcmds_msg_array[800]
 
-/// Carries AT commands.
+/// Block of AT commands, up to 800 bytes.
 struct cwan_atcmds = 1579 {
+    /// No codec counts the bytes by it.
     uint32                 value
     cwan_atcmds_msg_array  msg
 }
 
-/// A ping is a single number.
+/// Ping, which is a single number.
 enum cwan_ping_msg = 1580
 
+/// Flag of a remote shell command.
 enum zel_cwan_exec_cmd_flag = 1581
 
-/// Stands before every remote shell command.
+/// Header of a remote shell command.
 struct cwan_exec_shell_cmd_header = 1582 {
     uint32                  value_1
     uint32                  value_2
     zel_cwan_exec_cmd_flag  flag
 }
 
-/// Shell command buffer, up to 800 bytes.
 bytes zel_cwan_exec_shell_cmd_buf_array[800]
 
-/// A remote shell command.
+/// Remote shell command of up to 800 bytes behind its header.
 struct zel_cwan_exec_shell_cmd = 1583 {
     cwan_exec_shell_cmd_header         header
     zel_cwan_exec_shell_cmd_buf_array  buf
 }
 
-/// AT command transport of one cellular interface.
+/// Message with AT commands.
 message atcmds_message { app_sess_hdr session  ifid interface  cwan_atcmds atcmds }

@@ -1,14 +1,11 @@
 //! Firmware upgrade of a cellular card: what the host sends to the card and what the card sends back.
 
-/// Kind of a host to card exchange.
-enum zel_cwan_fw_upgrade_host_msg_type = 1574
-
+/// Type of a firmware.
 enum zel_cwan_mgmt_fw_type = 1575
 
-/// Firmware name, up to 80 bytes.
 bytes zel_cwan_mgmt_fw_info_fw_name_array[80]
 
-/// The firmware at hand; both directions carry it.
+/// Firmware information; both directions carry it.
 struct zel_cwan_mgmt_fw_info = 1576 {
     zel_cwan_mgmt_fw_type                type
     uint32                               value_1
@@ -16,33 +13,32 @@ struct zel_cwan_mgmt_fw_info = 1576 {
     zel_cwan_mgmt_fw_info_fw_name_array  fw_name
 }
 
-/// One block of a firmware image, up to 800 bytes.
 bytes zel_cwan_mgmt_fw_data_data_array[800]
 
-/// Carries one block of a firmware image to the card.
+/// Block of firmware data, up to 800 bytes.
 struct zel_cwan_mgmt_fw_data = 1577 {
     uint32                            value_1
     uint32                            value_2
     zel_cwan_mgmt_fw_data_data_array  data
 }
 
-/// Body of a host to card exchange: firmware information, a data block, or one byte where kind 0 has neither.
+/// Kind of a host to card exchange.
+enum zel_cwan_fw_upgrade_host_msg_type = 1574
+
+/// Body of a host to card exchange: firmware information, a data block, or one byte where kind 0 has neither;
+/// above 3 there is none.
 union cwan_fw_upgrade_host_msg_type_union by zel_cwan_fw_upgrade_host_msg_type type {
        0: uint8                  value
     1, 3: zel_cwan_mgmt_fw_info  fw_info
        2: zel_cwan_mgmt_fw_data  fw_data
 }
 
-/// Firmware upgrade, host to card.
+/// Exchange of a firmware upgrade, host to card.
 struct cwan_fw_upgrade_host_msg = 1578 {
     zel_cwan_fw_upgrade_host_msg_type    type
     cwan_fw_upgrade_host_msg_type_union  body
 }
 
-/// Kind of a card to host exchange.
-enum zel_cwan_fw_upgrade_card_msg_type = 1586
-
-/// Upgrade status text, up to 80 bytes.
 bytes zel_cwan_fw_upgrade_status_status_string_array[80]
 
 /// Status of an upgrade, as a number and as a text.
@@ -51,22 +47,24 @@ struct zel_cwan_fw_upgrade_status = 1587 {
     zel_cwan_fw_upgrade_status_status_string_array  status_string
 }
 
-/// Firmware package buffer, up to 800 bytes.
 bytes zel_cwan_fw_pkg_info_pkg_buf_array[800]
 
-/// Firmware package information.
+/// Firmware package information, up to 800 bytes.
 struct zel_cwan_fw_pkg_info = 1588 {
+    /// No codec counts the bytes by it.
     uint32                              value
     zel_cwan_fw_pkg_info_pkg_buf_array  pkg_buf
 }
 
-/// Firmware status text, up to 255 bytes.
 bytes zel_cwan_fw_status_msg_msg_array[255]
 
 /// Firmware status as a text alone.
 struct zel_cwan_fw_status_msg = 1589 {
     zel_cwan_fw_status_msg_msg_array  msg
 }
+
+/// Kind of a card to host exchange.
+enum zel_cwan_fw_upgrade_card_msg_type = 1586
 
 /// Body of a card to host exchange. One byte stands in for kinds without a record; above 5 there is none.
 union cwan_fw_upgrade_card_msg_type_union by zel_cwan_fw_upgrade_card_msg_type type {
@@ -77,7 +75,7 @@ union cwan_fw_upgrade_card_msg_type_union by zel_cwan_fw_upgrade_card_msg_type t
        5: zel_cwan_fw_status_msg      status_msg
 }
 
-/// Firmware upgrade, card to host.
+/// Exchange of a firmware upgrade, card to host.
 struct cwan_fw_upgrade_card_msg = 1590 {
     zel_cwan_fw_upgrade_card_msg_type    type
     cwan_fw_upgrade_card_msg_type_union  body

@@ -1,9 +1,6 @@
 //! Get requests to a cellular modem.
 
-/// Kind of a get request.
-enum zel_cwan_msg_get_type = 1509
-
-/// Parameters of a profile request.
+/// Parameters of a request for a profile.
 struct zel_cwan_gsm_api_profile_get = 1510 {
     uint16  value_1
     uint8   value_2
@@ -11,21 +8,24 @@ struct zel_cwan_gsm_api_profile_get = 1510 {
     uint16  value_4
 }
 
-/// Parameters of a request for the address of a profile.
+/// Parameters of a request for the IP address of a profile.
 struct zel_cwan_gsm_api_profile_ip_addr_get = 1511 {
     uint16  value_1
     uint16  value_2
     uint16  value_3
 }
 
-/// Parameters of a byte count request.
+/// Parameters of a request for the total byte counts.
 struct zel_cwan_gsm_api_total_byte_get = 1512 {
     uint32  value_1
     uint32  value_2
 }
 
-/// Parameter of a short message request.
+/// Parameter of a request for a short message.
 enum zel_cwan_gsm_api_sms_msg_get = 1513
+
+/// Kind of a get request.
+enum zel_cwan_msg_get_type = 1509
 
 /// Parameters of a get request. One byte stands in for the many kinds that have none; above 30 nothing is
 /// carried.
@@ -38,7 +38,7 @@ union zel_cwan_msg_get_msg_type_union by zel_cwan_msg_get_type type {
     25: zel_cwan_gsm_api_sms_msg_get          sms_msg_get
 }
 
-/// A get request: its kind and its parameters.
+/// Get request: its kind and its parameters.
 struct zel_cwan_msg_get_msg = 1514 {
     zel_cwan_msg_get_type            type
     zel_cwan_msg_get_msg_type_union  body

@@ -4,17 +4,14 @@ import "modem.tlv"
 import "profile.tlv"
 import "status.tlv"
 
-/// Radio frequency information. Responses carry it, notifications do not.
+/// RF information. Responses carry it, notifications do not.
 struct zel_cwan_rf_info = 1499 {
     uint8   value_1
     uint32  value_2
     uint32  value_3
 }
 
-/// Kind of a get response.
-enum zel_cwan_msg_get_resp_type = 1515
-
-/// Summary of the profiles.
+/// Summary of the profiles, in nine numbers.
 struct zel_cwan_gsm_api_profile_sum_get_resp = 1525 {
     uint8  value_1
     uint8  value_2
@@ -59,7 +56,7 @@ struct zel_cwan_gsm_api_profile_ip_addr_get_resp = 1527 {
 
 bytes zel_cwan_gsm_api_msisdn_get_resp_msisdn_array[161]
 
-/// Subscriber number (MSISDN).
+/// MSISDN, and a number.
 struct zel_cwan_gsm_api_msisdn_get_resp = 1528 {
     zel_cwan_gsm_api_msisdn_get_resp_msisdn_array  msisdn
     uint16                                         value
@@ -74,7 +71,7 @@ bytes zel_cwan_gsm_api_plmn_list_get_resp_sp_name_array[18]
 bytes zel_cwan_gsm_api_plmn_list_get_resp_plmn_name_array[32]
 bytes zel_cwan_gsm_api_plmn_list_get_resp_plmn_name_abbr_array[14]
 
-/// A network of the network list, with service provider and PLMN names.
+/// Network of the network list, with service provider and PLMN names.
 struct zel_cwan_gsm_api_plmn_list_get_resp = 1530 {
     uint8                                                     value_1
     uint8                                                     value_2
@@ -89,7 +86,7 @@ struct zel_cwan_gsm_api_plmn_list_get_resp = 1530 {
     uint8                                                     value_8
 }
 
-/// Connection rate.
+/// Connection rate, in four numbers.
 struct zel_cwan_gsm_api_conn_rate_get_resp = 1531 {
     uint32  value_1
     uint32  value_2
@@ -169,7 +166,7 @@ bytes zel_cwan_gsm_api_sms_msg_info_text_message_array[160]
 bytes zel_cwan_gsm_api_sms_msg_info_time_stamp_array[9]
 bytes zel_cwan_gsm_api_sms_msg_info_date_stamp_array[9]
 
-/// A short message; a response and a set request carry it.
+/// Short message, which a response and a set request carry.
 struct zel_cwan_gsm_api_sms_msg_info = 1539 {
     uint32                                                value_1
     uint32                                                value_2
@@ -184,8 +181,11 @@ struct zel_cwan_gsm_api_sms_msg_info = 1539 {
     zel_cwan_gsm_api_sms_msg_info_date_stamp_array        date_stamp
 }
 
-/// GPS port.
+/// GPS port of the modem.
 enum zel_cwan_api_gps_port_get_resp = 1540
+
+/// Kind of a get response.
+enum zel_cwan_msg_get_resp_type = 1515
 
 /// Body of a get response. One byte stands in for responses without a record; above 32 there is none.
 union zel_cwan_msg_get_resp_msg_type_union by zel_cwan_msg_get_resp_type type {
@@ -215,7 +215,7 @@ union zel_cwan_msg_get_resp_msg_type_union by zel_cwan_msg_get_resp_type type {
        32: zel_cwan_api_gps_port_get_resp             gps_port_get_resp
 }
 
-/// A get response: its kind and its body.
+/// Get response: its kind and its body.
 struct zel_cwan_msg_get_resp_msg = 1541 {
     zel_cwan_msg_get_resp_type            type
     zel_cwan_msg_get_resp_msg_type_union  body

@@ -5,19 +5,19 @@ import "status.tlv"
 
 bytes zel_cwan_api_imsi_imsi_array[21]
 
-/// Subscriber identity (IMSI).
+/// IMSI, and a number.
 struct zel_cwan_api_imsi = 1516 {
     zel_cwan_api_imsi_imsi_array  imsi
     uint16                        value
 }
 
 bytes zel_modem_sys_status_country_code_array[4]
-bytes zel_modem_sys_status_network_code_array[9]
 
-/// Up to 7 system modes.
 array zel_modem_sys_status_system_capabilities_array of zel_cw_system_mode[7]
 
-/// System status as part of the modem information; zel_cwan_gsm_api_sys_status_notify has the same members.
+bytes zel_modem_sys_status_network_code_array[9]
+
+/// System status within the modem information. zel_cwan_gsm_api_sys_status_notify has the same members.
 struct zel_modem_sys_status = 1517 {
     uint32                                          value_1
     uint32                                          value_2
@@ -56,16 +56,16 @@ bytes zel_cwan_gsm_api_modem_info_msg_firmware_version_array[25]
 bytes zel_cwan_gsm_api_modem_info_msg_firmware_date_array[21]
 bytes zel_cwan_gsm_api_modem_info_msg_hardware_version_array[21]
 bytes zel_cwan_gsm_api_modem_info_msg_fsn_array[21]
-bytes zel_cwan_gsm_api_modem_info_msg_imei_array[21]
 bytes zel_cwan_gsm_api_modem_info_msg_cw_gsm_bands_list_array[38]
-bytes zel_cwan_gsm_api_modem_info_msg_iccid_array[21]
+bytes zel_cwan_gsm_api_modem_info_msg_imei_array[21]
 bytes zel_cwan_gsm_api_modem_info_msg_cw_lte_tech_list_array[14]
+bytes zel_cwan_gsm_api_modem_info_msg_iccid_array[21]
 bytes zel_cwan_gsm_api_modem_info_msg_sdk_version_array[21]
+
+array zel_cwan_gsm_api_modem_info_msg_cell_info_array of zel_cw_nearby_cell_info[6]
+
 bytes zel_cwan_gsm_api_modem_info_msg_pri_id_array[21]
 bytes zel_cwan_gsm_api_modem_info_msg_pri_version_array[21]
-
-/// Up to 6 nearby cells.
-array zel_cwan_gsm_api_modem_info_msg_cell_info_array of zel_cw_nearby_cell_info[6]
 
 /// Versions, identities, capabilities and nearby cells of the modem.
 struct zel_cwan_gsm_api_modem_info_msg = 1518 {
@@ -95,7 +95,7 @@ struct zel_cwan_gsm_api_modem_info_msg = 1518 {
     zel_cwan_gsm_api_modem_info_msg_pri_version_array        pri_version
 }
 
-/// Callback counters, a part of the current status.
+/// Callback statistics, a part of the current status.
 struct zel_cwan_callback_stats = 1603 {
     uint32  counter_1
     uint32  counter_2
@@ -140,15 +140,14 @@ struct zel_cwan_callback_stats = 1603 {
 
 bytes zel_cwan_gsm_api_modem_current_status_msg_ATCmdPort_array[40]
 bytes zel_cwan_gsm_api_modem_current_status_msg_NmeaPort_array[40]
-bytes zel_cwan_gsm_api_modem_current_status_msg_DmPort_array[40]
 
-/// Up to 7 system modes.
 array zel_cwan_gsm_api_modem_current_status_msg_systemCapabilities_array of zel_cw_system_mode[7]
 
 bytes zel_cwan_gsm_api_modem_current_status_msg_usb_serial_version_array[33]
 bytes zel_cwan_gsm_api_modem_current_status_msg_usb_net_version_array[33]
+bytes zel_cwan_gsm_api_modem_current_status_msg_DmPort_array[40]
 
-/// Current status of the modem: ports, capabilities, USB versions and callback counters.
+/// Current status of the modem: ports, capabilities, USB versions and callback statistics.
 struct zel_cwan_gsm_api_modem_current_status_msg = 1534 {
     uint8                                                               value_1
     uint8                                                               value_2

@@ -3,10 +3,7 @@
 
 import "status.tlv"
 
-/// Kind of a notification.
-enum zel_cwan_msg_notify_type = 1484
-
-/// Modem temperature.
+/// Modem temperature, in two numbers.
 struct zel_cwan_gsm_api_temperature_notify = 1486 {
     uint16  value_1
     uint16  value_2
@@ -63,10 +60,10 @@ struct zel_cwan_gsm_api_regplmn_notify = 1492 {
 }
 
 bytes zel_cwan_gsm_api_sys_status_notify_country_code_array[4]
-bytes zel_cwan_gsm_api_sys_status_notify_network_code_array[9]
 
-/// Up to 7 system modes.
 array zel_cwan_gsm_api_sys_status_notify_system_capabilities_array of zel_cw_system_mode[7]
+
+bytes zel_cwan_gsm_api_sys_status_notify_network_code_array[9]
 
 /// System status of the modem; zel_modem_sys_status has the same members.
 struct zel_cwan_gsm_api_sys_status_notify = 1494 {
@@ -103,21 +100,21 @@ struct zel_cwan_gsm_api_sys_status_notify = 1494 {
     zel_cwan_gsm_api_sys_status_notify_network_code_array         network_code
 }
 
-/// Up to 6 nearby cells.
 array zel_cwan_gsm_api_rscpecio_notify_cell_info_array of zel_cw_nearby_cell_info[6]
 
 /// Information on up to 6 nearby cells.
 struct zel_cwan_gsm_api_rscpecio_notify = 1496 {
+    /// No codec counts the cells by it.
     uint32                                            value
     zel_cwan_gsm_api_rscpecio_notify_cell_info_array  cell_info
 }
 
-/// Network list readiness.
+/// PLMN readiness.
 struct zel_cwan_gsm_api_plmn_readiness_notify = 1497 {
     uint8  readiness
 }
 
-/// Network selection.
+/// PLMN selection.
 struct zel_cwan_gsm_api_plmn_select_notify = 1498 {
     uint8  selection
 }
@@ -179,7 +176,7 @@ struct zel_cwan_gsm_api_sys_alert_notify = 1505 {
     uint8  value_2
 }
 
-/// Short message received.
+/// Notice of a received short message.
 struct zel_cwan_api_sms_rcvd_notify = 1506 {
     uint32  value_1
     uint32  value_2
@@ -212,6 +209,9 @@ struct zel_cwan_api_sdk_state = 1605 {
     uint32  value_8
 }
 
+/// Kind of a notification.
+enum zel_cwan_msg_notify_type = 1484
+
 /// Body of a notification. One byte stands in for notices without parameters; above 24 there is none.
 union zel_cwan_msg_notify_msg_type_union by zel_cwan_msg_notify_type type {
     0, 9, 22: uint8                                   value
@@ -238,7 +238,7 @@ union zel_cwan_msg_notify_msg_type_union by zel_cwan_msg_notify_type type {
           24: zel_cwan_api_wds_event_info             wds_event_info
 }
 
-/// A modem notification: its kind and its body.
+/// Modem notification: its kind and its body.
 struct zel_cwan_msg_notify_msg = 1508 {
     zel_cwan_msg_notify_type            type
     zel_cwan_msg_notify_msg_type_union  body

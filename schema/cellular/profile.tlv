@@ -1,5 +1,5 @@
-//! Profiles of a cellular modem: access point, credentials, quality of service, name servers and traffic
-//! filter. The same record answers a get request and is the body of a set request.
+//! Profiles of a cellular modem: addressing and credentials, quality of service, DNS and TFT. The same record
+//! answers a get request and is the body of a set request.
 
 /// GPRS quality of service.
 struct zel_api_gprs_qos = 1487 {
@@ -33,16 +33,11 @@ struct zel_api_umts_qos = 1488 {
 bytes zel_cwan_prof_info_basic_pdp_address_array[17]
 bytes zel_cwan_prof_info_basic_apn_array[101]
 bytes zel_cwan_prof_info_basic_username_array[33]
-
-/// Up to 33 bytes, carried in the clear.
 bytes zel_cwan_prof_info_basic_password_array[33]
-
-/// Up to 70 bytes, opaque here.
 bytes zel_cwan_prof_info_basic_encrypt_password_array[70]
-
 bytes zel_cwan_prof_info_basic_config_label_array[31]
 
-/// Addressing, access point and credentials of a profile.
+/// Addressing, APN and credentials of a profile. To the codecs the passwords are bytes like any others.
 struct zel_cwan_prof_info_basic = 1519 {
     uint8                                            value_1
     uint8                                            value_2
@@ -66,7 +61,7 @@ struct zel_cwan_prof_info_basic = 1519 {
     zel_cwan_prof_info_basic_config_label_array      config_label
 }
 
-/// Two UMTS and two GPRS quality-of-service records.
+/// Two UMTS and two GPRS quality-of-service records; only their order tells those of one kind apart.
 struct zel_cwan_prof_info_qos = 1520 {
     zel_api_umts_qos  umts_qos_1
     zel_api_umts_qos  umts_qos_2
@@ -77,7 +72,7 @@ struct zel_cwan_prof_info_qos = 1520 {
 bytes zel_cwan_prof_info_dns_primary_dns_array[513]
 bytes zel_cwan_prof_info_dns_secondary_dns_array[513]
 
-/// Name servers of a profile.
+/// Primary and secondary DNS of a profile.
 struct zel_cwan_prof_info_dns = 1521 {
     uint8                                       value_1
     zel_cwan_prof_info_dns_primary_dns_array    primary_dns
@@ -88,7 +83,7 @@ struct zel_cwan_prof_info_dns = 1521 {
 bytes zel_cwan_prof_info_tft_source_address_array[17]
 bytes zel_cwan_prof_info_tft_source_add_mask_array[17]
 
-/// Traffic flow template (TFT) of a profile, with source address and mask.
+/// TFT of a profile, with source address and mask.
 struct zel_cwan_prof_info_tft = 1522 {
     uint8                                         value_1
     uint8                                         value_2
@@ -115,7 +110,7 @@ struct zel_prof_info = 1523 {
     zel_cwan_prof_info_tft    tft
 }
 
-/// A profile; a response and a set request carry it.
+/// Profile, with five numbers.
 struct zel_cwan_gsm_api_profile_msg = 1524 {
     uint16         value_1
     uint8          value_2

@@ -1,10 +1,7 @@
-//! Set requests to a cellular modem. PIN, PUK and CHV codes travel in the clear, as plain bytes.
+//! Set requests to a cellular modem. PIN, PUK and CHV codes are bytes like any others to the codecs.
 
 import "get_response.tlv"
 import "profile.tlv"
-
-/// Kind of a set request.
-enum zel_cwan_msg_set_type = 1542
 
 /// Notifications to enable.
 enum zel_cwan_gsm_api_enable_notification_set = 1543
@@ -26,8 +23,9 @@ struct zel_cwan_gsm_api_prl_region_set = 1546 {
 
 bytes zel_cwan_gsm_api_mep_unlock_set_pin_array[12]
 
-/// Unlocks a modem with a PIN of up to 12 bytes.
+/// PIN of up to 12 bytes, to unlock a modem.
 struct zel_cwan_gsm_api_mep_unlock_set = 1547 {
+    /// No codec counts the PIN's bytes by it.
     uint8                                      value
     zel_cwan_gsm_api_mep_unlock_set_pin_array  pin
 }
@@ -35,7 +33,7 @@ struct zel_cwan_gsm_api_mep_unlock_set = 1547 {
 bytes zel_cwan_gsm_api_verify_chv1_set_chv1_array[9]
 bytes zel_cwan_gsm_api_verify_chv1_set_puk_array[9]
 
-/// Verifies CHV1. CHV1 and PUK hold up to 9 bytes each.
+/// CHV1 to verify, and PUK, up to 9 bytes each.
 struct zel_cwan_gsm_api_verify_chv1_set = 1548 {
     uint8                                        value_1
     uint8                                        value_2
@@ -46,7 +44,7 @@ struct zel_cwan_gsm_api_verify_chv1_set = 1548 {
 
 bytes zel_cwan_gsm_api_enable_chv1_set_chv1_array[9]
 
-/// Enables CHV1, which holds up to 9 bytes.
+/// CHV1 to enable, up to 9 bytes.
 struct zel_cwan_gsm_api_enable_chv1_set = 1549 {
     uint8                                        value_1
     uint8                                        value_2
@@ -56,7 +54,7 @@ struct zel_cwan_gsm_api_enable_chv1_set = 1549 {
 bytes zel_cwan_gsm_api_change_chv12_set_old_chv_array[9]
 bytes zel_cwan_gsm_api_change_chv12_set_new_chv_array[9]
 
-/// Replaces an old CHV by a new one, up to 9 bytes each.
+/// Old CHV and the new one to replace it, up to 9 bytes each.
 struct zel_cwan_gsm_api_change_chv12_set = 1550 {
     uint8                                            value_1
     uint8                                            value_2
@@ -80,7 +78,7 @@ struct zel_cwan_gsm_api_host_sw_state_set = 1552 {
 /// LTE technology to use.
 enum zel_cwan_gsm_api_lte_tech_set = 1553
 
-/// Starts device management.
+/// Start of device management.
 enum zel_cwan_gsm_api_omadm_start = 1554
 
 /// Activation mode of device management.
@@ -109,16 +107,28 @@ struct zel_cwan_gsm_api_set_active_profiles = 1558 {
     uint16  value_3
 }
 
-/// Received short message to delete.
+/// Parameter of deleting a received short message.
 struct zel_cwan_gsm_api_sms_delete_rcvd_msg_set = 1559 {
     uint8  value
 }
 
+/// Parameter of managing the status of short messages.
 enum zel_cwan_gsm_api_sms_manage_status_set = 1560
+
+/// GPS setting.
 enum zel_cwan_api_gps_set = 1561
+
+/// GPS port to select.
 enum zel_cwan_api_gps_port_select = 1562
+
+/// Configuration of the GPS feature.
 enum zel_cwan_api_gps_feature_config = 1563
+
+/// System time, as a set request carries it.
 enum zel_cwan_api_system_time = 1604
+
+/// Kind of a set request.
+enum zel_cwan_msg_set_type = 1542
 
 /// Parameters of a set request. One byte stands in for kinds that have none; above 29 nothing is carried.
 union zel_cwan_msg_set_msg_type_union by zel_cwan_msg_set_type type {
@@ -149,7 +159,7 @@ union zel_cwan_msg_set_msg_type_union by zel_cwan_msg_set_type type {
     28: zel_cwan_api_gps_feature_config           gps_feature_config
 }
 
-/// A set request: its kind and its parameters.
+/// Set request: its kind and its parameters.
 struct zel_cwan_msg_set_msg = 1564 {
     zel_cwan_msg_set_type            type
     zel_cwan_msg_set_msg_type_union  body

@@ -2,19 +2,16 @@
 
 import "status.tlv"
 
-/// Kind of a set response; there are fewer kinds than set requests have.
-enum zel_cwan_msg_set_resp_type = 1565
-
-/// Response to setting the bands.
+/// Response about the bands.
 enum zel_cwan_gsm_api_band_set_resp = 1566
 
-/// Response to setting the PRL region.
+/// Response about the PRL region.
 struct zel_cwan_gsm_api_prl_region_set_resp = 1567 {
     uint32  value_1
     uint8   value_2
 }
 
-/// Response to deleting a received short message.
+/// Response about the deletion of a received short message.
 struct zel_cwan_gsm_api_sms_delete_rcvd_msg_set_resp = 1568 {
     uint8  value_1
     uint8  value_2
@@ -22,6 +19,9 @@ struct zel_cwan_gsm_api_sms_delete_rcvd_msg_set_resp = 1568 {
 
 /// Errors of copying short messages to the SIM.
 enum zel_cwan_gsm_api_sms_copy_sim_errors = 1569
+
+/// Kind of a set response; there are fewer kinds than set requests have.
+enum zel_cwan_msg_set_resp_type = 1565
 
 /// Body of a set response. One byte stands in for responses without a record; above 9 there is none.
 union zel_cwan_msg_set_resp_msg_type_union by zel_cwan_msg_set_resp_type type {
@@ -33,7 +33,7 @@ union zel_cwan_msg_set_resp_msg_type_union by zel_cwan_msg_set_resp_type type {
                 7: zel_cwan_gsm_api_sms_copy_sim_errors           sms_copy_sim_errors
 }
 
-/// A set response: its kind and its body.
+/// Set response: its kind and its body.
 struct zel_cwan_msg_set_resp_msg = 1571 {
     zel_cwan_msg_set_resp_type            type
     zel_cwan_msg_set_resp_msg_type_union  body

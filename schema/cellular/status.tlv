@@ -29,13 +29,13 @@ struct zel_cwan_gsm_api_simstatus_msg = 1491 {
     uint8   value_8
 }
 
-/// Radio power state, as a notification and as the response to setting it.
+/// Radio power, as a notification and as a set response.
 struct zel_cwan_api_radio_power_msg = 1493 {
     uint16  value_1
     uint16  value_2
 }
 
-/// One system mode; lists of up to 7 say what a modem is capable of.
+/// System mode; lists of up to 7 are the system capabilities of a modem.
 enum zel_cw_system_mode = 1602
 
 /// Information on one nearby cell.
@@ -45,7 +45,7 @@ struct zel_cw_nearby_cell_info = 1495 {
     uint16  value_3
 }
 
-/// Dormancy, as a notification and as a response.
+/// Dormancy, as a notification and as a get response.
 struct zel_cwan_api_dormancy_status = 1504 {
     uint32  value_1
     uint32  value_2
