@@ -1,16 +1,15 @@
-//! xDSL line modules: commands from the control plane; notifications, statistics and answers from the
-//! module. First come ATM channels and permanent virtual circuits (PVC).
+//! ATM channels, permanent virtual circuits (PVC) and their counters.
 
 import "../common/session.tlv"
 import "../ethernet/interface.tlv"
 import "headers.tlv"
 
-enum zel_xdsl_atm_pvc_mgmt_op = 1383
-enum zel_xdsl_atm_traffic_shape = 1384
-
 bytes zel_xdsl_atm_channel_para_mac_array[6]
 
-/// An ATM channel: its MAC address, traffic shape and six numbers.
+/// Traffic shape of an ATM channel.
+enum zel_xdsl_atm_traffic_shape = 1384
+
+/// ATM channel: its MAC address, traffic shape and six numbers.
 struct zel_xdsl_atm_channel_para = 1399 {
     zel_xdsl_atm_channel_para_mac_array  mac
     uint16                               value_1
@@ -22,14 +21,17 @@ struct zel_xdsl_atm_channel_para = 1399 {
     uint32                               value_6
 }
 
-/// Identifies a PVC by three numbers.
+/// Identifier of a PVC, in three numbers.
 struct zel_xdsl_atm_pvc_identifier = 1447 {
     uint32  value_1
     uint32  value_2
     uint32  value_3
 }
 
-/// An operation on a PVC.
+/// Operation on a PVC.
+enum zel_xdsl_atm_pvc_mgmt_op = 1383
+
+/// PVC with its channel, and the operation on it.
 struct zel_xdsl_atm_pvc_mgmt = 1400 {
     zel_xdsl_atm_pvc_mgmt_op     op
     zel_xdsl_atm_pvc_identifier  pvc_identifier
@@ -58,7 +60,7 @@ struct zel_xdsl_atm_vc_ctrs = 1436 {
     if_count_long  counter_17
 }
 
-/// Counters of an ATM interface, in the shape of a circuit's.
+/// Counters of an ATM interface, in the shape of those of a circuit.
 struct zel_xdsl_atm_if_stats = 1465 {
     zel_xdsl_atm_vc_ctrs  vc_ctrs
 }
@@ -69,7 +71,7 @@ struct zel_xdsl_atm_mgmt_vc_stats = 1435 {
     zel_xdsl_atm_vc_ctrs         vc_ctrs
 }
 
-/// Commands an operation on a PVC.
+/// Command for an operation on a PVC.
 message zel_xdsl_cfg_atm_pvc_mgmt_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -78,7 +80,7 @@ message zel_xdsl_cfg_atm_pvc_mgmt_message {
     zel_xdsl_atm_pvc_mgmt        atm_pvc_mgmt
 }
 
-/// Notifies that the configuration of a PVC is complete.
+/// Notification that the configuration of a PVC is complete.
 message zel_xdsl_notif_atm_pvc_cfg_complete_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -87,7 +89,7 @@ message zel_xdsl_notif_atm_pvc_cfg_complete_message {
     zel_xdsl_atm_pvc_identifier  atm_pvc_identifier
 }
 
-/// Carries the counters of a PVC.
+/// Statistics of a PVC.
 message zel_xdsl_stats_atm_vc_counters_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -96,7 +98,7 @@ message zel_xdsl_stats_atm_vc_counters_message {
     zel_xdsl_atm_mgmt_vc_stats   atm_mgmt_vc_stats
 }
 
-/// Carries the counters of an ATM interface.
+/// Statistics of an ATM interface.
 message zel_xdsl_stats_atm_if_counters_message {
     app_sess_hdr                 session
     ifid                         interface

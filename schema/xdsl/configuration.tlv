@@ -4,19 +4,25 @@ import "../common/session.tlv"
 import "../ethernet/interface.tlv"
 import "headers.tlv"
 
-enum zel_xdsl_atu_profile_support = 1380
+/// LDSF setting of the activation of a line.
 enum zel_xdsl_g997_ldsf = 1385
-enum zel_xdsl_g997_pmsf = 1386
-enum zel_xdsl_ldsf_result = 1387
-enum zel_xdsl_g997_reset = 1388
-enum zel_xdsl_g997_acsf = 1389
-enum zel_xdsl_g997_startupmode = 1390
-enum zel_xdsl_option_dt_mode = 1392
-enum zel_xdsl_sra_bitswap_op = 1428
-enum zel_xdsl_delt_mode = 1438
-enum zel_xdsl_line_mode = 1445
 
-/// How a line is activated.
+/// PMSF setting of the activation of a line.
+enum zel_xdsl_g997_pmsf = 1386
+
+/// LDSF result in the activation of a line.
+enum zel_xdsl_ldsf_result = 1387
+
+/// Reset setting of the activation of a line.
+enum zel_xdsl_g997_reset = 1388
+
+/// ACSF setting of the activation of a line.
+enum zel_xdsl_g997_acsf = 1389
+
+/// Start-up mode of a line.
+enum zel_xdsl_g997_startupmode = 1390
+
+/// Activation configuration of a line.
 struct zel_xdsl_g997_lineactivate_config = 1405 {
     zel_xdsl_g997_ldsf         ldsf
     zel_xdsl_g997_pmsf         pmsf
@@ -28,13 +34,13 @@ struct zel_xdsl_g997_lineactivate_config = 1405 {
     zel_xdsl_g997_startupmode  startupmode
 }
 
-/// Interval of the sync mode, as two numbers.
+/// Interval of the sync mode, in two numbers.
 struct zel_xdsl_sync_mode_interval = 1418 {
     uint32  value_1
     uint32  value_2
 }
 
-/// Two trellis coding flags.
+/// Trellis configuration, in two flags.
 struct zel_xdsl_trellis_cfg = 1425 {
     zel_boolean  flag_1
     zel_boolean  flag_2
@@ -57,7 +63,7 @@ struct zel_xdsl_enable_fwd = 1446 {
     zel_boolean  enabled
 }
 
-/// Configures the system enable string.
+/// Command to configure the system enable string.
 message zel_xdsl_cfg_sysen_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -66,7 +72,10 @@ message zel_xdsl_cfg_sysen_message {
     zel_xdsl_sysen_cfg           sysen_cfg
 }
 
-/// Configures SRA and bit-swap; carries no line-operation header.
+/// Operation on SRA and bit-swap.
+enum zel_xdsl_sra_bitswap_op = 1428
+
+/// Command to configure SRA and bit-swap, without a line-operation header.
 message zel_xdsl_cfg_sra_bitswap_message {
     app_sess_hdr             session
     ifid                     interface
@@ -74,7 +83,10 @@ message zel_xdsl_cfg_sra_bitswap_message {
     zel_xdsl_sra_bitswap_op  sra_bitswap_op
 }
 
-/// Configures which ATU profiles are supported.
+/// Support of ATU profiles.
+enum zel_xdsl_atu_profile_support = 1380
+
+/// Command to configure the ATU profiles.
 message zel_xdsl_cfg_atu_profile_message {
     app_sess_hdr                  session
     ifid                          interface
@@ -82,7 +94,10 @@ message zel_xdsl_cfg_atu_profile_message {
     zel_xdsl_atu_profile_support  atu_profile_support
 }
 
-/// Configures the option and DT mode.
+/// Option DT mode.
+enum zel_xdsl_option_dt_mode = 1392
+
+/// Command to configure the option DT mode.
 message zel_xdsl_cfg_option_dt_mode_message {
     app_sess_hdr             session
     ifid                     interface
@@ -90,7 +105,7 @@ message zel_xdsl_cfg_option_dt_mode_message {
     zel_xdsl_option_dt_mode  option_dt_mode
 }
 
-/// Configures how a line is activated.
+/// Command to configure the activation of a line.
 message zel_xdsl_cfg_line_activate_cfg_message {
     app_sess_hdr                       session
     ifid                               interface
@@ -99,7 +114,7 @@ message zel_xdsl_cfg_line_activate_cfg_message {
     zel_xdsl_g997_lineactivate_config  g997_lineactivate_config
 }
 
-/// Activates a line; needs nothing behind its headers.
+/// Command to activate a line, without a body.
 message zel_xdsl_cfg_line_activation_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -107,7 +122,7 @@ message zel_xdsl_cfg_line_activation_message {
     zel_xdsl_line_operation_hdr  line_operation_hdr
 }
 
-/// Deactivates a line; needs nothing behind its headers.
+/// Command to deactivate a line, without a body.
 message zel_xdsl_cfg_line_deactivation_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -115,10 +130,10 @@ message zel_xdsl_cfg_line_deactivation_message {
     zel_xdsl_line_operation_hdr  line_operation_hdr
 }
 
-/// Clears the counters; needs nothing behind the command header.
+/// Command to clear the counters, without anything behind the command header.
 message zel_xdsl_cfg_clear_counters_message { app_sess_hdr session  ifid interface  zel_xdsl_cmd_hdr cmd_hdr }
 
-/// Configures the interval of the sync mode.
+/// Command to configure the interval of the sync mode.
 message zel_xdsl_cfg_sync_mode_interval_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -126,7 +141,10 @@ message zel_xdsl_cfg_sync_mode_interval_message {
     zel_xdsl_sync_mode_interval  sync_mode_interval
 }
 
-/// Configures the DELT mode of a line.
+/// DELT mode of a line.
+enum zel_xdsl_delt_mode = 1438
+
+/// Command to configure the DELT mode of a line.
 message zel_xdsl_cfg_delt_mode_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -135,13 +153,13 @@ message zel_xdsl_cfg_delt_mode_message {
     zel_xdsl_delt_mode           delt_mode
 }
 
-/// Starts diagnostics; needs nothing behind the command header.
+/// Command to start diagnostics, without anything behind the command header.
 message zel_xdsl_cfg_dsl_diag_start_message { app_sess_hdr session  ifid interface  zel_xdsl_cmd_hdr cmd_hdr }
 
-/// Stops diagnostics; needs nothing behind the command header.
+/// Command to stop diagnostics, without anything behind the command header.
 message zel_xdsl_cfg_dsl_diag_stop_message { app_sess_hdr session  ifid interface  zel_xdsl_cmd_hdr cmd_hdr }
 
-/// Configures trellis coding of a line.
+/// Command to configure the trellis of a line.
 message zel_xdsl_cfg_trellis_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -150,7 +168,7 @@ message zel_xdsl_cfg_trellis_message {
     zel_xdsl_trellis_cfg         trellis_cfg
 }
 
-/// Configures whether a line supports the 30a profile.
+/// Command to configure the 30a profile support of a line.
 message zel_xdsl_cfg_support_30a_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -159,7 +177,10 @@ message zel_xdsl_cfg_support_30a_message {
     zel_xdsl_support_30a         support_30a
 }
 
-/// Configures the mode of a line.
+/// Mode of a line.
+enum zel_xdsl_line_mode = 1445
+
+/// Command to configure the mode of a line.
 message zel_xdsl_cfg_line_mode_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -168,7 +189,7 @@ message zel_xdsl_cfg_line_mode_message {
     zel_xdsl_line_mode           line_mode
 }
 
-/// Configures whether a line forwards.
+/// Command to configure the forwarding of a line.
 message zel_xdsl_cfg_enable_fwd_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -177,7 +198,7 @@ message zel_xdsl_cfg_enable_fwd_message {
     zel_xdsl_enable_fwd          enable_fwd
 }
 
-/// Configures the MTU of an interface.
+/// Command to configure the MTU of an interface.
 message zel_xdsl_cfg_if_mtu_message {
     app_sess_hdr      session
     ifid              interface
@@ -185,7 +206,7 @@ message zel_xdsl_cfg_if_mtu_message {
     if_rxbytes        rxbytes
 }
 
-/// Configures SRA and bit-swap as told by a line-operation header.
+/// Command to configure SRA and bit-swap, with a line-operation header.
 message zel_xdsl_cfg_sra_bitswap_extn_message {
     app_sess_hdr                 session
     ifid                         interface

@@ -1,4 +1,4 @@
-//! Inventory of a line after ITU-T G.997.1; vendor identifiers have the form of G.994.1.
+//! Inventory of a line after ITU-T G.997.1. Vendor identifiers have the form of G.994.1.
 
 import "../common/session.tlv"
 import "headers.tlv"
@@ -8,7 +8,7 @@ bytes zel_xdsl_g997_inventory_ne_version_number_array[32]
 bytes zel_xdsl_g997_inventory_ne_serial_number_array[32]
 bytes zel_xdsl_g997_inventory_ne_aux_inventory_array[64]
 
-/// Inventory that the control plane configures.
+/// Inventory to configure: vendor, version, serial number and auxiliary inventory.
 struct zel_xdsl_g997_inventory_ne = 1402 {
     zel_xdsl_g997_inventory_ne_g994_sys_vendor_id_array  g994_sys_vendor_id
     zel_xdsl_g997_inventory_ne_version_number_array      version_number
@@ -21,8 +21,8 @@ bytes zel_xdsl_g997_inventory_g994_vendor_id_array[8]
 bytes zel_xdsl_g997_inventory_g994_sys_vendor_id_array[8]
 bytes zel_xdsl_g997_inventory_version_number_array[32]
 bytes zel_xdsl_g997_inventory_serial_number_array[32]
-bytes zel_xdsl_g997_inventory_phyVerStr_array[32]
 bytes zel_xdsl_g997_inventory_drvVerStr_array[64]
+bytes zel_xdsl_g997_inventory_phyVerStr_array[32]
 bytes zel_xdsl_g997_inventory_venVerStr_array[32]
 
 /// Inventory: vendor identifiers, serial number, and the versions of driver, PHY and vendor.
@@ -44,7 +44,7 @@ struct zel_xdsl_inventory_info = 1464 {
     zel_xdsl_g997_inventory  inventory_2
 }
 
-/// Configures the inventory.
+/// Command to configure the inventory.
 message zel_xdsl_cfg_inventory_message {
     app_sess_hdr                session
     ifid                        interface

@@ -6,21 +6,15 @@ import "headers.tlv"
 import "inventory.tlv"
 import "status.tlv"
 
-enum zel_xdsl_g997_linefailure = 1379
-
-/// Power management state.
-enum zel_xdsl_g997_pms = 1391
-
-enum zel_xdsl_line_status = 1394
-enum zel_xdsl_customer_profile_flag = 1641
+/// TC selection of a line.
 enum zel_xdsl_system_tc_selection = 1395
 
-/// System configuration of a line: the TC selection.
+/// System configuration of a line, which is its TC selection.
 struct zel_xdsl_sys_cfg = 1444 {
     zel_xdsl_system_tc_selection  tc_selection
 }
 
-/// Notifies that a line is up, with its channels, system settings and inventory.
+/// Notification that a connection is up, with its channels, system settings and inventory.
 message zel_xdsl_notif_conn_up_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -32,7 +26,7 @@ message zel_xdsl_notif_conn_up_message {
     zel_xdsl_inventory_info      inventory_info
 }
 
-/// Notifies that a line is down; needs nothing behind its headers.
+/// Notification that a connection is down, without a body.
 message zel_xdsl_notif_conn_down_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -40,7 +34,7 @@ message zel_xdsl_notif_conn_down_message {
     zel_xdsl_line_operation_hdr  line_operation_hdr
 }
 
-/// Notifies of a line's activation configuration.
+/// Notification of a line's activation configuration.
 message zel_xdsl_notif_activate_cfg_message {
     app_sess_hdr                       session
     ifid                               interface
@@ -49,7 +43,10 @@ message zel_xdsl_notif_activate_cfg_message {
     zel_xdsl_g997_lineactivate_config  g997_lineactivate_config
 }
 
-/// Notifies that a connection failed.
+/// Failure of a line.
+enum zel_xdsl_g997_linefailure = 1379
+
+/// Notification that a connection failed.
 message zel_xdsl_notif_conn_failure_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -58,7 +55,10 @@ message zel_xdsl_notif_conn_failure_message {
     zel_xdsl_g997_linefailure    failure
 }
 
-/// Notifies of a line's power management state.
+/// Power management state of a line.
+enum zel_xdsl_g997_pms = 1391
+
+/// Notification of a line's power management state.
 message zel_xdsl_notif_pwr_mgmt_status_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -67,7 +67,10 @@ message zel_xdsl_notif_pwr_mgmt_status_message {
     zel_xdsl_g997_pms            power_state
 }
 
-/// Notifies of a line's state.
+/// State of a line.
+enum zel_xdsl_line_status = 1394
+
+/// Notification of a line's state.
 message zel_xdsl_notif_line_state_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -76,7 +79,10 @@ message zel_xdsl_notif_line_state_message {
     zel_xdsl_line_status         line_status
 }
 
-/// Notifies of the customer profile flag.
+/// Customer profile flag of a line.
+enum zel_xdsl_customer_profile_flag = 1641
+
+/// Notification of a line's customer profile flag.
 message zel_xdsl_notif_customer_profile_flag_message {
     app_sess_hdr                    session
     ifid                            interface

@@ -3,11 +3,7 @@
 import "../common/session.tlv"
 import "headers.tlv"
 
-enum zel_xdsl_nsc_16bit_type = 1432
-enum zel_xdsl_nsc_8bit_type = 1433
-enum zel_xdsl_nsc_complex_type = 1434
-
-/// Goes with every segment: three numbers and a flag.
+/// Control block of a segment: three numbers and a flag.
 struct zel_xdsl_g997_nsc_control_block = 1406 {
     uint32       value_1
     uint32       value_2
@@ -36,7 +32,8 @@ struct zel_xdsl_g997_nsc_8bit_data_segment = 1408 {
 array zel_xdsl_g997_nsccomplex_data_segment_real_part_array of uint16[256]
 array zel_xdsl_g997_nsccomplex_data_segment_img_part_array of uint16[256]
 
-/// Up to 256 complex values, real and imaginary parts apart.
+/// Up to 256 complex values, real and imaginary parts apart. Each part has a count of its own, and no codec
+/// compares them.
 struct zel_xdsl_g997_nsccomplex_data_segment = 1409 {
     uint16                                                 value_1
     uint16                                                 value_2
@@ -44,25 +41,28 @@ struct zel_xdsl_g997_nsccomplex_data_segment = 1409 {
     zel_xdsl_g997_nsccomplex_data_segment_img_part_array   img_part
 }
 
-/// A segment of 16-bit values under its control block.
+/// Segment of 16-bit values under its control block.
 struct zel_xdsl_nsc_16bit_data = 1441 {
     zel_xdsl_g997_nsc_control_block       control_block
     zel_xdsl_g997_nsc_16bit_data_segment  segment
 }
 
-/// A segment of 8-bit values under its control block.
+/// Segment of 8-bit values under its control block.
 struct zel_xdsl_nsc_8bit_data = 1442 {
     zel_xdsl_g997_nsc_control_block      control_block
     zel_xdsl_g997_nsc_8bit_data_segment  segment
 }
 
-/// A segment of complex values under its control block.
+/// Segment of complex values under its control block.
 struct zel_xdsl_nsc_complex_data = 1443 {
     zel_xdsl_g997_nsc_control_block        control_block
     zel_xdsl_g997_nsccomplex_data_segment  segment
 }
 
-/// Carries one segment of 16-bit NSC data.
+/// Type of a segment of 16-bit NSC data.
+enum zel_xdsl_nsc_16bit_type = 1432
+
+/// Statistics as one segment of 16-bit NSC data.
 message zel_xdsl_stats_nsc_16bit_data_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -72,7 +72,10 @@ message zel_xdsl_stats_nsc_16bit_data_message {
     zel_xdsl_nsc_16bit_data      nsc_16bit_data
 }
 
-/// Carries one segment of 8-bit NSC data.
+/// Type of a segment of 8-bit NSC data.
+enum zel_xdsl_nsc_8bit_type = 1433
+
+/// Statistics as one segment of 8-bit NSC data.
 message zel_xdsl_stats_nsc_8bit_data_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -82,7 +85,10 @@ message zel_xdsl_stats_nsc_8bit_data_message {
     zel_xdsl_nsc_8bit_data       nsc_8bit_data
 }
 
-/// Carries one segment of complex NSC data.
+/// Type of a segment of complex NSC data.
+enum zel_xdsl_nsc_complex_type = 1434
+
+/// Statistics as one segment of complex NSC data.
 message zel_xdsl_stats_nsc_complex_data_message {
     app_sess_hdr                 session
     ifid                         interface

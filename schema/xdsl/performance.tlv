@@ -3,10 +3,7 @@
 import "../common/session.tlv"
 import "headers.tlv"
 
-enum zel_xdsl_pm_cntr_type = 1430
-enum zel_xdsl_pm_hist_stat_type = 1431
-
-/// Counters of a channel.
+/// Performance counters of a channel.
 struct zel_xdsl_pm_channel_counters = 1411 {
     uint32  counter_1
     uint32  counter_2
@@ -15,7 +12,7 @@ struct zel_xdsl_pm_channel_counters = 1411 {
     uint32  counter_5
 }
 
-/// Counters of the data path.
+/// Performance counters of the data path.
 struct zel_xdsl_pm_datapath_counters = 1412 {
     uint32  counter_1
     uint32  counter_2
@@ -30,13 +27,13 @@ struct zel_xdsl_pm_datapath_counters = 1412 {
     uint32  counter_11
 }
 
-/// History counters.
+/// History of performance counters.
 struct zel_xdsl_pm_history_stats = 1413 {
     uint32  counter_1
     uint32  counter_2
 }
 
-/// Counters of line initialisation.
+/// Performance counters of line initialisation.
 struct zel_xdsl_pm_lineinit_counters = 1414 {
     uint32  counter_1
     uint32  counter_2
@@ -49,7 +46,7 @@ struct zel_xdsl_pm_lineinit_counters = 1414 {
     uint32  counter_9
 }
 
-/// Counters of line seconds.
+/// Performance counters of line seconds.
 struct zel_xdsl_pm_linesec_counters = 1415 {
     uint32  counter_1
     uint32  counter_2
@@ -65,7 +62,10 @@ struct zel_xdsl_pm_linesec_counters = 1415 {
     uint32  counter_12
 }
 
-/// Updates the counters of line initialisation.
+/// Type of the performance counters in an update.
+enum zel_xdsl_pm_cntr_type = 1430
+
+/// Update of the counters of line initialisation.
 message zel_xdsl_stats_pm_lineinit_counters_update_message {
     app_sess_hdr                   session
     ifid                           interface
@@ -75,7 +75,7 @@ message zel_xdsl_stats_pm_lineinit_counters_update_message {
     zel_xdsl_pm_lineinit_counters  pm_lineinit_counters
 }
 
-/// Updates the counters of line seconds.
+/// Update of the counters of line seconds.
 message zel_xdsl_stats_pm_linesec_counters_update_message {
     app_sess_hdr                  session
     ifid                          interface
@@ -85,7 +85,7 @@ message zel_xdsl_stats_pm_linesec_counters_update_message {
     zel_xdsl_pm_linesec_counters  pm_linesec_counters
 }
 
-/// Updates the counters of a channel.
+/// Update of the counters of a channel.
 message zel_xdsl_stats_pm_channel_counters_update_message {
     app_sess_hdr                  session
     ifid                          interface
@@ -95,7 +95,7 @@ message zel_xdsl_stats_pm_channel_counters_update_message {
     zel_xdsl_pm_channel_counters  pm_channel_counters
 }
 
-/// Updates the counters of the data path.
+/// Update of the counters of the data path.
 message zel_xdsl_stats_pm_datapath_counters_update_message {
     app_sess_hdr                   session
     ifid                           interface
@@ -105,7 +105,10 @@ message zel_xdsl_stats_pm_datapath_counters_update_message {
     zel_xdsl_pm_datapath_counters  pm_datapath_counters
 }
 
-/// Updates the history counters.
+/// Type of the history in an update.
+enum zel_xdsl_pm_hist_stat_type = 1431
+
+/// Update of the history of performance counters.
 message zel_xdsl_stats_pm_history_stats_update_message {
     app_sess_hdr                 session
     ifid                         interface

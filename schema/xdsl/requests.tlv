@@ -1,11 +1,11 @@
-//! Requests to a module and what answers them: generic get, log, modem test, show and clear.
+//! Generic get and log, modem test, show and clear.
 
 import "../common/session.tlv"
 import "headers.tlv"
 
 bytes zel_xdsl_generic_log_block_cmd_resp_buf_array[1900]
 
-/// A log block; its response buffer holds up to 1,900 bytes.
+/// Log block; its response buffer holds up to 1,900 bytes.
 struct zel_xdsl_generic_log_block = 1419 {
     uint32                                         value_1
     uint32                                         value_2
@@ -14,17 +14,18 @@ struct zel_xdsl_generic_log_block = 1419 {
     zel_xdsl_generic_log_block_cmd_resp_buf_array  cmd_resp_buf
 }
 
-enum zel_xdsl_gen_request_type = 1437
-
 bytes zel_xdsl_test_modem_req_cmd_str_array[48]
 
-/// A modem test; its command string holds up to 48 bytes.
+/// Modem test; its command string holds up to 48 bytes.
 struct zel_xdsl_test_modem_req = 1427 {
     zel_boolean                            flag
     zel_xdsl_test_modem_req_cmd_str_array  cmd_str
 }
 
-/// Asks for what the request type names.
+/// What a generic get request asks for.
+enum zel_xdsl_gen_request_type = 1437
+
+/// Request for what its request type names.
 message zel_xdsl_generic_get_request_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -33,7 +34,7 @@ message zel_xdsl_generic_get_request_message {
     zel_xdsl_gen_request_type    gen_request_type
 }
 
-/// Answers with a log block.
+/// Response with a log block.
 message zel_xdsl_resp_generic_log_message {
     app_sess_hdr                session
     ifid                        interface
@@ -41,7 +42,7 @@ message zel_xdsl_resp_generic_log_message {
     zel_xdsl_generic_log_block  generic_log_block
 }
 
-/// Asks for a modem test.
+/// Request for a modem test.
 message zel_xdsl_req_test_modem_message {
     app_sess_hdr             session
     ifid                     interface
@@ -49,10 +50,13 @@ message zel_xdsl_req_test_modem_message {
     zel_xdsl_test_modem_req  test_modem_req
 }
 
+/// Type of the interface that a show or clear request is about.
 enum kavu_xdsl_if_req_iface_type = 1481
+
+/// Kind of a show request to an xDSL module.
 enum kavu_xdsl_show_if_req_type = 1475
 
-/// Requests a show of an interface.
+/// Request to show an interface of an xDSL module.
 message zel_kavu_xdsl_show_if_req_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -61,9 +65,10 @@ message zel_kavu_xdsl_show_if_req_message {
     kavu_xdsl_show_if_req_type   show_if_req_type
 }
 
+/// Kind of a clear request to an xDSL module.
 enum kavu_xdsl_clear_if_req_type = 1476
 
-/// Requests a clear on an interface.
+/// Request to clear an interface of an xDSL module.
 message zel_kavu_xdsl_clear_if_req_message {
     app_sess_hdr                 session
     ifid                         interface

@@ -1,10 +1,10 @@
-//! State of channels and lines, trellis coding, bands and DELT results.
+//! State of channels and lines, trellis, bands and DELT results.
 
 import "../common/session.tlv"
 import "configuration.tlv"
 import "headers.tlv"
 
-/// State of one channel: fourteen numbers.
+/// State of one channel, in fourteen numbers.
 struct zel_xdsl_channel_status = 1401 {
     uint32  value_1
     uint32  value_2
@@ -26,7 +26,8 @@ array zel_xdsl_g997_line_state_latn_array of uint32[6]
 array zel_xdsl_g997_line_state_satn_array of uint32[6]
 array zel_xdsl_g997_line_state_snr_array of uint32[6]
 
-/// State of a line after ITU-T G.997.1: LATN, SATN and SNR, one value a band, and eight numbers.
+/// State of a line after ITU-T G.997.1: LATN, SATN and SNR, one value a band, and eight numbers. Whether the
+/// values of the bands are signed, their 32 bits do not say.
 struct zel_xdsl_g997_line_state = 1404 {
     zel_xdsl_g997_line_state_latn_array  latn
     zel_xdsl_g997_line_state_satn_array  satn
@@ -41,14 +42,14 @@ struct zel_xdsl_g997_line_state = 1404 {
     int32                                value_8
 }
 
-/// Status of a band, as three numbers.
+/// Status of a band, in three numbers.
 struct zel_xdsl_sc_status_band = 1416 {
     uint32  value_1
     uint32  value_2
     uint32  value_3
 }
 
-/// DELT status of the sub-carriers, as seven numbers.
+/// DELT status of the sub-carriers, in seven numbers.
 struct zel_xdsl_scstatus_data = 1417 {
     uint16  value_1
     uint16  value_2
@@ -59,13 +60,13 @@ struct zel_xdsl_scstatus_data = 1417 {
     uint16  value_7
 }
 
-/// State of two channels; only their order tells them apart.
+/// States of two channels; only their order tells them apart.
 struct zel_xdsl_chan_status = 1439 {
     zel_xdsl_channel_status  channel_status_1
     zel_xdsl_channel_status  channel_status_2
 }
 
-/// HLIN scale that DELT found.
+/// HLIN scale of DELT.
 struct zel_xdsl_delt_hlin_scale = 1429 {
     uint16  scale
 }
@@ -76,7 +77,7 @@ struct zel_xdsl_line_state = 1440 {
     zel_xdsl_g997_line_state  line_state_2
 }
 
-/// Carries the state of two channels.
+/// Statistics message with the states of two channels.
 message zel_xdsl_stats_chan_st_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -85,7 +86,7 @@ message zel_xdsl_stats_chan_st_message {
     zel_xdsl_chan_status         chan_status
 }
 
-/// Carries two states of a line.
+/// Statistics message with two states of a line.
 message zel_xdsl_stats_line_st_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -94,7 +95,7 @@ message zel_xdsl_stats_line_st_message {
     zel_xdsl_line_state          line_state
 }
 
-/// Carries the trellis coding of a line.
+/// Statistics message with the trellis configuration of a line.
 message zel_xdsl_stats_trellis_cfg_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -103,7 +104,7 @@ message zel_xdsl_stats_trellis_cfg_message {
     zel_xdsl_trellis_cfg         trellis_cfg
 }
 
-/// Carries the status of a line's band.
+/// Statistics message with the status of a band.
 message zel_xdsl_stats_line_band_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -112,7 +113,7 @@ message zel_xdsl_stats_line_band_message {
     zel_xdsl_sc_status_band      sc_status_band
 }
 
-/// Carries the DELT sub-carrier status of a line.
+/// Statistics message with the DELT status of the sub-carriers.
 message zel_xdsl_stats_delt_scstatus_grp_size_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -121,7 +122,7 @@ message zel_xdsl_stats_delt_scstatus_grp_size_message {
     zel_xdsl_scstatus_data       scstatus_data
 }
 
-/// Carries the HLIN scale of a line.
+/// Statistics message with the HLIN scale.
 message zel_xdsl_stats_delt_hlin_scale_message {
     app_sess_hdr                 session
     ifid                         interface
