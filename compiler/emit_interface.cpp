@@ -57,8 +57,7 @@ private:
         case Kind::DynamicBytes:
             return fmt::format("dynamic bytes {} counted by {}", type.name, type.count->name);
         case Kind::Union:
-            return fmt::format("union {} by {} {}{}", type.name, type.selector->name, type.selector_name,
-                               type.enclosing == nullptr ? "" : " in " + type.enclosing->name);
+            return fmt::format("union {} by {} {}", type.name, type.selector->name, type.selector_name);
         case Kind::Scalar:
             break;
         }
@@ -71,7 +70,11 @@ private:
         }
     }
 
+    // A union that lives in another record shows where that has its selector and alternatives.
     void add_fields(const Type &type) {
+        if (type.enclosing != nullptr) {
+            add_shared_fields(type);
+        }
         for (size_t i = 0; i < type.fields.size(); ++i) {
             const Field &field = type.fields[i];
             const std::string offset = both(lp64_.of(type).offsets[i], ilp32_.of(type).offsets[i]);
@@ -79,6 +82,19 @@ private:
                 add_alternatives(*field.type, offset);
             } else {
                 text += fmt::format("  {:>7}  {} {}\n", offset, field.type->name, declarator(type, field));
+            }
+        }
+    }
+
+    void add_shared_fields(const Type &union_type) {
+        const Type &record = *union_type.enclosing;
+        for (size_t i = 0; i < record.fields.size(); ++i) {
+            const std::string offset = both(lp64_.of(record).offsets[i], ilp32_.of(record).offsets[i]);
+            if (record.fields[i].storage == Field::Storage::Alternatives) {
+                add_alternatives(union_type, offset);
+            } else if (record.fields[i].name == union_type.selector_name) {
+                text += fmt::format("  {:>7}  {} {}\n", offset, union_type.selector->name,
+                                    union_type.selector_name);
             }
         }
     }
@@ -106,9 +122,8 @@ private:
     // Fields and members are the same, but for counts and selectors that are elements of their own.
     void add_members(const Type &type) {
         for (const Member &member : type.members) {
-            if (member.role != Member::Role::Own || member.zero_count) {
-                text += fmt::format("           sent: {} {}{}\n", member.type->name,
-                                    member.path.empty() ? member.name : joined(member.path),
+            if (member.lives_in_next() || member.zero_count) {
+                text += fmt::format("           sent: {} {}{}\n", member.type->name, joined(member.path),
                                     member.zero_count ? " @zero_count" : "");
             }
         }

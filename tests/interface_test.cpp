@@ -1,0 +1,181 @@
+// schema/interface.txt says of every type what peers and programs rely on. The descriptors, and with them the
+// records as this compiler laid them out, must say the same.
+#include <tlvmsg/types.h>
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+
+namespace {
+
+std::string joined_values(const tlvmsg_alternative &alternative) {
+    std::string text;
+    for (uint32_t i = 0; i < alternative.value_count; ++i) {
+        text += (i == 0 ? "" : ", ") + std::to_string(alternative.values[i]);
+    }
+    return text;
+}
+
+// A type as the baseline has it, but for the widths of columns, and offsets of this platform only.
+class Description {
+public:
+    explicit Description(const tlvmsg_type &type) : type_(type) {
+        out_ << heading() << ", ";
+        if (type.min_encoded != type.max_encoded) {
+            out_ << type.min_encoded << " to ";
+        }
+        out_ << type.max_encoded << " bytes, record " << type.size << " aligned " << type.alignment << "\n";
+        for (uint32_t i = 0; i < type.enumerator_count; ++i) {
+            out_ << type.enumerators[i].name << " = " << type.enumerators[i].value << "\n";
+        }
+        fields();
+        for (uint32_t i = 0; i < type.member_count; ++i) {
+            sent(type.members[i]);
+        }
+    }
+
+    std::string text() const { return out_.str(); }
+
+private:
+    std::string heading() const {
+        const std::string name = type_.name;
+        const std::string tagged = name + " = " + std::to_string(type_.tag);
+        const std::string capacity = "[" + std::to_string(type_.capacity) + "]";
+        const std::string count = " counted by uint" + std::to_string(8 * type_.count_width);
+        switch (type_.kind) {
+        case TLVMSG_SCALAR:
+            return name;
+        case TLVMSG_ENUMERATION:
+            return "enum " + tagged;
+        case TLVMSG_STRUCTURE:
+            return "struct " + tagged;
+        case TLVMSG_MESSAGE:
+            return "message " + name;
+        case TLVMSG_ELEMENT_ARRAY:
+        case TLVMSG_PACKED_ARRAY:
+            return "array " + name + " of " + type_.element->name + capacity;
+        case TLVMSG_BYTE_ARRAY:
+            return "bytes " + name + capacity;
+        case TLVMSG_DYNAMIC_ELEMENTS:
+            return "dynamic array " + name + " of " + type_.element->name + count;
+        case TLVMSG_DYNAMIC_BYTES:
+            return "dynamic bytes " + name + count;
+        case TLVMSG_UNION:
+            return "union " + name + " by " + type_.selector->name + " " + type_.selector_name;
+        }
+        return {};
+    }
+
+    void field(size_t offset, const std::string &type, const std::string &name) {
+        out_ << offset << " " << type << " " << name << "\n";
+    }
+
+    void fields() {
+        if (type_.element != nullptr) {
+            const bool bytes = type_.kind == TLVMSG_BYTE_ARRAY || type_.kind == TLVMSG_DYNAMIC_BYTES;
+            const std::string storage = bytes ? "bytes" : "items";
+            field(0, "uint" + std::to_string(8 * type_.count_width), "count");
+            field(type_.items_offset, type_.element->name,
+                  type_.capacity == 0 ? "*" + storage : storage + "[" + std::to_string(type_.capacity) + "]");
+        }
+        if (type_.kind == TLVMSG_UNION) {
+            field(type_.selector_offset, type_.selector->name, type_.selector_name);
+            alternatives(type_);
+        }
+        for (uint32_t i = 0; i < type_.member_count; ++i) {
+            const tlvmsg_member &member = type_.members[i];
+            if (*member.path == '\0') {
+                alternatives(*member.type);
+            } else if ((member.flags & TLVMSG_SHARED_WITH_NEXT) == 0) {
+                field(member.offset, member.type->name, member.path);
+            }
+        }
+    }
+
+    void alternatives(const tlvmsg_type &type) {
+        for (uint32_t i = 0; i < type.alternative_count; ++i) {
+            const tlvmsg_alternative &each = type.alternatives[i];
+            const bool by_length = (each.flags & TLVMSG_END_BY_LENGTH) != 0;
+            field(each.offset, joined_values(each) + ": " + each.type->name,
+                  std::string(each.name) + (by_length ? " @end_by_length" : ""));
+        }
+    }
+
+    void sent(const tlvmsg_member &member) {
+        if ((member.flags & (TLVMSG_SHARED_WITH_NEXT | TLVMSG_ZERO_COUNT)) != 0) {
+            out_ << "sent: " << member.type->name << " " << member.path
+                 << ((member.flags & TLVMSG_ZERO_COUNT) != 0 ? " @zero_count" : "") << "\n";
+        }
+    }
+
+    const tlvmsg_type &type_;
+    std::ostringstream out_;
+};
+
+// Of "16/12", what holds for this platform's pointers.
+std::string for_this_platform(std::string word) {
+    const size_t slash = word.find('/');
+    if (slash != word.npos) {
+        const size_t comma = word.find_first_not_of("0123456789", slash + 1);
+        const std::string rest = comma == word.npos ? "" : word.substr(comma);
+        word = sizeof(void *) == 8 ? word.substr(0, slash) + rest : word.substr(slash + 1);
+    }
+    return word;
+}
+
+std::string normalized(const std::string &line) {
+    std::istringstream words(line);
+    std::string text;
+    for (std::string word; words >> word;) {
+        text += (text.empty() ? "" : " ") + for_this_platform(word);
+    }
+    return text;
+}
+
+// The blocks of the baseline by the name of the type, and how many there are.
+std::map<std::string, std::string> baseline(size_t &count) {
+    std::ifstream file(TLVMSG_INTERFACE);
+    std::map<std::string, std::string> blocks;
+    std::string *block = nullptr;
+    for (std::string line; std::getline(file, line);) {
+        if (line.empty()) {
+            block = nullptr;
+        } else if (line.starts_with("#") || line.starts_with("family ")) {
+            continue;
+        } else if (block == nullptr) {
+            std::istringstream words(line.starts_with("dynamic ") ? line.substr(8) : line);
+            std::string kind;
+            std::string name;
+            words >> kind >> name;
+            block = &blocks[name.substr(0, name.find_first_of("[,"))];
+            *block = normalized(line) + "\n";
+            ++count;
+        } else {
+            *block += normalized(line) + "\n";
+        }
+    }
+    return blocks;
+}
+
+TEST(Interface, is_what_the_descriptors_and_records_are) {
+    size_t count = 0;
+    const std::map<std::string, std::string> blocks = baseline(count);
+    EXPECT_EQ(count, blocks.size()) << "a type stands twice";
+    size_t declared = 0;
+    for (size_t i = 0; i < tlvmsg_type_count(); ++i) {
+        const tlvmsg_type &type = *tlvmsg_type_at(i);
+        if (type.kind == TLVMSG_SCALAR) {
+            continue;
+        }
+        ++declared;
+        const auto found = blocks.find(type.name);
+        ASSERT_NE(found, blocks.end()) << type.name << ": run ./dev interface";
+        EXPECT_EQ(found->second, Description(type).text()) << "if this is meant: ./dev interface";
+    }
+    EXPECT_EQ(declared, blocks.size()) << "types are gone: ./dev interface";
+}
+
+} // namespace
