@@ -209,7 +209,7 @@ TEST(Union, MayLiveInTheEnclosingRecord) {
     Image<svrm_ipaddr> record;
     record->addr_type = 5;
     record->ip_type = 1;
-    record->dhcp_info.flag = 1;
+    record->dhcp_info.dhcp = 1;
     const Bytes dhcp = hex("04 BA 00 0C  04 02 00 08 00 06 00 04 00 00 00 01");
     expect_exchange(
         OPERATIONS(svrm_ipaddr), record,
@@ -217,7 +217,7 @@ TEST(Union, MayLiveInTheEnclosingRecord) {
     const auto operations = OPERATIONS(svrm_ipaddr_type_union);
     EXPECT_EQ(encoding(operations, record), dhcp);
     auto before = record;
-    before->dhcp_info.flag = 0;
+    before->dhcp_info.dhcp = 0;
     const auto decoded = decode(operations, dhcp, before);
     EXPECT_EQ(decoded.end, 16U);
     EXPECT_EQ(decoded.record, record);

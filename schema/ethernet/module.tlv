@@ -12,7 +12,7 @@ message ether_im_ver_message { app_sess_hdr session  ifid interface  zel_im_vers
 
 /// Whether the crypto heartbeat is supported.
 struct hb_support_cfg = 1144 {
-    zel_boolean  flag
+    zel_boolean  hb_support
 }
 
 /// Configures the crypto heartbeat.

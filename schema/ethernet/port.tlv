@@ -54,12 +54,12 @@ struct ether_autoneg_state = 1118 {
 
 /// Whether the remote AC is notified.
 struct if_ac_remote_notify = 1122 {
-    zel_boolean  flag
+    zel_boolean  remote_notify
 }
 
 /// Whether a cross-connect is on the hardware interface descriptor.
 struct xconn_on_hwidb = 1123 {
-    zel_boolean  flag
+    zel_boolean  on_hwidb
 }
 
 /// Carries the cstate of a port as an interface state.

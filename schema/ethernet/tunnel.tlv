@@ -17,7 +17,7 @@ message ether_vlan_tunnel_cfg_message { app_sess_hdr session  ifid interface  ze
 
 /// EVC setting of a port.
 struct evc_conf = 1134 {
-    zel_boolean  flag
+    zel_boolean  evc
 }
 
 /// Configures EVC on a port.

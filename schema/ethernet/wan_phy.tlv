@@ -4,7 +4,7 @@ import "../common/session.tlv"
 
 /// Whether a port runs as WAN PHY.
 struct zel_ether_wanphy_mode = 1135 {
-    zel_boolean  flag
+    zel_boolean  mode
 }
 
 /// Sets the WAN PHY mode of a port.

@@ -52,7 +52,7 @@ message macsec_enable_macsec_msg_message {
 
 /// Whether protection is delayed.
 struct macsec_delay_enable_flag = 1749 {
-    zel_boolean  flag
+    zel_boolean  enable
 }
 
 /// Sets delayed protection on a virtual port.

@@ -17,7 +17,7 @@ message zel_test_network_clk_sync_msg_message { test_network_clk_sync network_cl
 
 /// Network clock mode: one flag.
 struct test_network_clk_mode = 1369 {
-    zel_boolean  flag
+    zel_boolean  mode
 }
 
 /// Network clock mode test. The body alone, without session header.

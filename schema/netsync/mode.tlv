@@ -18,7 +18,7 @@ message zel_netsync_sync_mode_message { netsync_sync_option sync_option  zelnets
 
 /// Feature selection: one flag.
 struct netsync_feature_mode = 1322 {
-    zel_boolean  flag
+    zel_boolean  feature_mode
 }
 
 /// The body alone: on the wire it cannot be told from netsync_feature_mode.

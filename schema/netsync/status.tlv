@@ -22,7 +22,7 @@ struct zel_oor_status = 1320 {
 
 /// GPS link status, as one flag.
 struct zel_gps_link_status = 1321 {
-    zel_boolean  flag
+    zel_boolean  status
 }
 
 /// BITS alarm, out-of-range and GPS link status in one report, one structure behind the other.

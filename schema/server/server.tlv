@@ -20,7 +20,7 @@ struct svrm_addr_info = 1209 {
 
 /// Addressing by DHCP.
 struct svrm_dhcp_info = 1210 {
-    zel_boolean  flag
+    zel_boolean  dhcp
 }
 
 /// Addressing by the kind before it; any kind but static and DHCP carries nothing. The operations take a
@@ -143,7 +143,7 @@ message svrm_stats_message { app_sess_hdr session  ifid interface  svrm_svr_stat
 
 /// Blocking configuration: one flag.
 struct svrm_blk_cfg = 1221 {
-    zel_boolean  flag
+    zel_boolean  blocking
 }
 
 /// Configures blocking.

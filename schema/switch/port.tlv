@@ -30,7 +30,7 @@ message switch_port_mode_message { app_sess_hdr session  ifid interface  port_mo
 
 /// Whether a port is protected.
 struct zel_port_protected = 1620 {
-    zel_boolean  flag
+    zel_boolean  is_protected
 }
 
 /// Sets whether a port is protected.

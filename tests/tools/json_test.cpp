@@ -81,8 +81,8 @@ TEST(Json, has_one_form_for_each_kind) {
     EXPECT_EQ(through("ip_address", R"({"address": {"type": 1, "ipv4": 167772161}, "length": 32})"),
               R"({"address":{"type":1,"ipv4":167772161},"length":32})");
     EXPECT_EQ(through("ip_address", R"({"address": {"type": 7}})"), R"({"address":{"type":7},"length":0})");
-    EXPECT_EQ(through("svrm_ipaddr", R"({"addr_type": 1, "ip_type": 1, "dhcp_info": {"flag": 1}})"),
-              R"({"addr_type":1,"ip_type":1,"dhcp_info":{"flag":1}})");
+    EXPECT_EQ(through("svrm_ipaddr", R"({"addr_type": 1, "ip_type": 1, "dhcp_info": {"dhcp": 1}})"),
+              R"({"addr_type":1,"ip_type":1,"dhcp_info":{"dhcp":1}})");
     EXPECT_EQ(through("zel_vlan_stat_bundle", R"({"vlan_counters": []})"), R"({"vlan_counters":[]})");
 }
 
