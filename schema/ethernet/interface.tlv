@@ -1,13 +1,12 @@
-//! Ethernet ports of an IO module: what the control plane and the port driver tell each other about one port.
-//! First come the small interface attribute types, which other families carry as well. Some of the
-//! enumerations are plain 32-bit quantities (counters, errors, defects, timers), of 12 bytes like the others.
+//! Interface attributes that the messages of several families carry. Some of the enumerations are plain
+//! 32-bit quantities (counters, errors, defects, timers), of 12 bytes like the others.
 
-/// Identifies a connection.
+/// Connection identifier.
 struct zel_connection_id = 1040 {
     uint16  id
 }
 
-/// Identifies a shim by four numbers.
+/// Shim identifiers, four numbers.
 struct tib_c_shim_ids = 1041 {
     uint16  id_1
     uint16  id_2
@@ -18,10 +17,7 @@ struct tib_c_shim_ids = 1041 {
 /// Interface type.
 enum ift = 1058
 
-/// Encapsulation of an interface.
-enum if_enctype = 1059
-
-/// Describes the hardware of an interface: eight numbers, the latter four signed, and the interface type.
+/// Hardware description of an interface: four unsigned numbers, four signed ones, and the interface type.
 struct hw_info = 1043 {
     uint32  value_1
     uint32  value_2
@@ -34,7 +30,10 @@ struct hw_info = 1043 {
     ift     interface_type
 }
 
-/// Interface type and encapsulation that an interface's hardware is configured for.
+/// Encapsulation of an interface.
+enum if_enctype = 1059
+
+/// Hardware configuration of an interface: its type, a number and its encapsulation.
 struct hw_config = 1044 {
     ift         interface_type
     uint16      value
@@ -47,9 +46,10 @@ enum sw_info = 1045
 /// Reason for an event on an interface, such as a link going down.
 enum if_reason = 1060
 
+/// Command for an interface.
 enum if_command = 1062
 
-/// How the creation of an interface went.
+/// Creation status of an interface.
 enum if_create_status = 1063
 
 /// Limit on the bytes that an interface receives.
@@ -65,7 +65,7 @@ enum loop_loc = 1065
 /// Direction that a loopback faces.
 enum loop_dir = 1066
 
-/// Where an interface takes its clock from.
+/// Clock source of an interface.
 enum clock_src = 1241
 
 /// 32-bit timer.
@@ -76,13 +76,13 @@ struct if_timer_long = 1048 {
     uint64  timer
 }
 
-/// A pair of accounting values.
+/// Pair of accounting values.
 struct if_acc = 1049 {
     uint32  value_1
     uint32  value_2
 }
 
-/// 32-bit error counter.
+/// Counter of errors, of 32 bits.
 enum if_error = 1050
 
 /// Defect value, a plain 32-bit number.
@@ -96,7 +96,7 @@ struct if_count_long = 1053 {
     uint64  counter
 }
 
-/// Response about an interface.
+/// Response about an interface, in two numbers.
 struct if_resp = 1054 {
     uint16  value_1
     uint16  value_2
@@ -114,7 +114,8 @@ enum if_clkrate = 1057
 /// Administrative state of an interface.
 enum zel_if_admin_state = 1068
 
-/// State of the control plane's descriptor of an interface.
+/// State of the control plane's interface descriptor.
 enum zel_rpx_idb_state = 1069
 
+/// Log-event flag of an interface.
 enum zel_log_event_flag = 1070

@@ -1,12 +1,12 @@
-//! State and counters of the internal link behind a port.
+//! Internal link of a port: state and statistics.
 
 import "../common/session.tlv"
 import "interface.tlv"
 
-/// Carries the internal link's cstate as an interface state.
+/// Cstate of the internal link, as an interface state.
 message ether_internal_cstate_msg_message { app_sess_hdr session  ifid interface  if_state state }
 
-/// Carries the link state of the internal link.
+/// Link state of the internal link.
 message ether_internal_link_state_message { app_sess_hdr session  ifid interface  if_state state }
 
 /// Five 64-bit counters of the internal link.
@@ -18,7 +18,7 @@ struct zel_ether_internal_stats = 1263 {
     if_count_long  counter_5
 }
 
-/// Carries the counters of the internal link.
+/// Statistics of the internal link.
 message ether_internal_stats_message {
     app_sess_hdr              session
     ifid                      interface

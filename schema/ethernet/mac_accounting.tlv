@@ -1,11 +1,12 @@
-//! Accounting by MAC address: switching it, choosing addresses and reading the counters.
+//! MAC accounting of a port: its state, and the counters of each MAC address.
 
 import "../common/session.tlv"
 import "interface.tlv"
 
+/// Type of MAC accounting.
 enum zel_mac_acct_type = 1150
 
-/// Carries the state of MAC accounting of one type.
+/// MAC accounting of a port: an interface state and the type of accounting.
 message ether_mac_acct_message {
     app_sess_hdr       session
     ifid               interface
@@ -13,7 +14,7 @@ message ether_mac_acct_message {
     zel_mac_acct_type  mac_acct_type
 }
 
-/// Carries the state of MAC accounting for one address.
+/// MAC accounting of one address: an interface state and the address.
 message ether_mac_acct_addr_message {
     app_sess_hdr  session
     ifid          interface
@@ -21,7 +22,7 @@ message ether_mac_acct_addr_message {
     zel_mac_addr  mac_addr
 }
 
-/// The two counters kept for one MAC address.
+/// MAC address and its two counters.
 struct mac_acct_stats = 1131 {
     zel_mac_addr   mac_addr
     if_count_long  counter_1
@@ -30,14 +31,14 @@ struct mac_acct_stats = 1131 {
 
 dynamic array mac_acct_stats_bundle_stats_array of mac_acct_stats counted by uint8
 
-/// Counters of up to 255 MAC addresses, all under one accounting type.
+/// Counters of several MAC addresses, all under one type of accounting.
 struct mac_acct_stats_bundle = 1132 {
     zel_mac_acct_type                  type
     uint8                              count
     mac_acct_stats_bundle_stats_array  stats
 }
 
-/// Updates the counters of a bundle of MAC addresses.
+/// Update of the statistics of MAC accounting.
 message ether_mac_acct_stats_update_message {
     app_sess_hdr           session
     ifid                   interface

@@ -1,8 +1,8 @@
-//! Destination address and MAC address filter of a port.
+//! MAC filter and destination MAC address of a port.
 
 import "../common/session.tlv"
 
-/// Carries the state of a filter and the MAC address that it is for.
+/// MAC filter of a port: an interface state and a MAC address.
 message ether_mac_filter_message {
     app_sess_hdr  session
     ifid          interface
@@ -10,10 +10,10 @@ message ether_mac_filter_message {
     zel_mac_addr  mac_addr
 }
 
-/// Sets the destination MAC address of a port.
+/// Destination MAC address to set on a port.
 message ether_mac_da_set_message { app_sess_hdr session  ifid interface  zel_mac_addr mac_addr }
 
-/// Carries the state of one MAC address of the filter.
+/// Address of a port's MAC filter, with an interface state.
 message ether_mac_filter_addr_message {
     app_sess_hdr  session
     ifid          interface
@@ -21,7 +21,7 @@ message ether_mac_filter_addr_message {
     zel_mac_addr  mac_addr
 }
 
-/// An address that could not be added to the filter, with four numbers that go with the failure.
+/// MAC address that could not be added to the filter, behind four numbers.
 struct zel_ether_mac_filter_addfail = 1483 {
     uint16        value_1
     uint16        value_2
@@ -30,7 +30,7 @@ struct zel_ether_mac_filter_addfail = 1483 {
     zel_mac_addr  mac_addr
 }
 
-/// Tells that adding an address to the filter failed.
+/// Failure to add an address to the MAC filter of a port.
 message ether_mac_filter_addfail_msg_message {
     app_sess_hdr                  session
     ifid                          interface

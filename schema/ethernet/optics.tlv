@@ -7,17 +7,19 @@ struct zel_xfp_itu_chan = 1142 {
     uint8  channel
 }
 
-/// Sets the ITU channel of a port's XFP.
+/// ITU channel to set on the XFP of a port.
 message ether_set_xfp_itu_chan_message { app_sess_hdr session  ifid interface  zel_xfp_itu_chan xfp_itu_chan }
 
+/// What an SFP notification says.
 enum zel_notify_ssfp = 1474
 
-/// Notifies of an SFP in a port.
+/// SFP notification of a port.
 message notify_ssfp_message { app_sess_hdr session  ifid interface  zel_notify_ssfp notify_ssfp }
 
+/// Information on transceivers of other makers.
 enum zel_3rd_party_xcvr_info = 1646
 
-/// Tells whether transceivers of other makers are allowed; names no interface.
+/// Admission of transceivers of other makers; names no interface.
 message allow_third_party_xcvr_message { app_sess_hdr session  zel_3rd_party_xcvr_info third_party_xcvr_info }
 
 /// Transport mode of a port.
@@ -25,7 +27,7 @@ struct zel_ether_transport_mode = 1747 {
     uint8  mode
 }
 
-/// Sets the transport mode of a port.
+/// Transport mode to set on a port.
 message ether_set_transport_mode_message {
     app_sess_hdr              session
     ifid                      interface
@@ -34,7 +36,7 @@ message ether_set_transport_mode_message {
 
 bytes zel_ether_dwdm_g709_mode_buf_ptr_array[129]
 
-/// G.709 settings of a DWDM controller; the buffer holds up to 129 bytes.
+/// G.709 mode of a DWDM controller: numbers, flags, and a buffer of bytes.
 struct zel_ether_dwdm_g709_mode = 1748 {
     uint8                                   value_1
     zel_boolean                             flag_1
@@ -55,7 +57,7 @@ struct zel_ether_dwdm_g709_mode = 1748 {
     zel_boolean                             flag_6
 }
 
-/// Sets the G.709 mode of a DWDM controller.
+/// G.709 mode to set on a DWDM controller.
 message ether_set_dwdm_ctrl_g709_mode_message {
     app_sess_hdr              session
     ifid                      interface

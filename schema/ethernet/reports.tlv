@@ -1,38 +1,40 @@
-//! Free-form reports, show and clear requests, and statistics that travel together.
+//! Generic reports, show and clear requests, and statistics that travel together.
 
 import "../common/session.tlv"
 import "statistics.tlv"
 
 bytes kavu_ethernet_generic_report_buffer_array[1900]
 
-/// A free-form report of up to 1,900 bytes.
+/// Text of a free-form report, behind a number.
 struct kavu_ethernet_generic_report = 1284 {
     uint8                                      value
     kavu_ethernet_generic_report_buffer_array  buffer
 }
 
-/// Carries a free-form report alone: no session header and no interface.
+/// Free-form report of Ethernet; has neither session header nor interface identifier.
 message zel_kavu_ethernet_generic_report_message { kavu_ethernet_generic_report generic_report }
 
+/// Type of a show request for an interface.
 enum kavu_ethernet_show_if_req_type = 1290
 
-/// Requests a show of an interface.
+/// Request to show an interface.
 message zel_kavu_ethernet_show_if_req_message {
     app_sess_hdr                    session
     ifid                            interface
     kavu_ethernet_show_if_req_type  show_if_req_type
 }
 
+/// Type of a clear request for an interface.
 enum kavu_ethernet_clear_if_req_type = 1291
 
-/// Requests a clear on an interface.
+/// Request to clear an interface.
 message zel_kavu_ethernet_clear_if_req_message {
     app_sess_hdr                     session
     ifid                             interface
     kavu_ethernet_clear_if_req_type  clear_if_req_type
 }
 
-/// Carries the general and the IEEE 802.3 statistics of a port.
+/// General and IEEE 802.3 statistics of a port.
 message zel_kavu_ethernet_stats_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -40,7 +42,7 @@ message zel_kavu_ethernet_stats_message {
     zel_ether_dot3_stats_bundle  dot3_stats_bundle
 }
 
-/// Carries the general, the IEEE 802.3 and the extended statistics of a port.
+/// General, IEEE 802.3 and extended statistics of a port.
 message zel_kavu_ethernet_ext_stats_message {
     app_sess_hdr                 session
     ifid                         interface

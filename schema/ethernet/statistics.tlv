@@ -3,7 +3,7 @@
 import "../common/session.tlv"
 import "interface.tlv"
 
-/// Further receive statistics.
+/// Further receive counters of the general statistics.
 struct zel_ether_rx_stats_ext = 1119 {
     if_count  counter_1
     if_count  counter_2
@@ -22,7 +22,7 @@ struct zel_ether_rx_stats_ext = 1119 {
     if_error  error_7
 }
 
-/// Further transmit statistics.
+/// Further transmit counters of the general statistics.
 struct zel_ether_tx_stats_ext = 1120 {
     if_count  counter_1
     if_count  counter_2
@@ -37,7 +37,7 @@ struct zel_ether_tx_stats_ext = 1120 {
     if_error  error_4
 }
 
-/// General statistics, with the further receive and transmit ones inside.
+/// General statistics: a timer, counters, and the further ones of both directions.
 struct zel_ether_stats = 1121 {
     if_timer_long           timer
     if_count                counter_1
@@ -67,7 +67,7 @@ struct zel_ether_stats = 1121 {
     if_count                counter_13
 }
 
-/// Ten 64-bit counters beyond the general statistics.
+/// Extended statistics: ten 64-bit counters.
 struct zel_ether_ext_stats = 1306 {
     if_count_long  counter_1
     if_count_long  counter_2
@@ -81,16 +81,17 @@ struct zel_ether_ext_stats = 1306 {
     if_count_long  counter_10
 }
 
+/// Statistics setting of a port.
 enum zel_ether_if_stats_config = 1259
 
-/// Configures the statistics of a port.
+/// Configuration of a port's statistics.
 message ether_if_stats_config_message {
     app_sess_hdr               session
     ifid                       interface
     zel_ether_if_stats_config  if_stats_config
 }
 
-/// Carries the general statistics of a port.
+/// General statistics of a port.
 message ether_stats_message { app_sess_hdr session  ifid interface  zel_ether_stats stats }
 
 /// IEEE 802.3 statistics: fifteen 32-bit and six 64-bit counters.
@@ -118,7 +119,7 @@ struct zel_ether_dot3_stats_bundle = 1130 {
     uint64  counter_21
 }
 
-/// Updates the IEEE 802.3 statistics of a port.
+/// Update of a port's IEEE 802.3 statistics.
 message ether_dot3_stats_update_message {
     app_sess_hdr                 session
     ifid                         interface

@@ -2,7 +2,7 @@
 
 import "../common/session.tlv"
 
-/// A VLAN identifier and a flag.
+/// VLAN identifier and a flag.
 struct zel_vlan_id = 1116 {
     uint16       id
     zel_boolean  flag
@@ -14,22 +14,22 @@ array all_vlan_cfg_vlan_bitmask_array of uint32[128]
 /// Bitmap of 4,096 VLAN identifiers, for tunnelling.
 array all_vlan_cfg_vlan_cfg_tunn_array of uint32[128]
 
-/// All VLANs of a port at once.
+/// VLANs of a port, as bitmaps.
 struct all_vlan_cfg = 1124 {
     all_vlan_cfg_vlan_bitmask_array   vlan_bitmask
     all_vlan_cfg_vlan_cfg_tunn_array  vlan_cfg_tunn
 }
 
-/// Adds one VLAN to a port.
+/// VLAN to add to a port.
 message ether_vlan_add_message { app_sess_hdr session  ifid interface  zel_vlan_id vlan_id }
 
-/// Adds the VLANs of a bitmap to a port.
+/// VLANs to add to a port all at once.
 message ether_vlan_add_all_message { app_sess_hdr session  ifid interface  all_vlan_cfg all_vlan_cfg }
 
-/// Removes every VLAN from a port; needs no body.
+/// Removal of all VLANs from a port; has no body.
 message ether_vlan_remove_all_message { app_sess_hdr session  ifid interface }
 
-/// Removes one VLAN from a port.
+/// VLAN to remove from a port.
 message ether_vlan_remove_message { app_sess_hdr session  ifid interface  zel_vlan_id vlan_id }
 
 /// Counters of one VLAN.
@@ -49,20 +49,20 @@ struct zel_vlan_counters = 1125 {
 
 dynamic array zel_vlan_stat_bundle_vlan_counters_array of zel_vlan_counters counted by uint8
 
-/// Counters of up to 255 VLANs.
+/// Counters of several VLANs.
 struct zel_vlan_stat_bundle = 1126 {
     uint8                                     count
     zel_vlan_stat_bundle_vlan_counters_array  vlan_counters
 }
 
-/// Carries the counters of a bundle of VLANs.
+/// Statistics of a port by VLAN.
 message zel_tib_vlan_stats_message {
     app_sess_hdr          session
     ifid                  interface
     zel_vlan_stat_bundle  vlan_stat_bundle
 }
 
-/// Identifies a QinQ pair.
+/// Identity of a QinQ pair: three numbers and a flag.
 struct zel_qinq_id = 1127 {
     uint16       value_1
     uint16       value_2
@@ -70,13 +70,13 @@ struct zel_qinq_id = 1127 {
     zel_boolean  flag
 }
 
-/// Adds one QinQ pair to a port.
+/// QinQ pair to add to a port.
 message ether_qinq_add_message { app_sess_hdr session  ifid interface  zel_qinq_id qinq_id }
 
-/// Removes one QinQ pair from a port.
+/// QinQ pair to remove from a port.
 message ether_qinq_remove_message { app_sess_hdr session  ifid interface  zel_qinq_id qinq_id }
 
-/// Counters of one QinQ pair.
+/// Counters of one QinQ pair, behind two numbers.
 struct zel_qinq_counters = 1128 {
     uint16  value_1
     uint16  value_2
@@ -92,13 +92,13 @@ struct zel_qinq_counters = 1128 {
 
 dynamic array zel_qinq_stat_bundle_qinq_counters_array of zel_qinq_counters counted by uint8
 
-/// Counters of up to 255 QinQ pairs.
+/// Counters of several QinQ pairs.
 struct zel_qinq_stat_bundle = 1129 {
     uint8                                     count
     zel_qinq_stat_bundle_qinq_counters_array  qinq_counters
 }
 
-/// Carries the counters of a bundle of QinQ pairs.
+/// Statistics of a port by QinQ pair.
 message zel_tib_qinq_stats_message {
     app_sess_hdr          session
     ifid                  interface

@@ -2,19 +2,19 @@
 
 import "../common/session.tlv"
 
-/// Whether a port runs as WAN PHY.
+/// WAN PHY mode of a port.
 struct zel_ether_wanphy_mode = 1135 {
     zel_boolean  mode
 }
 
-/// Sets the WAN PHY mode of a port.
+/// WAN PHY mode to set on a port.
 message ether_set_wanphy_mode_message {
     app_sess_hdr           session
     ifid                   interface
     zel_ether_wanphy_mode  wanphy_mode
 }
 
-/// Sets the synchronization mode of a port.
+/// Sync mode to set on a port.
 message ether_set_sync_mode_message { app_sess_hdr session  ifid interface  zel_boolean flag }
 
 /// Eleven alert flags of the WIS.
@@ -43,19 +43,19 @@ struct zel_ether_wis_bip_stats = 1137 {
 
 bytes zel_ether_wis_rx_ptb_ptb_rx_array[16]
 
-/// Received path trace bytes, up to 16.
+/// Path trace bytes received.
 struct zel_ether_wis_rx_ptb = 1138 {
     zel_ether_wis_rx_ptb_ptb_rx_array  ptb_rx
 }
 
 bytes zel_ether_wis_tx_ptb_ptb_tx_array[16]
 
-/// Transmitted path trace bytes, up to 16.
+/// Path trace bytes transmitted.
 struct zel_ether_wis_tx_ptb = 1139 {
     zel_ether_wis_tx_ptb_ptb_tx_array  ptb_tx
 }
 
-/// Alerts and BIP statistics of the WIS, with the path trace bytes of both directions.
+/// Defects of the WIS: path trace bytes of both directions, BIP statistics, alerts and a flag.
 struct zel_ether_wis_defects = 1140 {
     zel_ether_wis_tx_ptb     tx_ptb
     zel_ether_wis_rx_ptb     rx_ptb
@@ -64,22 +64,22 @@ struct zel_ether_wis_defects = 1140 {
     zel_boolean              flag
 }
 
-/// Carries the WIS defects of a WAN PHY port.
+/// WAN PHY alarms of a port.
 message ether_wanphy_alarms_message {
     app_sess_hdr           session
     ifid                   interface
     zel_ether_wis_defects  wis_defects
 }
 
-/// Carries the WIS alerts alone.
+/// WIS alarms of a port.
 message ether_wis_alarms_message { app_sess_hdr session  ifid interface  zel_ether_wis_alerts wis_alerts }
 
 bytes zel_ether_wis_ptb_j1_array[16]
 
-/// Path trace bytes J1, up to 16.
+/// J1 path trace bytes.
 struct zel_ether_wis_ptb = 1141 {
     zel_ether_wis_ptb_j1_array  j1
 }
 
-/// Sets the J1 path trace bytes.
+/// J1 path trace bytes to set on a port.
 message ether_wis_set_j1_message { app_sess_hdr session  ifid interface  zel_ether_wis_ptb wis_ptb }
