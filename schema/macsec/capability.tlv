@@ -1,10 +1,9 @@
-//! MACsec (IEEE 802.1AE) engine of a port: how the control plane drives it and reads it back,
-//! beginning with what the engine can do.
+//! Capabilities of the engine.
 
 import "../common/session.tlv"
 import "identifiers.tlv"
 
-/// Asks for the capabilities; needs no body.
+/// Request for the capabilities; has no body.
 message macsec_capability_get_msg_message { app_sess_hdr session  ifid interface }
 
 /// Capabilities: seven flags, a cipher suite and seven numbers.
@@ -26,7 +25,7 @@ struct macsec_capability_resp = 1650 {
     uint32                  value_7
 }
 
-/// Answers with the capabilities.
+/// Answer to macsec_capability_get_msg_message.
 message macsec_capability_resp_msg_message {
     app_sess_hdr            session
     ifid                    interface

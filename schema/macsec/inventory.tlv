@@ -2,10 +2,10 @@
 
 import "../common/session.tlv"
 
-/// Asks for the hardware inventory; needs no body.
+/// Request for the hardware inventory; has no body.
 message macsec_get_hw_inventory_msg_message { app_sess_hdr session  ifid interface }
 
-/// Two counters of secure associations.
+/// Two SA counters.
 struct macsec_sa_counters = 1731 {
     uint32  counter_1
     uint32  counter_2
@@ -41,7 +41,7 @@ struct macsec_lmac_counters = 1733 {
     uint32  counter_11
 }
 
-/// Answers with the hardware inventory.
+/// Answer to macsec_get_hw_inventory_msg_message.
 message macsec_get_hw_inventory_rsp_msg_message {
     app_sess_hdr          session
     ifid                  interface

@@ -1,8 +1,9 @@
-//! Tag clearing, the match of control frames and of header patterns, and default actions.
+//! Tag clearing, matching of control frames and of headers, and default actions.
 
 import "../common/session.tlv"
 import "identifiers.tlv"
 
+/// Mode of tag clearing.
 enum macsec_tag_clear_mode = 1670
 
 /// Tag clearing: its mode and three numbers.
@@ -13,7 +14,7 @@ struct macsec_set_tag_clear = 1671 {
     uint16                 value_3
 }
 
-/// Sets tag clearing on a virtual port.
+/// Request to set the tag clearing of a virtual port.
 message macsec_set_tag_clear_msg_message {
     app_sess_hdr          session
     ifid                  interface
@@ -21,16 +22,14 @@ message macsec_set_tag_clear_msg_message {
     macsec_secy_vport     secy_vport
 }
 
-enum macsec_pattern_match_action = 1672
-
-/// Match of control frames.
+/// Match of control frames: two numbers and a MAC address.
 struct macsec_set_control_frame_match = 1675 {
     uint16        value_1
     uint16        value_2
     zel_mac_addr  mac_addr
 }
 
-/// Sets the control-frame match of a port.
+/// Request to set the control-frame match of a port.
 message macsec_set_control_frame_match_msg_message {
     app_sess_hdr                    session
     ifid                            interface
@@ -39,11 +38,16 @@ message macsec_set_control_frame_match_msg_message {
 }
 
 bytes macsec_set_match_pattern_header_array[20]
+
 bytes macsec_set_match_pattern_dmac_array[6]
 
-/// A header pattern of up to 20 bytes and a destination MAC address, with the action on a match.
+/// Action on a pattern match.
+enum macsec_pattern_match_action = 1672
+
+/// Match pattern of a header and a destination MAC address, with its direction and action.
 struct macsec_set_match_pattern = 1676 {
     macsec_set_match_pattern_header_array  header
+    /// Destination MAC address.
     macsec_set_match_pattern_dmac_array    dmac
     uint32                                 value_1
     zel_boolean                            flag_1
@@ -58,7 +62,7 @@ struct macsec_set_match_pattern = 1676 {
     macsec_pattern_match_action            action
 }
 
-/// Sets a match pattern on a virtual port.
+/// Request to set a match pattern on a virtual port.
 message macsec_set_match_pattern_msg_message {
     app_sess_hdr              session
     ifid                      interface
@@ -66,13 +70,13 @@ message macsec_set_match_pattern_msg_message {
     macsec_secy_vport         secy_vport
 }
 
-/// Names the pattern to delete by direction and action.
+/// Direction and action of the match pattern to delete.
 struct macsec_delete_match_pattern = 1677 {
     macsec_direction             direction
     macsec_pattern_match_action  action
 }
 
-/// Deletes a match pattern from a virtual port.
+/// Request to delete a match pattern from a virtual port.
 message macsec_delete_match_pattern_msg_message {
     app_sess_hdr                 session
     ifid                         interface
@@ -81,9 +85,10 @@ message macsec_delete_match_pattern_msg_message {
     macsec_secy_vport            secy_vport
 }
 
+/// One of the engine's default actions.
 enum default_action = 1678
 
-/// Six default actions; only their order tells them apart.
+/// Six default actions, which only their order tells apart.
 struct macsec_default_action = 1679 {
     default_action  action_1
     default_action  action_2
@@ -93,12 +98,12 @@ struct macsec_default_action = 1679 {
     default_action  action_6
 }
 
-/// Carries the default actions of a port.
+/// Default actions of a port.
 message macsec_default_action_msg_message {
     app_sess_hdr           session
     ifid                   interface
     macsec_default_action  default_action
 }
 
-/// Asks for the default actions; needs no body.
+/// Request for the default actions; has no body.
 message macsec_get_default_action_msg_message { app_sess_hdr session  ifid interface }

@@ -1,24 +1,24 @@
-//! Packet numbers: notifications, the next one and updates of the lowest one.
+//! Packet numbers: notifications, the next one, and updates of the lowest one.
 
 import "../common/session.tlv"
 import "identifiers.tlv"
 
-/// A packet-number notification.
+/// Two numbers of a packet-number notification.
 struct macsec_pn_notify = 1669 {
     uint64  value_1
     uint16  value_2
 }
 
-/// Carries a packet-number notification.
+/// Notification about packet numbers.
 message macsec_pn_notify_msg_message { app_sess_hdr session  ifid interface  macsec_pn_notify pn_notify }
 
-/// The lowest packet number of a receive association.
+/// Lowest packet number of a receive SA, in two numbers.
 struct macsec_update_lowest_pn_rx_sa = 1683 {
     uint16  value_1
     uint32  value_2
 }
 
-/// Updates the lowest packet number of a receive association, given by its channel.
+/// Update of the lowest packet number of a receive SA, given by its SC.
 message macsec_update_lowest_pn_rx_sa_msg_message {
     app_sess_hdr                   session
     ifid                           interface
@@ -26,7 +26,7 @@ message macsec_update_lowest_pn_rx_sa_msg_message {
     macsec_sci                     sci
 }
 
-/// Returns the next packet number of an association.
+/// Return of the next packet number of an SA.
 message macsec_next_pn_ret_msg_message {
     app_sess_hdr  session
     ifid          interface
@@ -35,7 +35,7 @@ message macsec_next_pn_ret_msg_message {
     macsec_pn     pn
 }
 
-/// Updates the lowest packet number of a receive association, given in full.
+/// Update of the lowest packet number of a receive SA, given by SC, virtual port and association number.
 message macsec_rx_sa_lpn_update_msg_message {
     app_sess_hdr       session
     ifid               interface

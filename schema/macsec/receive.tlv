@@ -1,9 +1,9 @@
-//! Receive secure channels (SC) and secure associations (SA), key material included.
+//! Receive SCs and SAs, key material included.
 
 import "../common/session.tlv"
 import "identifiers.tlv"
 
-/// Creates a receive channel.
+/// Request to create a receive SC.
 message macsec_create_rx_sc_msg_message {
     app_sess_hdr       session
     ifid               interface
@@ -13,26 +13,29 @@ message macsec_create_rx_sc_msg_message {
 }
 
 bytes macsec_create_rx_sa_sak_key_array[32]
+
 bytes macsec_create_rx_sa_hash_key_array[16]
+
 bytes macsec_create_rx_sa_ssci_array[4]
+
 bytes macsec_create_rx_sa_salt_array[12]
 
-/// A receive association with its keys, which pass through unchecked and unchanged.
+/// Receive SA with its keys, which pass through unchecked and unchanged.
 struct macsec_create_rx_sa = 1663 {
     uint16                              value_1
     uint32                              value_2
     uint16                              value_3
-    /// The secure association key: up to 32 bytes.
+    /// Secure association key, of which a 128-bit cipher uses 16 of the 32 bytes.
     macsec_create_rx_sa_sak_key_array   sak_key
-    /// The hash subkey.
+    /// Hash subkey.
     macsec_create_rx_sa_hash_key_array  hash_key
-    /// The short secure channel identifier.
+    /// Short secure channel identifier (SSCI).
     macsec_create_rx_sa_ssci_array      ssci
-    /// The salt of extended packet numbers.
+    /// Salt of extended packet numbers.
     macsec_create_rx_sa_salt_array      salt
 }
 
-/// Creates an association of a receive channel.
+/// Request to create an SA of a receive SC.
 message macsec_create_rx_sa_msg_message {
     app_sess_hdr         session
     ifid                 interface
@@ -42,7 +45,7 @@ message macsec_create_rx_sa_msg_message {
     macsec_mka_cb_ctx    mka_cb_ctx
 }
 
-/// Deletes a receive channel.
+/// Request to delete a receive SC.
 message macsec_delete_rx_sc_msg_message {
     app_sess_hdr       session
     ifid               interface
@@ -51,7 +54,7 @@ message macsec_delete_rx_sc_msg_message {
     macsec_mka_cb_ctx  mka_cb_ctx
 }
 
-/// Deletes one association of a receive channel.
+/// Request to delete an SA of a receive SC.
 message macsec_delete_rx_sa_msg_message {
     app_sess_hdr       session
     ifid               interface

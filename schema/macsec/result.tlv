@@ -1,18 +1,19 @@
-//! How the engine answers a request: a result or an acknowledgement.
+//! Results and acknowledgements.
 
 import "../common/session.tlv"
 
+/// Type of a result.
 enum macsec_rtn_type = 1660
 
-/// Result of a request.
+/// Result: its type, a number and a flag.
 struct macsec_rtn_result = 1661 {
     macsec_rtn_type  type
     uint64           value
     zel_boolean      flag
 }
 
-/// Carries the result of a request.
+/// Answer with a result.
 message macsec_rtn_resp_msg_message { app_sess_hdr session  ifid interface  macsec_rtn_result rtn_result }
 
-/// Acknowledges a request.
+/// Acknowledgement, as a flag.
 message macsec_ack_msg_message { app_sess_hdr session  ifid interface  zel_boolean flag }

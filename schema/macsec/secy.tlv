@@ -1,9 +1,9 @@
-//! MAC security entity (SecY) of a port: configuring, managing and enabling it, delayed protection.
+//! SecY of a port: configuration, management, enabling and delayed protection.
 
 import "../common/session.tlv"
 import "identifiers.tlv"
 
-/// Configuration of a SecY.
+/// Configuration to give to a SecY.
 struct macsec_set_secy_config = 1654 {
     macsec_xe_cipher_suite     cipher_suite
     macsec_xe_validate_frames  validate_frames
@@ -18,44 +18,46 @@ struct macsec_set_secy_config = 1654 {
     macsec_xe_conf_offset      conf_offset
 }
 
-/// Configures a SecY.
+/// Request to configure a SecY.
 message macsec_set_secy_config_msg_message {
     app_sess_hdr            session
     ifid                    interface
     macsec_set_secy_config  set_secy_config
 }
 
+/// Management action on a SecY.
 enum macsec_secy_manage = 1656
 
-/// What to do with a SecY.
+/// What to do with a SecY: the action and a number.
 struct macsec_secy_action = 1657 {
     macsec_secy_manage  manage
     uint16              value
 }
 
-/// Manages a SecY.
+/// Request to manage a SecY.
 message macsec_set_secy_msg_message { app_sess_hdr session  ifid interface  macsec_secy_action secy_action }
 
+/// Enabling of MACsec.
 enum macsec_enable = 1658
 
-/// Whether MACsec is enabled.
+/// Enabling action by itself.
 struct macsec_enable_action = 1659 {
     macsec_enable  enable
 }
 
-/// Enables or disables MACsec on a port.
+/// Request to set whether MACsec is enabled on a port.
 message macsec_enable_macsec_msg_message {
     app_sess_hdr          session
     ifid                  interface
     macsec_enable_action  enable_action
 }
 
-/// Whether protection is delayed.
+/// Whether delayed protection is enabled.
 struct macsec_delay_enable_flag = 1749 {
     zel_boolean  enable
 }
 
-/// Sets delayed protection on a virtual port.
+/// Request to set the delayed protection of a virtual port.
 message macsec_delay_protect_enable_msg_message {
     app_sess_hdr              session
     ifid                      interface

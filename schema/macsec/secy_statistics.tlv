@@ -1,9 +1,9 @@
-//! Statistics of a whole SecY with those of its receive channels.
+//! Statistics of a SecY as a whole, and counters of its receive SCs.
 
 import "../common/session.tlv"
 import "identifiers.tlv"
 
-/// Counters of one receive channel.
+/// Counters of one receive SC.
 struct zel_rx_sc_counters = 1666 {
     uint64  counter_1
     uint64  counter_2
@@ -25,7 +25,7 @@ struct zel_rx_sc_counters = 1666 {
 
 dynamic array macsec_rx_sc_stat_bundle_half_rx_sc_counters_array of zel_rx_sc_counters counted by uint8
 
-/// One half of the receive channels' counters.
+/// Half bundle of receive SC counters.
 struct macsec_rx_sc_stat_bundle_half = 1729 {
     uint8                                               count
     macsec_rx_sc_stat_bundle_half_rx_sc_counters_array  rx_sc_counters
@@ -33,13 +33,13 @@ struct macsec_rx_sc_stat_bundle_half = 1729 {
 
 dynamic array macsec_rx_sc_stat_bundle_rx_sc_counters_array of zel_rx_sc_counters counted by uint8
 
-/// Counters of up to 255 receive channels.
+/// Full bundle of receive SC counters.
 struct macsec_rx_sc_stat_bundle = 1667 {
     uint8                                          count
     macsec_rx_sc_stat_bundle_rx_sc_counters_array  rx_sc_counters
 }
 
-/// Counters of a SecY as a whole.
+/// Global statistics of a SecY.
 struct macsec_global_secy_stats = 1668 {
     uint64  counter_1
     uint64  counter_2
@@ -68,7 +68,7 @@ struct macsec_global_secy_stats = 1668 {
     uint64  counter_24
 }
 
-/// Carries the counters of a SecY and one half of its receive channels'.
+/// Statistics of a SecY: the global ones, and a half bundle of its receive SCs.
 message macsec_global_secy_stats_msg1_message {
     app_sess_hdr                   session
     ifid                           interface
@@ -77,7 +77,7 @@ message macsec_global_secy_stats_msg1_message {
     macsec_rx_sc_stat_bundle_half  rx_sc_stat_bundle_half
 }
 
-/// Carries only one half of the receive channels' counters.
+/// Statistics of a SecY: only a half bundle of its receive SCs.
 message macsec_global_secy_stats_msg2_message {
     app_sess_hdr                   session
     ifid                           interface
@@ -85,7 +85,7 @@ message macsec_global_secy_stats_msg2_message {
     macsec_rx_sc_stat_bundle_half  rx_sc_stat_bundle_half
 }
 
-/// Carries the counters of a SecY and those of all its receive channels.
+/// Statistics of a SecY: the global ones, and a full bundle of its receive SCs.
 message macsec_global_secy_stats_msg_message {
     app_sess_hdr              session
     ifid                      interface
@@ -94,7 +94,7 @@ message macsec_global_secy_stats_msg_message {
     macsec_rx_sc_stat_bundle  rx_sc_stat_bundle
 }
 
-/// Clears the counters of a SecY.
+/// Request to clear the global statistics of a SecY.
 message macsec_global_secy_stats_clear_msg_message {
     app_sess_hdr       session
     ifid               interface

@@ -1,9 +1,9 @@
-//! Queries for the status, the configuration and the channel summary of a SecY, with their replies.
+//! Status, configuration and SC summary of a SecY: requests and answers.
 
 import "../common/session.tlv"
 import "identifiers.tlv"
 
-/// Asks for the status of a port's SecY.
+/// Request for the status of a port's SecY.
 message macsec_get_secy_status_msg_message { app_sess_hdr session  ifid interface  macsec_port port }
 
 /// Receive status counters.
@@ -17,13 +17,13 @@ struct zel_rx_status_counters = 1680 {
 
 dynamic array macsec_rx_status_bundle_rx_status_counters_array of zel_rx_status_counters counted by uint8
 
-/// Up to 255 records of receive status counters.
+/// Bundle of receive status counters.
 struct macsec_rx_status_bundle = 1681 {
     uint8                                             count
     macsec_rx_status_bundle_rx_status_counters_array  rx_status_counters
 }
 
-/// Configuration of a SecY as the engine holds it.
+/// Configuration of a SecY, as read back.
 struct macsec_get_secy_config = 1682 {
     macsec_xe_cipher_suite     cipher_suite
     macsec_xe_validate_frames  validate_frames
@@ -41,7 +41,7 @@ struct macsec_get_secy_config = 1682 {
     uint32                     value_3
 }
 
-/// Carries the configuration and the receive status counters of a port's SecY.
+/// Configuration of a port's SecY, with its receive status counters.
 message macsec_get_secy_config_msg_message {
     app_sess_hdr             session
     ifid                     interface
@@ -63,7 +63,7 @@ struct macsec_secy_status = 1689 {
     zel_boolean  flag_9
 }
 
-/// Answers with the status of a port's SecY.
+/// Answer to macsec_get_secy_status_msg_message.
 message macsec_secy_status_msg_message {
     app_sess_hdr        session
     ifid                interface
@@ -71,17 +71,17 @@ message macsec_secy_status_msg_message {
     macsec_secy_status  secy_status
 }
 
-/// Asks for the summary of a virtual port's channels.
+/// Request for the SC summary of a virtual port.
 message macsec_get_summary_sc_msg_message {
     app_sess_hdr       session
     ifid               interface
     macsec_secy_vport  secy_vport
 }
 
-/// Number of secure channels.
+/// Number of SCs.
 enum macsec_sc_num = 1746
 
-/// Answers with the number of a virtual port's channels.
+/// Answer to macsec_get_summary_sc_msg_message.
 message macsec_get_summary_sc_rsp_msg_message {
     app_sess_hdr       session
     ifid               interface

@@ -6,20 +6,20 @@ import "receive.tlv"
 import "secy.tlv"
 import "transmit.tlv"
 
-/// Capture of frames in one direction.
+/// Frame capture: its direction and a flag.
 struct macsec_frame_capture = 1698 {
     macsec_direction  direction
     zel_boolean       flag
 }
 
-/// Sets frame capture on a port.
+/// Request to set the frame capture of a port.
 message macsec_frame_capture_msg_message {
     app_sess_hdr          session
     ifid                  interface
     macsec_frame_capture  frame_capture
 }
 
-/// Prepares a self-test step: the SecY, the channel and both associations that it runs with.
+/// Request of the self test for one step: SecY, virtual port, SC and both SAs.
 message macsec_pre_post_request_msg_message {
     app_sess_hdr            session
     ifid                    interface
@@ -33,20 +33,22 @@ message macsec_pre_post_request_msg_message {
 
 bytes macsec_post_capture_data_capture_data_array[128]
 
-/// Up to 128 bytes of a captured frame.
+/// Bytes of a captured frame, behind a number.
 struct macsec_post_capture_data = 1756 {
+    /// Separate from the array's count.
     uint16                                       value
     macsec_post_capture_data_capture_data_array  capture_data
 }
 
-/// Carries the frame bytes of the self test.
+/// Pattern of the self test, as bytes of a captured frame.
 message macsec_post_pattern_msg_message {
     app_sess_hdr              session
     ifid                      interface
     macsec_post_capture_data  post_capture_data
 }
 
-/// Verifies a self-test step, whose index stands in front of the session header as nowhere else.
+/// Verification after the self test; the index of the step stands in front of the session header, as in no
+/// other message.
 message macsec_after_post_verify_msg_message {
     macsec_post_index  post_index
     app_sess_hdr       session

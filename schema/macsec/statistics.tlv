@@ -1,17 +1,17 @@
-//! Statistics by channel, by association and by port.
+//! Statistics of SCs, SAs and ports.
 
 import "../common/session.tlv"
 import "identifiers.tlv"
 
 enum macsec_port_stats = 1664
 
-/// Which receive statistics are wanted.
+/// Two numbers of a request for receive statistics.
 struct macsec_get_rx_stats = 1665 {
     macsec_port_stats  port_stats
     uint16             value
 }
 
-/// Asks for the receive statistics of a channel.
+/// Request for the receive statistics of an SC.
 message macsec_get_rx_stats_msg_message {
     app_sess_hdr         session
     ifid                 interface
@@ -19,7 +19,7 @@ message macsec_get_rx_stats_msg_message {
     macsec_sci           sci
 }
 
-/// Eight counters of a receive channel.
+/// Eight counters of a receive SC.
 struct macsec_rx_sc_stats = 1684 {
     uint64  counter_1
     uint64  counter_2
@@ -31,7 +31,7 @@ struct macsec_rx_sc_stats = 1684 {
     uint64  counter_8
 }
 
-/// Carries the counters of a receive channel.
+/// Statistics of a receive SC.
 message macsec_rx_sc_stats_msg_message {
     app_sess_hdr        session
     ifid                interface
@@ -39,7 +39,7 @@ message macsec_rx_sc_stats_msg_message {
     macsec_sci          sci
 }
 
-/// Five counters of a receive association.
+/// Five counters of a receive SA, behind a number.
 struct macsec_rx_sa_stats = 1685 {
     uint16  value
     uint64  counter_1
@@ -49,7 +49,7 @@ struct macsec_rx_sa_stats = 1685 {
     uint64  counter_5
 }
 
-/// Carries the counters of an association of a receive channel.
+/// Statistics of a receive SA, given by its SC.
 message macsec_rx_sa_stats_msg_message {
     app_sess_hdr        session
     ifid                interface
@@ -57,26 +57,26 @@ message macsec_rx_sa_stats_msg_message {
     macsec_sci          sci
 }
 
-/// Two counters of a transmit channel.
+/// Two counters of a transmit SC.
 struct macsec_tx_sc_stats = 1686 {
     uint64  counter_1
     uint64  counter_2
 }
 
-/// Carries the counters of the transmit channel.
+/// Statistics of a transmit SC.
 message macsec_tx_sc_stats_msg_message {
     app_sess_hdr        session
     ifid                interface
     macsec_tx_sc_stats  tx_sc_stats
 }
 
-/// Two counters of a transmit association.
+/// Two counters of a transmit SA.
 struct macsec_tx_sa_stats = 1687 {
     uint64  counter_1
     uint64  counter_2
 }
 
-/// Carries the counters of a transmit association.
+/// Statistics of a transmit SA.
 message macsec_tx_sa_stats_msg_message {
     app_sess_hdr        session
     ifid                interface
@@ -106,7 +106,7 @@ struct macsec_port_level_stats = 1688 {
     uint64  counter_19
 }
 
-/// Carries the counters of a port.
+/// Statistics of a port.
 message macsec_port_level_stats_msg_message {
     app_sess_hdr             session
     ifid                     interface

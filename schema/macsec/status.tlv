@@ -1,9 +1,9 @@
-//! Queries for the status and the configuration of channels and associations, with their replies.
+//! Status and configuration of SCs and SAs: requests and answers.
 
 import "../common/session.tlv"
 import "identifiers.tlv"
 
-/// Asks for a receive channel of a port.
+/// Request for the identifier of a receive SC.
 message macsec_get_rx_sci_msg_message {
     app_sess_hdr  session
     ifid          interface
@@ -11,10 +11,10 @@ message macsec_get_rx_sci_msg_message {
     macsec_sci    sci
 }
 
-/// Answers `macsec_get_rx_sci_msg_message` with the identifier of the channel.
+/// Answer to macsec_get_rx_sci_msg_message.
 message macsec_rx_sci_msg_message { app_sess_hdr session  ifid interface  macsec_port port  macsec_sci sci }
 
-/// Asks for the status of a receive channel.
+/// Request for the status of a receive SC.
 message macsec_get_rx_sc_status_msg_message {
     app_sess_hdr  session
     ifid          interface
@@ -22,7 +22,7 @@ message macsec_get_rx_sc_status_msg_message {
     macsec_sci    sci
 }
 
-/// Asks for the configuration of a receive channel.
+/// Request for the configuration of a receive SC.
 message macsec_get_rx_sc_config_msg_message {
     app_sess_hdr  session
     ifid          interface
@@ -30,12 +30,12 @@ message macsec_get_rx_sc_config_msg_message {
     macsec_sci    sci
 }
 
-/// Configuration of a receive channel.
+/// Configuration of a receive SC, a flag.
 struct macsec_rx_sc_config = 1690 {
     zel_boolean  flag
 }
 
-/// Answers with the configuration of a receive channel.
+/// Answer to macsec_get_rx_sc_config_msg_message.
 message macsec_rx_sc_config_msg_message {
     app_sess_hdr         session
     ifid                 interface
@@ -43,7 +43,7 @@ message macsec_rx_sc_config_msg_message {
     macsec_rx_sc_config  rx_sc_config
 }
 
-/// Status of a receive channel.
+/// Status of a receive SC.
 struct macsec_rx_sc_status = 1691 {
     zel_boolean  flag
     uint32       value_1
@@ -51,7 +51,7 @@ struct macsec_rx_sc_status = 1691 {
     uint32       value_3
 }
 
-/// Answers with the status of a receive channel.
+/// Answer to macsec_get_rx_sc_status_msg_message.
 message macsec_rx_sc_status_msg_message {
     app_sess_hdr         session
     ifid                 interface
@@ -60,15 +60,15 @@ message macsec_rx_sc_status_msg_message {
     macsec_rx_sc_status  rx_sc_status
 }
 
-/// Asks for the configuration of the transmit channel.
+/// Request for the configuration of a transmit SC.
 message macsec_get_tx_sc_config_msg_message { app_sess_hdr session  ifid interface  macsec_port port }
 
-/// Configuration of the transmit channel.
+/// Configuration of a transmit SC, a flag.
 struct macsec_tx_sc_config = 1692 {
     zel_boolean  flag
 }
 
-/// Answers with the configuration of the transmit channel.
+/// Answer to macsec_get_tx_sc_config_msg_message.
 message macsec_tx_sc_config_msg_message {
     app_sess_hdr         session
     ifid                 interface
@@ -76,10 +76,10 @@ message macsec_tx_sc_config_msg_message {
     macsec_tx_sc_config  tx_sc_config
 }
 
-/// Asks for the status of the transmit channel.
+/// Request for the status of a transmit SC.
 message macsec_get_tx_sc_status_msg_message { app_sess_hdr session  ifid interface  macsec_port port }
 
-/// Status of the transmit channel.
+/// Status of a transmit SC.
 struct macsec_tx_sc_status = 1693 {
     zel_boolean  flag
     uint16       value_1
@@ -89,7 +89,7 @@ struct macsec_tx_sc_status = 1693 {
     uint32       value_5
 }
 
-/// Answers with the identifier and the status of the transmit channel.
+/// Answer to macsec_get_tx_sc_status_msg_message.
 message macsec_tx_sc_status_msg_message {
     app_sess_hdr         session
     ifid                 interface
@@ -98,7 +98,7 @@ message macsec_tx_sc_status_msg_message {
     macsec_tx_sc_status  tx_sc_status
 }
 
-/// Asks for the status of a receive association.
+/// Request for the status of a receive SA.
 message macsec_get_rx_sa_status_msg_message {
     app_sess_hdr  session
     ifid          interface
@@ -107,7 +107,7 @@ message macsec_get_rx_sa_status_msg_message {
     macsec_sa_an  sa_an
 }
 
-/// Status of a receive association.
+/// Status of a receive SA.
 struct macsec_rx_sa_status = 1694 {
     zel_boolean  flag
     uint32       value_1
@@ -117,7 +117,7 @@ struct macsec_rx_sa_status = 1694 {
     uint32       value_5
 }
 
-/// Answers with the status of a receive association.
+/// Answer to macsec_get_rx_sa_status_msg_message.
 message macsec_rx_sa_status_msg_message {
     app_sess_hdr         session
     ifid                 interface
@@ -127,7 +127,7 @@ message macsec_rx_sa_status_msg_message {
     macsec_rx_sa_status  rx_sa_status
 }
 
-/// Asks for the configuration of a receive association.
+/// Request for the configuration of a receive SA.
 message macsec_get_rx_sa_config_msg_message {
     app_sess_hdr  session
     ifid          interface
@@ -138,15 +138,15 @@ message macsec_get_rx_sa_config_msg_message {
 
 bytes macsec_rx_sa_config_sak_key_array[32]
 
-/// Configuration of a receive association, its key included.
+/// Configuration of a receive SA, its key included.
 struct macsec_rx_sa_config = 1695 {
     uint32                             value
-    /// The secure association key: up to 32 bytes.
+    /// Secure association key, of which a 128-bit cipher uses 16 of the 32 bytes.
     macsec_rx_sa_config_sak_key_array  sak_key
     zel_boolean                        flag
 }
 
-/// Answers with the configuration of a receive association.
+/// Answer to macsec_get_rx_sa_config_msg_message.
 message macsec_rx_sa_msg_message {
     app_sess_hdr         session
     ifid                 interface
@@ -154,7 +154,7 @@ message macsec_rx_sa_msg_message {
     macsec_rx_sa_config  rx_sa_config
 }
 
-/// Asks for the status of a transmit association.
+/// Request for the status of a transmit SA.
 message macsec_get_tx_sa_status_msg_message {
     app_sess_hdr  session
     ifid          interface
@@ -162,7 +162,7 @@ message macsec_get_tx_sa_status_msg_message {
     macsec_sa_an  sa_an
 }
 
-/// Asks for the configuration of a transmit association.
+/// Request for the configuration of a transmit SA.
 message macsec_get_tx_sa_config_msg_message {
     app_sess_hdr  session
     ifid          interface
@@ -172,16 +172,16 @@ message macsec_get_tx_sa_config_msg_message {
 
 bytes macsec_tx_sa_config_sak_key_array[32]
 
-/// Configuration of a transmit association, its key included.
+/// Configuration of a transmit SA, its key included.
 struct macsec_tx_sa_config = 1696 {
     uint32                             value
     zel_boolean                        flag_1
-    /// The secure association key: up to 32 bytes.
+    /// Secure association key, of which a 128-bit cipher uses 16 of the 32 bytes.
     macsec_tx_sa_config_sak_key_array  sak_key
     zel_boolean                        flag_2
 }
 
-/// Answers with the configuration of a transmit association.
+/// Answer to macsec_get_tx_sa_config_msg_message.
 message macsec_tx_sa_config_msg_message {
     app_sess_hdr         session
     ifid                 interface
@@ -189,7 +189,7 @@ message macsec_tx_sa_config_msg_message {
     macsec_tx_sa_config  tx_sa_config
 }
 
-/// Status of a transmit association.
+/// Status of a transmit SA.
 struct macsec_tx_sa_status = 1697 {
     uint32  value_1
     uint32  value_2
@@ -197,7 +197,7 @@ struct macsec_tx_sa_status = 1697 {
     uint32  value_4
 }
 
-/// Answers with the status of a transmit association.
+/// Answer to macsec_get_tx_sa_status_msg_message.
 message macsec_tx_sa_status_msg_message {
     app_sess_hdr         session
     ifid                 interface

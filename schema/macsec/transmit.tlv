@@ -1,9 +1,9 @@
-//! Transmit secure channels (SC) and secure associations (SA), key material included.
+//! Transmit SCs and SAs, key material included.
 
 import "../common/session.tlv"
 import "identifiers.tlv"
 
-/// Creates the transmit channel of a virtual port.
+/// Request to create a transmit SC on a virtual port.
 message macsec_create_tx_sc_msg_message {
     app_sess_hdr       session
     ifid               interface
@@ -11,7 +11,7 @@ message macsec_create_tx_sc_msg_message {
     macsec_mka_cb_ctx  mka_cb_ctx
 }
 
-/// Deletes the transmit channel of a virtual port.
+/// Request to delete the transmit SC of a virtual port.
 message macsec_delete_tx_sc_msg_message {
     app_sess_hdr       session
     ifid               interface
@@ -20,28 +20,31 @@ message macsec_delete_tx_sc_msg_message {
 }
 
 bytes macsec_install_tx_sa_sak_key_array[32]
+
 bytes macsec_install_tx_sa_hash_key_array[16]
+
 bytes macsec_install_tx_sa_ssci_array[4]
+
 bytes macsec_install_tx_sa_salt_array[12]
 
-/// A transmit association with its keys, which pass through unchecked and unchanged.
+/// Transmit SA with its keys, which pass through unchecked and unchanged.
 struct macsec_install_tx_sa = 1662 {
     uint16                               value_1
     uint16                               value_2
     uint32                               value_3
     zel_boolean                          flag
     uint16                               value_4
-    /// The secure association key: up to 32 bytes.
+    /// Secure association key, of which a 128-bit cipher uses 16 of the 32 bytes.
     macsec_install_tx_sa_sak_key_array   sak_key
-    /// The hash subkey.
+    /// Hash subkey.
     macsec_install_tx_sa_hash_key_array  hash_key
-    /// The short secure channel identifier.
+    /// Short secure channel identifier (SSCI).
     macsec_install_tx_sa_ssci_array      ssci
-    /// The salt of extended packet numbers.
+    /// Salt of extended packet numbers.
     macsec_install_tx_sa_salt_array      salt
 }
 
-/// Installs an association of the transmit channel.
+/// Request to install an SA of a transmit SC.
 message macsec_install_tx_sa_msg_message {
     app_sess_hdr          session
     ifid                  interface
@@ -49,7 +52,7 @@ message macsec_install_tx_sa_msg_message {
     macsec_mka_cb_ctx     mka_cb_ctx
 }
 
-/// Deletes one association of the transmit channel.
+/// Request to delete an SA of a transmit SC.
 message macsec_delete_tx_sa_msg_message {
     app_sess_hdr       session
     ifid               interface
@@ -58,7 +61,7 @@ message macsec_delete_tx_sa_msg_message {
     macsec_mka_cb_ctx  mka_cb_ctx
 }
 
-/// Manages the transmit channel that an identifier names.
+/// Request to manage a transmit SC.
 message macsec_manage_tx_sc_msg_message {
     app_sess_hdr  session
     ifid          interface
