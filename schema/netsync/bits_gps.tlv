@@ -1,18 +1,22 @@
-//! Network synchronization messages: frequency and time distribution between the control plane and the
-//! modules and timing cards. Some leave out the session header, the interface identifier, or both.
-
-// This file holds BITS framing and GPS settings.
+//! BITS framing and GPS settings.
 
 import "../common/session.tlv"
 import "interface.tlv"
 import "mode.tlv"
 
+/// Line code of BITS framing.
 enum zel_netsync_intf_linecode = 1325
+
+/// Line build-out of BITS framing.
 enum zel_netsync_intf_lbo = 1326
+
+/// Mode of BITS.
 enum zel_netsync_rpbits_mode = 1327
+
+/// Impedance of BITS framing.
 enum zel_netsync_intf_impedance = 1328
 
-/// BITS framing: line code, line build-out and impedance, with signal type and network option.
+/// Line code, line build-out and impedance of BITS, with signal type, network option and mode.
 struct netsync_rpbits_cfg = 1329 {
     uint16                      value
     zel_boolean                 flag
@@ -24,12 +28,13 @@ struct netsync_rpbits_cfg = 1329 {
     zel_netsync_intf_impedance  impedance
 }
 
-enum zel_netsync_gps_mode = 1330
-
-/// Configures BITS framing. The body alone, without session header.
+/// Configuration of BITS framing.
 message zel_netsync_rpbits_cfg_message { netsync_rpbits_cfg rpbits_cfg }
 
-/// GPS settings.
+/// Mode of GPS.
+enum zel_netsync_gps_mode = 1330
+
+/// Signal type and mode of GPS, with a number and two flags.
 struct netsync_rspgps_cfg = 1331 {
     uint16                value
     zel_boolean           flag_1
@@ -38,5 +43,5 @@ struct netsync_rspgps_cfg = 1331 {
     zel_netsync_gps_mode  gps_mode
 }
 
-/// Configures GPS. The body alone, without session header.
+/// Configuration of GPS.
 message zel_netsync_rspgps_cfg_message { netsync_rspgps_cfg rspgps_cfg }

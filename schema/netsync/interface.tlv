@@ -1,9 +1,12 @@
-//! Interfaces that take part in clock distribution, and their signal types.
+//! Interfaces of clock distribution and their signal types.
 
+/// Interface in network synchronization.
 enum zel_netsync_intf = 1307
+
+/// Signal type of an interface.
 enum zel_netsync_intf_sig = 1308
 
-/// An interface and its signal type.
+/// Interface and its signal type, behind three numbers.
 struct zelnetsync_intf = 1312 {
     uint16                value_1
     uint16                value_2

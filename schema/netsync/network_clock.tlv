@@ -1,12 +1,15 @@
-//! Network clocks of the PLL and the list of clocks.
+//! Network clocks of the PLL, and lists of clocks.
 
 import "../common/session.tlv"
 import "interface.tlv"
 
-enum zel_netsync_clkmode = 1309
+/// PLL interface type of a clock.
 enum zel_pll_intf_type = 1315
 
-/// Network clock configuration of the PLL.
+/// Clock mode of a network clock.
+enum zel_netsync_clkmode = 1309
+
+/// Network clock of the PLL.
 struct netsync_cfg_network_clk = 1316 {
     uint16                value_1
     uint16                value_2
@@ -18,13 +21,13 @@ struct netsync_cfg_network_clk = 1316 {
     zel_boolean           flag
 }
 
-/// Configures a network clock. The body alone, without session header.
+/// Configuration of a network clock.
 message zel_netsync_cfg_network_clk_message { netsync_cfg_network_clk cfg_network_clk }
 
-/// Removes a network clock. The body alone, without session header.
+/// Removal of a network clock.
 message zel_netsync_rem_network_clk_message { netsync_cfg_network_clk cfg_network_clk }
 
-/// One clock; the body of a message of its own, and the element of the lists.
+/// One clock.
 struct netsync_clk = 1323 {
     uint16             value_1
     uint16             value_2
@@ -34,21 +37,20 @@ struct netsync_clk = 1323 {
     uint8              value_4
 }
 
-/// Up to 2 clocks.
 array netsync_clks_clks_array of netsync_clk[2]
 
-/// Up to 5 more clocks.
 array netsync_clks_clks_extended_array of netsync_clk[5]
 
-/// List of up to 7 clocks, in two arrays that are counted separately.
+/// Up to seven clocks, in two arrays that are counted separately.
 struct netsync_clks = 1324 {
+    /// Separate from the counts of the arrays.
     uint8                             value
     netsync_clks_clks_array           clks
     netsync_clks_clks_extended_array  clks_extended
 }
 
-/// The clock list alone, without session header.
+/// List of clocks.
 message zel_netsync_clks_message { netsync_clks clks }
 
-/// The clock source alone, without session header.
+/// Source of a clock.
 message zel_netsync_clk_src_message { netsync_clk clk }

@@ -1,12 +1,10 @@
-//! SSM quality levels, sent and received, of one port or of all ports at once.
+//! SSM quality levels (QL), sent and received, of one port or of all ports at once.
 
 import "../common/session.tlv"
 import "interface.tlv"
 import "mode.tlv"
 
-enum zel_netsync_ql = 1311
-
-/// SSM update of a TIB.
+/// SSM settings of a TIB: two numbers, a flag and the network option.
 struct netsync_update_ssm_on_tib = 1317 {
     uint16                  value_1
     uint16                  value_2
@@ -14,22 +12,22 @@ struct netsync_update_ssm_on_tib = 1317 {
     zel_netsync_net_option  net_option
 }
 
-/// Updates the SSM of a TIB. A session header, but no interface identifier.
+/// Update of the SSM on a TIB; has no interface identifier.
 message zel_netsync_update_ssm_on_tib_message {
     app_sess_hdr               session
     netsync_update_ssm_on_tib  update_ssm_on_tib
 }
 
-/// Up to 10 ports.
+/// SSM quality level of a port.
+enum zel_netsync_ql = 1311
+
 array netsync_update_all_ports_ql_ql_value_array of zel_netsync_ql[10]
 
-/// Up to 30 more ports.
 array netsync_update_all_ports_ql_ql_value_extended_array of zel_netsync_ql[30]
 
-/// Up to 24 more ports.
 array netsync_update_all_ports_ql_ql_value_extended2_array of zel_netsync_ql[24]
 
-/// Quality levels of up to 64 ports, in three arrays that are counted separately. Serves both directions.
+/// Quality levels of up to 64 ports, in three arrays that are counted separately; serves both directions.
 struct netsync_update_all_ports_ql = 1318 {
     uint16                                                value_1
     uint16                                                value_2
@@ -39,7 +37,7 @@ struct netsync_update_all_ports_ql = 1318 {
     netsync_update_all_ports_ql_ql_value_extended2_array  ql_value_extended2
 }
 
-/// Quality level sent on one port.
+/// Quality level sent on a port.
 message zel_netsync_update_tx_ql_message {
     app_sess_hdr     session
     ifid             interface
@@ -47,7 +45,7 @@ message zel_netsync_update_tx_ql_message {
     zel_netsync_ql   ql
 }
 
-/// Quality level received on one port.
+/// Quality level received on a port.
 message zel_netsync_update_rx_ql_message {
     app_sess_hdr     session
     ifid             interface

@@ -1,9 +1,9 @@
-//! Selection of reference clock interfaces, squelching, and the external (BITS) clock.
+//! Reference clock interfaces: selection, squelching, signal types, and the external (BITS) clock.
 
 import "../common/session.tlv"
 import "interface.tlv"
 
-/// Selects a reference clock interface.
+/// Selection of a reference clock interface.
 message zel_netsync_tib_ref_clock_message {
     app_sess_hdr     session
     ifid             interface
@@ -11,27 +11,27 @@ message zel_netsync_tib_ref_clock_message {
     zel_boolean      flag
 }
 
-/// Squelches an external interface.
+/// Squelching of an external interface.
 message zel_netsync_squelch_ext_intf_message {
     app_sess_hdr     session
     ifid             interface
     zelnetsync_intf  netsync_intf
 }
 
-/// Changes the signal type of an interface.
+/// Update of the signal type of an interface.
 message zel_netsync_signal_type_update_message {
     app_sess_hdr     session
     ifid             interface
     zelnetsync_intf  netsync_intf
 }
 
-/// External (BITS) clock configuration: two interfaces.
+/// Two interfaces of the external (BITS) clock.
 struct netsync_external_clk_cfg = 1314 {
     zelnetsync_intf  netsync_intf_1
     zelnetsync_intf  netsync_intf_2
 }
 
-/// Configures the external (BITS) clock.
+/// Configuration of the external (BITS) clock.
 message zel_netsync_external_clk_cfg_message {
     app_sess_hdr              session
     ifid                      interface

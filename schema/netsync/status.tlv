@@ -1,8 +1,8 @@
-//! BITS alarm, out-of-range and GPS status reports.
+//! Status of BITS, out-of-range detection and GPS.
 
 import "../common/session.tlv"
 
-/// BITS alarms, as six flags.
+/// BITS alarms, six flags.
 struct zel_bits_alarms = 1319 {
     zel_boolean  flag_1
     zel_boolean  flag_2
@@ -12,7 +12,7 @@ struct zel_bits_alarms = 1319 {
     zel_boolean  flag_6
 }
 
-/// Out-of-range status, as four flags.
+/// Out-of-range status, four flags.
 struct zel_oor_status = 1320 {
     zel_boolean  flag_1
     zel_boolean  flag_2
@@ -20,12 +20,12 @@ struct zel_oor_status = 1320 {
     zel_boolean  flag_4
 }
 
-/// GPS link status, as one flag.
+/// GPS link status.
 struct zel_gps_link_status = 1321 {
     zel_boolean  status
 }
 
-/// BITS alarm, out-of-range and GPS link status in one report, one structure behind the other.
+/// Report of BITS alarms, out-of-range and GPS link status.
 message zel_mn_tib_status_message {
     app_sess_hdr         session
     ifid                 interface
@@ -34,7 +34,8 @@ message zel_mn_tib_status_message {
     zel_gps_link_status  gps_link_status
 }
 
+/// State of the GPS link.
 enum zel_netsync_gps_link_state = 1332
 
-/// GPS status. The number alone: on the wire it cannot be told from zel_netsync_gps_link_state.
+/// Status of GPS; the same bytes as its one member.
 message zel_netsync_status_gps_message { zel_netsync_gps_link_state gps_link_state }
