@@ -1,62 +1,63 @@
-//! Module management messages: how the control plane manages a plug-in module as a whole, and a few small
-//! kinds of module. Many leave out the session header, the interface identifier, or both.
-
-// This file holds configuration and statistics of asynchronous serial lines.
+//! Asynchronous serial lines: configuration, signals and statistics.
 
 import "../common/session.tlv"
 
+/// Flow control of an asynchronous serial line.
 enum kavu_async_serial_flowcontrol_type = 1741
 
-/// A pair of flow control settings.
+/// Two flow-control settings, which only their order tells apart.
 struct kavu_async_serial_flowcontrol_data = 1738 {
     kavu_async_serial_flowcontrol_type  flowcontrol_1
     kavu_async_serial_flowcontrol_type  flowcontrol_2
 }
 
-/// Sets the flow control of a line.
+/// Configuration of the flow control of a line.
 message cfg_kavu_async_flowcontrol_message {
     app_sess_hdr                        session
     ifid                                interface
     kavu_async_serial_flowcontrol_data  flowcontrol
 }
 
+/// Parity of an asynchronous serial line.
 enum kavu_async_serial_parity_type = 1740
 
-/// Sets the parity of a line.
+/// Configuration of the parity of a line.
 message cfg_kavu_async_parity_message {
     app_sess_hdr                   session
     ifid                           interface
     kavu_async_serial_parity_type  parity
 }
 
+/// Data bits of an asynchronous serial line.
 enum kavu_async_serial_databits = 1737
 
-/// Sets the data bits of a line.
+/// Configuration of the data bits of a line.
 message cfg_kavu_async_databits_message {
     app_sess_hdr                session
     ifid                        interface
     kavu_async_serial_databits  databits
 }
 
+/// Stop bits of an asynchronous serial line.
 enum kavu_async_serial_stopbits_type = 1739
 
-/// Sets the stop bits of a line.
+/// Configuration of the stop bits of a line.
 message cfg_kavu_async_stopbits_message {
     app_sess_hdr                     session
     ifid                             interface
     kavu_async_serial_stopbits_type  stopbits
 }
 
-/// A pair of line speeds.
+/// Speed of a line, in two numbers.
 struct kavu_async_serial_speed = 1734 {
     uint32  value_1
     uint32  value_2
 }
 
-/// Sets the speed of a line.
+/// Configuration of the speed of a line.
 message cfg_kavu_async_speed_message { app_sess_hdr session  ifid interface  kavu_async_serial_speed speed }
 
-/// Special characters: eight numbers.
+/// Special characters, in eight numbers.
 struct kavu_async_serial_spec_character = 1735 {
     uint32  value_1
     uint32  value_2
@@ -68,13 +69,14 @@ struct kavu_async_serial_spec_character = 1735 {
     uint32  value_8
 }
 
-/// Sets the special characters of a line.
+/// Configuration of the special characters of a line.
 message cfg_kavu_async_spec_character_message {
     app_sess_hdr                      session
     ifid                              interface
     kavu_async_serial_spec_character  spec_character
 }
 
+/// Type of a signal of an asynchronous serial line.
 enum kavu_async_serial_signal_type = 1745
 
 /// Signal of a line.
@@ -84,10 +86,10 @@ message kavu_async_serial_signal_message {
     kavu_async_serial_signal_type  signal
 }
 
-/// Sets the state of a line.
+/// Cstate configuration of a line, as an interface state.
 message cfg_kavu_async_cstate_message { app_sess_hdr session  ifid interface  if_state state }
 
-/// Statistics: eight counters and six flags.
+/// Eight counters and six flags of a line.
 struct kavu_async_serial_stats = 1736 {
     uint64       counter_1
     uint64       counter_2
@@ -112,7 +114,7 @@ message kavu_async_serial_stats_message {
     kavu_async_serial_stats  stats
 }
 
-/// Configures a line at once, each part as in its own message.
+/// Configuration of a line all at once, each part as in a message of its own.
 message cfg_kavu_async_combo_message {
     app_sess_hdr                        session
     ifid                                interface
@@ -125,37 +127,36 @@ message cfg_kavu_async_combo_message {
     if_state                            state
 }
 
-/// What a show request asks for.
+/// Type of a show request for a line.
 enum kavu_async_serial_show_if_req_type = 1742
 
-/// Show request for a line.
+/// Request to show a line.
 message zel_kavu_async_serial_show_if_req_message {
     app_sess_hdr                        session
     ifid                                interface
     kavu_async_serial_show_if_req_type  request_type
 }
 
-/// What a clear request clears.
+/// Type of a clear request for a line.
 enum kavu_async_serial_clear_if_req_type = 1743
 
-/// Clear request for a line.
+/// Request to clear a line.
 message zel_kavu_async_serial_clear_if_req_message {
     app_sess_hdr                         session
     ifid                                 interface
     kavu_async_serial_clear_if_req_type  request_type
 }
 
-/// Clears the counters of a line. Has no body: session header and interface identifier say it all.
+/// Clearing of the counters of a line; has no body.
 message zel_kavu_async_serial_clr_cnt_message { app_sess_hdr session  ifid interface }
 
-/// Report, up to 1900 bytes.
 bytes kavu_async_serial_generic_report_buffer_array[1900]
 
-/// Generic report on asynchronous serial lines.
+/// Text of a free-form report, behind a number.
 struct kavu_async_serial_generic_report = 1744 {
     uint8                                          value
     kavu_async_serial_generic_report_buffer_array  buffer
 }
 
-/// Carries a generic report. The body alone, unlike the other messages about these lines.
+/// Free-form report of asynchronous serial lines; has neither session header nor interface identifier.
 message zel_kavu_async_serial_generic_report_message { kavu_async_serial_generic_report generic_report }

@@ -2,20 +2,20 @@
 
 import "../common/session.tlv"
 
-/// What a show request asks for.
+/// Type of a show request for a cellular interface.
 enum kavu_t_cwan_show_if_req_type = 1642
 
-/// Show request for a cellular interface.
+/// Request to show a cellular interface.
 message zel_kavu_t_cwan_show_if_req_message {
     app_sess_hdr                  session
     ifid                          interface
     kavu_t_cwan_show_if_req_type  request_type
 }
 
-/// What a clear request clears.
+/// Type of a clear request for a cellular interface.
 enum kavu_t_cwan_clear_if_req_type = 1643
 
-/// Clear request for a cellular interface.
+/// Request to clear a cellular interface.
 message zel_kavu_t_cwan_clear_if_req_message {
     app_sess_hdr                   session
     ifid                           interface

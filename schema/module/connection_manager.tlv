@@ -1,19 +1,22 @@
-//! The connection manager: establishing a connection, its debug switches, and heartbeat and service point
-//! statistics. None of its messages carries a session header.
+//! Connection manager: establish command, debug switch, and heartbeat and service point statistics. None of
+//! its messages carries a session header.
 
-/// Establish command: two numbers.
+/// Two numbers of an establish command.
 struct establish_cmd = 1708 {
     uint32  value_1
     uint32  value_2
 }
 
-enum kavu_debug = 1711
-enum enable_disable = 1710
-
-/// Carries an establish command.
+/// Establish command of the connection manager.
 message zel_establish_cmd_message { establish_cmd cmd }
 
-/// Turns one debug switch on or off.
+/// Debug switch of the connection manager.
+enum kavu_debug = 1711
+
+/// Whether a debug switch is enabled or disabled.
+enum enable_disable = 1710
+
+/// Setting of a debug switch.
 message zel_cm_debug_msg_message { kavu_debug debug  enable_disable enable }
 
 /// Counters of the heartbeat.
@@ -41,18 +44,16 @@ struct service_point_statistics = 1713 {
     uint64  counter_7
 }
 
-/// Statistics of each service point, held through a pointer. The decoder allocates the block, the receiver
-/// frees it.
 dynamic array conn_mgr_stats_sap_stats_array of service_point_statistics counted by uint8
 
-/// All statistics of the connection manager.
+/// Heartbeat and service point statistics, and a further number.
 struct conn_mgr_stats = 1714 {
     heartbeat_statistics            heartbeat
-    /// Number of service points. A decoder takes it from the array, modulo 256.
+    /// Number of service points. Decoding takes it from the array, modulo 256.
     uint8                           count
     conn_mgr_stats_sap_stats_array  sap_stats
     uint64                          counter
 }
 
-/// Reports the statistics of the connection manager.
+/// Statistics of the connection manager.
 message zel_conn_mgr_stats_message { conn_mgr_stats stats }

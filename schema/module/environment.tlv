@@ -1,9 +1,4 @@
-//! Environment monitoring: readings of a module's power, voltage and temperature sensors.
-
-/// Kind of a sensor; selects the reading.
-enum zel_envmon_type = 1704
-
-enum zel_envmon_status = 1703
+//! Environment monitoring: readings of power, voltage and temperature sensors.
 
 /// Reading of a power sensor.
 struct zel_env_power_sensor_info = 1702 {
@@ -21,7 +16,7 @@ struct zel_env_temp_sensor_info = 1701 {
     int8  value_4
 }
 
-/// Reading of a voltage sensor, signed throughout, unlike a power reading.
+/// Reading of a voltage sensor; all of it is signed, unlike a power reading.
 struct zel_env_volt_sensor_info = 1700 {
     int8   value_1
     int16  value_2
@@ -29,14 +24,20 @@ struct zel_env_volt_sensor_info = 1700 {
     int16  value_4
 }
 
-/// Reading of the sensor kind before it: power, voltage or temperature, or one byte for kind 3. Above 3 there
-/// is none.
+/// Kind of a sensor; selects the reading.
+enum zel_envmon_type = 1704
+
+/// Reading of the kind of sensor before it: power, voltage or temperature, or one byte for kind 3. Above 3
+/// there is none, which is no fault.
 union zel_env_monitoring_sensor_info_mon_type_union by zel_envmon_type mon_type {
     0: zel_env_power_sensor_info  power
     1: zel_env_volt_sensor_info   voltage
     2: zel_env_temp_sensor_info   temperature
     3: uint8                      value
 }
+
+/// Status of a sensor.
+enum zel_envmon_status = 1703
 
 /// Status and reading of one sensor.
 struct zel_env_monitoring_sensor_info = 1699 {
@@ -46,5 +47,5 @@ struct zel_env_monitoring_sensor_info = 1699 {
     zel_env_monitoring_sensor_info_mon_type_union  reading
 }
 
-/// Reports one sensor. The body alone, without session header.
+/// Environment monitoring data, without session header and interface identifier.
 message env_monitoring_data_message { zel_env_monitoring_sensor_info sensor_info }

@@ -1,8 +1,8 @@
-//! Identity of a module: interface and base identifiers, CP/DP layer 2 headers, and extended attributes.
+//! Identity of a module: interface and base identifiers, CP/DP headers, and extended attributes.
 
 import "../common/session.tlv"
 
-/// Interface identifiers.
+/// Interface identifiers, seven numbers.
 struct zel_kavu_intf_iid = 1295 {
     uint8   value_1
     uint8   value_2
@@ -13,7 +13,7 @@ struct zel_kavu_intf_iid = 1295 {
     uint16  value_7
 }
 
-/// Base identifiers.
+/// Base identifiers, two numbers.
 struct zel_kavu_base_iid = 1296 {
     uint16  value_1
     uint16  value_2
@@ -27,7 +27,7 @@ struct kavu_l2_hdr_info = 1299 {
     uint16        value_3
 }
 
-/// Five layer 2 headers, one behind the other.
+/// Five layer 2 headers, which only their order tells apart.
 struct kavu_cpdp_hdr_info = 1300 {
     kavu_l2_hdr_info  l2_hdr_info_1
     kavu_l2_hdr_info  l2_hdr_info_2
@@ -36,13 +36,12 @@ struct kavu_cpdp_hdr_info = 1300 {
     kavu_l2_hdr_info  l2_hdr_info_5
 }
 
-/// CP/DP headers of a module. A session header, but no interface identifier.
+/// CP/DP headers of a module; has no interface identifier.
 message kavu_cpdp_header_message { app_sess_hdr session  kavu_cpdp_hdr_info cpdp_hdr_info }
 
-/// Attribute bytes, held through a pointer. The decoder allocates the block, the receiver frees it.
 dynamic bytes kavu_ext_attrib_ext_attrib_array counted by uint16
 
-/// Extended attributes of a module.
+/// Attribute bytes, behind three numbers.
 struct kavu_ext_attrib = 1301 {
     uint16                            value_1
     uint16                            value_2
@@ -58,5 +57,5 @@ message zel_kavu_intf_iid_msg_message { app_sess_hdr session  ifid interface  ze
 /// Base identifiers of a module.
 message zel_kavu_base_iid_msg_message { app_sess_hdr session  ifid interface  zel_kavu_base_iid base_iid }
 
-/// Carries extended attributes. A session header, but no interface identifier.
+/// Extended attributes of a module; has no interface identifier.
 message kavu_ext_attrib_msg_message { app_sess_hdr session  kavu_ext_attrib ext_attrib }

@@ -17,10 +17,10 @@ struct xcvr_enable_info = 1298 {
     zel_boolean  flag
 }
 
-/// Allows third-party transceivers.
+/// Admission of third-party transceivers.
 message allow_3rd_party_xcvr_message { app_sess_hdr session  xcvr_enable_info enable_info }
 
-/// Resets the password of a module.
+/// Password reset of a module.
 message module_pwd_reset_message { app_sess_hdr session  pwd_reset_info reset_info }
 
 /// Power-off override: three numbers.
@@ -30,7 +30,7 @@ struct override_power_off_module_info = 1448 {
     uint16  value_3
 }
 
-/// Overrides the power-off of a module.
+/// Power-off override of a module.
 message override_power_off_module_message {
     app_sess_hdr                    session
     override_power_off_module_info  override_info

@@ -1,8 +1,8 @@
-//! Test messages for network clock synchronization.
+//! Tests of network clock synchronization.
 
 import "../common/session.tlv"
 
-/// Body of a clock synchronization test.
+/// Six numbers of a clock synchronization test.
 struct test_network_clk_sync = 1344 {
     int32   value_1
     uint8   value_2
@@ -12,13 +12,13 @@ struct test_network_clk_sync = 1344 {
     uint16  value_6
 }
 
-/// Clock synchronization test. The body alone, without session header.
+/// Test of network clock synchronization; has neither session header nor interface identifier.
 message zel_test_network_clk_sync_msg_message { test_network_clk_sync network_clk_sync }
 
-/// Network clock mode: one flag.
+/// Network clock mode, a flag.
 struct test_network_clk_mode = 1369 {
     zel_boolean  mode
 }
 
-/// Network clock mode test. The body alone, without session header.
+/// Test of the network clock mode; has neither session header nor interface identifier.
 message zel_test_network_clk_mode_msg_message { test_network_clk_mode network_clk_mode }
