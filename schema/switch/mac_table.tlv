@@ -1,11 +1,11 @@
-//! Ethernet switch module: what the control plane and the module's driver tell each other about its ports,
-//! beginning with the MAC address table and its aging time.
+//! MAC address table and its aging time.
 
 import "../common/session.tlv"
 
+/// Action of a MAC address table update.
 enum mac_action = 1632
 
-/// One change of the table.
+/// Update of one MAC address.
 struct switch_mac_update = 1633 {
     uint64        value_1
     uint16        value_2
@@ -16,17 +16,19 @@ struct switch_mac_update = 1633 {
 
 array mac_update_bulk_mac_updates_array of switch_mac_update[28]
 
-/// Up to 28 changes of the table.
+/// Updates of the MAC address table in bulk.
 struct mac_update_bulk = 1634 {
+    /// Separate from the array's count.
     uint32                             value_1
     mac_update_bulk_mac_updates_array  mac_updates
     uint32                             value_2
 }
 
-/// Notifies of changes of the MAC address table.
+/// Notification of updates of the MAC address table.
 message mac_update_notif_message { app_sess_hdr session  ifid interface  mac_update_bulk mac_update_bulk }
 
+/// Aging time of the MAC address table.
 enum zel_aging_time = 1621
 
-/// Notifies of the aging time.
+/// Notification of the aging time.
 message mac_age_time_notif_message { app_sess_hdr session  ifid interface  zel_aging_time aging_time }

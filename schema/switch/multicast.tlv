@@ -1,9 +1,9 @@
-//! Multicast on a switch module: group entries, snooping by VLAN and router ports.
+//! Multicast group entries, snooping by VLAN, and router ports.
 
 import "../common/address.tlv"
 import "../common/session.tlv"
 
-/// A multicast group entry, with two addresses.
+/// Multicast group entry: two addresses and two numbers.
 struct switch_mcast_entry = 1628 {
     ip_address  ip_address_1
     ip_address  ip_address_2
@@ -11,7 +11,7 @@ struct switch_mcast_entry = 1628 {
     uint16      value_2
 }
 
-/// Updates a multicast group entry.
+/// Update of a multicast group entry.
 message switch_mcast_update_message { app_sess_hdr session  ifid interface  switch_mcast_entry mcast_entry }
 
 /// Multicast snooping of one VLAN.
@@ -23,26 +23,27 @@ struct vlan_mcast_snoop_cfg = 1629 {
 
 array vlan_mcast_snoop_bulk_snoop_cfg_array of vlan_mcast_snoop_cfg[16]
 
-/// Multicast snooping of up to 16 VLANs.
+/// Multicast snooping of several VLANs.
 struct vlan_mcast_snoop_bulk = 1630 {
+    /// Separate from the array's count.
     uint32                                 value
     vlan_mcast_snoop_bulk_snoop_cfg_array  snoop_cfg
 }
 
-/// Configures multicast snooping on a set of VLANs.
+/// Multicast snooping in bulk.
 message mcast_vlan_snoop_message {
     app_sess_hdr           session
     ifid                   interface
     vlan_mcast_snoop_bulk  vlan_mcast_snoop_bulk
 }
 
-/// A port that a multicast router is on.
+/// Multicast router port: a number and a flag.
 struct mcast_mrouter_port = 1631 {
     uint16       value
     zel_boolean  flag
 }
 
-/// Configures a multicast router port.
+/// Configuration of a multicast router port.
 message switch_mport_config_message {
     app_sess_hdr        session
     ifid                interface

@@ -1,10 +1,11 @@
-//! Local SPAN (port mirroring) sessions of a switch module.
+//! Local SPAN sessions.
 
 import "../common/session.tlv"
 
+/// Port vector of a local SPAN session.
 enum span_port_vector = 1625
 
-/// A session and its three port vectors, which only their order tells apart.
+/// Local SPAN session: a number and three port vectors, which only their order tells apart.
 struct local_span_session = 1626 {
     uint16            value
     span_port_vector  port_vector_1
@@ -12,5 +13,5 @@ struct local_span_session = 1626 {
     span_port_vector  port_vector_3
 }
 
-/// Configures a session; carries no interface, since a session is not bound to one.
+/// Configuration of a local SPAN session; names no interface, since a session is not bound to one.
 message local_span_session_cfg_message { app_sess_hdr session  local_span_session local_span_session }

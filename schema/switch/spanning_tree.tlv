@@ -1,10 +1,11 @@
-//! Spanning-tree state of the ports of a switch module.
+//! Spanning-tree port states.
 
 import "../common/session.tlv"
 
+/// Spanning-tree state of a port.
 enum stpstate = 1622
 
-/// One spanning-tree state.
+/// Spanning-tree state, behind a number.
 struct stp_state = 1623 {
     uint16    value
     stpstate  state
@@ -12,16 +13,17 @@ struct stp_state = 1623 {
 
 array stp_state_bulk_stpstate_array of stp_state[62]
 
-/// Up to 62 spanning-tree states.
+/// Spanning-tree states in bulk.
 struct stp_state_bulk = 1624 {
+    /// Separate from the array's count.
     uint16                         value
     stp_state_bulk_stpstate_array  stpstate
 }
 
-/// Carries one spanning-tree state of a port.
+/// Single spanning-tree state of a port.
 message switch_port_stp_state_message { app_sess_hdr session  ifid interface  stp_state stp_state }
 
-/// Carries up to 62 spanning-tree states of a port at once.
+/// Spanning-tree states of a port in bulk.
 message switch_port_stp_state_bulk_message {
     app_sess_hdr    session
     ifid            interface

@@ -1,16 +1,14 @@
-//! VLAN membership of the ports of a switch module, and the native VLAN of trunks.
+//! VLAN membership of ports, and the native VLAN of trunks.
 
 import "../common/session.tlv"
 
-enum vlan_action = 1614
-
-/// Membership of a port in one VLAN.
+/// One VLAN: a number and a flag.
 struct vlan_config = 1617 {
     uint16       value
     zel_boolean  flag
 }
 
-/// Native VLAN of a trunk.
+/// Native VLAN: a number and a flag.
 struct trunk_native_vlan_config = 1619 {
     uint16       value
     zel_boolean  flag
@@ -19,12 +17,15 @@ struct trunk_native_vlan_config = 1619 {
 /// Bitmap of 4,096 VLAN identifiers.
 bytes vlan_config_all_vlan_bitmap_array[512]
 
-/// Membership of a port in all VLANs.
+/// All VLANs, as a bitmap.
 struct vlan_config_all = 1618 {
     vlan_config_all_vlan_bitmap_array  vlan_bitmap
 }
 
-/// Changes the membership of a port in all VLANs at once, with the native VLAN of its trunk.
+/// Action of an update of VLAN membership.
+enum vlan_action = 1614
+
+/// Update of the membership of a port in all VLANs, with the native VLAN of its trunk.
 message switch_port_vlan_update_all_message {
     app_sess_hdr              session
     ifid                      interface
@@ -33,7 +34,7 @@ message switch_port_vlan_update_all_message {
     trunk_native_vlan_config  trunk_native_vlan_config
 }
 
-/// Changes the membership of a port in one VLAN.
+/// Update of the membership of a port in one VLAN.
 message switch_port_vlan_update_message {
     app_sess_hdr  session
     ifid          interface
@@ -41,7 +42,7 @@ message switch_port_vlan_update_message {
     vlan_config   vlan_config
 }
 
-/// Sets the native VLAN of a trunk port.
+/// Configuration of the native VLAN of a trunk.
 message switch_port_trunk_native_vlan_config_message {
     app_sess_hdr              session
     ifid                      interface
