@@ -1,11 +1,14 @@
-//! Packet classification by the PLIM, and what it knows of virtual circuits.
+//! PLIM packet classification, and virtual circuits (VC).
 
 import "../common/session.tlv"
 
+/// Type of a classification by the PLIM.
 enum zel_plim_classify_type = 1276
+
+/// Layer 2 template type of a classification or of a VC.
 enum zel_l2_template_type = 1265
 
-/// Classification on a port; only their order tells the three classify types apart.
+/// Classification on a port; only their order tells its three types apart.
 struct plim_config_classify = 1266 {
     uint8                   value_1
     uint8                   value_2
@@ -23,7 +26,7 @@ struct plim_config_classify = 1266 {
     uint16                  value_9
 }
 
-/// One virtual circuit.
+/// One VC.
 struct plim_vc_cfg = 1267 {
     uint32                value_1
     zel_l2_template_type  l2_template_type
@@ -32,14 +35,15 @@ struct plim_vc_cfg = 1267 {
 
 dynamic array plim_qos_vc_info_vc_info_array of plim_vc_cfg counted by uint16
 
-/// Up to 65,535 virtual circuits: unlike most bundles, this one counts in 16 bits.
+/// VCs in bulk.
 struct plim_qos_vc_info = 1268 {
+    /// Number of VCs: 16 bits of it, where other bundles keep 8.
     uint16                          count
     plim_qos_vc_info_vc_info_array  vc_info
 }
 
-/// Configures the classification on a port.
+/// Classification configuration of a port.
 message plim_cos_config_message { app_sess_hdr session  ifid interface  plim_config_classify config_classify }
 
-/// Carries the virtual circuits of a port in bulk.
+/// VC information of a port.
 message plim_qos_vc_bundle_message { app_sess_hdr session  ifid interface  plim_qos_vc_info qos_vc_info }
