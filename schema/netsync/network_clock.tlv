@@ -41,7 +41,7 @@ array netsync_clks_clks_array of netsync_clk[2]
 
 array netsync_clks_clks_extended_array of netsync_clk[5]
 
-/// Up to seven clocks, in two arrays that are counted separately.
+/// Up to seven clocks, in two arrays with counts of their own.
 struct netsync_clks = 1324 {
     /// Separate from the counts of the arrays.
     uint8                             value

@@ -27,7 +27,8 @@ array netsync_update_all_ports_ql_ql_value_extended_array of zel_netsync_ql[30]
 
 array netsync_update_all_ports_ql_ql_value_extended2_array of zel_netsync_ql[24]
 
-/// Quality levels of up to 64 ports, in three arrays that are counted separately; serves both directions.
+/// Quality levels of up to 64 ports, in three arrays with counts of their own, apart from the numbers before
+/// them. Serves both directions.
 struct netsync_update_all_ports_ql = 1318 {
     uint16                                                value_1
     uint16                                                value_2
