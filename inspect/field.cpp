@@ -17,6 +17,11 @@ void store_as(void *field, uint64_t value) {
     std::memcpy(field, &narrow, sizeof narrow);
 }
 
+// Of the number that tlvmsg_load finds in a field of the type.
+size_t width_of(const tlvmsg_type &type) { return type.element != nullptr ? type.count_width : type.size; }
+
+uint64_t largest(size_t width) { return UINT64_MAX >> (64 - 8 * width); }
+
 } // namespace
 
 uint64_t load_number(const void *field, size_t width) {
@@ -45,21 +50,15 @@ void store_number(void *field, size_t width, uint64_t value) {
     }
 }
 
-uint64_t sign_extended(const tlvmsg_type &type, uint64_t value) {
-    if (!is_signed(type) || type.size == sizeof value) {
-        return value;
-    }
-    const uint64_t sign = uint64_t{1} << (8 * type.size - 1);
-    return (value ^ sign) - sign;
-}
-
 Items items_of(const tlvmsg_type &array, const void *record) {
     const uint64_t count = load_number(record, array.count_width);
     if (is_dynamic(array)) {
-        const auto *first = static_cast<const uint8_t *>(load_pointer(array, record));
-        return {count, first == nullptr ? 0 : count, first};
+        auto *const first = static_cast<uint8_t *>(load_pointer(array, record));
+        return {{count, first == nullptr ? 0 : count, first}};
     }
-    return {count, count < array.capacity ? count : array.capacity, at_offset(record, array.items_offset)};
+    // Whoever may write to the record may write to its items.
+    return {{count, count < array.capacity ? count : array.capacity,
+             const_cast<uint8_t *>(at_offset(record, array.items_offset))}};
 }
 
 void *load_pointer(const tlvmsg_type &array, const void *record) {
@@ -90,3 +89,48 @@ const tlvmsg_alternative *chosen_in(const tlvmsg_type &union_type, const void *r
 }
 
 } // namespace tlvmsg::inspect
+
+using namespace tlvmsg::inspect;
+
+uint64_t tlvmsg_load(const tlvmsg_type *type, const void *field) {
+    return tlvmsg_sign_extend(type, load_number(field, width_of(*type)));
+}
+
+void tlvmsg_store(const tlvmsg_type *type, void *field, uint64_t value) {
+    store_number(field, width_of(*type), value);
+}
+
+uint64_t tlvmsg_sign_extend(const tlvmsg_type *type, uint64_t bits) {
+    const uint64_t most = largest(width_of(*type));
+    const uint64_t sign = is_signed(*type) ? most - most / 2 : 0;
+    return ((bits & most) ^ sign) - sign;
+}
+
+int64_t tlvmsg_least(const tlvmsg_type *type) {
+    return is_signed(*type) ? -static_cast<int64_t>(tlvmsg_most(type)) - 1 : 0;
+}
+
+uint64_t tlvmsg_most(const tlvmsg_type *type) {
+    return largest(width_of(*type)) >> (is_signed(*type) ? 1 : 0);
+}
+
+bool tlvmsg_type_is_bytes(const tlvmsg_type *type) { return is_bytes(*type); }
+
+bool tlvmsg_type_is_dynamic(const tlvmsg_type *type) { return is_dynamic(*type); }
+
+tlvmsg_items tlvmsg_items_of(const tlvmsg_type *array, const void *record) {
+    return items_of(*array, record);
+}
+
+uint64_t tlvmsg_most_items(const tlvmsg_type *array) {
+    const uint64_t most = is_dynamic(*array) ? tlvmsg_most(array) : array->capacity;
+    return most < UINT16_MAX ? most : UINT16_MAX;
+}
+
+const tlvmsg_alternative *tlvmsg_chosen_by(const tlvmsg_type *union_type, uint32_t selector) {
+    return chosen_by(*union_type, selector);
+}
+
+const tlvmsg_alternative *tlvmsg_chosen_in(const tlvmsg_type *union_type, const void *record) {
+    return chosen_in(*union_type, record);
+}

@@ -1,7 +1,7 @@
 // Fields of records, as descriptors describe them.
 #pragma once
 
-#include <tlvmsg/types.h>
+#include <tlvmsg/record.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -11,6 +11,10 @@ namespace tlvmsg::inspect {
 
 inline bool is_dynamic(const tlvmsg_type &type) {
     return type.kind == TLVMSG_DYNAMIC_ELEMENTS || type.kind == TLVMSG_DYNAMIC_BYTES;
+}
+
+inline bool is_bytes(const tlvmsg_type &type) {
+    return type.kind == TLVMSG_BYTE_ARRAY || type.kind == TLVMSG_DYNAMIC_BYTES;
 }
 
 inline bool is_bounded(const tlvmsg_type &type) {
@@ -33,17 +37,8 @@ inline uint8_t *at_offset(void *record, size_t offset) { return static_cast<uint
 uint64_t load_number(const void *field, size_t width);
 void store_number(void *field, size_t width, uint64_t value);
 
-// The bits of a signed type's value, extended to 64.
-uint64_t sign_extended(const tlvmsg_type &type, uint64_t value);
-
-// What an array's record holds. A null pointer and a count above the capacity stay visible here; `readable`
-// is how many items are really there.
-struct Items {
-    uint64_t count;
-    uint64_t readable;
-    const uint8_t *first;
-
-    const uint8_t *item(const tlvmsg_type &array, size_t index) const {
+struct Items : tlvmsg_items {
+    uint8_t *item(const tlvmsg_type &array, size_t index) const {
         return first + index * array.element->size;
     }
 };

@@ -1,8 +1,7 @@
-// Records as such: releasing and comparing them.
+// Records as such: their blocks, releasing and comparing them.
 #include "field.h"
 #include "memory.h"
-
-#include <tlvmsg/inspect.h>
+#include "place.h"
 
 using namespace tlvmsg::inspect;
 
@@ -13,14 +12,12 @@ void release(const tlvmsg_type &type, void *record);
 void release_items(const tlvmsg_type &array, void *record) {
     const Items there = items_of(array, record);
     if (array.element->kind != TLVMSG_SCALAR && array.element->kind != TLVMSG_ENUMERATION) {
-        auto *const first = is_dynamic(array) ? static_cast<uint8_t *>(load_pointer(array, record))
-                                              : at_offset(record, array.items_offset);
         for (size_t i = 0; i < there.readable; ++i) {
-            release(*array.element, first + i * array.element->size);
+            release(*array.element, there.item(array, i));
         }
     }
     if (is_dynamic(array)) {
-        release_block(load_pointer(array, record));
+        tlvmsg_free(there.first);
         store_pointer(array, record, nullptr);
         store_number(record, array.count_width, 0);
     }
@@ -46,6 +43,61 @@ void release(const tlvmsg_type &type, void *record) {
         release_items(type, record);
     }
 }
+
+// ---- Resizing ----
+
+void drop_items(const tlvmsg_type &array, const Items &there, size_t kept) {
+    for (size_t i = kept; i < there.readable; ++i) {
+        release(*array.element, there.item(array, i));
+    }
+    if (kept < there.readable) {
+        std::memset(there.item(array, kept), 0, (there.readable - kept) * array.element->size);
+    }
+}
+
+// A block with room for `count` items and, behind bytes, the zero byte that readers may count on.
+bool move_items(const tlvmsg_type &array, void *record, const Items &there, size_t count) {
+    void *const block = tlvmsg_allocate(count * array.element->size + (is_bytes(array) ? 1 : 0));
+    if (block == nullptr) {
+        return false;
+    }
+    if (there.readable > 0) {
+        std::memcpy(block, there.first, there.readable * array.element->size);
+    }
+    tlvmsg_free(there.first);
+    store_pointer(array, record, block);
+    return true;
+}
+
+tlvmsg_code check_count(const tlvmsg_type &array, size_t count) {
+    if (!is_dynamic(array)) {
+        return count <= array.capacity ? TLVMSG_OK : TLVMSG_COUNT_EXCEEDS_CAPACITY;
+    }
+    if (count > tlvmsg_most(&array)) {
+        return TLVMSG_COUNT_EXCEEDS_FIELD;
+    }
+    return count <= tlvmsg_most_items(&array) ? TLVMSG_OK : TLVMSG_VALUE_TOO_LONG;
+}
+
+bool resize(const tlvmsg_type &array, void *record, size_t count) {
+    const Items there = items_of(array, record);
+    drop_items(array, there, count);
+    if (is_dynamic(array)) {
+        if (count > there.readable && !move_items(array, record, there, count)) {
+            return false;
+        }
+        if (count == 0) {
+            tlvmsg_free(there.first);
+            store_pointer(array, record, nullptr);
+        }
+    } else if (count > there.readable) {
+        std::memset(there.item(array, there.readable), 0, (count - there.readable) * array.element->size);
+    }
+    store_number(record, array.count_width, count);
+    return true;
+}
+
+// ---- Comparing ----
 
 bool equal(const tlvmsg_type &type, const void *a, const void *b);
 
@@ -92,6 +144,34 @@ bool equal(const tlvmsg_type &type, const void *a, const void *b) {
 }
 
 } // namespace
+
+void *tlvmsg_allocate(size_t size) {
+    void *const block = size <= UINT32_MAX ? allocate(static_cast<uint32_t>(size)) : nullptr;
+    if (block != nullptr) {
+        std::memset(block, 0, size);
+    }
+    return block;
+}
+
+void tlvmsg_free(void *block) { release_block(block); }
+
+bool tlvmsg_resize(const tlvmsg_type *array, void *record, size_t count, tlvmsg_fault *fault) {
+    if (array == nullptr || record == nullptr) {
+        give(fault, null_argument(array == nullptr ? "array" : "record"));
+        return false;
+    }
+    const tlvmsg_code code = check_count(*array, count);
+    if (code != TLVMSG_OK) {
+        give(fault, fault_at(whole(*array), code, 0, count, tlvmsg_most_items(array)));
+        return false;
+    }
+    if (!resize(*array, record, count)) {
+        give(fault, fault_at(whole(*array), TLVMSG_OUT_OF_MEMORY, 0, count * array->element->size, 0));
+        return false;
+    }
+    give(fault, tlvmsg_fault{});
+    return true;
+}
 
 void tlvmsg_release(const tlvmsg_type *type, void *record) {
     if (type != nullptr && record != nullptr) {

@@ -32,8 +32,7 @@ public:
 private:
     void number(const Place &place, const void *field) const {
         if (visitor_.number != nullptr) {
-            const uint64_t value = load_number(field, place.type->size);
-            visitor_.number(context_, &place, sign_extended(*place.type, value));
+            visitor_.number(context_, &place, tlvmsg_load(place.type, field));
         }
     }
 

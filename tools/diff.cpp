@@ -57,14 +57,14 @@ private:
     }
 
     void compare_items(const tlvmsg_type *array, const void *a, const void *b, const JsonPlace &place) {
-        const Items in_a = items_of(*array, a);
-        const Items in_b = items_of(*array, b);
+        const tlvmsg_items in_a = tlvmsg_items_of(array, a);
+        const tlvmsg_items in_b = tlvmsg_items_of(array, b);
         if (items_missing(in_a) || items_missing(in_b)) {
             return compare_whole(array, a, b, place);
         }
         for (size_t i = 0; i < std::max(in_a.readable, in_b.readable); ++i) {
-            compare(array->element, i < in_a.readable ? in_a.item(*array, i) : nullptr,
-                    i < in_b.readable ? in_b.item(*array, i) : nullptr, JsonPlace(&place, i));
+            compare(array->element, i < in_a.readable ? item_at(array, in_a, i) : nullptr,
+                    i < in_b.readable ? item_at(array, in_b, i) : nullptr, JsonPlace(&place, i));
         }
     }
 
@@ -75,8 +75,8 @@ private:
     }
 
     void compare_alternatives(const tlvmsg_type *type, const void *a, const void *b, const JsonPlace &place) {
-        const tlvmsg_alternative *const in_a = chosen_in(*type, a);
-        const tlvmsg_alternative *const in_b = chosen_in(*type, b);
+        const tlvmsg_alternative *const in_a = tlvmsg_chosen_in(type, a);
+        const tlvmsg_alternative *const in_b = tlvmsg_chosen_in(type, b);
         if (in_a != nullptr) {
             compare(in_a->type, at_offset(a, in_a->offset),
                     in_a == in_b ? at_offset(b, in_a->offset) : nullptr, JsonPlace(&place, in_a->name));

@@ -151,6 +151,20 @@ void check_names(const Json &object, const Names &names, const JsonPlace &place)
     }
 }
 
+struct Range {
+    int64_t least;
+    uint64_t most;
+};
+
+Range range(const tlvmsg_type *type) { return {tlvmsg_least(type), tlvmsg_most(type)}; }
+
+uint8_t *make_items(const tlvmsg_type *array, void *record, size_t count) {
+    if (!tlvmsg_resize(array, record, count, nullptr)) {
+        throw std::bad_alloc();
+    }
+    return tlvmsg_items_of(array, record).first;
+}
+
 uint64_t read_number(const Json &value, Range allowed, const JsonPlace &place) {
     const bool fits = value.is_number_unsigned()
                           ? value.get<uint64_t>() <= allowed.most
@@ -177,15 +191,16 @@ std::string read_hex(const Json &value, const JsonPlace &place) {
 }
 
 void check_count(const tlvmsg_type *array, size_t count, const JsonPlace &place) {
-    if (count > most_items(array)) {
-        fail(place.text(), fmt::format("{} {}, at most {} fit", count, is_bytes(array) ? "bytes" : "items",
-                                       most_items(array)));
+    if (count > tlvmsg_most_items(array)) {
+        fail(place.text(),
+             fmt::format("{} {}, at most {} fit", count, tlvmsg_type_is_bytes(array) ? "bytes" : "items",
+                         tlvmsg_most_items(array)));
     }
 }
 
 // {"count": 5, "items": null}: true when it is that.
 bool read_missing_items(const tlvmsg_type *array, void *record, const Json &value, const JsonPlace &place) {
-    const Json *count = value.is_object() && is_dynamic(*array) ? find(value, "count") : nullptr;
+    const Json *count = value.is_object() && tlvmsg_type_is_dynamic(array) ? find(value, "count") : nullptr;
     if (count == nullptr) {
         return false;
     }
@@ -193,8 +208,8 @@ bool read_missing_items(const tlvmsg_type *array, void *record, const Json &valu
     if (const Json *none = find(value, "items"); none != nullptr && !none->is_null()) {
         fail_kind(JsonPlace(&place, "items"), *none, "null");
     }
-    const uint64_t missing = read_number(*count, {0, most_count(array)}, JsonPlace(&place, "count"));
-    inspect::store_number(record, array->count_width, missing);
+    const uint64_t missing = read_number(*count, {0, tlvmsg_most(array)}, JsonPlace(&place, "count"));
+    tlvmsg_store(array, record, missing);
     return true;
 }
 
@@ -237,7 +252,7 @@ void read_union(const tlvmsg_type *type, void *record, const Json &object, const
         read(type->selector, at_offset(record, type->selector_offset), *value,
              JsonPlace(&place, type->selector_name));
     }
-    const tlvmsg_alternative *alternative = chosen_in(*type, record);
+    const tlvmsg_alternative *alternative = tlvmsg_chosen_in(type, record);
     for (uint32_t i = 0; i < type->alternative_count; ++i) {
         const tlvmsg_alternative &each = type->alternatives[i];
         const Json *value = find(object, each.name);
@@ -248,7 +263,7 @@ void read_union(const tlvmsg_type *type, void *record, const Json &object, const
         if (&each != alternative) {
             fail(inside.text(),
                  fmt::format("{} is {}, which does not choose this; {} does", type->selector_name,
-                             load(type->selector, at_offset(record, type->selector_offset)),
+                             tlvmsg_load(type->selector, at_offset(record, type->selector_offset)),
                              fmt::join(each.values, each.values + each.value_count, " or ")));
         }
         read(each.type, at_offset(record, each.offset), *value, inside);
@@ -281,7 +296,7 @@ void read(const tlvmsg_type *type, void *record, const Json &value, const JsonPl
     switch (type->kind) {
     case TLVMSG_SCALAR:
     case TLVMSG_ENUMERATION:
-        return store(type, record, read_number(value, range(type), place));
+        return tlvmsg_store(type, record, read_number(value, range(type), place));
     case TLVMSG_STRUCTURE:
     case TLVMSG_MESSAGE:
         return read_structure(type, record, value, place);
@@ -293,7 +308,7 @@ void read(const tlvmsg_type *type, void *record, const Json &value, const JsonPl
     }
     default:
         if (!read_missing_items(type, record, value, place)) {
-            (is_bytes(type) ? read_bytes : read_items)(type, record, value, place);
+            (tlvmsg_type_is_bytes(type) ? read_bytes : read_items)(type, record, value, place);
         }
     }
 }

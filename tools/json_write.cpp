@@ -13,23 +13,23 @@ namespace tlvmsg::tool {
 namespace {
 
 OrderedJson array(const tlvmsg_type *type, const void *record) {
-    const Items items = items_of(*type, record);
+    const tlvmsg_items items = tlvmsg_items_of(type, record);
     if (items_missing(items)) {
         return {{"count", items.count}, {"items", nullptr}};
     }
-    if (is_bytes(type)) {
+    if (tlvmsg_type_is_bytes(type)) {
         return json_of_bytes({items.first, static_cast<size_t>(items.readable)});
     }
     OrderedJson list = OrderedJson::array();
     for (size_t i = 0; i < items.readable; ++i) {
-        list.push_back(json_of(type->element, items.item(*type, i)));
+        list.push_back(json_of(type->element, item_at(type, items, i)));
     }
     return list;
 }
 
 void put_union(OrderedJson &object, const tlvmsg_type *type, const void *record) {
-    object[type->selector_name] = load(type->selector, at_offset(record, type->selector_offset));
-    if (const tlvmsg_alternative *alternative = chosen_in(*type, record)) {
+    object[type->selector_name] = tlvmsg_load(type->selector, at_offset(record, type->selector_offset));
+    if (const tlvmsg_alternative *alternative = tlvmsg_chosen_in(type, record)) {
         object[alternative->name] = json_of(alternative->type, at_offset(record, alternative->offset));
     }
 }
@@ -54,7 +54,7 @@ OrderedJson json_of(const tlvmsg_type *type, const void *record) {
     switch (type->kind) {
     case TLVMSG_SCALAR:
     case TLVMSG_ENUMERATION:
-        return json_of_number(type, load(type, record));
+        return json_of_number(type, tlvmsg_load(type, record));
     case TLVMSG_STRUCTURE:
     case TLVMSG_MESSAGE:
         return structure(type, record);

@@ -2,7 +2,7 @@
 
 #include "lookup.h"
 
-#include <tlvmsg/inspect.h>
+#include <tlvmsg/record.h>
 
 #include <fmt/format.h>
 
@@ -108,10 +108,7 @@ uint64_t raw_number(Bytes bytes, const RawElement &element) {
     for (const uint8_t byte : element.element.inside(bytes)) {
         value = value << 8 | byte;
     }
-    const unsigned unused = 64 - 8 * element.element.length;
-    return tlvmsg_type_is_signed(element.type)
-               ? static_cast<uint64_t>(static_cast<int64_t>(value << unused) >> unused)
-               : value;
+    return tlvmsg_sign_extend(element.type, value);
 }
 
 Bytes raw_bytes(Bytes bytes, const RawElement &element) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <new>
 #include <random>
 #include <vector>
 
@@ -22,7 +23,7 @@ struct Needs {
 };
 
 Needs needs(const tlvmsg_type *type) {
-    if (is_dynamic(*type)) {
+    if (tlvmsg_type_is_dynamic(type)) {
         return {type->min_encoded, 1};
     }
     if (type->kind == TLVMSG_ELEMENT_ARRAY) {
@@ -72,22 +73,23 @@ private:
 };
 
 uint64_t Sampler::number(const tlvmsg_type *type) {
-    const Range allowed = range(type);
-    const auto least = static_cast<uint64_t>(allowed.least);
+    const auto least = static_cast<uint64_t>(tlvmsg_least(type));
+    const uint64_t most = tlvmsg_most(type);
     switch (kind_) {
     case SampleKind::max:
-        return allowed.most;
+        return most;
     case SampleKind::boundary:
-        return one_of({least, least + 1, 0, 1, allowed.most - 1, allowed.most});
+        return one_of({least, least + 1, 0, 1, most - 1, most});
     default:
         return random_() >> draw(64); // small ones as often as large ones
     }
 }
 
 uint64_t Sampler::count(const tlvmsg_type *array) {
-    uint64_t most = most_items(array);
-    if (is_dynamic(*array)) {
-        most = std::min(most, dynamic_share_ / (is_bytes(array) ? 1 : array->element->max_encoded));
+    uint64_t most = tlvmsg_most_items(array);
+    if (tlvmsg_type_is_dynamic(array)) {
+        most =
+            std::min(most, dynamic_share_ / (tlvmsg_type_is_bytes(array) ? 1 : array->element->max_encoded));
     }
     switch (kind_) {
     case SampleKind::max:
@@ -116,12 +118,15 @@ void Sampler::fill_bytes(uint8_t *first, size_t count) {
 
 void Sampler::fill_array(const tlvmsg_type *array, void *record) {
     const size_t total = count(array);
-    uint8_t *const first = make_items(array, record, total);
-    if (is_bytes(array)) {
-        return fill_bytes(first, total);
+    if (!tlvmsg_resize(array, record, total, nullptr)) {
+        throw std::bad_alloc(); // the count is none that does not fit
+    }
+    const tlvmsg_items items = tlvmsg_items_of(array, record);
+    if (tlvmsg_type_is_bytes(array)) {
+        return fill_bytes(items.first, total);
     }
     for (size_t i = 0; i < total; ++i) {
-        fill(array->element, first + i * array->element->size);
+        fill(array->element, item_at(array, items, i));
     }
 }
 
@@ -134,13 +139,13 @@ void Sampler::fill_union(const tlvmsg_type *type, void *record) {
     }
     if (kind_ != SampleKind::max) {
         uint32_t none = UINT32_MAX;
-        while (inspect::chosen_by(*type, none) != nullptr) {
+        while (tlvmsg_chosen_by(type, none) != nullptr) {
             --none;
         }
         values.push_back(none);
     }
-    store(type->selector, at_offset(record, type->selector_offset), values[draw(values.size())]);
-    if (const tlvmsg_alternative *alternative = chosen_in(*type, record)) {
+    tlvmsg_store(type->selector, at_offset(record, type->selector_offset), values[draw(values.size())]);
+    if (const tlvmsg_alternative *alternative = tlvmsg_chosen_in(type, record)) {
         fill(alternative->type, at_offset(record, alternative->offset));
     }
 }
@@ -149,7 +154,7 @@ void Sampler::fill(const tlvmsg_type *type, void *record) {
     switch (type->kind) {
     case TLVMSG_SCALAR:
     case TLVMSG_ENUMERATION:
-        return store(type, record, number(type));
+        return tlvmsg_store(type, record, number(type));
     case TLVMSG_STRUCTURE:
     case TLVMSG_MESSAGE:
         for (uint32_t i = 0; i < type->member_count; ++i) {

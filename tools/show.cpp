@@ -68,11 +68,12 @@ std::string fields(const tlvmsg_type *type) {
 }
 
 std::string array_fields(const tlvmsg_type *type) {
-    const std::string item = is_bytes(type) ? "uint8_t" : c_type(type->element);
-    const std::string_view name = is_bytes(type) ? "bytes" : "items";
+    const std::string item = tlvmsg_type_is_bytes(type) ? "uint8_t" : c_type(type->element);
+    const std::string_view name = tlvmsg_type_is_bytes(type) ? "bytes" : "items";
     const std::string count = fmt::format("    uint{}_t count;\n", 8 * type->count_width);
-    return is_dynamic(*type) ? fmt::format("{}    {} *{};\n", count, item, name)
-                             : fmt::format("{}    {} {}[{}];\n", count, item, name, type->capacity);
+    return tlvmsg_type_is_dynamic(type)
+               ? fmt::format("{}    {} *{};\n", count, item, name)
+               : fmt::format("{}    {} {}[{}];\n", count, item, name, type->capacity);
 }
 
 std::string declaration(const tlvmsg_type *type) {
@@ -149,10 +150,11 @@ private:
     }
 
     static std::string items(const tlvmsg_type *type) {
-        const std::string item = is_bytes(type) ? "bytes" : type->element->name;
+        const std::string item = tlvmsg_type_is_bytes(type) ? "bytes" : type->element->name;
         const std::string form = type->kind == TLVMSG_PACKED_ARRAY ? " without headers" : "";
-        return is_dynamic(*type) ? fmt::format(", count and {}", item)
-                                 : fmt::format(", count and up to {} {}{}", type->capacity, item, form);
+        return tlvmsg_type_is_dynamic(type)
+                   ? fmt::format(", count and {}", item)
+                   : fmt::format(", count and up to {} {}{}", type->capacity, item, form);
     }
 
     void choices(const tlvmsg_type *type, unsigned depth) {

@@ -4,6 +4,7 @@
 #include "support/osal_double/osal_double.h"
 
 #include <tlvmsg/all.h>
+#include <tlvmsg/record.h>
 
 #include <gtest/gtest.h>
 
@@ -149,11 +150,12 @@ TEST(Records, WithCountsAboveTheCapacityAreReadUpToIt) {
 }
 
 // No type of the schema nests dynamic arrays, so here is one: names behind a pointer.
-TEST(Records, WithBlocksInsideBlocksAreLimitedAndReleased) {
-    struct Names {
-        uint8_t count;
-        if_name *items;
-    };
+struct Names {
+    uint8_t count;
+    if_name *items;
+};
+
+tlvmsg_type type_of_names() {
     tlvmsg_type names{};
     names.name = "names";
     names.kind = TLVMSG_DYNAMIC_ELEMENTS;
@@ -163,6 +165,11 @@ TEST(Records, WithBlocksInsideBlocksAreLimitedAndReleased) {
     names.element = tlvmsg_type_find("if_name");
     names.count_width = 1;
     names.items_offset = offsetof(Names, items);
+    return names;
+}
+
+TEST(Records, WithBlocksInsideBlocksAreLimitedAndReleased) {
+    const tlvmsg_type names = type_of_names();
     const Bytes bytes = hex("00 0A 00 32  00 04 00 02 00 02  "
                             "03 F0 00 12  00 02 00 01 02  00 0A 00 09  00 04 00 02 00 02 61 62 00  "
                             "03 F0 00 12  00 02 00 01 02  00 0A 00 09  00 04 00 02 00 02 63 64 00");
@@ -188,6 +195,67 @@ TEST(Records, WithBlocksInsideBlocksAreLimitedAndReleased) {
     tlvmsg_release(&names, &record);
     EXPECT_EQ(osal_double_blocks_out(), 0u);
     EXPECT_EQ(osal_double_faults(), 0u);
+}
+
+TEST(Records, AreResizedWithTheirBlocks) {
+    osal_double_reset();
+    const tlvmsg_type names = type_of_names();
+    const tlvmsg_type *text = tlvmsg_type_find("if_name_name_array");
+    Names record{};
+    ASSERT_TRUE(tlvmsg_resize(&names, &record, 3, nullptr));
+    for (if_name *name = record.items; name != record.items + 3; ++name) {
+        ASSERT_TRUE(tlvmsg_resize(text, &name->name, 2, nullptr));
+        name->name.bytes[1] = 'x';
+    }
+    uint8_t *const kept = record.items[0].name.bytes;
+    EXPECT_EQ(osal_double_blocks_out(), 4u);
+    ASSERT_TRUE(tlvmsg_resize(&names, &record, 1, nullptr));
+    EXPECT_EQ(osal_double_blocks_out(), 2u);
+    ASSERT_TRUE(tlvmsg_resize(&names, &record, 2, nullptr));
+    EXPECT_EQ(record.items[0].name.bytes, kept);
+    EXPECT_EQ(record.items[1].name.bytes, nullptr);
+
+    ASSERT_TRUE(tlvmsg_resize(text, &record.items[0].name, 4, nullptr));
+    EXPECT_EQ(std::string(record.items[0].name.bytes, record.items[0].name.bytes + 5),
+              std::string("\0x\0\0\0", 5));
+    tlvmsg_fault fault;
+    osal_double_fail(1, 0);
+    EXPECT_FALSE(tlvmsg_resize(text, &record.items[0].name, 5, &fault));
+    EXPECT_EQ(fault.code, TLVMSG_OUT_OF_MEMORY);
+    EXPECT_FALSE(tlvmsg_resize(text, &record.items[0].name, 256, &fault));
+    EXPECT_EQ(fault.code, TLVMSG_COUNT_EXCEEDS_FIELD);
+    EXPECT_EQ(fault.allowed, 255u);
+    EXPECT_EQ(record.items[0].name.count, 4u);
+    ASSERT_TRUE(tlvmsg_resize(&names, &record, 0, nullptr));
+    EXPECT_EQ(record.items, nullptr);
+    EXPECT_EQ(osal_double_blocks_out() + osal_double_faults(), 0u);
+
+    const tlvmsg_type *mac = tlvmsg_type_find("zel_mac_addr_mac_array");
+    zel_mac_addr_mac_array bytes = {2, {1, 2, 3, 4, 5, 6}};
+    ASSERT_TRUE(tlvmsg_resize(mac, &bytes, 4, nullptr));
+    EXPECT_EQ(to_hex(bytes.bytes, 6), "01 02 00 00 05 06");
+    EXPECT_FALSE(tlvmsg_resize(mac, &bytes, 7, &fault));
+    EXPECT_EQ(fault.code, TLVMSG_COUNT_EXCEEDS_CAPACITY);
+    zel_vstring_vstring_array wide{};
+    EXPECT_FALSE(tlvmsg_resize(tlvmsg_type_find("zel_vstring_vstring_array"), &wide, 65536, &fault));
+    EXPECT_EQ(fault.code, TLVMSG_VALUE_TOO_LONG);
+}
+
+TEST(Records, HoldNumbersOfEveryWidth) {
+    for (const char *name : {"char", "uint8", "int8", "uint16", "int16", "uint32", "int32", "uint64", "int64",
+                             "zel_led_color"}) {
+        const tlvmsg_type *type = tlvmsg_type_find(name);
+        const auto least = static_cast<uint64_t>(tlvmsg_least(type));
+        const uint64_t most = tlvmsg_most(type);
+        EXPECT_EQ(most - least, UINT64_MAX >> (64 - 8 * type->size)) << name;
+        EXPECT_EQ(least != 0, tlvmsg_type_is_signed(type)) << name;
+        for (const uint64_t value : {least, uint64_t{1}, most, most + 1}) {
+            uint64_t field[2] = {UINT64_MAX, UINT64_MAX};
+            tlvmsg_store(type, field, value);
+            EXPECT_EQ(tlvmsg_load(type, field), value == most + 1 ? least : value) << name;
+            EXPECT_EQ(reinterpret_cast<uint8_t *>(field)[type->size], UINT8_MAX) << name;
+        }
+    }
 }
 
 TEST_P(Records, SurviveWhenMemoryRunsOut) {

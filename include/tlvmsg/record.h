@@ -1,0 +1,109 @@
+/*
+ * record.h - the fields of records, for code that fills, copies or prints records of types that it does not
+ * know by name.
+ *
+ * A field lies at its member's offset in the record, and its type says what it is:
+ *
+ *     scalars, enumerations   numbers                          tlvmsg_load, tlvmsg_store
+ *     arrays                  a count and items                tlvmsg_items_of, tlvmsg_resize
+ *     unions                  a selector and what it chooses   tlvmsg_chosen_in
+ *     structures              members                          their descriptor
+ *
+ * A structure may share its record with a union: then that member's path is "". A member that is
+ * TLVMSG_SHARED_WITH_NEXT has no field of its own: it is the count or selector of the next one.
+ *
+ * Records are believed to be laid out as their type says, and pointers in them to designate `count` items or
+ * to be null. No argument may be null unless it says so. Nothing here knows limits or locks; see inspect.h
+ * for bytes that nobody vouches for.
+ *
+ * Example, a text into the dynamic array of an if_name:
+ *
+ *     const tlvmsg_member *name = &type->members[1]; // behind the count, which it shares
+ *     uint8_t *field = (uint8_t *)record + name->offset;
+ *     if (tlvmsg_resize(name->type, field, 4, &fault)) {
+ *         memcpy(tlvmsg_items_of(name->type, field).first, "eth0", 4);
+ *     }
+ */
+#ifndef TLVMSG_RECORD_H
+#define TLVMSG_RECORD_H
+
+#include <tlvmsg/inspect.h>
+
+#include <stdbool.h>
+#include <stddef.h>
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Blocks ------------------------------------------------------------------------------------------ */
+
+/*
+ * A block of `size` zero bytes from the platform's pool, aligned for every record, or null when there is none
+ * or size exceeds UINT32_MAX. It may become the items of a dynamic array: tlvmsg_release and tlv_free release
+ * it as well.
+ */
+void *tlvmsg_allocate(size_t size);
+
+/* Releases a block of tlvmsg_allocate, or of a record's dynamic array. Null is harmless. */
+void tlvmsg_free(void *block);
+
+/* ---- Numbers ----------------------------------------------------------------------------------------- */
+
+/*
+ * The number in a field of a scalar or an enumeration, or the count in an array's record. Signed ones come
+ * sign-extended: cast to int64_t.
+ */
+uint64_t tlvmsg_load(const tlvmsg_type *type, const void *field);
+
+/* Stores as many low bits of the value as such a number has; of an array nothing but its count. */
+void tlvmsg_store(const tlvmsg_type *type, void *field, uint64_t value);
+
+/* What tlvmsg_load would give for these low bits. */
+uint64_t tlvmsg_sign_extend(const tlvmsg_type *type, uint64_t bits);
+
+/* The least and the largest that such a number can be. */
+int64_t tlvmsg_least(const tlvmsg_type *type);
+uint64_t tlvmsg_most(const tlvmsg_type *type);
+
+/* ---- Arrays ------------------------------------------------------------------------------------------ */
+
+/* Whether items are bytes, and whether they lie behind a pointer. Both false for what is no array. */
+bool tlvmsg_type_is_bytes(const tlvmsg_type *type);
+bool tlvmsg_type_is_dynamic(const tlvmsg_type *type);
+
+/* What an array's record holds. */
+typedef struct tlvmsg_items {
+    uint64_t count;    /* as it stands there */
+    uint64_t readable; /* how many items are really there: at most the capacity, none behind a null pointer */
+    uint8_t *first;    /* the item at index i begins i * element->size bytes further on */
+} tlvmsg_items;
+
+tlvmsg_items tlvmsg_items_of(const tlvmsg_type *array, const void *record);
+
+/* The most items that the record can hold and the wire's 16-bit count can say. */
+uint64_t tlvmsg_most_items(const tlvmsg_type *array);
+
+/*
+ * Makes the array one of `count` items: keeps the first ones, releases the blocks of those that go, and adds
+ * zero ones. A dynamic array that grows gets a new block, where a zero byte lies behind bytes; one that
+ * becomes empty has none. On failure the record is unchanged and `*fault`, which may be null, says why:
+ * TLVMSG_COUNT_EXCEEDS_CAPACITY, TLVMSG_COUNT_EXCEEDS_FIELD, TLVMSG_VALUE_TOO_LONG, TLVMSG_OUT_OF_MEMORY, at
+ * offset 0.
+ */
+bool tlvmsg_resize(const tlvmsg_type *array, void *record, size_t count, tlvmsg_fault *fault);
+
+/* ---- Unions ------------------------------------------------------------------------------------------ */
+
+/* The alternative that the selector's value chooses, or null for none. */
+const tlvmsg_alternative *tlvmsg_chosen_by(const tlvmsg_type *union_type, uint32_t selector);
+
+/* The same for the selector in the record that the union's operations take, at selector_offset. */
+const tlvmsg_alternative *tlvmsg_chosen_in(const tlvmsg_type *union_type, const void *record);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
