@@ -25,15 +25,15 @@ struct zel_env_volt_sensor_info = 1700 {
 }
 
 /// Kind of a sensor; selects the reading.
-enum zel_envmon_type = 1704
+enum zel_envmon_type = 1704 { power = 0  voltage = 1  temperature = 2 }
 
 /// Reading of the kind of sensor before it: power, voltage or temperature, or one byte for kind 3. Above 3
 /// there is none, which is no fault.
 union zel_env_monitoring_sensor_info_mon_type_union by zel_envmon_type mon_type {
-    0: zel_env_power_sensor_info  power
-    1: zel_env_volt_sensor_info   voltage
-    2: zel_env_temp_sensor_info   temperature
-    3: uint8                      value
+          power: zel_env_power_sensor_info  power
+        voltage: zel_env_volt_sensor_info   voltage
+    temperature: zel_env_temp_sensor_info   temperature
+              3: uint8                      value
 }
 
 /// Status of a sensor.

@@ -16,14 +16,18 @@ struct svrm_dhcp_info = 1210 {
     zel_boolean  dhcp
 }
 
-/// How a server module gets its address: 0 static, 1 by DHCP.
-enum svrm_ip_type = 1225
+/// How a server module gets its address.
+enum svrm_ip_type = 1225 {
+    /// The addresses and the gateway are given.
+    static = 0
+    dhcp   = 1
+}
 
 /// Addressing of the kind before it; any kind but static and DHCP carries nothing, which is no fault. The
 /// operations take a whole svrm_ipaddr, whose selector is its second member.
 union svrm_ipaddr_type_union by svrm_ip_type ip_type in svrm_ipaddr {
-    0: svrm_addr_info  addr_info
-    1: svrm_dhcp_info  dhcp_info
+    static: svrm_addr_info  addr_info
+      dhcp: svrm_dhcp_info  dhcp_info
 }
 
 /// Type of a server module's IP address.
