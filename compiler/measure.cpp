@@ -39,7 +39,13 @@ public:
         return known != sizes_.end() ? known->second : sizes_[&type] = bounded(type, unbounded(type));
     }
 
-    bool may_wrap(const Type &type) { return unbounded(type).max > UINT16_MAX; }
+    bool may_wrap(const Type &type) {
+        const auto wraps = [this](const auto &part) { return may_wrap(*part.type); };
+        return unbounded(type).max > UINT16_MAX ||
+               std::any_of(type.members.begin(), type.members.end(), wraps) ||
+               std::any_of(type.alternatives.begin(), type.alternatives.end(), wraps) ||
+               (is_array(type) && may_wrap(*type.element));
+    }
 
 private:
     Size item_size(const Type &array) {

@@ -371,7 +371,7 @@ private:
         do {
             alternative.values.push_back(value());
         } while (take_if(TokenKind::Comma));
-        expect(TokenKind::Colon, "':'");
+        expect(TokenKind::Colon, "':' behind the value");
         type_and_name(result, alternative, start);
     }
 

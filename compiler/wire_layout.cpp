@@ -228,15 +228,14 @@ std::string about_dynamic_bytes(const Type &type, const std::string &path) {
 }
 
 std::string about_wrapping(const Type &type) {
+    if (type.kind == Kind::Message || type.kind == Kind::Union) {
+        return "Elements can be filled so that sizes wrap at 65,536; tlvmsg_size refuses those.";
+    }
+    std::string text = "Records can be filled so that the size wraps at 65,536; tlvmsg_size refuses them.";
     std::string path;
-    const Type *const array = type.kind == Kind::Structure ? only_varying_array(type, path) : nullptr;
-    std::string text =
-        fmt::format("Records can be filled so that the size wraps at 65,536; tlvmsg_size refuses "
-                    "{}",
-                    type.kind == Kind::Message ? "such elements and sizes longer messages." : "them.");
-    if (array != nullptr) {
+    if (const Type *const array = only_varying_array(type, path)) {
         const uint64_t others = type.min_size - array->min_size;
-        text += fmt::format(" {} is {} at the most.", below(path, "count"),
+        text += fmt::format(" A {} up to {} fits.", below(path, "count"),
                             grouped(most_items(*array, wire::largest_element - others)));
     }
     return text;

@@ -4,8 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <map>
+#include <regex>
 #include <sstream>
 #include <string>
 
@@ -176,6 +178,42 @@ TEST(Interface, is_what_the_descriptors_and_records_are) {
         EXPECT_EQ(found->second, Description(type).text()) << "if this is meant: ./dev interface";
     }
     EXPECT_EQ(declared, blocks.size()) << "types are gone: ./dev interface";
+}
+
+// A header states sizes twice: in the comment of a type, and as macros behind it.
+TEST(Headers, state_the_sizes_that_the_descriptors_have) {
+    const std::regex macro("#define TLVMSG_(SIZE|MIN_SIZE|MAX_SIZE|TAG|CAPACITY)_(\\w+) (\\d+)");
+    std::map<std::string, int> seen;
+    for (const auto &file : std::filesystem::directory_iterator(TLVMSG_HEADERS)) {
+        std::ifstream in(file.path());
+        std::string comment;
+        for (std::string line; std::getline(in, line);) {
+            std::smatch found;
+            if (line == "/**") {
+                comment.clear();
+            } else if (line.starts_with(" * ")) {
+                comment += line.substr(2);
+            } else if (std::regex_match(line, found, macro) &&
+                       tlvmsg_type_find(found.str(2).c_str()) != nullptr) {
+                const tlvmsg_type &type = *tlvmsg_type_find(found.str(2).c_str());
+                const std::string what = found.str(1);
+                const uint32_t expected = what == "TAG"        ? type.tag
+                                          : what == "CAPACITY" ? type.capacity
+                                          : what == "MIN_SIZE" ? type.min_encoded
+                                                               : type.max_encoded;
+                EXPECT_EQ(found.str(3), std::to_string(expected)) << line;
+                ++seen[type.name];
+                const std::string least = std::to_string(type.min_encoded);
+                const std::string most = std::to_string(type.max_encoded);
+                const std::string sizes = type.kind == TLVMSG_UNION ? "up to " + most + " bytes"
+                                          : type.min_encoded == type.max_encoded
+                                              ? " " + most + " bytes"
+                                              : " " + least + " to " + most + " bytes";
+                EXPECT_NE(comment.find(sizes), comment.npos) << type.name << ":" << comment;
+            }
+        }
+    }
+    EXPECT_EQ(seen.size() + 9, tlvmsg_type_count()) << "all but the scalars";
 }
 
 } // namespace

@@ -1,0 +1,26 @@
+// What is generated for a small schema with every kind of type, against a reviewed copy.
+#include "emit.h"
+#include "support.h"
+
+#include <algorithm>
+
+namespace tlvc {
+namespace {
+
+const std::filesystem::path golden = data_directory / "golden";
+
+TEST(Emitters, write_the_reviewed_files) {
+    Compiled compiled({(golden / "relay/relays.tlv").string(), (golden / "relay/family.tlv").string()});
+    ASSERT_TRUE(compiled.schema);
+    EXPECT_EQ(emit_interface(*compiled.schema), read_file((golden / "interface.txt").string()));
+    const GeneratedFiles files = emit(*compiled.schema);
+    for (const char *path : {"include/tlvmsg/relay.h", "src/relay_codecs.h", "src/relay_layout.c"}) {
+        const auto file = std::find_if(files.begin(), files.end(),
+                                       [&](const GeneratedFile &each) { return each.path == path; });
+        ASSERT_NE(file, files.end()) << path;
+        EXPECT_EQ(file->text, read_file((golden / std::filesystem::path(path).filename()).string())) << path;
+    }
+}
+
+} // namespace
+} // namespace tlvc

@@ -1,0 +1,1 @@
+//! Relays of voice ports, with every kind of type there is.
