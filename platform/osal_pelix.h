@@ -24,8 +24,15 @@ void OSALfree(uint32_t selector, void *block);
 /* Sets `size` bytes to `value` and returns the block. */
 void *OSALmemset(void *block, int value, uint32_t size);
 
+/* C before C99, as GNU compilers read it, calls by another name what never gives an out-of-line copy. */
+#if defined(__cplusplus) || defined(__GNUC_STDC_INLINE__)
+#define OSAL_INLINE inline
+#else
+#define OSAL_INLINE extern __inline__
+#endif
+
 /* Host order to network order (big-endian) and back. */
-inline uint16_t OSALhtons(uint16_t value) {
+OSAL_INLINE uint16_t OSALhtons(uint16_t value) {
 #if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
     return value;
 #else
@@ -33,7 +40,7 @@ inline uint16_t OSALhtons(uint16_t value) {
 #endif
 }
 
-inline uint32_t OSALhtonl(uint32_t value) {
+OSAL_INLINE uint32_t OSALhtonl(uint32_t value) {
 #if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
     return value;
 #else
@@ -41,8 +48,8 @@ inline uint32_t OSALhtonl(uint32_t value) {
 #endif
 }
 
-inline uint16_t OSALntohs(uint16_t value) { return OSALhtons(value); }
-inline uint32_t OSALntohl(uint32_t value) { return OSALhtonl(value); }
+OSAL_INLINE uint16_t OSALntohs(uint16_t value) { return OSALhtons(value); }
+OSAL_INLINE uint32_t OSALntohl(uint32_t value) { return OSALhtonl(value); }
 
 #ifdef __cplusplus
 }

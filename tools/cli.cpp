@@ -62,7 +62,7 @@ std::string exit_text() {
 Cli::Cli() : app_(own_help().summary, "tlv") {
     helps_[&app_] = own_help();
     app_.footer(footer_of(own_help()) + exit_text());
-    app_.set_version_flag("--version", "tlv " TLVMSG_VERSION, "Print the version and exit");
+    app_.set_version_flag("--version", "tlv " TLV_VERSION, "Print the version and exit");
     app_.set_help_flag("-h,--help", "Print this help and exit");
     app_.require_subcommand(0, 1);
     app_.add_option("--generate", generate_, "")->group("");

@@ -9,16 +9,55 @@
  * Tags 1 to 9 are the scalars below, 10 is every array, and 1001 upward belong to the types of the family
  * headers. Messages and unions have no element of their own.
  *
- * Conventions that hold for every operation of the library, here and in the family headers:
+ * These operations, and the three of each type in the family headers, are exact: they take no lengths and find
+ * no faults, because both sides trust each other and every byte between them. For bytes and records that
+ * nobody vouches for <tlvmsg/inspect.h> has the same with lengths, limits and faults. Here
  *
- *   - Null is the only failure, and it propagates: an operation that is handed a null position returns null.
- *   - Sizes are bytes, 16 bits wide, and wrap silently.
- *   - Nothing is told the size of a buffer. An encoder writes as many bytes as the size operation of the same
- *     record says; a decoder reads as far as the length and count fields of its input say and stores any
- * count. Never hand bytes that you do not trust to a decoder of this library.
- *   - Records and buffers are the caller's. Only decoders of dynamic arrays allocate (tlv_calloc); the caller
- *     releases their blocks with tlv_free. Nothing is released on failure.
- *   - No state, no locks: any thread may call anything on its own records and buffers.
+ *   - null is the only failure, and it propagates: an operation that is handed a null position returns null;
+ *   - records and buffers are the caller's; only decoders of dynamic arrays allocate (tlv_calloc), the caller
+ *     releases their blocks with tlv_free, and nothing is released on failure;
+ *   - there is no state and no lock: any thread may call anything on its own records and buffers.
+ *
+ * What an encoder needs of its caller
+ *
+ *   - Room for all that it writes. The size operation says how much, but in 16 bits that wrap silently: it can
+ *     be relied on up to 65,535 bytes. A zel_vstring with a count of 65,530 has the size 17, and its encoder
+ *     writes 65,553 bytes. tlvmsg_size tells beforehand: it refuses a record with an element that is too long
+ *     for its length (value-too-long) or a count without items (items-missing), and gives the true size of a
+ *     message, which has no length and may exceed 65,535 bytes.
+ *   - Counts within the capacities, with which nothing compares them. Of a larger count the items behind the
+ *     array's storage are sent as well. Byte arrays alone fail then, once they have written everything.
+ *   - No dynamic byte arrays: of them the encoder sends the record's own bytes, from the pointer field onward,
+ *     and what lies behind the record. tlvmsg_encode sends the bytes that the pointer designates.
+ *   - A null pointer only with a count of 0. Dynamic arrays of elements fail otherwise, once they have written
+ *     their header and count.
+ *
+ * What a decoder needs of its caller
+ *
+ *   - Bytes from a trusted encoder. A decoder reads as far as lengths and counts lead it, and members also
+ *     behind the end that the length of their structure gives: 05 4D 00 00 is a zel_led_control without
+ *     members, and its decoder looks for the first one in the four bytes behind. How much of a buffer has to
+ *     be readable depends on all of its bytes; tlvmsg_verify finds out (`examined`), tlvmsg_decode sees to it.
+ *   - Room for the items. Counts are stored as they come and compared with no capacity: of a larger count the
+ *     items are stored behind the array.
+ *   - The right type. A message has no tag of its own, nearly all begin with the same app_sess_hdr, and none
+ *     says how long it is: which message comes next, and where it ends, is for the caller's framing to say.
+ *
+ * What the success of a decoder means
+ *
+ *   - Of a structure or array, that its own tag was right, and no more: whatever became of its members and
+ *     items, decoding goes on where its own length says. Of an enumeration, its tag and the number inside; its
+ *     own length is not looked at. Of a union, that of the chosen alternative, or that none is chosen.
+ *   - Of a message, that each of its own members succeeded. What failed inside them does not show.
+ *   - A message's decoder clears the record first, and releases nothing that it holds. All others leave what is
+ *     absent as it was: old numbers, and old pointers of dynamic arrays. Clear such a record beforehand.
+ *   - A bounded array that its structure lacks has its capacity for a count, over whatever its items were.
+ *   - A dynamic array whose block could not be allocated fails, but not the structure around it, and so not the
+ *     message: the count stays, beside a null pointer. A count of 0 allocates a block, too.
+ *   - A count field of 8 bits keeps the low 8 bits of a larger count, while the block holds all items. A count
+ *     that travels before its array gives way to the array's own, also where it is a 32-bit number.
+ *   - Bytes are followed by a zero byte while the array has room for one. A full bounded array has none: do not
+ *     print it with %s.
  *
  * Example:
  *
@@ -29,6 +68,8 @@
  */
 #ifndef TLVMSG_RUNTIME_H
 #define TLVMSG_RUNTIME_H
+
+#include <tlvmsg/version.h>
 
 #include <stdint.h>
 

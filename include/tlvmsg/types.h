@@ -15,6 +15,8 @@
 #ifndef TLVMSG_TYPES_H
 #define TLVMSG_TYPES_H
 
+#include <tlvmsg/version.h>
+
 #include <stddef.h>
 #include <stdint.h>
 

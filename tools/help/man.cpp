@@ -138,7 +138,7 @@ std::string man_page(const Cli &cli, const CLI::App &command) {
     std::transform(title.begin(), title.end(), title.begin(),
                    [](char c) { return static_cast<char>(std::toupper(static_cast<unsigned char>(c))); });
     return fmt::format(".TH {} 1 \"\" \"tlvmsg {}\" \"User Commands\"\n.SH NAME\n{} \\- {}\n", plain(title),
-                       TLVMSG_VERSION, plain(name), plain(uncapitalised(cli.help(command).summary))) +
+                       TLV_VERSION, plain(name), plain(uncapitalised(cli.help(command).summary))) +
            synopsis(cli, command) + description(cli, command) + options(command) + examples(cli, command) +
            exit_status() + see_also(cli, command);
 }
