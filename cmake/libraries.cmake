@@ -56,8 +56,9 @@ foreach(library tlvmsg tlvmsg_static)
 endforeach()
 target_link_libraries(tlvmsg_static PUBLIC osal_pelix ${TLVMSG_PLATFORM_LIBRARIES})
 
-# Compiled for its assertions; never linked.
+# Compiled for its assertions, to which sanitizers have nothing to add; never linked.
 add_library(tlvmsg_layout OBJECT ${layout_c_sources} ${layout_cpp_sources})
+set_target_properties(tlvmsg_layout PROPERTIES EXCLUDE_FROM_ALL ${TLVMSG_SANITIZED})
 add_dependencies(tlvmsg_layout tlvmsg_schema)
 target_include_directories(tlvmsg_layout PRIVATE ${TLVMSG_INCLUDE} ${CMAKE_SOURCE_DIR} ${TLVMSG_GENERATED})
 target_link_libraries(tlvmsg_layout PRIVATE tlvmsg_warnings)

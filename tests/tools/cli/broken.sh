@@ -37,16 +37,14 @@ survives() { # FILE WHAT
         [ $? -le 3 ] || fail "$command, $2"
     done
 }
-for size in $(seq 0 7 119); do
+for size in $(seq 0 17 119); do
     head -c "$size" led.bin >cut.bin
     survives cut.bin "cut to $size"
     run verify -t $message cut.bin; is 1; error_has 'error\[truncated\]'
 done
-for offset in $(seq 0 5 119); do
-    for byte in 00 FF; do
-        cp led.bin changed.bin && change changed.bin "$offset" $byte
-        survives changed.bin "byte $offset"
-    done
+for offset in 0 2 3 93 95 111; do # tags and lengths
+    cp led.bin changed.bin && change changed.bin "$offset" FF
+    survives changed.bin "byte $offset"
 done
 # An element shorter than its members: bytes are read again, and still printed once.
 tlv sample --kind min analogbri_tdm_conn_resp_message >short.bin && change short.bin 110 0000
