@@ -34,22 +34,17 @@ struct Both {
     Codec plain;
 };
 
-bool has_pointers(const tlvmsg_type &type) {
-    bool found = false;
-    for_each_type(type, [&](const tlvmsg_type &each) { found = found || is_dynamic(each); });
-    return found;
-}
-
 // Decodes into a record full of a pattern, so that a byte that only one of them stores shows. Records with
 // pointers start as zero instead, and are compared by what they say.
 struct Decoded {
     Decoded(const tlvmsg_type &decoded_type, const Codec &codec, const uint8_t *in)
-        : type(decoded_type), storage((type.size + 15) / 8, pattern(has_pointers(type) ? 0 : untouched)) {
+        : type(decoded_type),
+          storage((type.size + 15) / 8, pattern(holds(type, is_dynamic) ? 0 : untouched)) {
         const uint8_t *at = codec.decode(in, record());
         end = at == nullptr ? -1 : at - in;
     }
     ~Decoded() {
-        if (has_pointers(type)) {
+        if (holds(type, is_dynamic)) {
             release(type, record());
         }
     }
@@ -68,7 +63,7 @@ void expect_same_decoding(const tlvmsg_type &type, const Both &codecs, const uin
     Decoded fast(type, codecs.fast, in);
     Decoded plain(type, codecs.plain, in);
     ASSERT_EQ(fast.end, plain.end) << type.name;
-    if (has_pointers(type)) {
+    if (holds(type, is_dynamic)) {
         ASSERT_TRUE(tlvmsg_equal(&type, fast.record(), plain.record())) << type.name;
     } else {
         ASSERT_EQ(fast.storage, plain.storage) << type.name;
@@ -126,14 +121,11 @@ TEST_P(Family, encodes_and_decodes_the_same_with_and_without_fast_paths) {
         for_each_sample(type, [&](uint64_t seed, Counts counts, uint32_t choice) {
             const Sample sample(type, seed, counts, choice, untouched);
             const Bytes bytes = sample.encoded();
-            bool dynamic_bytes = false;
-            for_each_type(type, [&](const tlvmsg_type &each) {
-                dynamic_bytes = dynamic_bytes || each.kind == TLVMSG_DYNAMIC_BYTES;
-            });
             if (bytes.empty()) {
                 return;
             }
-            if (!dynamic_bytes) { // these send what lies in the record, which differs from one to the next
+            if (!holds(type, is_dynamic_bytes)) { // these send what lies in the record, which differs from
+                                                  // one to the next
                 expect_same_encoding(type, codecs, sample.record());
             }
             if (type.kind != TLVMSG_UNION) { // these go by what the record holds

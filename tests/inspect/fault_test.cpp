@@ -50,9 +50,6 @@ TEST(Fault, OfAnInputSaysWhatAndWhere) {
 
 TEST(Fault, OfAllocationSaysHowMuch) {
     const Bytes bytes = hex("00 0A 00 09  00 04 00 02 00 02 61 62 00");
-    const tlvmsg_limits enough{3, false};
-    EXPECT_TRUE(tlvmsg_verify(tlvmsg_type_find("if_name_name_array"), bytes.data(), bytes.size(), &enough,
-                              nullptr, nullptr));
     const tlvmsg_limits less{2, false};
     EXPECT_EQ(refusal("if_name_name_array", bytes, &less),
               "error[allocation-limit]: if_name_name_array: 3 bytes to be allocated exceed the limit of 2 at "

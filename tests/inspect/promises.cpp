@@ -13,12 +13,6 @@ namespace tlvmsg_test {
 
 namespace {
 
-bool holds_dynamic(const tlvmsg_type &type) {
-    bool found = false;
-    for_each_type(type, [&](const tlvmsg_type &each) { found = found || is_dynamic(each); });
-    return found;
-}
-
 bool resolves(const tlvmsg_type &type, std::string_view rest) {
     if (rest.empty()) {
         return true;
@@ -79,7 +73,7 @@ bool path_resolves(const char *path) {
 }
 
 Bench::Bench(const tlvmsg_type &type, size_t largest_input, Guard record_guard)
-    : type_(type), exact_(find_codec(type)), dynamic_(holds_dynamic(type)), input_(largest_input + 1),
+    : type_(type), exact_(find_codec(type)), dynamic_(holds(type, is_dynamic)), input_(largest_input + 1),
       record_(type.size, record_guard), exact_record_(type.size, record_guard) {}
 
 const uint8_t *Bench::place(const uint8_t *bytes, size_t size) {
@@ -96,15 +90,13 @@ bool Bench::check(const Bytes &input) {
     const bool accepted = tlvmsg_verify(&type_, in, input.size(), nullptr, &extent, &fault);
     SCOPED_TRACE(std::string(type_.name) + "\n" + to_hex(input.data(), input.size()));
 
-    const tlvmsg_limits strict{0, true};
-    EXPECT_EQ(tlvmsg_verify(&type_, in, input.size(), &strict, nullptr, nullptr),
-              accepted && extent.deviations == 0 && extent.consumed == input.size());
     check_trace(in, input.size(), accepted, extent, fault);
+    check_limits(in, input.size(), accepted, extent);
     if (accepted) {
         EXPECT_EQ(fault.code, TLVMSG_OK);
         check_accepted(in, input.size(), extent);
     } else {
-        check_refused(in, input.size(), extent, fault);
+        check_refused(input.size(), extent, fault);
     }
     return accepted;
 }
@@ -116,7 +108,6 @@ void Bench::check_accepted(const uint8_t *in, size_t size, const tlvmsg_extent &
     EXPECT_TRUE(extent.deviations == 0 || path_resolves(extent.first_deviation.path))
         << extent.first_deviation.path;
 
-    check_limit(in, size, extent);
     osal_double_reset();
     std::memset(record_.data(), 0xA5, record_.size());
     size_t consumed = 0;
@@ -155,17 +146,41 @@ void Bench::check_without_image(const uint8_t *in, size_t size) {
     EXPECT_EQ(std::memcmp(record_.data(), exact_record_.data(), type_.size), 0);
 }
 
-// What is allocated is allowed, and not a byte less.
-void Bench::check_limit(const uint8_t *in, size_t size, const tlvmsg_extent &extent) {
+// Strict callers have everything refused that is not as it should be. What is allocated is allowed, and not a
+// byte less.
+void Bench::check_limits(const uint8_t *in, size_t size, bool accepted, const tlvmsg_extent &extent) {
+    const bool flawless = accepted && extent.deviations == 0 && extent.consumed == size;
+    check_under({0, false}, in, size, accepted ? extent.consumed : 0, accepted);
+    check_under({0, true}, in, size, size, flawless);
     if (extent.allocated > 1) { // a limit of 0 would be the default
-        tlvmsg_fault fault;
-        const tlvmsg_limits enough{extent.allocated, false};
-        EXPECT_TRUE(tlvmsg_verify(&type_, in, size, &enough, nullptr, nullptr));
-        const tlvmsg_limits less{extent.allocated - 1, false};
-        EXPECT_FALSE(tlvmsg_verify(&type_, in, size, &less, nullptr, &fault));
+        check_under({extent.allocated, true}, in, size, size, flawless);
+        check_under({extent.allocated, false}, in, size, extent.consumed, true);
+        const tlvmsg_fault fault = check_under({extent.allocated - 1, false}, in, size, 0, false);
         EXPECT_EQ(fault.code, TLVMSG_ALLOCATION_LIMIT);
         EXPECT_EQ(fault.found, extent.allocated);
     }
+}
+
+// Verifying and decoding agree on the answer, and a refused record is zero and holds no block.
+tlvmsg_fault Bench::check_under(const tlvmsg_limits &limits, const uint8_t *in, size_t size, size_t end,
+                                bool accepted) {
+    tlvmsg_fault verified;
+    tlvmsg_fault decoded;
+    size_t consumed = SIZE_MAX;
+    osal_double_reset();
+    std::memset(record_.data(), 0xA5, record_.size());
+    EXPECT_EQ(tlvmsg_verify(&type_, in, size, &limits, nullptr, &verified), accepted);
+    EXPECT_EQ(tlvmsg_decode(&type_, in, size, &limits, record_.data(), &consumed, &decoded), accepted);
+    EXPECT_TRUE(same(verified, decoded));
+    EXPECT_EQ(consumed, accepted ? end : 0);
+    if (accepted) {
+        tlvmsg_release(&type_, record_.data());
+    } else {
+        EXPECT_TRUE(std::all_of(record_.begin(), record_.end(), [](uint8_t byte) { return byte == 0; }));
+    }
+    EXPECT_EQ(osal_double_blocks_out(), 0u);
+    EXPECT_EQ(osal_double_faults(), 0u);
+    return decoded;
 }
 
 // Handed no byte more than verification has examined. Message decoders clear the record themselves.
@@ -179,25 +194,11 @@ void Bench::check_exact_decoder(const uint8_t *in, const tlvmsg_extent &extent) 
     }
 }
 
-void Bench::check_refused(const uint8_t *in, size_t size, const tlvmsg_extent &extent,
-                          const tlvmsg_fault &fault) {
+void Bench::check_refused(size_t size, const tlvmsg_extent &extent, const tlvmsg_fault &fault) const {
     EXPECT_EQ(extent.consumed + extent.examined + extent.allocated + extent.deviations, 0u);
     EXPECT_NE(fault.code, TLVMSG_OK);
     EXPECT_LE(fault.offset, size);
     EXPECT_TRUE(path_resolves(fault.path)) << fault.path;
-
-    osal_double_reset();
-    std::memset(record_.data(), 0xA5, record_.size());
-    size_t consumed = 1;
-    tlvmsg_fault again;
-    EXPECT_FALSE(tlvmsg_decode(&type_, in, size, nullptr, record_.data(), &consumed, &again));
-    EXPECT_EQ(consumed, 0u);
-    EXPECT_EQ(again.code, fault.code);
-    EXPECT_EQ(again.offset, fault.offset);
-    EXPECT_STREQ(again.path, fault.path);
-    EXPECT_TRUE(record_is_zero());
-    EXPECT_EQ(osal_double_blocks_out(), 0u);
-    EXPECT_EQ(osal_double_faults(), 0u);
 }
 
 // A tracer is told of every member, so tracing decodes each by itself, and must find what verification found,
@@ -222,10 +223,6 @@ void Bench::check_trace(const uint8_t *in, size_t size, bool accepted, const tlv
         EXPECT_TRUE(trace.gapless);
         EXPECT_EQ(trace.end, extent.consumed);
     }
-}
-
-bool Bench::record_is_zero() const {
-    return std::all_of(record_.begin(), record_.end(), [](uint8_t byte) { return byte == 0; });
 }
 
 } // namespace tlvmsg_test

@@ -21,13 +21,13 @@ public:
 private:
     void check_accepted(const uint8_t *in, size_t size, const tlvmsg_extent &extent);
     void check_without_image(const uint8_t *in, size_t size);
-    void check_limit(const uint8_t *in, size_t size, const tlvmsg_extent &extent);
+    void check_limits(const uint8_t *in, size_t size, bool accepted, const tlvmsg_extent &extent);
+    tlvmsg_fault check_under(const tlvmsg_limits &limits, const uint8_t *in, size_t size, size_t end,
+                             bool accepted);
     void check_exact_decoder(const uint8_t *in, const tlvmsg_extent &extent);
-    void check_refused(const uint8_t *in, size_t size, const tlvmsg_extent &extent,
-                       const tlvmsg_fault &fault);
+    void check_refused(size_t size, const tlvmsg_extent &extent, const tlvmsg_fault &fault) const;
     void check_trace(const uint8_t *in, size_t size, bool accepted, const tlvmsg_extent &extent,
                      const tlvmsg_fault &fault);
-    bool record_is_zero() const;
 
     // The bytes so that the forbidden page lies right behind them.
     const uint8_t *place(const uint8_t *bytes, size_t size);

@@ -43,25 +43,6 @@ void for_each_dynamic_array(const tlvmsg_type &type, const uint8_t *record, cons
     }
 }
 
-bool same_block(const tlvmsg_type &array, const uint8_t *sent, const uint8_t *received) {
-    const uint64_t count = load_number(sent, array.count_width);
-    const uint8_t *block = load_pointer(received + array.items_offset);
-    if (load_number(received, array.count_width) != count || block == nullptr) {
-        return false;
-    }
-    if (array.kind == TLVMSG_DYNAMIC_BYTES) {
-        return std::memcmp(block, sent + array.items_offset, count) == 0 && block[count] == 0;
-    }
-    const uint8_t *items = load_pointer(sent + array.items_offset);
-    for (uint64_t i = 0; i < count; ++i) {
-        const uint64_t at = i * array.element->size;
-        if (!same_after_transfer(*array.element, items + at, block + at)) {
-            return false;
-        }
-    }
-    return true;
-}
-
 } // namespace
 
 uint64_t load_number(const uint8_t *at, uint32_t width) {
@@ -101,7 +82,7 @@ void store_pointer(uint8_t *at, uint8_t *value) { std::memcpy(at, &value, sizeof
 bool is_array(const tlvmsg_type &type) { return type.element != nullptr; }
 
 bool is_dynamic(const tlvmsg_type &type) {
-    return type.kind == TLVMSG_DYNAMIC_ELEMENTS || type.kind == TLVMSG_DYNAMIC_BYTES;
+    return type.kind == TLVMSG_DYNAMIC_ELEMENTS || is_dynamic_bytes(type);
 }
 
 const tlvmsg_alternative *chosen_alternative(const tlvmsg_type &union_type, const uint8_t *record) {
@@ -129,18 +110,17 @@ void for_each_type(const tlvmsg_type &type, const std::function<void(const tlvms
     }
 }
 
-bool same_after_transfer(const tlvmsg_type &type, const uint8_t *sent, const uint8_t *received) {
-    std::vector<uint8_t> sent_copy(sent, sent + type.size);
-    std::vector<uint8_t> received_copy(received, received + type.size);
-    bool same = true;
-    for_each_dynamic_array(type, sent, [&](const tlvmsg_type &array, const uint8_t *at) {
-        const auto offset = static_cast<size_t>(at - sent);
-        same = same && same_block(array, at, received + offset);
-        store_pointer(&sent_copy[offset + array.items_offset], nullptr);
-        store_pointer(&received_copy[offset + array.items_offset], nullptr);
-    });
-    return same && sent_copy == received_copy;
+bool holds(const tlvmsg_type &type, bool (*is_such)(const tlvmsg_type &)) {
+    bool found = false;
+    for_each_type(type, [&](const tlvmsg_type &each) { found = found || is_such(each); });
+    return found;
 }
+
+bool is_dynamic_bytes(const tlvmsg_type &type) { return type.kind == TLVMSG_DYNAMIC_BYTES; }
+
+bool is_union(const tlvmsg_type &type) { return type.kind == TLVMSG_UNION; }
+
+bool is_char(const tlvmsg_type &type) { return std::strcmp(type.name, "char") == 0; }
 
 void release(const tlvmsg_type &type, uint8_t *record) {
     for_each_dynamic_array(type, record, [&](const tlvmsg_type &array, const uint8_t *at) {

@@ -23,10 +23,14 @@ const tlvmsg_alternative *chosen_alternative(const tlvmsg_type &union_type, cons
 // Calls `visit` for the type and everything that its records may hold.
 void for_each_type(const tlvmsg_type &type, const std::function<void(const tlvmsg_type &)> &visit);
 
-// Whether two records say the same, byte for byte but for the pointers, whose blocks are compared instead.
-// `received` was decoded, over zero bytes, from what the exact encoder made of `sent`: for a dynamic byte
-// array that is not its block but the record's own bytes from the pointer field onward.
-bool same_after_transfer(const tlvmsg_type &type, const uint8_t *sent, const uint8_t *received);
+// Whether one of these types is such a one.
+bool holds(const tlvmsg_type &type, bool (*is_such)(const tlvmsg_type &));
+
+// What checks have to except: pointers, an exact encoder that sends them, a decoder that goes by what the
+// record holds, and one that refuses what its encoder writes.
+bool is_dynamic_bytes(const tlvmsg_type &type);
+bool is_union(const tlvmsg_type &type);
+bool is_char(const tlvmsg_type &type);
 
 // Releases all blocks and leaves null pointers.
 void release(const tlvmsg_type &type, uint8_t *record);

@@ -36,12 +36,6 @@ std::string position(const uint8_t *at, const uint8_t *start) {
     return at == nullptr ? "null" : std::to_string(at - start);
 }
 
-bool holds_dynamic_array(const tlvmsg_type &type) {
-    bool found = false;
-    for_each_type(type, [&](const tlvmsg_type &each) { found = found || is_dynamic(each); });
-    return found;
-}
-
 void check_encoding(const Vector &vector) {
     const Codec codec = find_codec(*vector.type);
     NamedRecord record(*vector.type, DynamicBytes::InRecord);
@@ -67,7 +61,7 @@ void check_decoding(const Vector &vector, const NamedRecord &before, const Named
     EXPECT_EQ(position(end, wire.data()),
               vector.null ? "null" : std::to_string(vector.end.value_or(wire.size())));
     EXPECT_EQ(fields_of(type, received.data()), fields_of(type, after.data()));
-    if (!holds_dynamic_array(type)) {
+    if (!holds(type, is_dynamic)) {
         EXPECT_EQ(std::memcmp(received.data(), after.data(), type.size), 0)
             << "something else than the fields of the record is different";
     }

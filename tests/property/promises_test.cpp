@@ -1,6 +1,7 @@
 // The promises hold for all types, whatever happens to their encodings on the way.
 #include "inspect/promises.h"
 #include "inspect/samples.h"
+#include "support/record.h"
 
 #include <gtest/gtest.h>
 
@@ -36,10 +37,10 @@ private:
 TEST_P(Promises, HoldForValidInput) {
     for_each_sample(SIZE_MAX, [](const tlvmsg_type &type, Bench &bench, const Bytes &valid) {
         const bool accepted = bench.check(valid);
-        if (type.kind == TLVMSG_UNION) {
+        if (is_union(type) || (holds(type, is_char) && !is_char(type))) {
             return;
         }
-        EXPECT_EQ(accepted, type.name != std::string("char"));
+        EXPECT_EQ(accepted, !is_char(type));
         if (accepted) {
             tlvmsg_extent extent;
             tlvmsg_verify(&type, valid.data(), valid.size(), nullptr, &extent, nullptr);
