@@ -13,7 +13,7 @@ for dialect in "$@"; do
     esac
     for header in "$include"/tlvmsg/*.h; do
         # shellcheck disable=SC2086
-        echo "#include <tlvmsg/$(basename "$header")>" |
+        printf '#include <tlvmsg/%s>\ntypedef int something_declared;\n' "$(basename "$header")" |
             $compiler $options -std="$dialect" -pedantic -Wall -Wextra -Werror -I"$include" -fsyntax-only -
         tried=$((tried + 1))
     done
