@@ -12,7 +12,6 @@ namespace {
 
 using syntax::Form;
 using syntax::Name;
-using syntax::Number;
 
 constexpr uint64_t highest_capacity = 65535;
 constexpr uint64_t highest_value = std::numeric_limits<uint32_t>::max();
