@@ -39,7 +39,7 @@ stdin stdout unix va_arg va_copy va_end va_start
 )");
 
 // What the C library declares, in the headers that generated code or its users include; the namespace of the
-// C++ library; and the parameter of a generated decoder that stands before the record's type.
+// C++ library; and the parameters of generated functions.
 const Names declared = words(R"(
 abort abs acos acosh aligned_alloc asctime asin asinh at_quick_exit atan atan2 atanh atexit atof atoi atol
 atoll basename bcmp bcopy bsearch bzero calloc cbrt ceil clearerr clock clock_t copysign cos cosh ctime
@@ -51,7 +51,7 @@ int_least16_t int_least32_t int_least64_t int_least8_t intmax_t intptr_t isalnum
 isdigit isgraph islower isprint ispunct isspace isupper isxdigit labs ldexp ldiv ldiv_t lgamma llabs lldiv
 lldiv_t llrint llround locale_t localtime log log10 log1p log2 logb lrint lround main malloc max_align_t
 mblen mbstowcs mbtowc memccpy memchr memcmp memcpy memfrob memmem memmove mempcpy memrchr memset mktime
-modf nan nearbyint nextafter nexttoward nullptr_t perror pow printf ptrdiff_t putc putchar puts qsort
+modf nan nearbyint nextafter nexttoward nullptr_t out perror pow printf ptrdiff_t putc putchar puts qsort
 quick_exit raise rand rawmemchr realloc remainder remove remquo rename rewind rindex rint round scalbln
 scalbn scanf setbuf setvbuf sig_atomic_t sigabbrev_np sigdescr_np signal sin sinh size_t snprintf sprintf
 sqrt srand sscanf ssize_t std stpcpy stpncpy strcasecmp strcasecmp_l strcasestr strcat strchr strchrnul

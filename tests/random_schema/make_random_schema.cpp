@@ -34,9 +34,18 @@ const std::vector<Usable> numbers{
 };
 
 // Names that mean something elsewhere, in the language or in what is generated from it.
-const std::vector<std::string> words{"array",   "bytes",   "by",      "of",     "in",  "items",
-                                     "message", "dynamic", "size",    "record", "tag", "encode",
-                                     "port",    "counts",  "members", "rules"};
+const std::vector<std::string> words{"array",   "bytes", "by",     "of",   "in",     "items", "message",
+                                     "dynamic", "size",  "record", "tag",  "encode", "port",  "counts",
+                                     "members", "rules", "index",  "time", "signal", "free",  "memcpy"};
+
+// Names for types that generated code or its surroundings use for something else, in another scope. Members
+// are called otherwise, for an enumeration and a member of one record cannot share a name.
+const std::vector<std::string> type_words{"codec",      "wire",     "structure", "member",       "run",
+                                          "zero_count", "union_of", "vlan",      "vlan_members", "operations",
+                                          "expanded",   "field",    "type_of",   "kind",         "found",
+                                          "descriptor", "at",       "text"};
+
+const std::vector<std::string> enumerators{"static", "default", "int", "max", "size", "count", "_", "NULL"};
 
 const std::vector<std::string> remarks{
     "Plain words.",
@@ -127,6 +136,12 @@ private:
     File &file() { return files_.back(); }
 
     std::string new_name(const std::string &kind) {
+        if (one_in(8)) {
+            const std::string &word = any(type_words);
+            if (taken_.insert(word).second) {
+                return word;
+            }
+        }
         return fmt::format("{}_{}_{}_{}", file().family, any(words), kind, ++names_);
     }
 
@@ -212,7 +227,15 @@ private:
 
     Usable declare_enumeration() {
         const std::string name = new_name("enum");
-        return declare({Usable::Enumeration, name, 12}, fmt::format("enum {} = {}", name, new_tag()));
+        std::string body;
+        for (const std::string &enumerator : enumerators) {
+            if (one_in(6)) {
+                body += fmt::format("{}    {} = {}\n", remark("    "), enumerator,
+                                    body.size() + (one_in(3) ? UINT32_MAX - 1000 : 0));
+            }
+        }
+        return declare({Usable::Enumeration, name, 12}, fmt::format("enum {} = {}", name, new_tag()) +
+                                                            (body.empty() ? "" : " {\n" + body + "}"));
     }
 
     Usable declare_bounded() {
@@ -324,6 +347,7 @@ private:
     std::mt19937_64 random_;
     std::vector<File> files_;
     std::set<uint64_t> tags_;
+    std::set<std::string> taken_;
     int names_ = 0;
 };
 
