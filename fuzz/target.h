@@ -11,10 +11,11 @@
 
 namespace tlvmsg_fuzz {
 
-#define TLVMSG_PROMISE(CONDITION)                                                                            \
+// NUMBER as in tlvmsg/inspect.h.
+#define TLVMSG_PROMISE(NUMBER, CONDITION)                                                                    \
     do {                                                                                                     \
         if (!(CONDITION)) {                                                                                  \
-            std::fprintf(stderr, "%s:%d: broken: %s\n", __FILE__, __LINE__, #CONDITION);                     \
+            std::fprintf(stderr, "%s:%d: promise %d broken: %s\n", __FILE__, __LINE__, NUMBER, #CONDITION);  \
             std::abort();                                                                                    \
         }                                                                                                    \
     } while (false)

@@ -13,4 +13,4 @@ sort "$2" > "$work/listed"
 
 diff "$work/exported" "$work/listed"
 diff "$work/exported" "$work/described"
-test "$(wc -l < "$work/exported")" -eq 4260
+test -s "$work/exported"
