@@ -2,8 +2,8 @@
 """Breaks the sources of a folder in one place at a time, and lists the places where no test notices.
 
 Works on a copy of the tree in build/mutate, which stays for the next time. Comparisons shift or turn around,
-`&&` and `||` change places, numbers grow by one, truth values and conditions are negated. What does not compile
-is not counted; what runs ten times as long as it should counts as noticed.
+`&&` and `||` change places, numbers grow by one, truth values and conditions are negated. What does not compile,
+or to the same program, is not counted; what runs ten times as long as it should counts as noticed.
 """
 import argparse
 import collections
@@ -22,12 +22,12 @@ TREE, BUILD = WORK / "tree", WORK / "build"
 
 CODEC_TESTS = [f"bin/{name}_test" for name in ("runtime", "structure", "message", "array", "dynamic_array", "union",
                                                "vectors", "property", "inspect")]
-FOLDERS = {  # what is built and run for a folder, the likely killers first
-    "runtime": CODEC_TESTS + ["bin/fast_path_test"],
-    "rules": CODEC_TESTS + ["bin/fast_path_test"],
-    "inspect": ["bin/inspect_test", "bin/property_test", "bin/tool_test"],
-    "tools": ["bin/tool_test", "ctest -R ^cli_"],
-    "compiler": ["bin/compiler_tests", "bin/compiler_command_tests", "ctest -R random_schema.[12]$"],
+FOLDERS = {  # what a folder's sources make, and what is run to test it, the likely killers first
+    "runtime": ("lib/libtlvmsg.so", CODEC_TESTS + ["bin/fast_path_test"]),
+    "rules": ("lib/libtlvmsg.so", CODEC_TESTS + ["bin/fast_path_test"]),
+    "inspect": ("lib/libtlvmsg_inspect.so", ["bin/inspect_test", "bin/property_test", "bin/tool_test"]),
+    "tools": ("bin/tlv", ["bin/tool_test", "ctest -R ^cli_"]),
+    "compiler": ("bin/tlvc", ["bin/compiler_tests", "bin/compiler_command_tests", "ctest -R random_schema.[12]$"]),
 }
 # Codecs are compiled in every family. Most mutants are noticed when only these objects, quick to compile, have them.
 OBJECTS = "CMakeFiles/tlvmsg_objects.dir"
@@ -95,7 +95,7 @@ def run(command, limit=None):
 
 class Builder:
     def __init__(self, folder, jobs):
-        self.tests = FOLDERS[folder]
+        self.product, self.tests = FOLDERS[folder]
         self.jobs = jobs
         self.of_codecs = folder in ("rules", "runtime")
 
@@ -106,12 +106,13 @@ class Builder:
         run(["cmake", "-G", "Ninja", "-S", TREE, "-B", BUILD, "-DCMAKE_BUILD_TYPE=Release",
              "-DCMAKE_C_FLAGS_RELEASE=-O1", "-DCMAKE_CXX_FLAGS_RELEASE=-O1",
              "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"])
+        if not self.ninja([self.product]):
+            sys.exit(f"mutate: 'ninja -C {BUILD}' fails without a mutant")
+        self.sound = (BUILD / self.product).read_bytes()
         self.limits = {}
         for test in self.tests:
-            if not self.build(test):
-                sys.exit(f"mutate: 'ninja -C {BUILD}' fails without a mutant")
-            start = time.monotonic()
-            if not run(self.command(test)):
+            start = time.monotonic() if self.build(test) else None
+            if start is None or not run(self.command(test)):
                 sys.exit(f"mutate: {test} fails without a mutant")
             self.limits[test] = 10 * (time.monotonic() - start) + 20
         if self.of_codecs:
@@ -138,16 +139,18 @@ class Builder:
         return run(self.command(test), self.limits[test])
 
     def noticed(self):
-        """Whether any test fails; None when the mutant does not compile."""
+        """Whether any test fails; None when there is no mutant: it does not compile, or to nothing else."""
         if self.of_codecs:
             if not self.ninja(QUICK_OBJECTS):
                 return None
             others = [test for test in self.tests if test != "bin/fast_path_test"]  # which has codecs of its own
             if not run(self.quick_link) or not all(map(self.passes, others)):
                 return True
-        if not self.build(self.tests[0]):
+        if not self.ninja([self.product]):
             return None
-        noticed = not all(self.build(test) and self.passes(test) for test in self.tests)
+        noticed = None
+        if (BUILD / self.product).read_bytes() != self.sound:
+            noticed = not all(self.build(test) and self.passes(test) for test in self.tests)
         if self.of_codecs:
             shutil.copytree(WORK / "objects", BUILD / OBJECTS, dirs_exist_ok=True)
         return noticed
@@ -196,10 +199,10 @@ def main():
         tally[noticed] += 1
         if noticed is False:
             print(what, flush=True)
-        verdict = {None: "does not compile", True: "noticed", False: "SURVIVES"}[noticed]
-        print(f"[{number}/{len(chosen)}] {verdict:16}  {what}", file=sys.stderr)
+        verdict = {None: "no mutant", True: "noticed", False: "SURVIVES"}[noticed]
+        print(f"[{number}/{len(chosen)}] {verdict:9}  {what}", file=sys.stderr)
     print(f"{options.folder}: {len(chosen)} of {len(mutants)} mutants, seed {options.seed}: {tally[True]} noticed, "
-          f"{tally[False]} not, {tally[None]} do not compile")
+          f"{tally[False]} not, {tally[None]} are none")
 
 
 if __name__ == "__main__":
