@@ -6,17 +6,16 @@ list(TRANSFORM TLVMSG_FAMILIES REPLACE "(.+)" "${TLVMSG_GENERATED}/\\1_layout.cp
 # The language without its run time: no exceptions, no RTTI, no guarded statics. Nothing is unwound through the
 # library either, and its unwind tables would be a fifth of it, so only who asks gets them. Nor is code aligned:
 # padding made it a tenth larger and nothing faster.
+set(TLVMSG_COMPACT_CODE -falign-functions=1 -falign-loops=1 $<$<CXX_COMPILER_ID:GNU>:-falign-jumps=1>)
 if(NOT TLVMSG_UNWIND_TABLES)
-    set(without_unwind_tables -fno-asynchronous-unwind-tables -fno-unwind-tables)
+    list(APPEND TLVMSG_COMPACT_CODE -fno-asynchronous-unwind-tables -fno-unwind-tables)
 endif()
 function(add_exact_objects name)
     add_library(${name} OBJECT runtime/element.cpp runtime/memory.cpp runtime/scalars.cpp ${codec_sources})
     add_dependencies(${name} tlvmsg_schema)
     target_include_directories(${name} PUBLIC ${TLVMSG_INCLUDE} PRIVATE ${CMAKE_SOURCE_DIR} ${TLVMSG_GENERATED})
     target_compile_options(${name} PRIVATE -fno-exceptions -fno-rtti -fno-threadsafe-statics -fvisibility=hidden
-                                           -fvisibility-inlines-hidden ${without_unwind_tables}
-                                           -falign-functions=1 -falign-loops=1
-                                           $<$<CXX_COMPILER_ID:GNU>:-falign-jumps=1> ${ARGN})
+                                           -fvisibility-inlines-hidden ${TLVMSG_COMPACT_CODE} ${ARGN})
     target_link_libraries(${name} PRIVATE tlvmsg_warnings PUBLIC osal_pelix)
 endfunction()
 

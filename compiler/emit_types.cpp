@@ -6,7 +6,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <optional>
 
 namespace tlvc {
 
@@ -107,63 +106,11 @@ std::string enumerators(const Type &type) {
     return text + "};\n";
 }
 
-std::string image_header(uint64_t tag, uint64_t length, uint64_t at, const std::string &offset,
-                         uint64_t width) {
-    return fmt::format("    {{{{0x{:02X}, 0x{:02X}, 0x{:02X}, 0x{:02X}}}, {}, {}, {}}},\n", tag >> 8,
-                       tag & 0xFF, length >> 8, length & 0xFF, at, offset, width);
-}
-
-// The headers of what begins at `at` and is stored in the record's field `path`. None when they vary: with a
-// count, with a selector, or, for char, between encoder and decoder.
-std::optional<std::string> image_rows(const std::string &record, const Type &type, const std::string &path,
-                                      uint64_t at) {
-    constexpr uint64_t uint32_tag = 6;
-    const std::string offset = offset_of(record, path);
-    if (type.scalar != nullptr && type.tag != 1) {
-        return image_header(type.tag, type.scalar->width, at, offset, type.scalar->width);
-    }
-    if (type.kind == Kind::Enumeration) {
-        return image_header(type.tag, 8, at, "0", 0) + image_header(uint32_tag, 4, at + 4, offset, 4);
-    }
-    if (!has_members(type)) {
-        return std::nullopt;
-    }
-    std::string text;
-    if (type.kind == Kind::Structure) {
-        text = image_header(type.tag, type.min_size - 4, at, "0", 0);
-        at += 4;
-    }
-    for (size_t i = 0; i < type.members.size(); ++i) {
-        const Type &member = *type.members[i].type;
-        const std::string field = (path.empty() ? "" : path + ".") + joined(type.members[i].path);
-        const auto rows = image_rows(record, member, field, at);
-        if (!rows) {
-            return std::nullopt;
-        }
-        text += *rows;
-        at += member.min_size;
-    }
-    return text;
-}
-
-// Empty when the headers vary, or for a message too long for an image's 16-bit positions.
-std::string image(const Type &type) {
-    const bool fits = has_members(type) && type.min_size <= UINT16_MAX;
-    const auto rows = fits ? image_rows(type.name, type, "", 0) : std::nullopt;
-    return rows && !rows->empty()
-               ? fmt::format("const tlvmsg_image_header {}_image[] = {{\n{}}};\n", type.name, *rows)
-               : "";
-}
-
 // The fields that only some kinds have.
-std::string particulars(const Type &type, bool has_image) {
+std::string particulars(const Type &type) {
     if (has_members(type)) {
-        const std::string with_image =
-            has_image
-                ? fmt::format("    .image = {0}_image, .image_count = std::size({0}_image),\n", type.name)
-                : "";
-        return fmt::format("    .members = {}, .member_count = {},\n{}", names::members_table(type),
-                           type.members.size(), with_image);
+        return fmt::format("    .members = {}, .member_count = {},\n", names::members_table(type),
+                           type.members.size());
     }
     if (type.kind == Kind::Union) {
         return fmt::format("    .alternatives = {}, .alternative_count = {},\n"
@@ -184,7 +131,7 @@ std::string particulars(const Type &type, bool has_image) {
     return "";
 }
 
-std::string descriptor(const Type &type, bool has_image) {
+std::string descriptor(const Type &type) {
     const std::string record = names::record(type);
     return fmt::format(
         "const tlvmsg_type {} = {{\n"
@@ -193,15 +140,15 @@ std::string descriptor(const Type &type, bool has_image) {
         "    .kind = {}, .tag = {},\n"
         "    .size = sizeof({}), .alignment = alignof({}),\n"
         "    .min_encoded = {}, .max_encoded = {},\n"
-        "{}}};\n\n",
+        "{}    .operations = TLVMSG_OPERATIONS_OF({}),\n}};\n\n",
         names::descriptor(type), quoted(type.name), quoted(type.family == nullptr ? "" : type.family->name),
         quoted(type.section == nullptr ? Doc() : type.section->doc), quoted(type.doc), kind_name(type.kind),
-        type.tag, record, record, type.min_size, type.max_size, particulars(type, has_image));
+        type.tag, record, record, type.min_size, type.max_size, particulars(type), names::operations(type));
 }
 
 std::string includes(const std::string &family) {
     return "#include \"all_types.h\"\n\n" +
-           (family.empty() ? "" : fmt::format("#include <tlvmsg/{}.h>\n\n#include <iterator>\n\n", family)) +
+           (family.empty() ? "" : fmt::format("#include <tlvmsg/{}.h>\n\n", family)) +
            // What a descriptor does not mention is zero.
            "#pragma GCC diagnostic ignored \"-Wmissing-field-initializers\"\n\n";
 }
@@ -209,13 +156,12 @@ std::string includes(const std::string &family) {
 // The tables of a type, and the descriptor that refers to them.
 std::string definition(const Type &type) {
     if (has_members(type)) {
-        const std::string headers = image(type);
-        return members(type) + headers + descriptor(type, !headers.empty());
+        return members(type) + descriptor(type);
     }
     const std::string tables = type.kind == Kind::Union    ? alternatives(type)
                                : !type.enumerators.empty() ? enumerators(type)
                                                            : "";
-    return tables + descriptor(type, false);
+    return tables + descriptor(type);
 }
 
 std::string family_types(const Family &family) {
@@ -229,19 +175,19 @@ std::string family_types(const Family &family) {
 std::string declarations(const Schema &schema) {
     std::string text =
         "// Generated by tlvc. Every descriptor.\n#pragma once\n\n#include <tlvmsg/types.h>\n\n"
-        "// One of the headers of an encoding whose headers never vary, in order.\n"
-        "struct tlvmsg_image_header {\n"
-        "    uint8_t bytes[4];\n"
-        "    uint16_t at; // in the encoding\n"
-        "    uint16_t offset; // in the record, of the value right behind it\n"
-        "    uint16_t width; // of that value; 0: another header follows\n"
-        "};\n\n"
+        "// Descriptors alone refer to no operations.\n"
+        "#ifdef TLVMSG_DESCRIPTORS_ALONE\n"
+        "#define TLVMSG_OPERATIONS_OF(NAME) nullptr\n"
+        "#else\n"
+        "#define TLVMSG_OPERATIONS_OF(NAME) &NAME\n"
+        "#endif\n\n"
         "extern const tlvmsg_type *const tlvmsg_types_by_name[];\n"
         "extern const tlvmsg_type *const tlvmsg_types_by_tag[];\n"
         "extern const size_t tlvmsg_types_by_name_count;\n"
         "extern const size_t tlvmsg_types_by_tag_count;\n\n";
     for (const Type &type : schema.types) {
-        text += fmt::format("extern const tlvmsg_type {};\n", names::descriptor(type));
+        text += fmt::format("extern const tlvmsg_type {};\nextern const tlvmsg_operations {};\n",
+                            names::descriptor(type), names::operations(type));
     }
     return text;
 }

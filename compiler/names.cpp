@@ -61,6 +61,7 @@ std::string enumerator(const Type &enumeration, const Enumerator &enumerator) {
 std::string guard(const std::string &header) { return "TLVMSG_" + upper(header) + "_H"; }
 
 std::string descriptor(const Type &type) { return "tlvmsg_type_of_" + type.name; }
+std::string operations(const Type &type) { return "tlvmsg_operations_of_" + type.name; }
 std::string members_table(const Type &type) { return "tlvmsg_members_of_" + type.name; }
 std::string alternatives_table(const Type &type) { return "tlvmsg_alternatives_of_" + type.name; }
 std::string enumerators_table(const Type &type) { return "tlvmsg_enumerators_of_" + type.name; }

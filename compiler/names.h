@@ -29,6 +29,7 @@ std::string guard(const std::string &header); // of the header of that name
 
 // The descriptor of a type and the tables that it refers to.
 std::string descriptor(const Type &type);
+std::string operations(const Type &type);
 std::string members_table(const Type &type);
 std::string alternatives_table(const Type &type);
 std::string enumerators_table(const Type &type);

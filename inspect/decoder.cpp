@@ -2,7 +2,6 @@
 #include "decoder.h"
 
 #include "field.h"
-#include "image.h"
 #include "wire.h"
 
 namespace tlvmsg::inspect {
@@ -45,9 +44,6 @@ tlvmsg_extent Decoder::extent() const {
 }
 
 Outcome Decoder::any(const Place &place, size_t &at, uint8_t *record, Before before) {
-    if (flawless(*place.type, at, record)) {
-        return Outcome::Done;
-    }
     switch (place.type->kind) {
     case TLVMSG_SCALAR:
         return scalar(place, at, record);
@@ -62,19 +58,6 @@ Outcome Decoder::any(const Place &place, size_t &at, uint8_t *record, Before bef
     default:
         return array(place, at, record, before);
     }
-}
-
-// Decodes what has all its headers as they should be, which leaves nothing to be tolerated; otherwise does
-// nothing. A header is only compared and a value only stored, and a second look, member by member, relies on
-// nothing that this one saw. So nothing that matters is fetched twice here either.
-bool Decoder::flawless(const tlvmsg_type &type, size_t &at, uint8_t *record) {
-    if (!has_image(type) || tracer_.call != nullptr || type.min_encoded > input_.size - at ||
-        !take_values(type, input_.bytes + at, record)) {
-        return false;
-    }
-    at += type.min_encoded;
-    examine(at);
-    return true;
 }
 
 Outcome Decoder::scalar(const Place &place, size_t &at, uint8_t *field) {

@@ -23,7 +23,8 @@ public:
     struct Input {
         const uint8_t *bytes;
         size_t size;
-        tlvmsg_limits limits; // as they are: no zero stands for a default
+        tlvmsg_limits limits;               // as they are: no zero stands for a default
+        size_t available_blocks = SIZE_MAX; // how many there is memory for, when that is known
     };
 
     struct Tracer {
@@ -57,7 +58,6 @@ private:
 
     // Every step moves `at` behind what it decoded, or, when that is absent, behind what it understood.
     Outcome any(const Place &place, size_t &at, uint8_t *record, Before before);
-    bool flawless(const tlvmsg_type &type, size_t &at, uint8_t *record);
     Outcome scalar(const Place &place, size_t &at, uint8_t *field);
     Outcome enumeration(const Place &place, size_t &at, uint8_t *field);
     Outcome structure(const Place &place, size_t &at, uint8_t *record);

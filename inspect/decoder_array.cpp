@@ -82,9 +82,11 @@ Outcome Decoder::block(const Place &place, size_t offset, uint16_t count, uint8_
     items = nullptr;
     if (record != nullptr) {
         items = static_cast<uint8_t *>(allocate(static_cast<uint32_t>(size)));
-        if (items == nullptr) {
-            return refuse(place, TLVMSG_OUT_OF_MEMORY, offset, size, 0);
-        }
+    }
+    if (extent_.blocks > input_.available_blocks || (record != nullptr && items == nullptr)) {
+        return refuse(place, TLVMSG_OUT_OF_MEMORY, offset, size, 0);
+    }
+    if (record != nullptr) {
         std::memset(items, 0, size);
         store_pointer(type, record, items);
     }

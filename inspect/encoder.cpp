@@ -1,7 +1,6 @@
 #include "encoder.h"
 
 #include "field.h"
-#include "image.h"
 #include "wire.h"
 
 namespace tlvmsg::inspect {
@@ -9,9 +8,6 @@ namespace tlvmsg::inspect {
 bool Encoder::encode(const Place &place, const void *record) {
     const tlvmsg_type &type = *place.type;
     const size_t start = at_;
-    if (has_image(type) && type.min_encoded <= capacity_ - at_) { // nothing is left that could be refused
-        return put_image(type, record);
-    }
     switch (type.kind) {
     case TLVMSG_SCALAR:
         return number(place, type.tag, type.size, load_number(record, type.size));
@@ -28,14 +24,6 @@ bool Encoder::encode(const Place &place, const void *record) {
     default:
         return array(place, record);
     }
-}
-
-bool Encoder::put_image(const tlvmsg_type &type, const void *record) {
-    if (out_ != nullptr) {
-        put_elements(type, at_offset(record, 0), out_ + at_);
-    }
-    at_ += type.min_encoded;
-    return true;
 }
 
 bool Encoder::members(const Place &place, const void *record) {
@@ -169,41 +157,3 @@ bool Encoder::refuse(const Place &place, tlvmsg_code code, size_t offset, uint64
 }
 
 } // namespace tlvmsg::inspect
-
-using tlvmsg::inspect::give;
-
-namespace {
-
-bool encode(const tlvmsg_type *type, const void *record, tlvmsg::inspect::Encoder &encoder, size_t *size,
-            tlvmsg_fault *fault) {
-    using namespace tlvmsg::inspect;
-    give(size, size_t{0});
-    if (type == nullptr || record == nullptr) {
-        give(fault, null_argument(type == nullptr ? "type" : "record"));
-        return false;
-    }
-    const bool encoded = encoder.encode(whole(*type), record);
-    if (encoded) {
-        give(size, encoder.written());
-    }
-    give(fault, encoder.fault());
-    return encoded;
-}
-
-} // namespace
-
-bool tlvmsg_encode(const tlvmsg_type *type, const void *record, uint8_t *out, size_t out_capacity,
-                   size_t *written, tlvmsg_fault *fault) {
-    if (out == nullptr) {
-        give(written, size_t{0});
-        give(fault, tlvmsg::inspect::null_argument("out"));
-        return false;
-    }
-    tlvmsg::inspect::Encoder encoder(out, out_capacity);
-    return encode(type, record, encoder, written, fault);
-}
-
-bool tlvmsg_size(const tlvmsg_type *type, const void *record, size_t *size, tlvmsg_fault *fault) {
-    tlvmsg::inspect::Encoder encoder(nullptr, 0);
-    return encode(type, record, encoder, size, fault);
-}

@@ -17,7 +17,6 @@ public:
     const tlvmsg_fault &fault() const { return fault_; } // after failure
 
 private:
-    bool put_image(const tlvmsg_type &type, const void *record);
     bool members(const Place &place, const void *record);
     bool alternative(const Place &place, const void *record);
     bool array(const Place &place, const void *record);
@@ -37,7 +36,7 @@ private:
     uint8_t *out_;
     size_t capacity_;
     size_t at_ = 0;
-    tlvmsg_fault fault_{};
+    tlvmsg_fault fault_; // large, and without a failure never looked at: not cleared
 };
 
 } // namespace tlvmsg::inspect

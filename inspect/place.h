@@ -37,4 +37,12 @@ void give(T *wanted, const T &value) {
     }
 }
 
+// All that a fault says when there was none.
+inline void give_success(tlvmsg_fault *wanted) {
+    if (wanted != nullptr) {
+        wanted->code = TLVMSG_OK;
+        wanted->path[0] = '\0';
+    }
+}
+
 } // namespace tlvmsg::inspect

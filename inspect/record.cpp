@@ -3,6 +3,8 @@
 #include "memory.h"
 #include "place.h"
 
+#include "runtime/operations.h"
+
 using namespace tlvmsg::inspect;
 
 namespace {
@@ -24,6 +26,9 @@ void release_items(const tlvmsg_type &array, void *record) {
 }
 
 void release(const tlvmsg_type &type, void *record) {
+    if (type.operations != nullptr && !type.operations->allocates) {
+        return;
+    }
     switch (type.kind) {
     case TLVMSG_SCALAR:
     case TLVMSG_ENUMERATION:

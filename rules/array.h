@@ -1,7 +1,7 @@
 // What all arrays share on the wire: an element of tag 10 that opens with its count as a uint16 element.
 #pragma once
 
-#include "codec.h"
+#include "strict.h"
 
 namespace tlvmsg::rules {
 
@@ -34,6 +34,33 @@ struct ArrayPrefix {
         prefix.end = element.end;
     }
     return prefix;
+}
+
+// The end of an array by its own length, whose count is at most `most`; else null.
+inline const uint8_t *end_of_array(const uint8_t *in, const Input &input, uint32_t most, uint16_t &count) {
+    const uint8_t *end = end_of_element(in, input, wire::array_tag);
+    if (end == nullptr || end - in < array_prefix || codec::uint16::mismatch(in + header_size) != 0) {
+        return nullptr;
+    }
+    count = wire::fetched(wire::load16(in + 2 * header_size));
+    return count <= most ? end : nullptr;
+}
+
+// Of several records, the one at that place.
+template <class Record>
+Record *item(Record *items, size_t index) {
+    return items + index;
+}
+inline Nowhere item(Nowhere nowhere, size_t) { return nowhere; }
+
+// Clears what of a record lies behind `used`.
+template <class Record, class Used>
+void clear_behind(Record *out, Used *used) {
+    auto *from = unbounded(reinterpret_cast<uint8_t *>(used));
+    auto *end = unbounded(reinterpret_cast<uint8_t *>(out + 1));
+    if (from < end) {
+        clear(from, static_cast<size_t>(end - from));
+    }
 }
 
 } // namespace tlvmsg::rules

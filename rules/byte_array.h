@@ -35,6 +35,22 @@ struct Bytes {
             bytes[count] = 0;
         }
     }
+
+    // Into `bytes`, of which there are `room`, unless it is null.
+    [[gnu::noinline]] static const uint8_t *accept(const uint8_t *in, const Input &input, uint16_t capacity,
+                                                   uint16_t *stored_count, uint8_t *bytes, size_t room) {
+        uint16_t count;
+        const uint8_t *end = end_of_array(in, input, capacity, count);
+        if (end == nullptr || end - in != size(count, capacity) || (count < capacity && end[-1] != 0)) {
+            return nullptr;
+        }
+        if (bytes != nullptr) {
+            *stored_count = count;
+            copy(bytes, in + array_prefix, count);
+            clear(bytes + count, room - count);
+        }
+        return end;
+    }
 };
 
 template <class Record, uint16_t Capacity>
@@ -47,6 +63,7 @@ struct byte_array {
     // Small arrays are mostly hardware and IPv4 addresses, which fill them: a copy of known size is a few
     // moves.
     static constexpr bool mostly_full = fast_paths && Capacity <= 8;
+    static constexpr uint32_t presumed_size = mostly_full ? array_prefix + Capacity : 0;
 
     static uint16_t size(const record *in) { return in == nullptr ? 0 : Bytes::size(in->count, Capacity); }
 
@@ -91,12 +108,42 @@ struct byte_array {
         if (prefix.count > 0) {
             copy(bytes, prefix.items, prefix.count);
         }
-        constexpr size_t room = sizeof(record) - sizeof out->count; // the capacity and what pads it
         if (prefix.count < room) {
             clear(bytes + prefix.count, room - prefix.count); // the zero byte, and all behind it
         }
         return prefix.end;
     }
+
+    template <class Out>
+    static const uint8_t *accept(const uint8_t *in, const Input &input, Out out) {
+        if constexpr (stores<Out>) {
+            return Bytes::accept(in, input, Capacity, &out->count, unbounded(out->bytes), room);
+        } else {
+            return Bytes::accept(in, input, Capacity, nullptr, nullptr, 0);
+        }
+    }
+
+    static uint64_t measure(const record *in) {
+        const uint16_t count = in->count;
+        return count > Capacity ? refused : element_size(array_prefix + count + (count < Capacity ? 1 : 0));
+    }
+
+    static uint32_t mismatch(const uint8_t *in) {
+        return wire::difference(in, wire::header(wire::array_tag, presumed_size - header_size)) |
+               codec::uint16::mismatch(in + header_size) | (wire::load16(in + 2 * header_size) ^ Capacity);
+    }
+
+    static void take(const uint8_t *in, record *out) {
+        out->count = Capacity;
+        std::memcpy(out->bytes, in + array_prefix, Capacity);
+    }
+
+    static void clear_padding(record *out) {
+        std::memset(unbounded(out->bytes) + Capacity, 0, room - Capacity);
+    }
+
+private:
+    static constexpr size_t room = sizeof(record) - sizeof record::count; // the capacity and what pads it
 };
 
 } // namespace tlvmsg::rules

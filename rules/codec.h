@@ -1,4 +1,4 @@
-// What every rule provides, and how one codec uses another.
+// What every rule provides.
 //
 // A codec is a type without objects:
 //
@@ -13,6 +13,9 @@
 //
 //     mismatch(in)                0 when all headers of the element are what the encoder writes
 //     take(in, record *)          stores the values, once that is known
+//
+// So have those that are presumed to be of one size, and then those are headers, too, that say so. What
+// operations that are handed lengths do besides is in strict.h.
 //
 // Positions are null-transparent: a codec handed a null position gives null. So a sequence of members is a
 // plain chain of calls, and after the first failure the rest of the chain does nothing.
@@ -47,51 +50,28 @@ inline constexpr bool expanded = [] {
     }
 }();
 
-template <class Codec>
-struct Called {
-    using record = typename Codec::record;
+// What a dynamic array of bytes sends: what exact encoders have always sent, which is the record itself from
+// the pointer onward, or the block that the pointer designates.
+enum class DynamicBytes { FromRecord, FromBlock };
 
-    [[gnu::noinline]] static uint16_t size(const record *in) { return Codec::size(in); }
-    [[gnu::noinline]] static uint8_t *encode(const record *in, uint8_t *out) {
+template <class Codec, DynamicBytes From>
+uint8_t *encode(const typename Codec::record *in, uint8_t *out) {
+    if constexpr (requires { Codec::template encode<From>(in, out); }) {
+        return Codec::template encode<From>(in, out);
+    } else {
         return Codec::encode(in, out);
     }
-    [[gnu::noinline]] static const uint8_t *decode(const uint8_t *in, record *out) {
-        return Codec::decode(in, out);
-    }
-};
+}
 
-// A codec as members and exported operations use it: one copy of the code for all of them unless it is
-// expanded.
+// The encoded size of what is of that size, or mostly; else 0.
 template <class Codec>
-struct Use {
-    using record = typename Codec::record;
-
-    static uint16_t size(const record *in) {
-        if constexpr (Codec::fixed_size != 0) {
-            return static_cast<uint16_t>(Codec::fixed_size);
-        } else if constexpr (expanded<Codec>) {
-            return Codec::size(in);
-        } else {
-            return Called<Codec>::size(in);
-        }
+inline constexpr uint32_t presumed_size = [] {
+    if constexpr (requires { Codec::presumed_size; }) {
+        return Codec::presumed_size;
+    } else {
+        return Codec::fixed_size;
     }
-
-    static uint8_t *encode(const record *in, uint8_t *out) {
-        if constexpr (expanded<Codec>) {
-            return Codec::encode(in, out);
-        } else {
-            return Called<Codec>::encode(in, out);
-        }
-    }
-
-    static const uint8_t *decode(const uint8_t *in, record *out) {
-        if constexpr (expanded<Codec>) {
-            return Codec::decode(in, out);
-        } else {
-            return Called<Codec>::decode(in, out);
-        }
-    }
-};
+}();
 
 // Array bounds in record types are capacities, which no codec checks counts against. This hides the bound
 // from the optimizer, which would otherwise assume that no loop or copy passes it.

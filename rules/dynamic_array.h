@@ -4,9 +4,39 @@
 #include "byte_array.h"
 #include "element_array.h"
 
+#include "runtime/pool.h"
+
 #include <tlvmsg/runtime.h>
 
+#include <limits>
+
 namespace tlvmsg::rules {
+
+// The block of a dynamic array that was read by a strict operation. It need not be cleared where all of it is
+// written.
+inline void *allocate(Input &input, uint64_t size) {
+    void *block = OSALmalloc(pool, static_cast<uint32_t>(size));
+    input.out_of_memory = block == nullptr;
+    return block;
+}
+
+// The end of a dynamic array by its own length, or null. Its count must be one that the record's field can
+// say and, unless the array is alone, the one that its structure has right before it.
+template <class Record, class Out>
+const uint8_t *end_of_dynamic_array(const uint8_t *in, const Input &input, Out out, bool alone,
+                                    uint16_t &count) {
+    using Count = decltype(Record::count);
+    const uint8_t *end = end_of_array(in, input, std::numeric_limits<Count>::max(), count);
+    if (end == nullptr || alone) {
+        return end;
+    }
+    if constexpr (stores<Out>) {
+        asm("" : "+m"(out->count)); // not what is in the input by now
+        return out->count == count ? end : nullptr;
+    } else {
+        return wire::Scalar<Count, 0>::load(in - sizeof(Count)) == count ? end : nullptr;
+    }
+}
 
 // The count's own width in the record may be 8 or 32 bits, but on the wire it is 16: the decoder truncates
 // what it stores and still allocates and decodes all that the wire announced.
@@ -23,6 +53,7 @@ struct dynamic_elements {
     }
 
     // Elements are announced but not there: null, once header and count are written.
+    template <DynamicBytes From>
     static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr || out == nullptr) {
             return nullptr;
@@ -31,7 +62,7 @@ struct dynamic_elements {
             encode_array_prefix(out, array_prefix, in->count);
             return nullptr;
         }
-        return encode_element_array<Item>(in->items, in->count, out);
+        return encode_element_array<Item, From>(in->items, in->count, out);
     }
 
     static const uint8_t *decode(const uint8_t *in, record *out) {
@@ -49,6 +80,43 @@ struct dynamic_elements {
         Elements<Item>::decode(prefix.items, prefix.count, items);
         return prefix.end;
     }
+
+    static constexpr bool allocates = true;
+    static constexpr bool governed = true;
+
+    template <class Out>
+    static const uint8_t *accept(const uint8_t *in, Input &input, Out out, bool alone = false) {
+        uint16_t count;
+        const uint8_t *end = end_of_dynamic_array<record>(in, input, out, alone, count);
+        const uint64_t size = uint64_t{count} * sizeof(typename Item::record);
+        if (end == nullptr || !input.allow(size)) {
+            return nullptr;
+        }
+        const uint8_t *at = in + array_prefix;
+        if constexpr (stores<Out>) {
+            auto *items = static_cast<typename Item::record *>(allocate(input, size));
+            if (items == nullptr) {
+                return nullptr;
+            }
+            if constexpr (rules::allocates<Item>) {
+                clear(items, size);
+            }
+            out->count = static_cast<decltype(out->count)>(count);
+            out->items = items;
+            at = Elements<Item>::accept(at, count, input, items);
+        } else {
+            at = Elements<Item>::accept(at, count, input, out);
+        }
+        return at == end ? end : nullptr;
+    }
+
+    static uint64_t measure(const record *in) {
+        if (in->count > UINT16_MAX || (in->items == nullptr && in->count > 0)) {
+            return refused;
+        }
+        return element_size(array_prefix +
+                            Elements<Item>::measure(in->items, static_cast<uint16_t>(in->count)));
+    }
 };
 
 template <class Record>
@@ -60,16 +128,21 @@ struct dynamic_bytes {
         return in == nullptr ? 0 : static_cast<uint16_t>(array_prefix + in->count + 1);
     }
 
-    // What is sent are the record's own bytes from the pointer field onward, not the block that it
-    // designates. That is how every peer encodes these arrays, so it stays; the bounded library sends the
+    // What exact encoders send are the record's own bytes from the pointer field onward, not the block that
+    // it designates. That is how every peer encodes these arrays, so it stays; the bounded library sends the
     // block.
+    template <DynamicBytes From>
     static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr || out == nullptr) {
             return nullptr;
         }
         const auto count = static_cast<uint16_t>(in->count);
         out = encode_array_prefix(out, size(in), count);
-        copy(out, unbounded(reinterpret_cast<const uint8_t *>(&in->bytes)), count);
+        if constexpr (From == DynamicBytes::FromRecord) {
+            copy(out, unbounded(reinterpret_cast<const uint8_t *>(&in->bytes)), count);
+        } else if (count > 0) {
+            copy(out, in->bytes, count);
+        }
         out += count;
         *out++ = 0;
         return out;
@@ -90,6 +163,37 @@ struct dynamic_bytes {
         Bytes::decode(prefix.items, prefix.count, prefix.count, bytes);
         bytes[prefix.count] = 0;
         return prefix.end;
+    }
+
+    static constexpr bool allocates = true;
+    static constexpr bool governed = true;
+
+    template <class Out>
+    static const uint8_t *accept(const uint8_t *in, Input &input, Out out, bool alone = false) {
+        uint16_t count;
+        const uint8_t *end = end_of_dynamic_array<record>(in, input, out, alone, count);
+        if (end == nullptr || end - in != array_prefix + count + 1 || end[-1] != 0 ||
+            !input.allow(uint64_t{count} + 1)) {
+            return nullptr;
+        }
+        if constexpr (stores<Out>) {
+            auto *bytes = static_cast<uint8_t *>(allocate(input, uint64_t{count} + 1));
+            if (bytes == nullptr) {
+                return nullptr;
+            }
+            copy(bytes, in + array_prefix, count);
+            bytes[count] = 0;
+            out->count = static_cast<decltype(out->count)>(count);
+            out->bytes = bytes;
+        }
+        return end;
+    }
+
+    static uint64_t measure(const record *in) {
+        if (in->count > UINT16_MAX || (in->bytes == nullptr && in->count > 0)) {
+            return refused;
+        }
+        return element_size(array_prefix + uint64_t{in->count} + 1);
     }
 };
 

@@ -1,7 +1,7 @@
 // Elements of one type, one behind the other: the items of arrays, and runs of members.
 #pragma once
 
-#include "codec.h"
+#include "array.h"
 
 namespace tlvmsg::rules {
 
@@ -22,9 +22,10 @@ struct Elements {
         }
     }
 
+    template <DynamicBytes From>
     [[gnu::noinline]] static uint8_t *encode(const record *items, uint16_t count, uint8_t *out) {
         for (uint32_t i = 0; i < count && out != nullptr; ++i) {
-            out = Item::encode(items + i, out);
+            out = rules::encode<Item, From>(items + i, out);
         }
         return out;
     }
@@ -34,6 +35,27 @@ struct Elements {
             in = Item::decode(in, items + i);
         }
         return in;
+    }
+
+    template <class Out>
+    [[gnu::noinline]] static const uint8_t *accept(const uint8_t *in, uint16_t count, Input &input,
+                                                   Out items) {
+        for (uint32_t i = 0; i < count && in != nullptr; ++i) {
+            in = rules::accept<Item>(in, input, item(items, i));
+        }
+        return in;
+    }
+
+    static uint64_t measure(const record *items, uint16_t count) {
+        if constexpr (Item::fixed_size != 0) {
+            return uint64_t{count} * Item::fixed_size;
+        } else {
+            uint64_t sum = 0;
+            for (uint32_t i = 0; i < count; ++i) {
+                sum += Item::measure(items + i);
+            }
+            return sum;
+        }
     }
 };
 

@@ -1,7 +1,7 @@
 // Members of structures and messages: which codec, and which field of the enclosing record.
 #pragma once
 
-#include "codec.h"
+#include "use.h"
 
 namespace tlvmsg::rules {
 
@@ -18,18 +18,25 @@ auto *field(Record *record, Step step, Steps... steps) {
     return field(&(record->*step), steps...);
 }
 
+template <class... Steps>
+Nowhere field(Nowhere nowhere, Steps...) {
+    return nowhere;
+}
+
 template <class Codec, auto... Path>
 struct member {
     static constexpr uint32_t fixed_size = Codec::fixed_size;
+    static constexpr uint32_t presumed_size = rules::presumed_size<Codec>;
+    static constexpr bool allocates = rules::allocates<Codec>;
 
     template <class Record>
     static uint16_t size(const Record *in) {
         return Use<Codec>::size(field(in, Path...));
     }
 
-    template <class Record>
+    template <DynamicBytes From, class Record>
     static uint8_t *encode(const Record *in, uint8_t *out) {
-        return Use<Codec>::encode(field(in, Path...), out);
+        return Use<Codec>::template encode<From>(field(in, Path...), out);
     }
 
     template <class Record>
@@ -50,6 +57,10 @@ struct member {
     static auto *place(Record *out) {
         return field(out, Path...);
     }
+    template <class Record>
+    static auto *place_end(Record *out) {
+        return place(out) + 1;
+    }
 
     template <class Record>
     static const uint8_t *decode_cleared(const uint8_t *in, Record *out) {
@@ -61,6 +72,21 @@ struct member {
     template <class Record>
     static void take(const uint8_t *in, Record *out) {
         Codec::take(in, field(out, Path...));
+    }
+
+    template <class Record>
+    static void clear_padding(Record *out) {
+        rules::clear_padding<Codec>(field(out, Path...));
+    }
+
+    template <class Out>
+    static const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
+        return Use<Codec>::accept(in, input, field(out, Path...));
+    }
+
+    template <class Record>
+    static uint64_t measure(const Record *in) {
+        return Use<Codec>::measure(field(in, Path...));
     }
 
     // What a structure decoder stores before it decodes the member, even when the position is null by then:
@@ -91,5 +117,56 @@ inline constexpr bool last_clears_itself = (Members::clears_itself + ... + 0) ==
 template <class... Members>
 inline constexpr uint32_t fixed_sum = ((Members::fixed_size != 0) && ...) ? (Members::fixed_size + ... + 0)
                                                                           : 0;
+
+// The same of their presumed sizes.
+template <class... Members>
+inline constexpr uint32_t presumed_sum = ((Members::presumed_size != 0) && ...)
+                                             ? (Members::presumed_size + ... + 0)
+                                             : 0;
+
+// All headers, and all values, of members of presumed size.
+template <class... Members>
+uint32_t members_mismatch(const uint8_t *in) {
+    uint32_t difference = 0;
+    ((difference |= Members::mismatch(in), in += Members::presumed_size), ...);
+    return difference;
+}
+
+template <class... Members, class Record>
+void take_members(const uint8_t *in, Record *out) {
+    ((Members::take(in, out), in += Members::presumed_size), ...);
+}
+
+// Zeroes what of a record no member is stored in.
+template <class... Members, class Record>
+[[gnu::always_inline]] inline void clear_gaps(Record *out) {
+    const auto offset = [out](auto *place) {
+        return reinterpret_cast<uint8_t *>(place) - reinterpret_cast<uint8_t *>(out);
+    };
+    ptrdiff_t at = 0;
+    const auto clear_up_to = [&](ptrdiff_t place, ptrdiff_t end) {
+        if (place > at) {
+            std::memset(reinterpret_cast<uint8_t *>(out) + at, 0, static_cast<size_t>(place - at));
+        }
+        at = end > at ? end : at;
+    };
+    (clear_up_to(offset(Members::place(out)), offset(Members::place_end(out))), ...);
+    clear_up_to(sizeof(Record), sizeof(Record));
+}
+
+template <class... Members, class Record>
+[[gnu::always_inline]] inline void clear_all_padding(Record *out) {
+    clear_gaps<Members...>(out);
+    (Members::clear_padding(out), ...);
+}
+
+template <class... Members, class Out>
+[[gnu::always_inline]] inline const uint8_t *accept_members(const uint8_t *in, Input &input, Out out) {
+    if constexpr (stores<Out>) {
+        clear_gaps<Members...>(out);
+    }
+    (void)(((in = Members::accept(in, input, out)) != nullptr) && ...);
+    return in;
+}
 
 } // namespace tlvmsg::rules

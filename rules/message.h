@@ -9,6 +9,8 @@ template <class Record, class... Members>
 struct message {
     using record = Record;
     static constexpr uint32_t fixed_size = fixed_sum<Members...>;
+    static constexpr uint32_t presumed_size = presumed_sum<Members...>;
+    static constexpr bool allocates = (Members::allocates || ...);
 
     static uint16_t size(const record *in) {
         if constexpr (fixed_size != 0) {
@@ -18,11 +20,12 @@ struct message {
         }
     }
 
+    template <DynamicBytes From>
     static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr) {
             return nullptr;
         }
-        ((out = Members::encode(in, out)), ...);
+        ((out = Members::template encode<From>(in, out)), ...);
         return out;
     }
 
@@ -40,6 +43,17 @@ struct message {
             return in;
         }
     }
+
+    template <class Out>
+    static const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
+        return accept_members<Members...>(in, input, out);
+    }
+
+    static uint64_t measure(const record *in) { return (Members::measure(in) + ... + uint64_t{0}); }
+
+    static uint32_t mismatch(const uint8_t *in) { return members_mismatch<Members...>(in); }
+    static void take(const uint8_t *in, record *out) { take_members<Members...>(in, out); }
+    static void clear_padding(record *out) { clear_all_padding<Members...>(out); }
 };
 
 } // namespace tlvmsg::rules

@@ -52,6 +52,27 @@ struct packed_array {
                                    prefix.count);
         return prefix.end;
     }
+
+    template <class Out>
+    static const uint8_t *accept(const uint8_t *in, const Input &input, Out out) {
+        uint16_t count;
+        const uint8_t *end = end_of_array(in, input, Capacity, count);
+        if (end == nullptr || static_cast<size_t>(end - in) != array_prefix + count * width) {
+            return nullptr;
+        }
+        if constexpr (stores<Out>) {
+            std::memset(out, 0, offsetof(record, items));
+            out->count = count;
+            PackedValues<Scalar>::copy(reinterpret_cast<uint8_t *>(unbounded(out->items)), in + array_prefix,
+                                       count);
+            clear_behind(out, out->items + count);
+        }
+        return end;
+    }
+
+    static uint64_t measure(const record *in) {
+        return in->count > Capacity ? refused : element_size(array_prefix + in->count * width);
+    }
 };
 
 } // namespace tlvmsg::rules

@@ -14,6 +14,8 @@ template <class Codec, uint32_t Count, auto First>
 struct run {
     static_assert(Codec::fixed_size != 0, "only members of fixed size form a run");
     static constexpr uint32_t fixed_size = Count * Codec::fixed_size;
+    static constexpr uint32_t presumed_size = fixed_size;
+    static constexpr bool allocates = false;
     static constexpr bool clears_itself = false;
 
     template <class Record>
@@ -21,14 +23,15 @@ struct run {
         return static_cast<uint16_t>(fixed_size);
     }
 
-    template <class Record>
+    template <DynamicBytes From, class Record>
     static uint8_t *encode(const Record *in, uint8_t *out) {
         if (out == nullptr) {
             return nullptr;
         }
         const auto *items = unbounded(&(in->*First));
         each<fours>([&](auto i) { FourWords::encode(items + 4 * i, at(out, 4 * i)); });
-        each<others>([&](auto i) { Codec::encode(items + 4 * fours + i, at(out, 4 * fours + i)); });
+        each<others>(
+            [&](auto i) { rules::encode<Codec, From>(items + 4 * fours + i, at(out, 4 * fours + i)); });
         return out + fixed_size;
     }
 
@@ -40,6 +43,10 @@ struct run {
     template <class Record>
     static auto *place(Record *out) {
         return &(out->*First);
+    }
+    template <class Record>
+    static auto *place_end(Record *out) {
+        return place(out) + Count;
     }
 
     template <class Record>
@@ -61,6 +68,29 @@ struct run {
         auto *items = unbounded(&(out->*First));
         each<fours>([&](auto i) { FourWords::take(at(in, 4 * i), items + 4 * i); });
         each<others>([&](auto i) { Codec::take(at(in, 4 * fours + i), items + 4 * fours + i); });
+    }
+
+    template <class Record>
+    static void clear_padding(Record *out) {
+        each<Count>([&](auto i) { rules::clear_padding<Codec>(place(out) + i); });
+    }
+
+    // In a structure of varying size; in others it is a part of what is taken at once.
+    template <class Out>
+    static const uint8_t *accept(const uint8_t *in, const Input &input, Out out) {
+        if (input.left(in) < fixed_size || mismatch(in) != 0) {
+            return nullptr;
+        }
+        if constexpr (stores<Out>) {
+            take(in, out);
+            clear_padding(out);
+        }
+        return in + fixed_size;
+    }
+
+    template <class Record>
+    static uint64_t measure(const Record *) {
+        return fixed_size;
     }
 
 private:

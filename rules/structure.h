@@ -13,6 +13,9 @@ struct structure {
     using record = Record;
     static constexpr uint32_t fixed_size =
         fixed_sum<Members...> != 0 ? header_size + fixed_sum<Members...> : 0;
+    static constexpr uint32_t presumed_size =
+        presumed_sum<Members...> != 0 ? header_size + presumed_sum<Members...> : 0;
+    static constexpr bool allocates = (Members::allocates || ...);
     static constexpr bool clears_itself = last_clears_itself<Members...>;
     static constexpr bool expanded = fixed_size != 0 && fixed_size <= expanded_up_to;
 
@@ -24,13 +27,14 @@ struct structure {
         }
     }
 
+    template <DynamicBytes From>
     [[gnu::always_inline]] static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr || out == nullptr) {
             return nullptr;
         }
         wire::store32(out, wire::header(Tag, static_cast<uint16_t>(size(in) - header_size)));
         out += header_size;
-        ((out = Members::encode(in, out)), ...);
+        ((out = Members::template encode<From>(in, out)), ...);
         return out;
     }
 
@@ -39,7 +43,7 @@ struct structure {
             // The own header is looked at first: only when it is exact do all the members lie inside the
             // element.
             if (in != nullptr && out != nullptr && wire::difference(in, exact_header) == 0 &&
-                members_mismatch(in) == 0) [[likely]] {
+                members_mismatch<Members...>(in + header_size) == 0) [[likely]] {
                 take(in, out);
                 return in + fixed_size;
             }
@@ -76,12 +80,23 @@ struct structure {
     }
 
     static uint32_t mismatch(const uint8_t *in) {
-        return wire::difference(in, exact_header) | members_mismatch(in);
+        return wire::difference(in, exact_header) | members_mismatch<Members...>(in + header_size);
+    }
+    static void take(const uint8_t *in, record *out) { take_members<Members...>(in + header_size, out); }
+    static void clear_padding(record *out) { clear_all_padding<Members...>(out); }
+
+    template <class Out>
+    static const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
+        const uint8_t *end = end_of_element(in, input, Tag);
+        if (end == nullptr) {
+            return nullptr;
+        }
+        const uint8_t *at = accept_members<Members...>(in + header_size, input, out);
+        return at == end ? end : nullptr;
     }
 
-    static void take(const uint8_t *in, record *out) {
-        in += header_size;
-        ((Members::take(in, out), in += Members::fixed_size), ...);
+    static uint64_t measure(const record *in) {
+        return element_size((Members::measure(in) + ... + uint64_t{header_size}));
     }
 
 private:
@@ -107,14 +122,7 @@ private:
     }
 
     static constexpr uint32_t exact_header =
-        wire::header(Tag, static_cast<uint16_t>(fixed_size - header_size));
-
-    static uint32_t members_mismatch(const uint8_t *in) {
-        uint32_t difference = 0;
-        in += header_size;
-        ((difference |= Members::mismatch(in), in += Members::fixed_size), ...);
-        return difference;
-    }
+        wire::header(Tag, static_cast<uint16_t>(presumed_size - header_size));
 };
 
 } // namespace tlvmsg::rules

@@ -1,7 +1,7 @@
 // Unions: just the element of the alternative that the selector chooses, or nothing.
 #pragma once
 
-#include "codec.h"
+#include "use.h"
 
 namespace tlvmsg::rules {
 
@@ -15,14 +15,30 @@ struct alternative {
         return Use<Codec>::size(&(in->*Field));
     }
 
-    template <class Record>
+    template <DynamicBytes From, class Record>
     static uint8_t *encode(const Record *in, uint8_t *out) {
-        return Use<Codec>::encode(&(in->*Field), out);
+        return Use<Codec>::template encode<From>(&(in->*Field), out);
     }
 
     template <class Record>
     static const uint8_t *decode(const uint8_t *in, Record *out) {
         return Use<Codec>::decode(in, &(out->*Field));
+    }
+
+    static constexpr bool allocates = rules::allocates<Codec>;
+
+    template <class Out>
+    static const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
+        if constexpr (stores<Out>) {
+            return Use<Codec>::accept(in, input, &(out->*Field));
+        } else {
+            return Use<Codec>::accept(in, input, out);
+        }
+    }
+
+    template <class Record>
+    static uint64_t measure(const Record *in) {
+        return Use<Codec>::measure(&(in->*Field));
     }
 };
 
@@ -33,6 +49,7 @@ struct union_of {
     using record = Record;
     static constexpr uint32_t fixed_size = 0;
     static constexpr bool expanded = false;
+    static constexpr bool governed = true;
 
     static uint16_t size(const record *in) {
         uint16_t size = 0;
@@ -43,11 +60,13 @@ struct union_of {
         return size;
     }
 
+    template <DynamicBytes From>
     static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr) {
             return nullptr;
         }
-        (void)((Alternatives::chosen_by(in->*Selector) && ((out = Alternatives::encode(in, out)), true)) ||
+        (void)((Alternatives::chosen_by(in->*Selector) &&
+                ((out = Alternatives::template encode<From>(in, out)), true)) ||
                ...);
         return out;
     }
@@ -59,6 +78,31 @@ struct union_of {
         (void)((Alternatives::chosen_by(out->*Selector) && ((in = Alternatives::decode(in, out)), true)) ||
                ...);
         return in;
+    }
+
+    static constexpr bool allocates = (Alternatives::allocates || ...);
+
+    // The selector is the value right before, which is in the record already. Alone, a union has selector 0.
+    template <class Out>
+    static const uint8_t *accept(const uint8_t *in, Input &input, Out out, bool alone = false) {
+        uint32_t selector = 0;
+        if constexpr (stores<Out>) {
+            auto &stored = out->*Selector;
+            asm("" : "+m"(stored)); // not what is in the input by now
+            selector = stored;
+            clear_behind(out, &stored + 1);
+        } else if (!alone) {
+            selector = codec::uint32::load(in - sizeof selector);
+        }
+        (void)((Alternatives::chosen_by(selector) && ((in = Alternatives::accept(in, input, out)), true)) ||
+               ...);
+        return in;
+    }
+
+    static uint64_t measure(const record *in) {
+        uint64_t size = 0;
+        (void)((Alternatives::chosen_by(in->*Selector) && ((size = Alternatives::measure(in)), true)) || ...);
+        return size;
     }
 };
 

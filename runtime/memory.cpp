@@ -1,14 +1,11 @@
 // Allocation, always through the platform and always from its pool 0.
 #include "export.h"
+#include "pool.h"
 
 #include <osal_pelix.h>
 #include <tlvmsg/runtime.h>
 
-namespace {
-
-constexpr uint32_t pool = 0;
-
-} // namespace
+using tlvmsg::pool;
 
 TLVMSG_EXPORTED void *tlv_malloc(uint32_t size) { return OSALmalloc(pool, size); }
 

@@ -51,6 +51,14 @@ inline uint32_t load32(const uint8_t *in) { return OSALntohl(load_stored<uint32_
 
 inline uint64_t load64(const uint8_t *in) { return big_endian(load_stored<uint64_t>(in)); }
 
+// A number that is fetched now and not again: what depends on it, and what is stored, agree even when
+// somebody else changes the bytes.
+template <class Value>
+Value fetched(Value value) {
+    asm("" : "+r"(value));
+    return value;
+}
+
 // A header as the 32-bit number that its four bytes spell.
 constexpr uint32_t header(uint16_t tag, uint16_t length) { return uint32_t{tag} << 16 | length; }
 

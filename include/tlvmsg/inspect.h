@@ -59,6 +59,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 enum {
     TLVMSG_MAX_DEPTH = 16,    /* types inside one another, scalars included */
@@ -104,7 +107,10 @@ const char *tlvmsg_code_text(tlvmsg_code code);
 /* Stores the code of that name and returns true; false, with nothing stored, for any other name or null. */
 bool tlvmsg_code_find(const char *name, tlvmsg_code *code);
 
-/* Where and why. Holds no pointers: copy it, keep it. All zero when there was no fault. */
+/*
+ * Where and why. Holds no pointers: copy it, keep it. Of one that says that there was no fault, only `code`,
+ * TLVMSG_OK, and `path`, which is empty, are defined.
+ */
 typedef struct tlvmsg_fault {
     tlvmsg_code code;
     size_t offset;  /* of the byte in question, from the start of the input (or, encoding, of the output) */
@@ -175,13 +181,13 @@ typedef struct tlvmsg_extent {
     size_t allocated;  /* bytes of all blocks together */
     size_t blocks;     /* how many */
     size_t deviations; /* how many; 0 is a flawless encoding */
-    tlvmsg_fault first_deviation; /* all zero when there are none */
+    tlvmsg_fault first_deviation; /* TLVMSG_OK when there are none */
 } tlvmsg_extent;
 
 /*
  * Whether the input is an encoding of the type (promises 3 and 4). `limits`, `extent` and `fault` may be
- * null; a null `in` is allowed when in_len is 0. On success `*extent` is filled and `*fault` is zero; on
- * failure `*extent` is zero and `*fault` says why, at an offset of at most in_len.
+ * null; a null `in` is allowed when in_len is 0. On success `*extent` is filled; on failure it is zero and
+ * `*fault` says why, at an offset of at most in_len.
  */
 bool tlvmsg_verify(const tlvmsg_type *type, const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,
                    tlvmsg_extent *extent, tlvmsg_fault *fault);
@@ -280,6 +286,9 @@ typedef struct tlvmsg_visitor {
 /* Visits everything in the record, in the order of the wire. Does nothing when an argument is null. */
 void tlvmsg_walk(const tlvmsg_type *type, const void *record, const tlvmsg_visitor *visitor, void *context);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

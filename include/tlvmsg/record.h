@@ -36,6 +36,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 /* ---- Blocks ------------------------------------------------------------------------------------------ */
 
@@ -102,6 +105,9 @@ const tlvmsg_alternative *tlvmsg_chosen_by(const tlvmsg_type *union_type, uint32
 /* The same for the selector in the record that the union's operations take, at selector_offset. */
 const tlvmsg_alternative *tlvmsg_chosen_in(const tlvmsg_type *union_type, const void *record);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

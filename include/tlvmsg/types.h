@@ -23,6 +23,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 typedef enum tlvmsg_kind {
     TLVMSG_SCALAR,
@@ -108,8 +111,7 @@ struct tlvmsg_type {
     const char *selector_name;
     uint32_t selector_offset; /* in the record that the union's operations take */
 
-    const struct tlvmsg_image_header *image; /* the library's own: every header, where none can vary */
-    uint32_t image_count;
+    const struct tlvmsg_operations *operations; /* the library's own; null: none but those of all types */
 };
 
 /* The descriptor of that name, or null. */
@@ -122,6 +124,9 @@ const tlvmsg_type *tlvmsg_type_by_tag(uint16_t tag);
 size_t tlvmsg_type_count(void);
 const tlvmsg_type *tlvmsg_type_at(size_t index);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

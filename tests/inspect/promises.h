@@ -20,7 +20,6 @@ public:
 
 private:
     void check_accepted(const uint8_t *in, size_t size, const tlvmsg_extent &extent);
-    void check_without_image(const uint8_t *in, size_t size);
     void check_limits(const uint8_t *in, size_t size, bool accepted, const tlvmsg_extent &extent);
     tlvmsg_fault check_under(const tlvmsg_limits &limits, const uint8_t *in, size_t size, size_t end,
                              bool accepted);

@@ -1,0 +1,56 @@
+// The strict operations of a type, made from its codec.
+#pragma once
+
+#include "rules.h"
+#include "strict.h"
+
+namespace tlvmsg::rules {
+
+template <class Codec>
+struct Bounded {
+    using record = typename Codec::record;
+
+    // What is released after a failure must be null or a block. A union or dynamic array by itself lacks what
+    // stands before it in its structure.
+    static const uint8_t *decode(const uint8_t *in, Input *input, void *to) {
+        auto *out = static_cast<record *>(to);
+        if constexpr (allocates<Codec> || governed<Codec>) {
+            clear(out);
+        }
+        return accept_alone(in, *input, out);
+    }
+
+    static const uint8_t *verify(const uint8_t *in, Input *input) {
+        return accept_alone(in, *input, Nowhere());
+    }
+
+    static uint8_t *encode(const void *from, uint8_t *out, size_t capacity) {
+        const auto *in = static_cast<const record *>(from);
+        return measure<Codec>(in) <= capacity ? rules::encode<Codec, DynamicBytes::FromBlock>(in, out)
+                                              : nullptr;
+    }
+
+    static uint64_t size(const void *in) { return measure<Codec>(static_cast<const record *>(in)); }
+
+private:
+    template <class Out>
+    static const uint8_t *accept_alone(const uint8_t *in, Input &input, Out out) {
+        if constexpr (governed<Codec>) {
+            return Codec::accept(in, input, out, true);
+        } else {
+            return accept<Codec>(in, input, out);
+        }
+    }
+};
+
+template <class Codec>
+inline constexpr tlvmsg_operations operations = {
+    Codec::fixed_size,      allocates<Codec>,       Bounded<Codec>::decode,
+    Bounded<Codec>::verify, Bounded<Codec>::encode, Bounded<Codec>::size,
+};
+
+} // namespace tlvmsg::rules
+
+#define TLVMSG_OPERATIONS(NAME, CODEC)                                                                       \
+    extern const tlvmsg_operations NAME;                                                                     \
+    const tlvmsg_operations NAME = tlvmsg::rules::operations<tlvmsg::codec::CODEC>;
