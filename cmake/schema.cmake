@@ -12,11 +12,11 @@ foreach(file IN LISTS schema_files)
 endforeach()
 list(REMOVE_DUPLICATES TLVMSG_FAMILIES)
 
-set(generated ${TLVMSG_INCLUDE}/tlvmsg/all.h ${TLVMSG_GENERATED}/all_types.h ${TLVMSG_GENERATED}/all_types.cpp
-              ${TLVMSG_GENERATED}/all_bounded.cpp
+set(generated ${TLVMSG_INCLUDE}/tlvmsg/all.h ${TLVMSG_INCLUDE}/tlvmsg/bounded/all.h
+              ${TLVMSG_GENERATED}/all_types.h ${TLVMSG_GENERATED}/all_types.cpp ${TLVMSG_GENERATED}/all_bounded.cpp
               ${TLVMSG_GENERATED}/tlvmsg.map ${TLVMSG_GENERATED}/tlvmsg.symbols)
 foreach(family IN LISTS TLVMSG_FAMILIES)
-    list(APPEND generated ${TLVMSG_INCLUDE}/tlvmsg/${family}.h)
+    list(APPEND generated ${TLVMSG_INCLUDE}/tlvmsg/${family}.h ${TLVMSG_INCLUDE}/tlvmsg/bounded/${family}.h)
     foreach(suffix codecs.h codecs.cpp bounded.cpp types.cpp layout.c layout.cpp)
         list(APPEND generated ${TLVMSG_GENERATED}/${family}_${suffix})
     endforeach()

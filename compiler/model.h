@@ -149,6 +149,10 @@ inline bool holds_bytes(const Type &type) {
 inline bool has_members(const Type &type) {
     return type.kind == Kind::Structure || type.kind == Kind::Message;
 }
+// A structure in C. Enumerations are numbers, and a union may share the record of its owner.
+inline bool has_own_record(const Type &type) {
+    return type.kind != Kind::Scalar && type.kind != Kind::Enumeration && type.enclosing == nullptr;
+}
 inline bool has_tag(const Type &type) {
     return type.kind == Kind::Structure || type.kind == Kind::Enumeration;
 }

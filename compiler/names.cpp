@@ -71,6 +71,9 @@ std::string values_table(const Type &type, const Alternative &alternative) {
     return "tlvmsg_values_" + std::to_string(&alternative - type.alternatives.data()) + "_of_" + type.name;
 }
 
+std::string declared_descriptor(const Type &type) { return "TLVMSG_DESCRIPTOR(" + type.name + ")"; }
+std::string typed_operations(const Type &type) { return "TLVMSG_TYPED(" + type.name + ")"; }
+
 std::string alternatives_union(const Type &type) { return "tlvmsg_union_of_" + type.name; }
 
 } // namespace tlvc::names

@@ -35,6 +35,10 @@ std::string alternatives_table(const Type &type);
 std::string enumerators_table(const Type &type);
 std::string values_table(const Type &type, const Alternative &alternative);
 
+// Lines of the headers in bounded/: what they declare is spelled in include/tlvmsg/typed.h.
+std::string declared_descriptor(const Type &type);
+std::string typed_operations(const Type &type); // the descriptor included
+
 // The union of a record's alternatives, which has no name there, where assertions need one.
 std::string alternatives_union(const Type &type);
 

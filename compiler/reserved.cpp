@@ -65,11 +65,14 @@ vfprintf vfscanf vprintf vscanf vsnprintf vsprintf vsscanf wint_t
 )");
 
 // Headers of these names are not generated from a family.
-const Names taken = words("all codes forms inspect runtime types version");
+const Names taken = words(R"(
+all codes forms inspect record runtime tlvmsg tlvmsg_format tlvmsg_json typed types version
+)");
 
-// Names of the library, of the functions of each type and of the platform begin like this.
+// Names of the library, of the functions of each type and of the platform begin like this; and what would make
+// of tlvmsg_encode_TYPE a tlvmsg_encode_alloc_TYPE.
 constexpr std::string_view prefixes[] = {"tlvmsg",      "tlv_", "get_tlv_", "encode_tlv_",
-                                         "decode_tlv_", "osal", "OSAL"};
+                                         "decode_tlv_", "osal", "OSAL",     "alloc"};
 
 bool is_name(std::string_view name) {
     constexpr std::string_view start = "ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz";

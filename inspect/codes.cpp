@@ -71,6 +71,10 @@ const Code codes[] = {
      "Another byte stands where the zero byte behind an array's bytes belongs. Decoders pass over it."},
     {"null-argument", "a null pointer was passed",
      "A function was handed a null pointer where it needs an object. The path is the argument's name."},
+    {"record-size", "a record of # bytes, the library's has $",
+     "The program was compiled with another declaration of the type than the library. Compile it again with "
+     "the "
+     "library's headers."},
 };
 
 static_assert(sizeof codes / sizeof codes[0] == TLVMSG_CODE_COUNT, "a row for each code");

@@ -38,11 +38,12 @@ bool tlvmsg_encode(const tlvmsg_type *type, const void *record, uint8_t *out, si
         }
     }
     give(written, size_t{0});
-    if (out == nullptr) {
+    if (out == nullptr && out_capacity > 0) {
         give(fault, null_argument("out"));
         return false;
     }
-    return interpret(type, record, Encoder(out, out_capacity), written, fault);
+    uint8_t nothing = 0; // a null output would take any amount
+    return interpret(type, record, Encoder(out != nullptr ? out : &nothing, out_capacity), written, fault);
 }
 
 bool tlvmsg_size(const tlvmsg_type *type, const void *record, size_t *size, tlvmsg_fault *fault) {

@@ -26,9 +26,10 @@
  * decode_tlv_TYPE would not look at the missing part, and so is a header of which less than four bytes are
  * there.
  *
- * Ownership. Records, buffers, limits and results are the caller's; nothing is kept between calls. Only
- * tlvmsg_decode allocates: the blocks of dynamic arrays, from the same platform pool as tlv_calloc, so that
- * tlv_free releases them as well. tlvmsg_release releases all blocks of a record.
+ * Ownership. Records, buffers, limits and results are the caller's; nothing is kept between calls.
+ * tlvmsg_decode and tlvmsg_copy allocate the blocks of dynamic arrays, from the same platform pool as
+ * tlv_calloc, so that tlv_free releases them as well; tlvmsg_release releases all blocks of a record.
+ * tlvmsg_encode_alloc allocates its output there. Nothing else here allocates.
  *
  * Threads. No state, no locks: any thread may call anything on its own records and buffers. Descriptors are
  * constants and shared freely.
@@ -95,6 +96,7 @@ typedef enum tlvmsg_code {
     TLVMSG_TERMINATOR_NOT_ZERO, /* another byte in its place [byte, 0] */
     /* From the caller. */
     TLVMSG_NULL_ARGUMENT, /* null where an object is needed; the path is the argument's name [0, 0] */
+    TLVMSG_RECORD_SIZE,   /* the program has another record than the library [its size, the library's] */
     TLVMSG_CODE_COUNT
 } tlvmsg_code;
 
@@ -245,8 +247,9 @@ bool tlvmsg_trace(const tlvmsg_type *type, const uint8_t *in, size_t in_len, con
  */
 
 /*
- * Encodes the record into at most out_capacity bytes. `written` and `fault` may be null. On failure
- * `*written` is 0, `*fault` says why, and out[0, out_capacity) holds nothing of use.
+ * Encodes the record into at most out_capacity bytes. `written` and `fault` may be null; a null `out` is
+ * allowed when out_capacity is 0, which an encoding without bytes fits. On failure `*written` is 0, `*fault`
+ * says why, and out[0, out_capacity) holds nothing of use.
  */
 bool tlvmsg_encode(const tlvmsg_type *type, const void *record, uint8_t *out, size_t out_capacity,
                    size_t *written, tlvmsg_fault *fault);
@@ -255,14 +258,30 @@ bool tlvmsg_encode(const tlvmsg_type *type, const void *record, uint8_t *out, si
 bool tlvmsg_size(const tlvmsg_type *type, const void *record, size_t *size, tlvmsg_fault *fault);
 
 /*
+ * Encodes the record into a block of just its size, which the caller releases with tlvmsg_free or tlv_free.
+ * Null on failure, with `*written` and `*fault` as tlvmsg_encode leaves them; otherwise not null, even for an
+ * encoding of 0 bytes.
+ */
+uint8_t *tlvmsg_encode_alloc(const tlvmsg_type *type, const void *record, size_t *written,
+                             tlvmsg_fault *fault);
+
+/*
  * Releases the blocks of the record's dynamic arrays and sets their pointers to null and their counts to 0,
  * so that releasing twice is harmless. Null is harmless, too.
  */
 void tlvmsg_release(const tlvmsg_type *type, void *record);
 
 /*
+ * Makes `*to`, whose earlier content is lost without being released, a record equal to `*from` that has blocks
+ * of its own. The two must not overlap. `fault` may be null. On failure `*to` is zero, nothing stays allocated
+ * and `*fault` says why: TLVMSG_OUT_OF_MEMORY, at offset 0.
+ */
+bool tlvmsg_copy(const tlvmsg_type *type, void *to, const void *from, tlvmsg_fault *fault);
+
+/*
  * Whether two records say the same: the same numbers, counts, items, bytes and chosen alternatives. Padding,
- * items behind the count, alternatives that are not chosen, and where blocks lie make no difference.
+ * items behind the count, alternatives that are not chosen, and where blocks lie make no difference. Two null
+ * records are equal.
  */
 bool tlvmsg_equal(const tlvmsg_type *type, const void *a, const void *b);
 

@@ -3,7 +3,9 @@
  *
  * Descriptors say what the record of a type looks like in memory and what its element looks like on the wire,
  * so that code which knows no type by name can walk any record. They are constants: nobody builds or releases
- * them.
+ * them. Later versions of the library may add members at the end of tlvmsg_type, and only there: programs may
+ * hold pointers to it, but no tlvmsg_type of their own, and its size means nothing to them. The
+ * structures of which it holds arrays keep their sizes.
  *
  * Example, every field of a record:
  *

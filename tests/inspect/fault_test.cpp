@@ -68,7 +68,7 @@ TEST(Fault, NamesTheMissingArgument) {
     EXPECT_EQ(record, 0u);
     EXPECT_FALSE(tlvmsg_decode(type, bytes, sizeof bytes, nullptr, nullptr, nullptr, &fault));
     EXPECT_STREQ(fault.path, "record");
-    EXPECT_FALSE(tlvmsg_encode(type, &record, nullptr, 0, nullptr, &fault));
+    EXPECT_FALSE(tlvmsg_encode(type, &record, nullptr, 1, nullptr, &fault));
     EXPECT_STREQ(fault.path, "out");
     EXPECT_FALSE(tlvmsg_size(type, nullptr, nullptr, &fault));
     EXPECT_STREQ(fault.path, "record");

@@ -11,9 +11,9 @@ for dialect in "$@"; do
     c++*) options="-x c++" ;;
     *) options="-x c -Wc++-compat -Wstrict-prototypes" ;;
     esac
-    for header in "$include"/tlvmsg/*.h; do
+    for header in "$include"/tlvmsg/*.h "$include"/tlvmsg/bounded/*.h; do
         # shellcheck disable=SC2086
-        printf '#include <tlvmsg/%s>\ntypedef int something_declared;\n' "$(basename "$header")" |
+        printf '#include <tlvmsg/%s>\ntypedef int something_declared;\n' "${header#"$include"/tlvmsg/}" |
             $compiler $options -std="$dialect" -pedantic -Wall -Wextra -Werror -I"$include" -fsyntax-only -
         tried=$((tried + 1))
     done

@@ -1,0 +1,190 @@
+/*
+ * typed.h - the operations of inspect.h for types by name, where the compiler sees that record and type belong
+ * together.
+ *
+ * Programs include <tlvmsg/bounded/FAMILY.h> or <tlvmsg/bounded/all.h>. These bring the family's records,
+ * inspect.h and record.h, and for each type X that has a record of its own, which is every structure, message
+ * and array and every union but those declared "in" a structure:
+ *
+ *     bool     tlvmsg_decode_X(in, in_len, limits, X *record, consumed, fault)
+ *     bool     tlvmsg_encode_X(const X *record, out, out_capacity, written, fault)
+ *     uint8_t *tlvmsg_encode_alloc_X(const X *record, written, fault)         released by tlvmsg_free
+ *     bool     tlvmsg_verify_X(in, in_len, limits, extent, fault)
+ *     bool     tlvmsg_size_X(const X *record, size, fault)
+ *     void     tlvmsg_release_X(X *record)
+ *     bool     tlvmsg_copy_X(X *to, const X *from, fault)
+ *     bool     tlvmsg_equal_X(const X *a, const X *b)
+ *
+ * They do and promise what inspect.h says of the operations without the X. Beyond that each compares the size
+ * of the program's record with that of the library's. Where they differ, the program was compiled with another
+ * header: then the record is not handed on, and the answer is the fault TLVMSG_RECORD_SIZE, false or nothing;
+ * tlvmsg_decode_X and tlvmsg_copy_X leave the program's record zero.
+ *
+ * Example:
+ *
+ *     #include <tlvmsg/bounded/voice.h>
+ *
+ *     analogbri_led_control_req_message request;
+ *     tlvmsg_fault fault;
+ *     if (tlvmsg_decode_analogbri_led_control_req_message(packet, size, NULL, &request, NULL, &fault)) {
+ *         set_led(request.led_control.slot, request.led_control.color);
+ *         tlvmsg_release_analogbri_led_control_req_message(&request);
+ *     }
+ *
+ * Descriptors. tlvmsg_descriptor_X() gives that of any type X, enumerations included, without the look-up that
+ * tlvmsg_type_find takes. The object itself is called tlvmsg_type_of_X, and &tlvmsg_type_of_X is an address
+ * constant, for initializers:
+ *
+ *     const tlvmsg_type *expected[] = {&tlvmsg_type_of_zel_led_control, &tlvmsg_type_of_ifid};
+ *
+ * What programs share is the address, never a copy (R_*_COPY): so the library may make descriptors longer, and
+ * they go on working. Position-dependent code of Clang or of GCC before 12 may ask for a copy all the same,
+ * where it names the object; linkers refuse that, as the symbols are protected, and the program writes
+ * tlvmsg_descriptor_X() instead, which suits every compiler.
+ */
+#ifndef TLVMSG_TYPED_H
+#define TLVMSG_TYPED_H
+
+#include <tlvmsg/inspect.h>
+#include <tlvmsg/record.h>
+
+#include <string.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- For any type, with the size of the program's record ------------------------------------------------- */
+
+/*
+ * Answers for a record of another size than the library's: `*result` is 0, `*fault` is TLVMSG_RECORD_SIZE at
+ * offset 0; both may be null. Always false.
+ */
+bool tlvmsg_refuse_record(const tlvmsg_type *type, size_t size, size_t *result, tlvmsg_fault *fault);
+
+static inline bool tlvmsg_sized_decode(const tlvmsg_type *type, size_t size, const uint8_t *in, size_t in_len,
+                                       const tlvmsg_limits *limits, void *record, size_t *consumed,
+                                       tlvmsg_fault *fault) {
+    if (type->size == size) {
+        return tlvmsg_decode(type, in, in_len, limits, record, consumed, fault);
+    }
+    if (record != NULL) {
+        memset(record, 0, size);
+    }
+    return tlvmsg_refuse_record(type, size, consumed, fault);
+}
+
+static inline bool tlvmsg_sized_encode(const tlvmsg_type *type, size_t size, const void *record, uint8_t *out,
+                                       size_t out_capacity, size_t *written, tlvmsg_fault *fault) {
+    return type->size == size ? tlvmsg_encode(type, record, out, out_capacity, written, fault)
+                              : tlvmsg_refuse_record(type, size, written, fault);
+}
+
+static inline uint8_t *tlvmsg_sized_encode_alloc(const tlvmsg_type *type, size_t size, const void *record,
+                                                 size_t *written, tlvmsg_fault *fault) {
+    if (type->size == size) {
+        return tlvmsg_encode_alloc(type, record, written, fault);
+    }
+    tlvmsg_refuse_record(type, size, written, fault);
+    return NULL;
+}
+
+static inline bool tlvmsg_sized_size(const tlvmsg_type *type, size_t size, const void *record,
+                                     size_t *encoded, tlvmsg_fault *fault) {
+    return type->size == size ? tlvmsg_size(type, record, encoded, fault)
+                              : tlvmsg_refuse_record(type, size, encoded, fault);
+}
+
+static inline void tlvmsg_sized_release(const tlvmsg_type *type, size_t size, void *record) {
+    if (type->size == size) {
+        tlvmsg_release(type, record);
+    }
+}
+
+static inline bool tlvmsg_sized_copy(const tlvmsg_type *type, size_t size, void *to, const void *from,
+                                     tlvmsg_fault *fault) {
+    if (type->size == size) {
+        return tlvmsg_copy(type, to, from, fault);
+    }
+    if (to != NULL) {
+        memset(to, 0, size);
+    }
+    return tlvmsg_refuse_record(type, size, NULL, fault);
+}
+
+static inline bool tlvmsg_sized_equal(const tlvmsg_type *type, size_t size, const void *a, const void *b) {
+    return type->size == size && tlvmsg_equal(type, a, b);
+}
+
+/* ---- For one type, by name ------------------------------------------------------------------------------- */
+
+/*
+ * The descriptor of X is an object in the library, and what names it as if it were in the program makes the
+ * linker copy it there, with the size that it has that day. GCC can be told; for all compilers alike the address
+ * is read from a variable, which the loader fills in. Volatile, so that no optimizer names the object after all.
+ */
+#if defined(__has_attribute)
+#if __has_attribute(nodirect_extern_access)
+#define TLVMSG_NEVER_COPIED __attribute__((nodirect_extern_access))
+#endif
+#endif
+#ifndef TLVMSG_NEVER_COPIED
+#define TLVMSG_NEVER_COPIED
+#endif
+
+#define TLVMSG_DESCRIPTOR(X)                                                                                 \
+    extern const tlvmsg_type tlvmsg_type_of_##X TLVMSG_NEVER_COPIED;                                         \
+    static inline const tlvmsg_type *tlvmsg_descriptor_##X(void) {                                           \
+        static const tlvmsg_type *volatile address = &tlvmsg_type_of_##X;                                    \
+        return address;                                                                                      \
+    }
+
+/* "struct X", because parameters may bear the name of a type. */
+#define TLVMSG_TYPED(X)                                                                                      \
+    TLVMSG_DESCRIPTOR(X)                                                                                     \
+    static inline bool tlvmsg_decode_##X(const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,      \
+                                         struct X *record, size_t *consumed, tlvmsg_fault *fault) {          \
+        return tlvmsg_sized_decode(tlvmsg_descriptor_##X(), sizeof *record, in, in_len, limits, record,      \
+                                   consumed, fault);                                                         \
+    }                                                                                                        \
+    static inline bool tlvmsg_encode_##X(const struct X *record, uint8_t *out, size_t out_capacity,          \
+                                         size_t *written, tlvmsg_fault *fault) {                             \
+        return tlvmsg_sized_encode(tlvmsg_descriptor_##X(), sizeof *record, record, out, out_capacity,       \
+                                   written, fault);                                                          \
+    }                                                                                                        \
+    static inline uint8_t *tlvmsg_encode_alloc_##X(const struct X *record, size_t *written,                  \
+                                                   tlvmsg_fault *fault) {                                    \
+        return tlvmsg_sized_encode_alloc(tlvmsg_descriptor_##X(), sizeof *record, record, written, fault);   \
+    }                                                                                                        \
+    static inline bool tlvmsg_verify_##X(const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,      \
+                                         tlvmsg_extent *extent, tlvmsg_fault *fault) {                       \
+        return tlvmsg_verify(tlvmsg_descriptor_##X(), in, in_len, limits, extent, fault);                    \
+    }                                                                                                        \
+    static inline bool tlvmsg_size_##X(const struct X *record, size_t *size, tlvmsg_fault *fault) {          \
+        return tlvmsg_sized_size(tlvmsg_descriptor_##X(), sizeof *record, record, size, fault);              \
+    }                                                                                                        \
+    static inline void tlvmsg_release_##X(struct X *record) {                                                \
+        tlvmsg_sized_release(tlvmsg_descriptor_##X(), sizeof *record, record);                               \
+    }                                                                                                        \
+    static inline bool tlvmsg_copy_##X(struct X *to, const struct X *from, tlvmsg_fault *fault) {            \
+        return tlvmsg_sized_copy(tlvmsg_descriptor_##X(), sizeof *to, to, from, fault);                      \
+    }                                                                                                        \
+    static inline bool tlvmsg_equal_##X(const struct X *a, const struct X *b) {                              \
+        return tlvmsg_sized_equal(tlvmsg_descriptor_##X(), sizeof *a, a, b);                                 \
+    }
+
+TLVMSG_DESCRIPTOR(char)
+TLVMSG_DESCRIPTOR(uint8)
+TLVMSG_DESCRIPTOR(int8)
+TLVMSG_DESCRIPTOR(uint16)
+TLVMSG_DESCRIPTOR(int16)
+TLVMSG_DESCRIPTOR(uint32)
+TLVMSG_DESCRIPTOR(int32)
+TLVMSG_DESCRIPTOR(uint64)
+TLVMSG_DESCRIPTOR(int64)
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,89 @@
+// Records with blocks of their own.
+#include "field.h"
+#include "place.h"
+
+using namespace tlvmsg::inspect;
+
+namespace {
+
+// Turns the bitwise copy of a record into one that shares no block with it. Once an allocation has failed, what
+// follows is left without blocks, so that the copy can be released.
+class Separation {
+public:
+    void separate(const tlvmsg_type &type, void *copy) {
+        switch (type.kind) {
+        case TLVMSG_SCALAR:
+        case TLVMSG_ENUMERATION:
+            return;
+        case TLVMSG_STRUCTURE:
+        case TLVMSG_MESSAGE:
+            for (uint32_t i = 0; i < type.member_count; ++i) {
+                separate(*type.members[i].type, at_offset(copy, type.members[i].offset));
+            }
+            return;
+        case TLVMSG_UNION:
+            if (const tlvmsg_alternative *chosen = chosen_in(type, copy)) {
+                separate(*chosen->type, at_offset(copy, chosen->offset));
+            }
+            return;
+        default:
+            array(type, copy);
+        }
+    }
+
+    size_t missing() const { return missing_; } // bytes that there was no memory for
+
+private:
+    void array(const tlvmsg_type &type, void *copy) {
+        if (is_dynamic(type)) {
+            store_pointer(type, copy, block(type, items_of(type, copy)));
+        }
+        if (is_bytes(type) || type.element->kind == TLVMSG_SCALAR) {
+            return;
+        }
+        const Items own = items_of(type, copy);
+        for (size_t i = 0; i < own.readable; ++i) {
+            separate(*type.element, own.item(type, i));
+        }
+    }
+
+    // With the zero byte behind bytes that readers may count on.
+    void *block(const tlvmsg_type &type, const Items &there) {
+        if (there.first == nullptr || missing_ > 0) {
+            return nullptr;
+        }
+        const size_t size = there.readable * type.element->size;
+        void *const copy = tlvmsg_allocate(size + 1);
+        if (copy == nullptr) {
+            missing_ = size + 1;
+        } else {
+            std::memcpy(copy, there.first, size);
+        }
+        return copy;
+    }
+
+    size_t missing_ = 0;
+};
+
+} // namespace
+
+bool tlvmsg_copy(const tlvmsg_type *type, void *to, const void *from, tlvmsg_fault *fault) {
+    if (type == nullptr || to == nullptr || from == nullptr) {
+        if (type != nullptr && to != nullptr) {
+            std::memset(to, 0, type->size);
+        }
+        give(fault, null_argument(type == nullptr ? "type" : to == nullptr ? "to" : "from"));
+        return false;
+    }
+    std::memcpy(to, from, type->size);
+    Separation separation;
+    separation.separate(*type, to);
+    if (separation.missing() > 0) {
+        tlvmsg_release(type, to);
+        std::memset(to, 0, type->size);
+        give(fault, fault_at(whole(*type), TLVMSG_OUT_OF_MEMORY, 0, separation.missing(), 0));
+        return false;
+    }
+    give(fault, tlvmsg_fault{});
+    return true;
+}

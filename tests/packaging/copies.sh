@@ -1,0 +1,30 @@
+#!/bin/sh
+# copies.sh INCLUDE_DIRECTORY LIBRARY_DIRECTORY PROGRAM_SOURCE...
+# However a program is compiled, it shares the descriptors of the library and has no copies of them.
+set -eu
+include=$1
+libraries=$2
+shift 2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+for source in "$@"; do
+    case $source in
+    *.cpp) compilers="g++ clang++" options=-std=c++20 ;;
+    *) compilers="gcc clang" options=-std=c99 ;;
+    esac
+    for compiler in $compilers; do
+        command -v "$compiler" > /dev/null || continue
+        for kind in "-fPIE -pie" "-fno-pie -no-pie"; do
+            # shellcheck disable=SC2086
+            "$compiler" $options $kind -O2 "$source" -I"$include" -L"$libraries" -ltlvmsg_inspect -losal_pelix \
+                -Wl,-rpath,"$libraries" -o "$work/program"
+            "$work/program"
+            readelf -rW "$work/program" > "$work/relocations"
+            grep -q tlvmsg_type_of "$work/relocations"
+            if grep -E '_COPY.*tlvmsg' "$work/relocations"; then
+                echo "$source, $compiler $kind: copied"
+                exit 1
+            fi
+        done
+    done
+done
