@@ -185,11 +185,13 @@ std::string declarations(const Schema &schema) {
         "extern const tlvmsg_type *const tlvmsg_types_by_tag[];\n"
         "extern const size_t tlvmsg_types_by_name_count;\n"
         "extern const size_t tlvmsg_types_by_tag_count;\n\n";
-    // Programs share the addresses. Protected, so that all in the library is bound to what is here.
-    text += "#pragma GCC visibility push(protected)\n";
     for (const Type &type : schema.types) {
-        text += fmt::format("extern const tlvmsg_type {};\nextern const tlvmsg_operations {};\n",
-                            names::descriptor(type), names::operations(type));
+        text += fmt::format("extern const tlvmsg_operations {};\n", names::operations(type));
+    }
+    // Programs share the addresses. Protected, so that all in the library is bound to what is here.
+    text += "\n#pragma GCC visibility push(protected)\n";
+    for (const Type &type : schema.types) {
+        text += fmt::format("extern const tlvmsg_type {};\n", names::descriptor(type));
     }
     return text + "#pragma GCC visibility pop\n";
 }
