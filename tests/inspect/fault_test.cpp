@@ -2,6 +2,8 @@
 #include "support/hex.h"
 
 #include <tlvmsg/inspect.h>
+#include <tlvmsg/qos.h>
+#include <tlvmsg/record.h>
 
 #include <gtest/gtest.h>
 
@@ -56,6 +58,21 @@ TEST(Fault, OfAllocationSaysHowMuch) {
               "byte 8");
 }
 
+// Items that are announced but not there are tolerated, and take memory all the same.
+TEST(Fault, OfAllocationNeedNotBeTheDefaultLimit) {
+    const tlvmsg_type *type = tlvmsg_type_find("plim_qos_vc_info_vc_info_array");
+    const Bytes bytes = hex("00 0A 00 06  00 04 00 02 FF FF  00 00 00 00");
+    plim_qos_vc_info_vc_info_array record;
+    tlvmsg_fault fault;
+    EXPECT_FALSE(tlvmsg_decode(type, bytes.data(), bytes.size(), nullptr, &record, nullptr, &fault));
+    EXPECT_EQ(fault.code, TLVMSG_ALLOCATION_LIMIT);
+    EXPECT_EQ(fault.allowed, 64 * bytes.size() + size_t{64} * 1024);
+    const tlvmsg_limits enough{fault.found, false};
+    EXPECT_TRUE(tlvmsg_decode(type, bytes.data(), bytes.size(), &enough, &record, nullptr, nullptr));
+    EXPECT_EQ(record.count, 65535u);
+    tlvmsg_release(type, &record);
+}
+
 TEST(Fault, NamesTheMissingArgument) {
     tlvmsg_fault fault;
     const tlvmsg_type *type = tlvmsg_type_find("uint16");
@@ -68,8 +85,15 @@ TEST(Fault, NamesTheMissingArgument) {
     EXPECT_EQ(record, 0u);
     EXPECT_FALSE(tlvmsg_decode(type, bytes, sizeof bytes, nullptr, nullptr, nullptr, &fault));
     EXPECT_STREQ(fault.path, "record");
-    EXPECT_FALSE(tlvmsg_encode(type, &record, nullptr, 1, nullptr, &fault));
+    EXPECT_EQ(fault.found + fault.allowed, 0u);
+    size_t written = 1;
+    EXPECT_FALSE(tlvmsg_encode(type, &record, nullptr, 1, &written, &fault));
     EXPECT_STREQ(fault.path, "out");
+    EXPECT_EQ(written, 0u);
+    EXPECT_FALSE(tlvmsg_resize(type, nullptr, 1, &fault));
+    EXPECT_STREQ(fault.path, "record");
+    EXPECT_FALSE(tlvmsg_resize(nullptr, &record, 1, &fault));
+    EXPECT_STREQ(fault.path, "array");
     EXPECT_FALSE(tlvmsg_size(type, nullptr, nullptr, &fault));
     EXPECT_STREQ(fault.path, "record");
 

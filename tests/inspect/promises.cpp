@@ -66,6 +66,11 @@ void follow(void *context, const tlvmsg_piece *piece) {
 
 } // namespace
 
+std::string facts_of(const tlvmsg_fault &fault) {
+    return std::string(tlvmsg_code_name(fault.code)) + " at " + std::to_string(fault.offset) + ": " +
+           fault.path + ", " + std::to_string(fault.found) + ", " + std::to_string(fault.allowed);
+}
+
 bool path_resolves(const char *path) {
     const std::string_view whole(path);
     const std::string name(whole.substr(0, whole.find_first_of(".[")));

@@ -39,6 +39,9 @@ private:
     GuardedBuffer exact_record_; // that the exact decoder fills
 };
 
+// What a fault says, apart from its wording: "wrong-tag at 16: zel_led_control.color, 1363, 1362".
+std::string facts_of(const tlvmsg_fault &fault);
+
 // Whether a fault's path leads to a member, item, alternative or count of its first word's type.
 bool path_resolves(const char *path);
 

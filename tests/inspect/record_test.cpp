@@ -147,9 +147,11 @@ TEST(Records, AreResizedWithTheirBlocks) {
     osal_double_fail(1, 0);
     EXPECT_FALSE(tlvmsg_resize(text, &record.items[0].name, 5, &fault));
     EXPECT_EQ(fault.code, TLVMSG_OUT_OF_MEMORY);
+    EXPECT_EQ(fault.offset, 0u);
     EXPECT_FALSE(tlvmsg_resize(text, &record.items[0].name, 256, &fault));
     EXPECT_EQ(fault.code, TLVMSG_COUNT_EXCEEDS_FIELD);
     EXPECT_EQ(fault.allowed, 255u);
+    EXPECT_EQ(fault.offset, 0u);
     EXPECT_EQ(record.items[0].name.count, 4u);
     ASSERT_TRUE(tlvmsg_resize(&names, &record, 0, nullptr));
     EXPECT_EQ(record.items, nullptr);
@@ -181,6 +183,19 @@ TEST(Records, HoldNumbersOfEveryWidth) {
             EXPECT_EQ(reinterpret_cast<uint8_t *>(field)[type->size], UINT8_MAX) << name;
         }
     }
+}
+
+// A union by itself, whose selector nothing else compares.
+TEST(Records, DifferByTheSelectorAlone) {
+    const tlvmsg_type *type = tlvmsg_type_find("ip_address_type_union");
+    ip_address_type_union a{};
+    ip_address_type_union b{};
+    a.type = 7; // which chooses nothing
+    b.type = 8;
+    EXPECT_FALSE(tlvmsg_equal(type, &a, &b));
+    b.type = 7;
+    b.ipv4 = 1;
+    EXPECT_TRUE(tlvmsg_equal(type, &a, &b));
 }
 
 } // namespace
