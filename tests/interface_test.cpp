@@ -48,7 +48,7 @@ private:
         const std::string count = " counted by uint" + std::to_string(8 * type_.count_width);
         switch (type_.kind) {
         case TLVMSG_SCALAR:
-            return name;
+            return type_.name;
         case TLVMSG_ENUMERATION:
             return "enum " + tagged;
         case TLVMSG_STRUCTURE:
@@ -211,12 +211,13 @@ TEST(Headers, state_the_sizes_that_the_descriptors_have) {
                                                                : type.max_encoded;
                 EXPECT_EQ(line.substr(line.rfind(' ') + 1), std::to_string(expected)) << line;
                 ++seen[type.name];
-                const std::string least = std::to_string(type.min_encoded);
-                const std::string most = std::to_string(type.max_encoded);
-                const std::string sizes = type.kind == TLVMSG_UNION ? "up to " + most + " bytes"
-                                          : type.min_encoded == type.max_encoded
-                                              ? " " + most + " bytes"
-                                              : " " + least + " to " + most + " bytes";
+                std::string sizes = type.kind == TLVMSG_UNION ? "up to " : " ";
+                if (type.kind != TLVMSG_UNION && type.min_encoded != type.max_encoded) {
+                    sizes += std::to_string(type.min_encoded);
+                    sizes += " to ";
+                }
+                sizes += std::to_string(type.max_encoded);
+                sizes += " bytes";
                 EXPECT_NE(comment.find(sizes), comment.npos) << type.name << ":" << comment;
             }
         }
