@@ -1,7 +1,8 @@
 # Installed: libraries, headers, the compiler, a CMake package and pkg-config files.
 include(CMakePackageConfigHelpers)
 
-install(TARGETS osal_pelix tlvmsg tlvmsg_static tlvmsg_inspect tlvmsg_inspect_static EXPORT tlvmsg
+install(TARGETS osal_pelix tlvmsg tlvmsg_static tlvmsg_inspect tlvmsg_inspect_static tlvmsg_forms tlvmsg_forms_static
+        EXPORT tlvmsg
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
         PUBLIC_HEADER DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
@@ -34,9 +35,11 @@ endforeach()
 cmake_path(SET package_config_directory ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${package_config_directory} OUTPUT_VARIABLE up_to_prefix)
 
-function(install_pkg_config_file name description)
+# What it needs besides the platform: another library of the project, and what static linking adds.
+function(install_pkg_config_file name description requires private_flags)
     configure_file(cmake/library.pc.in ${CMAKE_BINARY_DIR}/${name}.pc @ONLY)
     install(FILES ${CMAKE_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endfunction()
-install_pkg_config_file(tlvmsg "${PROJECT_DESCRIPTION}")
-install_pkg_config_file(tlvmsg_inspect "The same for input that cannot be trusted, and the schema as data")
+install_pkg_config_file(tlvmsg "${PROJECT_DESCRIPTION}" "" "")
+install_pkg_config_file(tlvmsg_inspect "The same for input that cannot be trusted, and the schema as data" "" "")
+install_pkg_config_file(tlvmsg_forms "Records as JSON, and back" tlvmsg_inspect -lstdc++)

@@ -3,7 +3,6 @@
 #include "commands.h"
 #include "decode_capture.h"
 #include "faults.h"
-#include "json.h"
 #include "message_options.h"
 #include "raw.h"
 #include "record.h"
@@ -28,7 +27,7 @@ struct Options {
     std::string filter;
     std::optional<size_t> offset;
 
-    int indent() const { return compact ? -1 : 2; }
+    unsigned indent() const { return compact ? 0 : 2; }
 };
 
 void warn_of(const tlvmsg_extent &extent, const tlvmsg_type *type, size_t size) {

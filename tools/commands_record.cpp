@@ -4,7 +4,6 @@
 #include "diff.h"
 #include "faults.h"
 #include "guess.h"
-#include "json.h"
 #include "lookup.h"
 #include "message_options.h"
 #include "sample.h"

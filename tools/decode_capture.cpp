@@ -4,7 +4,6 @@
 #include "failure.h"
 #include "faults.h"
 #include "guess.h"
-#include "json.h"
 #include "lookup.h"
 #include "message_options.h"
 #include "payload.h"
@@ -63,7 +62,7 @@ private:
             return error_fields(type, fault);
         }
         std::string fields =
-            fmt::format(R"("type":"{}","message":{})", type->name, to_json(type, record.data(), -1));
+            fmt::format(R"("type":"{}","message":{})", type->name, to_json(type, record.data(), 0));
         if (extent.deviations > 0) {
             fields += fmt::format(R"(,"deviations":{})", extent.deviations);
         }

@@ -82,6 +82,10 @@ void report(const Failure &failure) {
     complain_of(fmt::format("error[{}]", name), failure.what(), Colour::red);
 }
 
+void report_out_of_memory() {
+    complain("tlv: error[out-of-memory]: there is no more memory"); // and little to word it with
+}
+
 void warn(std::string_view code, std::string_view message) {
     complain_of(fmt::format("warning[{}]", code), message, Colour::yellow);
 }

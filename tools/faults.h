@@ -28,6 +28,8 @@ void report(const tlvmsg_fault &fault);
 
 void report(const Failure &failure);
 
+void report_out_of_memory();
+
 void warn(std::string_view code, std::string_view message);
 
 // What `tlv explain` explains: the codes of the library, and those of the command.

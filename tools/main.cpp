@@ -33,8 +33,8 @@ int main(int argc, char **argv) {
     } catch (const Failure &failure) {
         report(failure);
         return failure.exit_status;
-    } catch (const std::exception &error) {
-        report(Failure(exit_io, error.what())); // out of memory, in effect
+    } catch (const std::exception &) { // std::bad_alloc, or a length that no string can have
+        report_out_of_memory();
         return exit_io;
     }
 }

@@ -46,7 +46,7 @@ uint64_t raw_number(std::span<const uint8_t> bytes, const RawElement &element);
 std::span<const uint8_t> raw_bytes(std::span<const uint8_t> bytes, const RawElement &element);
 
 // A list of one object an element: [{"app_sess_hdr": {...}}, {"uint16": 5}, {"tag 1300": {"hex": "00"}}].
-std::string raw_json(std::span<const uint8_t> bytes, const RawMessage &message, int indent);
+std::string raw_json(std::span<const uint8_t> bytes, const RawMessage &message, unsigned indent);
 
 // A line a value: "app_sess_hdr.msg_type = 17".
 std::string raw_text(std::span<const uint8_t> bytes, const RawMessage &message);

@@ -1,5 +1,4 @@
 // Messages without a type as JSON and as lines.
-#include "json_value.h"
 #include "raw.h"
 #include "record.h"
 #include "text.h"
@@ -21,34 +20,82 @@ Record record_of(Bytes bytes, const RawElement &raw) {
     return record;
 }
 
-OrderedJson json_of_list(Bytes bytes, const std::vector<RawElement> &elements);
+// Piece by piece, so that nothing but the text grows with the message.
+class JsonPrinter {
+public:
+    JsonPrinter(Bytes bytes, unsigned indent) : bytes_(bytes), indent_(indent) {}
 
-OrderedJson json_of_element(Bytes bytes, const RawElement &raw) {
-    switch (raw.kind) {
-    case RawKind::typed:
-        return json_of(raw.type, record_of(bytes, raw).data());
-    case RawKind::number:
-        return json_of_number(raw.type, raw_number(bytes, raw));
-    case RawKind::elements:
-    case RawKind::array:
-        return json_of_list(bytes, raw.inside);
-    case RawKind::bytes:
-        return json_of_bytes(raw_bytes(bytes, raw));
-    case RawKind::opaque:
-        break;
+    // `level` is how deep in the text it stands.
+    void list(const std::vector<RawElement> &elements, unsigned level) {
+        text_ += '[';
+        for (const RawElement &raw : elements) {
+            text_ += &raw == elements.data() ? "" : ",";
+            new_line(level + 1);
+            object(raw.name(), level + 1, [&] { value(raw, level + 2); });
+        }
+        if (!elements.empty()) {
+            new_line(level);
+        }
+        text_ += ']';
     }
-    return json_of_hex(raw.element.inside(bytes));
-}
 
-OrderedJson json_of_list(Bytes bytes, const std::vector<RawElement> &elements) {
-    OrderedJson list = OrderedJson::array();
-    for (const RawElement &raw : elements) {
-        OrderedJson object = OrderedJson::object();
-        object[raw.name()] = json_of_element(bytes, raw);
-        list.push_back(std::move(object));
+    const std::string &text() const { return text_; }
+
+private:
+    void value(const RawElement &raw, unsigned level) {
+        switch (raw.kind) {
+        case RawKind::typed:
+            text_ += to_json(raw.type, record_of(bytes_, raw).data(), indent_, level);
+            break;
+        case RawKind::number:
+            text_ += number_text(raw.type, raw_number(bytes_, raw));
+            break;
+        case RawKind::elements:
+        case RawKind::array:
+            list(raw.inside, level);
+            break;
+        case RawKind::bytes:
+            bytes(raw_bytes(bytes_, raw), level);
+            break;
+        case RawKind::opaque:
+            hex(raw.element.inside(bytes_), level);
+        }
     }
-    return list;
-}
+
+    void bytes(Bytes bytes, unsigned level) {
+        if (is_printable(bytes)) {
+            text_ += bytes_text(bytes);
+        } else {
+            hex(bytes, level);
+        }
+    }
+
+    void hex(Bytes bytes, unsigned level) {
+        object("hex", level, [&] { text_ += fmt::format("\"{:02x}\"", fmt::join(bytes, "")); });
+    }
+
+    // Of one member.
+    template <class Value>
+    void object(std::string_view name, unsigned level, Value value) {
+        text_ += '{';
+        new_line(level + 1);
+        text_ += fmt::format("\"{}\":{}", name, indent_ > 0 ? " " : "");
+        value();
+        new_line(level);
+        text_ += '}';
+    }
+
+    void new_line(unsigned level) {
+        if (indent_ > 0) {
+            text_ += '\n';
+            text_.append(size_t{indent_} * level, ' ');
+        }
+    }
+
+    Bytes bytes_;
+    unsigned indent_;
+    std::string text_;
+};
 
 void add_text(Bytes bytes, const std::string &above, const RawElement &raw, std::string &text) {
     const std::string path = above + raw.name();
@@ -76,8 +123,10 @@ void add_text(Bytes bytes, const std::string &above, const RawElement &raw, std:
 
 } // namespace
 
-std::string raw_json(Bytes bytes, const RawMessage &message, int indent) {
-    return json_of_list(bytes, message.elements).dump(indent);
+std::string raw_json(Bytes bytes, const RawMessage &message, unsigned indent) {
+    JsonPrinter printer(bytes, indent);
+    printer.list(message.elements, 0);
+    return printer.text();
 }
 
 std::string raw_text(Bytes bytes, const RawMessage &message) {

@@ -1,5 +1,13 @@
 #include "record.h"
 
+#include "failure.h"
+
+#include <tlvmsg/forms.h>
+
+#include <fmt/format.h>
+
+#include <new>
+
 namespace tlvmsg::tool {
 
 // What new gives is aligned for every standard type, and records are made of those.
@@ -12,6 +20,29 @@ Record::~Record() {
 bool decode(Record &record, std::span<const uint8_t> bytes, tlvmsg_extent &extent, tlvmsg_fault &fault) {
     return tlvmsg_verify(record.type(), bytes.data(), bytes.size(), nullptr, &extent, &fault) &&
            tlvmsg_decode(record.type(), bytes.data(), bytes.size(), nullptr, record.data(), nullptr, &fault);
+}
+
+std::string to_json(const tlvmsg_type *type, const void *record, unsigned indent, unsigned level) {
+    const tlvmsg_json_options options{indent, level};
+    char *text = nullptr;
+    size_t length = 0;
+    if (!tlvmsg_to_json(type, record, &options, &text, &length, nullptr)) {
+        throw std::bad_alloc();
+    }
+    const std::unique_ptr<char, void (*)(void *)> block(text, tlvmsg_free);
+    return {text, length};
+}
+
+Record from_json(const tlvmsg_type *type, std::string_view text) {
+    Record record(type);
+    tlvmsg_text_fault fault;
+    if (!tlvmsg_from_json(type, text.data(), text.size(), nullptr, record.data(), &fault)) {
+        if (fault.code == TLVMSG_TEXT_OUT_OF_MEMORY) {
+            throw std::bad_alloc();
+        }
+        throw Failure(exit_malformed, fmt::format("{}: {}", fault.path, fault.message));
+    }
+    return record;
 }
 
 } // namespace tlvmsg::tool

@@ -9,8 +9,9 @@
  *     unions                  a selector and what it chooses   tlvmsg_chosen_in
  *     structures              members                          their descriptor
  *
- * A structure may share its record with a union: then that member's path is "". A member that is
- * TLVMSG_SHARED_WITH_NEXT has no field of its own: it is the count or selector of the next one.
+ * A structure may share its record with a union: then that member's path is "", and the selector is the
+ * member before it. A member that is TLVMSG_SHARED_WITH_NEXT has no field of its own: it is the count or
+ * selector of the next one.
  *
  * Records are believed to be laid out as their type says, and pointers in them to designate `count` items or
  * to be null. No argument may be null unless it says so. Nothing here knows limits or locks; see inspect.h

@@ -1,6 +1,5 @@
 // Differences by path, in the order of the wire.
 #include "tools/diff.h"
-#include "tools/json.h"
 #include "tools/sample.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,46 @@
+// What goes wrong with texts: thrown inside the library, and at its border turned into a caller's fault.
+#pragma once
+
+#include <tlvmsg/forms.h>
+
+#include <exception>
+#include <string>
+#include <string_view>
+
+namespace tlvmsg::forms {
+
+struct TextFault {
+    tlvmsg_text_code code;
+    size_t offset; // in the text
+    std::string path;
+    std::string message;
+};
+
+// Stores a fault for a caller who may not want it. Allocates nothing.
+void give(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view path, std::string_view message);
+
+// The same with its place in the text.
+void give(tlvmsg_text_fault *wanted, const TextFault &fault, std::string_view text);
+
+inline void give_null_argument(tlvmsg_text_fault *wanted, const char *argument) {
+    give(wanted, TLVMSG_TEXT_NULL_ARGUMENT, argument, "a null pointer was passed");
+}
+
+// Does the work and lets nothing out. Gives whether it succeeded; if not, the fault says why.
+template <class Work>
+bool guarded(tlvmsg_text_fault *fault, std::string_view text, Work work) {
+    if (fault != nullptr) {
+        *fault = {};
+    }
+    try {
+        work();
+        return true;
+    } catch (const TextFault &found) {
+        give(fault, found, text);
+    } catch (const std::exception &) { // std::bad_alloc, or a length that no string can have
+        give(fault, TLVMSG_TEXT_OUT_OF_MEMORY, "$", "there is no more memory");
+    }
+    return false;
+}
+
+} // namespace tlvmsg::forms

@@ -1,0 +1,315 @@
+// Records to JSON and back: nothing is lost for any type, what is wrong is told by code and place, and no
+// text and no lack of memory does harm.
+#include "forms/failing_new.h"
+#include "inspect/samples.h"
+#include "support/osal_double/osal_double.h"
+
+#include <tlvmsg/all.h>
+#include <tlvmsg/forms.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace tlvmsg_test {
+
+namespace {
+
+class Record {
+public:
+    explicit Record(const tlvmsg_type *type)
+        : type_(type), storage_(type->size / sizeof(uint64_t) + 1, UINT64_MAX) {
+        std::memset(storage_.data(), 0, type->size);
+    }
+    ~Record() { tlvmsg_release(type_, data()); }
+    Record(const Record &) = delete;
+    Record &operator=(const Record &) = delete;
+
+    void *data() { return storage_.data(); }
+    bool read(const std::string &text, tlvmsg_text_fault *fault = nullptr,
+              const tlvmsg_limits *limits = nullptr) {
+        return tlvmsg_from_json(type_, text.data(), text.size(), limits, data(), fault);
+    }
+    bool is_zero() const {
+        const auto *const bytes = reinterpret_cast<const uint8_t *>(storage_.data());
+        return std::all_of(bytes, bytes + type_->size, [](uint8_t byte) { return byte == 0; });
+    }
+
+private:
+    const tlvmsg_type *type_;
+    std::vector<uint64_t> storage_; // aligned for every record
+};
+
+std::string written(const tlvmsg_type *type, const void *record, tlvmsg_json_options options = {}) {
+    char *text = nullptr;
+    size_t length = 0;
+    tlvmsg_text_fault fault;
+    EXPECT_TRUE(tlvmsg_to_json(type, record, &options, &text, &length, &fault)) << fault.message;
+    std::string result(text, length);
+    EXPECT_EQ(text[length], '\0');
+    tlvmsg_free(text);
+    return result;
+}
+
+std::string through(const tlvmsg_type *type, const std::string &text, tlvmsg_json_options options = {}) {
+    Record record(type);
+    tlvmsg_text_fault fault;
+    EXPECT_TRUE(record.read(text, &fault)) << fault.path << ": " << fault.message;
+    return written(type, record.data(), options);
+}
+
+std::string through(const char *type, const std::string &text, tlvmsg_json_options options = {}) {
+    return through(tlvmsg_type_find(type), text, options);
+}
+
+// ---- Forms -------------------------------------------------------------------------------------------
+
+class JsonOfFamily : public testing::TestWithParam<std::string> {};
+
+INSTANTIATE_TEST_SUITE_P(Families, JsonOfFamily, testing::ValuesIn(families()),
+                         [](const auto &family) { return family.param.empty() ? "scalars" : family.param; });
+
+TEST_P(JsonOfFamily, SaysAllThatRecordsSay) {
+    for_each_type_of(GetParam(), [](const tlvmsg_type &type) {
+        for_each_sample(type, [&](uint64_t seed, Counts counts, uint32_t choice) {
+            const Sample sample(type, seed, counts, choice);
+            Record back(&type);
+            tlvmsg_text_fault fault;
+            const std::string text = written(&type, sample.record(), {static_cast<unsigned>(seed % 3), 0});
+            ASSERT_TRUE(back.read(text, &fault)) << type.name << fault.path << fault.message;
+            ASSERT_TRUE(tlvmsg_equal(&type, sample.record(), back.data())) << type.name << text;
+        });
+    });
+}
+
+// What decoders tolerate leaves records with something absent, which have a form as well.
+TEST_P(JsonOfFamily, KeepsWhatDecodingTolerates) {
+    std::mt19937_64 random(1);
+    for_each_type_of(GetParam(), [&](const tlvmsg_type &type) {
+        for_each_valid(type, [&](const Bytes &valid) {
+            const Bytes bytes = Mutator(type, valid).mutated(random);
+            Record record(&type);
+            Record back(&type);
+            if (tlvmsg_decode(&type, bytes.data(), bytes.size(), nullptr, record.data(), nullptr, nullptr)) {
+                const std::string text = written(&type, record.data());
+                ASSERT_TRUE(back.read(text)) << type.name << text;
+                ASSERT_TRUE(tlvmsg_equal(&type, record.data(), back.data())) << type.name << text;
+            }
+        });
+    });
+}
+
+TEST(Json, HasOneFormForEachKind) {
+    for (const auto &[type, text] : std::vector<std::pair<const char *, std::string>>{
+             {"zel_led_control", R"({"slot":2,"port":0,"color":4294967295})"},
+             {"stat_counters", R"({"counter_1":18446744073709551615,"counter_2":0})"},
+             {"int32", "-2147483648"},
+             {"zel_mac_addr_mac_array", R"({"hex":"00ff7e"})"},
+             {"zel_mac_addr_mac_array", R"("\"\\c~")"},
+             {"zel_vstring_vstring_array", R"("any length")"},
+             {"ip_address", R"({"address":{"type":1,"ipv4":167772161},"length":32})"},
+             {"ip_address", R"({"address":{"type":7},"length":0})"},
+             {"if_name", R"({"name":{"count":5,"items":null}})"},
+             {"zel_vlan_stat_bundle", R"({"vlan_counters":[]})"}}) {
+        EXPECT_EQ(through(type, text), text);
+    }
+    EXPECT_EQ(through("ip_address", R"({"length": 1, "address": {"ipv4": 5, "type": 1}})"),
+              R"({"address":{"type":1,"ipv4":5},"length":1})");
+    EXPECT_EQ(through("zel_mac_addr_mac_array", R"({"hex": "6A6b"})"), R"("jk")");
+    EXPECT_EQ(through("zel_wrrq_cosmap", R"({"qmap": [1, 2]})", {2, 1}),
+              "{\n    \"qmap\": [\n      1,\n      2\n    ]\n  }");
+    const std::string many = "[" + std::string(65534, ' ') + std::string("{}");
+    EXPECT_EQ(through("zel_vlan_stat_bundle_vlan_counters_array", many + ",{}]").substr(0, 3), R"([{")");
+}
+
+// ---- Faults ------------------------------------------------------------------------------------------
+
+struct Mistake {
+    const char *type;
+    std::string text;
+    tlvmsg_text_code code;
+    size_t column;
+    const char *message;
+};
+
+TEST(Json, TellsMistakesWithPlaceAndRemedy) {
+    const std::vector<Mistake> mistakes = {
+        {"zel_led_control", R"({"slot": 65536})", TLVMSG_TEXT_WRONG_VALUE, 10,
+         "$.slot: found 65536, expected a whole number from 0 to 65535"},
+        {"zel_led_control", R"({"slot": -1})", TLVMSG_TEXT_WRONG_VALUE, 10,
+         "$.slot: found -1, expected a whole number from 0 to 65535"},
+        {"zel_led_control", R"({"port":1,"slot": 1.0})", TLVMSG_TEXT_WRONG_VALUE, 19,
+         "$.slot: found 1.0, expected a whole number from 0 to 65535"},
+        {"zel_led_control", R"({"slot": "2"})", TLVMSG_TEXT_WRONG_VALUE, 10,
+         "$.slot: found \"2\", expected a whole number from 0 to 65535"},
+        {"int8", "-129", TLVMSG_TEXT_WRONG_VALUE, 1,
+         "$: found -129, expected a whole number from -128 to 127"},
+        {"uint64", "18446744073709551616", TLVMSG_TEXT_WRONG_VALUE, 1,
+         "$: found 18446744073709551616, expected a whole number from 0 to 18446744073709551615"},
+        {"zel_led_control", R"({"slot":1, "colour": 1})", TLVMSG_TEXT_UNKNOWN_NAME, 12,
+         "$: no member \"colour\", did you mean 'color'?"},
+        {"zel_led_control", R"({"slot": 1, "slot": 2})", TLVMSG_TEXT_DUPLICATE_NAME, 13,
+         "$: member \"slot\" is there twice"},
+        {"zel_led_control", R"({"\u001b[2J": 1})", TLVMSG_TEXT_UNKNOWN_NAME, 2,
+         "$: no member \"\\u001b[2J\""},
+        {"zel_led_control", R"({"slot": 1e999})", TLVMSG_TEXT_SYNTAX, 14,
+         "$: not JSON: number overflow parsing '1e999'"},
+        {"zel_led_control", std::string("{}\0{}", 5), TLVMSG_TEXT_SYNTAX, 3, "$: not JSON: a zero byte"},
+        {"zel_led_control", "[1]", TLVMSG_TEXT_WRONG_VALUE, 1, "$: found an array, expected an object"},
+        {"analogbri_led_control_req_message", R"({"led_control": {"prt": 1}})", TLVMSG_TEXT_UNKNOWN_NAME, 18,
+         "$.led_control: no member \"prt\", did you mean 'port'?"},
+        {"if_name", R"({"name": {"count": 256, "items": null}})", TLVMSG_TEXT_WRONG_VALUE, 20,
+         "$.name.count: found 256, expected a whole number from 0 to 255"},
+        {"if_name", R"({"name": {"count": 2, "items": []}})", TLVMSG_TEXT_WRONG_VALUE, 32,
+         "$.name.items: found an array, expected null"},
+        {"if_name", R"({"name": {"count": 2, "hex": "00"}})", TLVMSG_TEXT_UNKNOWN_NAME, 23,
+         "$.name: no member \"hex\""},
+        {"if_name", R"({"name": {}})", TLVMSG_TEXT_WRONG_VALUE, 10,
+         "$.name: found an object, expected text or {\"hex\": \"...\"}"},
+        {"zel_mac_addr", R"({"mac": "seven b"})", TLVMSG_TEXT_TOO_MANY, 9, "$.mac: 7 bytes, at most 6 fit"},
+        {"zel_mac_addr", R"({"mac": {"hex": "0g"}})", TLVMSG_TEXT_WRONG_VALUE, 17,
+         "$.mac.hex: found \"0g\", expected pairs of hexadecimal digits"},
+        {"zel_analogbri_tdm_conn_req", R"({"conn_pair": [{}, {}]})", TLVMSG_TEXT_TOO_MANY, 20,
+         "$.conn_pair: 2 items or more, at most 1 fit"},
+        {"ip_address", R"({"address": {"type": 2, "ipv4": 1}})", TLVMSG_TEXT_NOT_CHOSEN, 25,
+         "$.address.ipv4: type is 2, which does not choose this; 1 does"},
+        {"ip_address", R"({"address": {"ipv4": 1, "type": 2}})", TLVMSG_TEXT_NOT_CHOSEN, 14,
+         "$.address.ipv4: type is 2, which does not choose this; 1 does"},
+        {"ip_address", R"({"address": {"ipv4": 1}})", TLVMSG_TEXT_NOT_CHOSEN, 14,
+         "$.address.ipv4: type is 0, which does not choose this; 1 does"},
+        {"ip_address", R"({"address": {"ipv4": 1, "ipv6": {}}})", TLVMSG_TEXT_NOT_CHOSEN, 25,
+         "$.address.ipv6: stands beside \"ipv4\""},
+    };
+    for (const Mistake &mistake : mistakes) {
+        Record record(tlvmsg_type_find(mistake.type));
+        tlvmsg_text_fault fault;
+        ASSERT_FALSE(record.read("\n" + mistake.text, &fault)) << mistake.text;
+        EXPECT_EQ(std::string(fault.path) + ": " + fault.message, mistake.message);
+        EXPECT_STREQ(tlvmsg_text_code_name(fault.code), tlvmsg_text_code_name(mistake.code)) << mistake.text;
+        EXPECT_EQ(fault.line, 2u);
+        EXPECT_EQ(fault.column, mistake.column) << mistake.text;
+        EXPECT_EQ(fault.offset, mistake.column) << mistake.text;
+        EXPECT_TRUE(record.is_zero());
+    }
+    tlvmsg_text_fault fault;
+    EXPECT_FALSE(Record(tlvmsg_type_find("zel_led_control")).read("{\"slot\"", &fault));
+    EXPECT_EQ(fault.code, TLVMSG_TEXT_SYNTAX);
+    EXPECT_EQ(fault.offset, 7u);
+}
+
+// ---- Bounds ------------------------------------------------------------------------------------------
+
+TEST(Json, StopsAtTheTypesDepthAndAtTheLimit) {
+    tlvmsg_text_fault fault;
+    const std::string deep(5'000'000, '[');
+    EXPECT_FALSE(Record(tlvmsg_type_find("zel_led_control")).read(deep, &fault));
+    EXPECT_FALSE(Record(tlvmsg_type_find("zel_vlan_stat_bundle_vlan_counters_array")).read(deep, &fault));
+    EXPECT_EQ(fault.offset, 1u);
+
+    const tlvmsg_limits limits{4 * sizeof(zel_vlan_counters), false};
+    Record counters(tlvmsg_type_find("zel_vlan_stat_bundle_vlan_counters_array"));
+    EXPECT_TRUE(counters.read("[{},{},{},{}]", &fault, &limits));
+    tlvmsg_release(tlvmsg_type_find("zel_vlan_stat_bundle_vlan_counters_array"), counters.data());
+    EXPECT_FALSE(counters.read("[{},{},{},{},{}]", &fault, &limits));
+    EXPECT_EQ(fault.code, TLVMSG_TEXT_MEMORY_LIMIT);
+    EXPECT_STREQ(fault.path, "$[4]");
+    Record text(tlvmsg_type_find("if_name"));
+    const tlvmsg_limits five{5, false};
+    EXPECT_TRUE(text.read(R"({"name": "four"})", &fault, &five));
+    tlvmsg_release(tlvmsg_type_find("if_name"), text.data());
+    EXPECT_FALSE(text.read(R"({"name": "fives"})", &fault, &five));
+}
+
+// Texts are cut, and pieces of them changed, doubled and moved: an answer, and nothing that stays allocated.
+TEST_P(JsonOfFamily, SurvivesDamage) {
+    static const char *const pieces[] = {"{",  "}",    "[", "]", ",",       ":",        "\"",
+                                         "\\", "null", "-", "9", "\"hex\"", "\"count\""};
+    std::mt19937_64 random(7);
+    osal_double_reset();
+    for_each_type_of(GetParam(), [&](const tlvmsg_type &type) {
+        const Sample sample(type, 3, Counts::Random, static_cast<uint32_t>(random() % 3));
+        const std::string valid = written(&type, sample.record());
+        const size_t blocks = osal_double_blocks_out();
+        for (int i = 0; i < 30; ++i) {
+            std::string text = valid;
+            text.replace(random() % text.size(), random() % 4, pieces[random() % std::size(pieces)]);
+            if (random() % 2 == 0) {
+                text.insert(random() % text.size(), valid, random() % valid.size(), random() % 40);
+            }
+            Record record(&type);
+            tlvmsg_text_fault fault;
+            if (record.read(text, &fault)) {
+                EXPECT_EQ(fault.code, TLVMSG_TEXT_OK);
+            } else {
+                EXPECT_TRUE(record.is_zero()) << type.name << text;
+                EXPECT_EQ(osal_double_blocks_out(), blocks) << type.name << text;
+                EXPECT_LE(fault.offset, text.size());
+            }
+        }
+    });
+    EXPECT_EQ(osal_double_faults(), 0u);
+}
+
+// Every allocation fails once, those of the C++ run time and those of the platform.
+TEST(Json, SurvivesWhenMemoryRunsOut) {
+    const tlvmsg_type *type = tlvmsg_type_find("if_name");
+    const std::string text = R"({"name": "a name that is too long for a string without memory of its own"})";
+    const std::string wrong = R"({"name": {"hex": "7g", "some other member that is not there at all": 1}})";
+    for (const std::string &input : {text, wrong}) {
+        size_t failed = 0;
+        for (size_t nth = 1; nth == failed + 1; ++nth) {
+            osal_double_reset();
+            Record record(type);
+            tlvmsg_text_fault fault{};
+            failing_new = nth;
+            record.read(input, &fault);
+            failing_new = 0;
+            failed += fault.code == TLVMSG_TEXT_OUT_OF_MEMORY ? 1 : 0;
+            EXPECT_EQ(fault.code != TLVMSG_TEXT_OK, record.is_zero());
+            EXPECT_EQ(osal_double_blocks_out(), record.is_zero() ? 0u : 1u);
+        }
+        EXPECT_GT(failed, 3u);
+    }
+    osal_double_reset();
+    Record record(type);
+    ASSERT_TRUE(record.read(text));
+    tlvmsg_text_fault fault;
+    char *written = nullptr;
+    size_t length = 1;
+    failing_new = 1;
+    EXPECT_FALSE(tlvmsg_to_json(type, record.data(), nullptr, &written, &length, &fault));
+    EXPECT_EQ(fault.code, TLVMSG_TEXT_OUT_OF_MEMORY);
+    osal_double_fail(1, 0);
+    EXPECT_FALSE(tlvmsg_to_json(type, record.data(), nullptr, &written, &length, &fault));
+    EXPECT_EQ(fault.code, TLVMSG_TEXT_OUT_OF_MEMORY);
+    EXPECT_EQ(written, nullptr);
+    EXPECT_EQ(length, 0u);
+    Record other(type);
+    osal_double_fail(1, 0);
+    EXPECT_FALSE(other.read(text, &fault));
+    EXPECT_EQ(fault.code, TLVMSG_TEXT_OUT_OF_MEMORY);
+    EXPECT_EQ(osal_double_blocks_out(), 1u);
+}
+
+TEST(Json, NamesTheMissingArgument) {
+    const tlvmsg_type *type = tlvmsg_type_find("uint16");
+    uint16_t record = 1;
+    char *text = nullptr;
+    tlvmsg_text_fault fault;
+    EXPECT_FALSE(tlvmsg_from_json(type, nullptr, 1, nullptr, &record, &fault));
+    EXPECT_STREQ(fault.path, "text");
+    EXPECT_EQ(record, 0u);
+    EXPECT_FALSE(tlvmsg_from_json(type, nullptr, 0, nullptr, &record, &fault));
+    EXPECT_EQ(fault.code, TLVMSG_TEXT_SYNTAX);
+    EXPECT_FALSE(tlvmsg_from_json(nullptr, "1", 1, nullptr, &record, nullptr));
+    EXPECT_FALSE(tlvmsg_to_json(type, nullptr, nullptr, &text, nullptr, &fault));
+    EXPECT_STREQ(fault.path, "record");
+}
+
+} // namespace
+
+} // namespace tlvmsg_test
