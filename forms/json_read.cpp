@@ -54,6 +54,11 @@ bool read_hex(const std::string &digits, std::string &bytes) {
     return right;
 }
 
+std::string described(const tlvmsg_type *type, uint64_t value) {
+    const tlvmsg_enumerator *const named = tlvmsg_enumerator_by_value(type, value);
+    return named != nullptr ? named->name : std::to_string(value);
+}
+
 // ---- What values are for -----------------------------------------------------------------------------
 
 enum class Role { value, selector, alternative, hex, count, no_items };
@@ -74,7 +79,7 @@ struct Target {
     std::string expected() const {
         if (is_number()) {
             return "a whole number from " + std::to_string(tlvmsg_least(type)) + " to " +
-                   std::to_string(tlvmsg_most(type));
+                   std::to_string(tlvmsg_most(type)) + (type->enumerator_count > 0 ? " or a name" : "");
         }
         if (role == Role::hex || role == Role::no_items) {
             return role == Role::hex ? "pairs of hexadecimal digits" : "null";
@@ -262,12 +267,15 @@ private:
         return true;
     }
     bool scalar(const Found &found);
+    void read_name(const Target &target, const std::string &name);
     void read_number(const Target &target, const Found &found);
     void read_bytes(const Target &array, const std::string &bytes);
     void *next_item(Open &array);
     void resize(const Target &array, size_t count);
     void choose(Open &object, const Name &alternative);
     void check_choice(Open &object, const Name &selector, uint64_t value);
+    using Names = std::vector<std::string_view>;
+    [[noreturn]] void fail_name(const std::string &what, const std::string &name, const Names &names) const;
     [[noreturn]] void fail(tlvmsg_text_code code, const std::string &message) const;
     [[noreturn]] void fail_value(const Target &target, const std::string &found) const {
         fail(TLVMSG_TEXT_WRONG_VALUE, "found " + found + ", expected " + target.expected());
@@ -285,7 +293,9 @@ private:
 bool Reader::scalar(const Found &found) {
     const Target target = next_target();
     std::string bytes;
-    if (target.is_number()) {
+    if (target.type->enumerator_count > 0 && found.text != nullptr) {
+        read_name(target, *found.text);
+    } else if (target.is_number()) {
         read_number(target, found);
     } else if (target.role == Role::hex && found.text != nullptr && read_hex(*found.text, bytes)) {
         open_.back().name = nullptr; // whether they fit is the array's
@@ -296,6 +306,18 @@ bool Reader::scalar(const Found &found) {
         fail_value(target, found.described());
     }
     return value_is_complete();
+}
+
+void Reader::read_name(const Target &target, const std::string &name) {
+    const tlvmsg_enumerator *const named = tlvmsg_enumerator_by_name(target.type, name.c_str());
+    if (named == nullptr || named->name != name) { // which may have a zero byte in it
+        Names names;
+        for (uint32_t i = 0; i < target.type->enumerator_count; ++i) {
+            names.emplace_back(target.type->enumerators[i].name);
+        }
+        fail_name("value", name, names);
+    }
+    read_number(target, {"", nullptr, true, false, named->value});
 }
 
 void Reader::read_number(const Target &target, const Found &found) {
@@ -367,12 +389,11 @@ bool Reader::key(const std::string &text) {
         return other.seen && (other.target.role == Role::hex) != (found->target.role == Role::hex);
     };
     if (found == object.names.end() || std::any_of(object.names.begin(), object.names.end(), excludes)) {
-        std::vector<std::string_view> names;
+        Names names;
         for (const Name &each : object.names) {
             names.emplace_back(each.text == text ? "" : each.text);
         }
-        const std::string hint = tlvc::did_you_mean(text, names);
-        fail(TLVMSG_TEXT_UNKNOWN_NAME, "no member " + quoted(text) + (hint.empty() ? "" : ", " + hint));
+        fail_name("member", text, names);
     }
     if (found->seen) {
         fail(TLVMSG_TEXT_DUPLICATE_NAME, "member " + quoted(text) + " is there twice");
@@ -434,16 +455,21 @@ void Reader::check_choice(Open &object, const Name &selector, uint64_t value) {
         }
         std::string right;
         for (uint32_t i = 0; i < each.alternative->value_count; ++i) {
-            right += (i > 0 ? " or " : "") + std::to_string(each.alternative->values[i]);
+            right += (i > 0 ? " or " : "") + described(type->selector, each.alternative->values[i]);
         }
         object.name = &each;
         offset_ = each.offset;
-        fail(TLVMSG_TEXT_NOT_CHOSEN, std::string(selector.text) + " is " + std::to_string(value) +
+        fail(TLVMSG_TEXT_NOT_CHOSEN, std::string(selector.text) + " is " + described(type->selector, value) +
                                          ", which does not choose this; " + right + " does");
     }
 }
 
 // ---- Faults ----
+
+void Reader::fail_name(const std::string &what, const std::string &name, const Names &names) const {
+    const std::string hint = tlvc::did_you_mean(name, names);
+    fail(TLVMSG_TEXT_UNKNOWN_NAME, "no " + what + " " + quoted(name) + (hint.empty() ? "" : ", " + hint));
+}
 
 void Reader::fail(tlvmsg_text_code code, const std::string &message) const {
     std::string path = "$";

@@ -45,7 +45,11 @@ public:
 private:
     void number(const tlvmsg_type *type, const void *field) {
         const uint64_t value = tlvmsg_load(type, field);
-        if (tlvmsg_type_is_signed(type)) {
+        if (const tlvmsg_enumerator *named = tlvmsg_enumerator_by_value(type, value)) {
+            text_ += '"';
+            text_ += named->name;
+            text_ += '"';
+        } else if (tlvmsg_type_is_signed(type)) {
             digits(static_cast<int64_t>(value));
         } else {
             digits(value);

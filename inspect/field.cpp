@@ -114,6 +114,24 @@ uint64_t tlvmsg_most(const tlvmsg_type *type) {
     return largest(width_of(*type)) >> (is_signed(*type) ? 1 : 0);
 }
 
+const tlvmsg_enumerator *tlvmsg_enumerator_by_value(const tlvmsg_type *type, uint64_t value) {
+    for (uint32_t i = 0; i < type->enumerator_count; ++i) {
+        if (type->enumerators[i].value == value) {
+            return &type->enumerators[i];
+        }
+    }
+    return nullptr;
+}
+
+const tlvmsg_enumerator *tlvmsg_enumerator_by_name(const tlvmsg_type *type, const char *name) {
+    for (uint32_t i = 0; i < type->enumerator_count; ++i) {
+        if (std::strcmp(type->enumerators[i].name, name) == 0) {
+            return &type->enumerators[i];
+        }
+    }
+    return nullptr;
+}
+
 bool tlvmsg_type_is_bytes(const tlvmsg_type *type) { return is_bytes(*type); }
 
 bool tlvmsg_type_is_dynamic(const tlvmsg_type *type) { return is_dynamic(*type); }

@@ -89,8 +89,10 @@ void add_decode_command(Cli &cli) {
     CLI::App *const command = cli.add(
         "decode",
         {"Print messages as JSON",
-         {"What is printed is what tlv encode takes: numbers as numbers, byte arrays as text when every byte "
-          "is printable and as {\"hex\": \"...\"} otherwise, unions by the chosen alternative's name. "
+         {"What is printed is what tlv encode takes: numbers as numbers, or by name where the value has one, "
+          "byte "
+          "arrays as text when every byte is printable and as {\"hex\": \"...\"} otherwise, unions by the "
+          "chosen alternative's name. "
           "Without a type the elements are named by their tags.",
           "With --pcap the files are captures, pcap or pcapng, and every frame gives an object in a line of "
           "its own: frame, time (seconds since 1970), type and message, or error. The message begins behind "

@@ -3,9 +3,11 @@
 #include "element.h"
 #include "fields.h"
 #include "lookup.h"
+#include "text.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string_view>
 
 namespace tlvmsg::tool {
@@ -22,6 +24,9 @@ std::string heading(const tlvmsg_type *type) {
     std::string text = fmt::format("{}: {}{}{}\n", type->name, kind_name(type->kind), tag, family);
     if (*type->doc != '\0') {
         text += fmt::format("{}\n", type->doc);
+    }
+    if (*type->section != '\0') {
+        text += fmt::format("In {}: {}\n", type->family, type->section);
     }
     return text + fmt::format("{} bytes on the wire, {} in memory\n",
                               size_text(type->min_encoded, type->max_encoded), type->size);
@@ -54,7 +59,8 @@ std::string fields(const tlvmsg_type *type) {
     std::string text;
     for (uint32_t i = 0; i < type->member_count; ++i) {
         const tlvmsg_member &member = type->members[i];
-        if ((member.flags & TLVMSG_SHARED_WITH_NEXT) != 0) {
+        if ((member.flags & TLVMSG_SHARED_WITH_NEXT) != 0) { // its field is in the next one's
+            text += *member.doc != '\0' ? fmt::format("    // {}: {}\n", member.path, member.doc) : "";
             continue;
         }
         if (*member.path == '\0') {
@@ -63,6 +69,16 @@ std::string fields(const tlvmsg_type *type) {
         }
         text += fmt::format("    {} {};", c_type(member.type), member.path);
         text += *member.doc != '\0' ? fmt::format(" // {}\n", member.doc) : "\n";
+    }
+    return text;
+}
+
+std::string enumerators(const tlvmsg_type *type) {
+    std::string text;
+    for (uint32_t i = 0; i < type->enumerator_count; ++i) {
+        const tlvmsg_enumerator &each = type->enumerators[i];
+        text += fmt::format("#define {}_{} UINT32_C({})", type->name, each.name, each.value);
+        text += *each.doc != '\0' ? fmt::format(" // {}\n", each.doc) : "\n";
     }
     return text;
 }
@@ -82,7 +98,7 @@ std::string declaration(const tlvmsg_type *type) {
     case TLVMSG_SCALAR:
         return "";
     case TLVMSG_ENUMERATION:
-        return fmt::format("\ntypedef uint32_t {};\n", type->name);
+        return fmt::format("\ntypedef uint32_t {};\n{}", type->name, enumerators(type));
     case TLVMSG_STRUCTURE:
     case TLVMSG_MESSAGE:
         inside = fields(type);
@@ -105,11 +121,13 @@ std::string declaration(const tlvmsg_type *type) {
 class Layout {
 public:
     std::string text(const tlvmsg_type *type) {
-        add(type, "", 0);
+        add(type, "", 0, longest);
         return text_;
     }
 
 private:
+    static constexpr uint32_t longest = header_size + UINT16_MAX;
+
     void row(uint32_t least, uint32_t most, unsigned depth, const std::string &what) {
         text_ += fmt::format("{:>8}  {:>11}  {:{}}{}\n", fmt::format("{}{}", offset_, fixed_ ? "" : "+"),
                              size_text(least, most), "", 2 * depth, what);
@@ -120,15 +138,16 @@ private:
         fixed_ = fixed_ && type->min_encoded == type->max_encoded;
     }
 
-    void add(const tlvmsg_type *type, const std::string &name, unsigned depth) {
+    // `room` is how many bytes the elements around it leave.
+    void add(const tlvmsg_type *type, const std::string &name, unsigned depth, uint32_t room) {
         const std::string what = name.empty() ? type->name : fmt::format("{}: {}", name, type->name);
         switch (type->kind) {
         case TLVMSG_MESSAGE:
-            return members(type, depth);
+            return members(type, depth, longest);
         case TLVMSG_STRUCTURE:
             row(type->min_encoded, type->max_encoded, depth, fmt::format("{}, tag {}", what, type->tag));
             offset_ += header_size;
-            return members(type, depth + 1);
+            return members(type, depth + 1, room - type->min_encoded);
         case TLVMSG_UNION:
             row(type->min_encoded, type->max_encoded, depth, what);
             choices(type, depth + 1);
@@ -138,23 +157,33 @@ private:
             row(type->min_encoded, type->max_encoded, depth, fmt::format("{}, tag {}", what, type->tag));
             break;
         default:
-            row(type->min_encoded, type->max_encoded, depth, what + items(type));
+            row(type->min_encoded, type->max_encoded, depth, what + items(type, room));
         }
         advance(type);
     }
 
-    void members(const tlvmsg_type *type, unsigned depth) {
+    // `spare` bytes can be added to the least that the members have.
+    void members(const tlvmsg_type *type, unsigned depth, uint32_t spare) {
         for (uint32_t i = 0; i < type->member_count; ++i) {
-            add(type->members[i].type, type->members[i].path, depth);
+            const tlvmsg_member &member = type->members[i];
+            add(member.type, member.path, depth, std::min(longest, spare + member.type->min_encoded));
         }
     }
 
-    static std::string items(const tlvmsg_type *type) {
+    // The largest count is stated unless the count's own field is what bounds it.
+    static std::string items(const tlvmsg_type *type, uint32_t room) {
         const std::string item = tlvmsg_type_is_bytes(type) ? "bytes" : type->element->name;
-        const std::string form = type->kind == TLVMSG_PACKED_ARRAY ? " without headers" : "";
-        return tlvmsg_type_is_dynamic(type)
-                   ? fmt::format(", count and {}", item)
-                   : fmt::format(", count and up to {} {}{}", type->capacity, item, form);
+        const bool bare = tlvmsg_type_is_bytes(type) || type->kind == TLVMSG_PACKED_ARRAY;
+        const uint64_t fit =
+            (room - type->min_encoded) / (bare ? type->element->size : type->element->min_encoded);
+        const bool all = fit >= tlvmsg_most_items(type);
+        if (tlvmsg_type_is_dynamic(type)) {
+            return all ? fmt::format(", count and {}", item)
+                       : fmt::format(", count and up to {} {}", fit, item);
+        }
+        return fmt::format(", count and up to {} {}{}{}", type->capacity, item,
+                           type->kind == TLVMSG_PACKED_ARRAY ? " without headers" : "",
+                           all ? "" : fmt::format(", of which {} fit", fit));
     }
 
     void choices(const tlvmsg_type *type, unsigned depth) {
@@ -162,7 +191,8 @@ private:
             const tlvmsg_alternative &choice = type->alternatives[i];
             std::string values;
             for (uint32_t j = 0; j < choice.value_count; ++j) {
-                values += fmt::format("{}{}", j == 0 ? "" : " or ", choice.values[j]);
+                values +=
+                    fmt::format("{}{}", j == 0 ? "" : " or ", number_text(type->selector, choice.values[j]));
             }
             row(choice.type->min_encoded, choice.type->max_encoded, depth,
                 fmt::format("{} {} {}: {}", type->selector_name, values, choice.name, choice.type->name));

@@ -1,5 +1,7 @@
 #include "text.h"
 
+#include <tlvmsg/record.h>
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -71,6 +73,9 @@ std::string path_of(const tlvmsg_place &place, std::string_view whole) {
 }
 
 std::string number_text(const tlvmsg_type *type, uint64_t value) {
+    if (const tlvmsg_enumerator *named = tlvmsg_enumerator_by_value(type, value)) {
+        return fmt::format("{} ({})", value, named->name);
+    }
     return tlvmsg_type_is_signed(type) ? fmt::format("{}", static_cast<int64_t>(value))
                                        : fmt::format("{}", value);
 }

@@ -13,7 +13,7 @@ namespace tlvmsg::tool {
 // Where something stands, below `whole`, which may be empty.
 std::string path_of(const tlvmsg_place &place, std::string_view whole);
 
-// A number of a scalar or an enumeration as walking gives it.
+// A number of a scalar or an enumeration as walking gives it, with its name: "1 (dhcp)".
 std::string number_text(const tlvmsg_type *type, uint64_t value);
 
 // Whether every byte is printable ASCII.

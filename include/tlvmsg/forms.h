@@ -3,7 +3,7 @@
  *
  * Works on records, by descriptors, over the bounded library alone, so one function serves all types:
  *
- *     scalars, enumerations   numbers, all 64 bits of them
+ *     scalars, enumerations   numbers, all 64 bits of them; values of enumerations that have a name by that: "dhcp"
  *     structures, messages    objects, members in the order of the wire
  *     arrays                  arrays; a count is not a member, since the length says it
  *     byte arrays             text when every byte is printable ASCII, otherwise {"hex": "00ff"}
@@ -16,11 +16,12 @@
  * Writing says everything that the record says, and reading gives a record that tlvmsg_equal finds the same.
  * A count above the capacity is written as the capacity.
  *
- * Reading takes members in any order. What is not mentioned is zero and empty. Text may hold more than
+ * Reading takes members in any order, and numbers for values that have names. What is not mentioned is zero and
+ * empty. Text may hold more than
  * printable ASCII and stands for its UTF-8 bytes; hexadecimal digits may be upper case. Refused are
  *
  *   - what is no JSON, what follows the value but blanks, and zero bytes, wherever they are;
- *   - names that the type does not have, and names that are there twice;
+ *   - members and enumerators that the type does not have, and members that are there twice;
  *   - numbers that are not whole or do not fit, and values of another kind;
  *   - more items or bytes than the record or a 16-bit count can hold;
  *   - an alternative that the selector does not choose.
@@ -79,7 +80,7 @@ typedef enum tlvmsg_text_code {
     TLVMSG_TEXT_OK,
     TLVMSG_TEXT_SYNTAX,         /* not in the form that it should have */
     TLVMSG_TEXT_WRONG_VALUE,    /* a value of another kind, or a number out of range */
-    TLVMSG_TEXT_UNKNOWN_NAME,   /* a name that the type does not have */
+    TLVMSG_TEXT_UNKNOWN_NAME,   /* a member or enumerator that the type does not have */
     TLVMSG_TEXT_DUPLICATE_NAME, /* a name for the second time */
     TLVMSG_TEXT_TOO_MANY,       /* more items or bytes than fit */
     TLVMSG_TEXT_NOT_CHOSEN,     /* an alternative that its selector does not choose */

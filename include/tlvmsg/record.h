@@ -71,6 +71,10 @@ uint64_t tlvmsg_sign_extend(const tlvmsg_type *type, uint64_t bits);
 int64_t tlvmsg_least(const tlvmsg_type *type);
 uint64_t tlvmsg_most(const tlvmsg_type *type);
 
+/* The first enumerator of that value, or of that name; null for none, as for any value of most types. */
+const tlvmsg_enumerator *tlvmsg_enumerator_by_value(const tlvmsg_type *type, uint64_t value);
+const tlvmsg_enumerator *tlvmsg_enumerator_by_name(const tlvmsg_type *type, const char *name);
+
 /* ---- Arrays ------------------------------------------------------------------------------------------ */
 
 /* Whether items are bytes, and whether they lie behind a pointer. Both false for what is no array. */

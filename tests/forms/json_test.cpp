@@ -126,6 +126,26 @@ TEST(Json, HasOneFormForEachKind) {
     EXPECT_EQ(through("zel_vlan_stat_bundle_vlan_counters_array", many + ",{}]").substr(0, 3), R"([{")");
 }
 
+TEST(Json, NamesValuesThatHaveOne) {
+    static const tlvmsg_enumerator enumerators[] = {
+        {"off", "", 0}, {"all", "Every colour.", UINT32_MAX}, {"dark", "", 0}};
+    tlvmsg_type colour = *tlvmsg_type_find("zel_led_color");
+    colour.enumerators = enumerators;
+    colour.enumerator_count = 3;
+    EXPECT_EQ(through(&colour, "4294967295"), R"("all")");
+    EXPECT_EQ(through(&colour, R"("dark")"), R"("off")");
+    EXPECT_EQ(through(&colour, "7"), "7");
+    for (const auto &[text, message] : std::vector<std::pair<std::string, std::string>>{
+             {R"("dark\u0000")", R"(no value "dark\u0000", did you mean 'dark'?)"},
+             {"4294967296", "found 4294967296, expected a whole number from 0 to 4294967295 or a name"}}) {
+        tlvmsg_text_fault fault;
+        EXPECT_FALSE(Record(&colour).read(text, &fault));
+        EXPECT_EQ(fault.message, message);
+    }
+    EXPECT_EQ(tlvmsg_enumerator_by_value(&colour, 1), nullptr);
+    EXPECT_EQ(tlvmsg_enumerator_by_value(&colour, uint64_t{1} << 32), nullptr);
+}
+
 // ---- Faults ------------------------------------------------------------------------------------------
 
 struct Mistake {

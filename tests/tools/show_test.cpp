@@ -23,6 +23,31 @@ TEST(Show, names_every_type_and_its_parts) {
     }
 }
 
+TEST(Show, says_what_is_said_beside_fields) {
+    const auto shown = [](const char *name) { return show(tlvmsg_type_find(name)); };
+    const auto has = [](const std::string &text, const std::string &what) {
+        EXPECT_NE(text.find(what), text.npos) << what << "\n" << text;
+    };
+    has(shown("plim_qos_vc_info"), "\nIn qos: ");
+    has(shown("plim_qos_vc_info"), "    // vc_info.count: ");
+    has(shown("zel_envmon_type"), "#define zel_envmon_type_voltage UINT32_C(1)\n");
+    has(shown("zel_env_monitoring_sensor_info"), "mon_type 1 (voltage) voltage: ");
+}
+
+// 65,535 bytes hold a structure's member less often than the array alone, and a count of eight bits holds even less.
+TEST(Show, says_how_many_items_fit) {
+    const auto fits = [](const char *name, const char *item) {
+        const std::string text = show(tlvmsg_type_find(name));
+        const size_t at = text.find("count and ");
+        return text.substr(at + 10, text.find(item, at) - at - 10);
+    };
+    EXPECT_EQ(fits("zel_vstring_vstring_array", "bytes"), "up to 65528 ");
+    EXPECT_EQ(fits("zel_vstring", "bytes"), "up to 65516 ");
+    EXPECT_EQ(fits("plim_qos_vc_info", "plim_vc_cfg"), "up to 2259 ");
+    EXPECT_EQ(fits("zel_vlan_stat_bundle", "zel_vlan_counters"), "");
+    EXPECT_EQ(fits("zel_mac_addr", "bytes"), "up to 6 ");
+}
+
 } // namespace
 
 } // namespace tlvmsg::tool

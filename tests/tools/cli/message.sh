@@ -48,6 +48,15 @@ run annotate cut.bin; is 1; prints '^ 120  00 04 .*no whole element'
 run decode -t $message --text led.bin; prints '^led_control.slot = 2$'; prints '^session.msg_type = 0$'
 run decode -t kavu_analogbri_generic_report --text report.bin; prints '^buffer = "hello '
 
+# Values that have names.
+sensor='{"reading":{"mon_type":"voltage"}}'
+tlv encode -t zel_env_monitoring_sensor_info "$sensor" >volts.bin
+run decode -t zel_env_monitoring_sensor_info --compact volts.bin; prints '"mon_type":"voltage"'
+run decode -t zel_env_monitoring_sensor_info --text volts.bin; prints '^reading.mon_type = 1 \(voltage\)$'
+run annotate -t zel_env_monitoring_sensor_info volts.bin; prints 'zel_envmon_type = 1 \(voltage\)$'
+tlv encode -t zel_env_monitoring_sensor_info '{"reading":{"mon_type":9}}' | tlv diff -t zel_env_monitoring_sensor_info volts.bin - >out
+prints '^\$.reading.mon_type: "voltage" -> 9$'
+
 # Guessing.
 run guess led.bin; is 0; equal "$(head -1 out)" "yes   message       $message: 120 of 120 bytes"
 prints '^no +message .*error\[wrong-tag\].*at byte 92'
