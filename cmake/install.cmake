@@ -15,7 +15,8 @@ endif()
 set(header_directory ${CMAKE_INSTALL_INCLUDEDIR}/tlvmsg)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/include/tlvmsg/ DESTINATION ${header_directory})
 foreach(family all ${TLVMSG_FAMILIES})
-    install(FILES ${TLVMSG_INCLUDE}/tlvmsg/${family}.h DESTINATION ${header_directory})
+    install(FILES ${TLVMSG_INCLUDE}/tlvmsg/${family}.h ${TLVMSG_INCLUDE}/tlvmsg/${family}.hpp
+            DESTINATION ${header_directory})
     install(FILES ${TLVMSG_INCLUDE}/tlvmsg/bounded/${family}.h DESTINATION ${header_directory}/bounded)
 endforeach()
 

@@ -12,14 +12,17 @@ foreach(file IN LISTS schema_files)
 endforeach()
 list(REMOVE_DUPLICATES TLVMSG_FAMILIES)
 
-set(generated ${TLVMSG_INCLUDE}/tlvmsg/all.h ${TLVMSG_INCLUDE}/tlvmsg/bounded/all.h
-              ${TLVMSG_GENERATED}/all_types.h ${TLVMSG_GENERATED}/all_types.cpp ${TLVMSG_GENERATED}/all_bounded.cpp
+set(generated ${TLVMSG_GENERATED}/all_types.h ${TLVMSG_GENERATED}/all_types.cpp ${TLVMSG_GENERATED}/all_bounded.cpp
               ${TLVMSG_GENERATED}/tlvmsg.map ${TLVMSG_GENERATED}/tlvmsg.symbols)
 foreach(family IN LISTS TLVMSG_FAMILIES)
-    list(APPEND generated ${TLVMSG_INCLUDE}/tlvmsg/${family}.h ${TLVMSG_INCLUDE}/tlvmsg/bounded/${family}.h)
     foreach(suffix codecs.h codecs.cpp bounded.cpp types.cpp layout.c layout.cpp)
         list(APPEND generated ${TLVMSG_GENERATED}/${family}_${suffix})
     endforeach()
+endforeach()
+
+foreach(name all ${TLVMSG_FAMILIES})
+    list(APPEND generated ${TLVMSG_INCLUDE}/tlvmsg/${name}.h ${TLVMSG_INCLUDE}/tlvmsg/${name}.hpp
+                          ${TLVMSG_INCLUDE}/tlvmsg/bounded/${name}.h)
 endforeach()
 
 add_custom_command(
@@ -29,7 +32,7 @@ add_custom_command(
     COMMENT "tlvc: schema to C and C++"
     VERBATIM)
 
-file(GLOB public_headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/include/tlvmsg/*.h)
+file(GLOB public_headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/include/tlvmsg/*)
 foreach(header IN LISTS public_headers)
     cmake_path(GET header FILENAME name)
     configure_file(${header} ${TLVMSG_INCLUDE}/tlvmsg/${name} COPYONLY)

@@ -44,32 +44,6 @@ std::string any_of(std::initializer_list<std::pair<bool, const char *>> flags) {
     return text.empty() ? "0" : text;
 }
 
-const char *kind_name(Kind kind) {
-    switch (kind) {
-    case Kind::Scalar:
-        return "TLVMSG_SCALAR";
-    case Kind::Enumeration:
-        return "TLVMSG_ENUMERATION";
-    case Kind::Structure:
-        return "TLVMSG_STRUCTURE";
-    case Kind::Message:
-        return "TLVMSG_MESSAGE";
-    case Kind::ElementArray:
-        return "TLVMSG_ELEMENT_ARRAY";
-    case Kind::PackedArray:
-        return "TLVMSG_PACKED_ARRAY";
-    case Kind::ByteArray:
-        return "TLVMSG_BYTE_ARRAY";
-    case Kind::DynamicElements:
-        return "TLVMSG_DYNAMIC_ELEMENTS";
-    case Kind::DynamicBytes:
-        return "TLVMSG_DYNAMIC_BYTES";
-    case Kind::Union:
-        return "TLVMSG_UNION";
-    }
-    return "";
-}
-
 std::string members(const Type &type) {
     std::string text = fmt::format("const tlvmsg_member {}[] = {{\n", names::members_table(type));
     for (const Member &member : type.members) {
@@ -142,7 +116,7 @@ std::string descriptor(const Type &type) {
         "    .min_encoded = {}, .max_encoded = {},\n"
         "{}    .operations = TLVMSG_OPERATIONS_OF({}),\n}};\n\n",
         names::descriptor(type), quoted(type.name), quoted(type.family == nullptr ? "" : type.family->name),
-        quoted(type.section == nullptr ? Doc() : type.section->doc), quoted(type.doc), kind_name(type.kind),
+        quoted(type.section == nullptr ? Doc() : type.section->doc), quoted(type.doc), names::kind(type.kind),
         type.tag, record, record, type.min_size, type.max_size, particulars(type), names::operations(type));
 }
 

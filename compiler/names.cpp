@@ -60,6 +60,32 @@ std::string enumerator(const Type &enumeration, const Enumerator &enumerator) {
 
 std::string guard(const std::string &header) { return "TLVMSG_" + upper(header) + "_H"; }
 
+const char *kind(Kind kind) {
+    switch (kind) {
+    case Kind::Scalar:
+        return "TLVMSG_SCALAR";
+    case Kind::Enumeration:
+        return "TLVMSG_ENUMERATION";
+    case Kind::Structure:
+        return "TLVMSG_STRUCTURE";
+    case Kind::Message:
+        return "TLVMSG_MESSAGE";
+    case Kind::ElementArray:
+        return "TLVMSG_ELEMENT_ARRAY";
+    case Kind::PackedArray:
+        return "TLVMSG_PACKED_ARRAY";
+    case Kind::ByteArray:
+        return "TLVMSG_BYTE_ARRAY";
+    case Kind::DynamicElements:
+        return "TLVMSG_DYNAMIC_ELEMENTS";
+    case Kind::DynamicBytes:
+        return "TLVMSG_DYNAMIC_BYTES";
+    case Kind::Union:
+        return "TLVMSG_UNION";
+    }
+    return "";
+}
+
 std::string descriptor(const Type &type) { return "tlvmsg_type_of_" + type.name; }
 std::string operations(const Type &type) { return "tlvmsg_operations_of_" + type.name; }
 std::string members_table(const Type &type) { return "tlvmsg_members_of_" + type.name; }
@@ -71,6 +97,7 @@ std::string values_table(const Type &type, const Alternative &alternative) {
     return "tlvmsg_values_" + std::to_string(&alternative - type.alternatives.data()) + "_of_" + type.name;
 }
 
+std::string descriptor_accessor(const Type &type) { return "tlvmsg_descriptor_" + type.name; }
 std::string declared_descriptor(const Type &type) { return "TLVMSG_DESCRIPTOR(" + type.name + ")"; }
 std::string typed_operations(const Type &type) { return "TLVMSG_TYPED(" + type.name + ")"; }
 

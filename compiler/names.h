@@ -27,7 +27,8 @@ std::string constant(Constant what, const Type &type);
 std::string enumerator(const Type &enumeration, const Enumerator &enumerator);
 std::string guard(const std::string &header); // of the header of that name
 
-// The descriptor of a type and the tables that it refers to.
+// The descriptor of a type, its kind, and the tables that it refers to.
+const char *kind(Kind kind);
 std::string descriptor(const Type &type);
 std::string operations(const Type &type);
 std::string members_table(const Type &type);
@@ -36,6 +37,7 @@ std::string enumerators_table(const Type &type);
 std::string values_table(const Type &type, const Alternative &alternative);
 
 // Lines of the headers in bounded/: what they declare is spelled in include/tlvmsg/typed.h.
+std::string descriptor_accessor(const Type &type);
 std::string declared_descriptor(const Type &type);
 std::string typed_operations(const Type &type); // the descriptor included
 

@@ -1,5 +1,7 @@
 #include "records.h"
 
+#include <algorithm>
+
 namespace tlvc {
 
 namespace {
@@ -68,6 +70,13 @@ void find_records(Schema &schema) {
         }
         type.fields = fields_of(type);
     }
+}
+
+bool holds_blocks(const Type &type) {
+    const auto inside = [](const auto &part) { return holds_blocks(*part.type); };
+    return is_dynamic(type) || (type.element != nullptr && holds_blocks(*type.element)) ||
+           std::any_of(type.members.begin(), type.members.end(), inside) ||
+           std::any_of(type.alternatives.begin(), type.alternatives.end(), inside);
 }
 
 std::string joined(const std::vector<std::string> &path) {

@@ -14,8 +14,8 @@ TEST(Emitters, write_the_reviewed_files) {
     ASSERT_TRUE(compiled.schema);
     EXPECT_EQ(emit_interface(*compiled.schema), read_file((golden / "interface.txt").string()));
     const GeneratedFiles files = emit(*compiled.schema);
-    for (const char *path : {"include/tlvmsg/relay.h", "include/tlvmsg/bounded/relay.h", "src/relay_codecs.h",
-                             "src/relay_layout.c"}) {
+    for (const char *path : {"include/tlvmsg/relay.h", "include/tlvmsg/bounded/relay.h",
+                             "include/tlvmsg/relay.hpp", "src/relay_codecs.h", "src/relay_layout.c"}) {
         const auto file = std::find_if(files.begin(), files.end(),
                                        [&](const GeneratedFile &each) { return each.path == path; });
         ASSERT_NE(file, files.end()) << path;

@@ -21,6 +21,8 @@ run(diff -r generated generated_again)
 
 file(GLOB layout ${DIRECTORY}/generated/src/*_layout.c)
 run(${CC} -Igenerated/include -fsyntax-only ${layout})
+run(${CC} -Igenerated/include -fsyntax-only -x c generated/include/tlvmsg/bounded/all.h)
+run(${CXX} -Igenerated/include -fsyntax-only -x c++ generated/include/tlvmsg/all.hpp)
 file(GLOB sources ${DIRECTORY}/generated/src/*.cpp)
 run(${CXX} -Igenerated/include -Igenerated/src ${sources} ${LIBRARIES} -o checks)
 run(./checks --gtest_brief=1)

@@ -1,0 +1,483 @@
+/*
+ * tlvmsg.hpp - the bounded operations for C++20.
+ *
+ * Programs include <tlvmsg/FAMILY.hpp> or <tlvmsg/all.hpp>, which bring this header, the family's records and
+ * what is known about each. The records are the C structures of <tlvmsg/FAMILY.h>. What operations do, promise
+ * and refuse is said in inspect.h; here they have types, owners and spans, and nothing is done that the library
+ * does not do. Programs link tlvmsg_inspect.
+ *
+ *     auto request = tlvmsg::decode<analogbri_led_control_req_message>(packet);
+ *     if (!request) {
+ *         log(request.fault.text());
+ *         return;
+ *     }
+ *     set_led(request->led_control.slot, request->led_control.color);      // request owns the record
+ *
+ *     tlvmsg::owned<report_message> report;                                // all zero
+ *     tlvmsg::assign(report->text, "link down");                           // allocates what belongs to it
+ *     auto bytes = tlvmsg::encode(report);                                 // a vector, or a fault
+ *
+ * Nothing here throws, and exceptions and run-time type information may be switched off. Memory of records
+ * comes from the platform's pool, and its lack is a fault; that of a std::vector comes from where such memory
+ * always comes from.
+ *
+ * Printing is in tlvmsg_format.hpp, JSON in tlvmsg_json.hpp.
+ */
+#ifndef TLVMSG_TLVMSG_HPP
+#define TLVMSG_TLVMSG_HPP
+
+#include <tlvmsg/typed.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+namespace tlvmsg {
+
+/* ---- Types ----------------------------------------------------------------------------------------------- */
+
+/*
+ * What is known about the record T; FAMILY.hpp specializes it.
+ *
+ *     kind           its tlvmsg_kind
+ *     holds_blocks   whether there is a dynamic array in it
+ *     type()         its descriptor
+ *     visit()        see tlvmsg::visit; not for arrays
+ */
+template <class T>
+struct traits;
+
+/* A type with a record of its own, and those that are arrays. Enumerations are all uint32_t in C. */
+template <class T>
+concept record_type = requires {
+    traits<T>::kind;
+};
+
+template <class T>
+concept byte_array_type = record_type<T> &&
+    (traits<T>::kind == TLVMSG_BYTE_ARRAY || traits<T>::kind == TLVMSG_DYNAMIC_BYTES);
+template <class T>
+concept item_array_type = record_type<T> &&
+    (traits<T>::kind == TLVMSG_ELEMENT_ARRAY || traits<T>::kind == TLVMSG_PACKED_ARRAY ||
+     traits<T>::kind == TLVMSG_DYNAMIC_ELEMENTS);
+template <class T>
+concept array_type = byte_array_type<T> || item_array_type<T>;
+
+/* ---- Bytes and faults ------------------------------------------------------------------------------------ */
+
+/* Bytes to read, of any contiguous range of uint8_t or std::byte, and of text. */
+class byte_view {
+    template <class T>
+    static constexpr bool is_octets = std::is_convertible_v<const T &, std::span<const uint8_t>>;
+    template <class T>
+    static constexpr bool is_bytes = std::is_convertible_v<const T &, std::span<const std::byte>>;
+    template <class T>
+    static constexpr bool is_text = std::is_convertible_v<const T &, std::string_view>;
+
+public:
+    template <class T>
+    requires(is_octets<T> || is_bytes<T> || is_text<T>) byte_view(const T &bytes)
+    noexcept {
+        using view =
+            std::conditional_t<is_octets<T>, std::span<const uint8_t>,
+                               std::conditional_t<is_bytes<T>, std::span<const std::byte>, std::string_view>>;
+        const view all(bytes);
+        data_ = reinterpret_cast<const uint8_t *>(all.data());
+        size_ = all.size();
+    }
+
+    const uint8_t *data() const noexcept { return data_; }
+    size_t size() const noexcept { return size_; }
+
+private:
+    const uint8_t *data_;
+    size_t size_;
+};
+
+/* A line of text, held without an allocation. */
+class line {
+public:
+    const char *c_str() const noexcept { return text_; }
+    operator std::string_view() const noexcept { return text_; }
+
+private:
+    friend struct fault;
+    char text_[TLVMSG_FAULT_TEXT];
+};
+
+/* Why something was refused. Only `code` is meaningful when nothing was. */
+struct fault : tlvmsg_fault {
+    fault() noexcept {
+        code = TLVMSG_OK;
+        path[0] = '\0';
+    }
+
+    std::string_view name() const noexcept { return tlvmsg_code_name(code); } /* "count-exceeds-capacity" */
+
+    line text() const noexcept { /* "error[count-exceeds-capacity]: zel_mac_addr.mac.count: 7 exceeds ..." */
+        line result;
+        tlvmsg_fault_text(this, result.text_, sizeof result.text_);
+        return result;
+    }
+
+    line message() const noexcept { /* the same without "error[code]: " */
+        line result;
+        tlvmsg_fault_message(this, result.text_, sizeof result.text_);
+        return result;
+    }
+};
+
+/* A value, or the fault because of which there is none; which of them is for operator bool to say. */
+template <class T>
+struct [[nodiscard]] result {
+    T value;
+    tlvmsg::fault fault;
+
+    explicit operator bool() const noexcept { return fault.code == TLVMSG_OK; }
+    T &operator*() &noexcept { return value; }
+    const T &operator*() const &noexcept { return value; }
+    T &&operator*() &&noexcept { return static_cast<T &&>(value); }
+
+    /* Of the value; where that owns a record, of the record. */
+    auto *operator->() noexcept { return address(value); }
+    auto *operator->() const noexcept { return address(value); }
+
+private:
+    template <class U>
+    static auto *address(U &value) noexcept {
+        if constexpr (requires { value.operator->(); }) {
+            return value.operator->();
+        } else {
+            return &value;
+        }
+    }
+};
+
+/* ---- Records --------------------------------------------------------------------------------------------- */
+
+namespace detail {
+
+struct unset {};
+
+template <class T>
+bool fits(tlvmsg_fault &fault) noexcept {
+    const tlvmsg_type &type = traits<T>::type();
+    return type.size == sizeof(T) || tlvmsg_refuse_record(&type, sizeof(T), nullptr, &fault);
+}
+
+} // namespace detail
+
+/*
+ * A record together with the blocks of its dynamic arrays, which it releases. It moves, and copies only by
+ * tlvmsg::copy. While it owns the record, blocks go in and out by assign and resize.
+ */
+template <record_type T>
+class owned {
+public:
+    /* All zero: arrays are empty. */
+    owned() noexcept { clear(); }
+    explicit owned(detail::unset) noexcept {}
+    owned(owned &&other) noexcept : record_(other.release()) {}
+    owned &operator=(owned &&other) noexcept {
+        if (this != &other) {
+            reset();
+            record_ = other.release();
+        }
+        return *this;
+    }
+    ~owned() { release_blocks(); }
+
+    /* Takes a record over that C code has filled, whose blocks nobody else releases. */
+    static owned adopt(const T &record) noexcept {
+        owned result{detail::unset()};
+        result.record_ = record;
+        return result;
+    }
+
+    /* Gives the record away, to be released with tlvmsg_release; what stays is zero. */
+    T release() noexcept {
+        T record = record_;
+        clear();
+        return record;
+    }
+
+    void reset() noexcept {
+        release_blocks();
+        clear();
+    }
+
+    T &operator*() noexcept { return record_; }
+    const T &operator*() const noexcept { return record_; }
+    T *operator->() noexcept { return &record_; }
+    const T *operator->() const noexcept { return &record_; }
+
+private:
+    void clear() noexcept { std::memset(&record_, 0, sizeof record_); }
+    void release_blocks() noexcept {
+        if constexpr (traits<T>::holds_blocks) {
+            tlvmsg_sized_release(&traits<T>::type(), sizeof record_, &record_);
+        }
+    }
+
+    T record_;
+};
+
+namespace detail {
+
+template <class T>
+struct record_of {};
+template <record_type T>
+struct record_of<T> {
+    using type = T;
+};
+template <class T>
+struct record_of<owned<T>> {
+    using type = T;
+};
+template <class R>
+using record_t = typename record_of<R>::type;
+
+template <class R>
+const record_t<R> &raw(const R &record) noexcept {
+    if constexpr (record_type<R>) {
+        return record;
+    } else {
+        return *record;
+    }
+}
+
+template <class R>
+const tlvmsg_type *type_of() noexcept {
+    return &traits<record_t<R>>::type();
+}
+
+} // namespace detail
+
+/* A record, or an owned one. */
+template <class R>
+concept record_like = requires {
+    typename detail::record_t<R>;
+};
+
+/* ---- Operations ------------------------------------------------------------------------------------------ */
+
+/* Default limits, and nothing that is merely tolerated. */
+inline constexpr tlvmsg_limits strict{0, true};
+
+/* Decodes; `*consumed` becomes the end of what was decoded, 0 on failure. */
+template <record_type T>
+result<owned<T>> decode(byte_view in, const tlvmsg_limits &limits = {}, size_t *consumed = nullptr) noexcept {
+    result<owned<T>> decoded{owned<T>(detail::unset()), {}};
+    tlvmsg_sized_decode(&traits<T>::type(), sizeof(T), in.data(), in.size(), &limits, &*decoded.value,
+                        consumed, &decoded.fault);
+    return decoded;
+}
+
+/* Verifies: what decode<T> accepts, without a record. */
+template <record_type T>
+result<tlvmsg_extent> verify(byte_view in, const tlvmsg_limits &limits = {}) noexcept {
+    result<tlvmsg_extent> verified;
+    tlvmsg_verify(&traits<T>::type(), in.data(), in.size(), &limits, &verified.value, &verified.fault);
+    return verified;
+}
+
+/* How many bytes the encoding has. */
+template <record_like R>
+result<size_t> encoded_size(const R &record) noexcept {
+    result<size_t> size{0, {}};
+    tlvmsg_sized_size(detail::type_of<R>(), sizeof(detail::record_t<R>), &detail::raw(record), &size.value,
+                      &size.fault);
+    return size;
+}
+
+/* Encodes to the beginning of `out`, and gives that part of it; on failure what is in `out` is of no use. */
+template <record_like R>
+result<std::span<uint8_t>> encode(const R &record, std::span<uint8_t> out) noexcept {
+    result<std::span<uint8_t>> encoded;
+    size_t written = 0;
+    tlvmsg_sized_encode(detail::type_of<R>(), sizeof(detail::record_t<R>), &detail::raw(record), out.data(),
+                        out.size(), &written, &encoded.fault);
+    encoded.value = out.first(written);
+    return encoded;
+}
+
+template <record_like R>
+result<std::span<std::byte>> encode(const R &record, std::span<std::byte> out) noexcept {
+    const auto encoded = encode(record, std::span(reinterpret_cast<uint8_t *>(out.data()), out.size()));
+    return {out.first(encoded.value.size()), encoded.fault};
+}
+
+/* Encodes to a vector, which is empty on failure. */
+template <record_like R>
+result<std::vector<uint8_t>> encode(const R &record) {
+    result<std::vector<uint8_t>> encoded;
+    const auto size = encoded_size(record);
+    if (!size) {
+        encoded.fault = size.fault;
+        return encoded;
+    }
+    encoded.value.resize(*size);
+    const auto written = encode(record, std::span<uint8_t>(encoded.value));
+    encoded.value.resize(written.value.size());
+    encoded.fault = written.fault;
+    return encoded;
+}
+
+/* A record that says the same and has blocks of its own. */
+template <record_like R>
+result<owned<detail::record_t<R>>> copy(const R &record) noexcept {
+    using T = detail::record_t<R>;
+    result<owned<T>> copied{owned<T>(detail::unset()), {}};
+    tlvmsg_sized_copy(detail::type_of<R>(), sizeof(T), &*copied.value, &detail::raw(record), &copied.fault);
+    return copied;
+}
+
+/* Whether both say the same; see tlvmsg_equal. */
+template <record_like A, record_like B>
+requires std::is_same_v<detail::record_t<A>, detail::record_t<B>>
+bool equal(const A &a, const B &b) noexcept {
+    return tlvmsg_sized_equal(detail::type_of<A>(), sizeof(detail::record_t<A>), &detail::raw(a),
+                              &detail::raw(b));
+}
+
+template <class T>
+bool operator==(const owned<T> &a, const owned<T> &b) noexcept {
+    return equal(a, b);
+}
+
+/* ---- Arrays ---------------------------------------------------------------------------------------------- */
+
+namespace detail {
+
+template <class A>
+constexpr bool is_dynamic =
+    traits<A>::kind == TLVMSG_DYNAMIC_ELEMENTS || traits<A>::kind == TLVMSG_DYNAMIC_BYTES;
+
+template <class A>
+auto *first_of(A &array) noexcept {
+    if constexpr (byte_array_type<std::remove_const_t<A>>) {
+        return &array.bytes[0];
+    } else {
+        return &array.items[0];
+    }
+}
+
+template <class A>
+constexpr size_t capacity() noexcept {
+    if constexpr (byte_array_type<A>) {
+        return std::extent_v<decltype(A::bytes)>;
+    } else {
+        return std::extent_v<decltype(A::items)>;
+    }
+}
+
+template <class A>
+using item_t = std::remove_cvref_t<decltype(*first_of(std::declval<A &>()))>;
+
+template <class T>
+constexpr bool has_blocks = false;
+template <record_type T>
+constexpr bool has_blocks<T> = traits<T>::holds_blocks;
+
+/* Of a const array the items are const, behind a pointer as well. */
+template <class A>
+auto readable(A &array) noexcept {
+    using plain = std::remove_const_t<A>;
+    using item = std::conditional_t<std::is_const_v<A>, const item_t<A>, item_t<A>>;
+    size_t count = array.count;
+    if constexpr (is_dynamic<plain>) {
+        count = first_of(array) != nullptr ? count : 0;
+    } else {
+        count = count < capacity<plain>() ? count : capacity<plain>();
+    }
+    return std::span<item>(first_of(array), count);
+}
+
+} // namespace detail
+
+/*
+ * What is really there: never more than the capacity, and nothing behind a null pointer, whatever the count
+ * says. Valid until the array is resized or released.
+ */
+template <class A>
+requires item_array_type<std::remove_const_t<A>>
+auto items(A &array) noexcept { return detail::readable(array); }
+
+template <class A>
+requires byte_array_type<std::remove_const_t<A>>
+auto bytes(A &array) noexcept { return detail::readable(array); }
+
+/* The bytes as text, of as many characters as there are bytes. */
+template <byte_array_type A>
+std::string_view text(const A &array) noexcept {
+    const auto all = bytes(array);
+    return {reinterpret_cast<const char *>(all.data()), all.size()};
+}
+
+/*
+ * Makes it an array of `count` items and gives these, the new ones zero; see tlvmsg_resize. On failure the
+ * array is as it was.
+ */
+template <array_type A>
+result<std::span<detail::item_t<A>>> resize(A &array, size_t count) noexcept {
+    result<std::span<detail::item_t<A>>> resized;
+    if (detail::fits<A>(resized.fault)) {
+        tlvmsg_resize(&traits<A>::type(), &array, count, &resized.fault);
+    }
+    resized.value = detail::readable(array);
+    return resized;
+}
+
+/*
+ * Makes it an array of copies of these items, which must not be its own. On failure the array is as it was.
+ * Items that have blocks of their own are not assigned but filled, behind resize.
+ */
+template <item_array_type A>
+requires(!detail::has_blocks<detail::item_t<A>>) result<std::span<detail::item_t<A>>> assign(
+    A &array, std::type_identity_t<std::span<const detail::item_t<A>>> source)
+noexcept {
+    auto resized = resize(array, source.size());
+    if (resized && !source.empty()) {
+        std::memcpy(resized.value.data(), source.data(), source.size_bytes());
+    }
+    return resized;
+}
+
+/* The same for bytes and text. */
+template <byte_array_type A>
+result<std::span<uint8_t>> assign(A &array, byte_view source) noexcept {
+    auto resized = resize(array, source.size());
+    if (resized && source.size() > 0) {
+        std::memcpy(resized.value.data(), source.data(), source.size());
+    }
+    return resized;
+}
+
+/* ---- Members --------------------------------------------------------------------------------------------- */
+
+/*
+ * Calls visitor(name, type, member) for each member of a structure, message or union, in their order in the
+ * record: a std::string_view, a const tlvmsg_type &, and a reference that is const where the record is. What
+ * travels as a count or selector of its own is part of its array or union here. Of a union its selector comes,
+ * and then the alternative that this chooses, if any.
+ *
+ *     tlvmsg::visit(*request, [](std::string_view name, const tlvmsg_type &type, const auto &member) {
+ *         using T = std::remove_cvref_t<decltype(member)>;
+ *         if constexpr (std::is_integral_v<T>) { ... }
+ *         else if constexpr (tlvmsg::array_type<T>) { ... tlvmsg::items(member) ... }
+ *         else { tlvmsg::visit(member, ...); }
+ *     });
+ */
+template <class R, class Visitor>
+requires record_type<std::remove_const_t<R>> &&
+    (!array_type<std::remove_const_t<R>>)void visit(R &record, Visitor &&visitor) {
+    traits<std::remove_const_t<R>>::visit(record, visitor);
+}
+
+} // namespace tlvmsg
+
+#endif
