@@ -1,0 +1,169 @@
+/*
+ * tlvmsg_format.hpp - faults and records as text, for logs and debuggers.
+ *
+ *     std::cerr << request.fault << '\n';      // error[truncated]: zel_led_control.color: needs 8 bytes, ...
+ *     std::cout << *request << '\n';           // zel_led_control{slot: 2, port: 5, color: 3}
+ *     fmt::print("{}\n", *request);            // where <fmt/format.h> is included before this header
+ *
+ * Owned records are printed as they are, those of C by tlvmsg::show(record). Enumerations come by name, where
+ * the value has one; bytes in quotes, with escapes as in C; of a union, its selector and what that chooses.
+ * The text is for people and may change; JSON is in tlvmsg_json.hpp.
+ */
+#ifndef TLVMSG_TLVMSG_FORMAT_HPP
+#define TLVMSG_TLVMSG_FORMAT_HPP
+
+#include <tlvmsg/tlvmsg.hpp>
+
+#include <ostream>
+#include <string>
+
+namespace tlvmsg {
+
+/* A record to be printed, which it refers to. */
+struct shown {
+    const tlvmsg_type &type;
+    const void *record;
+};
+
+template <record_like R>
+shown show(const R &record) noexcept {
+    return {traits<detail::record_t<R>>::type(), &detail::raw(record)};
+}
+
+namespace detail {
+
+class printer {
+public:
+    void print(const tlvmsg_type &type, const void *record) {
+        switch (type.kind) {
+        case TLVMSG_SCALAR:
+        case TLVMSG_ENUMERATION:
+            return number(type, tlvmsg_load(&type, record));
+        case TLVMSG_STRUCTURE:
+        case TLVMSG_MESSAGE:
+            return members(type, record);
+        case TLVMSG_UNION:
+            text_ += '{';
+            named(type.selector_name, *type.selector, at(record, type.selector_offset));
+            chosen(type, record);
+            text_ += '}';
+            return;
+        default:
+            return tlvmsg_type_is_bytes(&type) ? quoted(tlvmsg_items_of(&type, record))
+                                               : items(*type.element, tlvmsg_items_of(&type, record));
+        }
+    }
+
+    std::string text_;
+
+private:
+    static const void *at(const void *record, size_t offset) {
+        return static_cast<const char *>(record) + offset;
+    }
+
+    void separate() {
+        const char last = text_.back();
+        text_ += last == '{' || last == '[' ? "" : ", ";
+    }
+
+    void named(std::string_view name, const tlvmsg_type &type, const void *field) {
+        separate();
+        text_.append(name).append(": ");
+        print(type, field);
+    }
+
+    void number(const tlvmsg_type &type, uint64_t value) {
+        for (uint32_t i = 0; i < type.enumerator_count; ++i) {
+            if (type.enumerators[i].value == value) {
+                text_ += type.enumerators[i].name;
+                return;
+            }
+        }
+        text_ += tlvmsg_type_is_signed(&type) ? std::to_string(static_cast<int64_t>(value))
+                                              : std::to_string(value);
+    }
+
+    void members(const tlvmsg_type &type, const void *record) {
+        text_ += '{';
+        for (uint32_t i = 0; i < type.member_count; ++i) {
+            const tlvmsg_member &member = type.members[i];
+            if (member.path[0] == '\0') { // a union in this very record, behind its selector
+                chosen(*member.type, record);
+            } else if ((member.flags & TLVMSG_SHARED_WITH_NEXT) == 0) {
+                named(member.path, *member.type, at(record, member.offset));
+            }
+        }
+        text_ += '}';
+    }
+
+    void chosen(const tlvmsg_type &type, const void *record) {
+        if (const tlvmsg_alternative *alternative = tlvmsg_chosen_in(&type, record)) {
+            named(alternative->name, *alternative->type, at(record, alternative->offset));
+        }
+    }
+
+    void items(const tlvmsg_type &item, const tlvmsg_items &there) {
+        text_ += '[';
+        for (size_t i = 0; i < there.readable; ++i) {
+            separate();
+            print(item, there.first + i * item.size);
+        }
+        text_ += ']';
+    }
+
+    void quoted(const tlvmsg_items &there) {
+        static constexpr char digits[] = "0123456789abcdef";
+        text_ += '"';
+        for (size_t i = 0; i < there.readable; ++i) {
+            const uint8_t byte = there.first[i];
+            if (byte < ' ' || byte > '~') {
+                text_ += {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
+            } else {
+                text_ += byte == '"' || byte == '\\' ? "\\" : "";
+                text_ += static_cast<char>(byte);
+            }
+        }
+        text_ += '"';
+    }
+};
+
+} // namespace detail
+
+inline std::string to_string(const shown &shown) {
+    detail::printer printer;
+    printer.text_ = shown.type.name;
+    printer.print(shown.type, shown.record);
+    return std::move(printer.text_);
+}
+
+template <class T>
+std::string to_string(const owned<T> &record) {
+    return to_string(show(record));
+}
+
+inline std::string to_string(const line &line) { return line.c_str(); }
+inline std::string to_string(const fault &fault) { return fault.text().c_str(); }
+
+template <class T>
+concept printable = requires(const T &value) {
+    tlvmsg::to_string(value);
+};
+
+template <printable T>
+std::ostream &operator<<(std::ostream &out, const T &value) {
+    return out << to_string(value);
+}
+
+} // namespace tlvmsg
+
+#ifdef FMT_VERSION
+template <tlvmsg::printable T>
+struct fmt::formatter<T> : fmt::formatter<std::string_view> {
+    template <class Context>
+    auto format(const T &value, Context &context) const {
+        return fmt::formatter<std::string_view>::format(tlvmsg::to_string(value), context);
+    }
+};
+#endif
+
+#endif
