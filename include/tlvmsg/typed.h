@@ -53,6 +53,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 /* ---- For any type, with the size of the program's record ------------------------------------------------- */
 
@@ -61,6 +64,10 @@ extern "C" {
  * offset 0; both may be null. Always false.
  */
 bool tlvmsg_refuse_record(const tlvmsg_type *type, size_t size, size_t *result, tlvmsg_fault *fault);
+
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 
 static inline bool tlvmsg_sized_decode(const tlvmsg_type *type, size_t size, const uint8_t *in, size_t in_len,
                                        const tlvmsg_limits *limits, void *record, size_t *consumed,
