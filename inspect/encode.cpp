@@ -7,12 +7,15 @@ using namespace tlvmsg::inspect;
 
 namespace {
 
-bool interpret(const tlvmsg_type *type, const void *record, Encoder encoder, size_t *size,
-               tlvmsg_fault *fault) {
+// By the descriptors alone. Apart, so that the way to the strict operations is short.
+[[gnu::noinline]] bool interpret(const tlvmsg_type *type, const void *record, uint8_t *out, size_t capacity,
+                                 size_t *size, tlvmsg_fault *fault) {
+    give(size, size_t{0});
     if (type == nullptr || record == nullptr) {
         give(fault, null_argument(type == nullptr ? "type" : "record"));
         return false;
     }
+    Encoder encoder(out, capacity);
     if (!encoder.encode(whole(*type), record)) {
         give(fault, encoder.fault());
         return false;
@@ -37,13 +40,13 @@ bool tlvmsg_encode(const tlvmsg_type *type, const void *record, uint8_t *out, si
             return true;
         }
     }
-    give(written, size_t{0});
     if (out == nullptr && out_capacity > 0) {
+        give(written, size_t{0});
         give(fault, null_argument("out"));
         return false;
     }
     uint8_t nothing = 0; // a null output would take any amount
-    return interpret(type, record, Encoder(out != nullptr ? out : &nothing, out_capacity), written, fault);
+    return interpret(type, record, out != nullptr ? out : &nothing, out_capacity, written, fault);
 }
 
 bool tlvmsg_size(const tlvmsg_type *type, const void *record, size_t *size, tlvmsg_fault *fault) {
@@ -56,6 +59,5 @@ bool tlvmsg_size(const tlvmsg_type *type, const void *record, size_t *size, tlvm
             return true;
         }
     }
-    give(size, size_t{0});
-    return interpret(type, record, Encoder(nullptr, 0), size, fault);
+    return interpret(type, record, nullptr, 0, size, fault);
 }

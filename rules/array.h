@@ -46,11 +46,16 @@ inline const uint8_t *end_of_array(const uint8_t *in, const Input &input, uint32
     return count <= most ? end : nullptr;
 }
 
-// Of several records, the one at that place.
+// The items of an array's record, and one of them.
+template <class Record>
+auto *items_of(Record *array) {
+    return unbounded(&array->items[0]);
+}
 template <class Record>
 Record *item(Record *items, size_t index) {
     return items + index;
 }
+inline Nowhere items_of(Nowhere nowhere) { return nowhere; }
 inline Nowhere item(Nowhere nowhere, size_t) { return nowhere; }
 
 // Clears what of a record lies behind `used`.

@@ -26,11 +26,12 @@ struct Bounded {
 
     static uint8_t *encode(const void *from, uint8_t *out, size_t capacity) {
         const auto *in = static_cast<const record *>(from);
-        return measure<Codec>(in) <= capacity ? rules::encode<Codec, DynamicBytes::FromBlock>(in, out)
-                                              : nullptr;
+        return size(in) <= capacity ? Use<Codec>::template encode<Library::Bounded>(in, out) : nullptr;
     }
 
-    static uint64_t size(const void *in) { return measure<Codec>(static_cast<const record *>(in)); }
+    static uint64_t size(const void *in) {
+        return Use<Codec>::template measure<Library::Bounded>(static_cast<const record *>(in));
+    }
 
 private:
     template <class Out>
@@ -38,7 +39,7 @@ private:
         if constexpr (governed<Codec>) {
             return Codec::accept(in, input, out, true);
         } else {
-            return accept<Codec>(in, input, out);
+            return Use<Codec>::accept(in, input, out);
         }
     }
 };

@@ -7,14 +7,14 @@ namespace tlvmsg::rules {
 
 // One body for all capacities.
 struct Bytes {
-    static uint16_t size(uint16_t count, uint16_t capacity) {
-        return static_cast<uint16_t>(array_prefix + count + (count < capacity ? 1 : 0));
+    static uint32_t size(uint16_t count, uint16_t capacity) {
+        return array_prefix + count + (count < capacity ? 1 : 0);
     }
 
     // A count above the capacity fails, but only once its bytes are written: peers have always seen them.
     [[gnu::noinline]] static uint8_t *encode(const uint8_t *bytes, uint16_t count, uint16_t capacity,
                                              uint8_t *out) {
-        out = encode_array_prefix(out, size(count, capacity), count);
+        out = encode_array_prefix(out, static_cast<uint16_t>(size(count, capacity)), count);
         copy(out, bytes, count);
         out += count;
         if (count > capacity) {
@@ -41,7 +41,8 @@ struct Bytes {
                                                    uint16_t *stored_count, uint8_t *bytes, size_t room) {
         uint16_t count;
         const uint8_t *end = end_of_array(in, input, capacity, count);
-        if (end == nullptr || end - in != size(count, capacity) || (count < capacity && end[-1] != 0)) {
+        if (end == nullptr || end - in != size(count, capacity) ||
+            (count < capacity && input.terminated && end[-1] != 0)) {
             return nullptr;
         }
         if (bytes != nullptr) {
@@ -58,14 +59,15 @@ struct byte_array {
     using record = Record;
     static constexpr uint32_t fixed_size = 0;
     static constexpr uint16_t capacity = Capacity;
-    // From this capacity on, clearing bytes only to overwrite them costs more than to clear just the rest.
-    static constexpr bool clears_itself = fast_paths && Capacity >= 256;
     // Small arrays are mostly hardware and IPv4 addresses, which fill them: a copy of known size is a few
     // moves.
     static constexpr bool mostly_full = fast_paths && Capacity <= 8;
     static constexpr uint32_t presumed_size = mostly_full ? array_prefix + Capacity : 0;
 
-    static uint16_t size(const record *in) { return in == nullptr ? 0 : Bytes::size(in->count, Capacity); }
+    template <Library For>
+    static uint64_t measure(const record *in) {
+        return element_size<For>(Bytes::size(in->count, Capacity), in->count > Capacity);
+    }
 
     static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr || out == nullptr) {
@@ -98,22 +100,6 @@ struct byte_array {
         return prefix.end;
     }
 
-    // Leaves what decode leaves in a record that was cleared but for its count.
-    static const uint8_t *decode_cleared(const uint8_t *in, record *out) {
-        const ArrayPrefix prefix = decode_array_prefix(in);
-        if (prefix.end != nullptr) {
-            out->count = prefix.count;
-        }
-        uint8_t *bytes = unbounded(out->bytes);
-        if (prefix.count > 0) {
-            copy(bytes, prefix.items, prefix.count);
-        }
-        if (prefix.count < room) {
-            clear(bytes + prefix.count, room - prefix.count); // the zero byte, and all behind it
-        }
-        return prefix.end;
-    }
-
     template <class Out>
     static const uint8_t *accept(const uint8_t *in, const Input &input, Out out) {
         if constexpr (stores<Out>) {
@@ -121,11 +107,6 @@ struct byte_array {
         } else {
             return Bytes::accept(in, input, Capacity, nullptr, nullptr, 0);
         }
-    }
-
-    static uint64_t measure(const record *in) {
-        const uint16_t count = in->count;
-        return count > Capacity ? refused : element_size(array_prefix + count + (count < Capacity ? 1 : 0));
     }
 
     static uint32_t mismatch(const uint8_t *in) {

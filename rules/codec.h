@@ -5,17 +5,17 @@
 //     record                      the C record that its operations take
 //     fixed_size                  encoded size in bytes, 0 when it depends on the record
 //     expanded                    whether its code is repeated where it is used, or called
-//     size(const record *)        encoded size, modulo 65,536; 0 for a null record that it would have to read
+//     measure(const record *)     encoded size, of which the exact library tells the lower 16 bits
 //     encode(const record *, out) position behind what was written, or null
 //     decode(in, record *)        position behind the element, or null
+//     accept(in, input, out)      the same for input that is just what the encoder writes; see strict.h
 //
 // Codecs of fixed size have a fast path, in two steps that need no branches between them:
 //
 //     mismatch(in)                0 when all headers of the element are what the encoder writes
 //     take(in, record *)          stores the values, once that is known
 //
-// So have those that are presumed to be of one size, and then those are headers, too, that say so. What
-// operations that are handed lengths do besides is in strict.h.
+// So have those that are presumed to be of one size, to which it is a header, too, that says so.
 //
 // Positions are null-transparent: a codec handed a null position gives null. So a sequence of members is a
 // plain chain of calls, and after the first failure the rest of the chain does nothing.
@@ -42,36 +42,50 @@ inline constexpr bool fast_paths = true;
 // Whether a codec's own code is repeated at each use. Scalars and the thin wrappers around shared bodies
 // always are; structures say so themselves.
 template <class Codec>
-inline constexpr bool expanded = [] {
-    if constexpr (requires { Codec::expanded; }) {
-        return Codec::expanded;
-    } else {
-        return true;
-    }
-}();
+inline constexpr bool expanded = true;
+template <class Codec>
+requires requires { Codec::expanded; }
+inline constexpr bool expanded<Codec> = Codec::expanded;
 
-// What a dynamic array of bytes sends: what exact encoders have always sent, which is the record itself from
-// the pointer onward, or the block that the pointer designates.
-enum class DynamicBytes { FromRecord, FromBlock };
+// Whom a codec works for. The exact library believes a record's counts, and what it sends of a dynamic array
+// of bytes is the record itself from the pointer onward; the bounded one checks the counts and sends the
+// block.
+enum class Library { Exact, Bounded };
 
-template <class Codec, DynamicBytes From>
-uint8_t *encode(const typename Codec::record *in, uint8_t *out) {
-    if constexpr (requires { Codec::template encode<From>(in, out); }) {
-        return Codec::template encode<From>(in, out);
+template <class Codec, Library For>
+[[gnu::always_inline]] inline uint8_t *encode(const typename Codec::record *in, uint8_t *out) {
+    if constexpr (requires { Codec::template encode<For>(in, out); }) {
+        return Codec::template encode<For>(in, out);
     } else {
         return Codec::encode(in, out);
     }
 }
 
+template <class Codec, Library For>
+[[gnu::always_inline]] inline uint64_t measure(const typename Codec::record *in) {
+    if constexpr (Codec::fixed_size != 0) {
+        return Codec::fixed_size;
+    } else {
+        return Codec::template measure<For>(in);
+    }
+}
+
+// No size: nothing of several, or of what an element's length cannot say, can be sent, and no sum of these
+// wraps or comes near a size.
+inline constexpr uint64_t refused = uint64_t{1} << 40;
+
+// The size of a whole element, or of an array whose count may be too large.
+template <Library For>
+uint64_t element_size(uint64_t size, bool refuse = false) {
+    return For == Library::Bounded && (refuse || size - header_size > UINT16_MAX) ? refused : size;
+}
+
 // The encoded size of what is of that size, or mostly; else 0.
 template <class Codec>
-inline constexpr uint32_t presumed_size = [] {
-    if constexpr (requires { Codec::presumed_size; }) {
-        return Codec::presumed_size;
-    } else {
-        return Codec::fixed_size;
-    }
-}();
+inline constexpr uint32_t presumed_size = Codec::fixed_size;
+template <class Codec>
+requires requires { Codec::presumed_size; }
+inline constexpr uint32_t presumed_size<Codec> = Codec::presumed_size;
 
 // Array bounds in record types are capacities, which no codec checks counts against. This hides the bound
 // from the optimizer, which would otherwise assume that no loop or copy passes it.

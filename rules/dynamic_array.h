@@ -12,12 +12,19 @@
 
 namespace tlvmsg::rules {
 
-// The block of a dynamic array that was read by a strict operation. It need not be cleared where all of it is
-// written.
-inline void *allocate(Input &input, uint64_t size) {
-    void *block = OSALmalloc(pool, static_cast<uint32_t>(size));
-    input.out_of_memory = block == nullptr;
-    return block;
+// Whether the input may have one more block and, with a record, has it.
+template <auto Pointer, class Out>
+bool add_block(Input &input, Out out, uint16_t count, uint64_t size) {
+    if (!input.allow(size)) {
+        return false;
+    }
+    if constexpr (stores<Out>) {
+        out->count = static_cast<decltype(out->count)>(count);
+        void *block = OSALmalloc(pool, static_cast<uint32_t>(size));
+        out->*Pointer = static_cast<std::remove_reference_t<decltype(out->*Pointer)>>(block);
+        input.out_of_memory = block == nullptr;
+    }
+    return !input.out_of_memory;
 }
 
 // The end of a dynamic array by its own length, or null. Its count must be one that the record's field can
@@ -45,15 +52,17 @@ struct dynamic_elements {
     using record = Record;
     static constexpr uint32_t fixed_size = 0;
 
-    static uint16_t size(const record *in) {
-        if (in == nullptr) {
-            return 0;
-        }
-        return in->items == nullptr ? array_prefix : element_array_size<Item>(in->items, in->count);
+    static constexpr bool allocates = true;
+    static constexpr bool governed = true;
+
+    template <Library For>
+    static uint64_t measure(const record *in) {
+        const auto count = in->items == nullptr ? uint16_t{0} : static_cast<uint16_t>(in->count);
+        return measure_element_array<Item, For>(in->items, count, in->count != count);
     }
 
     // Elements are announced but not there: null, once header and count are written.
-    template <DynamicBytes From>
+    template <Library For>
     static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr || out == nullptr) {
             return nullptr;
@@ -62,7 +71,7 @@ struct dynamic_elements {
             encode_array_prefix(out, array_prefix, in->count);
             return nullptr;
         }
-        return encode_element_array<Item, From>(in->items, in->count, out);
+        return encode_element_array<Item, For>(in->items, in->count, out);
     }
 
     static const uint8_t *decode(const uint8_t *in, record *out) {
@@ -81,41 +90,18 @@ struct dynamic_elements {
         return prefix.end;
     }
 
-    static constexpr bool allocates = true;
-    static constexpr bool governed = true;
-
     template <class Out>
     static const uint8_t *accept(const uint8_t *in, Input &input, Out out, bool alone = false) {
         uint16_t count;
         const uint8_t *end = end_of_dynamic_array<record>(in, input, out, alone, count);
         const uint64_t size = uint64_t{count} * sizeof(typename Item::record);
-        if (end == nullptr || !input.allow(size)) {
+        if (end == nullptr || !add_block<&record::items>(input, out, count, size)) {
             return nullptr;
         }
-        const uint8_t *at = in + array_prefix;
-        if constexpr (stores<Out>) {
-            auto *items = static_cast<typename Item::record *>(allocate(input, size));
-            if (items == nullptr) {
-                return nullptr;
-            }
-            if constexpr (rules::allocates<Item>) {
-                clear(items, size);
-            }
-            out->count = static_cast<decltype(out->count)>(count);
-            out->items = items;
-            at = Elements<Item>::accept(at, count, input, items);
-        } else {
-            at = Elements<Item>::accept(at, count, input, out);
+        if constexpr (stores<Out> && rules::allocates<Item>) {
+            clear(out->items, size);
         }
-        return at == end ? end : nullptr;
-    }
-
-    static uint64_t measure(const record *in) {
-        if (in->count > UINT16_MAX || (in->items == nullptr && in->count > 0)) {
-            return refused;
-        }
-        return element_size(array_prefix +
-                            Elements<Item>::measure(in->items, static_cast<uint16_t>(in->count)));
+        return Elements<Item>::accept(in + array_prefix, count, input, items_of(out)) == end ? end : nullptr;
     }
 };
 
@@ -124,21 +110,26 @@ struct dynamic_bytes {
     using record = Record;
     static constexpr uint32_t fixed_size = 0;
 
-    static uint16_t size(const record *in) {
-        return in == nullptr ? 0 : static_cast<uint16_t>(array_prefix + in->count + 1);
+    static constexpr bool allocates = true;
+    static constexpr bool governed = true;
+
+    template <Library For>
+    static uint64_t measure(const record *in) {
+        return element_size<For>(array_prefix + uint64_t{in->count} + 1,
+                                 in->bytes == nullptr && in->count > 0);
     }
 
     // What exact encoders send are the record's own bytes from the pointer field onward, not the block that
     // it designates. That is how every peer encodes these arrays, so it stays; the bounded library sends the
     // block.
-    template <DynamicBytes From>
+    template <Library For>
     static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr || out == nullptr) {
             return nullptr;
         }
         const auto count = static_cast<uint16_t>(in->count);
-        out = encode_array_prefix(out, size(in), count);
-        if constexpr (From == DynamicBytes::FromRecord) {
+        out = encode_array_prefix(out, static_cast<uint16_t>(measure<Library::Exact>(in)), count);
+        if constexpr (For == Library::Exact) {
             copy(out, unbounded(reinterpret_cast<const uint8_t *>(&in->bytes)), count);
         } else if (count > 0) {
             copy(out, in->bytes, count);
@@ -165,35 +156,19 @@ struct dynamic_bytes {
         return prefix.end;
     }
 
-    static constexpr bool allocates = true;
-    static constexpr bool governed = true;
-
     template <class Out>
     static const uint8_t *accept(const uint8_t *in, Input &input, Out out, bool alone = false) {
         uint16_t count;
         const uint8_t *end = end_of_dynamic_array<record>(in, input, out, alone, count);
         if (end == nullptr || end - in != array_prefix + count + 1 || end[-1] != 0 ||
-            !input.allow(uint64_t{count} + 1)) {
+            !add_block<&record::bytes>(input, out, count, uint64_t{count} + 1)) {
             return nullptr;
         }
         if constexpr (stores<Out>) {
-            auto *bytes = static_cast<uint8_t *>(allocate(input, uint64_t{count} + 1));
-            if (bytes == nullptr) {
-                return nullptr;
-            }
-            copy(bytes, in + array_prefix, count);
-            bytes[count] = 0;
-            out->count = static_cast<decltype(out->count)>(count);
-            out->bytes = bytes;
+            copy(out->bytes, in + array_prefix, count);
+            out->bytes[count] = 0;
         }
         return end;
-    }
-
-    static uint64_t measure(const record *in) {
-        if (in->count > UINT16_MAX || (in->bytes == nullptr && in->count > 0)) {
-            return refused;
-        }
-        return element_size(array_prefix + uint64_t{in->count} + 1);
     }
 };
 

@@ -6,15 +6,19 @@
 
 namespace tlvmsg::rules {
 
-template <class Item>
-uint16_t element_array_size(const typename Item::record *items, uint16_t count) {
-    return static_cast<uint16_t>(array_prefix + Elements<Item>::size(items, count));
+// Of a record's first COUNT items. When they cannot be encoded none are looked at.
+template <class Item, Library For>
+uint64_t measure_element_array(const typename Item::record *items, uint16_t count, bool refuse) {
+    return For == Library::Bounded && refuse
+               ? refused
+               : element_size<For>(array_prefix + Elements<Item>::template measure<For>(items, count));
 }
 
-template <class Item, DynamicBytes From>
+template <class Item, Library For>
 uint8_t *encode_element_array(const typename Item::record *items, uint16_t count, uint8_t *out) {
-    out = encode_array_prefix(out, element_array_size<Item>(items, count), count);
-    return Elements<Item>::template encode<From>(items, count, out);
+    const uint64_t size = measure_element_array<Item, Library::Exact>(items, count, false);
+    out = encode_array_prefix(out, static_cast<uint16_t>(size), count);
+    return Elements<Item>::template encode<For>(items, count, out);
 }
 
 template <class Record, class Item, uint16_t Capacity>
@@ -23,16 +27,19 @@ struct element_array {
     static constexpr uint32_t fixed_size = 0;
     static constexpr uint16_t capacity = Capacity;
 
-    static uint16_t size(const record *in) {
-        return in == nullptr ? 0 : element_array_size<Item>(unbounded(in->items), in->count);
+    static constexpr bool allocates = rules::allocates<Item>;
+
+    template <Library For>
+    static uint64_t measure(const record *in) {
+        return measure_element_array<Item, For>(unbounded(in->items), in->count, in->count > Capacity);
     }
 
-    template <DynamicBytes From>
+    template <Library For>
     static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr || out == nullptr) {
             return nullptr;
         }
-        return encode_element_array<Item, From>(unbounded(in->items), in->count, out);
+        return encode_element_array<Item, For>(unbounded(in->items), in->count, out);
     }
 
     // A failed element stops those behind it, but is the array's affair: the end is that of the own length.
@@ -53,25 +60,13 @@ struct element_array {
         if (end == nullptr) {
             return nullptr;
         }
-        const uint8_t *at = in + array_prefix;
         if constexpr (stores<Out>) {
             std::memset(out, 0, offsetof(record, items));
             out->count = count;
             clear_behind(out, out->items + count);
-            at = Elements<Item>::accept(at, count, input, unbounded(out->items));
-        } else {
-            at = Elements<Item>::accept(at, count, input, out);
         }
-        return at == end ? end : nullptr;
+        return Elements<Item>::accept(in + array_prefix, count, input, items_of(out)) == end ? end : nullptr;
     }
-
-    static uint64_t measure(const record *in) {
-        const uint16_t count = in->count;
-        return count > Capacity ? refused
-                                : element_size(array_prefix + Elements<Item>::measure(in->items, count));
-    }
-
-    static constexpr bool allocates = rules::allocates<Item>;
 };
 
 } // namespace tlvmsg::rules

@@ -10,22 +10,23 @@ template <class Item>
 struct Elements {
     using record = typename Item::record;
 
-    static uint16_t size(const record *items, uint16_t count) {
+    template <Library For>
+    static uint64_t measure(const record *items, uint16_t count) {
         if constexpr (Item::fixed_size != 0) {
-            return static_cast<uint16_t>(count * Item::fixed_size);
+            return uint64_t{count} * Item::fixed_size;
         } else {
-            uint32_t sum = 0;
+            uint64_t sum = 0;
             for (uint32_t i = 0; i < count; ++i) {
-                sum += Item::size(items + i);
+                sum += Item::template measure<For>(items + i);
             }
-            return static_cast<uint16_t>(sum);
+            return sum;
         }
     }
 
-    template <DynamicBytes From>
+    template <Library For>
     [[gnu::noinline]] static uint8_t *encode(const record *items, uint16_t count, uint8_t *out) {
         for (uint32_t i = 0; i < count && out != nullptr; ++i) {
-            out = rules::encode<Item, From>(items + i, out);
+            out = rules::encode<Item, For>(items + i, out);
         }
         return out;
     }
@@ -44,18 +45,6 @@ struct Elements {
             in = rules::accept<Item>(in, input, item(items, i));
         }
         return in;
-    }
-
-    static uint64_t measure(const record *items, uint16_t count) {
-        if constexpr (Item::fixed_size != 0) {
-            return uint64_t{count} * Item::fixed_size;
-        } else {
-            uint64_t sum = 0;
-            for (uint32_t i = 0; i < count; ++i) {
-                sum += Item::measure(items + i);
-            }
-            return sum;
-        }
     }
 };
 

@@ -30,6 +30,11 @@ struct enumeration {
         return value::decode(in + header_size, out);
     }
 
+    static bool covers(const uint8_t *in) {
+        return wire::difference(in, wire::header(Tag, value::fixed_size)) == 0 &&
+               value::mismatch(in + header_size) == 0;
+    }
+
     static uint32_t mismatch(const uint8_t *in) {
         return wire::difference(in, wire::header(Tag, value::fixed_size)) | value::mismatch(in + header_size);
     }

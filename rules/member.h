@@ -23,35 +23,38 @@ Nowhere field(Nowhere nowhere, Steps...) {
     return nowhere;
 }
 
+// Within the bounds that the element's own length gives. (That of an enumeration gives none.)
+template <class Codec>
+const uint8_t *accept_by_length(const uint8_t *in, typename Codec::record *out) {
+    if constexpr (std::is_integral_v<typename Codec::record>) {
+        return Codec::decode(in, out);
+    } else {
+        Input input{read_element(in).end, 0};
+        input.terminated = false;
+        return Use<Codec>::accept(in, input, out);
+    }
+}
+
 template <class Codec, auto... Path>
 struct member {
     static constexpr uint32_t fixed_size = Codec::fixed_size;
     static constexpr uint32_t presumed_size = rules::presumed_size<Codec>;
     static constexpr bool allocates = rules::allocates<Codec>;
 
-    template <class Record>
-    static uint16_t size(const Record *in) {
-        return Use<Codec>::size(field(in, Path...));
+    template <Library For, class Record>
+    static uint64_t measure(const Record *in) {
+        return Use<Codec>::template measure<For>(field(in, Path...));
     }
 
-    template <DynamicBytes From, class Record>
+    template <Library For, class Record>
     static uint8_t *encode(const Record *in, uint8_t *out) {
-        return Use<Codec>::template encode<From>(field(in, Path...), out);
+        return Use<Codec>::template encode<For>(field(in, Path...), out);
     }
 
     template <class Record>
     static const uint8_t *decode(const uint8_t *in, Record *out) {
         return Use<Codec>::decode(in, field(out, Path...));
     }
-
-    // Whether the codec can decode into a field with any content and leave it as if it had been cleared
-    // before. A large buffer does, which would otherwise be cleared only to be overwritten.
-    static constexpr bool clears_itself = [] {
-        if constexpr (requires { Codec::clears_itself; }) {
-            return Codec::clears_itself;
-        }
-        return false;
-    }();
 
     template <class Record>
     static auto *place(Record *out) {
@@ -62,16 +65,12 @@ struct member {
         return place(out) + 1;
     }
 
-    template <class Record>
-    static const uint8_t *decode_cleared(const uint8_t *in, Record *out) {
-        return Codec::decode_cleared(in, field(out, Path...));
-    }
-
-    static uint32_t mismatch(const uint8_t *in) { return Codec::mismatch(in); }
+    static bool covers(const uint8_t *in) { return Codec::covers(in); }
+    static uint32_t mismatch(const uint8_t *in) { return Use<Codec>::mismatch(in); }
 
     template <class Record>
     static void take(const uint8_t *in, Record *out) {
-        Codec::take(in, field(out, Path...));
+        Use<Codec>::take(in, field(out, Path...));
     }
 
     template <class Record>
@@ -85,8 +84,8 @@ struct member {
     }
 
     template <class Record>
-    static uint64_t measure(const Record *in) {
-        return Use<Codec>::measure(field(in, Path...));
+    static const uint8_t *accept_by_length(const uint8_t *in, Record *out) {
+        return rules::accept_by_length<Codec>(in, field(out, Path...));
     }
 
     // What a structure decoder stores before it decodes the member, even when the position is null by then:
@@ -108,11 +107,6 @@ struct zero_count : member<Codec, Path...> {
     }
 };
 
-// Whether the last of several members, and only that, clears itself.
-template <class... Members>
-inline constexpr bool last_clears_itself = (Members::clears_itself + ... + 0) == 1 &&
-                                           (Members::clears_itself, ...);
-
 // Sum of the members' fixed sizes; 0 when one of them varies. (Nothing of size 0 is fixed.)
 template <class... Members>
 inline constexpr uint32_t fixed_sum = ((Members::fixed_size != 0) && ...) ? (Members::fixed_size + ... + 0)
@@ -126,14 +120,14 @@ inline constexpr uint32_t presumed_sum = ((Members::presumed_size != 0) && ...)
 
 // All headers, and all values, of members of presumed size.
 template <class... Members>
-uint32_t members_mismatch(const uint8_t *in) {
+[[gnu::always_inline]] inline uint32_t members_mismatch(const uint8_t *in) {
     uint32_t difference = 0;
     ((difference |= Members::mismatch(in), in += Members::presumed_size), ...);
     return difference;
 }
 
 template <class... Members, class Record>
-void take_members(const uint8_t *in, Record *out) {
+[[gnu::always_inline]] inline void take_members(const uint8_t *in, Record *out) {
     ((Members::take(in, out), in += Members::presumed_size), ...);
 }
 

@@ -29,15 +29,16 @@ struct packed_array {
     static constexpr uint16_t capacity = Capacity;
     static constexpr uint32_t width = sizeof(typename Scalar::record);
 
-    static uint16_t size(const record *in) {
-        return in == nullptr ? 0 : static_cast<uint16_t>(array_prefix + in->count * width);
+    template <Library For>
+    static uint64_t measure(const record *in) {
+        return element_size<For>(array_prefix + in->count * width, in->count > Capacity);
     }
 
     static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr || out == nullptr) {
             return nullptr;
         }
-        out = encode_array_prefix(out, size(in), in->count);
+        out = encode_array_prefix(out, static_cast<uint16_t>(array_prefix + in->count * width), in->count);
         PackedValues<Scalar>::copy(out, reinterpret_cast<const uint8_t *>(unbounded(in->items)), in->count);
         return out + in->count * width;
     }
@@ -68,10 +69,6 @@ struct packed_array {
             clear_behind(out, out->items + count);
         }
         return end;
-    }
-
-    static uint64_t measure(const record *in) {
-        return in->count > Capacity ? refused : element_size(array_prefix + in->count * width);
     }
 };
 

@@ -3,6 +3,7 @@
 
 #include "elements.h"
 #include "four_words.h"
+#include "use.h"
 
 #include <type_traits>
 #include <utility>
@@ -16,22 +17,23 @@ struct run {
     static constexpr uint32_t fixed_size = Count * Codec::fixed_size;
     static constexpr uint32_t presumed_size = fixed_size;
     static constexpr bool allocates = false;
-    static constexpr bool clears_itself = false;
 
-    template <class Record>
-    static uint16_t size(const Record *) {
-        return static_cast<uint16_t>(fixed_size);
+    template <Library, class Record>
+    static uint64_t measure(const Record *) {
+        return fixed_size;
     }
 
-    template <DynamicBytes From, class Record>
+    template <Library For, class Record>
     static uint8_t *encode(const Record *in, uint8_t *out) {
         if (out == nullptr) {
             return nullptr;
         }
         const auto *items = unbounded(&(in->*First));
-        each<fours>([&](auto i) { FourWords::encode(items + 4 * i, at(out, 4 * i)); });
-        each<others>(
-            [&](auto i) { rules::encode<Codec, From>(items + 4 * fours + i, at(out, 4 * fours + i)); });
+        each<fours>([&](auto i)
+                        __attribute__((always_inline)) { FourWords::encode(items + 4 * i, at(out, 4 * i)); });
+        each<others>([&](auto i) __attribute__((always_inline)) {
+            rules::encode<Codec, For>(items + 4 * fours + i, at(out, 4 * fours + i));
+        });
         return out + fixed_size;
     }
 
@@ -52,45 +54,55 @@ struct run {
     template <class Record>
     static void preset(Record *) {}
 
-    static uint32_t mismatch(const uint8_t *in) {
+    static bool covers(const uint8_t *in) {
+        bool covered = true;
+        each<Count>([&](auto i)
+                        __attribute__((always_inline)) { covered = covered && Codec::covers(at(in, i)); });
+        return covered;
+    }
+
+    [[gnu::always_inline]] static uint32_t mismatch(const uint8_t *in) {
         uint32_t difference = 0;
         if constexpr (fours != 0) {
             Words differences{};
-            each<fours>([&](auto i) { differences |= FourWords::differences(at(in, 4 * i)); });
+            each<fours>([&](auto i) __attribute__((always_inline)) {
+                differences |= FourWords::differences(at(in, 4 * i));
+            });
             difference = FourWords::in_headers(differences);
         }
-        each<others>([&](auto i) { difference |= Codec::mismatch(at(in, 4 * fours + i)); });
+        each<others>([&](auto i) __attribute__((always_inline)) {
+            difference |= Use<Codec>::mismatch(at(in, 4 * fours + i));
+        });
         return difference;
     }
 
     template <class Record>
-    static void take(const uint8_t *in, Record *out) {
+    [[gnu::always_inline]] static void take(const uint8_t *in, Record *out) {
         auto *items = unbounded(&(out->*First));
-        each<fours>([&](auto i) { FourWords::take(at(in, 4 * i), items + 4 * i); });
-        each<others>([&](auto i) { Codec::take(at(in, 4 * fours + i), items + 4 * fours + i); });
+        each<fours>([&](auto i)
+                        __attribute__((always_inline)) { FourWords::take(at(in, 4 * i), items + 4 * i); });
+        each<others>([&](auto i) __attribute__((always_inline)) {
+            Use<Codec>::take(at(in, 4 * fours + i), items + 4 * fours + i);
+        });
     }
 
     template <class Record>
     static void clear_padding(Record *out) {
-        each<Count>([&](auto i) { rules::clear_padding<Codec>(place(out) + i); });
+        each<Count>([&](auto i)
+                        __attribute__((always_inline)) { rules::clear_padding<Codec>(place(out) + i); });
     }
 
-    // In a structure of varying size; in others it is a part of what is taken at once.
     template <class Out>
     static const uint8_t *accept(const uint8_t *in, const Input &input, Out out) {
-        if (input.left(in) < fixed_size || mismatch(in) != 0) {
-            return nullptr;
-        }
-        if constexpr (stores<Out>) {
-            take(in, out);
-            clear_padding(out);
-        }
-        return in + fixed_size;
+        return accept_presumed<run>(in, input, out);
     }
 
     template <class Record>
-    static uint64_t measure(const Record *) {
-        return fixed_size;
+    static const uint8_t *accept_by_length(const uint8_t *in, Record *out) {
+        for (uint32_t i = 0; i < Count && in != nullptr; ++i) {
+            in = rules::accept_by_length<Codec>(in, unbounded(&(out->*First)) + i);
+        }
+        return in;
     }
 
 private:
@@ -106,7 +118,7 @@ private:
     // Unrolled: a step is a few instructions.
     template <uint32_t Steps, class Step>
     [[gnu::always_inline]] static void each(Step step) {
-        [&]<uint32_t... I>(std::integer_sequence<uint32_t, I...>) {
+        [&]<uint32_t... I>(std::integer_sequence<uint32_t, I...>) __attribute__((always_inline)) {
             (step(std::integral_constant<uint32_t, I>()), ...);
         }
         (std::make_integer_sequence<uint32_t, Steps>());

@@ -1,10 +1,8 @@
-// What strict operations have in common.
+// Decoding what is just what the encoder writes.
 //
-//     accept(in, input, out)     position behind an element that is just what the encoder writes, or null. It
-//                                lies within the input; every byte of the record is written, padding as zero
-//     measure(const record *)    encoded size, or `refused` when a count or a length is too large
-//
-// They are the same with and without a record: to verify is to accept into Nowhere.
+// To accept is to check everything within the bounds of the input, on which nothing depends that was not
+// checked, and to write every byte of the record, padding as zero. Or to give up: null. It is the same with a
+// record and without one: to verify is to accept into Nowhere.
 #pragma once
 
 #include "codec.h"
@@ -20,20 +18,12 @@ struct Nowhere {};
 template <class Out>
 inline constexpr bool stores = !std::is_same_v<Out, Nowhere>;
 
-// Not a size: no sum of these and of sizes wraps or comes near the size of anything.
-inline constexpr uint64_t refused = uint64_t{1} << 40;
-
-// The size of an element, whose value must fit the 16 bits of its length.
-inline uint64_t element_size(uint64_t size) { return size - header_size > UINT16_MAX ? refused : size; }
-
 // Whether a decoded record may hold blocks.
 template <class Codec>
-inline constexpr bool allocates = [] {
-    if constexpr (requires { Codec::allocates; }) {
-        return Codec::allocates;
-    }
-    return false;
-}();
+inline constexpr bool allocates = false;
+template <class Codec>
+requires requires { Codec::allocates; }
+inline constexpr bool allocates<Codec> = Codec::allocates;
 
 // Whether it goes by a number that its structure has right before it; alone it has none.
 template <class Codec>
@@ -49,6 +39,12 @@ void clear_padding(Out out) {
     }
 }
 
+// Whether it is presumed to be of one size and has a header or more; a message only has members.
+template <class Codec>
+inline constexpr bool has_headers = presumed_size<Codec> != 0 && requires(const uint8_t *in) {
+    Codec::mismatch(in);
+};
+
 // All headers at once, then all values.
 template <class Codec, class Out>
 [[gnu::always_inline]] inline const uint8_t *accept_presumed(const uint8_t *in, const Input &input, Out out) {
@@ -62,15 +58,27 @@ template <class Codec, class Out>
     return in + presumed_size<Codec>;
 }
 
+// The same in place of a length that is known: the codec's own header says it, and is looked at first.
+template <class Codec, class Out>
+[[gnu::always_inline]] inline const uint8_t *accept_covered(const uint8_t *in, Out out) {
+    if (!Codec::covers(in) || Codec::mismatch(in) != 0) {
+        return nullptr;
+    }
+    if constexpr (stores<Out>) {
+        Codec::take(in, out);
+    }
+    return in + presumed_size<Codec>;
+}
+
 template <class Codec, class Out>
 [[gnu::always_inline]] inline const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
-    if constexpr (presumed_size<Codec> != 0) {
+    if constexpr (has_headers<Codec>) {
         const uint8_t *end = accept_presumed<Codec>(in, input, out);
         if (Codec::fixed_size != 0 || end != nullptr) {
             return end;
         }
     }
-    if constexpr (Codec::fixed_size == 0) {
+    if constexpr (!has_headers<Codec> || Codec::fixed_size == 0) {
         return Codec::accept(in, input, out);
     }
 }
@@ -83,15 +91,6 @@ inline const uint8_t *end_of_element(const uint8_t *in, const Input &input, uint
     const uint32_t header = wire::fetched(wire::load32(in));
     const uint32_t size = header_size + (header & UINT16_MAX);
     return header >> 16 == tag && size <= input.left(in) ? in + size : nullptr;
-}
-
-template <class Codec>
-uint64_t measure(const typename Codec::record *in) {
-    if constexpr (Codec::fixed_size != 0) {
-        return Codec::fixed_size;
-    } else {
-        return Codec::measure(in);
-    }
 }
 
 } // namespace tlvmsg::rules

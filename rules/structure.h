@@ -16,25 +16,23 @@ struct structure {
     static constexpr uint32_t presumed_size =
         presumed_sum<Members...> != 0 ? header_size + presumed_sum<Members...> : 0;
     static constexpr bool allocates = (Members::allocates || ...);
-    static constexpr bool clears_itself = last_clears_itself<Members...>;
     static constexpr bool expanded = fixed_size != 0 && fixed_size <= expanded_up_to;
 
-    static uint16_t size(const record *in) {
-        if constexpr (fixed_size != 0) {
-            return static_cast<uint16_t>(fixed_size);
-        } else {
-            return in == nullptr ? 0 : static_cast<uint16_t>((Members::size(in) + ... + header_size));
-        }
+    template <Library For>
+    static uint64_t measure(const record *in) {
+        return element_size<For>((Members::template measure<For>(in) + ... + uint64_t{header_size}));
     }
 
-    template <DynamicBytes From>
+    template <Library For>
     [[gnu::always_inline]] static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr || out == nullptr) {
             return nullptr;
         }
-        wire::store32(out, wire::header(Tag, static_cast<uint16_t>(size(in) - header_size)));
+        wire::store32(out,
+                      wire::header(Tag, static_cast<uint16_t>(rules::measure<structure, Library::Exact>(in) -
+                                                              header_size)));
         out += header_size;
-        ((out = Members::template encode<From>(in, out)), ...);
+        ((out = Members::template encode<For>(in, out)), ...);
         return out;
     }
 
@@ -42,7 +40,7 @@ struct structure {
         if constexpr (fixed_size != 0 && fast_paths) {
             // The own header is looked at first: only when it is exact do all the members lie inside the
             // element.
-            if (in != nullptr && out != nullptr && wire::difference(in, exact_header) == 0 &&
+            if (in != nullptr && out != nullptr && covers(in) &&
                 members_mismatch<Members...>(in + header_size) == 0) [[likely]] {
                 take(in, out);
                 return in + fixed_size;
@@ -65,24 +63,13 @@ struct structure {
         return element.end;
     }
 
-    // Leaves what decode leaves in a cleared record. The last member clears itself; only what lies before it
-    // is cleared here.
-    static const uint8_t *decode_cleared(const uint8_t *in, record *out) {
-        const Element element = read_element(in);
-        if (!element.is(Tag)) {
-            clear(out);
-            return nullptr;
-        }
-        const uint8_t *at = element.value;
-        clear_around_last(out);
-        ((Members::preset(out), at = decode_member<Members>(at, out)), ...);
-        return element.end;
-    }
-
-    static uint32_t mismatch(const uint8_t *in) {
+    static bool covers(const uint8_t *in) { return wire::difference(in, exact_header) == 0; }
+    [[gnu::always_inline]] static uint32_t mismatch(const uint8_t *in) {
         return wire::difference(in, exact_header) | members_mismatch<Members...>(in + header_size);
     }
-    static void take(const uint8_t *in, record *out) { take_members<Members...>(in + header_size, out); }
+    [[gnu::always_inline]] static void take(const uint8_t *in, record *out) {
+        take_members<Members...>(in + header_size, out);
+    }
     static void clear_padding(record *out) { clear_all_padding<Members...>(out); }
 
     template <class Out>
@@ -95,32 +82,7 @@ struct structure {
         return at == end ? end : nullptr;
     }
 
-    static uint64_t measure(const record *in) {
-        return element_size((Members::measure(in) + ... + uint64_t{header_size}));
-    }
-
 private:
-    template <class Member>
-    static const uint8_t *decode_member(const uint8_t *in, record *out) {
-        if constexpr (Member::clears_itself) {
-            return Member::decode_cleared(in, out);
-        } else {
-            return Member::decode(in, out);
-        }
-    }
-
-    // The fields before the last one, and the padding on either side of it.
-    static void clear_around_last(record *out) {
-        auto *begin = reinterpret_cast<uint8_t *>(out);
-        uint8_t *last = begin;
-        uint8_t *last_end = begin;
-        ((last = reinterpret_cast<uint8_t *>(Members::place(out)),
-          last_end = reinterpret_cast<uint8_t *>(Members::place(out) + 1)),
-         ...);
-        std::memset(begin, 0, static_cast<size_t>(last - begin));
-        std::memset(last_end, 0, static_cast<size_t>(begin + sizeof *out - last_end));
-    }
-
     static constexpr uint32_t exact_header =
         wire::header(Tag, static_cast<uint16_t>(presumed_size - header_size));
 };

@@ -10,14 +10,14 @@ template <class Codec, auto Field, uint32_t... Values>
 struct alternative {
     static constexpr bool chosen_by(uint32_t selector) { return ((selector == Values) || ...); }
 
-    template <class Record>
-    static uint16_t size(const Record *in) {
-        return Use<Codec>::size(&(in->*Field));
+    template <Library For, class Record>
+    static uint64_t measure(const Record *in) {
+        return Use<Codec>::template measure<For>(&(in->*Field));
     }
 
-    template <DynamicBytes From, class Record>
+    template <Library For, class Record>
     static uint8_t *encode(const Record *in, uint8_t *out) {
-        return Use<Codec>::template encode<From>(&(in->*Field), out);
+        return Use<Codec>::template encode<For>(&(in->*Field), out);
     }
 
     template <class Record>
@@ -35,11 +35,6 @@ struct alternative {
             return Use<Codec>::accept(in, input, out);
         }
     }
-
-    template <class Record>
-    static uint64_t measure(const Record *in) {
-        return Use<Codec>::measure(&(in->*Field));
-    }
 };
 
 // A selector that chooses nothing is no fault: nothing is written or read, and the position stays where it
@@ -51,22 +46,22 @@ struct union_of {
     static constexpr bool expanded = false;
     static constexpr bool governed = true;
 
-    static uint16_t size(const record *in) {
-        uint16_t size = 0;
-        if (in != nullptr) {
-            (void)((Alternatives::chosen_by(in->*Selector) && ((size = Alternatives::size(in)), true)) ||
-                   ...);
-        }
+    template <Library For>
+    static uint64_t measure(const record *in) {
+        uint64_t size = 0;
+        (void)((Alternatives::chosen_by(in->*Selector) &&
+                ((size = Alternatives::template measure<For>(in)), true)) ||
+               ...);
         return size;
     }
 
-    template <DynamicBytes From>
+    template <Library For>
     static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr) {
             return nullptr;
         }
         (void)((Alternatives::chosen_by(in->*Selector) &&
-                ((out = Alternatives::template encode<From>(in, out)), true)) ||
+                ((out = Alternatives::template encode<For>(in, out)), true)) ||
                ...);
         return out;
     }
@@ -97,12 +92,6 @@ struct union_of {
         (void)((Alternatives::chosen_by(selector) && ((in = Alternatives::accept(in, input, out)), true)) ||
                ...);
         return in;
-    }
-
-    static uint64_t measure(const record *in) {
-        uint64_t size = 0;
-        (void)((Alternatives::chosen_by(in->*Selector) && ((size = Alternatives::measure(in)), true)) || ...);
-        return size;
     }
 };
 

@@ -1,4 +1,4 @@
-// How one codec uses another.
+// How one codec uses another: one copy of its code for all of them unless it is expanded.
 #pragma once
 
 #include "strict.h"
@@ -9,10 +9,9 @@ template <class Codec>
 struct Called {
     using record = typename Codec::record;
 
-    [[gnu::noinline]] static uint16_t size(const record *in) { return Codec::size(in); }
-    template <DynamicBytes From>
+    template <Library For = Library::Exact>
     [[gnu::noinline]] static uint8_t *encode(const record *in, uint8_t *out) {
-        return rules::encode<Codec, From>(in, out);
+        return rules::encode<Codec, For>(in, out);
     }
     [[gnu::noinline]] static const uint8_t *decode(const uint8_t *in, record *out) {
         return Codec::decode(in, out);
@@ -21,56 +20,59 @@ struct Called {
     [[gnu::noinline]] static const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
         return rules::accept<Codec>(in, input, out);
     }
-    [[gnu::noinline]] static uint64_t measure(const record *in) { return rules::measure<Codec>(in); }
+    template <Library For>
+    [[gnu::noinline]] static uint64_t measure(const record *in) {
+        return rules::measure<Codec, For>(in);
+    }
+    [[gnu::noinline]] static uint32_t mismatch(const uint8_t *in) { return Codec::mismatch(in); }
+    [[gnu::noinline]] static void take(const uint8_t *in, record *out) { Codec::take(in, out); }
 };
 
-// A codec as members and exported operations use it: one copy of the code for all of them unless it is
-// expanded.
 template <class Codec>
-struct Use {
+struct Expanded {
+    using record = typename Codec::record;
+
+    template <Library For = Library::Exact>
+    static uint8_t *encode(const record *in, uint8_t *out) {
+        return rules::encode<Codec, For>(in, out);
+    }
+    static const uint8_t *decode(const uint8_t *in, record *out) {
+        if constexpr (requires { Codec::decode_tolerantly(in, out); }) {
+            return Called<Codec>::decode(in, out);
+        } else {
+            return Codec::decode(in, out);
+        }
+    }
+    template <class Out>
+    static const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
+        return rules::accept<Codec>(in, input, out);
+    }
+    template <Library For>
+    static uint64_t measure(const record *in) {
+        return rules::measure<Codec, For>(in);
+    }
+    [[gnu::always_inline]] static uint32_t mismatch(const uint8_t *in) { return Codec::mismatch(in); }
+    [[gnu::always_inline]] static void take(const uint8_t *in, record *out) { Codec::take(in, out); }
+};
+
+template <class Codec>
+struct Use : std::conditional_t<expanded<Codec>, Expanded<Codec>, Called<Codec>> {
     using record = typename Codec::record;
 
     static uint16_t size(const record *in) {
-        if constexpr (Codec::fixed_size != 0) {
-            return static_cast<uint16_t>(Codec::fixed_size);
-        } else if constexpr (expanded<Codec>) {
-            return Codec::size(in);
-        } else {
-            return Called<Codec>::size(in);
+        if (Codec::fixed_size == 0 && in == nullptr) {
+            return 0;
         }
+        return static_cast<uint16_t>(measure<Library::Exact>(in));
     }
 
-    template <DynamicBytes From = DynamicBytes::FromRecord>
-    static uint8_t *encode(const record *in, uint8_t *out) {
-        if constexpr (expanded<Codec>) {
-            return rules::encode<Codec, From>(in, out);
-        } else {
-            return Called<Codec>::template encode<From>(in, out);
-        }
-    }
-
-    static const uint8_t *decode(const uint8_t *in, record *out) {
-        if constexpr (expanded<Codec>) {
-            return Codec::decode(in, out);
-        } else {
-            return Called<Codec>::decode(in, out);
-        }
-    }
-
-    template <class Out>
-    static const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
-        if constexpr (expanded<Codec>) {
-            return rules::accept<Codec>(in, input, out);
-        } else {
-            return Called<Codec>::accept(in, input, out);
-        }
-    }
-
+    template <Library For>
     static uint64_t measure(const record *in) {
-        if constexpr (expanded<Codec> || Codec::fixed_size != 0) {
-            return rules::measure<Codec>(in);
+        if constexpr (Codec::fixed_size != 0) {
+            return Codec::fixed_size;
         } else {
-            return Called<Codec>::measure(in);
+            return std::conditional_t<expanded<Codec>, Expanded<Codec>, Called<Codec>>::template measure<For>(
+                in);
         }
     }
 };

@@ -20,6 +20,7 @@ struct Input {
     size_t allocated = 0;
     size_t blocks = 0;
     bool out_of_memory = false; // the last of the blocks was not to be had
+    bool terminated = true;     // whether terminators are looked at, as exact decoders do not
 
     size_t left(const uint8_t *in) const { return static_cast<size_t>(end - in); }
 
