@@ -242,8 +242,8 @@ bool tlvmsg_trace(const tlvmsg_type *type, const uint8_t *in, size_t in_len, con
 
 /*
  * Records are believed to be laid out as their type says, with pointers that are null or designate `count`
- * items; a null pointer is an empty array. Counts above the capacity are refused by tlvmsg_encode and
- * tlvmsg_size, and count as the capacity in the other functions.
+ * items. tlvmsg_encode and tlvmsg_size refuse counts above the capacity, and counts beside a null pointer. The
+ * other functions then take the items that there are: as many as the capacity, or none.
  */
 
 /*
@@ -280,8 +280,9 @@ bool tlvmsg_copy(const tlvmsg_type *type, void *to, const void *from, tlvmsg_fau
 
 /*
  * Whether two records say the same: the same numbers, counts, items, bytes and chosen alternatives. Padding,
- * items behind the count, alternatives that are not chosen, and where blocks lie make no difference. Two null
- * records are equal.
+ * items behind the count, alternatives that are not chosen, and where blocks lie make no difference. Counts are
+ * compared as they stand: one above the capacity differs from the capacity, and one beside a null pointer from 0.
+ * Two null records are equal.
  */
 bool tlvmsg_equal(const tlvmsg_type *type, const void *a, const void *b);
 

@@ -37,6 +37,27 @@ std::string refusal(const char *type, const void *record) {
     return facts_of(fault);
 }
 
+// Strictly, and by the engine alone.
+TEST(Encoding, OfNothingNeedsNoOutput) {
+    size_t empty = 0;
+    for (size_t i = 0; i < tlvmsg_type_count(); ++i) {
+        tlvmsg_type type = *tlvmsg_type_at(i);
+        std::vector<uint64_t> record(type.size / sizeof(uint64_t) + 1, UINT64_MAX); // chooses no alternative
+        if (type.min_encoded > 0) {
+            continue;
+        }
+        ++empty;
+        for (const tlvmsg_operations *operations :
+             {type.operations, static_cast<const tlvmsg_operations *>(nullptr)}) {
+            type.operations = operations;
+            size_t written = 1;
+            EXPECT_TRUE(tlvmsg_encode(&type, record.data(), nullptr, 0, &written, nullptr)) << type.name;
+            EXPECT_EQ(written, 0u);
+        }
+    }
+    EXPECT_GT(empty, 0u);
+}
+
 TEST(Encoding, RefusesWhatTheWireCannotSay) {
     zel_mac_addr mac{};
     mac.mac.count = 7;

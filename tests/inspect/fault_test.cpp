@@ -94,6 +94,8 @@ TEST(Fault, NamesTheMissingArgument) {
     EXPECT_STREQ(fault.path, "record");
     EXPECT_FALSE(tlvmsg_resize(nullptr, &record, 1, &fault));
     EXPECT_STREQ(fault.path, "array");
+    EXPECT_FALSE(tlvmsg_encode(type, &record, nullptr, 0, nullptr, &fault));
+    EXPECT_EQ(fault.code, TLVMSG_OUTPUT_FULL);
     EXPECT_FALSE(tlvmsg_size(type, nullptr, nullptr, &fault));
     EXPECT_STREQ(fault.path, "record");
 

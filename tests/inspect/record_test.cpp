@@ -68,6 +68,8 @@ TEST(Records, WithCountsAboveTheCapacityAreReadUpToIt) {
     reinterpret_cast<zel_mac_addr *>(a.data())->mac.count = 65535;
     reinterpret_cast<zel_mac_addr *>(b.data())->mac.count = 65535;
     EXPECT_TRUE(tlvmsg_equal(type, a.data(), b.data()));
+    reinterpret_cast<zel_mac_addr *>(b.data())->mac.count = 6;
+    EXPECT_FALSE(tlvmsg_equal(type, a.data(), b.data()));
     tlvmsg_visitor reader{};
     reader.bytes = [](void *, const tlvmsg_place *, const uint8_t *, size_t size) { EXPECT_EQ(size, 6u); };
     tlvmsg_walk(type, a.data(), &reader, nullptr);
