@@ -99,7 +99,9 @@ std::string values_table(const Type &type, const Alternative &alternative) {
 
 std::string descriptor_accessor(const Type &type) { return "tlvmsg_descriptor_" + type.name; }
 std::string declared_descriptor(const Type &type) { return "TLVMSG_DESCRIPTOR(" + type.name + ")"; }
-std::string typed_operations(const Type &type) { return "TLVMSG_TYPED(" + type.name + ")"; }
+std::string typed_operations(const Type &type) {
+    return (is_array(type) ? "TLVMSG_TYPED_ARRAY(" : "TLVMSG_TYPED(") + type.name + ")";
+}
 
 std::string alternatives_union(const Type &type) { return "tlvmsg_union_of_" + type.name; }
 

@@ -163,12 +163,6 @@ namespace detail {
 
 struct unset {};
 
-template <class T>
-bool fits(tlvmsg_fault &fault) noexcept {
-    const tlvmsg_type &type = traits<T>::type();
-    return type.size == sizeof(T) || tlvmsg_refuse_record(&type, sizeof(T), nullptr, &fault);
-}
-
 } // namespace detail
 
 /*
@@ -425,9 +419,7 @@ std::string_view text(const A &array) noexcept {
 template <array_type A>
 result<std::span<detail::item_t<A>>> resize(A &array, size_t count) noexcept {
     result<std::span<detail::item_t<A>>> resized;
-    if (detail::fits<A>(resized.fault)) {
-        tlvmsg_resize(&traits<A>::type(), &array, count, &resized.fault);
-    }
+    tlvmsg_sized_resize(&traits<A>::type(), sizeof array, &array, count, &resized.fault);
     resized.value = detail::readable(array);
     return resized;
 }

@@ -73,14 +73,10 @@ private:
     }
 
     void number(const tlvmsg_type &type, uint64_t value) {
-        for (uint32_t i = 0; i < type.enumerator_count; ++i) {
-            if (type.enumerators[i].value == value) {
-                text_ += type.enumerators[i].name;
-                return;
-            }
-        }
-        text_ += tlvmsg_type_is_signed(&type) ? std::to_string(static_cast<int64_t>(value))
-                                              : std::to_string(value);
+        const tlvmsg_enumerator *const enumerator = tlvmsg_enumerator_by_value(&type, value);
+        text_ += enumerator != nullptr          ? enumerator->name
+                 : tlvmsg_type_is_signed(&type) ? std::to_string(static_cast<int64_t>(value))
+                                                : std::to_string(value);
     }
 
     void members(const tlvmsg_type &type, const void *record) {

@@ -14,6 +14,7 @@
  *     void     tlvmsg_release_X(X *record)
  *     bool     tlvmsg_copy_X(X *to, const X *from, fault)
  *     bool     tlvmsg_equal_X(const X *a, const X *b)
+ *     bool     tlvmsg_resize_X(X *array, count, fault)                        arrays only; see record.h
  *
  * They do and promise what inspect.h says of the operations without the X. Beyond that each compares the size
  * of the program's record with that of the library's. Where they differ, the program was compiled with another
@@ -38,9 +39,8 @@
  *     const tlvmsg_type *expected[] = {&tlvmsg_type_of_zel_led_control, &tlvmsg_type_of_ifid};
  *
  * What programs share is the address, never a copy (R_*_COPY): so the library may make descriptors longer, and
- * they go on working. Position-dependent code of Clang or of GCC before 12 may ask for a copy all the same,
- * where it names the object; linkers refuse that, as the symbols are protected, and the program writes
- * tlvmsg_descriptor_X() instead, which suits every compiler.
+ * they go on working. Many compilers make a copy of an object that code names itself; linkers refuse that here,
+ * as the symbols are protected, and the program writes tlvmsg_descriptor_X() instead.
  */
 #ifndef TLVMSG_TYPED_H
 #define TLVMSG_TYPED_H
@@ -119,6 +119,12 @@ static inline bool tlvmsg_sized_copy(const tlvmsg_type *type, size_t size, void 
     return tlvmsg_refuse_record(type, size, NULL, fault);
 }
 
+static inline bool tlvmsg_sized_resize(const tlvmsg_type *type, size_t size, void *array, size_t count,
+                                       tlvmsg_fault *fault) {
+    return type->size == size ? tlvmsg_resize(type, array, count, fault)
+                              : tlvmsg_refuse_record(type, size, NULL, fault);
+}
+
 static inline bool tlvmsg_sized_equal(const tlvmsg_type *type, size_t size, const void *a, const void *b) {
     return type->size == size && tlvmsg_equal(type, a, b);
 }
@@ -126,21 +132,14 @@ static inline bool tlvmsg_sized_equal(const tlvmsg_type *type, size_t size, cons
 /* ---- For one type, by name ------------------------------------------------------------------------------- */
 
 /*
- * The descriptor of X is an object in the library, and what names it as if it were in the program makes the
- * linker copy it there, with the size that it has that day. GCC can be told; for all compilers alike the address
- * is read from a variable, which the loader fills in. Volatile, so that no optimizer names the object after all.
+ * The descriptor of X is an object in the library, and code that names it as if it were in the program makes the
+ * linker copy it there, with the size that it has that day. So the address is read from a variable, which the
+ * loader fills in; volatile, so that no optimizer names the object after all. (The attribute
+ * nodirect_extern_access would spare the variable, but marks the whole program, which then cannot even use
+ * stdout unless all of it is compiled in that way.)
  */
-#if defined(__has_attribute)
-#if __has_attribute(nodirect_extern_access)
-#define TLVMSG_NEVER_COPIED __attribute__((nodirect_extern_access))
-#endif
-#endif
-#ifndef TLVMSG_NEVER_COPIED
-#define TLVMSG_NEVER_COPIED
-#endif
-
 #define TLVMSG_DESCRIPTOR(X)                                                                                 \
-    extern const tlvmsg_type tlvmsg_type_of_##X TLVMSG_NEVER_COPIED;                                         \
+    extern const tlvmsg_type tlvmsg_type_of_##X;                                                             \
     static inline const tlvmsg_type *tlvmsg_descriptor_##X(void) {                                           \
         static const tlvmsg_type *volatile address = &tlvmsg_type_of_##X;                                    \
         return address;                                                                                      \
@@ -180,6 +179,12 @@ static inline bool tlvmsg_sized_equal(const tlvmsg_type *type, size_t size, cons
         return tlvmsg_sized_equal(tlvmsg_descriptor_##X(), sizeof *a, a, b);                                 \
     }
 
+#define TLVMSG_TYPED_ARRAY(X)                                                                                \
+    TLVMSG_TYPED(X)                                                                                          \
+    static inline bool tlvmsg_resize_##X(struct X *array, size_t count, tlvmsg_fault *fault) {               \
+        return tlvmsg_sized_resize(tlvmsg_descriptor_##X(), sizeof *array, array, count, fault);             \
+    }
+
 TLVMSG_DESCRIPTOR(char)
 TLVMSG_DESCRIPTOR(uint8)
 TLVMSG_DESCRIPTOR(int8)
@@ -190,6 +195,9 @@ TLVMSG_DESCRIPTOR(int32)
 TLVMSG_DESCRIPTOR(uint64)
 TLVMSG_DESCRIPTOR(int64)
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

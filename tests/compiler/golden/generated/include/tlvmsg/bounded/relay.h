@@ -14,11 +14,11 @@ extern "C" {
 #endif
 
 TLVMSG_DESCRIPTOR(relay_state)
-TLVMSG_TYPED(relay_states_array)
-TLVMSG_TYPED(relay_levels_array)
-TLVMSG_TYPED(relay_label_array)
-TLVMSG_TYPED(relay_note_array)
-TLVMSG_TYPED(relay_history_array)
+TLVMSG_TYPED_ARRAY(relay_states_array)
+TLVMSG_TYPED_ARRAY(relay_levels_array)
+TLVMSG_TYPED_ARRAY(relay_label_array)
+TLVMSG_TYPED_ARRAY(relay_note_array)
+TLVMSG_TYPED_ARRAY(relay_history_array)
 TLVMSG_TYPED(relay_detail_union)
 TLVMSG_TYPED(relay)
 TLVMSG_DESCRIPTOR(relay_own_union)
