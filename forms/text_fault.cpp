@@ -9,8 +9,8 @@ namespace tlvmsg::forms {
 namespace {
 
 constexpr const char *code_names[] = {
-    "ok",       "syntax",     "wrong-value",  "unknown-name",  "duplicate-name",
-    "too-many", "not-chosen", "memory-limit", "out-of-memory", "null-argument"};
+    "ok",         "syntax",       "wrong-value",   "unknown-name",  "duplicate-name", "too-many",
+    "not-chosen", "memory-limit", "out-of-memory", "null-argument", "record-size"};
 static_assert(std::size(code_names) == TLVMSG_TEXT_CODE_COUNT, "a name for each code");
 
 // Cut to the buffer.

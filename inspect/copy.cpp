@@ -2,6 +2,8 @@
 #include "field.h"
 #include "place.h"
 
+#include "runtime/operations.h"
+
 using namespace tlvmsg::inspect;
 
 namespace {
@@ -11,6 +13,9 @@ namespace {
 class Separation {
 public:
     void separate(const tlvmsg_type &type, void *copy) {
+        if (type.operations != nullptr && !type.operations->allocates) {
+            return;
+        }
         switch (type.kind) {
         case TLVMSG_SCALAR:
         case TLVMSG_ENUMERATION:

@@ -87,6 +87,7 @@ typedef enum tlvmsg_text_code {
     TLVMSG_TEXT_MEMORY_LIMIT,   /* the record's blocks would exceed limits->allocation */
     TLVMSG_TEXT_OUT_OF_MEMORY,  /* there is no more memory */
     TLVMSG_TEXT_NULL_ARGUMENT,  /* null where an object is needed; the path is the argument's name */
+    TLVMSG_TEXT_RECORD_SIZE,    /* the program has another record than the library; from tlvmsg_json.hpp */
     TLVMSG_TEXT_CODE_COUNT
 } tlvmsg_text_code;
 

@@ -132,12 +132,12 @@ struct fault : tlvmsg_fault {
 };
 
 /* A value, or the fault because of which there is none; which of them is for operator bool to say. */
-template <class T>
+template <class T, class Fault = fault>
 struct [[nodiscard]] result {
     T value;
-    tlvmsg::fault fault;
+    Fault fault;
 
-    explicit operator bool() const noexcept { return fault.code == TLVMSG_OK; }
+    explicit operator bool() const noexcept { return fault.code == 0; }
     T &operator*() &noexcept { return value; }
     const T &operator*() const &noexcept { return value; }
     T &&operator*() &&noexcept { return static_cast<T &&>(value); }

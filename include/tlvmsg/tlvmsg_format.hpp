@@ -140,6 +140,9 @@ std::string to_string(const owned<T> &record) {
 inline std::string to_string(const line &line) { return line.c_str(); }
 inline std::string to_string(const fault &fault) { return fault.text().c_str(); }
 
+struct text_fault;
+std::string to_string(const text_fault &fault); /* in tlvmsg_json.hpp */
+
 template <class T>
 concept printable = requires(const T &value) {
     tlvmsg::to_string(value);

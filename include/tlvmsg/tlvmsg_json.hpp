@@ -1,0 +1,82 @@
+/*
+ * tlvmsg_json.hpp - records as JSON and back, in C++20.
+ *
+ *     std::cout << *tlvmsg::to_json(request, {.indent = 2, .level = 0}) << '\n';
+ *     auto led = tlvmsg::from_json<zel_led_control>(R"({"slot": 2, "port": 5, "color": 3})");
+ *     if (!led) {
+ *         std::cerr << led.fault.text() << '\n';
+ *     }
+ *
+ * What the JSON looks like, and what is promised of any text, is said in forms.h. Programs link tlvmsg_forms.
+ */
+#ifndef TLVMSG_TLVMSG_JSON_HPP
+#define TLVMSG_TLVMSG_JSON_HPP
+
+#include <tlvmsg/forms.h>
+#include <tlvmsg/tlvmsg.hpp>
+
+#include <string>
+
+namespace tlvmsg {
+
+/* Why a text was refused, or could not be made. */
+struct text_fault : tlvmsg_text_fault {
+    text_fault() noexcept : tlvmsg_text_fault() {}
+
+    std::string_view name() const noexcept { return tlvmsg_text_code_name(code); } /* "unknown-name" */
+
+    /* "error[unknown-name]: $: no member "colour", did you mean 'color'? in line 1, column 13" */
+    std::string text() const {
+        return "error[" + std::string(name()) + "]: " + path + ": " + message + " in line " +
+               std::to_string(line) + ", column " + std::to_string(column);
+    }
+};
+
+/* So that tlvmsg_format.hpp prints it. */
+inline std::string to_string(const text_fault &fault) { return fault.text(); }
+
+namespace detail {
+
+/* Whether the program's record is the library's. */
+template <record_type T>
+bool fits(text_fault &fault) noexcept {
+    tlvmsg_fault why;
+    if (traits<T>::type().size == sizeof(T)) {
+        return true;
+    }
+    tlvmsg_refuse_record(&traits<T>::type(), sizeof(T), nullptr, &why);
+    fault.code = TLVMSG_TEXT_RECORD_SIZE;
+    fault.line = fault.column = 1;
+    fault.path[0] = '$';
+    tlvmsg_fault_message(&why, fault.message, sizeof fault.message);
+    return false;
+}
+
+} // namespace detail
+
+template <record_like R>
+result<std::string, text_fault> to_json(const R &record, const tlvmsg_json_options &options = {}) {
+    result<std::string, text_fault> written;
+    char *text = nullptr;
+    size_t length = 0;
+    if (detail::fits<detail::record_t<R>>(written.fault) &&
+        tlvmsg_to_json(detail::type_of<R>(), &detail::raw(record), &options, &text, &length,
+                       &written.fault)) {
+        written.value.assign(text, length);
+        tlvmsg_free(text);
+    }
+    return written;
+}
+
+template <record_type T>
+result<owned<T>, text_fault> from_json(std::string_view text, const tlvmsg_limits &limits = {}) noexcept {
+    result<owned<T>, text_fault> read;
+    if (detail::fits<T>(read.fault)) {
+        tlvmsg_from_json(&traits<T>::type(), text.data(), text.size(), &limits, &*read.value, &read.fault);
+    }
+    return read;
+}
+
+} // namespace tlvmsg
+
+#endif

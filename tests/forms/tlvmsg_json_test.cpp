@@ -1,0 +1,50 @@
+// JSON as C++ programs read and write it; what it looks like is tested in json_test.cpp.
+#include <tlvmsg/common.hpp>
+#include <tlvmsg/tlvmsg_format.hpp>
+#include <tlvmsg/tlvmsg_json.hpp>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+// An if_name of a program that was compiled with another header.
+struct Outdated {
+    uint8_t value;
+};
+
+template <>
+struct tlvmsg::traits<Outdated> : tlvmsg::traits<if_name> {};
+
+namespace tlvmsg_test {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+TEST(TlvmsgJson, ReadsWhatItWrites) {
+    tlvmsg::owned<if_name> name;
+    ASSERT_TRUE(tlvmsg::assign(name->name, "eth0"));
+    const auto text = tlvmsg::to_json(name);
+    ASSERT_TRUE(text);
+    EXPECT_EQ(*text, R"({"name":"eth0"})");
+    const auto read = tlvmsg::from_json<if_name>(*text);
+    ASSERT_TRUE(read);
+    EXPECT_TRUE(*read == name);
+
+    const auto refused = tlvmsg::from_json<if_name>(R"({"nane": "eth0"})");
+    std::ostringstream printed;
+    printed << refused.fault;
+    EXPECT_EQ(refused.fault.name(), "unknown-name"sv);
+    EXPECT_EQ(printed.str(),
+              "error[unknown-name]: $: no member \"nane\", did you mean 'name'? in line 1, column 2");
+    EXPECT_EQ(tlvmsg::from_json<if_name>(*text, {1, false}).fault.code, TLVMSG_TEXT_MEMORY_LIMIT);
+}
+
+TEST(TlvmsgJson, RefusesRecordsOfAnotherHeader) {
+    EXPECT_EQ(tlvmsg::from_json<Outdated>("{}").fault.code, TLVMSG_TEXT_RECORD_SIZE);
+    EXPECT_EQ(tlvmsg::to_json(Outdated{}).fault.name(), "record-size"sv);
+}
+
+} // namespace
+
+} // namespace tlvmsg_test
