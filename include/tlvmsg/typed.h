@@ -65,10 +65,6 @@ extern "C" {
  */
 bool tlvmsg_refuse_record(const tlvmsg_type *type, size_t size, size_t *result, tlvmsg_fault *fault);
 
-#ifdef __GNUC__
-#pragma GCC visibility pop
-#endif
-
 static inline bool tlvmsg_sized_decode(const tlvmsg_type *type, size_t size, const uint8_t *in, size_t in_len,
                                        const tlvmsg_limits *limits, void *record, size_t *consumed,
                                        tlvmsg_fault *fault) {
