@@ -21,19 +21,21 @@ WORK = ROOT / "build/mutate"
 TREE, BUILD = WORK / "tree", WORK / "build"
 
 CODEC_TESTS = [f"bin/{name}_test" for name in ("runtime", "structure", "message", "array", "dynamic_array", "union",
-                                               "vectors", "property", "inspect")]
+                                               "vectors", "inspect", "property", "fast_path")]
 FOLDERS = {  # what a folder's sources make, and what is run to test it, the likely killers first
-    "runtime": ("lib/libtlvmsg.so", CODEC_TESTS + ["bin/fast_path_test"]),
-    "rules": ("lib/libtlvmsg.so", CODEC_TESTS + ["bin/fast_path_test"]),
-    "inspect": ("lib/libtlvmsg_inspect.so", ["bin/inspect_test", "bin/property_test", "bin/tool_test"]),
-    "tools": ("bin/tlv", ["bin/tool_test", "ctest -R ^cli_"]),
-    "compiler": ("bin/tlvc", ["bin/compiler_tests", "bin/compiler_command_tests", "ctest -R random_schema.[12]$"]),
+    "runtime": (["lib/libtlvmsg.so", "lib/libtlvmsg_inspect.so"], CODEC_TESTS),
+    "rules": (["lib/libtlvmsg.so", "lib/libtlvmsg_inspect.so"], CODEC_TESTS),
+    "inspect": (["lib/libtlvmsg_inspect.so"], ["bin/inspect_test", "bin/property_test", "bin/typed_test", "bin/forms_test",
+                                               "bin/tool_test"]),
+    "forms": (["lib/libtlvmsg_forms.so"], ["bin/forms_test", "ctest -R ^cli_"]),
+    "tools": (["bin/tlv"], ["bin/tool_test", "ctest -R ^cli_"]),
+    "compiler": (["bin/tlvc"], ["bin/compiler_tests", "bin/compiler_command_tests", "ctest -R random_schema.[12]$"]),
 }
-# Codecs are compiled in every family. Most mutants are noticed when only these objects, quick to compile, have them.
-OBJECTS = "CMakeFiles/tlvmsg_objects.dir"
-QUICK_OBJECTS = [f"{OBJECTS}/{name}.cpp.o" for name in (
-    "runtime/element", "runtime/memory", "runtime/scalars", "src/common_codecs", "src/qos_codecs", "src/server_codecs",
-    "src/switch_codecs", "src/voice_codecs")]
+# Rules are compiled in every family, by two libraries. Most mutants are noticed when only these objects, quick to
+# compile, have them.
+OBJECTS = {"lib/libtlvmsg.so": "CMakeFiles/tlvmsg_objects.dir",
+           "lib/libtlvmsg_inspect.so": "inspect/CMakeFiles/tlvmsg_bounded_objects.dir"}
+QUICK = re.compile(r"/(runtime/\w+|(common|qos|server|switch|voice)_(codecs|bounded))\.cpp\.o$")
 
 TOKENS = re.compile(r"""
       (?P<skipped> //[^\n]* | /\*.*?\*/ | "(?:\\.|[^"\\\n])*" | '(?:\\.|[^'\\\n])*' | static_assert\(.*?\);
@@ -95,9 +97,11 @@ def run(command, limit=None):
 
 class Builder:
     def __init__(self, folder, jobs):
-        self.product, self.tests = FOLDERS[folder]
+        self.products, self.tests = FOLDERS[folder]
         self.jobs = jobs
         self.of_codecs = folder in ("rules", "runtime")
+        self.quick_objects = []
+        self.quick_links = []
 
     def base(self):
         """Builds what there is and sees that nothing fails without a mutant."""
@@ -106,9 +110,9 @@ class Builder:
         run(["cmake", "-G", "Ninja", "-S", TREE, "-B", BUILD, "-DCMAKE_BUILD_TYPE=Release",
              "-DCMAKE_C_FLAGS_RELEASE=-O1", "-DCMAKE_CXX_FLAGS_RELEASE=-O1",
              "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"])
-        if not self.ninja([self.product]):
+        if not self.ninja(self.products):
             sys.exit(f"mutate: 'ninja -C {BUILD}' fails without a mutant")
-        self.sound = (BUILD / self.product).read_bytes()
+        self.sound = self.made()
         self.limits = {}
         for test in self.tests:
             start = time.monotonic() if self.build(test) else None
@@ -116,13 +120,27 @@ class Builder:
                 sys.exit(f"mutate: {test} fails without a mutant")
             self.limits[test] = 10 * (time.monotonic() - start) + 20
         if self.of_codecs:
-            shutil.copytree(BUILD / OBJECTS, WORK / "objects", dirs_exist_ok=True)
-            commands = subprocess.run(["ninja", "-t", "commands", "lib/libtlvmsg.so"], cwd=BUILD, text=True,
-                                      capture_output=True, check=True).stdout.splitlines()
-            link = next(line for line in commands if " -shared " in line and "libtlvmsg.so.1." in line)
-            for each in QUICK_OBJECTS:  # what several objects define is taken from the first
-                link = link.replace(" " + each, "")
-            self.quick_link = re.sub(r"(-o \S+)", r"\1 " + " ".join(QUICK_OBJECTS), link, count=1)
+            self.copy_objects(BUILD, WORK / "objects")
+            for library in self.products:
+                self.prepare_quick(library)
+
+    def made(self):
+        return [(BUILD / product).read_bytes() for product in self.products]
+
+    @staticmethod
+    def copy_objects(origin, target):
+        for directory in OBJECTS.values():
+            shutil.copytree(origin / directory, target / directory, dirs_exist_ok=True)
+
+    def prepare_quick(self, library):
+        commands = subprocess.run(["ninja", "-t", "commands", library], cwd=BUILD, text=True, capture_output=True,
+                                  check=True).stdout.splitlines()
+        link = next(line for line in commands if " -shared " in line and f"/{pathlib.Path(library).name}." in line)
+        quick = [word for word in link.split() if word.startswith(OBJECTS[library]) and QUICK.search(word)]
+        for each in quick:  # what several objects define is taken from the first
+            link = link.replace(" " + each, "")
+        self.quick_objects += quick
+        self.quick_links.append(re.sub(r"(-o \S+)", r"\1 " + " ".join(quick), link, count=1))
 
     def ninja(self, targets):
         return run(["ninja", "-j", str(self.jobs), *targets])
@@ -141,18 +159,18 @@ class Builder:
     def noticed(self):
         """Whether any test fails; None when there is no mutant: it does not compile, or to nothing else."""
         if self.of_codecs:
-            if not self.ninja(QUICK_OBJECTS):
+            if not self.ninja(self.quick_objects):
                 return None
             others = [test for test in self.tests if test != "bin/fast_path_test"]  # which has codecs of its own
-            if not run(self.quick_link) or not all(map(self.passes, others)):
+            if not all(map(run, self.quick_links)) or not all(map(self.passes, others)):
                 return True
-        if not self.ninja([self.product]):
+        if not self.ninja(self.products):
             return None
         noticed = None
-        if (BUILD / self.product).read_bytes() != self.sound:
+        if self.made() != self.sound:
             noticed = not all(self.build(test) and self.passes(test) for test in self.tests)
         if self.of_codecs:
-            shutil.copytree(WORK / "objects", BUILD / OBJECTS, dirs_exist_ok=True)
+            self.copy_objects(WORK / "objects", BUILD)
         return noticed
 
 
