@@ -1,6 +1,6 @@
 #include "diagnostics.h"
 
-#include "suggest.h"
+#include "base/suggest.h"
 
 #include <algorithm>
 #include <array>
@@ -235,7 +235,7 @@ const CatalogueEntry &entry(Fault fault) { return entries[static_cast<size_t>(fa
 std::string code(Fault fault) { return fmt::format("T{:03}", static_cast<size_t>(fault)); }
 
 Diagnostic &Diagnostic::suggest(std::string_view name, const std::vector<std::string_view> &candidates) {
-    if (std::string meant = did_you_mean(name, candidates); !meant.empty()) {
+    if (std::string meant = tlvmsg::base::did_you_mean(name, candidates); !meant.empty()) {
         help(std::move(meant));
     }
     return *this;

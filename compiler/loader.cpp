@@ -1,5 +1,6 @@
 #include "loader.h"
 
+#include "base/files.h"
 #include "cycles.h"
 #include "parser.h"
 #include "reserved.h"
@@ -31,7 +32,7 @@ private:
         auto [known, is_new] = known_.try_emplace(canonical, sources_.size());
         uint32_t file = known->second;
         if (is_new) {
-            sources_.add(path.lexically_normal().string(), read_file(path.string()));
+            sources_.add(path.lexically_normal().string(), tlvmsg::base::read_file(path.string()));
             program_.units.push_back(
                 {parse(sources_, file, faults_), canonical, canonical.parent_path().filename().string(), {}});
             open_imports(file);

@@ -1,8 +1,8 @@
 // The command line of the schema compiler.
+#include "base/files.h"
 #include "compile.h"
 #include "emit.h"
 #include "format.h"
-#include "output.h"
 #include "parser.h"
 #include "reporter.h"
 
@@ -15,6 +15,7 @@
 namespace {
 
 using namespace tlvc;
+using namespace tlvmsg::base;
 
 enum ExitCode { Fine = 0, FaultsFound = 1, BadUsage = 2, IoFailure = 4 };
 

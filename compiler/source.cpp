@@ -1,11 +1,6 @@
 #include "source.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace tlvc {
 
@@ -41,17 +36,6 @@ Span Sources::line(uint32_t file, uint32_t offset) const {
         --end;
     }
     return {file, begin, static_cast<uint32_t>(end)};
-}
-
-std::string read_file(const std::string &path) {
-    if (std::filesystem::is_directory(path)) {
-        throw IoError("cannot read '" + path + "': it is a directory");
-    }
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
-        throw IoError("cannot read '" + path + "': " + std::strerror(errno));
-    }
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
 size_t character_count(std::string_view utf8) {

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <deque>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,11 +14,6 @@ struct Span {
     uint32_t file = 0; // in the order of loading
     uint32_t begin = 0;
     uint32_t end = 0;
-};
-
-// A file that the user named cannot be read or written. What is wrong inside a file is a Diagnostic instead.
-struct IoError : std::runtime_error {
-    using std::runtime_error::runtime_error;
 };
 
 struct Position {
@@ -53,7 +47,6 @@ private:
     std::deque<File> files_;
 };
 
-std::string read_file(const std::string &path); // throws IoError
 size_t character_count(std::string_view utf8);
 
 } // namespace tlvc

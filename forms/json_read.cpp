@@ -3,7 +3,7 @@
 #include "fields.h"
 #include "text_fault.h"
 
-#include "compiler/suggest.h"
+#include "base/suggest.h"
 
 #include <nlohmann/json.hpp>
 
@@ -467,7 +467,7 @@ void Reader::check_choice(Open &object, const Name &selector, uint64_t value) {
 // ---- Faults ----
 
 void Reader::fail_name(const std::string &what, const std::string &name, const Names &names) const {
-    const std::string hint = tlvc::did_you_mean(name, names);
+    const std::string hint = base::did_you_mean(name, names);
     fail(TLVMSG_TEXT_UNKNOWN_NAME, "no " + what + " " + quoted(name) + (hint.empty() ? "" : ", " + hint));
 }
 

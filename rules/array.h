@@ -22,7 +22,7 @@ inline bool is_array_prefix(const uint8_t *in, uint16_t size, uint16_t count) {
 
 struct ArrayPrefix {
     uint16_t count = 0;             // 0 when the count's element is not a uint16
-    const uint8_t *items = nullptr; // null then too: element decoders must not run on what follows
+    const uint8_t *items = nullptr; // behind the count; null then too, when there is nothing to look at
     const uint8_t *end = nullptr;   // null when this is not an array
 };
 

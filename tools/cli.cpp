@@ -4,7 +4,7 @@
 #include "help/generate.h"
 #include "terminal.h"
 
-#include "compiler/suggest.h"
+#include "base/suggest.h"
 
 #include <fmt/format.h>
 
@@ -115,7 +115,7 @@ int Cli::complain_about(const CLI::ParseError &error) const {
     const std::string meant =
         words.empty()
             ? ""
-            : tlvc::did_you_mean(words[0], std::vector<std::string_view>(names.begin(), names.end()));
+            : base::did_you_mean(words[0], std::vector<std::string_view>(names.begin(), names.end()));
     throw Failure(exit_usage,
                   fmt::format("{}; {}", error.what(), meant.empty() ? "see 'tlv --help'" : meant));
 }

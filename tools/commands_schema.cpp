@@ -8,7 +8,7 @@
 #include "show.h"
 #include "terminal.h"
 
-#include "compiler/suggest.h"
+#include "base/suggest.h"
 
 #include <fmt/format.h>
 
@@ -43,7 +43,7 @@ int explain(const std::string &code) {
     const std::string text = code_text(code);
     if (text.empty()) {
         const std::string meant =
-            tlvc::did_you_mean(code, std::vector<std::string_view>(names.begin(), names.end()));
+            base::did_you_mean(code, std::vector<std::string_view>(names.begin(), names.end()));
         throw Failure(exit_usage, fmt::format("no code is called '{}'; {}", code,
                                               meant.empty() ? "'tlv explain' lists them all" : meant));
     }

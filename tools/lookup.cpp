@@ -2,7 +2,7 @@
 
 #include "failure.h"
 
-#include "compiler/suggest.h"
+#include "base/suggest.h"
 
 #include <fmt/format.h>
 
@@ -34,7 +34,7 @@ std::string suggestion(std::string_view name) {
     for (size_t i = 0; i < tlvmsg_type_count(); ++i) {
         names.emplace_back(tlvmsg_type_at(i)->name);
     }
-    const std::string meant = tlvc::did_you_mean(name, names);
+    const std::string meant = base::did_you_mean(name, names);
     return meant.empty() ? "'tlv types' lists them all" : meant;
 }
 

@@ -1,7 +1,7 @@
 // Every fault of the catalogue has a bad example in diagnostics/: a file, or a directory of files, with all
 // that is printed about it beside it. Paths in there are relative to that directory.
+#include "base/suggest.h"
 #include "reporter.h"
-#include "suggest.h"
 #include "support.h"
 
 #include <algorithm>
@@ -126,12 +126,13 @@ TEST(Rendering, colour_changes_nothing_else) {
 }
 
 TEST(Suggestion, is_the_nearest_name_or_none) {
-    EXPECT_EQ(nearest("zel_led_colour", {"zel_led_control", "zel_led_color", "led_color"}), "zel_led_color");
-    EXPECT_EQ(nearest("unit8", {"int8", "uint8", "uint16"}), "uint8") << "a swap is one slip";
-    EXPECT_EQ(nearest("ab", {"xy", "completely_different"}), "");
-    EXPECT_EQ(nearest("slot_c", {"slot_b", "slot_a", "slot_d"}), "slot_a")
+    EXPECT_EQ(tlvmsg::base::nearest("zel_led_colour", {"zel_led_control", "zel_led_color", "led_color"}),
+              "zel_led_color");
+    EXPECT_EQ(tlvmsg::base::nearest("unit8", {"int8", "uint8", "uint16"}), "uint8") << "a swap is one slip";
+    EXPECT_EQ(tlvmsg::base::nearest("ab", {"xy", "completely_different"}), "");
+    EXPECT_EQ(tlvmsg::base::nearest("slot_c", {"slot_b", "slot_a", "slot_d"}), "slot_a")
         << "whatever the order of the candidates";
-    EXPECT_EQ(nearest("x", {}), "");
+    EXPECT_EQ(tlvmsg::base::nearest("x", {}), "");
 }
 
 } // namespace

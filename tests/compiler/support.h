@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/files.h"
 #include "compile.h"
 #include "parser.h"
 
@@ -9,6 +10,9 @@
 #include <unistd.h>
 
 namespace tlvc {
+
+using tlvmsg::base::IoError;
+using tlvmsg::base::read_file;
 
 inline const std::filesystem::path data_directory = COMPILER_TEST_DATA;
 

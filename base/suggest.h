@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tlvc {
+namespace tlvmsg::base {
 
 // The candidate that a mistyped name most likely meant, or nothing when none is near. Of equally near ones
 // the first in alphabetical order.
@@ -13,4 +13,4 @@ std::string_view nearest(std::string_view name, const std::vector<std::string_vi
 // "did you mean 'x'?", or nothing.
 std::string did_you_mean(std::string_view name, const std::vector<std::string_view> &candidates);
 
-} // namespace tlvc
+} // namespace tlvmsg::base

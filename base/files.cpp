@@ -1,15 +1,25 @@
-#include "output.h"
-
-#include "source.h"
+#include "files.h"
 
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
-namespace tlvc {
+namespace tlvmsg::base {
 
 namespace fs = std::filesystem;
+
+std::string read_file(const std::string &path) {
+    if (std::filesystem::is_directory(path)) {
+        throw IoError("cannot read '" + path + "': it is a directory");
+    }
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        throw IoError("cannot read '" + path + "': " + std::strerror(errno));
+    }
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
 
 void write_if_changed(const std::string &path, const std::string &text) {
     std::error_code error;
@@ -30,4 +40,4 @@ void write_if_changed(const std::string &path, const std::string &text) {
     }
 }
 
-} // namespace tlvc
+} // namespace tlvmsg::base

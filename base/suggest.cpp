@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace tlvc {
+namespace tlvmsg::base {
 
 namespace {
 
@@ -53,4 +53,4 @@ std::string did_you_mean(std::string_view name, const std::vector<std::string_vi
     return found.empty() ? "" : "did you mean '" + std::string(found) + "'?";
 }
 
-} // namespace tlvc
+} // namespace tlvmsg::base
