@@ -3,8 +3,6 @@
 #include "fields.h"
 #include "text_fault.h"
 
-#include "base/suggest.h"
-
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -21,23 +19,10 @@ using Json = nlohmann::json;
 
 // ---- Words -------------------------------------------------------------------------------------------
 
-constexpr size_t longest_quote = 60;
-
-std::string cut(std::string text, size_t longest) {
-    if (text.size() > longest) {
-        text.resize(longest);
-        text += "...";
-    }
-    return text;
-}
-
-// Text from the input, fit for a message of one line.
-std::string quoted(const std::string &text) { return cut(Json(text).dump(-1, ' ', true), longest_quote); }
-
 // Without the parser's own prefix.
 std::string syntax_message(const Json::exception &error) {
     std::string message = error.what();
-    message = cut(message.substr(message.find("] ") + 2), 4 * longest_quote);
+    message = cut(message.substr(message.find("] ") + 2), 240);
     std::replace_if(
         message.begin(), message.end(), [](char c) { return c < 0x20 || c > 0x7e; }, '?');
     return "not JSON: " + message;
@@ -232,7 +217,7 @@ private:
         bool negative = false;
         uint64_t number = 0; // sign-extended when negative
 
-        std::string described() const { return text ? quoted(*text) : cut(written, longest_quote); }
+        std::string described() const { return text ? quoted(*text) : cut(written); }
     };
 
     // An array or object whose end is to come.
@@ -274,8 +259,6 @@ private:
     void resize(const Target &array, size_t count);
     void choose(Open &object, const Name &alternative);
     void check_choice(Open &object, const Name &selector, uint64_t value);
-    using Names = std::vector<std::string_view>;
-    [[noreturn]] void fail_name(const std::string &what, const std::string &name, const Names &names) const;
     [[noreturn]] void fail(tlvmsg_text_code code, const std::string &message) const;
     [[noreturn]] void fail_value(const Target &target, const std::string &found) const {
         fail(TLVMSG_TEXT_WRONG_VALUE, "found " + found + ", expected " + target.expected());
@@ -311,11 +294,11 @@ bool Reader::scalar(const Found &found) {
 void Reader::read_name(const Target &target, const std::string &name) {
     const tlvmsg_enumerator *const named = tlvmsg_enumerator_by_name(target.type, name.c_str());
     if (named == nullptr || named->name != name) { // which may have a zero byte in it
-        Names names;
+        std::vector<std::string_view> names;
         for (uint32_t i = 0; i < target.type->enumerator_count; ++i) {
             names.emplace_back(target.type->enumerators[i].name);
         }
-        fail_name("value", name, names);
+        fail(TLVMSG_TEXT_UNKNOWN_NAME, no_such("value", name, names));
     }
     read_number(target, {"", nullptr, true, false, named->value});
 }
@@ -389,11 +372,11 @@ bool Reader::key(const std::string &text) {
         return other.seen && (other.target.role == Role::hex) != (found->target.role == Role::hex);
     };
     if (found == object.names.end() || std::any_of(object.names.begin(), object.names.end(), excludes)) {
-        Names names;
+        std::vector<std::string_view> names;
         for (const Name &each : object.names) {
             names.emplace_back(each.text == text ? "" : each.text);
         }
-        fail_name("member", text, names);
+        fail(TLVMSG_TEXT_UNKNOWN_NAME, no_such("member", text, names));
     }
     if (found->seen) {
         fail(TLVMSG_TEXT_DUPLICATE_NAME, "member " + quoted(text) + " is there twice");
@@ -465,11 +448,6 @@ void Reader::check_choice(Open &object, const Name &selector, uint64_t value) {
 }
 
 // ---- Faults ----
-
-void Reader::fail_name(const std::string &what, const std::string &name, const Names &names) const {
-    const std::string hint = base::did_you_mean(name, names);
-    fail(TLVMSG_TEXT_UNKNOWN_NAME, "no " + what + " " + quoted(name) + (hint.empty() ? "" : ", " + hint));
-}
 
 void Reader::fail(tlvmsg_text_code code, const std::string &message) const {
     std::string path = "$";

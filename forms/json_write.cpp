@@ -3,7 +3,6 @@
 #include "text_fault.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstring>
 #include <new>
 #include <span>
@@ -49,10 +48,9 @@ private:
             text_ += '"';
             text_ += named->name;
             text_ += '"';
-        } else if (tlvmsg_type_is_signed(type)) {
-            digits(static_cast<int64_t>(value));
         } else {
-            digits(value);
+            const bool is_signed = tlvmsg_type_is_signed(type);
+            text_ += is_signed ? std::to_string(static_cast<int64_t>(value)) : std::to_string(value);
         }
     }
 
@@ -95,7 +93,7 @@ private:
     void missing_items(uint64_t count) {
         open('{');
         key("count");
-        digits(count);
+        text_ += std::to_string(count);
         key("items");
         text_ += "null";
         close('}');
@@ -126,12 +124,6 @@ private:
             text_ += static_cast<char>(byte);
         }
         text_ += '"';
-    }
-
-    template <class T>
-    void digits(T number) {
-        char buffer[20];
-        text_.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, number).ptr);
     }
 
     // ---- Layout ----

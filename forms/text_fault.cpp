@@ -1,5 +1,9 @@
 #include "text_fault.h"
 
+#include "base/suggest.h"
+
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <cstring>
 #include <iterator>
@@ -22,6 +26,22 @@ void copy(std::string_view text, char (&buffer)[Size]) {
 }
 
 } // namespace
+
+std::string cut(std::string text, size_t longest) {
+    if (text.size() > longest) {
+        text.resize(longest);
+        text += "...";
+    }
+    return text;
+}
+
+std::string quoted(const std::string &text) { return cut(nlohmann::json(text).dump(-1, ' ', true)); }
+
+std::string no_such(const std::string &what, const std::string &name,
+                    const std::vector<std::string_view> &names) {
+    const std::string hint = base::did_you_mean(name, names);
+    return "no " + what + " " + quoted(name) + (hint.empty() ? "" : ", " + hint);
+}
 
 void give(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view path, std::string_view message) {
     if (wanted != nullptr) {

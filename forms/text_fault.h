@@ -6,6 +6,7 @@
 #include <exception>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tlvmsg::forms {
 
@@ -15,6 +16,19 @@ struct TextFault {
     std::string path;
     std::string message;
 };
+
+// ---- Words for messages, which are one line of printable ASCII ----
+
+std::string cut(std::string text, size_t longest = 60);
+
+// Text from the input, in quotes.
+std::string quoted(const std::string &text);
+
+// 'no member "colour", did you mean 'color'?'
+std::string no_such(const std::string &what, const std::string &name,
+                    const std::vector<std::string_view> &names);
+
+// ---- At the border ----
 
 // Stores a fault for a caller who may not want it. Allocates nothing.
 void give(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view path, std::string_view message);

@@ -3,7 +3,8 @@
  *
  * Works on records, by descriptors, over the bounded library alone, so one function serves all types:
  *
- *     scalars, enumerations   numbers, all 64 bits of them; values of enumerations that have a name by that: "dhcp"
+ *     scalars                 numbers, all 64 bits of them
+ *     enumerations            numbers, or "dhcp" where the value has a name
  *     structures, messages    objects, members in the order of the wire
  *     arrays                  arrays; a count is not a member, since the length says it
  *     byte arrays             text when every byte is printable ASCII, otherwise {"hex": "00ff"}
@@ -13,12 +14,13 @@
  *     a dynamic array that counts items but has none, as a decoder leaves one that is absent:
  *                             {"count": 5, "items": null}
  *
- * Writing says everything that the record says, and reading gives a record that tlvmsg_equal finds the same.
- * A count above the capacity is written as the capacity.
+ * Of every record that tlvmsg_decode gives or tlvmsg_encode takes, writing says everything: reading that gives
+ * a record which tlvmsg_equal finds the same. Others may hold a count above the capacity, which is written as
+ * the capacity.
  *
- * Reading takes members in any order, and numbers for values that have names. What is not mentioned is zero and
- * empty. Text may hold more than
- * printable ASCII and stands for its UTF-8 bytes; hexadecimal digits may be upper case. Refused are
+ * Reading takes members in any order, and numbers for values that have names. What is not mentioned is zero
+ * and empty. Text may hold more than printable ASCII and stands for its UTF-8 bytes; hexadecimal digits may be
+ * upper case. Refused are
  *
  *   - what is no JSON, what follows the value but blanks, and zero bytes, wherever they are;
  *   - members and enumerators that the type does not have, and members that are there twice;
@@ -28,12 +30,12 @@
  *
  * Promises, for every text whatsoever:
  *
- *   1. Time is linear in the length of the text and what is allocated.
+ *   1. Time is linear in the text and in the record with its blocks.
  *   2. Arrays and objects nest as the type does, hence at most TLVMSG_MAX_DEPTH deep. What is deeper is
  *      refused where it begins.
  *   3. The record's blocks take at most limits->allocation bytes together, and while one grows, its smaller
  *      predecessor is there as well. Other memory is that of the text's longest string or number, a few
- * times, and of what is open: for each name of an object less than 100 bytes.
+ *      times, and of what is open: for each name that an object may have less than 100 bytes.
  *   4. On failure nothing stays allocated. No exception leaves the library, and running out of memory is a
  *      fault, TLVMSG_TEXT_OUT_OF_MEMORY, like others.
  *
