@@ -113,7 +113,9 @@ private:
 struct fault : tlvmsg_fault {
     fault() noexcept {
         code = TLVMSG_OK;
-        path[0] = '\0';
+        offset = 0;
+        found = allowed = 0;
+        path[0] = '\0'; /* nobody reads the rest of it */
     }
 
     std::string_view name() const noexcept { return tlvmsg_code_name(code); } /* "count-exceeds-capacity" */

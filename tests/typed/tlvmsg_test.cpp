@@ -88,7 +88,7 @@ TEST_F(Tlvmsg, OwnsRecords) {
     auto first = named("eth0");
     auto second = std::move(first);
     EXPECT_EQ(tlvmsg::text(second->name), "eth0"sv);
-    EXPECT_TRUE(tlvmsg::text(first->name).empty()); // NOLINT(bugprone-use-after-move): what is left is said
+    EXPECT_TRUE(tlvmsg::text(first->name).empty()); // NOLINT: what a move leaves is defined
 
     second = named("eth1");
     EXPECT_EQ(osal_double_blocks_out(), 1U);
