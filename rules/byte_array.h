@@ -74,10 +74,9 @@ struct byte_array {
             return nullptr;
         }
         if constexpr (mostly_full) {
-            if (in->count == Capacity) {
-                out = encode_array_prefix(out, array_prefix + Capacity, Capacity);
-                std::memcpy(out, in->bytes, Capacity);
-                return out + Capacity;
+            if (is_full(in)) {
+                put(in, out);
+                return out + presumed_size;
             }
         }
         return Bytes::encode(unbounded(in->bytes), in->count, Capacity, out);
@@ -85,10 +84,9 @@ struct byte_array {
 
     static const uint8_t *decode(const uint8_t *in, record *out) {
         if constexpr (mostly_full) {
-            if (in != nullptr && out != nullptr && is_array_prefix(in, array_prefix + Capacity, Capacity)) {
-                out->count = Capacity;
-                std::memcpy(out->bytes, in + array_prefix, Capacity);
-                return in + array_prefix + Capacity;
+            if (in != nullptr && out != nullptr && is_array_prefix(in, presumed_size, Capacity)) {
+                take(in, out);
+                return in + presumed_size;
             }
         }
         const ArrayPrefix prefix = decode_array_prefix(in);
@@ -107,6 +105,12 @@ struct byte_array {
         } else {
             return Bytes::accept(in, input, Capacity, nullptr, nullptr, 0);
         }
+    }
+
+    static bool is_full(const record *in) { return in->count == Capacity; }
+    static void put(const record *in, uint8_t *out) {
+        out = encode_array_prefix(out, array_prefix + Capacity, Capacity);
+        std::memcpy(out, in->bytes, Capacity);
     }
 
     static uint32_t mismatch(const uint8_t *in) {

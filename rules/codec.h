@@ -15,7 +15,11 @@
 //     mismatch(in)                0 when all headers of the element are what the encoder writes
 //     take(in, record *)          stores the values, once that is known
 //
-// So have those that are presumed to be of one size, to which it is a header, too, that says so.
+// So have those that are presumed to be of one size, to which it is a header, too, that says so. Their
+// encoders have one for records that are:
+//
+//     is_full(const record *)     whether it has that size
+//     put(const record *, out)    stores the element, once that is known
 //
 // Positions are null-transparent: a codec handed a null position gives null. So a sequence of members is a
 // plain chain of calls, and after the first failure the rest of the chain does nothing.
@@ -87,6 +91,23 @@ template <class Codec>
 requires requires { Codec::presumed_size; }
 inline constexpr uint32_t presumed_size<Codec> = Codec::presumed_size;
 
+template <class Codec>
+[[gnu::always_inline]] inline bool is_full(const typename Codec::record *in) {
+    if constexpr (Codec::fixed_size == 0) {
+        return Codec::is_full(in);
+    }
+    return true;
+}
+
+template <class Codec>
+[[gnu::always_inline]] inline void put(const typename Codec::record *in, uint8_t *out) {
+    if constexpr (requires { Codec::put(in, out); }) {
+        Codec::put(in, out);
+    } else {
+        Codec::encode(in, out);
+    }
+}
+
 // Array bounds in record types are capacities, which no codec checks counts against. This hides the bound
 // from the optimizer, which would otherwise assume that no loop or copy passes it.
 template <class T>
@@ -102,7 +123,31 @@ inline size_t hidden(size_t size) {
     return size;
 }
 
-inline void copy(uint8_t *to, const uint8_t *from, size_t size) { std::memcpy(to, from, hidden(size)); }
+// Up to twice as many bytes as WORD has and at least as many: the first and the last ones, which may overlap.
+template <class Word>
+void copy_ends(uint8_t *to, const uint8_t *from, size_t size) {
+    Word first;
+    Word last;
+    std::memcpy(&first, from, sizeof first);
+    std::memcpy(&last, from + size - sizeof last, sizeof last);
+    std::memcpy(to, &first, sizeof first);
+    std::memcpy(to + size - sizeof last, &last, sizeof last);
+}
+
+// Few bytes without a call.
+inline void copy(uint8_t *to, const uint8_t *from, size_t size) {
+    if (size > 16) {
+        std::memcpy(to, from, hidden(size));
+    } else if (size >= 8) {
+        copy_ends<uint64_t>(to, from, size);
+    } else if (size >= 4) {
+        copy_ends<uint32_t>(to, from, size);
+    } else if (size > 0) {
+        to[0] = from[0];
+        to[size / 2] = from[size / 2];
+        to[size - 1] = from[size - 1];
+    }
+}
 inline void clear(void *at, size_t size) { std::memset(at, 0, hidden(size)); }
 
 // Clears a record; a small one in plain stores.

@@ -65,6 +65,15 @@ struct member {
         return place(out) + 1;
     }
 
+    template <class Record>
+    static bool is_full(const Record *in) {
+        return rules::is_full<Codec>(field(in, Path...));
+    }
+    template <class Record>
+    static void put(const Record *in, uint8_t *out) {
+        Use<Codec>::put(field(in, Path...), out);
+    }
+
     static bool covers(const uint8_t *in) { return Codec::covers(in); }
     static uint32_t mismatch(const uint8_t *in) { return Use<Codec>::mismatch(in); }
 

@@ -23,18 +23,30 @@ struct run {
         return fixed_size;
     }
 
-    template <Library For, class Record>
+    template <Library, class Record>
     static uint8_t *encode(const Record *in, uint8_t *out) {
         if (out == nullptr) {
             return nullptr;
         }
-        const auto *items = unbounded(&(in->*First));
-        each<fours>([&](auto i)
-                        __attribute__((always_inline)) { FourWords::encode(items + 4 * i, at(out, 4 * i)); });
-        each<others>([&](auto i) __attribute__((always_inline)) {
-            rules::encode<Codec, For>(items + 4 * fours + i, at(out, 4 * fours + i));
-        });
+        put(in, out);
         return out + fixed_size;
+    }
+
+    template <class Record>
+    static bool is_full(const Record *) {
+        return true;
+    }
+
+    template <class Record>
+    [[gnu::always_inline]] static void put(const Record *in, uint8_t *out) {
+        const auto *items = unbounded(&(in->*First));
+        constexpr uint32_t groups = sizeof(Record) >= wide_from ? fours : 0;
+        each<groups>([&](auto i) __attribute__((always_inline)) {
+            FourWords::encode(items + 4 * i, at(out, 4 * i));
+        });
+        each<Count - 4 * groups>([&](auto i) __attribute__((always_inline)) {
+            Use<Codec>::put(items + 4 * groups + i, at(out, 4 * groups + i));
+        });
     }
 
     template <class Record>
@@ -106,6 +118,11 @@ struct run {
     }
 
 private:
+    // Records of so many bytes are read four fields at a time. The fields of smaller ones, which messages
+    // open with, have mostly just been stored one by one, and wide loads would wait until all of these have
+    // left the store buffer.
+    static constexpr size_t wide_from = 48;
+
     // How many groups of four the run has that go through vectors, and how many elements are left.
     static constexpr uint32_t fours = fast_paths && std::is_same_v<Codec, codec::uint32> ? Count / 4 : 0;
     static constexpr uint32_t others = Count - 4 * fours;

@@ -20,6 +20,9 @@ struct structure {
 
     template <Library For>
     static uint64_t measure(const record *in) {
+        if (is_full(in)) {
+            return presumed_size;
+        }
         return element_size<For>((Members::template measure<For>(in) + ... + uint64_t{header_size}));
     }
 
@@ -28,22 +31,40 @@ struct structure {
         if (in == nullptr || out == nullptr) {
             return nullptr;
         }
-        wire::store32(out,
-                      wire::header(Tag, static_cast<uint16_t>(rules::measure<structure, Library::Exact>(in) -
-                                                              header_size)));
+        if (fixed_size != 0 || is_full(in)) {
+            put(in, out);
+            return out + presumed_size;
+        }
+        const uint64_t size = rules::measure<structure, Library::Exact>(in);
+        wire::store32(out, wire::header(Tag, static_cast<uint16_t>(size - header_size)));
         out += header_size;
         ((out = Members::template encode<For>(in, out)), ...);
         return out;
     }
 
+    [[gnu::always_inline]] static bool is_full(const record *in) {
+        if constexpr (presumed_size != 0) {
+            return (Members::is_full(in) && ...);
+        }
+        return false;
+    }
+
+    [[gnu::always_inline]] static void put(const record *in, uint8_t *out) {
+        if constexpr (presumed_size != 0) {
+            wire::store32(out, exact_header);
+            out += header_size;
+            ((Members::put(in, out), out += Members::presumed_size), ...);
+        }
+    }
+
     [[gnu::always_inline]] static const uint8_t *decode(const uint8_t *in, record *out) {
-        if constexpr (fixed_size != 0 && fast_paths) {
+        if constexpr (presumed_size != 0 && fast_paths) {
             // The own header is looked at first: only when it is exact do all the members lie inside the
             // element.
             if (in != nullptr && out != nullptr && covers(in) &&
                 members_mismatch<Members...>(in + header_size) == 0) [[likely]] {
                 take(in, out);
-                return in + fixed_size;
+                return in + presumed_size;
             }
         }
         return decode_tolerantly(in, out);

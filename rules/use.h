@@ -25,6 +25,7 @@ struct Called {
         return rules::measure<Codec, For>(in);
     }
     [[gnu::noinline]] static uint32_t mismatch(const uint8_t *in) { return Codec::mismatch(in); }
+    [[gnu::noinline]] static void put(const record *in, uint8_t *out) { rules::put<Codec>(in, out); }
     [[gnu::noinline]] static void take(const uint8_t *in, record *out) { Codec::take(in, out); }
 };
 
@@ -52,6 +53,7 @@ struct Expanded {
         return rules::measure<Codec, For>(in);
     }
     [[gnu::always_inline]] static uint32_t mismatch(const uint8_t *in) { return Codec::mismatch(in); }
+    [[gnu::always_inline]] static void put(const record *in, uint8_t *out) { rules::put<Codec>(in, out); }
     [[gnu::always_inline]] static void take(const uint8_t *in, record *out) { Codec::take(in, out); }
 };
 

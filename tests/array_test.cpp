@@ -391,7 +391,7 @@ TEST(MacAddress, WithoutItsBytesSaysSix) {
     }
     expected.put(expected->mac.bytes, hex("00"));
     expected->mac.count = 0;
-    const auto decoded = decode(mac_addr, hex("04 12 00 10  00 0A 00 0C  00 04 00 03"));
+    const auto decoded = decode(mac_addr, hex("04 12 00 10  00 0A 00 0C  00 04 00 03") + Bytes(8, 1));
     EXPECT_EQ(decoded.end, 20U) << "a bad count is a count of zero";
     EXPECT_EQ(decoded.record, expected);
 }
