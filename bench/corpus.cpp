@@ -46,6 +46,27 @@ void find_blocks(const tlvmsg_type &type, const uint8_t *record, size_t offset, 
     }
 }
 
+// Arrays of up to 8 bytes are hardware addresses and the like, which fill them; with any other count most of
+// the time goes into branches that nobody can predict.
+void fill_addresses(const tlvmsg_type &type, uint8_t *record) {
+    for (uint32_t i = 0; i < type.member_count; ++i) {
+        fill_addresses(*type.members[i].type, record + type.members[i].offset);
+    }
+    if (type.kind == TLVMSG_BYTE_ARRAY && type.capacity <= 8) {
+        store_number(record, type.count_width, type.capacity);
+    } else if (type.kind == TLVMSG_ELEMENT_ARRAY || type.kind == TLVMSG_DYNAMIC_ELEMENTS) {
+        uint8_t *items = record + type.items_offset;
+        items = is_dynamic(type) ? load_pointer(items) : items;
+        for (uint64_t i = 0; i < load_number(record, type.count_width); ++i) {
+            fill_addresses(*type.element, items + i * type.element->size);
+        }
+    } else if (type.kind == TLVMSG_UNION) {
+        if (const tlvmsg_alternative *chosen = chosen_alternative(type, record)) {
+            fill_addresses(*chosen->type, record + chosen->offset);
+        }
+    }
+}
+
 void check(const Sample &sample) {
     const bool whole = sample.codec.decode(sample.wire, sample.decoded) == sample.wire + sample.wire_size;
     if (!whole || !same_after_transfer(*sample.type, sample.record, sample.decoded)) {
@@ -73,6 +94,7 @@ Corpus::Corpus() {
     for (Sample &sample : samples_) {
         uint8_t *record = place(sample.type->size + readable_behind_record);
         random.fill(*sample.type, record);
+        fill_addresses(*sample.type, record);
         sample.record = record;
         find_blocks(*sample.type, record, 0, sample.blocks);
     }
