@@ -7,9 +7,7 @@
 
 #include <benchmark/benchmark.h>
 
-#ifdef TLVMSG_BENCH_BOUNDED
 #include <tlvmsg/inspect.h>
-#endif
 
 namespace tlvmsg_bench {
 
@@ -108,7 +106,6 @@ void visit_exact(const RowBuffers<AnyRow> &buffers, const Visit &visit) {
     });
 }
 
-#ifdef TLVMSG_BENCH_BOUNDED
 inline void require(bool accepted, const char *operation) {
     if (!accepted) {
         throw std::logic_error(std::string("the bounded ") + operation + " refuses a valid message");
@@ -144,7 +141,6 @@ void visit_bounded(const AnyRow &row, const RowBuffers<AnyRow> &buffers, const V
     visit("verify", "bounded", [verify] { keep(verify()); });
     visit("decode", "bounded", [decode] { keep(decode()); });
 }
-#endif
 
 // Calls visit(operation, subject, callable) for each. The buffers must outlive the callables.
 template <class AnyRow, class Visit>
@@ -153,9 +149,7 @@ void for_each_operation(const AnyRow &row, const RowBuffers<AnyRow> &buffers, co
     visit_text(buffers, visit);
     visit_exact(buffers, visit);
     visit_fresh(row, buffers, visit);
-#ifdef TLVMSG_BENCH_BOUNDED
     visit_bounded(row, buffers, visit);
-#endif
 }
 
 } // namespace tlvmsg_bench

@@ -1,9 +1,7 @@
 #include "buffers.h"
 #include "schema_bench.h"
 
-#ifdef TLVMSG_BENCH_BOUNDED
 #include <tlvmsg/inspect.h>
-#endif
 #include <tlvmsg/runtime.h>
 
 #include <benchmark/benchmark.h>
@@ -87,7 +85,6 @@ void encode(const Sample &sample) {
     benchmark::DoNotOptimize(sample.codec.encode(sample.record, sample.out));
 }
 
-#ifdef TLVMSG_BENCH_BOUNDED
 // What the exact encoder sent of a dynamic byte array need not be what the bounded one sends, so that has
 // bytes of its own to fill and no more to say than that it fits.
 void add_bounded(const Sample &sample) {
@@ -111,7 +108,6 @@ void add_bounded(const Sample &sample) {
         release(here);
     });
 }
-#endif
 
 void decode(const Sample &sample) {
     benchmark::DoNotOptimize(sample.codec.decode(sample.wire, sample.decoded));
@@ -133,11 +129,9 @@ void register_sweep(const Corpus &corpus) {
                 release(here);
             });
         }
-#ifdef TLVMSG_BENCH_BOUNDED
         if (sample.type->kind != TLVMSG_UNION) { // which go by what is before them
             add_bounded(sample);
         }
-#endif
     }
 }
 
