@@ -10,6 +10,9 @@ set(TLVMSG_COMPACT_CODE -falign-functions=1 -falign-loops=1 $<$<CXX_COMPILER_ID:
 if(NOT TLVMSG_UNWIND_TABLES)
     list(APPEND TLVMSG_COMPACT_CODE -fno-asynchronous-unwind-tables -fno-unwind-tables)
 endif()
+if(TLVMSG_SANITIZED) # which takes longer to optimize than the tests save by it
+    list(APPEND TLVMSG_COMPACT_CODE -O0)
+endif()
 add_library(tlvmsg_objects OBJECT runtime/element.cpp runtime/memory.cpp runtime/scalars.cpp ${codec_sources})
 add_dependencies(tlvmsg_objects tlvmsg_schema)
 target_include_directories(tlvmsg_objects PUBLIC ${TLVMSG_INCLUDE} PRIVATE ${CMAKE_SOURCE_DIR} ${TLVMSG_GENERATED})
