@@ -1,8 +1,8 @@
 #include "annotate.h"
 
-#include "faults.h"
 #include "raw.h"
 #include "text.h"
+#include "tools/cli/faults.h"
 
 #include <fmt/format.h>
 

@@ -8,7 +8,7 @@
  */
 #pragma once
 
-#include "terminal.h"
+#include "tools/cli/terminal.h"
 
 #include <tlvmsg/inspect.h>
 

@@ -2,7 +2,7 @@
 
 #include "annotated_text.h"
 #include "dump_text.h"
-#include "failure.h"
+#include "tools/cli/failure.h"
 
 #include <fmt/format.h>
 

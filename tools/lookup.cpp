@@ -1,6 +1,6 @@
 #include "lookup.h"
 
-#include "failure.h"
+#include "tools/cli/failure.h"
 
 #include "base/suggest.h"
 

@@ -1,8 +1,8 @@
 // tlv: TLV messages from the shell.
-#include "cli.h"
-#include "commands.h"
-#include "faults.h"
-#include "terminal.h"
+#include "tools/cli/cli.h"
+#include "tools/cli/faults.h"
+#include "tools/cli/terminal.h"
+#include "tools/commands/commands.h"
 
 #include <csignal>
 #include <exception>
@@ -13,10 +13,10 @@ using namespace tlvmsg::tool;
 
 int run(int argc, char **argv) {
     Cli cli;
-    add_decode_command(cli);
-    add_record_commands(cli);
-    add_message_commands(cli);
-    add_schema_commands(cli);
+    for (const auto add : {add_decode, add_encode, add_annotate, add_verify, add_guess, add_diff, add_sample,
+                           add_types, add_show, add_explain}) {
+        add(cli);
+    }
     const int status = cli.run(argc, argv);
     finish_output();
     return status;

@@ -1,6 +1,6 @@
 #include "record.h"
 
-#include "failure.h"
+#include "tools/cli/failure.h"
 
 #include <tlvmsg/forms.h>
 

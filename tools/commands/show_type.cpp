@@ -1,9 +1,9 @@
-#include "show.h"
+#include "show_type.h"
 
-#include "element.h"
-#include "fields.h"
-#include "lookup.h"
-#include "text.h"
+#include "tools/element.h"
+#include "tools/fields.h"
+#include "tools/lookup.h"
+#include "tools/text.h"
 
 #include <fmt/format.h>
 

@@ -1,13 +1,14 @@
 // decode: messages as JSON or as lines, from files or from captures.
-#include "cli.h"
 #include "commands.h"
 #include "decode_capture.h"
-#include "faults.h"
-#include "message_options.h"
-#include "raw.h"
-#include "record.h"
-#include "terminal.h"
-#include "text.h"
+#include "tools/cli/cli.h"
+#include "tools/cli/failure.h"
+#include "tools/cli/faults.h"
+#include "tools/cli/message_options.h"
+#include "tools/cli/terminal.h"
+#include "tools/raw.h"
+#include "tools/record.h"
+#include "tools/text.h"
 
 #include <fmt/format.h>
 
@@ -84,7 +85,7 @@ int decode(const Options &options) {
 
 } // namespace
 
-void add_decode_command(Cli &cli) {
+void add_decode(Cli &cli) {
     const auto options = std::make_shared<Options>();
     CLI::App *const command = cli.add(
         "decode",

@@ -1,7 +1,7 @@
 #include "faults.h"
 
 #include "terminal.h"
-#include "text.h"
+#include "tools/text.h"
 
 #include <fmt/format.h>
 

@@ -1,6 +1,6 @@
 #include "file.h"
 
-#include "failure.h"
+#include "tools/cli/failure.h"
 
 #include <fmt/format.h>
 

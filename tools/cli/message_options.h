@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli.h"
-#include "input.h"
+#include "tools/input/input.h"
 
 #include <tlvmsg/inspect.h>
 

@@ -1,6 +1,6 @@
 // Manual pages.
 #include "cli.h"
-#include "help/generate.h"
+#include "generate.h"
 
 #include <fmt/format.h>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "failure.h"
-#include "input.h"
+#include "tools/input/input.h"
 
 #include <tlvmsg/inspect.h>
 

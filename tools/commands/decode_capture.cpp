@@ -1,14 +1,14 @@
 #include "decode_capture.h"
 
-#include "capture.h"
-#include "failure.h"
-#include "faults.h"
-#include "guess.h"
-#include "lookup.h"
-#include "message_options.h"
-#include "payload.h"
-#include "record.h"
-#include "terminal.h"
+#include "tools/cli/failure.h"
+#include "tools/cli/faults.h"
+#include "tools/cli/message_options.h"
+#include "tools/cli/terminal.h"
+#include "tools/guess.h"
+#include "tools/input/capture.h"
+#include "tools/input/payload.h"
+#include "tools/lookup.h"
+#include "tools/record.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>

@@ -1,8 +1,8 @@
 #include "message_options.h"
 
-#include "element.h"
 #include "faults.h"
-#include "lookup.h"
+#include "tools/element.h"
+#include "tools/lookup.h"
 
 #include <fmt/format.h>
 

@@ -5,7 +5,7 @@
  * schema that is installed.
  */
 #include "cli.h"
-#include "help/generate.h"
+#include "generate.h"
 
 #include <fmt/format.h>
 

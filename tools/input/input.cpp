@@ -1,11 +1,11 @@
 #include "input.h"
 
-#include "element.h"
-#include "failure.h"
 #include "file.h"
-#include "hex_text.h"
-#include "terminal.h"
-#include "text_line.h"
+#include "tools/cli/failure.h"
+#include "tools/cli/terminal.h"
+#include "tools/element.h"
+#include "tools/hex_text.h"
+#include "tools/text_line.h"
 
 #include <fmt/format.h>
 

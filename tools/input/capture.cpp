@@ -1,7 +1,7 @@
 #include "capture.h"
 
-#include "failure.h"
 #include "file.h"
+#include "tools/cli/failure.h"
 
 #include <fmt/format.h>
 #include <pcap/pcap.h>

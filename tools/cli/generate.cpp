@@ -1,4 +1,4 @@
-#include "help/generate.h"
+#include "generate.h"
 
 #include "cli.h"
 #include "failure.h"

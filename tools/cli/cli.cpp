@@ -1,7 +1,7 @@
 #include "cli.h"
 
 #include "failure.h"
-#include "help/generate.h"
+#include "generate.h"
 #include "terminal.h"
 
 #include "base/suggest.h"

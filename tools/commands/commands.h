@@ -1,0 +1,19 @@
+// The commands, a file each. Each function adds its command to the command line.
+#pragma once
+
+namespace tlvmsg::tool {
+
+class Cli;
+
+void add_annotate(Cli &cli);
+void add_decode(Cli &cli);
+void add_diff(Cli &cli);
+void add_encode(Cli &cli);
+void add_explain(Cli &cli);
+void add_guess(Cli &cli);
+void add_sample(Cli &cli);
+void add_show(Cli &cli);
+void add_types(Cli &cli);
+void add_verify(Cli &cli);
+
+} // namespace tlvmsg::tool

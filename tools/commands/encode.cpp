@@ -1,0 +1,55 @@
+// encode: JSON into a message.
+#include "commands.h"
+
+#include "print_encoded.h"
+#include "tools/cli/cli.h"
+#include "tools/cli/failure.h"
+#include "tools/input/input.h"
+#include "tools/lookup.h"
+#include "tools/record.h"
+
+#include <memory>
+
+namespace tlvmsg::tool {
+
+namespace {
+
+// JSON text itself, as it cannot be a file's name, or where it is.
+std::string json_text(const std::string &argument) {
+    const bool itself = argument.starts_with('{') || argument.starts_with('[') || argument.starts_with('"');
+    return itself ? argument : read_text(argument);
+}
+
+} // namespace
+
+void add_encode(Cli &cli) {
+    struct Options {
+        std::string type;
+        std::string json = "-";
+        std::string out = "auto";
+    };
+    const auto options = std::make_shared<Options>();
+    CLI::App *const command = cli.add(
+        "encode",
+        {"Turn JSON into a message",
+         {"Takes what tlv decode prints. What is not mentioned is zero and empty; an unknown name, a number "
+          "that does not fit and a value of another kind are errors that name the place in the JSON."},
+         {{"tlv encode -t zel_led_control led.json > led.bin", "from a file"},
+          {"tlv encode -t zel_led_control '{\"slot\": 2, \"color\": 3}'", "from the command line"},
+          {"tlv decode -t 1357 led.bin | jq '.color = 1' | tlv encode -t 1357 > new.bin",
+           "change one value"}}},
+        [options] {
+            const tlvmsg_type *const type = find_type(options->type);
+            return print_encoded(from_json(type, json_text(options->json)), options->out);
+        });
+    command->add_option("-t,--type", options->type, "The type of the message, by name or by tag")
+        ->type_name("TYPE")
+        ->required();
+    add_choice(command, "--out", options->out, "auto|raw|hex", encoded_form_description);
+    command
+        ->add_option("JSON", options->json,
+                     "A file, - for standard input, or JSON that begins with { [ or \"")
+        ->type_name("FILE");
+}
+
+} // namespace tlvmsg::tool
