@@ -32,10 +32,9 @@ add_custom_command(
     COMMENT "tlvc: schema to C and C++"
     VERBATIM)
 
-file(GLOB public_headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/include/tlvmsg/*)
+file(GLOB_RECURSE public_headers RELATIVE ${CMAKE_SOURCE_DIR}/include CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/include/*)
 foreach(header IN LISTS public_headers)
-    cmake_path(GET header FILENAME name)
-    configure_file(${header} ${TLVMSG_INCLUDE}/tlvmsg/${name} COPYONLY)
+    configure_file(${CMAKE_SOURCE_DIR}/include/${header} ${TLVMSG_INCLUDE}/${header} COPYONLY)
 endforeach()
 
 add_custom_target(tlvmsg_schema DEPENDS ${generated})

@@ -1,140 +1,24 @@
 /*
- * forms.h - messages in the forms that people and other programs read and write: here JSON.
+ * forms.h - messages in the forms that people and other programs read and write. A header a subject:
  *
- * Works on records, by descriptors, over the bounded library alone, so one function serves all types:
+ *     forms/json.h     records as JSON, and back
+ *     forms/fault.h    why something could not be read or done
  *
- *     scalars                 numbers, all 64 bits of them
- *     enumerations            numbers, or "dhcp" where the value has a name
- *     structures, messages    objects, members in the order of the wire
- *     arrays                  arrays; a count is not a member, since the length says it
- *     byte arrays             text when every byte is printable ASCII, otherwise {"hex": "00ff"}
- *     unions                  objects of the selector and the alternative that it chooses, if any:
- *                             {"type": 1, "ipv4": 167772161}; a union that shares its structure's record puts
- *                             both into the structure's object
- *     a dynamic array that counts items but has none, as a decoder leaves one that is absent:
- *                             {"count": 5, "items": null}
+ * All of it works by descriptors, over the bounded library alone, so one function serves all types.
  *
- * Of every record that tlvmsg_decode gives or tlvmsg_encode takes, writing says everything: reading that gives
- * a record which tlvmsg_equal finds the same. Others may hold a count above the capacity, which is written as
- * the capacity.
+ * Ownership. What is passed in (bytes, texts, records, options) stays the caller's, and nothing of it is kept
+ * when a function returns. What is handed out is one block of the platform's pool, whatever it holds: release
+ * it with tlvmsg_free.
  *
- * Reading takes members in any order, and numbers for values that have names. What is not mentioned is zero
- * and empty. Text may hold more than printable ASCII and stands for its UTF-8 bytes; hexadecimal digits may be
- * upper case. Refused are
+ * Failure. No exception leaves the library. Running out of memory is a fault, TLVMSG_TEXT_OUT_OF_MEMORY, like
+ * others, and so is null where an object is needed. Whoever does not want to know passes null for `fault`.
  *
- *   - what is no JSON, what follows the value but blanks, and zero bytes, wherever they are;
- *   - members and enumerators that the type does not have, and members that are there twice;
- *   - numbers that are not whole or do not fit, and values of another kind;
- *   - more items or bytes than the record or a 16-bit count can hold;
- *   - an alternative that the selector does not choose.
- *
- * Promises, for every text whatsoever:
- *
- *   1. Time is linear in the text and in the record with its blocks.
- *   2. Arrays and objects nest as the type does, hence at most TLVMSG_MAX_DEPTH deep. What is deeper is
- *      refused where it begins.
- *   3. The record's blocks take at most limits->allocation bytes together, and while one grows, its smaller
- *      predecessor is there as well. Other memory is that of the text's longest string or number, a few
- *      times, and of what is open: for each name that an object may have less than 100 bytes.
- *   4. On failure nothing stays allocated. No exception leaves the library, and running out of memory is a
- *      fault, TLVMSG_TEXT_OUT_OF_MEMORY, like others.
- *
- * Ownership. Records, texts that are read, and faults are the caller's, and nothing is kept between calls. A
- * text that is written is a block of the platform's pool: release it with tlvmsg_free. A record that is read
- * is released with tlvmsg_release. Threads: as in inspect.h.
- *
- * Example:
- *
- *     char *text;
- *     if (tlvmsg_to_json(type, &request, NULL, &text, NULL, NULL)) {
- *         puts(text); // {"slot":2,"port":5,"color":3}
- *         tlvmsg_free(text);
- *     }
- *     tlvmsg_text_fault fault;
- *     const char *colour = "{\"slot\": 2, \"colour\": 3}";
- *     if (!tlvmsg_from_json(type, colour, strlen(colour), NULL, &request, &fault)) {
- *         // $: no member "colour", did you mean 'color'? in line 1, column 13
- *         printf("%s: %s in line %zu, column %zu\n", fault.path, fault.message, fault.line, fault.column);
- *     }
+ * Threads. No locks, and no state that a caller could see: any thread may call anything on its own objects.
  */
 #ifndef TLVMSG_FORMS_H
 #define TLVMSG_FORMS_H
 
-#include <tlvmsg/inspect.h>
-#include <tlvmsg/record.h>
-
-#include <stdbool.h>
-#include <stddef.h>
-#include <stdint.h>
-
-#ifdef __cplusplus
-extern "C" {
-#endif
-
-enum {
-    TLVMSG_TEXT_MESSAGE = 320 /* bytes of a message about a text, its zero byte included */
-};
-
-/* ---- Faults of texts --------------------------------------------------------------------------------- */
-
-/* Why a text was refused, or could not be made. */
-typedef enum tlvmsg_text_code {
-    TLVMSG_TEXT_OK,
-    TLVMSG_TEXT_SYNTAX,         /* not in the form that it should have */
-    TLVMSG_TEXT_WRONG_VALUE,    /* a value of another kind, or a number out of range */
-    TLVMSG_TEXT_UNKNOWN_NAME,   /* a member or enumerator that the type does not have */
-    TLVMSG_TEXT_DUPLICATE_NAME, /* a name for the second time */
-    TLVMSG_TEXT_TOO_MANY,       /* more items or bytes than fit */
-    TLVMSG_TEXT_NOT_CHOSEN,     /* an alternative that its selector does not choose */
-    TLVMSG_TEXT_MEMORY_LIMIT,   /* the record's blocks would exceed limits->allocation */
-    TLVMSG_TEXT_OUT_OF_MEMORY,  /* there is no more memory */
-    TLVMSG_TEXT_NULL_ARGUMENT,  /* null where an object is needed; the path is the argument's name */
-    TLVMSG_TEXT_RECORD_SIZE,    /* the program has another record than the library; from tlvmsg_json.hpp */
-    TLVMSG_TEXT_CODE_COUNT
-} tlvmsg_text_code;
-
-/* The code's stable name, "unknown-name"; "unknown" for what is no code. */
-const char *tlvmsg_text_code_name(tlvmsg_text_code code);
-
-/* Where and why. Holds no pointers: copy it, keep it. All zero when there was no fault. */
-typedef struct tlvmsg_text_fault {
-    tlvmsg_text_code code;
-    size_t offset;              /* in the text, of the value or name in question, or where it is no JSON */
-    size_t line;                /* the same place: from 1 */
-    size_t column;              /* and in the line, in bytes, from 1 */
-    char path[TLVMSG_MAX_PATH]; /* "$.led_control.color", "$.vlan_counters[3]"; "$" is the whole */
-    char message[TLVMSG_TEXT_MESSAGE]; /* one line of printable ASCII without the place: "found -1, expected a
-                                          whole number from 0 to 65535"; not for programs to take apart */
-} tlvmsg_text_fault;
-
-/* ---- JSON -------------------------------------------------------------------------------------------- */
-
-/* How JSON is laid out. `{0}` and a null pointer say the same: all in one line without blanks. */
-typedef struct tlvmsg_json_options {
-    unsigned indent; /* spaces a level; 0 for one line */
-    unsigned level;  /* how deep in another text this will stand: all lines but the first begin further in */
-} tlvmsg_json_options;
-
-/*
- * Writes the record as JSON. `options`, `length` and `fault` may be null. On success `*text` is a block of
- * `*length` bytes of printable ASCII and newlines and a zero byte, and the caller's, to release with
- * tlvmsg_free. On failure `*text` is null, `*length` is 0 and `*fault` says why: no memory, or a null
- * argument.
- */
-bool tlvmsg_to_json(const tlvmsg_type *type, const void *record, const tlvmsg_json_options *options,
-                    char **text, size_t *length, tlvmsg_text_fault *fault);
-
-/*
- * Reads a record of type->size bytes, whose earlier content is lost without being released, from `length`
- * bytes of JSON. `limits` and `fault` may be null, and a null text with length 0 is an empty one. Of the
- * limits, `allocation` counts, and 0 or a null pointer stand for tlvmsg_default_allocation(length). On
- * failure the record is zero and `*fault` says why.
- */
-bool tlvmsg_from_json(const tlvmsg_type *type, const char *text, size_t length, const tlvmsg_limits *limits,
-                      void *record, tlvmsg_text_fault *fault);
-
-#ifdef __cplusplus
-}
-#endif
+#include <tlvmsg/forms/fault.h>
+#include <tlvmsg/forms/json.h>
 
 #endif

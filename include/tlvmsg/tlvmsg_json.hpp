@@ -7,12 +7,13 @@
  *         std::cerr << led.fault.text() << '\n';
  *     }
  *
- * What the JSON looks like, and what is promised of any text, is said in forms.h. Programs link tlvmsg_forms.
+ * What the JSON looks like, and what is promised of any text, is said in forms/json.h. Programs link
+ * tlvmsg_forms.
  */
 #ifndef TLVMSG_TLVMSG_JSON_HPP
 #define TLVMSG_TLVMSG_JSON_HPP
 
-#include <tlvmsg/forms.h>
+#include <tlvmsg/forms/json.h>
 #include <tlvmsg/tlvmsg.hpp>
 
 #include <string>

@@ -8,7 +8,7 @@ compiler=$2
 shift 2
 tried=0
 for dialect in "$@"; do
-    headers="$include/tlvmsg/*.h $include/tlvmsg/bounded/*.h"
+    headers="$include/tlvmsg/*.h $include/tlvmsg/bounded/*.h $include/tlvmsg/forms/*.h"
     case $dialect in
     c++20) options="-x c++ -fno-exceptions -fno-rtti" headers="$headers $include/tlvmsg/*.hpp" ;;
     c++*) options="-x c++" ;;
