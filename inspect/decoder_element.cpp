@@ -117,7 +117,9 @@ Outcome Decoder::tolerate(const Place &place) {
 void Decoder::report(tlvmsg_piece_kind kind, const Place &place, size_t offset, size_t size,
                      uint64_t value) const {
     if (tracer_.call != nullptr && size > 0) {
-        const tlvmsg_piece piece{kind, offset, size, &place, value, nullptr};
+        const bool is_value = kind == TLVMSG_PIECE_VALUE; // which may be signed
+        const uint64_t number = is_value ? tlvmsg_sign_extend(place.type, value) : value;
+        const tlvmsg_piece piece{kind, offset, size, &place, number, nullptr};
         tracer_.call(tracer_.context, &piece);
     }
 }

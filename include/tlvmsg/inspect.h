@@ -223,7 +223,7 @@ typedef struct tlvmsg_piece {
     size_t offset;
     size_t size;
     const tlvmsg_place *place;
-    uint64_t value;            /* headers, values, counts, terminators; otherwise 0 */
+    uint64_t value; /* headers, values (see tlvmsg_type_is_signed), counts, terminators; otherwise 0 */
     const tlvmsg_fault *fault; /* deviations; otherwise null */
 } tlvmsg_piece;
 
