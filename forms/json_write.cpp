@@ -1,10 +1,9 @@
 // Records to JSON.
+#include "block.h"
 #include "fields.h"
 #include "text_fault.h"
 
 #include <algorithm>
-#include <cstring>
-#include <new>
 #include <span>
 
 namespace tlvmsg::forms {
@@ -192,14 +191,6 @@ bool tlvmsg_to_json(const tlvmsg_type *type, const void *record, const tlvmsg_js
     return guarded(fault, "", [&] {
         JsonWriter writer(options != nullptr ? *options : tlvmsg_json_options{});
         writer.value(type, record);
-        const std::string &written = writer.text();
-        *text = static_cast<char *>(tlvmsg_allocate(written.size() + 1));
-        if (*text == nullptr) {
-            throw std::bad_alloc();
-        }
-        std::memcpy(*text, written.data(), written.size());
-        if (length != nullptr) {
-            *length = written.size();
-        }
+        *text = text_block(writer.text(), length);
     });
 }

@@ -2,6 +2,7 @@
  * forms.h - messages in the forms that people and other programs read and write. A header a subject:
  *
  *     forms/json.h     records as JSON, and back
+ *     forms/partial.h  what can be read of a broken encoding, as JSON
  *     forms/fault.h    why something could not be read or done
  *
  * All of it works by descriptors, over the bounded library alone, so one function serves all types.
@@ -20,5 +21,6 @@
 
 #include <tlvmsg/forms/fault.h>
 #include <tlvmsg/forms/json.h>
+#include <tlvmsg/forms/partial.h>
 
 #endif
