@@ -5,7 +5,10 @@
 #include "tools/commands/commands.h"
 
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <exception>
+#include <new>
 
 namespace {
 
@@ -14,7 +17,7 @@ using namespace tlvmsg::tool;
 int run(int argc, char **argv) {
     Cli cli;
     for (const auto add : {add_decode, add_encode, add_annotate, add_verify, add_guess, add_diff, add_sample,
-                           add_types, add_show, add_explain}) {
+                           add_types, add_show, add_explain, add_help}) {
         add(cli);
     }
     const int status = cli.run(argc, argv);
@@ -22,9 +25,17 @@ int run(int argc, char **argv) {
     return status;
 }
 
+// An exception would not do: memory also runs out in destructors of third parties, which none may leave.
+[[noreturn]] void give_up() {
+    report_out_of_memory();
+    std::fflush(stdout);
+    std::_Exit(exit_memory);
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
+    std::set_new_handler(give_up);
     std::signal(SIGPIPE, SIG_IGN); // print notices
     try {
         return run(argc, argv);
@@ -33,8 +44,8 @@ int main(int argc, char **argv) {
     } catch (const Failure &failure) {
         report(failure);
         return failure.exit_status;
-    } catch (const std::exception &) { // std::bad_alloc, or a length that no string can have
+    } catch (const std::exception &) { // memory of the platform, or a length that no string can have
         report_out_of_memory();
-        return exit_io;
+        return exit_memory;
     }
 }

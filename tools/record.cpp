@@ -18,8 +18,13 @@ Record::~Record() {
 }
 
 bool decode(Record &record, std::span<const uint8_t> bytes, tlvmsg_extent &extent, tlvmsg_fault &fault) {
-    return tlvmsg_verify(record.type(), bytes.data(), bytes.size(), nullptr, &extent, &fault) &&
-           tlvmsg_decode(record.type(), bytes.data(), bytes.size(), nullptr, record.data(), nullptr, &fault);
+    const bool decoded =
+        tlvmsg_verify(record.type(), bytes.data(), bytes.size(), nullptr, &extent, &fault) &&
+        tlvmsg_decode(record.type(), bytes.data(), bytes.size(), nullptr, record.data(), nullptr, &fault);
+    if (!decoded && fault.code == TLVMSG_OUT_OF_MEMORY) {
+        throw std::bad_alloc();
+    }
+    return decoded;
 }
 
 std::string to_json(const tlvmsg_type *type, const void *record, unsigned indent, unsigned level) {

@@ -26,7 +26,7 @@ const Help &own_help() {
          "hex override that. A newline at the end never matters.",
          "Whatever comes in passes the bounded library first: no input makes tlv read or write where it "
          "should not. Errors name the member, the byte, what was found and what is allowed; tlv explain says "
-         "more about their codes. Colour is used on terminals only, and never when NO_COLOR is set."},
+         "more about their codes."},
         {{"tlv guess dump.txt", "find out what the bytes in a hex dump are"},
          {"tlv annotate -t analogbri_led_control_req_message dump.txt", "explain them, byte for byte"},
          {"tlv decode -t analogbri_led_control_req_message dump.txt > m.json",
@@ -80,7 +80,23 @@ std::vector<const CLI::App *> Cli::commands() const {
     return app_.get_subcommands([](const CLI::App *) { return true; });
 }
 
+std::string Cli::help_text(const CLI::App &command) const {
+    const std::string name = &command == &app_ ? "tlv" : "tlv " + command.get_name();
+    return app_.get_formatter()->make_help(&command, name, CLI::AppFormatMode::Normal);
+}
+
+// What every command takes comes last in its help.
+void Cli::add_common_options() {
+    for (CLI::App *command : app_.get_subcommands({})) {
+        add_choice(
+            command, "--color", colour_when,
+            {{"auto", ColourWhen::automatic}, {"always", ColourWhen::always}, {"never", ColourWhen::never}},
+            "Colour; unless given, on terminals only, and never when NO_COLOR is set");
+    }
+}
+
 int Cli::run(int argc, char **argv) {
+    add_common_options();
     try {
         app_.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
@@ -128,22 +144,22 @@ const std::vector<ExitMeaning> &exit_meanings() {
         {exit_usage, "the command line makes no sense, or names a type or code that does not exist"},
         {exit_malformed, "the input is malformed: bytes that do not decode, JSON that does not encode"},
         {exit_io, "a file or stream cannot be opened, read or written"},
+        {exit_memory, "there is not enough memory"},
     };
     return meanings;
 }
 
-CLI::Option *add_choice(CLI::App *command, const std::string &name, std::string &value,
-                        const std::string &choices, const std::string &description) {
-    std::set<std::string> words;
-    std::istringstream stream(choices);
-    for (std::string word; std::getline(stream, word, '|');) {
-        words.insert(word);
-    }
-    return command->add_option(name, value, description)
-        ->type_name(choices)
-        ->check([words, choices](const std::string &word) {
-            return words.count(word) != 0 ? std::string() : fmt::format("'{}' is none of {}", word, choices);
-        });
+CLI::Option *add_argument(CLI::App *command, const std::string &name, const std::string &description,
+                          const std::string &otherwise, std::function<bool(const std::string &)> take) {
+    return command->add_option(
+        name,
+        [name, otherwise, take = std::move(take)](const CLI::results_t &arguments) {
+            if (!take(arguments[0])) {
+                throw CLI::ValidationError(fmt::format("{}: '{}' {}", name, arguments[0], otherwise));
+            }
+            return true;
+        },
+        description);
 }
 
 } // namespace tlvmsg::tool

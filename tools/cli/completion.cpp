@@ -75,7 +75,8 @@ std::string bash_offer(const CLI::Option &option) {
     case Offer::codes:
         return fmt::format("words=$({})", codes_command);
     case Offer::files:
-        return "compopt -o filenames; mapfile -t COMPREPLY < <(compgen -f -- \"$cur\"); return";
+        return "compopt -o filenames; mapfile -t COMPREPLY < <(compgen -f -P \"$before\" -- \"$cur\"); "
+               "return";
     case Offer::words:
         return fmt::format("words='{}'", words_of(option));
     case Offer::none:
@@ -146,8 +147,10 @@ std::string zsh_arguments(const CLI::App &command) {
     std::string text;
     for (const CLI::Option *option : public_options(command, false)) {
         for (const std::string &spelling : spellings(*option)) {
-            text += fmt::format(" \\\n            '{}[{}]{}'", spelling, zsh_text(option->get_description()),
-                                takes_value(*option) ? zsh_offer(*option) : "");
+            const bool value = takes_value(*option);
+            text += fmt::format(" \\\n            '{}{}[{}]{}'", spelling,
+                                value && spelling.starts_with("--") ? "=" : "", // in this word or the next
+                                zsh_text(option->get_description()), value ? zsh_offer(*option) : "");
         }
     }
     for (const CLI::Option *option : public_options(command, true)) {
@@ -213,13 +216,20 @@ std::string bash_completion(const Cli &cli) {
     return fmt::format(R"bash(# bash completion for tlv
 _tlv() {{
     local cur=${{COMP_WORDS[COMP_CWORD]}} prev=${{COMP_WORDS[COMP_CWORD-1]}} command='' word words=''
+    # --type=ifid is three words, or one where COMP_WORDBREAKS lacks the =.
+    local before=''
+    case $cur:$prev in
+    =:--*) cur='' ;;
+    *:=) prev=${{COMP_WORDS[COMP_CWORD-2]}} ;;
+    --*=*) prev=${{cur%%=*}} before=${{cur%%=*}}= cur=${{cur#*=}} ;;
+    esac
     for word in "${{COMP_WORDS[@]:1:COMP_CWORD-1}}"; do
         [[ $word == -* ]] || {{ command=$word; break; }}
     done
     case $command:$prev in
     :*) words='{}{}' ;;
 {}    esac
-    mapfile -t COMPREPLY < <(compgen -W "$words" -- "$cur")
+    mapfile -t COMPREPLY < <(compgen -P "$before" -W "$words" -- "$cur")
 }}
 complete -F _tlv tlv
 )bash",

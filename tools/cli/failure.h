@@ -11,7 +11,8 @@ enum ExitStatus {
     exit_found = 1, // a difference, or invalid data where the question was whether it is valid
     exit_usage = 2,
     exit_malformed = 3,
-    exit_io = 4
+    exit_io = 4,
+    exit_memory = 5
 };
 
 struct Failure : std::runtime_error {

@@ -6,8 +6,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <span>
-#include <unistd.h>
 
 namespace tlvmsg::tool {
 
@@ -39,12 +39,11 @@ void show_context(size_t offset, const Input &input) {
     const size_t size = std::min(2 * before, bytes.size() - start);
     const std::string head = fmt::format("  {}, from byte {}:  ", input.name, start);
     complain(head + hex_pairs(bytes.subspan(start, size)));
-    complain(fmt::format("{:{}}{}", "", head.size() + 3 * (offset - start),
-                         Paint(STDERR_FILENO)(Colour::red, "^^")));
+    complain(fmt::format("{:{}}", "", head.size() + 3 * (offset - start)), Colour::red, "^^");
 }
 
 void complain_of(std::string_view label, std::string_view message, Colour colour) {
-    complain(fmt::format("tlv: {}: {}", Paint(STDERR_FILENO)(colour, label), message));
+    complain("tlv: ", colour, label, fmt::format(": {}", message));
 }
 
 } // namespace
@@ -83,7 +82,7 @@ void report(const Failure &failure) {
 }
 
 void report_out_of_memory() {
-    complain("tlv: error[out-of-memory]: there is no more memory"); // and little to word it with
+    std::fputs("tlv: error[out-of-memory]: there is no more memory\n", stderr); // and none to word it with
 }
 
 void warn(std::string_view code, std::string_view message) {

@@ -11,8 +11,10 @@
 
 namespace tlvmsg::tool {
 
-void add_form_option(CLI::App *command, std::string &form) {
-    add_choice(command, "--in", form, "auto|raw|hex", "Take the input for raw bytes, or for hex text");
+void add_form_option(CLI::App *command, InputForm &form) {
+    add_choice(command, "--in", form,
+               {{"auto", InputForm::detect}, {"raw", InputForm::raw}, {"hex", InputForm::hex}},
+               "Take the input for raw bytes, or for hex text");
 }
 
 void add_type_option(CLI::App *command, std::string &type, const std::string &otherwise) {
@@ -23,13 +25,6 @@ void add_type_option(CLI::App *command, std::string &type, const std::string &ot
 void add_files(CLI::App *command, std::vector<std::string> &files) {
     command->add_option("FILE", files, "Messages, one a file; - and none at all stand for standard input")
         ->type_name("FILE");
-}
-
-InputForm form_of(const std::string &option) {
-    if (option == "raw") {
-        return InputForm::raw;
-    }
-    return option == "hex" ? InputForm::hex : InputForm::detect;
 }
 
 const tlvmsg_type *type_for(const MessageOptions &options, const Input &input) {
@@ -67,7 +62,7 @@ int for_each_file(const std::vector<std::string> &files,
 int for_each_input(const MessageOptions &options, const std::function<int(const Input &)> &work) {
     int found = exit_fine;
     const int failed = for_each_file(options.files, [&](const std::string &path) {
-        for (const Input &input : read_inputs(path, form_of(options.form))) {
+        for (const Input &input : read_inputs(path, options.form)) {
             found = std::max(found, work(input));
         }
     });

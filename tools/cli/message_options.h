@@ -14,15 +14,13 @@ namespace tlvmsg::tool {
 
 struct MessageOptions {
     std::string type; // empty when not given
-    std::string form = "auto";
+    InputForm form = InputForm::detect;
     std::vector<std::string> files;
 };
 
-void add_form_option(CLI::App *command, std::string &form);
+void add_form_option(CLI::App *command, InputForm &form);
 void add_type_option(CLI::App *command, std::string &type, const std::string &otherwise);
 void add_files(CLI::App *command, std::vector<std::string> &files);
-
-InputForm form_of(const std::string &option);
 
 // Of the option or, without it, that which annotated input names; null when neither does. Throws Failure.
 const tlvmsg_type *type_for(const MessageOptions &options, const Input &input);

@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -40,7 +41,48 @@ bool set(const char *variable) {
     return value != nullptr && *value != '\0';
 }
 
+// Of the character that the text begins with, if it is UTF-8 and controls nothing; else 0.
+size_t printable_size(std::string_view text) {
+    const auto byte = [&](size_t i) { return i < text.size() ? static_cast<uint8_t>(text[i]) : 0U; };
+    const unsigned first = byte(0);
+    if (first < 0x80) {
+        return first >= ' ' && first <= '~' ? 1 : 0;
+    }
+    const unsigned least = first == 0xC2 || first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
+    const unsigned most = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
+    if (first < 0xC2 || first > 0xF4 || byte(1) < least || byte(1) > most) {
+        return 0;
+    }
+    const size_t size = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+    for (size_t i = 2; i < size; ++i) {
+        if (byte(i) >> 6 != 2) {
+            return 0;
+        }
+    }
+    return size;
+}
+
+std::string escaped(std::string_view text) {
+    std::string result;
+    while (!text.empty()) {
+        const size_t size = printable_size(text);
+        result += size > 0 ? std::string(text.substr(0, size))
+                           : fmt::format("\\x{:02X}", static_cast<uint8_t>(text[0]));
+        text.remove_prefix(std::max<size_t>(size, 1));
+    }
+    return result;
+}
+
 } // namespace
+
+std::string shown(std::string_view text) {
+    constexpr size_t head = 600;
+    constexpr size_t tail = 200; // what to do about it stands at the end
+    if (text.size() <= head + tail) {
+        return escaped(text);
+    }
+    return escaped(text.substr(0, head)) + "..." + escaped(text.substr(text.size() - tail));
+}
 
 void print(std::string_view text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
@@ -56,11 +98,17 @@ void finish_output() {
 
 void complain(std::string_view line) {
     // Nobody is left to be told when this fails.
-    std::fwrite(line.data(), 1, line.size(), stderr);
-    std::fputc('\n', stderr);
+    std::fputs((shown(line) + "\n").c_str(), stderr);
 }
 
-Paint::Paint(int descriptor) : coloured_(isatty(descriptor) != 0 && !set("NO_COLOR")) {}
+void complain(std::string_view before, Colour colour, std::string_view label, std::string_view after) {
+    const std::string painted = Paint(STDERR_FILENO)(colour, shown(label));
+    std::fputs((shown(before) + painted + shown(after) + "\n").c_str(), stderr);
+}
+
+Paint::Paint(int descriptor)
+    : coloured_(colour_when == ColourWhen::always ||
+                (colour_when == ColourWhen::automatic && isatty(descriptor) != 0 && !set("NO_COLOR"))) {}
 
 std::string Paint::operator()(Colour colour, std::string_view text) const {
     return coloured_ ? fmt::format("\033[{}m{}\033[0m", code_of(colour), text) : std::string(text);

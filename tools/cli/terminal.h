@@ -18,12 +18,22 @@ void print(std::string_view text);
 // Writes out what is still buffered; throws as print does.
 void finish_output();
 
-// To standard error, a line.
-void complain(std::string_view line);
+// Text from outside as a terminal may be told it: what controls one and what is no UTF-8 as \x1B, and of more
+// than some hundred bytes the first and the last.
+std::string shown(std::string_view text);
+
+enum class ColourWhen { automatic, always, never };
+
+// What the command line says. Automatic: on terminals, unless NO_COLOR is set.
+inline ColourWhen colour_when = ColourWhen::automatic;
 
 enum class Colour { dim, red, yellow, bold };
 
-// Colours text that goes to a terminal, unless NO_COLOR is set.
+// A line to standard error. All of it is from outside, as far as this knows.
+void complain(std::string_view line);
+void complain(std::string_view before, Colour colour, std::string_view label, std::string_view after = "");
+
+// Colours text when it is wanted where the text goes.
 class Paint {
 public:
     explicit Paint(int descriptor);

@@ -11,6 +11,7 @@ void add_diff(Cli &cli);
 void add_encode(Cli &cli);
 void add_explain(Cli &cli);
 void add_guess(Cli &cli);
+void add_help(Cli &cli); // behind those that it explains
 void add_sample(Cli &cli);
 void add_show(Cli &cli);
 void add_types(Cli &cli);

@@ -116,9 +116,7 @@ void add_decode(Cli &cli) {
     command->add_option("--filter", options->filter, "Only frames that match, as tcpdump understands it")
         ->type_name("EXPR")
         ->needs(form);
-    command->add_option("--offset", options->offset, "Where in the frame the message begins")
-        ->type_name("N")
-        ->needs(form);
+    add_number(command, "--offset", options->offset, "Where in the frame the message begins")->needs(form);
     add_form_option(command, options->message.form);
     add_files(command, options->message.files);
 }

@@ -50,8 +50,8 @@ int compare(const MessageOptions &options) {
     if (options.files[0] == "-" && options.files[1] == "-") {
         throw Failure(exit_usage, "only one of the messages can come from standard input");
     }
-    const Input a = read_input(options.files[0], form_of(options.form));
-    const Input b = read_input(options.files[1], form_of(options.form));
+    const Input a = read_input(options.files[0], options.form);
+    const Input b = read_input(options.files[1], options.form);
     const tlvmsg_type *type = type_for(options, a.type.empty() ? b : a);
     if (type == nullptr) {
         type = common_type(a, b);

@@ -26,7 +26,7 @@ void add_encode(Cli &cli) {
     struct Options {
         std::string type;
         std::string json = "-";
-        std::string out = "auto";
+        OutputForm out = OutputForm::automatic;
     };
     const auto options = std::make_shared<Options>();
     CLI::App *const command = cli.add(
@@ -45,7 +45,7 @@ void add_encode(Cli &cli) {
     command->add_option("-t,--type", options->type, "The type of the message, by name or by tag")
         ->type_name("TYPE")
         ->required();
-    add_choice(command, "--out", options->out, "auto|raw|hex", encoded_form_description);
+    add_output_option(command, options->out);
     command
         ->add_option("JSON", options->json,
                      "A file, - for standard input, or JSON that begins with { [ or \"")

@@ -71,10 +71,8 @@ void add_guess(Cli &cli) {
                         return guess_input(options->message, options->near, input);
                     });
                 });
-    command
-        ->add_option("--near", options->near,
-                     "How many of each kind that do not take all bytes; 3 unless given")
-        ->type_name("N");
+    add_number(command, "--near", options->near,
+               "How many of each kind that do not take all bytes; 3 unless given");
     add_form_option(command, options->message.form);
     add_files(command, options->message.files);
 }

@@ -14,9 +14,8 @@ namespace tlvmsg::tool {
 
 namespace {
 
-void print_bytes(std::span<const uint8_t> bytes, const std::string &form) {
-    const bool hex = form == "hex" || (form == "auto" && isatty(STDOUT_FILENO) != 0);
-    if (!hex) {
+void print_bytes(std::span<const uint8_t> bytes, OutputForm form) {
+    if (form == OutputForm::raw || (form == OutputForm::automatic && isatty(STDOUT_FILENO) == 0)) {
         return print({reinterpret_cast<const char *>(bytes.data()), bytes.size()});
     }
     constexpr size_t bytes_a_line = 16;
@@ -27,7 +26,20 @@ void print_bytes(std::span<const uint8_t> bytes, const std::string &form) {
 
 } // namespace
 
-int print_encoded(const Record &record, const std::string &form) {
+void add_output_option(CLI::App *command, OutputForm &form) {
+    add_choice(command, "--out", form,
+               {{"auto", OutputForm::automatic},
+                {"raw", OutputForm::raw},
+                {"hex", OutputForm::hex},
+                {"json", OutputForm::json}},
+               "Raw bytes, hex, or all of it as JSON; hex on a terminal and raw elsewhere unless given");
+}
+
+int print_encoded(const Record &record, OutputForm form) {
+    if (form == OutputForm::json) {
+        print(to_json(record.type(), record.data(), 2) + "\n");
+        return exit_fine;
+    }
     size_t size = 0;
     tlvmsg_fault fault;
     std::vector<uint8_t> bytes;

@@ -1,16 +1,16 @@
 // Messages to standard output, as encode and sample print them.
 #pragma once
 
+#include "tools/cli/cli.h"
 #include "tools/record.h"
-
-#include <string>
 
 namespace tlvmsg::tool {
 
-constexpr const char *encoded_form_description =
-    "Raw bytes, or hex; hex on a terminal and raw elsewhere unless given";
+enum class OutputForm { automatic, raw, hex, json }; // automatic: hex on a terminal, raw elsewhere
 
-// As "raw", "hex" or "auto". Gives the exit status: exit_malformed, reported, for a record that cannot be encoded.
-int print_encoded(const Record &record, const std::string &form);
+void add_output_option(CLI::App *command, OutputForm &form);
+
+// Gives the exit status: exit_malformed, reported, for a record that cannot be encoded.
+int print_encoded(const Record &record, OutputForm form);
 
 } // namespace tlvmsg::tool

@@ -3,8 +3,6 @@
 
 #include "print_encoded.h"
 #include "tools/cli/cli.h"
-#include "tools/cli/failure.h"
-#include "tools/cli/terminal.h"
 #include "tools/lookup.h"
 #include "tools/sample.h"
 
@@ -12,29 +10,12 @@
 
 namespace tlvmsg::tool {
 
-namespace {
-
-int sample(const tlvmsg_type *type, const std::string &kind, uint64_t seed, const std::string &form) {
-    const SampleKind chosen = kind == "min"        ? SampleKind::min
-                              : kind == "max"      ? SampleKind::max
-                              : kind == "boundary" ? SampleKind::boundary
-                                                   : SampleKind::random;
-    const Record record = make_sample(type, chosen, seed);
-    if (form == "json") {
-        print(to_json(type, record.data(), 2) + "\n");
-        return exit_fine;
-    }
-    return print_encoded(record, form);
-}
-
-} // namespace
-
 void add_sample(Cli &cli) {
     struct Options {
         std::string type;
         uint64_t seed = 1;
-        std::string kind = "random";
-        std::string out = "auto";
+        SampleKind kind = SampleKind::random;
+        OutputForm out = OutputForm::automatic;
     };
     const auto options = std::make_shared<Options>();
     CLI::App *const command = cli.add(
@@ -46,12 +27,19 @@ void add_sample(Cli &cli) {
          {{"tlv sample zel_led_control | tlv annotate -t zel_led_control", "what such a message looks like"},
           {"tlv sample --kind max --out json zel_led_control", "its values at their largest"},
           {"tlv sample --seed 7 zel_led_control > led.bin", "another one"}}},
-        [options] { return sample(find_type(options->type), options->kind, options->seed, options->out); });
+        [options] {
+            return print_encoded(make_sample(find_type(options->type), options->kind, options->seed),
+                                 options->out);
+        });
     command->add_option("TYPE", options->type, "A type, by name or by tag")->type_name("TYPE")->required();
-    command->add_option("--seed", options->seed, "What the choice depends on; 1 unless given")
-        ->type_name("N");
-    add_choice(command, "--kind", options->kind, "min|max|random|boundary", "Which kind of message");
-    add_choice(command, "--out", options->out, "auto|raw|hex|json", encoded_form_description);
+    add_number(command, "--seed", options->seed, "What the choice depends on; 1 unless given");
+    add_choice(command, "--kind", options->kind,
+               {{"min", SampleKind::min},
+                {"max", SampleKind::max},
+                {"random", SampleKind::random},
+                {"boundary", SampleKind::boundary}},
+               "Which kind of message");
+    add_output_option(command, options->out);
 }
 
 } // namespace tlvmsg::tool

@@ -1,6 +1,7 @@
 #include "file.h"
 
 #include "tools/cli/failure.h"
+#include "tools/cli/terminal.h"
 
 #include <fmt/format.h>
 
@@ -23,6 +24,6 @@ File open_file(const std::string &path) {
     return file;
 }
 
-std::string file_name(const std::string &path) { return path == "-" ? "standard input" : path; }
+std::string file_name(const std::string &path) { return path == "-" ? "standard input" : shown(path); }
 
 } // namespace tlvmsg::tool

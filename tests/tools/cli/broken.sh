@@ -69,4 +69,10 @@ for command in decode annotate guess; do
     [ $? -le 3 ] || fail "$command deep.bin"
     [ "$(grep -o 'tag 30583' out | wc -l)" -le 200 ] || fail "$command deep.bin goes all the way down"
 done
+# Memory that runs out is an error of its own, in every command, for as long as the program starts at all.
+head -c 16000000 /dev/zero >zeros
+for command in decode annotate guess 'decode --text' "verify -t $message" "diff -t $message led.bin" 'encode -t ifid'; do
+    (ulimit -v 30000; tlv --version >out 2>err) || break # sanitizers want more
+    (ulimit -v 30000; tlv $command zeros >out 2>err); status=$?; is 5; error_has 'error\[out-of-memory\]'
+done
 finish

@@ -1,9 +1,11 @@
 # Help, manual pages and completions, which all come from one definition.
 . "$(dirname "$0")/lib.sh"
 commands=$(sed -n 's/^ *:\*) words=.\(.*\) --version.*/\1/p' "$TLV_SHARE/bash-completion/completions/tlv")
-equal "$(wc -w <<<"$commands")" 10
+equal "$(wc -w <<<"$commands")" 11
 
 run --help; is 0; quiet; prints '^Exit status:'; prints '^Examples:'
+tlv sample --help >help; run help sample; is 0; same help out
+tlv --help >help; run help; is 0; same help out
 run --version; is 0; prints '^tlv [0-9]+\.[0-9]+\.[0-9]+$'
 for command in $commands; do
     run "$command" --help; is 0; prints '^Examples:'
@@ -47,6 +49,11 @@ complete_words() { COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); COMPREPLY=(); _tlv
 complete_words tlv deco; prints '^decode$'
 complete_words tlv decode -t zel_led_contr; prints '^zel_led_control$'
 complete_words tlv decode --compact --type ifi; prints '^ifid$'
+complete_words tlv decode --type = zel_led_contr; prints '^zel_led_control$'
+complete_words tlv decode --color =; prints '^auto always never$'
+complete_words tlv decode --color=al; prints '^--color=always$' # where the = breaks no words
+complete_words tlv decode --type = ifid led.b; prints '^led.bin$'
+complete_words tlv help ver; prints '^verify$'
 complete_words tlv show zel_led_contr; prints '^zel_led_control$'
 complete_words tlv sample --kind bo; prints '^boundary$'
 complete_words tlv explain wrong-t; prints '^wrong-tag$'
@@ -58,6 +65,7 @@ fish_words() { fish --no-config -c "source $TLV_SHARE/fish/vendor_completions.d/
 fish_words 'tlv deco'; prints '^decode'
 fish_words 'tlv decode -t zel_led_contr'; prints '^zel_led_control'
 fish_words 'tlv sample --kind bo'; prints '^boundary'
+fish_words 'tlv decode --type=zel_led_contr'; prints '^--type=zel_led_control'
 fish_words 'tlv explain wrong-t'; prints '^wrong-tag'
 fish_words 'tlv annotate led.b'; prints '^led.bin'
 
@@ -73,5 +81,6 @@ END
 }
 zsh -n "$TLV_SHARE/zsh/site-functions/_tlv" || fail 'zsh: syntax'
 zsh_words 'tlv decode -t zel_led_contr'; prints 'zel_led_control'
+zsh_words 'tlv decode --type=zel_led_contr'; prints 'zel_led_control'
 zsh_words 'tlv sample --kind bo'; prints 'boundary'
 finish

@@ -9,6 +9,8 @@ run annotate -t $message led.bin; prints_not "$escape"
 on_terminal "tlv annotate -t $message led.bin"; is 0; prints "$escape\["
 NO_COLOR=1 on_terminal "tlv annotate -t $message led.bin"; prints 'led_control'; prints_not "$escape"
 NO_COLOR= on_terminal "tlv annotate -t $message led.bin"; prints "$escape\["
+run annotate --color=always -t $message led.bin; prints "$escape\["
+on_terminal "tlv annotate --color never -t $message led.bin"; prints 'led_control'; prints_not "$escape"
 head -c 60 led.bin >cut.bin
 on_terminal "tlv decode -t $message cut.bin 2>&1"; is 3; prints "$escape\[1;31merror\[truncated\]"
 on_terminal "tlv encode -t ifid '{}'"; prints '^04 0F 00 28 00 06' # hex rather than what upsets it

@@ -13,7 +13,20 @@ run decode -t 999 led.bin; is 2
 run verify led.bin; is 2; error_has 'tlv guess'
 run encode '{}'; is 2
 run sample --kind big $message; is 2; error_has 'min\|max\|random\|boundary'
-run sample --seed x $message; is 2
+for number in x -1 '' ' 1' 1x 0x 99999999999999999999999; do
+    run sample --seed "$number" $message; is 2; error_has 'number from 0 to 18446744073709551615'
+    run decode --pcap "--offset=$number" led.bin; is 2
+done
+run sample --seed 0x7 --out hex $message; is 0; equal "$(cat out)" "$(tlv sample --seed 7 --out hex $message)"
+run help decod; is 2; error_has 'none of decode\|'
+
+# Whatever is asked for, no terminal is controlled by the answer, nor flooded.
+control=$(printf 'a\033[31m\302\233\001\342\200\240')
+for words in "$control" "decode -t $control" "decode $control" "decode --in $control" "explain $control" "decode --$control"; do
+    run $words; [ "$status" -ne 0 ] || fail "$words"
+    error_has 'a\\x1B\[31m\\xC2\\x9B\\x01†'
+done
+run sample "$(printf '%0100000d' 99999)"; is 2; error_has "^tlv: .{200,2000}'tlv types' lists"
 run diff led.bin; is 2
 run diff - -; is 2
 run show; is 2
