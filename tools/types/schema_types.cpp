@@ -1,0 +1,183 @@
+#include "schema_types.h"
+
+#include "compiler/compile.h"
+#include "compiler/layout.h"
+#include "compiler/reporter.h"
+
+#include "base/files.h"
+#include "tools/cli/failure.h"
+#include "tools/cli/terminal.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+
+namespace tlvmsg::tool {
+
+namespace {
+
+tlvmsg_kind kind_of(tlvc::Kind kind) {
+    switch (kind) {
+    case tlvc::Kind::Scalar:
+        return TLVMSG_SCALAR;
+    case tlvc::Kind::Enumeration:
+        return TLVMSG_ENUMERATION;
+    case tlvc::Kind::Structure:
+        return TLVMSG_STRUCTURE;
+    case tlvc::Kind::Message:
+        return TLVMSG_MESSAGE;
+    case tlvc::Kind::ElementArray:
+        return TLVMSG_ELEMENT_ARRAY;
+    case tlvc::Kind::PackedArray:
+        return TLVMSG_PACKED_ARRAY;
+    case tlvc::Kind::ByteArray:
+        return TLVMSG_BYTE_ARRAY;
+    case tlvc::Kind::DynamicElements:
+        return TLVMSG_DYNAMIC_ELEMENTS;
+    case tlvc::Kind::DynamicBytes:
+        return TLVMSG_DYNAMIC_BYTES;
+    case tlvc::Kind::Union:
+        return TLVMSG_UNION;
+    }
+    return TLVMSG_SCALAR;
+}
+
+uint32_t flag(bool set, uint32_t value) { return set ? value : 0; }
+
+// The structure that has the union's fields.
+const tlvc::Type &record_of(const tlvc::Type &type) { return type.enclosing ? *type.enclosing : type; }
+
+} // namespace
+
+// Fills the descriptors, each of which has its place before any refers to it.
+class SchemaTypes::Builder {
+public:
+    explicit Builder(SchemaTypes &result) : result_(result) {
+        for (const tlvc::Type &type : result.schema_->types) {
+            descriptors_[&type] = &result.types_.emplace_back();
+        }
+    }
+
+    void build() {
+        for (const auto &[type, descriptor] : descriptors_) {
+            fill(*type, *descriptor);
+            result_.by_name_.push_back(descriptor);
+        }
+        std::sort(result_.by_name_.begin(), result_.by_name_.end(),
+                  [](auto *a, auto *b) { return std::strcmp(a->name, b->name) < 0; });
+    }
+
+private:
+    void fill(const tlvc::Type &type, tlvmsg_type &descriptor) {
+        const tlvc::RecordLayout &layout = layouts_.of(type);
+        descriptor.name = type.name.c_str();
+        descriptor.family = type.family != nullptr ? type.family->name.c_str() : "";
+        descriptor.section = type.section != nullptr ? text(type.section->doc) : "";
+        descriptor.doc = text(type.doc);
+        descriptor.kind = kind_of(type.kind);
+        descriptor.tag = type.tag;
+        descriptor.size = static_cast<uint32_t>(layout.size);
+        descriptor.alignment = static_cast<uint32_t>(layout.alignment);
+        descriptor.min_encoded = static_cast<uint32_t>(type.min_size);
+        descriptor.max_encoded = static_cast<uint32_t>(type.max_size);
+        fill_enumerators(type, descriptor);
+        fill_members(type, descriptor);
+        if (tlvc::is_array(type)) {
+            descriptor.element = descriptors_.at(type.element);
+            descriptor.capacity = type.capacity;
+            descriptor.count_width = type.count->scalar->width;
+            descriptor.items_offset = static_cast<uint32_t>(layout.offsets.back());
+        }
+        if (type.kind == tlvc::Kind::Union) {
+            fill_union(type, descriptor);
+        }
+    }
+
+    void fill_enumerators(const tlvc::Type &type, tlvmsg_type &descriptor) {
+        auto &table = result_.enumerators_.emplace_back();
+        for (const tlvc::Enumerator &each : type.enumerators) {
+            table.push_back({each.name.c_str(), text(each.doc), each.value});
+        }
+        descriptor.enumerators = table.empty() ? nullptr : table.data();
+        descriptor.enumerator_count = static_cast<uint32_t>(table.size());
+    }
+
+    void fill_members(const tlvc::Type &type, tlvmsg_type &descriptor) {
+        auto &table = result_.members_.emplace_back();
+        for (const tlvc::Member &member : type.members) {
+            const uint32_t flags = flag(member.lives_in_next(), TLVMSG_SHARED_WITH_NEXT) |
+                                   flag(member.zero_count, TLVMSG_ZERO_COUNT);
+            table.push_back({keep(tlvc::joined(member.path)), text(member.doc), descriptors_.at(member.type),
+                             offset_of(type, member.path), flags});
+        }
+        descriptor.members = table.empty() ? nullptr : table.data();
+        descriptor.member_count = static_cast<uint32_t>(table.size());
+    }
+
+    void fill_union(const tlvc::Type &type, tlvmsg_type &descriptor) {
+        const tlvc::Type &record = record_of(type);
+        auto &table = result_.alternatives_.emplace_back();
+        for (const tlvc::Alternative &each : type.alternatives) {
+            table.push_back({each.name.c_str(), descriptors_.at(each.type), each.values.data(),
+                             static_cast<uint32_t>(each.values.size()), offset_of_alternatives(record, type),
+                             flag(each.end_by_length, TLVMSG_END_BY_LENGTH)});
+        }
+        descriptor.alternatives = table.data();
+        descriptor.alternative_count = static_cast<uint32_t>(table.size());
+        descriptor.selector = descriptors_.at(type.selector);
+        descriptor.selector_name = type.selector_name.c_str();
+        descriptor.selector_offset = offset_of(record, {type.selector_name});
+    }
+
+    // Of what steps from field to field lead to.
+    uint32_t offset_of(const tlvc::Type &record, const std::vector<std::string> &path) {
+        uint64_t offset = 0;
+        const tlvc::Type *type = &record;
+        for (const std::string &step : path) {
+            const auto field = std::find_if(type->fields.begin(), type->fields.end(),
+                                            [&](const tlvc::Field &each) { return each.name == step; });
+            offset += layouts_.of(*type).offsets[static_cast<size_t>(field - type->fields.begin())];
+            type = field->type;
+        }
+        return static_cast<uint32_t>(offset);
+    }
+
+    uint32_t offset_of_alternatives(const tlvc::Type &record, const tlvc::Type &type) {
+        const auto field =
+            std::find_if(record.fields.begin(), record.fields.end(), [&](const tlvc::Field &each) {
+                return each.storage == tlvc::Field::Storage::Alternatives && each.type == &type;
+            });
+        return static_cast<uint32_t>(
+            layouts_.of(record).offsets[static_cast<size_t>(field - record.fields.begin())]);
+    }
+
+    const char *keep(std::string text) { return result_.texts_.emplace_back(std::move(text)).c_str(); }
+    const char *text(const tlvc::Doc &lines) { return keep(fmt::format("{}", fmt::join(lines, " "))); }
+
+    SchemaTypes &result_;
+    std::map<const tlvc::Type *, tlvmsg_type *> descriptors_;
+    tlvc::Layouts layouts_{sizeof(void *) == 8 ? tlvc::lp64 : tlvc::ilp32};
+};
+
+SchemaTypes::SchemaTypes(const std::vector<std::string> &files) {
+    tlvc::Sources sources;
+    tlvc::Diagnostics faults;
+    try {
+        schema_ = tlvc::compile(files, sources, faults);
+    } catch (const base::IoError &error) {
+        throw Failure(exit_io, error.what());
+    } catch (const std::filesystem::filesystem_error &error) {
+        throw Failure(exit_io, error.what());
+    }
+    if (schema_ == nullptr) {
+        complain(tlvc::render(faults, sources, false));
+        throw Failure(exit_usage, fmt::format("{}: no schema", fmt::join(files, ", ")));
+    }
+    Builder(*this).build();
+}
+
+SchemaTypes::~SchemaTypes() = default;
+
+} // namespace tlvmsg::tool
