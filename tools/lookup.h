@@ -9,11 +9,40 @@
 
 namespace tlvmsg::tool {
 
-// By name or, in decimal or 0x hex, by tag. Throws Failure(exit_usage) that suggests the nearest name.
+// The types to choose from, by name. Which those are, is decided here alone.
+const std::vector<const tlvmsg_type *> &all_types();
+
+// By name or, in decimal or 0x hex, by tag: a script's name never means another type when types are added.
+// Throws Failure(exit_usage) that suggests the nearest name.
 const tlvmsg_type *find_type(const std::string &name);
 
-// All whose names contain the pattern or, when it has * or ?, match it as a whole; by name.
-std::vector<const tlvmsg_type *> types_like(const std::string &pattern);
+// The same for people to whom the type is shown: also by a part of its name, if no other has it.
+const tlvmsg_type *find_type_like(const std::string &name);
+
+// Which types; what is empty or null leaves the choice open. Upper case means the same as lower case.
+struct TypeFilter {
+    std::string pattern; // a part of the name or, when it has * or ?, the whole
+    std::string_view kind = {};
+    std::string family = {};
+    const tlvmsg_type *used = nullptr; // in a member, item, alternative or selector
+};
+std::vector<const tlvmsg_type *> types_like(const TypeFilter &filter);
+
+// Where a word occurs: in the name or the purpose of a type or of something in it.
+struct Find {
+    const char *what; // "type", "member", "alternative", "enumerator"
+    const tlvmsg_type *in;
+    const char *name;
+    const tlvmsg_type *type; // the one found, or a member's or alternative's
+    uint32_t value;          // an enumerator's
+    const char *doc;
+};
+std::vector<Find> find_word(const std::string &word);
+
+std::vector<std::string> families();
+
+// Of exactly that name, or null.
+const tlvmsg_type *type_by_name(const std::string &name);
 
 // The scalar that its encoder writes with this tag, or the type that the tag is of; or null.
 const tlvmsg_type *type_by_tag(uint16_t tag);

@@ -149,6 +149,10 @@ const std::vector<ExitMeaning> &exit_meanings() {
     return meanings;
 }
 
+void add_json_flag(CLI::App *command, bool &json) {
+    command->add_flag("--json", json, "One JSON value instead of lines for people");
+}
+
 CLI::Option *add_argument(CLI::App *command, const std::string &name, const std::string &description,
                           const std::string &otherwise, std::function<bool(const std::string &)> take) {
     return command->add_option(

@@ -96,6 +96,9 @@ CLI::Option *add_choice(CLI::App *command, const std::string &name, Value &value
     return add_argument(command, name, description, "is none of " + all, take)->type_name(all);
 }
 
+// --json, for what is otherwise for people.
+void add_json_flag(CLI::App *command, bool &json);
+
 // An option that takes a number; `value` may be optional.
 template <class Value>
 CLI::Option *add_number(CLI::App *command, const std::string &name, Value &value,

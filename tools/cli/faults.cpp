@@ -4,32 +4,60 @@
 #include "tools/text.h"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <span>
 
 namespace tlvmsg::tool {
 
 namespace {
 
-struct ToolCode {
-    int status;
+struct Explanation {
     const char *name;
     const char *text;
 };
 
-// The failures that are none of a message's bytes.
-constexpr ToolCode tool_codes[] = {
-    {exit_usage, "usage",
+// In the order of ToolCode.
+constexpr Explanation tool_codes[] = {
+    {"usage",
      "The command line asks for something that does not exist: a command, an option, a type, a code, a "
      "filter. --help behind any command shows what it takes, with examples."},
-    {exit_malformed, "malformed-input",
+    {"malformed-input",
      "The input is not in the form that it should have: text that is no hex, JSON that does not describe the "
      "type, a capture file that ends early. The message names the line, the JSON path or the file."},
-    {exit_io, "input-output",
-     "A file cannot be opened, read or written; the operating system's reason follows."},
+    {"input-output", "A file cannot be opened, read or written; the operating system's reason follows."},
+    {"fragment",
+     "The frame holds a part of an IP packet, and the others that it takes are not in the capture, or "
+     "too far away. Capture all fragments: a filter by port lets only the first one through."},
+    {"segment", "The frame holds a part of a TCP stream in which no whole message ends. A message that takes "
+                "several segments is put together when --framing says how messages are delimited."},
+    {"cut",
+     "Fewer bytes of the frame were captured than were sent, so the end of its message is missing. Capture "
+     "whole frames: tcpdump -s 0."},
+    {"ambiguous",
+     "Several types fit the frame equally well, and none is preferred without a reason. 'types' lists "
+     "them; -t names the type, or --type-of the type for a port or for a message type."},
+    {"unknown-message",
+     "The frame's payload as a whole is no message of any type, nor several: it is of another "
+     "protocol, damaged, or has bytes around the message. -t shows what is wrong with a type that "
+     "it should have, --offset and --framing skip what is before a message, and tlv guess searches."},
+    {"link-type", "It is not known where in frames of this link type the payload begins. --offset says it."},
 };
+static_assert(std::size(tool_codes) == static_cast<size_t>(ToolCode::link_type) + 1, "a text for each code");
+
+ToolCode code_of(const Failure &failure) {
+    switch (failure.exit_status) {
+    case exit_usage:
+        return ToolCode::usage;
+    case exit_io:
+        return ToolCode::input_output;
+    default:
+        return ToolCode::malformed_input;
+    }
+}
 
 // Up to sixteen bytes, the one in question in their midst.
 void show_context(size_t offset, const Input &input) {
@@ -47,6 +75,25 @@ void complain_of(std::string_view label, std::string_view message, Colour colour
 }
 
 } // namespace
+
+const char *code_name(ToolCode code) { return tool_codes[static_cast<size_t>(code)].name; }
+
+nlohmann::ordered_json error_json(const tlvmsg_fault &fault) {
+    return {{"code", tlvmsg_code_name(fault.code)},
+            {"path", fault.path},
+            {"offset", fault.offset},
+            {"found", fault.found},
+            {"allowed", fault.allowed},
+            {"text", fault_message(fault)}};
+}
+
+nlohmann::ordered_json error_json(ToolCode code, std::string_view text) {
+    return {{"code", code_name(code)}, {"text", shown(text)}};
+}
+
+nlohmann::ordered_json error_json(const Failure &failure) {
+    return error_json(code_of(failure), failure.what());
+}
 
 std::string fault_text(const tlvmsg_fault &fault) {
     std::string text(TLVMSG_FAULT_TEXT, '\0');
@@ -74,11 +121,7 @@ void report(const tlvmsg_fault &fault, const Input &input) {
 }
 
 void report(const Failure &failure) {
-    const auto *const code =
-        std::find_if(std::begin(tool_codes), std::end(tool_codes),
-                     [&](const ToolCode &each) { return each.status == failure.exit_status; });
-    const char *const name = code != std::end(tool_codes) ? code->name : "failed";
-    complain_of(fmt::format("error[{}]", name), failure.what(), Colour::red);
+    complain_of(fmt::format("error[{}]", code_name(code_of(failure))), failure.what(), Colour::red);
 }
 
 void report_out_of_memory() {
@@ -94,9 +137,8 @@ std::vector<std::string> code_names() {
     for (int code = TLVMSG_OK + 1; code < TLVMSG_CODE_COUNT; ++code) {
         names.emplace_back(tlvmsg_code_name(static_cast<tlvmsg_code>(code)));
     }
-    for (const ToolCode &code : tool_codes) {
-        names.emplace_back(code.name);
-    }
+    std::transform(std::begin(tool_codes), std::end(tool_codes), std::back_inserter(names),
+                   [](const Explanation &each) { return each.name; });
     return names;
 }
 
@@ -105,12 +147,9 @@ std::string code_text(const std::string &name) {
     if (tlvmsg_code_find(name.c_str(), &found)) {
         return tlvmsg_code_text(found);
     }
-    for (const ToolCode &code : tool_codes) {
-        if (name == code.name) {
-            return code.text;
-        }
-    }
-    return "";
+    const auto *const own = std::find_if(std::begin(tool_codes), std::end(tool_codes),
+                                         [&](const Explanation &each) { return name == each.name; });
+    return own != std::end(tool_codes) ? own->text : "";
 }
 
 } // namespace tlvmsg::tool

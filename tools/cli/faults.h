@@ -1,4 +1,4 @@
-// What goes to standard error, and the codes in it: "tlv: error[wrong-tag]: ...".
+// What goes to standard error, and the codes in it: "tlv: error[wrong-tag]: ..."; in JSON, an object each.
 #pragma once
 
 #include "failure.h"
@@ -6,11 +6,35 @@
 
 #include <tlvmsg/inspect.h>
 
+#include <nlohmann/json_fwd.hpp>
+
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tlvmsg::tool {
+
+// The command's own codes, beside the library's.
+enum class ToolCode {
+    // Of failures.
+    usage,
+    malformed_input,
+    input_output,
+    // Of frames in captures: why there is no message to show.
+    fragment,
+    segment,
+    cut,
+    ambiguous,
+    unknown_message,
+    link_type,
+};
+
+const char *code_name(ToolCode code); // "malformed-input"
+
+// {"code", "path", "offset", "found", "allowed", "text"}: all of a fault, code and text of anything else.
+nlohmann::ordered_json error_json(const tlvmsg_fault &fault);
+nlohmann::ordered_json error_json(ToolCode code, std::string_view text);
+nlohmann::ordered_json error_json(const Failure &failure);
 
 // "error[code]: path: what at byte n".
 std::string fault_text(const tlvmsg_fault &fault);

@@ -31,7 +31,7 @@ const tlvmsg_type *type_for(const MessageOptions &options, const Input &input) {
     if (!options.type.empty() || input.type.empty()) {
         return options.type.empty() ? nullptr : find_type(options.type);
     }
-    const tlvmsg_type *const type = tlvmsg_type_find(input.type.c_str());
+    const tlvmsg_type *const type = type_by_name(input.type);
     if (type == nullptr) {
         throw Failure(exit_malformed, fmt::format("{}: no type is called '{}'", input.name, input.type));
     }

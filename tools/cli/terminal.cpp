@@ -3,6 +3,7 @@
 #include "failure.h"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cerrno>
@@ -88,6 +89,10 @@ void print(std::string_view text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
         output_failed();
     }
+}
+
+void print_json(const nlohmann::ordered_json &value) {
+    print(value.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n");
 }
 
 void finish_output() {

@@ -1,6 +1,8 @@
 // Standard output and standard error: what can go wrong with them, and what is only for the eye.
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
+
 #include <chrono>
 #include <cstdint>
 #include <optional>
@@ -14,6 +16,9 @@ struct ReaderGone {};
 
 // To standard output. Throws ReaderGone, or Failure(exit_io) when it cannot be written.
 void print(std::string_view text);
+
+// One value, over several lines.
+void print_json(const nlohmann::ordered_json &value);
 
 // Writes out what is still buffered; throws as print does.
 void finish_output();

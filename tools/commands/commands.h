@@ -10,6 +10,7 @@ void add_decode(Cli &cli);
 void add_diff(Cli &cli);
 void add_encode(Cli &cli);
 void add_explain(Cli &cli);
+void add_find(Cli &cli);
 void add_guess(Cli &cli);
 void add_help(Cli &cli); // behind those that it explains
 void add_sample(Cli &cli);

@@ -6,24 +6,46 @@
 #include "tools/cli/failure.h"
 #include "tools/cli/terminal.h"
 #include "tools/lookup.h"
+#include "type_json.h"
 
 #include <memory>
 
 namespace tlvmsg::tool {
 
 void add_show(Cli &cli) {
-    const auto options = std::make_shared<std::string>();
+    struct Options {
+        std::string type;
+        bool json = false;
+    };
+    const auto options = std::make_shared<Options>();
     CLI::App *const command = cli.add(
         "show",
         {"Show a type: its purpose, C declaration and layout on the wire",
          {"Sizes include headers. An offset with a + is the least that it can be, since something before it "
-          "varies in size."},
-         {{"tlv show zel_led_control", "the type of that name"}, {"tlv show 1357", "the type of that tag"}}},
+          "varies in size.",
+          std::string(
+              "JSON is an object: what tlv types tells of the type, its size, alignment, min_encoded and "
+              "max_encoded, and where they apply enumerators, members, alternatives and its selector, "
+              "element and "
+              "capacity. Members and alternatives have the size and the min_encoded and max_encoded of their "
+              "type. ") +
+              type_json_help},
+         {{"tlv show zel_led_control", "the type of that name"},
+          {"tlv show VLAN_STATS_M", "the one type whose name has that part; of several, which there are"},
+          {"tlv show --json 1357 | jq '.members[] | {path, offset}'", "the fields of the type of that tag"}}},
         [options] {
-            print(show(find_type(*options)));
+            const tlvmsg_type *const type = find_type_like(options->type);
+            if (options->json) {
+                print_json(type_json(type));
+            } else {
+                print(show(type));
+            }
             return exit_fine;
         });
-    command->add_option("TYPE", *options, "A type, by name or by tag")->type_name("TYPE")->required();
+    command->add_option("TYPE", options->type, "A type, by name, part of it, or tag")
+        ->type_name("TYPE")
+        ->required();
+    add_json_flag(command, options->json);
 }
 
 } // namespace tlvmsg::tool

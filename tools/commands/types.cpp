@@ -1,51 +1,98 @@
-// types: their names, kinds, tags and purposes.
+// types: their names, kinds, tags, families and purposes.
 #include "commands.h"
 
 #include "tools/cli/cli.h"
 #include "tools/cli/failure.h"
 #include "tools/cli/terminal.h"
 #include "tools/lookup.h"
+#include "type_json.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace tlvmsg::tool {
 
 namespace {
 
-int list_types(const std::string &pattern, bool details) {
-    const std::vector<const tlvmsg_type *> types = types_like(pattern);
-    for (const tlvmsg_type *type : types) {
-        if (!details) {
-            print(fmt::format("{}\n", type->name));
-            continue;
+struct Options {
+    TypeFilter filter;
+    std::string used;
+    bool details = false;
+    bool json = false;
+};
+
+std::string details_of(const tlvmsg_type *type) {
+    const std::string tag = type->tag != 0 ? fmt::format("{}", type->tag) : "-";
+    return fmt::format("{:<18}  {:>5}  {:<8}  {}{}{}\n", kind_name(type->kind), tag,
+                       *type->family != '\0' ? type->family : "-", type->name, *type->doc != '\0' ? ": " : "",
+                       type->doc);
+}
+
+int list_types(const Options &options) {
+    TypeFilter filter = options.filter;
+    filter.used = options.used.empty() ? nullptr : find_type_like(options.used);
+    const std::vector<const tlvmsg_type *> types = types_like(filter);
+    if (options.json) {
+        auto list = nlohmann::ordered_json::array();
+        std::transform(types.begin(), types.end(), std::back_inserter(list), type_summary);
+        print_json(list);
+    } else {
+        for (const tlvmsg_type *type : types) {
+            print(options.details ? details_of(type) : fmt::format("{}\n", type->name));
         }
-        const std::string tag = type->tag != 0 ? fmt::format("{}", type->tag) : "-";
-        print(fmt::format("{:<18}  {:>5}  {}{}{}\n", kind_name(type->kind), tag, type->name,
-                          *type->doc != '\0' ? ": " : "", type->doc));
     }
     return types.empty() ? exit_found : exit_fine;
+}
+
+// As kinds are listed, but a word each: "dynamic-array".
+Words<std::string_view> kind_words() {
+    Words<std::string_view> words;
+    for (int kind = TLVMSG_SCALAR; kind <= TLVMSG_UNION; ++kind) {
+        const std::string_view name = kind_name(static_cast<tlvmsg_kind>(kind));
+        std::string word(name);
+        std::replace(word.begin(), word.end(), ' ', '-');
+        if (words.empty() || words.back().second != name) { // bounded arrays have one name for two kinds
+            words.emplace_back(word, name);
+        }
+    }
+    return words;
+}
+
+Words<std::string> family_words() {
+    Words<std::string> words;
+    for (const std::string &family : families()) {
+        words.emplace_back(family, family);
+    }
+    return words;
 }
 
 } // namespace
 
 void add_types(Cli &cli) {
-    struct Options {
-        std::string word;
-        bool details = false;
-    };
     const auto options = std::make_shared<Options>();
-    CLI::App *const command =
-        cli.add("types",
-                {"List the types of the schema",
-                 {"A pattern is a part of the name or, with * or ?, the whole of it."},
-                 {{"tlv types", "all names, one a line"},
-                  {"tlv types -l led", "kind, tag and purpose of what has to do with LEDs"},
-                  {"tlv types '*_message' | wc -l", "how many messages there are"}}},
-                [options] { return list_types(options->word, options->details); });
-    command->add_option("PATTERN", options->word, "Only types of such names")->type_name("PATTERN");
-    command->add_flag("-l,--long", options->details, "Kind, tag, name and purpose");
+    CLI::App *const command = cli.add(
+        "types",
+        {"List the types of the schema",
+         {"A pattern is a part of the name or, with * or ?, the whole of it, in upper or lower case. Exits "
+          "with 1 "
+          "when there is no such type.",
+          std::string("JSON is an array of objects with name, family, section, doc, kind and tag. ") +
+              type_json_help},
+         {{"tlv types", "all names, one a line"},
+          {"tlv types -l led", "kind, tag, family and purpose of what has to do with LEDs"},
+          {"tlv types --kind message --family voice | wc -l", "how many messages there are for voice ports"},
+          {"tlv types --used-by zel_led_control", "what has a member, item or alternative of that type"}}},
+        [options] { return list_types(*options); });
+    command->add_option("PATTERN", options->filter.pattern, "Only types of such names")->type_name("PATTERN");
+    command->add_flag("-l,--long", options->details, "Kind, tag, family, name and purpose");
+    add_choice(command, "--kind", options->filter.kind, kind_words(), "Only types of that kind");
+    add_choice(command, "--family", options->filter.family, family_words(), "Only types of that family");
+    command->add_option("--used-by", options->used, "Only types that use this one directly")
+        ->type_name("TYPE");
+    add_json_flag(command, options->json);
 }
 
 } // namespace tlvmsg::tool

@@ -1,7 +1,7 @@
 # Help, manual pages and completions, which all come from one definition.
 . "$(dirname "$0")/lib.sh"
 commands=$(sed -n 's/^ *:\*) words=.\(.*\) --version.*/\1/p' "$TLV_SHARE/bash-completion/completions/tlv")
-equal "$(wc -w <<<"$commands")" 11
+equal "$(wc -w <<<"$commands")" 12
 
 run --help; is 0; quiet; prints '^Exit status:'; prints '^Examples:'
 tlv sample --help >help; run help sample; is 0; same help out
@@ -56,6 +56,9 @@ complete_words tlv decode --type = ifid led.b; prints '^led.bin$'
 complete_words tlv help ver; prints '^verify$'
 complete_words tlv show zel_led_contr; prints '^zel_led_control$'
 complete_words tlv sample --kind bo; prints '^boundary$'
+complete_words tlv types --family voi; prints '^voice$'
+complete_words tlv types --kind dynamic; prints '^dynamic-array dynamic-byte-array$'
+complete_words tlv types --used-by zel_led_contr; prints '^zel_led_control$'
 complete_words tlv explain wrong-t; prints '^wrong-tag$'
 complete_words tlv verify --st; prints '^--strict$'
 complete_words tlv annotate led.b; prints '^led.bin$'

@@ -26,7 +26,8 @@ for words in "$control" "decode -t $control" "decode $control" "decode --in $con
     run $words; [ "$status" -ne 0 ] || fail "$words"
     error_has 'a\\x1B\[31m\\xC2\\x9B\\x01†'
 done
-run sample "$(printf '%0100000d' 99999)"; is 2; error_has "^tlv: .{200,2000}'tlv types' lists"
+run sample "$(printf '%0100000d' 99999)"; is 2; error_has "^tlv: .*'tlv types' lists"
+[ "$(wc -c <err)" -lt 2000 ] || fail 'a flood'
 run diff led.bin; is 2
 run diff - -; is 2
 run show; is 2
@@ -40,17 +41,41 @@ run annotate /; is 4; error_has 'error\[input-output\]'
 run types; is 0; quiet
 equal "$(wc -l <out)" "$(sort -u out | wc -l)"
 run types 'zel_led_c*l'; is 0; equal "$(cat out)" zel_led_control
-run types -l zel_led_control; prints '^structure +1357  zel_led_control: .*LED'
+run types -l zel_led_control; prints '^structure +1357  voice +zel_led_control: .*LED'
+run types --kind enumeration --family voice LED; equal "$(cat out)" zel_led_color
+run types --used-by zel_led_color; equal "$(cat out)" zel_led_control                      # a member
+run types --used-by ipv6_addr; prints '^ip_address_type_union$'                            # an alternative
+run types --used-by zel_vlan_counters; prints '^zel_vlan_stat_bundle_vlan_counters_array$' # an item
+run types --family voices; is 2; error_has 'cellular\|.*voice\|'
+run types --kind tree; is 2; error_has 'message\|.*dynamic-array\|'
+equal "$(for kind in $(tlv types --help | grep -oE 'scalar\|[^ ]+' | tr '|' ' '); do tlv types --kind "$kind"; done | sort)" "$(tlv types | sort)"
+run types -l --json zel_led_control; equal "$(jq -c ".[] | [.name, .kind, .tag, .family]" out)" '["zel_led_control","structure",1357,"voice"]'
 run types nothing_like_it; is 1; equal "$(cat out)" ''
 run show 0x054D; is 0
 prints '^zel_led_control: structure, tag 1357'
 prints '^28 bytes on the wire, 8 in memory'
 prints '^    uint16_t slot;'
 prints '^ +16 +12    color: zel_led_color, tag 1362'
+run show vlan_STATS_m; is 0; prints '^zel_tib_vlan_stats_message: message'
+run show led_co; is 2; error_has "several types are like 'led_co': .*, zel_led_color, zel_led_control$"
+run show message; is 2; error_has "and [0-9]+ more; 'tlv types message' lists"
+run decode -t ZEL_LED_CONTROL led.bin; is 2; error_has "did you mean 'zel_led_control'" # scripts spell it as it is
+run decode -t led led.bin; is 2; error_has "'tlv types led' lists [0-9]+"
+run find VLAN; is 0
+prints '^zel_vlan_stat_bundle.vlan_counters: zel_vlan_stat_bundle_vlan_counters_array'; prints '^ether_cfg: structure, .*VLAN bitmaps'
+run find dhcp; prints '^[a-z_]+\.dhcp = [0-9]+'
+run find --json ipv6_maddr; equal "$(jq -c '.[] | select(.found == "alternative") | [.in, .name, .type] ' out)" '["ip_address_type_union","ipv6_maddr","ipv6_maddr"]'
+run find nowhere_at_all; is 1
 run show ip_address; prints '^ +16\+ +12    length: addr_length'
 run show ip_address_type_union; prints '^        struct ipv6_addr ipv6;'; prints 'type 1 ipv4: ipv4_addr'
 run show zel_vlan_stat_bundle_vlan_counters_array; prints '^    struct zel_vlan_counters \*items;'
 run explain; for code in $(cat out); do tlv explain "$code" | grep -q ' ' || fail "$code is not explained"; done
 run explain usage; prints 'command line'
-for type in $(tlv types -l | sort -u -k1.1,1.18 | cut -c28- | sed 's/:.*//'); do run show "$type"; is 0; done
+equal "$(tlv explain | sort | uniq -d)" ''
+equal "$(tlv explain --json | jq -r '.[].code')" "$(tlv explain)"
+equal "$(tlv explain --json cut | jq -r .code)" cut
+for type in $(tlv types -l | sort -u -k1.1,1.18 | cut -c38- | sed 's/:.*//'); do
+    run show "$type"; is 0
+    run show --json "$type"; equal "$(jq -r .name out)" "$type"
+done
 finish
