@@ -35,7 +35,11 @@ std::string cut(std::string text, size_t longest) {
     return text;
 }
 
-std::string quoted(const std::string &text) { return cut(nlohmann::json(text).dump(-1, ' ', true)); }
+std::string quoted(const std::string &text) {
+    constexpr size_t enough = 64; // to be cut
+    const nlohmann::json start(text.substr(0, enough));
+    return cut(start.dump(-1, ' ', true, nlohmann::json::error_handler_t::replace));
+}
 
 std::string no_such(const std::string &what, const std::string &name,
                     const std::vector<std::string_view> &names) {

@@ -21,7 +21,7 @@ struct TextFault {
 
 std::string cut(std::string text, size_t longest = 60);
 
-// Text from the input, in quotes.
+// Text from the input, in quotes: its beginning, where it is long.
 std::string quoted(const std::string &text);
 
 // 'no member "colour", did you mean 'color'?'

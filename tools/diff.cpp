@@ -1,7 +1,7 @@
 #include "diff.h"
 
 #include "fields.h"
-#include "record.h"
+#include "forms.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,6 +1,6 @@
 // Messages without a type as JSON and as lines.
+#include "forms.h"
 #include "raw.h"
-#include "record.h"
 #include "text.h"
 
 #include <tlvmsg/inspect.h>

@@ -1,7 +1,7 @@
 // Records to look at and to test with.
 #pragma once
 
-#include "record.h"
+#include "forms.h"
 
 namespace tlvmsg::tool {
 

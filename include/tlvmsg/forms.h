@@ -1,6 +1,7 @@
 /*
  * forms.h - messages in the forms that people and other programs read and write. A header a subject:
  *
+ *     forms/hex.h      bytes that somebody wrote down as text
  *     forms/json.h     records as JSON, and back
  *     forms/partial.h  what can be read of a broken encoding, as JSON
  *     forms/fault.h    why something could not be read or done
@@ -20,6 +21,7 @@
 #define TLVMSG_FORMS_H
 
 #include <tlvmsg/forms/fault.h>
+#include <tlvmsg/forms/hex.h>
 #include <tlvmsg/forms/json.h>
 #include <tlvmsg/forms/partial.h>
 

@@ -7,7 +7,7 @@
 #include "tools/cli/message_options.h"
 #include "tools/cli/terminal.h"
 #include "tools/raw.h"
-#include "tools/record.h"
+#include "tools/forms.h"
 #include "tools/text.h"
 
 #include <fmt/format.h>

@@ -8,7 +8,7 @@
 #include "tools/input/capture.h"
 #include "tools/input/payload.h"
 #include "tools/lookup.h"
-#include "tools/record.h"
+#include "tools/forms.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>

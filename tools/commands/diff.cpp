@@ -9,7 +9,7 @@
 #include "tools/diff.h"
 #include "tools/guess.h"
 #include "tools/lookup.h"
-#include "tools/record.h"
+#include "tools/forms.h"
 
 #include <fmt/format.h>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "tools/cli/cli.h"
-#include "tools/record.h"
+#include "tools/forms.h"
 
 namespace tlvmsg::tool {
 

@@ -4,8 +4,7 @@
 #include "tools/cli/failure.h"
 #include "tools/cli/terminal.h"
 #include "tools/element.h"
-#include "tools/hex_text.h"
-#include "tools/text_line.h"
+#include "tools/forms.h"
 
 #include <fmt/format.h>
 
@@ -19,6 +18,9 @@
 namespace tlvmsg::tool {
 
 namespace {
+
+// No message comes near; a limit keeps an endless or lying input from filling the memory.
+constexpr size_t largest_input = size_t{16} << 20;
 
 File open(const std::string &path) {
     if (path == "-" && isatty(STDIN_FILENO) != 0) {
@@ -58,22 +60,28 @@ std::string read_text(const std::string &path) {
 std::vector<Input> read_inputs(const std::string &path, InputForm form) {
     const std::string text = read_text(path);
     const std::string name = file_name(path);
-    if (form == InputForm::raw || (form == InputForm::detect && !looks_like_text(text))) {
+    if (form == InputForm::raw || (form == InputForm::detect && !tlvmsg_is_text(text.data(), text.size()))) {
         Input input{name, {text.begin(), text.end()}, ""};
         drop_newline(input.bytes);
         return {input};
     }
     try {
-        std::vector<HexText> messages = parse_hex(text);
+        const List<tlvmsg_hex_message> messages = read_hex(text);
         std::vector<Input> inputs;
-        for (HexText &each : messages) {
-            const bool alone = messages.size() == 1;
-            inputs.push_back({alone ? name : fmt::format("{}:{}", name, each.line), std::move(each.bytes),
-                              std::move(each.type), alone});
+        for (const tlvmsg_hex_message &each : messages) {
+            inputs.push_back({fmt::format("{}:{}", name, each.line),
+                              {each.bytes, each.bytes + each.size},
+                              each.type,
+                              each.line,
+                              messages.size() == 1});
+        }
+        if (inputs.size() == 1) {
+            inputs[0].name = name;
         }
         return inputs;
     } catch (const Failure &failure) {
-        throw Failure(failure.exit_status, fmt::format("{}: {}", name, failure.what()));
+        throw Failure(failure.exit_status,
+                      fmt::format("{}: {}; --in raw takes it as it is", name, failure.what()));
     }
 }
 
@@ -81,7 +89,8 @@ Input read_input(const std::string &path, InputForm form) {
     std::vector<Input> inputs = read_inputs(path, form);
     if (inputs.size() > 1) {
         throw Failure(exit_malformed,
-                      fmt::format("{}: {} messages, where one is wanted", file_name(path), inputs.size()));
+                      fmt::format("{}: a second dump begins in line {}, where one message is wanted",
+                                  file_name(path), inputs[1].line));
     }
     return std::move(inputs[0]);
 }

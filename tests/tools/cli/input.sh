@@ -65,17 +65,48 @@ run verify several.txt; is 0
 prints '^several.txt:2: ifid, 44 of 44 bytes'; prints '^several.txt:5: kavu_analogbri_generic_report, 19 of 19'
 run annotate several.txt; cp out first; run annotate first; equal "$(grep -v '^# ' out)" "$(grep -v '^# ' first)"
 run decode --compact several.txt; equal "$(wc -l <out)" 2
-run diff several.txt led.bin; is 3; error_has '2 messages'
+run diff several.txt led.bin; is 3; error_has 'a second dump begins in line 5'
+
+# Other spellings: in logs, literals of Python, base64. What is left of the line, and what follows, is said.
+log='2026-11-21 10:00:01.5 DEBUG'
+logged() { sed "s/^/$log /" "$1"; }
+xxd led.bin >dump; od -Ax -tx1 led.bin >od; xxd -p led.bin >plain; xxd -i led.bin >c
+{ echo 'rx 120 bytes'; cat dump; echo done; } >chat
+mkdir other
+logged chat >other/dump; logged od >other/od; hexdump -C big.bin | sed "s/^/10:00:01 /" >other/squeezed
+logged plain >other/plain; sed 's/^/Nov 21 10:00:01 host tlvd[7]: rx: /' plain >other/syslog; sed 's/^/[12.5] <7> /' plain >other/kernel
+python3 -c 'print("x = bytearray(", repr(open("led.bin", "rb").read()), ")")' >other/python
+python3 -c 'b = open("led.bin", "rb").read(); print("# two\n(", repr(b[:50]), "\n ", repr(b[50:]), ")")' >other/python_lines
+python3 -c 'print("rx:", list(open("led.bin", "rb").read()))' | sed "s/^/$log /" >other/list
+base64 led.bin >other/base64; base64 -w0 led.bin | sed "s/^/$log /" >other/base64_line
+for spelling in other/*; do
+    bytes_of "$spelling" >read.bin
+    case $spelling in *squeezed) same read.bin big.bin ;; *) same read.bin led.bin ;; esac
+done
+several() { tlv decode --compact "$1" >out 2>err; status=$?; is 0; equal "$(cat out)" "$(printf '%s\n' "$expected" "$expected")"; }
+expected=$(tlv decode --compact led.bin 2>err)
+for spelling in dump od chat c other/python other/list other/dump; do
+    cat $spelling $spelling >twice; several twice
+done
+run diff -t $message twice led.bin; is 3; error_has "a second dump begins in line $(($(wc -l <other/dump) + 2))"
 
 # Text that is no message names the line.
 malformed() { printf "$1" | tlv decode >out 2>err; status=$?; is 3; error_has "$2"; }
 malformed '03 E9\n0\n' 'line 2: .*odd number'
 malformed 'hello\n' "line 1: .*hello.*--in raw"
-malformed '0  03 E9 | x\n3  00 | y\n' 'line 2: offset 3, but 2 bytes precede'
-malformed '0  03 E9 | x\n2  0G | y\n' "line 2: '0G'"
-malformed '0 (00 × 2 | x\n' "line 1: '×'"
+malformed '0  03 E9 | x\n3  00 | y\n' 'line 2: "3" is the offset, but 2 bytes precede'
+malformed '0  03 E9 | x\n2  0G | y\n' 'line 2: "0G"'
+malformed '0 (00 × 2 | x\n' 'line 1: "\\u00d7"'
 malformed 'type nothing\n' "no type is called 'nothing'"
-malformed '{ 1, 256 }' "'256'"
+malformed '{ 1, 256 }' '"256"'
+malformed "$log 0000: 03 e9\n$log 0010: 00\n" 'line 2: "0010" is no offset of what follows 2 bytes'
+malformed "$log 0000: 03 e9\n$log 0002: 0G\n" 'line 2: "0G"'
+malformed "$log port 12 03 e9\n" '"port"'
+malformed "x = b'03' * 2" 'no expressions'
+malformed 'internationalization\n' 'neither hex'
+malformed '[1, 2] 03 e9' '"\[1,"'
+malformed 'type \233[2J\n' '"\\ufffd\[2J"'
+printf '%016000000d' 0 | tr 0 z | tlv decode >out 2>err; status=$?; is 3; [ "$(wc -c <err)" -lt 300 ] || fail 'a long word'
 malformed '0 00 × 99999999999 | x\n' 'line 1: '
 hexdump led.bin | tlv decode >out 2>err; status=$?; is 3 # words in the host's order
 

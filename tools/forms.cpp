@@ -1,14 +1,23 @@
-#include "record.h"
+#include "forms.h"
 
 #include "tools/cli/failure.h"
-
-#include <tlvmsg/forms.h>
 
 #include <fmt/format.h>
 
 #include <new>
 
 namespace tlvmsg::tool {
+
+namespace {
+
+[[noreturn]] void fail(const tlvmsg_text_fault &fault, const std::string &place) {
+    if (fault.code == TLVMSG_TEXT_OUT_OF_MEMORY) {
+        throw std::bad_alloc();
+    }
+    throw Failure(exit_malformed, fmt::format("{}: {}", place, fault.message));
+}
+
+} // namespace
 
 // What new gives is aligned for every standard type, and records are made of those.
 Record::Record(const tlvmsg_type *type) : type_(type), bytes_(std::make_unique<uint8_t[]>(type->size)) {}
@@ -42,12 +51,19 @@ Record from_json(const tlvmsg_type *type, std::string_view text) {
     Record record(type);
     tlvmsg_text_fault fault;
     if (!tlvmsg_from_json(type, text.data(), text.size(), nullptr, record.data(), &fault)) {
-        if (fault.code == TLVMSG_TEXT_OUT_OF_MEMORY) {
-            throw std::bad_alloc();
-        }
-        throw Failure(exit_malformed, fmt::format("{}: {}", fault.path, fault.message));
+        fail(fault, fault.path);
     }
     return record;
+}
+
+List<tlvmsg_hex_message> read_hex(std::string_view text) {
+    tlvmsg_hex_message *messages = nullptr;
+    size_t count = 0;
+    tlvmsg_text_fault fault;
+    if (!tlvmsg_read_hex(text.data(), text.size(), &messages, &count, &fault)) {
+        fail(fault, fmt::format("line {}", fault.line));
+    }
+    return {messages, count};
 }
 
 } // namespace tlvmsg::tool

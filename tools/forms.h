@@ -1,8 +1,9 @@
-// A record of any type, with the blocks of its dynamic arrays; from and to bytes and JSON.
+// The library of forms in C++: what it hands out releases itself, and its faults are thrown.
 #pragma once
 
-#include <tlvmsg/inspect.h>
+#include <tlvmsg/forms.h>
 
+#include <cstddef>
 #include <memory>
 #include <span>
 #include <string>
@@ -10,6 +11,23 @@
 
 namespace tlvmsg::tool {
 
+// What the library hands out, with how many there are.
+template <class Item>
+class List {
+public:
+    List(Item *items, size_t count) : items_(items, tlvmsg_free), count_(count) {}
+
+    size_t size() const { return count_; }
+    const Item *begin() const { return items_.get(); }
+    const Item *end() const { return items_.get() + count_; }
+    const Item &operator[](size_t index) const { return items_[index]; }
+
+private:
+    std::unique_ptr<Item[], void (*)(void *)> items_;
+    size_t count_;
+};
+
+// A record of any type, with the blocks of its dynamic arrays.
 class Record {
 public:
     // All zero.
@@ -35,5 +53,8 @@ std::string to_json(const tlvmsg_type *type, const void *record, unsigned indent
 
 // Throws Failure(exit_malformed) that begins with the place.
 Record from_json(const tlvmsg_type *type, std::string_view text);
+
+// At least one message. Throws Failure(exit_malformed) that begins with the line's number.
+List<tlvmsg_hex_message> read_hex(std::string_view text);
 
 } // namespace tlvmsg::tool

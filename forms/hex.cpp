@@ -1,0 +1,111 @@
+// Every spelling in turn, until one is that of the text.
+#include "block.h"
+#include "hex_text.h"
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+
+namespace tlvmsg::forms {
+
+namespace {
+
+class Attempts {
+public:
+    explicit Attempts(std::string_view text) : text_(text) {}
+
+    bool succeeds(const std::function<HexMessages()> &read) {
+        try {
+            messages = read();
+        } catch (const HexFault &found) {
+            const auto offset = static_cast<size_t>(found.place - text_.data());
+            if (faults++ == 0 || offset > fault.offset) {
+                fault = {TLVMSG_TEXT_SYNTAX, offset, "", found.message};
+            }
+        }
+        return !messages.empty();
+    }
+
+    HexMessages messages;
+    TextFault fault{TLVMSG_TEXT_SYNTAX, 0, "", ""}; // of the spelling that got furthest
+    size_t faults = 0;
+
+private:
+    std::string_view text_;
+};
+
+HexMessages read_hex(std::string_view whole) {
+    const std::string_view text = whole.substr(whole.starts_with("\xEF\xBB\xBF") ? 3 : 0);
+    Attempts attempts(whole);
+    bool broken_log = false;
+    const auto dumps = [&](bool log) {
+        static constexpr int bases[] = {16, 8, 10};
+        const size_t faults = attempts.faults;
+        const bool read = std::any_of(std::begin(bases), std::end(bases), [&](int base) {
+            return attempts.succeeds([&] { return read_dumps(text, base, log); });
+        });
+        broken_log = log && attempts.faults > faults;
+        return read;
+    };
+    const bool read = dumps(false) || attempts.succeeds([&] { return read_annotated(text); }) ||
+                      attempts.succeeds([&] { return read_c_arrays(text); }) || dumps(true) ||
+                      attempts.succeeds([&] { return read_plain(text, false); }) ||
+                      attempts.succeeds([&] { return read_python_bytes(text); }) ||
+                      attempts.succeeds([&] { return read_python_lists(text); }) ||
+                      (!broken_log && attempts.succeeds([&] { return read_plain(text, true); })) ||
+                      attempts.succeeds([&] { return read_base64(text); });
+    if (!read) {
+        throw TextFault(attempts.fault);
+    }
+    return std::move(attempts.messages);
+}
+
+// The messages, and behind them their bytes and names.
+tlvmsg_hex_message *new_messages(const HexMessages &messages) {
+    size_t size = messages.size() * sizeof(tlvmsg_hex_message);
+    for (const HexMessage &each : messages) {
+        size += each.bytes.size() + each.type.size() + 1;
+    }
+    auto *const block = static_cast<tlvmsg_hex_message *>(new_block(size));
+    auto *next = reinterpret_cast<uint8_t *>(block + messages.size());
+    for (size_t i = 0; i < messages.size(); ++i) {
+        const HexMessage &each = messages[i];
+        uint8_t *const type = std::copy(each.bytes.begin(), each.bytes.end(), next);
+        block[i] = {next, each.bytes.size(), reinterpret_cast<const char *>(type), each.line};
+        next = std::copy(each.type.begin(), each.type.end(), type) + 1; // zero as the block is
+    }
+    return block;
+}
+
+} // namespace
+
+} // namespace tlvmsg::forms
+
+bool tlvmsg_is_text(const char *text, size_t length) {
+    return std::all_of(text, text + length, [](unsigned char byte) {
+        return byte >= ' '
+                   ? byte != 0x7F
+                   : std::string_view("\t\n\f\r").find(static_cast<char>(byte)) != std::string_view::npos;
+    });
+}
+
+bool tlvmsg_read_hex(const char *text, size_t length, tlvmsg_hex_message **messages, size_t *count,
+                     tlvmsg_text_fault *fault) {
+    using namespace tlvmsg::forms;
+    if (messages != nullptr) {
+        *messages = nullptr;
+    }
+    if (count != nullptr) {
+        *count = 0;
+    }
+    if ((text == nullptr && length > 0) || messages == nullptr || count == nullptr) {
+        give_null_argument(fault, messages == nullptr ? "messages" : count == nullptr ? "count" : "text");
+        return false;
+    }
+    const std::string_view whole(text != nullptr ? text : "", length);
+    return guarded(fault, whole, [&] {
+        const HexMessages read = read_hex(whole);
+        *messages = new_messages(read);
+        *count = read.size();
+    });
+}

@@ -1,0 +1,122 @@
+// Nothing but the bytes: as pairs of hex digits, or as base64.
+#include "hex_text.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace tlvmsg::forms {
+
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+
+constexpr std::string_view separators = " \t\r\f,;:-\"'";
+
+bool is_hex_digit(char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; }
+
+size_t prefix_size(std::string_view text) {
+    return text.starts_with("0x") || text.starts_with("0X") || text.starts_with("\\x") ? 2 : 0;
+}
+
+// Pairs of digits; a single one only behind a prefix: 0x3.
+void add_digits(std::string_view digits, bool prefixed, Bytes &bytes) {
+    if (digits.size() % 2 != 0 && !(prefixed && digits.size() == 1)) {
+        fail(digits, " has an odd number of hex digits");
+    }
+    const size_t width = std::min<size_t>(digits.size(), 2);
+    for (size_t i = 0; i < digits.size(); i += width) {
+        bytes.push_back(static_cast<uint8_t>(*number_of(digits.substr(i, width), 16)));
+    }
+}
+
+void add_line(std::string_view text, Bytes &bytes) {
+    while (!text.empty()) {
+        if (separators.find(text[0]) != separators.npos) {
+            text.remove_prefix(1);
+            continue;
+        }
+        const size_t prefix = prefix_size(text);
+        const std::string_view digits = text.substr(prefix);
+        const auto end = std::find_if_not(digits.begin(), digits.end(), is_hex_digit);
+        const auto size = static_cast<size_t>(end - digits.begin());
+        if (size == 0) {
+            fail(text.substr(0, text.find_first_of(blanks)), " is neither hex nor a message");
+        }
+        add_digits(digits.substr(0, size), prefix > 0, bytes);
+        text.remove_prefix(prefix + size);
+    }
+}
+
+// ---- Base64 ----
+
+constexpr std::string_view base64_digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+bool is_base64_digit(char c) { return base64_digits.find(c) != base64_digits.npos; }
+
+// What a word of a language, or the name of something, may look like as well: a capital only at its start.
+bool is_word(std::string_view text) {
+    const auto is_letter = [](unsigned char c) { return std::isalpha(c) != 0; };
+    const auto is_small = [](unsigned char c) { return std::islower(c) != 0; };
+    const auto is_capital = [](unsigned char c) { return std::isupper(c) != 0; };
+    return std::all_of(text.begin(), text.end(), is_letter) &&
+           (std::all_of(text.begin() + (text.empty() ? 0 : 1), text.end(), is_small) ||
+            std::all_of(text.begin(), text.end(), is_capital));
+}
+
+// All digits, or nothing where that is not what the text is.
+std::string base64_of(std::string_view text) {
+    constexpr size_t least = 16;
+    std::string digits;
+    bool word = true;
+    TextLines lines(text);
+    for (TextLine line; lines.next(line);) {
+        const std::string_view said = without_log_prefix(line.text);
+        if (digits.ends_with('=') || said.find_first_of(blanks) != said.npos) {
+            return "";
+        }
+        word = word && is_word(said.substr(0, said.find('=')));
+        digits += said;
+    }
+    const size_t padding = digits.ends_with("==") ? 2 : digits.ends_with('=') ? 1 : 0;
+    const auto end = digits.end() - static_cast<std::ptrdiff_t>(padding);
+    const bool right = digits.size() % 4 == 0 && std::all_of(digits.begin(), end, is_base64_digit) &&
+                       !std::all_of(digits.begin(), end, is_hex_digit) &&
+                       (padding > 0 || (digits.size() >= least && !word));
+    return right ? digits : "";
+}
+
+} // namespace
+
+bool is_plain(std::string_view line) {
+    return std::all_of(line.begin(), line.end(), [](char c) {
+        return is_hex_digit(c) || c == 'x' || c == 'X' || c == '\\' || separators.find(c) != separators.npos;
+    });
+}
+
+HexMessages read_plain(std::string_view text, bool log) {
+    HexMessage message{1, {}, ""};
+    TextLines lines(text);
+    for (TextLine line; lines.next(line);) {
+        message.line = message.bytes.empty() ? line.number : message.line;
+        add_line(log ? without_log_prefix(line.text) : line.text, message.bytes);
+    }
+    return log && message.bytes.empty() ? HexMessages() : HexMessages{std::move(message)};
+}
+
+HexMessages read_base64(std::string_view text) {
+    const std::string digits = base64_of(text);
+    if (digits.empty()) {
+        return {};
+    }
+    HexMessage message{1, {}, ""};
+    uint32_t bits = 0;
+    for (size_t i = 0; i < digits.size() && digits[i] != '='; ++i) {
+        bits = bits << 6 | static_cast<uint32_t>(base64_digits.find(digits[i]));
+        if (i % 4 != 0) {
+            message.bytes.push_back(static_cast<uint8_t>(bits >> (6 - i % 4 * 2)));
+        }
+    }
+    return {std::move(message)};
+}
+
+} // namespace tlvmsg::forms

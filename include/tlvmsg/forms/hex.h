@@ -1,0 +1,77 @@
+/*
+ * forms/hex.h - bytes that somebody wrote down as text.
+ *
+ * What is understood, in this order: the first spelling that the whole text has is taken, so that none is ever
+ * mistaken for a later one.
+ *
+ *   - dumps (xxd, hexdump -C, od -tx1, tcpdump -x, tshark -x): every line begins with an offset of four or more
+ *     digits that tells truly, in hex, octal or decimal, how many bytes precede;
+ *   - annotated, as tlvmsg_annotate writes it: offset, bytes, and behind | an explanation. A line "type NAME"
+ *     begins a message, and bytes may be repeated: (00 06) x 2, with the sign for multiplication;
+ *   - C arrays: numbers between braces;
+ *   - dumps from 0 on in a log: anything may stand before an offset, and lines that have none and are no hex
+ *     say nothing;
+ *   - plain: pairs of hex digits with or without blanks, commas, colons, dashes, 0x, \x, quotes;
+ *   - Python: b'\x03\xe9...', and [0x03, 233, ...];
+ *   - plain in a log: dates, times, levels, [words in brackets] and words that end in a colon may stand before
+ *     the digits of a line. A time alone is plain hex itself;
+ *   - base64 in lines of one word, padded or at least 16 characters that are no word.
+ *
+ * Lines that begin with # are comments, and everything else on them is nothing. Dumps that begin again at the
+ * offset of the first, annotated text with several types, C arrays and literals of Python make several messages.
+ *
+ * Example:
+ *
+ *     tlvmsg_hex_message *messages;
+ *     size_t count;
+ *     tlvmsg_text_fault fault;
+ *     if (tlvmsg_read_hex(text, length, &messages, &count, &fault)) {
+ *         for (size_t i = 0; i < count; ++i) {
+ *             handle(messages[i].bytes, messages[i].size);
+ *         }
+ *         tlvmsg_free(messages);
+ *     } else {
+ *         printf("line %zu: %s\n", fault.line, fault.message); // line 2: "0G" is not a byte of two hex digits
+ *     }
+ */
+#ifndef TLVMSG_FORMS_HEX_H
+#define TLVMSG_FORMS_HEX_H
+
+#include <tlvmsg/forms/fault.h>
+
+#include <stdbool.h>
+#include <stddef.h>
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+enum {
+    TLVMSG_MOST_REPEATED = 1 << 24 /* bytes that a text's messages may reach together by repetition */
+};
+
+typedef struct tlvmsg_hex_message {
+    const uint8_t *bytes;
+    size_t size;
+    const char *type; /* that annotated text names, or "" */
+    size_t line;      /* where it begins, from 1 */
+} tlvmsg_hex_message;
+
+/* Whether nothing but printable characters, blanks and line ends is in it; bytes from 0x80 on are printable. */
+bool tlvmsg_is_text(const char *text, size_t length);
+
+/*
+ * Reads at least one message from `length` bytes of text, which may be null when there are none. On success
+ * `*messages` is a block of `*count` messages with their bytes and names in it, to release with tlvmsg_free. On
+ * failure it is null, `*count` is 0, and `*fault`, which may be null, has the place where the spelling that got
+ * furthest ends, and an empty path.
+ */
+bool tlvmsg_read_hex(const char *text, size_t length, tlvmsg_hex_message **messages, size_t *count,
+                     tlvmsg_text_fault *fault);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
