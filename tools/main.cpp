@@ -17,7 +17,7 @@ using namespace tlvmsg::tool;
 int run(int argc, char **argv) {
     Cli cli;
     for (const auto add : {add_decode, add_encode, add_annotate, add_verify, add_guess, add_diff, add_sample,
-                           add_types, add_show, add_find, add_explain, add_help}) {
+                           add_types, add_show, add_find, add_explain, add_wireshark, add_help}) {
         add(cli);
     }
     const int status = cli.run(argc, argv);

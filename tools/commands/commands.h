@@ -17,5 +17,6 @@ void add_sample(Cli &cli);
 void add_show(Cli &cli);
 void add_types(Cli &cli);
 void add_verify(Cli &cli);
+void add_wireshark(Cli &cli);
 
 } // namespace tlvmsg::tool

@@ -1,0 +1,97 @@
+// wireshark: a dissector for Wireshark and tshark.
+#include "commands.h"
+
+#include "base/files.h"
+#include "tools/cli/cli.h"
+#include "tools/cli/failure.h"
+#include "tools/cli/terminal.h"
+#include "tools/wireshark/tables.h"
+
+#include <fmt/format.h>
+
+#include <cstdlib>
+#include <memory>
+#include <pwd.h>
+#include <unistd.h>
+
+namespace tlvmsg::tool {
+
+namespace {
+
+struct Options {
+    std::string name = "tlvmsg";
+    bool install = false;
+};
+
+// Begins what filters, preferences and 'Decode As' know the protocol by.
+bool is_name(const std::string &text) {
+    const std::string letters = "abcdefghijklmnopqrstuvwxyz";
+    return text.find_first_of(letters) == 0 && text.find_first_not_of(letters + "0123456789_") == text.npos;
+}
+
+std::string home() {
+    const char *const variable = std::getenv("HOME");
+    const passwd *const user = getpwuid(getuid());
+    if (variable == nullptr && user == nullptr) {
+        throw Failure(exit_io, "HOME is not set, so there is no telling where plugins belong");
+    }
+    return variable != nullptr ? variable : user->pw_dir;
+}
+
+std::string dissector(const std::string &name) {
+    return fmt::format("-- A dissector for Wireshark 4, made by 'tlv wireshark', version {}: make it again "
+                       "rather than edit it.\n\n",
+                       TLV_VERSION) +
+           wireshark_tables(name) + wireshark_dissector;
+}
+
+int run(const Options &options) {
+    if (!options.install) {
+        print(dissector(options.name));
+        return exit_fine;
+    }
+    const std::string path = fmt::format("{}/.local/lib/wireshark/plugins/{}.lua", home(), options.name);
+    try {
+        base::write_if_changed(path, dissector(options.name));
+    } catch (const base::IoError &error) {
+        throw Failure(exit_io, error.what());
+    }
+    print(path + "\n");
+    return exit_fine;
+}
+
+} // namespace
+
+void add_wireshark(Cli &cli) {
+    const auto options = std::make_shared<Options>();
+    CLI::App *const command = cli.add(
+        "wireshark",
+        {"Print a dissector for Wireshark and tshark",
+         {"One file in Lua, for Wireshark 4, has a filter for every member: tlvmsg.zel_led_control.color == "
+          "3. "
+          "What decoders tolerate is a warning and what they refuse an error, with tlvmsg.fault as its code.",
+          "Preferences of the protocol say what packets hold. types: udp/9000=TYPE, tcp/9000=TYPE, and "
+          "msg_type=17=TYPE for what the session header says, which comes first; types_file: a file of such "
+          "lines; default_type: the type of all others. framing: length:BYTES@OFFSET[+HEADER] when each "
+          "message "
+          "of a TCP stream is behind a header with its length, skip:N when N bytes are before it.",
+          "Without a type, a payload is the only message that fits; when several fit they are named, and the "
+          "elements are shown by their tags. Ports without a type are left alone, unless 'Decode As' or the "
+          "preference heuristic says otherwise."},
+         {{"tlv wireshark --install", "where this user's Wireshark finds it; prints where that is"},
+          {"tlv wireshark > tlvmsg.lua", "for tshark -X lua_script:tlvmsg.lua"},
+          {"tshark -o 'tlvmsg.types:udp/9000=zel_led_control' -r x.pcapng -V", "a type by its port"},
+          {"tshark -d udp.port==9000,tlvmsg -r x.pcapng -Y tlvmsg.fault",
+           "frames where something is wrong"}}},
+        [options] { return run(*options); });
+    const auto take_name = [options](const std::string &name) {
+        options->name = name;
+        return is_name(name);
+    };
+    add_argument(command, "--name", "What Wireshark calls the protocol; tlvmsg unless given",
+                 "is no name of small letters, digits and _", take_name)
+        ->type_name("NAME");
+    command->add_flag("--install", options->install, "Write it to ~/.local/lib/wireshark/plugins/NAME.lua");
+}
+
+} // namespace tlvmsg::tool

@@ -1,0 +1,147 @@
+#include "tables.h"
+
+#include "tools/lookup.h"
+
+#include <tlvmsg/record.h>
+
+#include <fmt/format.h>
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+namespace tlvmsg::tool {
+
+namespace {
+
+std::string quoted(std::string_view text) {
+    std::string result = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\') {
+            result += '\\';
+        }
+        result += c;
+    }
+    return result + '"';
+}
+
+// Nothing where nothing is said.
+std::string doc_behind(const char *separator, const char *doc) {
+    return *doc == '\0' ? "" : separator + quoted(doc);
+}
+
+// The library's words for a fault, with names in braces where a fault has its numbers.
+std::string fault_template(tlvmsg_code code) {
+    const tlvmsg_fault fault{code, 1000001, 2000002, 3000003, "{path}"};
+    std::string text(TLVMSG_FAULT_TEXT, '\0');
+    text.resize(tlvmsg_fault_message(&fault, text.data(), text.size()));
+    constexpr std::pair<std::string_view, const char *> names[] = {
+        {"1000001", "{offset}"}, {"2000002", "{found}"}, {"3000003", "{allowed}"}};
+    for (const auto &[number, name] : names) {
+        if (const size_t at = text.find(number); at != std::string::npos) {
+            text.replace(at, number.size(), name);
+        }
+    }
+    return text;
+}
+
+// The tag that decoders take, which is not always the one that encoders write.
+uint16_t tag_read(const tlvmsg_type *scalar) {
+    std::array<uint8_t, 12> element{};
+    element[3] = static_cast<uint8_t>(scalar->size);
+    while (!tlvmsg_verify(scalar, element.data(), element.size(), nullptr, nullptr, nullptr)) {
+        ++element[1];
+    }
+    return element[1];
+}
+
+// ---- One function for what a kind of type has of its own ----
+
+std::string values_of(const tlvmsg_type *type) {
+    std::string text;
+    for (uint32_t i = 0; i < type->enumerator_count; ++i) {
+        text += fmt::format("[{}]={},", type->enumerators[i].value, quoted(type->enumerators[i].name));
+    }
+    return text.empty() ? "" : ", values={" + text + "}";
+}
+
+std::string members_of(const tlvmsg_type *type) {
+    std::string text;
+    for (uint32_t i = 0; i < type->member_count; ++i) {
+        const tlvmsg_member &member = type->members[i];
+        text += fmt::format("\n  {{{},{}{}}},", quoted(member.path), quoted(member.type->name),
+                            doc_behind(",", member.doc));
+    }
+    return ", members={" + text + "}";
+}
+
+std::string alternatives_of(const tlvmsg_type *type) {
+    std::string text;
+    for (uint32_t i = 0; i < type->alternative_count; ++i) {
+        const tlvmsg_alternative &each = type->alternatives[i];
+        text += fmt::format("\n  {{{},{},{{{}}},{}}},", quoted(each.name), quoted(each.type->name),
+                            fmt::join(each.values, each.values + each.value_count, ","),
+                            (each.flags & TLVMSG_END_BY_LENGTH) != 0);
+    }
+    return ", alternatives={" + text + "}";
+}
+
+// A bounded array has a capacity, a dynamic one the width of its count and, unless of bytes, the size of an item.
+std::string array_of(const tlvmsg_type *type) {
+    const std::string element = ", element=" + quoted(type->element->name);
+    if (!tlvmsg_type_is_dynamic(type)) {
+        return fmt::format("{}, capacity={}", element, type->capacity);
+    }
+    const std::string item =
+        tlvmsg_type_is_bytes(type) ? "" : fmt::format(", item_size={}", type->element->size);
+    return fmt::format("{}, count_width={}{}", element, type->count_width, item);
+}
+
+// What the dissector calls the kind, and the rest.
+std::pair<const char *, std::string> entry_of(const tlvmsg_type *type) {
+    switch (type->kind) {
+    case TLVMSG_SCALAR:
+        return {"scalar", fmt::format(", width={}, reads={}", type->size, tag_read(type))};
+    case TLVMSG_ENUMERATION:
+        return {"enumeration", values_of(type)};
+    case TLVMSG_STRUCTURE:
+        return {"structure", members_of(type)};
+    case TLVMSG_MESSAGE:
+        return {"message", members_of(type)};
+    case TLVMSG_UNION:
+        return {"union", alternatives_of(type)};
+    case TLVMSG_PACKED_ARRAY:
+        return {"packed", array_of(type)};
+    case TLVMSG_BYTE_ARRAY:
+    case TLVMSG_DYNAMIC_BYTES:
+        return {"bytes", array_of(type)};
+    case TLVMSG_ELEMENT_ARRAY:
+    case TLVMSG_DYNAMIC_ELEMENTS:
+        return {"elements", array_of(type)};
+    }
+    return {};
+}
+
+} // namespace
+
+std::string wireshark_tables(const std::string &name) {
+    std::string text =
+        fmt::format("local tables = {{\nname = {}, session = {{\"app_sess_hdr\", \"msg_type\"}},\n"
+                    "codes = {{\n",
+                    quoted(name));
+    for (int i = TLVMSG_TRUNCATED; i <= TLVMSG_TERMINATOR_NOT_ZERO; ++i) {
+        const auto code = static_cast<tlvmsg_code>(i);
+        text += fmt::format("[{}]={},\n", quoted(tlvmsg_code_name(code)), quoted(fault_template(code)));
+    }
+    text += "},\ntypes = {\n";
+    for (const tlvmsg_type *type : all_types()) {
+        const auto [kind, rest] = entry_of(type);
+        const bool has_tag = type->tag != 0 && type->element == nullptr;
+        text += fmt::format("{{name={}, kind={}{}{}{}}},\n", quoted(type->name), quoted(kind),
+                            has_tag ? fmt::format(", tag={}", type->tag) : "", rest,
+                            doc_behind(", doc=", type->doc));
+    }
+    return text + "}}\n\n";
+}
+
+} // namespace tlvmsg::tool
