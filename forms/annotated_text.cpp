@@ -32,17 +32,6 @@ bool is_annotated(std::string_view text) {
     return false;
 }
 
-std::string_view type_named_in(const TextLine &line) {
-    const std::string_view name = line.text.substr(line.text.find_last_of(blanks) + 1);
-    const bool right = std::all_of(name.begin(), name.end(), [](unsigned char c) {
-        return c < 0x80 && (std::isalnum(c) != 0 || c == '_');
-    });
-    if (!right) {
-        fail(name, " is no name of a type");
-    }
-    return name;
-}
-
 // One line's words, taken one by one.
 class ByteLine {
 public:
@@ -133,7 +122,8 @@ HexMessages read_annotated(std::string_view text) {
     TextLines lines(text);
     for (TextLine line; lines.next(line);) {
         if (is_type_line(line)) {
-            messages.push_back({line.number, {}, type_named_in(line)});
+            const size_t blank = line.text.find_last_of(blanks);
+            messages.push_back({line.number, {}, line.text.substr(blank + 1)});
         } else if (!begins_with_letter(line)) {
             if (messages.empty()) {
                 messages.push_back({line.number, {}, ""});

@@ -69,21 +69,19 @@ public:
             repeats_ = true; // the line before, as often as the next offset says
             return true;
         }
-        // Before an offset may stand what the log writes itself, and words that could be no bytes.
-        const std::string_view said = log_ ? without_log_prefix(line.text) : line.text;
         std::string_view rest = line.text;
         for (int word = 0; !rest.empty() && word <= (log_ ? most_words_before : 0); ++word) {
             const std::string_view before = line.text.substr(0, line.text.size() - rest.size());
-            if (take(line, rest, rest.size() >= said.size() || !is_plain(before))) {
+            if (take(line, rest, before.empty() || !is_plain(before))) {
                 return true;
             }
             take_word(rest);
         }
-        if (log_ && (said.empty() || !is_plain(said))) {
+        if (log_ && !is_plain(line.text)) {
             return true;
         }
         if (!dumps_.empty()) {
-            fail(said.substr(0, said.find_first_of(blanks)), " begins no line of a dump");
+            fail(line.text.substr(0, line.text.find_first_of(blanks)), " begins no line of a dump");
         }
         return false;
     }

@@ -12,13 +12,11 @@ namespace {
 
 class Attempts {
 public:
-    explicit Attempts(std::string_view text) : text_(text) {}
-
-    bool succeeds(const std::function<HexMessages()> &read) {
+    bool read(std::string_view text, const std::function<HexMessages(std::string_view)> &reader) {
         try {
-            messages = read();
+            messages = reader(text);
         } catch (const HexFault &found) {
-            const auto offset = static_cast<size_t>(found.place - text_.data());
+            const auto offset = static_cast<size_t>(found.place - text.data());
             if (faults++ == 0 || offset > fault.offset) {
                 fault = {TLVMSG_TEXT_SYNTAX, offset, "", found.message};
             }
@@ -26,34 +24,34 @@ public:
         return !messages.empty();
     }
 
+    bool read_dumps(std::string_view text, bool log) {
+        return std::any_of(std::begin(bases), std::end(bases), [&](int base) {
+            return read(text, [&](std::string_view whole) { return forms::read_dumps(whole, base, log); });
+        });
+    }
+
     HexMessages messages;
     TextFault fault{TLVMSG_TEXT_SYNTAX, 0, "", ""}; // of the spelling that got furthest
     size_t faults = 0;
 
 private:
-    std::string_view text_;
+    static constexpr int bases[] = {16, 8, 10};
 };
 
-HexMessages read_hex(std::string_view whole) {
-    const std::string_view text = whole.substr(whole.starts_with("\xEF\xBB\xBF") ? 3 : 0);
-    Attempts attempts(whole);
-    bool broken_log = false;
-    const auto dumps = [&](bool log) {
-        static constexpr int bases[] = {16, 8, 10};
-        const size_t faults = attempts.faults;
-        const bool read = std::any_of(std::begin(bases), std::end(bases), [&](int base) {
-            return attempts.succeeds([&] { return read_dumps(text, base, log); });
-        });
-        broken_log = log && attempts.faults > faults;
-        return read;
-    };
-    const bool read = dumps(false) || attempts.succeeds([&] { return read_annotated(text); }) ||
-                      attempts.succeeds([&] { return read_c_arrays(text); }) || dumps(true) ||
-                      attempts.succeeds([&] { return read_plain(text, false); }) ||
-                      attempts.succeeds([&] { return read_python_bytes(text); }) ||
-                      attempts.succeeds([&] { return read_python_lists(text); }) ||
-                      (!broken_log && attempts.succeeds([&] { return read_plain(text, true); })) ||
-                      attempts.succeeds([&] { return read_base64(text); });
+HexMessages read_hex(std::string_view text) {
+    Attempts attempts;
+    if (attempts.read_dumps(text, false) || attempts.read(text, read_annotated) ||
+        attempts.read(text, read_c_arrays)) {
+        return std::move(attempts.messages);
+    }
+    const std::string said = without_log_words(text);
+    const size_t faults = attempts.faults;
+    bool read = attempts.read_dumps(said, true);
+    // Of a broken dump the offsets would be read as bytes.
+    const bool plain = attempts.faults == faults && said.find_first_not_of(" \n") != said.npos;
+    read = read || attempts.read(text, read_plain) || attempts.read(text, read_python_bytes) ||
+           attempts.read(said, read_python_lists) || (plain && attempts.read(said, read_plain)) ||
+           attempts.read(said, read_base64);
     if (!read) {
         throw TextFault(attempts.fault);
     }
@@ -102,7 +100,8 @@ bool tlvmsg_read_hex(const char *text, size_t length, tlvmsg_hex_message **messa
         give_null_argument(fault, messages == nullptr ? "messages" : count == nullptr ? "count" : "text");
         return false;
     }
-    const std::string_view whole(text != nullptr ? text : "", length);
+    std::string_view whole(text != nullptr ? text : "", length);
+    whole.remove_prefix(whole.starts_with("\xEF\xBB\xBF") ? 3 : 0);
     return guarded(fault, whole, [&] {
         const HexMessages read = read_hex(whole);
         *messages = new_messages(read);

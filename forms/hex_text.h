@@ -18,16 +18,18 @@ struct HexMessage {
 
 using HexMessages = std::vector<HexMessage>;
 
-// Only what `log` allows may stand before an offset. Offsets are of this base.
+// With offsets of this base. In a log, lines that are no hex say nothing, and words that are none may stand
+// before an offset.
 HexMessages read_dumps(std::string_view text, int base, bool log);
+
 HexMessages read_annotated(std::string_view text);
 HexMessages read_c_arrays(std::string_view text);
-HexMessages read_python_bytes(std::string_view text);
 HexMessages read_python_lists(std::string_view text);
-HexMessages read_plain(std::string_view text, bool log);
+HexMessages read_python_bytes(std::string_view text);
+HexMessages read_plain(std::string_view text);
 HexMessages read_base64(std::string_view text);
 
-// Whether the line has no character but those of plain hex.
-bool is_plain(std::string_view line);
+// Whether there is no character but those of plain hex.
+bool is_plain(std::string_view text);
 
 } // namespace tlvmsg::forms

@@ -10,159 +10,92 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 
-constexpr std::string_view between_numbers = ", \t\r\f\n";
-
 // Every character stays in its place.
 std::string without_c_comments(std::string_view text) {
     std::string code(text);
-    for (size_t at = 0; (at = code.find('/', at)) != code.npos;) {
-        size_t end = at + 1;
-        if (code.compare(at, 2, "//") == 0) {
-            end = std::min(code.find('\n', at), code.size());
-        } else if (code.compare(at, 2, "/*") == 0) {
-            const size_t close = code.find("*/", at);
-            end = close == code.npos ? code.size() : close + 2;
+    for (size_t at = code.find('/'); at != code.npos; at = code.find('/', at)) {
+        const size_t start = at++;
+        if (code.compare(start, 2, "//") == 0) {
+            at = std::min(code.find('\n', start), code.size());
+        } else if (code.compare(start, 2, "/*") == 0) {
+            at = std::min(code.find("*/", start), code.size() - 2) + 2;
         } else {
-            at = end;
             continue;
         }
         std::replace_if(
-            code.begin() + static_cast<std::ptrdiff_t>(at), code.begin() + static_cast<std::ptrdiff_t>(end),
+            code.begin() + static_cast<std::ptrdiff_t>(start), code.begin() + static_cast<std::ptrdiff_t>(at),
             [](char c) { return c != '\n'; }, ' ');
-        at = end;
     }
     return code;
 }
 
-// The same for comments of Python and what a log writes itself.
-std::string without_remarks(std::string_view text) {
-    std::string code(text.size(), ' ');
-    for (size_t end = text.find('\n'); end != text.npos; end = text.find('\n', end + 1)) {
-        code[end] = '\n';
-    }
-    TextLines lines(text);
-    for (TextLine line; lines.next(line);) {
-        const std::string_view said = without_log_prefix(line.text);
-        std::copy(said.begin(), said.end(), code.begin() + (said.data() - text.data()));
-    }
-    return code;
-}
-
-// Hex behind 0x, else decimal.
-void add_numbers(std::string_view text, Bytes &bytes) {
-    for (size_t at = text.find_first_not_of(between_numbers); at != text.npos;) {
-        const size_t end = std::min(text.find_first_of(between_numbers, at), text.size());
-        const std::string_view word = text.substr(at, end - at);
+// Hex behind 0x, else decimal. A fault's place is in the text, where the code has the same place.
+void add_numbers(std::string_view code, const char *text, Bytes &bytes) {
+    constexpr std::string_view between = ", \t\r\f\n";
+    for (size_t at = code.find_first_not_of(between); at != code.npos;) {
+        const size_t end = std::min(code.find_first_of(between, at), code.size());
+        const std::string_view word = code.substr(at, end - at);
         const bool hex = word.starts_with("0x") || word.starts_with("0X");
         const std::optional<uint64_t> value = hex ? number_of(word.substr(2), 16) : number_of(word, 10);
         if (!value || *value > UINT8_MAX) {
-            fail(word, " is not a number from 0 to 255");
+            fail({text + at, word.size()}, " is not a number from 0 to 255");
         }
         bytes.push_back(static_cast<uint8_t>(*value));
-        at = text.find_first_not_of(between_numbers, end);
+        at = code.find_first_not_of(between, end);
     }
 }
 
-// What stands between such brackets. `code` is the text without comments.
+// What stands between such brackets.
 HexMessages read_arrays(std::string_view text, std::string_view code, char open, char close) {
     HexMessages arrays;
     size_t line = 1;
-    size_t counted = 0;
-    for (size_t at = code.find(open); at != code.npos;) {
-        const size_t end = code.find(close, at);
-        if (end == code.npos) {
-            fail(text.substr(at, 1), " has no end");
+    for (size_t at = 0; at < code.size(); ++at) {
+        line += code[at] == '\n' ? 1 : 0;
+        const size_t end = code[at] == open ? code.find(close, at) : code.npos;
+        if (end != code.npos) {
+            arrays.push_back({line, {}, ""});
+            add_numbers(code.substr(at + 1, end - at - 1), text.data() + at + 1, arrays.back().bytes);
+            line += static_cast<size_t>(std::count(code.begin() + static_cast<std::ptrdiff_t>(at),
+                                                   code.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
+            at = end;
         }
-        line += static_cast<size_t>(std::count(code.begin() + static_cast<std::ptrdiff_t>(counted),
-                                               code.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
-        counted = at;
-        arrays.push_back({line, {}, ""});
-        // Its words are those of the code, which stand at the same places.
-        try {
-            add_numbers(code.substr(at + 1, end - at - 1), arrays.back().bytes);
-        } catch (HexFault &fault) {
-            fault.place = text.data() + (fault.place - code.data());
-            throw;
-        }
-        at = code.find(open, end);
     }
     return arrays;
 }
 
-// ---- Lists of Python ---------------------------------------------------------------------------------
-
-// Whether a line may be bytes as well.
-bool has_bytes(std::string_view text) {
-    TextLines lines(text);
-    for (TextLine line; lines.next(line);) {
-        if (is_plain(line.text)) {
-            return true;
-        }
-    }
-    return false;
-}
-
-// Lists begin their lines, or are assigned, passed or said behind a colon.
-bool may_stand_before_list(std::string_view text) {
-    const std::string_view line = text.substr(text.rfind('\n') + 1); // npos + 1 is 0
-    const size_t last = line.find_last_not_of(blanks);
-    const bool leads =
-        last == line.npos || std::string_view("=(:").find(line[last]) != std::string_view::npos;
-    return leads && !has_bytes(text);
-}
-
 // ---- Bytes of Python ---------------------------------------------------------------------------------
+
+bool is_name(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; }
 
 // Where b' or b" begins, which is no end of a name.
 size_t literal_in(std::string_view text) {
-    for (size_t at = 0; at + 1 < text.size(); ++at) {
-        const auto before = static_cast<unsigned char>(at > 0 ? text[at - 1] : ' ');
-        if ((text[at] == 'b' || text[at] == 'B') && (text[at + 1] == '\'' || text[at + 1] == '"') &&
-            std::isalnum(before) == 0 && before != '_') {
-            return at;
-        }
+    size_t at = std::min(text.find("b'"), text.find("b\""));
+    while (at != text.npos && at > 0 && is_name(text[at - 1])) {
+        at = std::min(text.find("b'", at + 1), text.find("b\"", at + 1));
     }
-    return text.npos;
+    return at;
 }
 
 // The byte of an escape sequence behind its backslash, which is taken from the front.
 uint8_t take_escape(std::string_view &rest) {
-    static constexpr std::string_view letters = "abfnrtv\\'\"";
-    static constexpr std::string_view meanings = "\a\b\f\n\r\t\v\\'\"";
-    const std::string_view all = rest;
-    if (rest.empty()) {
-        fail(all, " has no end");
+    static constexpr std::string_view letters = "tnr\\'\"";
+    const std::string_view all = rest.substr(0, 3);
+    const size_t letter = rest.empty() ? letters.npos : letters.find(rest[0]);
+    const std::optional<uint64_t> value =
+        all.starts_with('x') && all.size() == 3 ? number_of(all.substr(1), 16) : std::nullopt;
+    if (letter == letters.npos && !value) {
+        fail(all, " is no escape sequence as Python writes it");
     }
-    if (const size_t letter = letters.find(rest[0]); letter != letters.npos) {
-        rest.remove_prefix(1);
-        return static_cast<uint8_t>(meanings[letter]);
-    }
-    const bool hex = rest[0] == 'x';
-    rest.remove_prefix(hex ? 1 : 0);
-    size_t size = 0;
-    while (size < (hex ? 2U : 3U) && size < rest.size() &&
-           (hex ? std::isxdigit(static_cast<unsigned char>(rest[size])) != 0
-                : rest[size] >= '0' && rest[size] <= '7')) {
-        ++size;
-    }
-    const std::optional<uint64_t> value = number_of(rest.substr(0, size), hex ? 16 : 8);
-    if (!value || *value > UINT8_MAX || (hex && size != 2)) {
-        fail(all.substr(0, 3), " is no escape sequence of Python's bytes");
-    }
-    rest.remove_prefix(size);
-    return static_cast<uint8_t>(*value);
+    rest.remove_prefix(value ? 3 : 1);
+    return value ? static_cast<uint8_t>(*value) : static_cast<uint8_t>("\t\n\r\\'\""[letter]);
 }
 
 // A literal from its quotation mark to the one that ends it, taken from the front.
 void take_literal(std::string_view &rest, Bytes &bytes) {
     const std::string_view all = rest;
-    const char quote = rest[0];
     rest.remove_prefix(1);
-    while (!rest.empty() && rest[0] != quote) {
+    while (!rest.empty() && rest[0] != all[0]) {
         const char c = rest[0];
-        if (static_cast<unsigned char>(c) > '~') {
-            fail(rest.substr(0, 1), " cannot stand in Python's bytes");
-        }
         rest.remove_prefix(1);
         bytes.push_back(c == '\\' ? take_escape(rest) : static_cast<uint8_t>(c));
     }
@@ -172,7 +105,7 @@ void take_literal(std::string_view &rest, Bytes &bytes) {
     rest.remove_prefix(1);
     const size_t next = rest.find_first_not_of(blanks);
     if (next != rest.npos && std::string_view("+*%.[").find(rest[next]) != std::string_view::npos) {
-        fail(rest.substr(next), ": only literals are understood, no expressions");
+        fail(rest.substr(next), ": literals are read, but no expressions");
     }
 }
 
@@ -182,17 +115,24 @@ HexMessages read_c_arrays(std::string_view text) {
     return read_arrays(text, without_c_comments(text), '{', '}');
 }
 
+// What stands beside them must not be bytes as well.
 HexMessages read_python_lists(std::string_view text) {
-    const std::string code = without_remarks(text);
-    std::string_view rest = code;
-    for (size_t open = rest.find('['); open != rest.npos; open = rest.find('[')) {
-        if (!may_stand_before_list(rest.substr(0, open))) {
+    std::string beside;
+    bool outside = true;
+    for (size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == '[' && at > 0 && is_name(text[at - 1])) {
             return {};
         }
-        rest.remove_prefix(std::min(rest.find(']', open), rest.size()));
-        rest.remove_prefix(rest.empty() ? 0 : 1);
+        outside = text[at] != '[' && (outside || text[at] == ']');
+        beside += !outside || text[at] == ']' || text[at] == '\n' ? ' ' : text[at];
     }
-    return has_bytes(rest) ? HexMessages() : read_arrays(text, code, '[', ']');
+    std::string_view rest = beside;
+    for (std::string_view word = take_word(rest); !word.empty(); word = take_word(rest)) {
+        if (is_plain(word) && word.find_first_of("0123456789ABCDEFabcdef") != word.npos) {
+            return {};
+        }
+    }
+    return read_arrays(text, text, '[', ']');
 }
 
 // Literals with nothing but blanks between them are one, as they are to Python.

@@ -51,37 +51,27 @@ void add_line(std::string_view text, Bytes &bytes) {
 
 constexpr std::string_view base64_digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-bool is_base64_digit(char c) { return base64_digits.find(c) != base64_digits.npos; }
-
-// What a word of a language, or the name of something, may look like as well: a capital only at its start.
-bool is_word(std::string_view text) {
-    const auto is_letter = [](unsigned char c) { return std::isalpha(c) != 0; };
-    const auto is_small = [](unsigned char c) { return std::islower(c) != 0; };
-    const auto is_capital = [](unsigned char c) { return std::isupper(c) != 0; };
-    return std::all_of(text.begin(), text.end(), is_letter) &&
-           (std::all_of(text.begin() + (text.empty() ? 0 : 1), text.end(), is_small) ||
-            std::all_of(text.begin(), text.end(), is_capital));
-}
-
-// All digits, or nothing where that is not what the text is.
+// All digits, or nothing where the text may be something else: hex, a word, a name.
 std::string base64_of(std::string_view text) {
-    constexpr size_t least = 16;
+    static constexpr std::string_view small_letters = base64_digits.substr(26, 26);
     std::string digits;
-    bool word = true;
+    size_t width = SIZE_MAX; // of all lines but the last
     TextLines lines(text);
     for (TextLine line; lines.next(line);) {
-        const std::string_view said = without_log_prefix(line.text);
-        if (digits.ends_with('=') || said.find_first_of(blanks) != said.npos) {
+        if (line.text.size() > width || (!digits.empty() && digits.size() % width != 0)) {
             return "";
         }
-        word = word && is_word(said.substr(0, said.find('=')));
-        digits += said;
+        width = digits.empty() ? line.text.size() : width;
+        digits += line.text;
     }
-    const size_t padding = digits.ends_with("==") ? 2 : digits.ends_with('=') ? 1 : 0;
-    const auto end = digits.end() - static_cast<std::ptrdiff_t>(padding);
-    const bool right = digits.size() % 4 == 0 && std::all_of(digits.begin(), end, is_base64_digit) &&
-                       !std::all_of(digits.begin(), end, is_hex_digit) &&
-                       (padding > 0 || (digits.size() >= least && !word));
+    const size_t end = std::min(digits.find('='), digits.size());
+    const std::string_view all = std::string_view(digits).substr(0, end);
+    const bool mixed = digits.size() >= 16 && all.find_first_of(small_letters) != all.npos &&
+                       all.find_first_not_of(small_letters, 1) != all.npos;
+    const bool right = digits.size() % 4 == 0 && digits.size() - end <= 2 &&
+                       digits.find_first_not_of('=', end) == digits.npos &&
+                       all.find_first_not_of(base64_digits) == all.npos &&
+                       !std::all_of(all.begin(), all.end(), is_hex_digit) && (mixed || end < digits.size());
     return right ? digits : "";
 }
 
@@ -93,14 +83,14 @@ bool is_plain(std::string_view line) {
     });
 }
 
-HexMessages read_plain(std::string_view text, bool log) {
+HexMessages read_plain(std::string_view text) {
     HexMessage message{1, {}, ""};
     TextLines lines(text);
     for (TextLine line; lines.next(line);) {
         message.line = message.bytes.empty() ? line.number : message.line;
-        add_line(log ? without_log_prefix(line.text) : line.text, message.bytes);
+        add_line(line.text, message.bytes);
     }
-    return log && message.bytes.empty() ? HexMessages() : HexMessages{std::move(message)};
+    return {std::move(message)};
 }
 
 HexMessages read_base64(std::string_view text) {

@@ -1,4 +1,4 @@
-// Lines of text that stand for bytes, and the words and numbers in them: views of the text, taken one by one.
+// Lines of text that stand for bytes, and the words and numbers in them: views of the text.
 #pragma once
 
 #include "text_fault.h"
@@ -36,12 +36,12 @@ std::string_view take_word(std::string_view &rest, std::string_view alone = "");
 // Of nothing but digits of the base, which may be upper case.
 std::optional<uint64_t> number_of(std::string_view digits, int base);
 
-// What a log writes before its text: dates, times, levels, [...], words with a colon behind them.
-std::string_view without_log_prefix(std::string_view line);
+// The text with blanks for comments and for what a log writes at the start of its lines: dates, times, levels,
+// [...], words with a colon behind them.
+std::string without_log_words(std::string_view text);
 
-// Thrown as it is: `place` is a view of the text that is read, and its offset not yet known.
 struct HexFault {
-    const char *place;
+    const char *place; // in the text that was to be read
     std::string message;
 };
 

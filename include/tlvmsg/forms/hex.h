@@ -1,24 +1,22 @@
 /*
  * forms/hex.h - bytes that somebody wrote down as text.
  *
- * What is understood, in this order: the first spelling that the whole text has is taken, so that none is ever
- * mistaken for a later one.
+ * The first of these that the whole text is, is taken:
  *
  *   - dumps (xxd, hexdump -C, od -tx1, tcpdump -x, tshark -x): every line begins with an offset of four or more
  *     digits that tells truly, in hex, octal or decimal, how many bytes precede;
  *   - annotated, as tlvmsg_annotate writes it: offset, bytes, and behind | an explanation. A line "type NAME"
- *     begins a message, and bytes may be repeated: (00 06) x 2, with the sign for multiplication;
+ *     begins a message, and "(00 06) × 2" repeats bytes;
  *   - C arrays: numbers between braces;
- *   - dumps from 0 on in a log: anything may stand before an offset, and lines that have none and are no hex
- *     say nothing;
+ *   - dumps from 0 on in a log: words that are no hex may stand before an offset, and lines of such words;
  *   - plain: pairs of hex digits with or without blanks, commas, colons, dashes, 0x, \x, quotes;
- *   - Python: b'\x03\xe9...', and [0x03, 233, ...];
- *   - plain in a log: dates, times, levels, [words in brackets] and words that end in a colon may stand before
- *     the digits of a line. A time alone is plain hex itself;
- *   - base64 in lines of one word, padded or at least 16 characters that are no word.
+ *   - Python: b'\x03\xe9', or [0x03, 233];
+ *   - plain in a log: dates, times, levels, [...] and words with a colon behind them may begin a line. Nothing
+ *     but times before the digits is plain itself;
+ *   - base64, padded, or 16 characters and more that are no word.
  *
- * Lines that begin with # are comments, and everything else on them is nothing. Dumps that begin again at the
- * offset of the first, annotated text with several types, C arrays and literals of Python make several messages.
+ * Lines that begin with # are comments. Dumps that begin again where the first did, types in annotated text,
+ * C arrays, and literals of Python that something stands between, are messages of their own.
  *
  * Example:
  *
@@ -64,8 +62,8 @@ bool tlvmsg_is_text(const char *text, size_t length);
 /*
  * Reads at least one message from `length` bytes of text, which may be null when there are none. On success
  * `*messages` is a block of `*count` messages with their bytes and names in it, to release with tlvmsg_free. On
- * failure it is null, `*count` is 0, and `*fault`, which may be null, has the place where the spelling that got
- * furthest ends, and an empty path.
+ * failure it is null and `*count` 0, and `*fault`, which may be null, is about the spelling that got furthest;
+ * its path is empty, and its offset counts from behind a byte order mark.
  */
 bool tlvmsg_read_hex(const char *text, size_t length, tlvmsg_hex_message **messages, size_t *count,
                      tlvmsg_text_fault *fault);
