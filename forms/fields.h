@@ -15,4 +15,7 @@ inline uint8_t *item_at(const tlvmsg_type *array, const tlvmsg_items &items, siz
     return items.first + index * array->element->size;
 }
 
+// Whether a dynamic array counts items that are nowhere, as a decoder leaves one that is absent.
+inline bool items_missing(const tlvmsg_items &items) { return items.count > 0 && items.first == nullptr; }
+
 } // namespace tlvmsg::forms

@@ -1,13 +1,13 @@
 // What can be read of a broken encoding: the pieces of its trace, put where they belong.
 #include "block.h"
-#include "text_fault.h"
+#include "words.h"
 
 #include <tlvmsg/forms/partial.h>
 #include <tlvmsg/record.h>
 
+#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
 #include <new>
 #include <span>
 #include <string_view>
@@ -26,15 +26,10 @@ Json number_json(const tlvmsg_type *type, uint64_t value) {
 }
 
 Json bytes_json(std::span<const uint8_t> bytes) {
-    if (std::all_of(bytes.begin(), bytes.end(), [](uint8_t byte) { return byte >= ' ' && byte <= '~'; })) {
+    if (is_printable(bytes)) {
         return std::string(bytes.begin(), bytes.end());
     }
-    std::string hex;
-    for (const uint8_t byte : bytes) {
-        hex += "0123456789abcdef"[byte / 16];
-        hex += "0123456789abcdef"[byte % 16];
-    }
-    return {{"hex", std::move(hex)}};
+    return {{"hex", fmt::format("{:02x}", fmt::join(bytes, ""))}};
 }
 
 // A count that JSON does not show, since it is the next member's length.

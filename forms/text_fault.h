@@ -4,8 +4,10 @@
 #include <tlvmsg/forms.h>
 
 #include <exception>
+#include <initializer_list>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tlvmsg::forms {
@@ -36,8 +38,23 @@ void give(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view pat
 // The same with its place in the text.
 void give(tlvmsg_text_fault *wanted, const TextFault &fault, std::string_view text);
 
+// Thrown when the caller wants no more. It says so, so there is no fault.
+struct Stopped {};
+
 inline void give_null_argument(tlvmsg_text_fault *wanted, const char *argument) {
     give(wanted, TLVMSG_TEXT_NULL_ARGUMENT, argument, "a null pointer was passed");
+}
+
+// Whether one of the arguments is not there. The fault says which.
+inline bool is_missing(tlvmsg_text_fault *wanted,
+                       std::initializer_list<std::pair<const char *, bool>> arguments) {
+    for (const auto &[name, there] : arguments) {
+        if (!there) {
+            give_null_argument(wanted, name);
+            return true;
+        }
+    }
+    return false;
 }
 
 // Does the work and lets nothing out. Gives whether it succeeded; if not, the fault says why.
@@ -51,6 +68,7 @@ bool guarded(tlvmsg_text_fault *fault, std::string_view text, Work work) {
         return true;
     } catch (const TextFault &found) {
         give(fault, found, text);
+    } catch (const Stopped &) {
     } catch (const std::exception &) { // std::bad_alloc, or a length that no string can have
         give(fault, TLVMSG_TEXT_OUT_OF_MEMORY, "$", "there is no more memory");
     }

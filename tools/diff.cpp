@@ -1,7 +1,7 @@
 #include "diff.h"
 
-#include "fields.h"
 #include "forms.h"
+#include "forms/fields.h"
 
 #include <algorithm>
 #include <string_view>
@@ -9,6 +9,8 @@
 namespace tlvmsg::tool {
 
 namespace {
+
+using namespace forms;
 
 // From the place up to the whole: each link outlives those below it.
 class Path {

@@ -1,10 +1,13 @@
 #include "forms.h"
 
+#include "forms/relay.h"
 #include "tools/cli/failure.h"
+#include "tools/cli/terminal.h"
 
 #include <fmt/format.h>
 
 #include <new>
+#include <unistd.h>
 
 namespace tlvmsg::tool {
 
@@ -17,14 +20,22 @@ namespace {
     throw Failure(exit_malformed, fmt::format("{}: {}", place, fault.message));
 }
 
-} // namespace
-
-// What new gives is aligned for every standard type, and records are made of those.
-Record::Record(const tlvmsg_type *type) : type_(type), bytes_(std::make_unique<uint8_t[]>(type->size)) {}
-
-Record::~Record() {
-    tlvmsg_release(type_, bytes_.get()); // null once moved from
+// Prints what `tell` tells the sink.
+template <class Tell>
+void print_told(Tell tell) {
+    forms::Relay relay;
+    const tlvmsg_sink sink = [](void *context, const char *text, size_t length) {
+        return static_cast<forms::Relay *>(context)->run([&] { print({text, length}); });
+    };
+    tlvmsg_text_fault fault;
+    const bool told = tell(sink, &relay, &fault);
+    relay.throw_on();
+    if (!told) {
+        fail(fault, fault.path);
+    }
 }
+
+} // namespace
 
 bool decode(Record &record, std::span<const uint8_t> bytes, tlvmsg_extent &extent, tlvmsg_fault &fault) {
     const bool decoded =
@@ -54,6 +65,42 @@ Record from_json(const tlvmsg_type *type, std::string_view text) {
         fail(fault, fault.path);
     }
     return record;
+}
+
+void print_text(const tlvmsg_type *type, const void *record) {
+    print_told([&](auto sink, void *context, auto *fault) {
+        return tlvmsg_to_text(type, record, nullptr, sink, context, fault);
+    });
+}
+
+size_t print_untyped_json(std::span<const uint8_t> bytes, unsigned indent) {
+    const tlvmsg_json_options options{indent, 0};
+    size_t end = 0;
+    print_told([&](auto sink, void *context, auto *fault) {
+        return tlvmsg_untyped_to_json(nullptr, bytes.data(), bytes.size(), &options, sink, context, &end,
+                                      fault);
+    });
+    print("\n");
+    return end;
+}
+
+size_t print_untyped_text(std::span<const uint8_t> bytes) {
+    size_t end = 0;
+    print_told([&](auto sink, void *context, auto *fault) {
+        return tlvmsg_untyped_to_text(nullptr, bytes.data(), bytes.size(), nullptr, sink, context, &end,
+                                      fault);
+    });
+    return end;
+}
+
+tlvmsg_verdict print_annotated(const tlvmsg_type *type, std::span<const uint8_t> bytes) {
+    const tlvmsg_text_options options{nullptr, Paint(STDOUT_FILENO).is_on()};
+    tlvmsg_verdict verdict;
+    print_told([&](auto sink, void *context, auto *fault) {
+        return tlvmsg_annotate(nullptr, type, bytes.data(), bytes.size(), &options, sink, context, &verdict,
+                               fault);
+    });
+    return verdict;
 }
 
 List<tlvmsg_hex_message> read_hex(std::string_view text) {

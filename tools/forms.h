@@ -1,6 +1,8 @@
 // The library of forms in C++: what it hands out releases itself, and its faults are thrown.
 #pragma once
 
+#include "forms/record.h"
+
 #include <tlvmsg/forms.h>
 
 #include <cstddef>
@@ -27,23 +29,7 @@ private:
     size_t count_;
 };
 
-// A record of any type, with the blocks of its dynamic arrays.
-class Record {
-public:
-    // All zero.
-    explicit Record(const tlvmsg_type *type);
-    ~Record();
-    Record(Record &&) = default;
-    Record &operator=(Record &&) = delete;
-
-    void *data() { return bytes_.get(); }
-    const void *data() const { return bytes_.get(); }
-    const tlvmsg_type *type() const { return type_; }
-
-private:
-    const tlvmsg_type *type_;
-    std::unique_ptr<uint8_t[]> bytes_;
-};
+using forms::Record;
 
 // Decodes a message into a record of zero bytes, and says how much of it was taken and what was tolerated.
 bool decode(Record &record, std::span<const uint8_t> bytes, tlvmsg_extent &extent, tlvmsg_fault &fault);
@@ -53,6 +39,14 @@ std::string to_json(const tlvmsg_type *type, const void *record, unsigned indent
 
 // Throws Failure(exit_malformed) that begins with the place.
 Record from_json(const tlvmsg_type *type, std::string_view text);
+
+// To standard output. Without a type they give how many bytes whole elements take.
+void print_text(const tlvmsg_type *type, const void *record);
+size_t print_untyped_json(std::span<const uint8_t> bytes, unsigned indent);
+size_t print_untyped_text(std::span<const uint8_t> bytes);
+
+// By tags when the type is null.
+tlvmsg_verdict print_annotated(const tlvmsg_type *type, std::span<const uint8_t> bytes);
 
 // At least one message. Throws Failure(exit_malformed) that begins with the line's number.
 List<tlvmsg_hex_message> read_hex(std::string_view text);

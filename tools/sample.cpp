@@ -1,6 +1,6 @@
 #include "sample.h"
 
-#include "fields.h"
+#include "forms/fields.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -11,6 +11,8 @@
 namespace tlvmsg::tool {
 
 namespace {
+
+using namespace forms;
 
 constexpr uint64_t most_encoded_bytes = UINT16_MAX;
 constexpr uint64_t header_bytes = 4;

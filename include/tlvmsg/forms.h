@@ -1,9 +1,12 @@
 /*
  * forms.h - messages in the forms that people and other programs read and write. A header a subject:
  *
+ *     forms/annotate.h every byte of a message explained
  *     forms/hex.h      bytes that somebody wrote down as text
  *     forms/json.h     records as JSON, and back
  *     forms/partial.h  what can be read of a broken encoding, as JSON
+ *     forms/text.h     records as lines to read and to grep
+ *     forms/untyped.h  messages without a type, by their tags
  *     forms/fault.h    why something could not be read or done
  *
  * All of it works by descriptors, over the bounded library alone, so one function serves all types.
@@ -20,9 +23,14 @@
 #ifndef TLVMSG_FORMS_H
 #define TLVMSG_FORMS_H
 
+#include <tlvmsg/forms/annotate.h>
 #include <tlvmsg/forms/fault.h>
 #include <tlvmsg/forms/hex.h>
 #include <tlvmsg/forms/json.h>
 #include <tlvmsg/forms/partial.h>
+#include <tlvmsg/forms/text.h>
+#include <tlvmsg/forms/types.h>
+#include <tlvmsg/forms/untyped.h>
+#include <tlvmsg/forms/verdict.h>
 
 #endif

@@ -1,7 +1,7 @@
 #include "faults.h"
 
 #include "terminal.h"
-#include "tools/text.h"
+#include "tools/words.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>

@@ -1,7 +1,7 @@
 #include "message_options.h"
 
 #include "faults.h"
-#include "tools/element.h"
+#include "forms/element.h"
 #include "tools/lookup.h"
 
 #include <fmt/format.h>
@@ -72,8 +72,8 @@ int for_each_input(const MessageOptions &options, const std::function<int(const 
 tlvmsg_fault incomplete_element(const Input &input, size_t end) {
     const size_t left = input.bytes.size() - end;
     const uint8_t *const header = input.bytes.data() + end;
-    const size_t length = left < header_size ? 0 : size_t{header[2]} << 8 | header[3];
-    tlvmsg_fault fault{TLVMSG_TRUNCATED, end, left, header_size + length, {}};
+    const size_t length = left < forms::header_size ? 0 : size_t{header[2]} << 8 | header[3];
+    tlvmsg_fault fault{TLVMSG_TRUNCATED, end, left, forms::header_size + length, {}};
     std::strcpy(fault.path, "element");
     return fault;
 }

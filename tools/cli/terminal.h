@@ -43,6 +43,7 @@ class Paint {
 public:
     explicit Paint(int descriptor);
     std::string operator()(Colour colour, std::string_view text) const;
+    bool is_on() const { return coloured_; }
 
 private:
     bool coloured_;

@@ -1,35 +1,27 @@
 // annotate: every byte of a message explained.
 #include "commands.h"
 
-#include "tools/annotate.h"
 #include "tools/cli/cli.h"
 #include "tools/cli/failure.h"
 #include "tools/cli/faults.h"
 #include "tools/cli/message_options.h"
 #include "tools/cli/terminal.h"
+#include "tools/forms.h"
 
 #include <memory>
-#include <unistd.h>
 
 namespace tlvmsg::tool {
 
 namespace {
 
 int annotate_input(const MessageOptions &options, const Input &input) {
-    const Paint paint(STDOUT_FILENO);
     print(heading_for(options, input));
-    tlvmsg_fault fault;
-    const tlvmsg_type *const type = type_for(options, input);
-    if (type == nullptr) {
-        const size_t end = annotate_raw(input.bytes, paint);
-        if (end == input.bytes.size()) {
-            return exit_fine;
-        }
-        fault = incomplete_element(input, end);
-    } else if (annotate(type, input.bytes, paint, fault)) {
+    const tlvmsg_verdict verdict = print_annotated(type_for(options, input), input.bytes);
+    if (verdict.fit == TLVMSG_FITS || (verdict.type != nullptr && verdict.fit == TLVMSG_FITS_PART)) {
         return exit_fine;
     }
-    report(fault); // the output is its context
+    // The output is its context.
+    report(verdict.type != nullptr ? verdict.fault : incomplete_element(input, verdict.extent.consumed));
     return exit_found;
 }
 
@@ -42,7 +34,8 @@ void add_annotate(Cli &cli) {
         {"Explain every byte of a message",
          {"Prints offset, bytes and what they are, a line each. Deviations that decoders tolerate are marked "
           "with '! tolerated', and the fault of a broken message with '! error'; what is behind it is "
-          "printed as not understood. All commands take this output as input again, its type included.",
+          "explained by its tags as far as that makes sense. All commands take this output as input again, "
+          "its type included.",
           "Without a type the elements are named by their tags, since a tag names its enumeration or "
           "structure."},
          {{"tlv annotate -t zel_led_control led.bin", "by type"},

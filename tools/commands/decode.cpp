@@ -6,9 +6,8 @@
 #include "tools/cli/faults.h"
 #include "tools/cli/message_options.h"
 #include "tools/cli/terminal.h"
-#include "tools/raw.h"
 #include "tools/forms.h"
-#include "tools/text.h"
+#include "tools/words.h"
 
 #include <fmt/format.h>
 
@@ -53,8 +52,11 @@ int decode_typed(const Options &options, const tlvmsg_type *type, const Input &i
         return exit_malformed;
     }
     warn_of(extent, type, input.bytes.size());
-    print(options.text ? to_text(type, record.data(), "")
-                       : to_json(type, record.data(), options.indent()) + "\n");
+    if (options.text) {
+        print_text(type, record.data());
+    } else {
+        print(to_json(type, record.data(), options.indent()) + "\n");
+    }
     return exit_fine;
 }
 
@@ -63,11 +65,10 @@ int decode_untyped(const Options &options, const Input &input) {
         complain(
             "tlv: no type given, so elements are named by their tags; 'tlv guess' finds the types that fit");
     }
-    const RawMessage message = read_raw(input.bytes);
-    print(options.text ? raw_text(input.bytes, message)
-                       : raw_json(input.bytes, message, options.indent()) + "\n");
-    if (message.end < input.bytes.size()) {
-        report(incomplete_element(input, message.end), input);
+    const size_t end =
+        options.text ? print_untyped_text(input.bytes) : print_untyped_json(input.bytes, options.indent());
+    if (end < input.bytes.size()) {
+        report(incomplete_element(input, end), input);
         return exit_malformed;
     }
     return exit_fine;

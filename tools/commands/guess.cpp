@@ -8,7 +8,7 @@
 #include "tools/cli/terminal.h"
 #include "tools/guess.h"
 #include "tools/lookup.h"
-#include "tools/text.h"
+#include "tools/words.h"
 
 #include <fmt/format.h>
 

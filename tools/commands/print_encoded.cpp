@@ -3,7 +3,7 @@
 #include "tools/cli/failure.h"
 #include "tools/cli/faults.h"
 #include "tools/cli/terminal.h"
-#include "tools/text.h"
+#include "tools/words.h"
 
 #include <algorithm>
 #include <span>

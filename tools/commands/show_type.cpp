@@ -1,9 +1,9 @@
 #include "show_type.h"
 
-#include "tools/element.h"
-#include "tools/fields.h"
+#include "forms/element.h"
 #include "tools/lookup.h"
-#include "tools/text.h"
+
+#include <tlvmsg/record.h>
 
 #include <fmt/format.h>
 
@@ -126,7 +126,7 @@ public:
     }
 
 private:
-    static constexpr uint32_t longest = header_size + UINT16_MAX;
+    static constexpr uint32_t longest = forms::header_size + UINT16_MAX;
 
     void row(uint32_t least, uint32_t most, unsigned depth, const std::string &what) {
         text_ += fmt::format("{:>8}  {:>11}  {:{}}{}\n", fmt::format("{}{}", offset_, fixed_ ? "" : "+"),
@@ -146,7 +146,7 @@ private:
             return members(type, depth, longest);
         case TLVMSG_STRUCTURE:
             row(type->min_encoded, type->max_encoded, depth, fmt::format("{}, tag {}", what, type->tag));
-            offset_ += header_size;
+            offset_ += forms::header_size;
             return members(type, depth + 1, room - type->min_encoded);
         case TLVMSG_UNION:
             row(type->min_encoded, type->max_encoded, depth, what);
@@ -191,8 +191,10 @@ private:
             const tlvmsg_alternative &choice = type->alternatives[i];
             std::string values;
             for (uint32_t j = 0; j < choice.value_count; ++j) {
-                values +=
-                    fmt::format("{}{}", j == 0 ? "" : " or ", number_text(type->selector, choice.values[j]));
+                const tlvmsg_enumerator *const named =
+                    tlvmsg_enumerator_by_value(type->selector, choice.values[j]);
+                values += fmt::format("{}{}", j == 0 ? "" : " or ", choice.values[j]);
+                values += named != nullptr ? fmt::format(" ({})", named->name) : "";
             }
             row(choice.type->min_encoded, choice.type->max_encoded, depth,
                 fmt::format("{} {} {}: {}", type->selector_name, values, choice.name, choice.type->name));

@@ -6,7 +6,7 @@
 #include "tools/cli/faults.h"
 #include "tools/cli/message_options.h"
 #include "tools/cli/terminal.h"
-#include "tools/text.h"
+#include "tools/words.h"
 
 #include <fmt/format.h>
 

@@ -1,9 +1,9 @@
 #include "input.h"
 
 #include "file.h"
+#include "forms/element.h"
 #include "tools/cli/failure.h"
 #include "tools/cli/terminal.h"
-#include "tools/element.h"
 #include "tools/forms.h"
 
 #include <fmt/format.h>
@@ -31,7 +31,7 @@ File open(const std::string &path) {
 
 // Raw bytes that end in a line feed, as `echo` and editors leave it, when it is not part of the last element.
 void drop_newline(std::vector<uint8_t> &bytes) {
-    const size_t end = end_of_elements(bytes);
+    const size_t end = forms::for_each_element(bytes, [](const forms::Element &) {});
     const std::string_view rest(reinterpret_cast<const char *>(bytes.data()) + end, bytes.size() - end);
     if (rest == "\n" || rest == "\r\n") {
         bytes.resize(end);

@@ -15,7 +15,8 @@ run verify -t $message wrong.bin; is 1
 run verify -t $message wrong.bin led.bin; is 1; prints '^led.bin: '
 run annotate -t $message wrong.bin; is 1; error_has "$wrong_tag"
 prints "\| ! error\[wrong-tag\]: $message.$wrong_tag"
-prints '^  48  04 10 00 28 .*\| not understood'
+prints '^  48  04 10 00 28 .*\| zel_connection_id, tag 1040, length 40' # and what follows, by its tags
+prints '^ 108  05 52 00 08 .*\| zel_led_control.color: zel_led_color = '
 run guess wrong.bin; is 1; prints "^no .*$wrong_tag"
 
 xxd -p wrong.bin >wrong.hex
@@ -25,6 +26,16 @@ run decode -t $message wrong.hex; is 3; error_has 'at byte 48'; error_has 'wrong
 tlv encode -t zel_mac_addr '{}' >mac.bin && change mac.bin 12 0007
 run decode -t zel_mac_addr mac.bin; is 3; error_has 'count-exceeds-capacity.*count: 7 exceeds capacity 6 at byte 12'
 run verify -t zel_mac_addr mac.bin; is 1
+
+# Behind a fault and in what decoders skip, elements of any length are told, as long as they make sense.
+tlv annotate -t zel_mac_addr mac.bin >out 2>err; prints '^  14 .*\| not understood "'
+printf '\x05\x4d\x00\x14\x00\x04\x00\x03abc\x00\x04\x00\x02\x00\x05\x05\x52\x00\x02ab\x07' >long.bin
+{ head -c 92 led.bin; cat long.bin; } | tlv annotate -t $message >out 2>err
+prints '^  96  00 04 00 03 .*\| led_control: skipped, uint16, tag 4, length 3'
+prints '^ 103  00 04 00 02 00 05 .*\| led_control: skipped, uint16 = 5'
+prints '^ 109  05 52 00 02 61 62 07 .*\| led_control: skipped ".R..ab."'
+printf '\x00\x06\x00\x03abc\x00\x04\x00\x02\x00\x05\x00\x02' | tlv annotate -t uint32 >out 2>err
+prints '^   0  00 06 00 03 .*\| uint32, tag 6, length 3'; prints '^   7  00 04 .*\| uint16 = 5'; prints '^  13  00 02 .*not understood'
 
 # Whatever is cut off or changed: an answer, and from annotated text the same bytes again.
 survives() { # FILE WHAT

@@ -1,14 +1,13 @@
-// Records for reading and for grep: a line a value, "led_control.slot = 2".
+// Values in words, for whoever reads them.
 #pragma once
+
+#include "output.h"
 
 #include <tlvmsg/inspect.h>
 
-#include <cstdint>
 #include <span>
-#include <string>
-#include <string_view>
 
-namespace tlvmsg::tool {
+namespace tlvmsg::forms {
 
 // Where something stands, below `whole`, which may be empty.
 std::string path_of(const tlvmsg_place &place, std::string_view whole);
@@ -25,12 +24,10 @@ std::string printable(std::span<const uint8_t> bytes);
 // "03 E9 00 2C".
 std::string hex_pairs(std::span<const uint8_t> bytes);
 
-// "1 deviation", "2 deviations".
-std::string counted(size_t count, std::string_view what);
-
 // "text" in quotes when printable, else hex(03 E9).
 std::string bytes_text(std::span<const uint8_t> bytes);
 
-std::string to_text(const tlvmsg_type *type, const void *record, std::string_view whole);
+// What tlvmsg_to_text tells.
+void write_text(Output &output, const tlvmsg_type *type, const void *record, std::string_view whole);
 
-} // namespace tlvmsg::tool
+} // namespace tlvmsg::forms
