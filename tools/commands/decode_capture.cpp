@@ -4,11 +4,10 @@
 #include "tools/cli/faults.h"
 #include "tools/cli/message_options.h"
 #include "tools/cli/terminal.h"
-#include "tools/guess.h"
-#include "tools/input/capture.h"
-#include "tools/input/payload.h"
-#include "tools/lookup.h"
 #include "tools/forms.h"
+#include "tools/guess.h"
+#include "tools/input/packets.h"
+#include "tools/lookup.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -40,19 +39,25 @@ size_t candidates(const std::vector<Guess> &guesses) {
 class FramePrinter {
 public:
     explicit FramePrinter(const CaptureOptions &options)
-        : type_(options.type.empty() ? nullptr : find_type(options.type)), offset_(options.offset) {}
+        : type_(options.type.empty() ? nullptr : find_type(options.type)) {}
 
     // `prefix` is what all objects begin with.
-    void print_frame(const Frame &frame, int link_type, const std::string &prefix) {
-        const Bytes bytes = offset_ ? frame.bytes.subspan(std::min(*offset_, frame.bytes.size()))
-                                    : payload_of(link_type, frame.bytes);
-        print(fmt::format("{{{}\"frame\":{},\"time\":{}.{:09},{}}}\n", prefix, frame.number, frame.seconds,
-                          frame.nanoseconds, type_ != nullptr ? decoded(type_, bytes) : guessed(bytes)));
+    void print_frame(const Payload &payload, const std::string &prefix) {
+        print(fmt::format("{{{}\"frame\":{},\"time\":{}.{:09},{}}}\n", prefix, payload.facts.number,
+                          payload.facts.seconds, payload.facts.nanoseconds, fields_of(payload)));
     }
 
     int status() const { return status_; }
 
 private:
+    std::string fields_of(const Payload &payload) {
+        if (!payload.problem.empty()) {
+            status_ = exit_found;
+            return fmt::format(R"("error":{{"code":"{}","text":{}}})", payload.problem, quoted(payload.text));
+        }
+        return type_ != nullptr ? decoded(type_, payload.bytes) : guessed(payload.bytes);
+    }
+
     std::string decoded(const tlvmsg_type *type, Bytes bytes) {
         Record record(type);
         tlvmsg_extent extent;
@@ -86,18 +91,17 @@ private:
     }
 
     const tlvmsg_type *type_;
-    std::optional<size_t> offset_;
     int status_ = exit_fine;
 };
 
 void decode_capture(const std::string &path, const CaptureOptions &options, FramePrinter &printer) {
-    Capture capture(path, options.filter);
-    Progress progress("frames", capture.size());
+    Packets packets(path, {options.filter, options.offset, parse_framing(options.framing)});
+    Progress progress("frames", packets.size());
     const std::string prefix = options.files.size() > 1 ? fmt::format("\"file\":{},", quoted(path)) : "";
-    while (const std::optional<Frame> frame = capture.next()) {
-        printer.print_frame(*frame, capture.link_type(), prefix);
+    while (const std::optional<Payload> payload = packets.next()) {
+        printer.print_frame(*payload, prefix);
         if (progress.due()) {
-            progress.show(frame->number, capture.position());
+            progress.show(payload->facts.number, packets.position());
         }
     }
 }

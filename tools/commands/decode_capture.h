@@ -13,6 +13,7 @@ struct CaptureOptions {
     std::string type;               // empty: the best guess for each frame
     std::string filter;
     std::optional<size_t> offset; // of the message in the frame
+    std::string framing;
 };
 
 // Gives the exit status: exit_found when a frame does not decode.

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 #include <pcap/pcap.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <sys/stat.h>
 
@@ -17,6 +18,28 @@ std::optional<uint64_t> size_of(std::FILE *file) {
     struct stat status {};
     const bool known = fstat(fileno(file), &status) == 0 && S_ISREG(status.st_mode);
     return known ? std::optional(static_cast<uint64_t>(status.st_size)) : std::nullopt;
+}
+
+bool makes_sense(const std::string &filter) {
+    pcap_t *const ethernet = pcap_open_dead(DLT_EN10MB, 65535);
+    bpf_program program{};
+    const bool compiles = pcap_compile(ethernet, &program, filter.c_str(), 0, PCAP_NETMASK_UNKNOWN) == 0;
+    if (compiles) {
+        pcap_freecode(&program);
+    }
+    pcap_close(ethernet);
+    return compiles;
+}
+
+// The library reads a file's unsigned numbers as signed, and believes subseconds of a second and more.
+Frame frame_of(uint64_t number, const pcap_pkthdr &header, const u_char *bytes) {
+    constexpr int64_t second = 1'000'000'000;
+    const int64_t subseconds = (header.ts.tv_usec % second + second) % second;
+    int64_t seconds = header.ts.tv_sec + (header.ts.tv_usec - subseconds) / second;
+    seconds += seconds < 0 ? int64_t{1} << 32 : 0;
+    const size_t length = std::max(header.len, header.caplen);
+    return {FrameFacts{number, seconds, static_cast<uint32_t>(subseconds), header.caplen, length},
+            {bytes, header.caplen}};
 }
 
 } // namespace
@@ -38,9 +61,18 @@ Capture::Capture(const std::string &path, const std::string &filter) : name_(fil
         throw Failure(unreadable ? exit_io : exit_malformed, fmt::format("{}: {}", name_, error));
     }
     static_cast<void>(file.release()); // closed with the handle from now on
+    if (!filter.empty()) {
+        set_filter(filter);
+    }
+}
+
+void Capture::set_filter(const std::string &filter) {
     filter_.reset(new bpf_program{});
     if (pcap_compile(handle_.get(), filter_.get(), filter.c_str(), 1, PCAP_NETMASK_UNKNOWN) != 0) {
-        throw Failure(exit_usage, fmt::format("filter '{}': {}", filter, pcap_geterr(handle_.get())));
+        const std::string error = fmt::format("filter '{}': {}", filter, pcap_geterr(handle_.get()));
+        throw makes_sense(filter)
+            ? Failure(exit_malformed, fmt::format("{}: {} (link type {})", name_, error, link_name()))
+            : Failure(exit_usage, error);
     }
 }
 
@@ -52,9 +84,8 @@ std::optional<Frame> Capture::next() {
     int result = 0;
     while ((result = pcap_next_ex(handle_.get(), &header, &bytes)) == 1) {
         ++count_;
-        if (pcap_offline_filter(filter_.get(), header, bytes) != 0) {
-            const auto nanoseconds = static_cast<uint32_t>(header->ts.tv_usec);
-            return Frame{count_, header->ts.tv_sec, nanoseconds, {bytes, header->caplen}};
+        if (filter_ == nullptr || pcap_offline_filter(filter_.get(), header, bytes) != 0) {
+            return frame_of(count_, *header, bytes);
         }
     }
     if (result != PCAP_ERROR_BREAK) { // which is the end of the file
@@ -64,6 +95,11 @@ std::optional<Frame> Capture::next() {
 }
 
 int Capture::link_type() const { return pcap_datalink(handle_.get()); }
+
+std::string Capture::link_name() const {
+    const char *const name = pcap_datalink_val_to_name(link_type());
+    return name == nullptr ? fmt::format("{}", link_type()) : fmt::format("{} ({})", link_type(), name);
+}
 
 uint64_t Capture::position() const {
     const long position = std::ftell(pcap_file(handle_.get()));

@@ -1,11 +1,10 @@
 // Capture files, pcap and pcapng, a frame at a time.
 #pragma once
 
-#include <cstdint>
+#include "payload.h"
+
 #include <memory>
-#include <optional>
 #include <span>
-#include <string>
 
 struct pcap;
 struct bpf_program;
@@ -13,28 +12,30 @@ struct bpf_program;
 namespace tlvmsg::tool {
 
 struct Frame {
-    uint64_t number; // from 1, in the file
-    int64_t seconds; // since 1970
-    uint32_t nanoseconds;
+    FrameFacts facts;               // those that need no look at its bytes
     std::span<const uint8_t> bytes; // until the next one is read
 };
 
 class Capture {
 public:
-    // "-" is standard input; an empty filter lets all through. Throws Failure of exit_io, exit_malformed, or
-    // exit_usage for a filter that makes no sense.
+    // "-" is standard input; an empty filter lets all through. Throws Failure of exit_io, exit_malformed (also
+    // for a filter that makes sense, but not for frames of this link type), or exit_usage for a filter that
+    // makes none.
     Capture(const std::string &path, const std::string &filter);
 
     // The next frame that the filter lets through. Throws Failure(exit_malformed) where the file is broken.
     std::optional<Frame> next();
 
     int link_type() const;
+    std::string link_name() const; // "147 (USER0)"
 
     // Bytes of the file, and those read so far; nothing of pipes.
     std::optional<uint64_t> size() const { return size_; }
     uint64_t position() const;
 
 private:
+    void set_filter(const std::string &filter);
+
     struct Close {
         void operator()(pcap *handle) const;
         void operator()(bpf_program *filter) const;
@@ -42,7 +43,7 @@ private:
 
     std::string name_;
     std::unique_ptr<pcap, Close> handle_;
-    std::unique_ptr<bpf_program, Close> filter_;
+    std::unique_ptr<bpf_program, Close> filter_; // null lets all through
     std::optional<uint64_t> size_;
     uint64_t count_ = 0;
 };

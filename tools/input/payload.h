@@ -1,18 +1,41 @@
-/*
- * The message in a captured frame.
- *
- * In Ethernet, Linux cooked and raw IP frames it begins behind the UDP or TCP header, or behind the innermost
- * header before one that is not known; IP's length ends it. In exported PDUs it begins behind their tags. In
- * frames of all other link types it is the whole frame. Fragments and TCP segments are not put together.
- */
+// What a capture yields: bytes that may hold messages, and what is known of the frame that they came with.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <span>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace tlvmsg::tool {
 
-// `link_type` as in capture files. Empty when the headers do not fit into the frame.
-std::span<const uint8_t> payload_of(int link_type, std::span<const uint8_t> frame);
+struct Ports {
+    uint16_t source;
+    uint16_t destination;
+};
+
+struct FrameFacts {
+    uint64_t number = 0; // from 1, in the file
+    int64_t seconds = 0; // since 1970
+    uint32_t nanoseconds = 0;
+    size_t captured = 0;  // bytes of the frame in the file
+    size_t length = 0;    // and in all
+    std::string source{}; // IP addresses, or else those of the link; empty where there are none
+    std::string destination{};
+    std::optional<Ports> ports{};
+    std::string protocol{}; // the innermost known: "udp", "ip 89", "ethertype 0x88B5"; empty when none is
+};
+
+struct Payload {
+    FrameFacts facts;
+    std::vector<uint8_t> bytes; // with a problem: those that are there
+    std::string problem;        // empty, or a code: fragment, segment, cut, link-type
+    std::string text;           // what is missing
+};
+
+inline Payload problem(const FrameFacts &facts, const char *code, std::string text) {
+    return {facts, {}, code, std::move(text)};
+}
 
 } // namespace tlvmsg::tool

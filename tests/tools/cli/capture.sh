@@ -40,6 +40,20 @@ run decode --pcap -t ifid --offset 90 udp.pcap; is 0; equal "$(jq .trailing_byte
 capture -u 4000,4001 four.txt four.pcap
 run decode --pcap -t $message --filter 'greater 100' four.pcap; is 0; equal "$(jq .frame out | paste -sd ' ')" '1 2 3 5'
 
+# What delimits messages: here the length in each element's header; or bytes to skip.
+run decode --pcap -t ifid --framing skip:48 user.pcapng; is 0; equal "$(jq .trailing_bytes out | sort -u)" 28
+run decode --pcap -t uint32 --framing length:2@2 udp.pcap; equal "$(jq .frame out | paste -sd ' ')" '1 1 1 2 2 2 3 3 3'
+run decode --pcap -t uint32 --framing length:2@2+3 udp.pcap; is 2; error_has "framing 'length:2@2\+3': a header of 3 bytes"
+run decode --pcap -t uint32 --framing fixed udp.pcap; is 2; error_has "framing 'fixed': allowed are"
+
+# A link type whose headers are not known stops no file behind it, whatever the filter.
+capture -F pcap -l 147 three.txt odd.pcap && change odd.pcap 20 e8030000
+run decode --pcap -t $message odd.pcap udp.pcap; is 1
+equal "$(jq -r '.error.code // .type' out | uniq -c | tr -s ' ')" " 3 link-type
+ 3 $message"
+run decode --pcap -t $message --filter 'udp port 4000' odd.pcap udp.pcap; is 3; error_has 'odd.pcap: filter'
+equal "$(wc -l <out)" 3; rm odd.pcap
+
 # Frames that do not decode.
 run decode --pcap -t $message four.pcap; is 1
 equal "$(jq -r 'select(.error) | "\(.frame) \(.error)"' out)" "4 error[truncated]: $message.session: needs 4 bytes, 2 are left at byte 0"

@@ -1,0 +1,86 @@
+#include "framing.h"
+
+#include "tools/cli/failure.h"
+
+#include <fmt/format.h>
+
+#include <regex>
+#include <utility>
+
+namespace tlvmsg::tool {
+
+Framing parse_framing(const std::string &text) {
+    static const std::regex form(R"(segment|skip:(\d{1,5})|length:([124])@(\d{1,5})(?:\+(\d{1,5}))?)");
+    std::smatch found;
+    if (text.size() > 40 || !std::regex_match(text, found, form)) {
+        throw Failure(
+            exit_usage,
+            fmt::format("framing '{:.40}': allowed are segment, skip:N and length:BYTES@OFFSET[+HEADER], "
+                        "BYTES being 1, 2 or 4, the others below 100000",
+                        text));
+    }
+    const auto number = [&](size_t i) { return found[i].matched ? std::stoul(found[i]) : 0; };
+    const size_t end = number(2) + number(3);
+    const Framing framing{found[4].matched ? number(4) : end + number(1), number(2), number(3)};
+    if (framing.header < end) {
+        throw Failure(exit_usage,
+                      fmt::format("framing '{}': a header of {} bytes holds no length that ends at byte {}",
+                                  text, framing.header, end));
+    }
+    return framing;
+}
+
+void Framer::add(const FrameFacts &facts, Bytes bytes, const std::string &cut) {
+    facts_ = facts;
+    cut_ = cut;
+    fresh_ = true;
+    bytes_.erase(bytes_.begin(), bytes_.begin() + static_cast<ptrdiff_t>(std::exchange(at_, 0)));
+    bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
+}
+
+std::optional<Payload> Framer::next() {
+    if (!framing_.by_length() && !std::exchange(fresh_, false)) {
+        return std::nullopt;
+    }
+    if (left() >= framing_.header) {
+        const size_t there = left() - framing_.header;
+        const size_t size = framing_.by_length() ? message_length() : there + (cut_.empty() ? 0 : 1);
+        if (framing_.by_length() && size > largest_message) {
+            return take(left(), "segment",
+                        fmt::format("a message of {} bytes, where {} are allowed", size, largest_message));
+        }
+        if (size <= there) {
+            at_ += framing_.header;
+            return take(size);
+        }
+    }
+    if (!cut_.empty()) {
+        return take(left(), "cut", std::exchange(cut_, ""));
+    }
+    return framing_.by_length() ? std::nullopt : std::optional(incomplete());
+}
+
+std::optional<Payload> Framer::rest() { return left() == 0 ? std::nullopt : std::optional(incomplete()); }
+
+Payload Framer::incomplete() {
+    const bool begun = left() >= framing_.header;
+    return take(left(), "segment",
+                begun ? fmt::format("{} of {} bytes", left() - framing_.header, message_length())
+                      : fmt::format("{} of {} bytes before a message", left(), framing_.header));
+}
+
+uint32_t Framer::message_length() const {
+    uint32_t length = 0;
+    for (size_t i = 0; i < framing_.length_bytes; ++i) {
+        length = length << 8 | bytes_[at_ + framing_.length_at + i];
+    }
+    return length;
+}
+
+Payload Framer::take(size_t size, const std::string &problem, const std::string &text) {
+    const auto begin = bytes_.begin() + static_cast<ptrdiff_t>(at_);
+    at_ += size;
+    return {facts_, {begin, begin + static_cast<ptrdiff_t>(size)}, problem, text};
+}
+
+} // namespace tlvmsg::tool

@@ -1,0 +1,89 @@
+// The headers of frames. Each function steps over some, and notes in the facts what they say.
+#pragma once
+
+#include "payload.h"
+
+#include <algorithm>
+#include <span>
+
+namespace tlvmsg::tool {
+
+using Bytes = std::span<const uint8_t>;
+
+struct EndsInside {
+    const char *header;
+};
+
+// Bytes of a frame, not all of which need have been captured.
+struct View {
+    Bytes bytes; // those that are there
+    size_t size; // those that there should be, never fewer
+
+    size_t missing() const { return size - bytes.size(); }
+
+    void skip(size_t count) {
+        bytes = bytes.subspan(std::min(count, bytes.size()));
+        size -= std::min(count, size);
+    }
+
+    // Steps over a header. Throws EndsInside where it is not all there.
+    Bytes take(size_t count, const char *header) {
+        if (bytes.size() < count) {
+            throw EndsInside{header};
+        }
+        const Bytes taken = bytes.first(count);
+        skip(count);
+        return taken;
+    }
+
+    // What a header says of the length: behind it is padding, and what is not there is missing.
+    void end_at(size_t length) {
+        bytes = bytes.first(std::min(length, bytes.size()));
+        size = length;
+    }
+};
+
+inline uint16_t number16(Bytes bytes, size_t offset) {
+    return static_cast<uint16_t>(bytes[offset] << 8 | bytes[offset + 1]);
+}
+
+inline uint32_t number32(Bytes bytes, size_t offset) {
+    return uint32_t{number16(bytes, offset)} << 16 | number16(bytes, offset + 2);
+}
+
+enum class Network { ip, other, unknown };
+
+// `link_type` as libpcap numbers them; unknown when their headers are.
+Network skip_link(int link_type, FrameFacts &facts, View &frame);
+
+struct IpFragment {
+    uint64_t id;   // of the datagram, among those with the same addresses
+    size_t offset; // in the datagram's data
+    bool more;     // behind this one
+};
+
+struct IpHeader {
+    uint8_t protocol; // of what is behind it; of a fragment: of the datagram's data
+    std::optional<IpFragment> fragment;
+};
+
+// Null for what cannot be IP, which is not stepped over.
+std::optional<IpHeader> skip_ip(FrameFacts &facts, View &packet);
+
+// IP extension headers, each of which names the next protocol.
+void skip_extensions(uint8_t &protocol, View &data);
+
+void skip_udp(FrameFacts &facts, View &datagram);
+
+struct TcpHeader {
+    uint32_t sequence;
+    uint32_t acknowledgement;
+    uint8_t flags;
+};
+
+TcpHeader skip_tcp(FrameFacts &facts, View &segment);
+
+constexpr uint8_t protocol_tcp = 6;
+constexpr uint8_t protocol_udp = 17;
+
+} // namespace tlvmsg::tool
