@@ -37,14 +37,14 @@ void follow(Types types, uint32_t depth, Bytes bytes, size_t at, const tlvmsg_ty
     const auto longer = std::partition_point(types.begin(), types.end(),
                                              [&](const auto *type) { return type->member_count == depth; });
     if (depth > 0 && longer != types.begin()) {
-        found({types.begin(), longer}, at);
+        found({types.begin(), longer}, depth, at);
     }
     types = {longer, types.end()};
     const auto member_of = [&](const tlvmsg_type *type) { return type->members[depth].type; };
     const Bytes rest = bytes.subspan(at);
     Types right = of_tag(types, rest, [&](const auto *type) { return tag_read(member_of(type)); });
     if (right.empty() && depth > 0 && !types.empty()) {
-        found(types, 0);
+        found(types, depth, at);
     }
     while (!right.empty()) {
         const tlvmsg_type *const member = member_of(right.front());
@@ -52,7 +52,7 @@ void follow(Types types, uint32_t depth, Bytes bytes, size_t at, const tlvmsg_ty
                                                [&](const auto *type) { return member_of(type) == member; });
         const size_t size = size_by_header(member, rest);
         if (size > rest.size()) {
-            found({right.begin(), same}, 0);
+            found({right.begin(), same}, depth, at);
         } else {
             follow({right.begin(), same}, depth + 1, bytes, at + size, found);
         }

@@ -29,9 +29,10 @@ struct tlvmsg_type_set {
     // All but messages that begin with the tag that is there. Unions have none.
     Types beginning_like(Bytes bytes) const;
 
-    // Told about messages that all have the same verdict on the bytes. `end` is where their last member ends, going
-    // by the elements' headers, or 0 when an element is missing, cut, or not what belongs there.
-    using Found = std::function<void(Types alike, size_t end)>;
+    // Told about messages that begin with the same members, of which the elements of `matched` lie there whole, going
+    // by their headers, and end at `end`. The messages are those that have no more members, or those that go on with
+    // something else or with an element that is cut, so that all are refused for the same reason.
+    using Found = std::function<void(Types alike, uint32_t matched, size_t end)>;
 
     // Goes along the bytes as far as some message does. Messages that differ before that are left out.
     void follow_messages(Bytes bytes, const Found &found) const;

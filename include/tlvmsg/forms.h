@@ -2,11 +2,14 @@
  * forms.h - messages in the forms that people and other programs read and write. A header a subject:
  *
  *     forms/annotate.h every byte of a message explained
+ *     forms/guess.h    which types bytes are of, and which messages fill a payload
  *     forms/hex.h      bytes that somebody wrote down as text
  *     forms/json.h     records as JSON, and back
  *     forms/partial.h  what can be read of a broken encoding, as JSON
  *     forms/text.h     records as lines to read and to grep
  *     forms/untyped.h  messages without a type, by their tags
+ *     forms/types.h    sets of types to choose from
+ *     forms/verdict.h  whether bytes fit a type
  *     forms/fault.h    why something could not be read or done
  *
  * All of it works by descriptors, over the bounded library alone, so one function serves all types.
@@ -25,6 +28,7 @@
 
 #include <tlvmsg/forms/annotate.h>
 #include <tlvmsg/forms/fault.h>
+#include <tlvmsg/forms/guess.h>
 #include <tlvmsg/forms/hex.h>
 #include <tlvmsg/forms/json.h>
 #include <tlvmsg/forms/partial.h>

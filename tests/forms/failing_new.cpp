@@ -9,9 +9,13 @@ size_t failing_new = 0;
 
 } // namespace tlvmsg_test
 
-void *operator new(size_t size) {
+void *operator new(size_t size, const std::nothrow_t & /*says that it does not throw*/) noexcept {
     const bool fails = tlvmsg_test::failing_new > 0 && --tlvmsg_test::failing_new == 0;
-    void *const block = fails ? nullptr : std::malloc(size);
+    return fails ? nullptr : std::malloc(size);
+}
+
+void *operator new(size_t size) {
+    void *const block = operator new(size, std::nothrow);
     if (block == nullptr) {
         throw std::bad_alloc();
     }
