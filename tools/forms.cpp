@@ -20,6 +20,17 @@ namespace {
     throw Failure(exit_malformed, fmt::format("{}: {}", place, fault.message));
 }
 
+// What `make` makes, which fails for want of memory alone.
+template <class Item, class Make>
+List<Item> listed(Make make) {
+    Item *items = nullptr;
+    size_t count = 0;
+    if (!make(&items, &count, static_cast<tlvmsg_text_fault *>(nullptr))) {
+        throw std::bad_alloc();
+    }
+    return {items, count};
+}
+
 // Prints what `tell` tells the sink.
 template <class Tell>
 void print_told(Tell tell) {
@@ -37,14 +48,49 @@ void print_told(Tell tell) {
 
 } // namespace
 
-bool decode(Record &record, std::span<const uint8_t> bytes, tlvmsg_extent &extent, tlvmsg_fault &fault) {
-    const bool decoded =
-        tlvmsg_verify(record.type(), bytes.data(), bytes.size(), nullptr, &extent, &fault) &&
-        tlvmsg_decode(record.type(), bytes.data(), bytes.size(), nullptr, record.data(), nullptr, &fault);
-    if (!decoded && fault.code == TLVMSG_OUT_OF_MEMORY) {
+const char *fit_name(tlvmsg_fit fit) {
+    switch (fit) {
+    case TLVMSG_FITS_NOT:
+        return "no";
+    case TLVMSG_FITS_PART:
+        return "part";
+    case TLVMSG_FITS:
+        return "yes";
+    }
+    return "";
+}
+
+bool decode(Record &record, std::span<const uint8_t> bytes, tlvmsg_verdict &verdict) {
+    if (tlvmsg_judge(record.type(), bytes.data(), bytes.size(), nullptr, &verdict) == TLVMSG_FITS_NOT) {
+        return false;
+    }
+    if (!tlvmsg_decode(record.type(), bytes.data(), bytes.size(), nullptr, record.data(), nullptr, nullptr)) {
+        throw std::bad_alloc(); // which alone can come between
+    }
+    return true;
+}
+
+List<tlvmsg_guess> guess(std::span<const uint8_t> bytes, size_t most) {
+    const tlvmsg_guess_options options{most, true};
+    return listed<tlvmsg_guess>([&](auto **guesses, size_t *count, auto *fault) {
+        return tlvmsg_guess_types(nullptr, bytes.data(), bytes.size(), &options, guesses, count, fault);
+    });
+}
+
+List<tlvmsg_part> divide(std::span<const uint8_t> bytes) {
+    return listed<tlvmsg_part>([&](auto **parts, size_t *count, auto *fault) {
+        return tlvmsg_divide(nullptr, bytes.data(), bytes.size(), parts, count, fault);
+    });
+}
+
+std::string partial_json(const tlvmsg_type *type, std::span<const uint8_t> bytes, unsigned indent) {
+    char *text = nullptr;
+    size_t length = 0;
+    if (!tlvmsg_partial_to_json(type, bytes.data(), bytes.size(), indent, &text, &length, nullptr, nullptr)) {
         throw std::bad_alloc();
     }
-    return decoded;
+    const std::unique_ptr<char, void (*)(void *)> block(text, tlvmsg_free);
+    return {text, length};
 }
 
 std::string to_json(const tlvmsg_type *type, const void *record, unsigned indent, unsigned level) {

@@ -31,8 +31,20 @@ private:
 
 using forms::Record;
 
-// Decodes a message into a record of zero bytes, and says how much of it was taken and what was tolerated.
-bool decode(Record &record, std::span<const uint8_t> bytes, tlvmsg_extent &extent, tlvmsg_fault &fault);
+// "yes", "part", "no".
+const char *fit_name(tlvmsg_fit fit);
+
+// Decodes a message into a record of zero bytes, unless it does not fit.
+bool decode(Record &record, std::span<const uint8_t> bytes, tlvmsg_verdict &verdict);
+
+// The best first; `most` of those that do not take all bytes, also from further in.
+List<tlvmsg_guess> guess(std::span<const uint8_t> bytes, size_t most);
+
+// The messages that fill the bytes; none where others do as well.
+List<tlvmsg_part> divide(std::span<const uint8_t> bytes);
+
+// What can be read of a broken message.
+std::string partial_json(const tlvmsg_type *type, std::span<const uint8_t> bytes, unsigned indent);
 
 // Spaces a level, or 0 for one line; `level` is how deep in another text it will stand.
 std::string to_json(const tlvmsg_type *type, const void *record, unsigned indent, unsigned level = 0);

@@ -78,7 +78,7 @@ public:
     explicit Reader(const Octets &file, const std::string &framing = "segment",
                     std::optional<size_t> offset = {}) {
         std::ofstream(path_, std::ios::binary) << file;
-        packets_.emplace(path_, PacketOptions{"", offset, parse_framing(framing)});
+        packets_.emplace(open_file(path_), path_, PacketOptions{"", offset, parse_framing(framing)});
     }
     ~Reader() { unlink(path_.c_str()); }
 
@@ -88,9 +88,9 @@ public:
             return "";
         }
         facts = payload->facts;
-        const std::string what = payload->problem.empty()
-                                     ? Octets(payload->bytes.begin(), payload->bytes.end())
-                                     : payload->problem + ": " + payload->text;
+        const std::string what = payload->problem ? fmt::format("{}: {}", code_name(payload->problem->code),
+                                                                payload->problem->text)
+                                                  : Octets(payload->bytes.begin(), payload->bytes.end());
         return fmt::format("{} {}", facts.number, what);
     }
 
@@ -337,7 +337,7 @@ TEST(Packets, come_before_the_next_frame_is_there) {
     ASSERT_EQ(pipe(ends), 0);
     const Octets file = capture_of(link_ip, {ipv4(17, udp("hello")), tcp(1, "abc")});
     ASSERT_EQ(write(ends[1], file.data(), file.size()), static_cast<ssize_t>(file.size()));
-    Packets packets(fmt::format("/dev/fd/{}", ends[0]), {});
+    Packets packets(open_file(fmt::format("/dev/fd/{}", ends[0])), "a pipe", {});
     EXPECT_EQ(packets.next()->facts.number, 1);
     EXPECT_EQ(packets.next()->facts.number, 2);
     close(ends[1]);

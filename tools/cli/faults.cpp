@@ -91,6 +91,8 @@ nlohmann::ordered_json error_json(ToolCode code, std::string_view text) {
     return {{"code", code_name(code)}, {"text", shown(text)}};
 }
 
+nlohmann::ordered_json error_json(const Problem &problem) { return error_json(problem.code, problem.text); }
+
 nlohmann::ordered_json error_json(const Failure &failure) {
     return error_json(code_of(failure), failure.what());
 }
@@ -118,6 +120,11 @@ void report(const tlvmsg_fault &fault) {
 void report(const tlvmsg_fault &fault, const Input &input) {
     report(fault);
     show_context(std::min(fault.offset, input.bytes.size()), input);
+}
+
+void report(const Problem &problem, const Input &input) {
+    complain_of(fmt::format("error[{}]", code_name(problem.code)),
+                fmt::format("{}: {}", input.name, problem.text), Colour::red);
 }
 
 void report(const Failure &failure) {

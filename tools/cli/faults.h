@@ -1,6 +1,7 @@
 // What goes to standard error, and the codes in it: "tlv: error[wrong-tag]: ..."; in JSON, an object each.
 #pragma once
 
+#include "codes.h"
 #include "failure.h"
 #include "tools/input/input.h"
 
@@ -14,26 +15,10 @@
 
 namespace tlvmsg::tool {
 
-// The command's own codes, beside the library's.
-enum class ToolCode {
-    // Of failures.
-    usage,
-    malformed_input,
-    input_output,
-    // Of frames in captures: why there is no message to show.
-    fragment,
-    segment,
-    cut,
-    ambiguous,
-    unknown_message,
-    link_type,
-};
-
-const char *code_name(ToolCode code); // "malformed-input"
-
 // {"code", "path", "offset", "found", "allowed", "text"}: all of a fault, code and text of anything else.
 nlohmann::ordered_json error_json(const tlvmsg_fault &fault);
 nlohmann::ordered_json error_json(ToolCode code, std::string_view text);
+nlohmann::ordered_json error_json(const Problem &problem);
 nlohmann::ordered_json error_json(const Failure &failure);
 
 // "error[code]: path: what at byte n".
@@ -49,6 +34,9 @@ std::string tolerated_text(const tlvmsg_fault &deviation);
 void report(const tlvmsg_fault &fault, const Input &input);
 
 void report(const tlvmsg_fault &fault);
+
+// "error[code]: where: text".
+void report(const Problem &problem, const Input &input);
 
 void report(const Failure &failure);
 

@@ -1,8 +1,10 @@
 #include "message_options.h"
 
 #include "faults.h"
-#include "forms/element.h"
+#include "terminal.h"
+
 #include "tools/lookup.h"
+#include "tools/output/frame_line.h"
 
 #include <fmt/format.h>
 
@@ -11,69 +13,109 @@
 
 namespace tlvmsg::tool {
 
-void add_form_option(CLI::App *command, InputForm &form) {
-    add_choice(command, "--in", form,
-               {{"auto", InputForm::detect}, {"raw", InputForm::raw}, {"hex", InputForm::hex}},
-               "Take the input for raw bytes, or for hex text");
-}
-
-void add_type_option(CLI::App *command, std::string &type, const std::string &otherwise) {
-    command->add_option("-t,--type", type, "The type of the message, by name or by tag; " + otherwise)
-        ->type_name("TYPE");
-}
-
-void add_files(CLI::App *command, std::vector<std::string> &files) {
-    command->add_option("FILE", files, "Messages, one a file; - and none at all stand for standard input")
+void add_input_options(CLI::App *command, MessageOptions &options) {
+    add_choice(command, "--in", options.input.form,
+               {{"auto", InputForm::detect},
+                {"raw", InputForm::raw},
+                {"hex", InputForm::hex},
+                {"pcap", InputForm::capture}},
+               "What the files are: raw bytes, hex text, or captures; told by their content unless given");
+    // What told captures before their content did.
+    command->add_flag_callback("--pcap", [&options] { options.input.form = InputForm::capture; })->group("");
+    command->add_option("--filter", options.input.filter, "Only frames that match, as tcpdump understands it")
+        ->type_name("EXPR");
+    add_number(command, "--offset", options.input.offset,
+               "Where in each frame, or in a file, the message begins");
+    command
+        ->add_option_function<std::string>(
+            "--framing", [&options](const std::string &text) { options.input.framing = parse_framing(text); },
+            "How messages are delimited: segment, the default, for whole ones in each TCP segment and "
+            "datagram; "
+            "length:BYTES@OFFSET[+HEADER] for a header that holds the length of what is behind it; skip:N "
+            "for N "
+            "bytes before each")
+        ->type_name("segment|skip:N|length:BYTES@OFFSET");
+    command
+        ->add_option("FILE", options.files,
+                     "Messages and captures; - and none at all stand for standard input")
         ->type_name("FILE");
 }
 
-const tlvmsg_type *type_for(const MessageOptions &options, const Input &input) {
-    if (!options.type.empty() || input.type.empty()) {
-        return options.type.empty() ? nullptr : find_type(options.type);
+void add_message_options(CLI::App *command, MessageOptions &options, const std::string &otherwise) {
+    command->add_option("-t,--type", options.type, "The type of the message, by name or by tag; " + otherwise)
+        ->type_name("TYPE");
+    command
+        ->add_option(
+            "--type-of", options.type_of,
+            "The type of some of a capture's messages: udp/PORT=TYPE, tcp/PORT=TYPE, or msg_type=N=TYPE "
+            "for those whose session header says so; can be given several times")
+        ->type_name("LINE")
+        ->take_all()
+        ->allow_extra_args(false);
+    command->add_option("--types", options.types, "A file of such lines")->type_name("FILE");
+    add_input_options(command, options);
+}
+
+Typing typing_of(const MessageOptions &options) {
+    Typing typing;
+    if (!options.type.empty()) {
+        typing.type = find_type(options.type);
     }
-    const tlvmsg_type *const type = type_by_name(input.type);
-    if (type == nullptr) {
-        throw Failure(exit_malformed, fmt::format("{}: no type is called '{}'", input.name, input.type));
+    if (!options.types.empty()) {
+        typing.rules.add_file(options.types);
     }
-    return type;
+    for (const std::string &line : options.type_of) {
+        typing.rules.add(line);
+    }
+    return typing;
 }
 
 std::string heading_for(const MessageOptions &options, const Input &input) {
+    if (input.frame) {
+        return fmt::format("# {}\n", frame_heading(input));
+    }
     return options.files.size() > 1 || !input.alone ? fmt::format("# {}\n", input.name) : "";
 }
 
-int for_each_file(const std::vector<std::string> &files,
-                  const std::function<void(const std::string &)> &work) {
+int for_each_input(const MessageOptions &options, const std::function<int(const Input &)> &work) {
     int status = exit_fine;
-    for (const std::string &path : files.empty() ? std::vector<std::string>{"-"} : files) {
+    for (const std::string &path : options.files.empty() ? std::vector<std::string>{"-"} : options.files) {
         try {
-            work(path);
+            Source source(path, options.input);
+            while (const std::optional<Input> input = source.next()) {
+                status = std::max(status, work(*input));
+                if (source.is_live()) {
+                    finish_output();
+                }
+            }
         } catch (const Failure &failure) {
             if (failure.exit_status == exit_usage) { // it will make no more sense with the next file
                 throw;
             }
             report(failure);
-            status = std::max(status, failure.exit_status);
+            status = std::max<int>(status, failure.exit_status);
         }
     }
     return status;
 }
 
-int for_each_input(const MessageOptions &options, const std::function<int(const Input &)> &work) {
-    int found = exit_fine;
-    const int failed = for_each_file(options.files, [&](const std::string &path) {
-        for (const Input &input : read_inputs(path, options.form)) {
-            found = std::max(found, work(input));
+int for_each_reading(const MessageOptions &options,
+                     const std::function<int(const Input &, const Reading &)> &work) {
+    const Typing typing = typing_of(options);
+    return for_each_input(options, [&](const Input &input) {
+        int status = exit_fine;
+        for (const Reading &reading : read(input, typing)) {
+            status = std::max(status, work(input, reading));
         }
+        return status;
     });
-    return std::max(found, failed);
 }
 
 tlvmsg_fault incomplete_element(const Input &input, size_t end) {
     const size_t left = input.bytes.size() - end;
     const uint8_t *const header = input.bytes.data() + end;
-    const size_t length = left < forms::header_size ? 0 : size_t{header[2]} << 8 | header[3];
-    tlvmsg_fault fault{TLVMSG_TRUNCATED, end, left, forms::header_size + length, {}};
+    const size_t length = left < 4 ? 0 : size_t{header[2]} << 8 | header[3];
+    tlvmsg_fault fault{TLVMSG_TRUNCATED, end, left, 4 + length, {}};
     std::strcpy(fault.path, "element");
     return fault;
 }

@@ -1,10 +1,10 @@
-// What the commands that read messages have in common: files, their form, and a type.
+// What the commands that read messages have in common: files, how they are read, and types.
 #pragma once
 
 #include "cli.h"
-#include "tools/input/input.h"
 
-#include <tlvmsg/inspect.h>
+#include "tools/input/input.h"
+#include "tools/reading/reading.h"
 
 #include <functional>
 #include <string>
@@ -13,28 +13,33 @@
 namespace tlvmsg::tool {
 
 struct MessageOptions {
-    std::string type; // empty when not given
-    InputForm form = InputForm::detect;
+    std::string type;                 // empty when not given
+    std::vector<std::string> type_of; // lines of TypeRules
+    std::string types;                // a file of them; empty when not given
+    InputOptions input;
     std::vector<std::string> files;
 };
 
-void add_form_option(CLI::App *command, InputForm &form);
-void add_type_option(CLI::App *command, std::string &type, const std::string &otherwise);
-void add_files(CLI::App *command, std::vector<std::string> &files);
+// Files and how they are read.
+void add_input_options(CLI::App *command, MessageOptions &options);
 
-// Of the option or, without it, that which annotated input names; null when neither does. Throws Failure.
-const tlvmsg_type *type_for(const MessageOptions &options, const Input &input);
+// These, and what is known about types; `otherwise` says what holds without it.
+void add_message_options(CLI::App *command, MessageOptions &options, const std::string &otherwise);
+
+// Throws Failure.
+Typing typing_of(const MessageOptions &options);
 
 // "# name" in a line, where output is about one message of several.
 std::string heading_for(const MessageOptions &options, const Input &input);
 
-// Every file, or standard input when none is named. A file that fails is reported and the others are done all
-// the same, unless it is the command line that makes no sense. Gives the largest status of a failure.
-int for_each_file(const std::vector<std::string> &files,
-                  const std::function<void(const std::string &)> &work);
-
-// The same for every message in them. Gives the largest status, of failures and of the work.
+// Every message or frame of every file, or of standard input when none is named. A file that fails is reported and
+// the others are read all the same, unless it is the command line that makes no sense. Gives the largest status,
+// of failures and of the work. What has been printed about an input that is not a file goes out at once.
 int for_each_input(const MessageOptions &options, const std::function<int(const Input &)> &work);
+
+// The same, for what each is taken for.
+int for_each_reading(const MessageOptions &options,
+                     const std::function<int(const Input &, const Reading &)> &work);
 
 // What is behind the last whole element of a message without a type.
 tlvmsg_fault incomplete_element(const Input &input, size_t end);

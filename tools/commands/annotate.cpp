@@ -7,6 +7,10 @@
 #include "tools/cli/message_options.h"
 #include "tools/cli/terminal.h"
 #include "tools/forms.h"
+#include "tools/output/frame_line.h"
+#include "tools/words.h"
+
+#include <fmt/format.h>
 
 #include <memory>
 
@@ -14,14 +18,23 @@ namespace tlvmsg::tool {
 
 namespace {
 
-int annotate_input(const MessageOptions &options, const Input &input) {
+// A message's fault is in the text, where it is; standard error has it once more, for whoever looks there alone.
+int annotate_reading(const MessageOptions &options, const Input &input, const Reading &reading) {
     print(heading_for(options, input));
-    const tlvmsg_verdict verdict = print_annotated(type_for(options, input), input.bytes);
-    if (verdict.fit == TLVMSG_FITS || (verdict.type != nullptr && verdict.fit == TLVMSG_FITS_PART)) {
+    if (reading.problem) {
+        print(fmt::format("# error[{}]: {}\n", code_name(reading.problem->code), reading.problem->text));
+        for (const tlvmsg_type *type : reading.types) {
+            print(fmt::format("#   {}\n", type->name));
+        }
+    }
+    const tlvmsg_verdict verdict = print_annotated(reading.type, reading.bytes);
+    if (reading.problem) {
+        return exit_found;
+    }
+    if (verdict.fit == TLVMSG_FITS || (reading.type != nullptr && verdict.fit == TLVMSG_FITS_PART)) {
         return exit_fine;
     }
-    // The output is its context.
-    report(verdict.type != nullptr ? verdict.fault : incomplete_element(input, verdict.extent.consumed));
+    report(reading.type != nullptr ? verdict.fault : incomplete_element(input, verdict.extent.consumed));
     return exit_found;
 }
 
@@ -34,20 +47,21 @@ void add_annotate(Cli &cli) {
         {"Explain every byte of a message",
          {"Prints offset, bytes and what they are, a line each. Deviations that decoders tolerate are marked "
           "with '! tolerated', and the fault of a broken message with '! error'; what is behind it is "
-          "explained by its tags as far as that makes sense. All commands take this output as input again, "
-          "its type included.",
+          "explained by its tags as far as that can be. All commands take this output as input again, its "
+          "type "
+          "included.",
           "Without a type the elements are named by their tags, since a tag names its enumeration or "
-          "structure."},
+          "structure. Of captures every message is explained, and what is no message by its tags."},
          {{"tlv annotate -t zel_led_control led.bin", "by type"},
           {"tlv annotate dump.txt", "by tags"},
+          {"tlv annotate trace.pcapng", "every message of a capture"},
           {"tlv sample zel_led_control | tlv annotate -t 1357 > led.txt", "a message to edit in its bytes"}}},
         [options] {
-            return for_each_input(*options,
-                                  [&](const Input &input) { return annotate_input(*options, input); });
+            return for_each_reading(*options, [&](const Input &input, const Reading &reading) {
+                return annotate_reading(*options, input, reading);
+            });
         });
-    add_type_option(command, options->type, "without it, elements by their tags");
-    add_form_option(command, options->form);
-    add_files(command, options->files);
+    add_message_options(command, *options, "without it, elements by their tags");
 }
 
 } // namespace tlvmsg::tool

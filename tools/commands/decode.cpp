@@ -1,18 +1,19 @@
-// decode: messages as JSON or as lines, from files or from captures.
+// decode: messages as JSON or as lines.
 #include "commands.h"
-#include "decode_capture.h"
+
 #include "tools/cli/cli.h"
 #include "tools/cli/failure.h"
 #include "tools/cli/faults.h"
 #include "tools/cli/message_options.h"
 #include "tools/cli/terminal.h"
 #include "tools/forms.h"
+#include "tools/output/printer.h"
 #include "tools/words.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <memory>
-#include <optional>
 #include <unistd.h>
 
 namespace tlvmsg::tool {
@@ -21,66 +22,68 @@ namespace {
 
 struct Options {
     MessageOptions message;
-    bool text = false;
-    bool compact = false;
-    bool pcap = false;
-    std::string filter;
-    std::optional<size_t> offset;
-
-    unsigned indent() const { return compact ? 0 : 2; }
+    PrintOptions print;
 };
 
-void warn_of(const tlvmsg_extent &extent, const tlvmsg_type *type, size_t size) {
+void warn_of(const tlvmsg_verdict &verdict, const Input &input) {
+    const tlvmsg_extent &extent = verdict.extent;
     if (extent.deviations > 0) {
         warn(tlvmsg_code_name(extent.first_deviation.code),
              fmt::format("{}; tolerated, {} in all, marked by 'tlv annotate'",
                          fault_message(extent.first_deviation), counted(extent.deviations, "deviation")));
     }
-    if (extent.consumed < size) {
+    if (const size_t size = input.bytes.size(); extent.consumed < size) {
         warn(tlvmsg_code_name(TLVMSG_TRAILING_BYTES),
              fmt::format("{} behind the end of {} at byte {}", counted(size - extent.consumed, "byte"),
-                         type->name, extent.consumed));
+                         verdict.type->name, extent.consumed));
     }
 }
 
-int decode_typed(const Options &options, const tlvmsg_type *type, const Input &input) {
-    Record record(type);
-    tlvmsg_extent extent;
-    tlvmsg_fault fault;
-    if (!decode(record, input.bytes, extent, fault)) {
-        report(fault, input);
-        return exit_malformed;
+int decode_typed(Printer &printer, const Input &input, const Reading &reading) {
+    Record record(reading.type);
+    tlvmsg_verdict verdict;
+    if (decode(record, reading.bytes, verdict)) {
+        printer.message(input, reading, verdict, record.data());
+        if (!input.frame) { // whose object says so
+            warn_of(verdict, input);
+        }
+        return exit_fine;
     }
-    warn_of(extent, type, input.bytes.size());
-    if (options.text) {
-        print_text(type, record.data());
-    } else {
-        print(to_json(type, record.data(), options.indent()) + "\n");
+    printer.refused(input, reading, verdict.fault);
+    if (input.frame) {
+        return exit_found;
     }
-    return exit_fine;
+    report(verdict.fault, input);
+    return exit_malformed;
 }
 
-int decode_untyped(const Options &options, const Input &input) {
+int decode_untyped(Printer &printer, const Input &input, const Reading &reading) {
     if (isatty(STDERR_FILENO) != 0) {
         complain(
             "tlv: no type given, so elements are named by their tags; 'tlv guess' finds the types that fit");
     }
-    const size_t end =
-        options.text ? print_untyped_text(input.bytes) : print_untyped_json(input.bytes, options.indent());
-    if (end < input.bytes.size()) {
-        report(incomplete_element(input, end), input);
-        return exit_malformed;
+    const size_t end = printer.untyped(input, reading);
+    if (end == input.bytes.size()) {
+        return exit_fine;
     }
-    return exit_fine;
+    report(incomplete_element(input, end), input);
+    return exit_malformed;
 }
 
-int decode(const Options &options) {
-    if (options.pcap) {
-        return decode_captures({options.message.files, options.message.type, options.filter, options.offset});
+int decode_reading(Printer &printer, const Input &input, const Reading &reading) {
+    if (reading.problem) {
+        printer.problem(input, reading);
+        return exit_found;
     }
-    return for_each_input(options.message, [&](const Input &input) {
-        const tlvmsg_type *const type = type_for(options.message, input);
-        return type != nullptr ? decode_typed(options, type, input) : decode_untyped(options, input);
+    return reading.type != nullptr ? decode_typed(printer, input, reading)
+                                   : decode_untyped(printer, input, reading);
+}
+
+int run(Options options) {
+    options.print.several = options.message.files.size() > 1;
+    const std::unique_ptr<Printer> printer = make_printer(options.print);
+    return for_each_reading(options.message, [&](const Input &input, const Reading &reading) {
+        return decode_reading(*printer, input, reading);
     });
 }
 
@@ -92,34 +95,37 @@ void add_decode(Cli &cli) {
         "decode",
         {"Print messages as JSON",
          {"What is printed is what tlv encode takes: numbers as numbers, or by name where the value has one, "
-          "byte "
-          "arrays as text when every byte is printable and as {\"hex\": \"...\"} otherwise, unions by the "
-          "chosen alternative's name. "
-          "Without a type the elements are named by their tags.",
-          "With --pcap the files are captures, pcap or pcapng, and every frame gives an object in a line of "
-          "its own: frame, time (seconds since 1970), type and message, or error. The message begins behind "
-          "the UDP or TCP header of Ethernet, Linux cooked and raw IP frames, behind the tags of exported "
-          "PDUs, and at the start of other frames; --offset says otherwise. Without a type the best that tlv "
-          "guess finds is taken, and candidates says how many are as good. TCP segments and IP fragments are "
-          "not put together."},
+          "byte arrays as text when every byte is printable and as {\"hex\": \"...\"} otherwise, unions by "
+          "the "
+          "chosen alternative's name. Without a type the elements of a file are named by their tags.",
+          "Of captures every message gives an object in a line of its own: frame, time (seconds since 1970), "
+          "length, captured, source, destination, their ports, protocol, type and message, or error. Without "
+          "a "
+          "type a frame is taken for messages only if they fill its payload without a deviation. Otherwise "
+          "error.code says what is missing: fragment, segment and cut stand for parts of a message, "
+          "ambiguous for "
+          "several types that fit (types lists them; -t, --type-of and --types decide), unknown-message for "
+          "none. "
+          "A type that was given is decoded with the tolerance that decoders have: deviations counts what "
+          "was "
+          "tolerated, trailing_bytes what is behind the end."},
          {{"tlv decode -t zel_led_control led.bin", "as JSON"},
           {"tlv decode -t zel_led_control --text led.bin | grep color", "a line a value"},
           {"xxd led.bin | tlv decode -t 1357 --compact | jq .color", "hex from a pipe, JSON in one line"},
-          {"tlv decode --pcap --filter 'udp port 4000' trace.pcapng | jq -c 'select(.error)'",
-           "the frames that do not decode"}}},
-        [options] { return decode(*options); });
-    add_type_option(command, options->message.type, "without it, elements by their tags");
-    CLI::Option *const text =
-        command->add_flag("--text", options->text, "A line a value: led_control.slot = 2");
-    command->add_flag("--compact", options->compact, "JSON in one line")->excludes(text);
-    CLI::Option *const form =
-        command->add_flag("--pcap", options->pcap, "The files are captures")->excludes(text);
-    command->add_option("--filter", options->filter, "Only frames that match, as tcpdump understands it")
-        ->type_name("EXPR")
-        ->needs(form);
-    add_number(command, "--offset", options->offset, "Where in the frame the message begins")->needs(form);
-    add_form_option(command, options->message.form);
-    add_files(command, options->message.files);
+          {"tlv decode --filter 'udp port 4000' trace.pcapng | jq -c 'select(.error)'",
+           "the frames of a capture that do not decode"},
+          {"tlv decode --type-of udp/4000=zel_led_control trace.pcapng",
+           "messages on that port are of that type"}}},
+        [options] { return run(*options); });
+    add_message_options(command, options->message,
+                        "without it, elements by their tags; of frames what fits alone");
+    CLI::Option *const text = command->add_flag_callback(
+        "--text", [options] { options->print.form = PrintForm::text; },
+        "A line a value: led_control.slot = 2");
+    command->add_flag("--compact", options->print.compact, "JSON in one line")->excludes(text);
+    command->add_flag("--partial", options->print.partial,
+                      "Of a message that is broken, print what is in front of the fault");
+    command->add_flag("--bytes", options->print.bytes, "The bytes of each message of a capture, in hex");
 }
 
 } // namespace tlvmsg::tool

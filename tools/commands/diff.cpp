@@ -1,4 +1,4 @@
-// diff: two messages, member by member.
+// diff: messages, member by member.
 #include "commands.h"
 
 #include "tools/cli/cli.h"
@@ -7,88 +7,200 @@
 #include "tools/cli/message_options.h"
 #include "tools/cli/terminal.h"
 #include "tools/diff.h"
-#include "tools/guess.h"
-#include "tools/lookup.h"
 #include "tools/forms.h"
+#include "tools/output/json_line.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <memory>
+#include <optional>
 
 namespace tlvmsg::tool {
 
 namespace {
 
-bool accepts_all(const tlvmsg_type *type, const Input &input) {
-    tlvmsg_extent extent;
-    return tlvmsg_verify(type, input.bytes.data(), input.bytes.size(), nullptr, &extent, nullptr) &&
-           extent.consumed == input.bytes.size();
+struct Options {
+    MessageOptions message;
+    bool json = false;
+};
+
+// A message and the input that it lies in.
+struct Message {
+    std::shared_ptr<const Input> input;
+    Reading reading;
+};
+
+// The messages of a file, one by one.
+class Messages {
+public:
+    Messages(const std::string &path, const MessageOptions &options)
+        : source_(path, options.input), typing_(typing_of(options)) {}
+
+    std::optional<Message> next() {
+        while (given_ == readings_.size()) {
+            std::optional<Input> input = source_.next();
+            if (!input) {
+                return std::nullopt;
+            }
+            input_ = std::make_shared<const Input>(std::move(*input));
+            readings_ = read(*input_, typing_);
+            given_ = 0;
+        }
+        return Message{input_, readings_[given_++]};
+    }
+
+private:
+    Source source_;
+    Typing typing_;
+    std::shared_ptr<const Input> input_;
+    std::vector<Reading> readings_;
+    size_t given_ = 0;
+};
+
+bool takes_all(const tlvmsg_type *type, const Reading &reading) {
+    return tlvmsg_judge(type, reading.bytes.data(), reading.bytes.size(), nullptr, nullptr) == TLVMSG_FITS;
 }
 
 // The best guess for one message that takes the other as well.
-const tlvmsg_type *common_type(const Input &a, const Input &b) {
-    for (const Guess &each : guess(a.bytes.data(), a.bytes.size(), 0)) {
-        if (accepts_all(each.type, a) && accepts_all(each.type, b)) {
-            complain(fmt::format("tlv: taken for {}; -t says otherwise", each.type->name));
-            return each.type;
+const tlvmsg_type *common_type(const Message &a, const Message &b) {
+    const List<tlvmsg_guess> guesses = guess(a.reading.bytes, 0);
+    for (const tlvmsg_guess &each : guesses) {
+        for (const tlvmsg_type *type : std::span(each.types, each.type_count)) {
+            if (takes_all(type, a.reading) && takes_all(type, b.reading)) {
+                const size_t others = each.type_count - 1;
+                complain(fmt::format("tlv: taken for {}{}; -t says otherwise", type->name,
+                                     others == 0 ? "" : fmt::format(", though {} fit as well", others)));
+                return type;
+            }
         }
     }
     throw Failure(exit_usage, "no type takes both messages as a whole; give one with -t TYPE");
 }
 
-bool decode_into(Record &record, const Input &input) {
-    tlvmsg_fault fault;
-    if (tlvmsg_decode(record.type(), input.bytes.data(), input.bytes.size(), nullptr, record.data(), nullptr,
-                      &fault)) {
+bool decode_into(Record &record, const Message &message) {
+    tlvmsg_verdict verdict;
+    if (decode(record, message.reading.bytes, verdict)) {
         return true;
     }
-    report(fault, input);
+    report(verdict.fault, *message.input);
     return false;
 }
 
-int compare(const MessageOptions &options) {
-    if (options.files[0] == "-" && options.files[1] == "-") {
-        throw Failure(exit_usage, "only one of the messages can come from standard input");
+// Differences to standard output, each with what it is about where there are several messages.
+class Report {
+public:
+    Report(bool json, bool several) : json_(json), several_(several) {}
+
+    void add(size_t number, std::string_view path, const char *a, const char *b) {
+        found_ = true;
+        if (json_) {
+            JsonLine line;
+            if (several_) {
+                line.number("message", number);
+            }
+            print(line.text("path", path).json("a", a ? a : "null").json("b", b ? b : "null").line());
+            return;
+        }
+        const std::string_view nothing = "nothing";
+        print(fmt::format("{}{}: {} -> {}\n", several_ ? fmt::format("{}: ", number) : "", path,
+                          a ? a : nothing, b ? b : nothing));
     }
-    const Input a = read_input(options.files[0], options.form);
-    const Input b = read_input(options.files[1], options.form);
-    const tlvmsg_type *type = type_for(options, a.type.empty() ? b : a);
-    if (type == nullptr) {
-        type = common_type(a, b);
+
+    // That only one file has.
+    void add_message(size_t number, const std::optional<Message> &a, const std::optional<Message> &b) {
+        const std::string place = json_string((a ? a : b)->input->name);
+        add(number, "(message)", a ? place.c_str() : nullptr, b ? place.c_str() : nullptr);
+    }
+
+    bool found() const { return found_; }
+
+private:
+    bool json_;
+    bool several_;
+    bool found_ = false;
+};
+
+const tlvmsg_type *type_of(const Message &a, const Message &b) {
+    const tlvmsg_type *const type = a.reading.type != nullptr ? a.reading.type : b.reading.type;
+    return type != nullptr ? type : common_type(a, b);
+}
+
+std::string quoted_name(const tlvmsg_type *type) { return fmt::format("\"{}\"", type->name); }
+
+// Gives false when one of them has no message.
+bool compare(const Message &a, const Message &b, size_t number, Report &differences) {
+    bool whole = true;
+    for (const Message *each : {&a, &b}) {
+        if (each->reading.problem) {
+            report(*each->reading.problem, *each->input);
+            whole = false;
+        }
+    }
+    if (!whole) {
+        return false;
+    }
+    const tlvmsg_type *const type = type_of(a, b);
+    if (b.reading.type != nullptr && b.reading.type != type) {
+        differences.add(number, "(type)", quoted_name(type).c_str(), quoted_name(b.reading.type).c_str());
+        return true;
     }
     Record record_a(type);
     Record record_b(type);
     const bool decoded_a = decode_into(record_a, a);
     const bool decoded_b = decode_into(record_b, b);
     if (!decoded_a || !decoded_b) {
-        return exit_malformed;
+        return false;
     }
-    const std::vector<Difference> differences = diff(type, record_a.data(), record_b.data());
-    const auto shown = [](const std::string &value) { return value.empty() ? "nothing" : value; };
-    for (const Difference &each : differences) {
-        print(fmt::format("{}: {} -> {}\n", each.path, shown(each.a), shown(each.b)));
+    const std::vector<Difference> found = diff(type, record_a.data(), record_b.data());
+    for (const Difference &each : found) {
+        differences.add(number, each.path, each.a.empty() ? nullptr : each.a.c_str(),
+                        each.b.empty() ? nullptr : each.b.c_str());
     }
-    return differences.empty() ? exit_fine : exit_found;
+    return true;
+}
+
+int run(const Options &options) {
+    const std::vector<std::string> &files = options.message.files;
+    if (files[0] == "-" && files[1] == "-") {
+        throw Failure(exit_usage, "only one of the messages can come from standard input");
+    }
+    Messages from_a(files[0], options.message);
+    Messages from_b(files[1], options.message);
+    std::optional<Message> a = from_a.next();
+    std::optional<Message> b = from_b.next();
+    const bool several = (a && !a->input->alone) || (b && !b->input->alone);
+    Report differences(options.json, several);
+    bool whole = true;
+    for (size_t number = 1; a || b; ++number, a = from_a.next(), b = from_b.next()) {
+        if (a && b) {
+            whole = compare(*a, *b, number, differences) && whole;
+        } else {
+            differences.add_message(number, a, b);
+        }
+    }
+    return !whole ? exit_malformed : differences.found() ? exit_found : exit_fine;
 }
 
 } // namespace
 
 void add_diff(Cli &cli) {
-    const auto options = std::make_shared<MessageOptions>();
+    const auto options = std::make_shared<Options>();
     CLI::App *const command = cli.add(
         "diff",
-        {"Compare two messages, member by member",
-         {"Prints a line for each member that differs: its path, as in JSON, and both values. Exits with 0 "
-          "when they say the same, with 1 when they differ, and with more when they cannot be compared."},
+        {"Compare messages, member by member",
+         {"Prints a line for each member that differs: its path and both values. The n-th message of one "
+          "file is "
+          "compared with the n-th of the other, and its number precedes the path where there are several: in "
+          "captures, and in text that holds several. Exits with 0 when they say the same, with 1 when they "
+          "differ, and with more when they cannot be compared."},
          {{"tlv diff -t zel_led_control a.bin b.txt", "raw bytes against a hex dump"},
-          {"tlv diff a.bin b.bin", "the type is the best that takes both"}}},
-        [options] { return compare(*options); });
-    add_type_option(command, options->type, "without it, the best that takes both");
-    add_form_option(command, options->form);
-    command->add_option("FILE", options->files, "The two messages; one may be - for standard input")
-        ->type_name("FILE")
-        ->expected(2)
-        ->required();
+          {"tlv diff a.bin b.bin", "the type is the best that takes both"},
+          {"tlv diff --json -t 1357 a.bin b.bin | jq -r .path", "which members differ"}}},
+        [options] { return run(*options); });
+    add_message_options(command, options->message, "without it, the best that takes both");
+    command->get_option("FILE")->expected(2)->required();
+    command->add_flag("--json", options->json, "A JSON object a line for each difference");
 }
 
 } // namespace tlvmsg::tool

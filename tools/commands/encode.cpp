@@ -4,9 +4,9 @@
 #include "print_encoded.h"
 #include "tools/cli/cli.h"
 #include "tools/cli/failure.h"
+#include "tools/forms.h"
 #include "tools/input/input.h"
 #include "tools/lookup.h"
-#include "tools/forms.h"
 
 #include <memory>
 

@@ -6,11 +6,12 @@
 #include "tools/cli/faults.h"
 #include "tools/cli/message_options.h"
 #include "tools/cli/terminal.h"
-#include "tools/guess.h"
-#include "tools/lookup.h"
+#include "tools/forms.h"
+#include "tools/output/frame_line.h"
 #include "tools/words.h"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 #include <memory>
 
@@ -18,63 +19,114 @@ namespace tlvmsg::tool {
 
 namespace {
 
-bool takes_all(const Guess &guess, size_t size) { return guess.accepted && guess.consumed == size; }
+struct Options {
+    MessageOptions message;
+    size_t near = 3;
+    bool json = false;
+};
 
-std::string guess_line(const Guess &guess, size_t size) {
-    const std::string_view kind = kind_name(guess.type->kind);
-    if (!guess.accepted) {
-        return fmt::format("no    {:<12}  {}: {}\n", kind, guess.type->name, fault_text(guess.fault));
+std::string names_of(const tlvmsg_guess &guess, std::string_view separator, std::string_view quote) {
+    std::string names;
+    for (const tlvmsg_type *type : std::span(guess.types, guess.type_count)) {
+        names += fmt::format("{}{}{}{}", names.empty() ? "" : separator, quote, type->name, quote);
     }
-    const std::string deviations =
-        guess.deviations == 0 ? "" : fmt::format(", {} tolerated", counted(guess.deviations, "deviation"));
-    return fmt::format("{}  {:<12}  {}: {} of {} bytes{}\n", takes_all(guess, size) ? "yes " : "part", kind,
-                       guess.type->name, guess.consumed, size, deviations);
+    return names;
+}
+
+// Of the bytes as a whole: what begins further in takes a part of them.
+tlvmsg_fit fit_of(const tlvmsg_guess &guess) {
+    return guess.offset > 0 && guess.verdict.fit == TLVMSG_FITS ? TLVMSG_FITS_PART : guess.verdict.fit;
+}
+
+std::string guess_line(const tlvmsg_guess &guess, size_t size) {
+    const tlvmsg_verdict &verdict = guess.verdict;
+    std::string line = fmt::format("{:<4}  {:<12}  {}: ", fit_name(fit_of(guess)),
+                                   tlvmsg_kind_name(guess.types[0]->kind), names_of(guess, ", ", ""));
+    if (verdict.fit == TLVMSG_FITS_NOT) {
+        line += fault_text(verdict.fault);
+    } else {
+        line += fmt::format("{} of {} bytes", verdict.extent.consumed, size);
+        if (verdict.extent.deviations > 0) {
+            line += fmt::format(", {} tolerated", counted(verdict.extent.deviations, "deviation"));
+        }
+    }
+    return guess.offset == 0 ? line + "\n" : fmt::format("{}, if it begins at byte {}\n", line, guess.offset);
+}
+
+std::string guess_json(const tlvmsg_guess &guess) {
+    const tlvmsg_verdict &verdict = guess.verdict;
+    JsonLine line;
+    line.text("fits", fit_name(fit_of(guess)));
+    line.json("types", fmt::format("[{}]", names_of(guess, ",", "\"")));
+    line.text("kind", tlvmsg_kind_name(guess.types[0]->kind));
+    line.number("offset", guess.offset).number("understood", guess.understood);
+    if (verdict.fit == TLVMSG_FITS_NOT) {
+        line.json("error", error_json(verdict.fault).dump());
+    } else {
+        line.number("consumed", verdict.extent.consumed).number("deviations", verdict.extent.deviations);
+    }
+    return line.object();
+}
+
+void print_guesses(const Options &options, const Input &input, const List<tlvmsg_guess> &guesses) {
+    const size_t size = input.bytes.size();
+    if (options.json) {
+        std::string all;
+        for (const tlvmsg_guess &each : guesses) {
+            all += (all.empty() ? "" : ",") + guess_json(each);
+        }
+        print(input_line(input, options.message.files.size() > 1)
+                  .number("size", size)
+                  .json("guesses", fmt::format("[{}]", all))
+                  .line());
+        return;
+    }
+    print(heading_for(options.message, input));
+    for (const tlvmsg_guess &each : guesses) {
+        print(guess_line(each, size));
+    }
 }
 
 // All types that take the whole, and the nearest of those that take a part or none.
-int guess_input(const MessageOptions &options, size_t near, const Input &input) {
-    print(heading_for(options, input));
-    const size_t size = input.bytes.size();
-    const std::vector<Guess> guesses = guess(input.bytes.data(), size, near);
-    size_t parts = 0;
-    for (const Guess &each : guesses) {
-        const bool part = each.accepted && !takes_all(each, size);
-        if (!part || parts++ < near) {
-            print(guess_line(each, size));
-        }
+int guess_input(const Options &options, const Input &input) {
+    if (input.bytes.empty()) {
+        report(input.problem.value_or(Problem{ToolCode::malformed_input, "no bytes to guess from"}), input);
+        return input.frame ? exit_found : exit_malformed;
     }
-    if (guesses.empty()) {
-        complain(fmt::format("tlv: {}: no type begins like these {} bytes", input.name, size));
+    const List<tlvmsg_guess> guesses = guess(input.bytes, options.near);
+    print_guesses(options, input, guesses);
+    if (guesses.size() == 0) {
+        complain(fmt::format("tlv: {}: no type begins like these {} bytes", input.name, input.bytes.size()));
     }
-    return !guesses.empty() && takes_all(guesses[0], size) ? exit_fine : exit_found;
+    const bool found = guesses.size() > 0 && fit_of(guesses[0]) == TLVMSG_FITS;
+    return found ? exit_fine : exit_found;
 }
 
 } // namespace
 
 void add_guess(Cli &cli) {
-    struct Options {
-        MessageOptions message;
-        size_t near = 3;
-    };
     const auto options = std::make_shared<Options>();
-    CLI::App *const command =
-        cli.add("guess",
-                {"Find the types that accept these bytes",
-                 {"Best first. 'yes' stands before a type that takes all bytes, 'part' before one that "
-                  "leaves some over, and 'no' before one that comes near, with the reason why it does "
-                  "not accept them. Fewer deviations are better, and messages come before what they "
-                  "are made of. Exits with 1 when no type takes all bytes."},
-                 {{"tlv guess dump.txt", "what is this?"},
-                  {"tlv guess --near 10 dump.txt", "what could it be, if it were not broken?"}}},
-                [options] {
-                    return for_each_input(options->message, [&](const Input &input) {
-                        return guess_input(options->message, options->near, input);
-                    });
-                });
-    add_number(command, "--near", options->near,
-               "How many of each kind that do not take all bytes; 3 unless given");
-    add_form_option(command, options->message.form);
-    add_files(command, options->message.files);
+    CLI::App *const command = cli.add(
+        "guess",
+        {"Find the types that accept these bytes",
+         {"Best first. 'yes' stands before types that take all bytes, 'part' before those that leave some "
+          "over, "
+          "and 'no' before those that come near, with the reason why they do not accept them. Types between "
+          "which the bytes cannot tell are in one line. More bytes understood are better, then fewer "
+          "deviations, "
+          "and messages come before what they are made of. It also looks for messages that begin further in, "
+          "and says where. Exits with 1 when no type takes all bytes."},
+         {{"tlv guess dump.txt", "what is this?"},
+          {"tlv guess --near 10 dump.txt", "what could it be, if it were not broken?"},
+          {"tlv guess --json trace.pcapng | jq '.guesses[0].types'", "of every frame of a capture"}}},
+        [options] {
+            return for_each_input(options->message,
+                                  [&](const Input &input) { return guess_input(*options, input); });
+        });
+    add_input_options(command, options->message);
+    command->add_option("--near", options->near, "How many that do not take all bytes; 3 unless given")
+        ->type_name("N");
+    command->add_flag("--json", options->json, "A JSON object a line for each message or frame");
 }
 
 } // namespace tlvmsg::tool

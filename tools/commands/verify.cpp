@@ -6,9 +6,12 @@
 #include "tools/cli/faults.h"
 #include "tools/cli/message_options.h"
 #include "tools/cli/terminal.h"
+#include "tools/forms.h"
+#include "tools/output/frame_line.h"
 #include "tools/words.h"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 #include <memory>
 
@@ -16,48 +19,75 @@ namespace tlvmsg::tool {
 
 namespace {
 
-int verify_input(const MessageOptions &options, bool strict, const Input &input) {
-    const tlvmsg_type *const type = type_for(options, input);
-    if (type == nullptr) {
+struct Options {
+    MessageOptions message;
+    bool strict = false;
+    bool json = false;
+};
+
+void print_json(const Options &options, const Input &input, const Reading &reading,
+                const tlvmsg_verdict &verdict) {
+    JsonLine line = input_line(input, options.message.files.size() > 1);
+    if (reading.type == nullptr) {
+        line.json("error", error_json(*reading.problem).dump());
+    } else {
+        line.text("type", reading.type->name)
+            .text("fits", fit_name(verdict.fit))
+            .number("size", reading.bytes.size());
+        if (verdict.fit == TLVMSG_FITS_NOT) {
+            line.json("error", error_json(verdict.fault).dump());
+        } else {
+            line.number("consumed", verdict.extent.consumed).number("deviations", verdict.extent.deviations);
+        }
+    }
+    print(line.line());
+}
+
+int verify_reading(const Options &options, const Input &input, const Reading &reading) {
+    tlvmsg_verdict verdict{};
+    if (reading.type == nullptr && !reading.problem) {
         throw Failure(exit_usage, "verify needs a type: -t TYPE; 'tlv guess' finds those that fit");
     }
-    const tlvmsg_limits limits{0, strict};
-    tlvmsg_extent extent;
-    tlvmsg_fault fault;
-    if (!tlvmsg_verify(type, input.bytes.data(), input.bytes.size(), &limits, &extent, &fault)) {
-        report(fault, input);
-        return exit_found;
+    if (reading.type != nullptr) {
+        const tlvmsg_limits limits{0, options.strict};
+        tlvmsg_judge(reading.type, reading.bytes.data(), reading.bytes.size(), &limits, &verdict);
     }
-    print(fmt::format("{}: {}, {} of {} bytes, {}\n", input.name, type->name, extent.consumed,
-                      input.bytes.size(), counted(extent.deviations, "deviation")));
-    return exit_fine;
+    const bool refused = reading.type == nullptr || verdict.fit == TLVMSG_FITS_NOT;
+    if (options.json) {
+        print_json(options, input, reading, verdict);
+    } else if (reading.type == nullptr) {
+        report(*reading.problem, input);
+    } else if (refused) {
+        report(verdict.fault, input);
+    } else {
+        print(fmt::format("{}: {}, {} of {} bytes, {}\n", input.name, reading.type->name,
+                          verdict.extent.consumed, reading.bytes.size(),
+                          counted(verdict.extent.deviations, "deviation")));
+    }
+    return refused ? exit_found : exit_fine;
 }
 
 } // namespace
 
 void add_verify(Cli &cli) {
-    struct Options {
-        MessageOptions message;
-        bool strict = false;
-    };
     const auto options = std::make_shared<Options>();
-    CLI::App *const command =
-        cli.add("verify",
-                {"Check that bytes are a message of a type",
-                 {"Prints how many bytes the message takes and how many deviations decoders would "
-                  "tolerate. Exits with 1 when it is refused."},
-                 {{"tlv verify -t zel_led_control led.bin", "as tolerant as decoders are"},
-                  {"tlv verify --strict -t zel_led_control *.bin",
-                   "deviations and bytes behind the end are faults"}}},
-                [options] {
-                    return for_each_input(options->message, [&](const Input &input) {
-                        return verify_input(options->message, options->strict, input);
-                    });
-                });
-    add_type_option(command, options->message.type, "needed unless annotated input names it");
+    CLI::App *const command = cli.add(
+        "verify",
+        {"Check that bytes are a message of a type",
+         {"Prints how many bytes the message takes and how many deviations decoders would tolerate. Exits "
+          "with 1 when it is refused. Of a capture every message is checked, and what is no message is "
+          "refused, with the codes of tlv decode."},
+         {{"tlv verify -t zel_led_control led.bin", "as tolerant as decoders are"},
+          {"tlv verify --strict -t zel_led_control *.bin", "deviations and bytes behind the end are faults"},
+          {"tlv verify --json trace.pcapng | jq .error.code", "what is wrong with a capture"}}},
+        [options] {
+            return for_each_reading(options->message, [&](const Input &input, const Reading &reading) {
+                return verify_reading(*options, input, reading);
+            });
+        });
+    add_message_options(command, options->message, "needed unless annotated input names it, or for captures");
     command->add_flag("--strict", options->strict, "Refuse what decoders tolerate, and bytes behind the end");
-    add_form_option(command, options->message.form);
-    add_files(command, options->message.files);
+    command->add_flag("--json", options->json, "A JSON object a line");
 }
 
 } // namespace tlvmsg::tool

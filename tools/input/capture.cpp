@@ -1,6 +1,5 @@
 #include "capture.h"
 
-#include "file.h"
 #include "tools/cli/failure.h"
 
 #include <fmt/format.h>
@@ -51,8 +50,7 @@ void Capture::Close::operator()(bpf_program *filter) const {
     delete filter;
 }
 
-Capture::Capture(const std::string &path, const std::string &filter) : name_(file_name(path)) {
-    File file = open_file(path);
+Capture::Capture(File file, std::string name, const std::string &filter) : name_(std::move(name)) {
     size_ = size_of(file.get());
     char error[PCAP_ERRBUF_SIZE] = "";
     handle_.reset(pcap_fopen_offline_with_tstamp_precision(file.get(), PCAP_TSTAMP_PRECISION_NANO, error));

@@ -1,6 +1,7 @@
 // Capture files, pcap and pcapng, a frame at a time.
 #pragma once
 
+#include "file.h"
 #include "payload.h"
 
 #include <memory>
@@ -18,10 +19,10 @@ struct Frame {
 
 class Capture {
 public:
-    // "-" is standard input; an empty filter lets all through. Throws Failure of exit_io, exit_malformed (also
+    // An empty filter lets all through. Messages call the file `name`. Throws Failure of exit_io, exit_malformed (also
     // for a filter that makes sense, but not for frames of this link type), or exit_usage for a filter that
     // makes none.
-    Capture(const std::string &path, const std::string &filter);
+    Capture(File file, std::string name, const std::string &filter);
 
     // The next frame that the filter lets through. Throws Failure(exit_malformed) where the file is broken.
     std::optional<Frame> next();

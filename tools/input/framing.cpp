@@ -46,8 +46,8 @@ std::optional<Payload> Framer::next() {
         const size_t there = left() - framing_.header;
         const size_t size = framing_.by_length() ? message_length() : there + (cut_.empty() ? 0 : 1);
         if (framing_.by_length() && size > largest_message) {
-            return take(left(), "segment",
-                        fmt::format("a message of {} bytes, where {} are allowed", size, largest_message));
+            return pass_over(ToolCode::segment, fmt::format("a message of {} bytes, where {} are allowed",
+                                                            size, largest_message));
         }
         if (size <= there) {
             at_ += framing_.header;
@@ -55,7 +55,7 @@ std::optional<Payload> Framer::next() {
         }
     }
     if (!cut_.empty()) {
-        return take(left(), "cut", std::exchange(cut_, ""));
+        return pass_over(ToolCode::cut, std::exchange(cut_, ""));
     }
     return framing_.by_length() ? std::nullopt : std::optional(incomplete());
 }
@@ -64,9 +64,9 @@ std::optional<Payload> Framer::rest() { return left() == 0 ? std::nullopt : std:
 
 Payload Framer::incomplete() {
     const bool begun = left() >= framing_.header;
-    return take(left(), "segment",
-                begun ? fmt::format("{} of {} bytes", left() - framing_.header, message_length())
-                      : fmt::format("{} of {} bytes before a message", left(), framing_.header));
+    return pass_over(ToolCode::segment,
+                     begun ? fmt::format("{} of {} bytes", left() - framing_.header, message_length())
+                           : fmt::format("{} of {} bytes before a message", left(), framing_.header));
 }
 
 uint32_t Framer::message_length() const {
@@ -77,10 +77,16 @@ uint32_t Framer::message_length() const {
     return length;
 }
 
-Payload Framer::take(size_t size, const std::string &problem, const std::string &text) {
+Payload Framer::take(size_t size) {
     const auto begin = bytes_.begin() + static_cast<ptrdiff_t>(at_);
     at_ += size;
-    return {facts_, {begin, begin + static_cast<ptrdiff_t>(size)}, problem, text};
+    return {facts_, {begin, begin + static_cast<ptrdiff_t>(size)}, {}};
+}
+
+Payload Framer::pass_over(ToolCode code, std::string text) {
+    Payload payload = take(left());
+    payload.problem = {code, std::move(text)};
+    return payload;
 }
 
 } // namespace tlvmsg::tool

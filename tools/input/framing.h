@@ -39,7 +39,8 @@ private:
     size_t left() const { return bytes_.size() - at_; }
     uint32_t message_length() const;
     Payload incomplete();
-    Payload take(size_t size, const std::string &problem = "", const std::string &text = "");
+    Payload take(size_t size);
+    Payload pass_over(ToolCode code, std::string text);
 
     Framing framing_;
     FrameFacts facts_;

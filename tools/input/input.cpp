@@ -1,6 +1,7 @@
 #include "input.h"
 
 #include "file.h"
+
 #include "forms/element.h"
 #include "tools/cli/failure.h"
 #include "tools/cli/terminal.h"
@@ -8,6 +9,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -19,14 +21,47 @@ namespace tlvmsg::tool {
 
 namespace {
 
-// No message comes near; a limit keeps an endless or lying input from filling the memory.
-constexpr size_t largest_input = size_t{16} << 20;
-
 File open(const std::string &path) {
     if (path == "-" && isatty(STDIN_FILENO) != 0) {
         complain("tlv: reading standard input; end it with Ctrl-D");
     }
     return open_file(path);
+}
+
+std::string read_rest(std::FILE *file, const std::string &path) {
+    // No message comes near; a limit keeps an endless or lying input from filling the memory.
+    constexpr size_t largest_input = size_t{16} << 20;
+    std::string text;
+    std::array<char, 65536> buffer;
+    while (const size_t size = std::fread(buffer.data(), 1, buffer.size(), file)) {
+        text.append(buffer.data(), size);
+        if (text.size() > largest_input) {
+            throw Failure(exit_malformed,
+                          fmt::format("{}: more than {} bytes", file_name(path), largest_input));
+        }
+    }
+    if (std::ferror(file) != 0) {
+        throw Failure(exit_io, fmt::format("{}: {}", file_name(path), std::strerror(errno)));
+    }
+    return text;
+}
+
+// Whether a capture begins here, pcap in either byte order and precision or pcapng; nothing is taken from the file,
+// which need not be one that can be read twice.
+bool is_capture(std::FILE *file) {
+    std::array<unsigned char, 4> magic{};
+    const size_t size = std::fread(magic.data(), 1, magic.size(), file);
+    for (size_t i = size; i > 0; --i) {
+        std::ungetc(magic[i - 1], file);
+    }
+    constexpr std::array<std::array<unsigned char, 4>, 7> known{{{0xA1, 0xB2, 0xC3, 0xD4},
+                                                                 {0xD4, 0xC3, 0xB2, 0xA1},
+                                                                 {0xA1, 0xB2, 0x3C, 0x4D},
+                                                                 {0x4D, 0x3C, 0xB2, 0xA1},
+                                                                 {0xA1, 0xB2, 0xCD, 0x34},
+                                                                 {0x34, 0xCD, 0xB2, 0xA1},
+                                                                 {0x0A, 0x0D, 0x0D, 0x0A}}};
+    return size == magic.size() && std::find(known.begin(), known.end(), magic) != known.end();
 }
 
 // Raw bytes that end in a line feed, as `echo` and editors leave it, when it is not part of the last element.
@@ -38,61 +73,73 @@ void drop_newline(std::vector<uint8_t> &bytes) {
     }
 }
 
+void drop_front(Input &input, size_t size) {
+    if (size > input.bytes.size()) {
+        throw Failure(exit_malformed, fmt::format("{}: --offset {}, but it has {} bytes", input.name, size,
+                                                  input.bytes.size()));
+    }
+    input.bytes.erase(input.bytes.begin(), input.bytes.begin() + static_cast<std::ptrdiff_t>(size));
+}
+
 } // namespace
 
-std::string read_text(const std::string &path) {
-    const File file = open(path);
-    std::string text;
-    std::array<char, 65536> buffer;
-    while (const size_t size = std::fread(buffer.data(), 1, buffer.size(), file.get())) {
-        text.append(buffer.data(), size);
-        if (text.size() > largest_input) {
-            throw Failure(exit_malformed,
-                          fmt::format("{}: more than {} bytes", file_name(path), largest_input));
-        }
+std::string read_text(const std::string &path) { return read_rest(open(path).get(), path); }
+
+Source::Source(const std::string &path, const InputOptions &options) : file_(file_name(path)) {
+    File file = open(path);
+    if (options.form == InputForm::capture || (options.form == InputForm::detect && is_capture(file.get()))) {
+        packets_ = std::make_unique<Packets>(std::move(file), file_,
+                                             PacketOptions{options.filter, options.offset, options.framing});
+        progress_.emplace("frames", packets_->size());
+        return;
     }
-    if (std::ferror(file.get()) != 0) {
-        throw Failure(exit_io, fmt::format("{}: {}", file_name(path), std::strerror(errno)));
+    if (!options.filter.empty()) {
+        throw Failure(exit_malformed, fmt::format("{}: no capture, and --filter is for those", file_));
     }
-    return text;
+    const std::string text = read_rest(file.get(), path);
+    if (options.form == InputForm::raw ||
+        (options.form == InputForm::detect && !tlvmsg_is_text(text.data(), text.size()))) {
+        inputs_.push_back({file_, file_, {text.begin(), text.end()}});
+        drop_newline(inputs_.back().bytes);
+    } else {
+        read_text(text);
+    }
+    for (Input &input : inputs_) {
+        drop_front(input, options.offset.value_or(0));
+    }
 }
 
-std::vector<Input> read_inputs(const std::string &path, InputForm form) {
-    const std::string text = read_text(path);
-    const std::string name = file_name(path);
-    if (form == InputForm::raw || (form == InputForm::detect && !tlvmsg_is_text(text.data(), text.size()))) {
-        Input input{name, {text.begin(), text.end()}, ""};
-        drop_newline(input.bytes);
-        return {input};
-    }
+void Source::read_text(const std::string &text) {
     try {
         const List<tlvmsg_hex_message> messages = read_hex(text);
-        std::vector<Input> inputs;
+        const bool alone = messages.size() == 1;
         for (const tlvmsg_hex_message &each : messages) {
-            inputs.push_back({fmt::format("{}:{}", name, each.line),
-                              {each.bytes, each.bytes + each.size},
-                              each.type,
-                              each.line,
-                              messages.size() == 1});
+            inputs_.push_back({file_,
+                               alone ? file_ : fmt::format("{}:{}", file_, each.line),
+                               {each.bytes, each.bytes + each.size},
+                               each.type,
+                               alone});
         }
-        if (inputs.size() == 1) {
-            inputs[0].name = name;
-        }
-        return inputs;
     } catch (const Failure &failure) {
         throw Failure(failure.exit_status,
-                      fmt::format("{}: {}; --in raw takes it as it is", name, failure.what()));
+                      fmt::format("{}: {}; --in raw takes it as it is", file_, failure.what()));
     }
 }
 
-Input read_input(const std::string &path, InputForm form) {
-    std::vector<Input> inputs = read_inputs(path, form);
-    if (inputs.size() > 1) {
-        throw Failure(exit_malformed,
-                      fmt::format("{}: a second dump begins in line {}, where one message is wanted",
-                                  file_name(path), inputs[1].line));
+std::optional<Input> Source::next() {
+    if (packets_ == nullptr) {
+        return given_ < inputs_.size() ? std::optional(std::move(inputs_[given_++])) : std::nullopt;
     }
-    return std::move(inputs[0]);
+    std::optional<Payload> payload = packets_->next();
+    if (!payload) {
+        return std::nullopt;
+    }
+    const uint64_t number = payload->facts.number;
+    if (progress_->due()) {
+        progress_->show(number, packets_->position());
+    }
+    return Input{file_, fmt::format("{}:{}", file_, number), std::move(payload->bytes),  "",
+                 false, std::move(payload->facts),           std::move(payload->problem)};
 }
 
 } // namespace tlvmsg::tool

@@ -1,29 +1,64 @@
-// Messages from files and standard input, as raw bytes or as hex text.
+/*
+ * Messages to look at, from files and standard input, whatever their form: raw bytes, hex text in any usual
+ * spelling, annotated text, captures. Which one it is, the content says, unless the command line does.
+ */
 #pragma once
 
-#include <cstddef>
+#include "packets.h"
+
+#include "tools/cli/terminal.h"
+
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace tlvmsg::tool {
 
-enum class InputForm { detect, raw, hex };
+enum class InputForm { detect, raw, hex, capture };
 
-struct Input {
-    std::string name; // for people
-    std::vector<uint8_t> bytes;
-    std::string type;  // that annotated text names, or empty
-    size_t line = 1;   // of a text
-    bool alone = true; // the only message of its file
+// How files are read.
+struct InputOptions {
+    InputForm form = InputForm::detect;
+    std::optional<size_t> offset; // of the message in the file or frame
+    std::string filter;           // of captures, as tcpdump understands it; empty lets all through
+    Framing framing;              // of captures
 };
 
-// "-" is standard input. Text may hold more than one message. A newline behind the last element
-// is none of the message's bytes. Throws Failure(exit_io) or Failure(exit_malformed).
-std::vector<Input> read_inputs(const std::string &path, InputForm form);
+struct Input {
+    std::string file;
+    std::string name; // for people: the file, or where in it: "dump.txt:12", "trace.pcap:7"
+    std::vector<uint8_t> bytes;
+    std::string type{};                // that annotated text names, or empty
+    bool alone = true;                 // the only message of its file
+    std::optional<FrameFacts> frame{}; // of captures
+    std::optional<Problem> problem{};  // of captures: why there is no whole payload
+};
 
-// The same, of a file that must hold one message.
-Input read_input(const std::string &path, InputForm form);
+// The inputs of a file, one by one: a capture is never held as a whole, and what has arrived is not kept back.
+class Source {
+public:
+    // "-" is standard input. Throws Failure(exit_io), Failure(exit_malformed), or Failure(exit_usage) for a filter
+    // that makes no sense.
+    Source(const std::string &path, const InputOptions &options);
+
+    // At least one, but for captures. A newline behind the last element is none of the message's bytes. Throws
+    // Failure(exit_malformed) where a capture is broken.
+    std::optional<Input> next();
+
+    // Whether more may come later, from a pipe.
+    bool is_live() const { return packets_ != nullptr && !packets_->size(); }
+
+private:
+    void read_text(const std::string &text);
+
+    std::string file_;
+    std::vector<Input> inputs_; // of all that is no capture
+    size_t given_ = 0;
+    std::unique_ptr<Packets> packets_; // of a capture
+    std::optional<Progress> progress_;
+};
 
 // The whole file as it is.
 std::string read_text(const std::string &path);

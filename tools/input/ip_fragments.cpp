@@ -8,7 +8,7 @@ std::optional<IpDatagram> IpFragments::add(const FrameFacts &facts, const IpHead
                                            std::deque<Payload> &reports) {
     const IpFragment &fragment = *header.fragment;
     if (fragment.offset + data.size() > most_bytes) {
-        reports.push_back(problem(facts, "fragment",
+        reports.push_back(problem(facts, ToolCode::fragment,
                                   fmt::format("it reaches beyond the {} bytes of a datagram", most_bytes)));
         return std::nullopt;
     }
@@ -75,7 +75,7 @@ void IpFragments::give_up(std::list<Datagram>::iterator datagram, std::deque<Pay
     if (!datagram->repeats) {
         const size_t size = datagram->bytes.size();
         reports.push_back(problem(
-            datagram->facts, "fragment",
+            datagram->facts, ToolCode::fragment,
             datagram->ended
                 ? fmt::format("{} of the datagram's {} bytes are missing", size - datagram->count, size)
                 : fmt::format("{} bytes of the datagram have come, its end has not", datagram->count)));

@@ -23,8 +23,8 @@ std::string protocol_name(uint8_t protocol) {
 
 } // namespace
 
-Packets::Packets(const std::string &path, const PacketOptions &options)
-    : capture_(path, options.filter), offset_(options.offset), datagram_(options.framing),
+Packets::Packets(File file, const std::string &name, const PacketOptions &options)
+    : capture_(std::move(file), name, options.filter), offset_(options.offset), datagram_(options.framing),
       streams_(options.framing) {}
 
 std::optional<Payload> Packets::next() {
@@ -70,7 +70,8 @@ void Packets::read_frame() {
     try {
         take_frame(facts, {frame->bytes, facts.length});
     } catch (const EndsInside &end) {
-        reports_.push_back(problem(facts, "cut", fmt::format("it ends inside the {} header", end.header)));
+        reports_.push_back(
+            problem(facts, ToolCode::cut, fmt::format("it ends inside the {} header", end.header)));
     }
 }
 
@@ -82,7 +83,7 @@ void Packets::take_frame(FrameFacts &facts, View frame) {
     const Network network = skip_link(capture_.link_type(), facts, frame);
     if (network == Network::unknown) {
         reports_.push_back(problem(
-            facts, "link-type",
+            facts, ToolCode::link_type,
             fmt::format("the headers of link type {} are not known; give the offset where messages begin",
                         capture_.link_name())));
         return;
@@ -96,7 +97,7 @@ void Packets::take_ip(FrameFacts &facts, const IpHeader &header, View data) {
     if (!header.fragment) {
         take_ip_data(facts, header.protocol, data);
     } else if (data.missing() != 0) {
-        reports_.push_back(problem(facts, "cut", missing_text(data)));
+        reports_.push_back(problem(facts, ToolCode::cut, missing_text(data)));
     } else if (const auto whole = fragments_.add(facts, header, data.bytes, reports_)) {
         take_ip_data(facts, whole->protocol, {whole->bytes, whole->bytes.size()});
     }

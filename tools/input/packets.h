@@ -23,8 +23,8 @@ struct PacketOptions {
 
 class Packets {
 public:
-    // "-" is standard input. Throws as Capture does.
-    Packets(const std::string &path, const PacketOptions &options);
+    // Throws as Capture does.
+    Packets(File file, const std::string &name, const PacketOptions &options);
 
     // The next payload, or what is missing for one. Where the file is broken, throws Failure(exit_malformed)
     // once all before that has come.

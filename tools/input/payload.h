@@ -1,6 +1,8 @@
 // What a capture yields: bytes that may hold messages, and what is known of the frame that they came with.
 #pragma once
 
+#include "tools/cli/codes.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -27,15 +29,20 @@ struct FrameFacts {
     std::string protocol{}; // the innermost known: "udp", "ip 89", "ethertype 0x88B5"; empty when none is
 };
 
+// Why there is no message, and what is missing for one.
+struct Problem {
+    ToolCode code;
+    std::string text;
+};
+
 struct Payload {
     FrameFacts facts;
     std::vector<uint8_t> bytes; // with a problem: those that are there
-    std::string problem;        // empty, or a code: fragment, segment, cut, link-type
-    std::string text;           // what is missing
+    std::optional<Problem> problem;
 };
 
-inline Payload problem(const FrameFacts &facts, const char *code, std::string text) {
-    return {facts, {}, code, std::move(text)};
+inline Payload problem(const FrameFacts &facts, ToolCode code, std::string text) {
+    return {facts, {}, Problem{code, std::move(text)}};
 }
 
 } // namespace tlvmsg::tool

@@ -59,7 +59,8 @@ std::optional<Payload> TcpStream::step_over_gap() {
     }
     const auto &[begin, segment] = *waiting_.begin();
     const int64_t gap = begin - std::exchange(next_, begin);
-    return problem(segment.facts, "segment", fmt::format("bytes missing before this segment: {}", gap));
+    return problem(segment.facts, ToolCode::segment,
+                   fmt::format("bytes missing before this segment: {}", gap));
 }
 
 void TcpStream::deliver_first() {

@@ -47,10 +47,11 @@ void TcpStreams::add(const FrameFacts &facts, const TcpHeader &header, View data
         }
     }
     if (data.size == 0 && !framing_.by_length()) {
-        reports.push_back(problem(facts, "segment", fmt::format("no data ({})", flag_names(header.flags))));
+        reports.push_back(
+            problem(facts, ToolCode::segment, fmt::format("no data ({})", flag_names(header.flags))));
     } else if (data.size != 0 && !stream->add(facts, sequence, data, cut)) {
         reports.push_back(
-            problem(facts, "segment", "it lies before the first segment seen of its connection"));
+            problem(facts, ToolCode::segment, "it lies before the first segment seen of its connection"));
     }
 }
 

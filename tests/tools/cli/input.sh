@@ -65,7 +65,7 @@ run verify several.txt; is 0
 prints '^several.txt:2: ifid, 44 of 44 bytes'; prints '^several.txt:5: kavu_analogbri_generic_report, 19 of 19'
 run annotate several.txt; cp out first; run annotate first; equal "$(grep -v '^# ' out)" "$(grep -v '^# ' first)"
 run decode --compact several.txt; equal "$(wc -l <out)" 2
-run diff several.txt led.bin; is 3; error_has 'a second dump begins in line 5'
+run diff several.txt led.bin; is 3; prints '^2: .message.: "several.txt:5" -> nothing$'
 
 # Other spellings: in logs, literals of Python, base64. What is left of the line, and what follows, is said.
 log='2026-11-21 10:00:01.5 DEBUG'
@@ -88,7 +88,7 @@ expected=$(tlv decode --compact led.bin 2>err)
 for spelling in dump od chat c other/python other/list other/dump; do
     cat $spelling $spelling >twice; several twice
 done
-run diff -t $message twice led.bin; is 3; error_has "a second dump begins in line $(($(wc -l <other/dump) + 2))"
+run diff -t $message twice led.bin; is 1; equal "$(cat out)" "2: (message): \"twice:$(($(wc -l <other/dump) + 2))\" -> nothing"
 
 # Text that is no message names the line.
 malformed() { printf "$1" | tlv decode >out 2>err; status=$?; is 3; error_has "$2"; }

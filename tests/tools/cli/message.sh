@@ -59,8 +59,12 @@ prints '^\$.reading.mon_type: "voltage" -> 9$'
 
 # Guessing.
 run guess led.bin; is 0; equal "$(head -1 out)" "yes   message       $message: 120 of 120 bytes"
-prints '^no +message .*error\[wrong-tag\].*at byte 92'
-run guess --near 1 led.bin; equal "$(grep -c '^no' out)" 1; equal "$(grep -c '^part' out)" 1
+prints '^part  structure     app_sess_hdr: 48 of 120 bytes'
+run guess --near 1 led.bin; equal "$(grep -c '^yes' out)" 1; equal "$(grep -c '^part' out)" 1
+head -c 100 led.bin | tlv guess >out 2>err; prints "^no    message       $message: error\\[truncated\\].*at byte 92"
+{ printf '%s' 'another header'; cat led.bin; } >behind.bin
+run guess behind.bin; is 1; prints "^part  message       $message: 120 of 134 bytes, if it begins at byte 14"
+printf '' | tlv guess >out 2>err; status=$?; is 3; error_has 'no bytes to guess from'
 run guess cut.bin; is 1; prints '^part .*120 of 122 bytes'
 printf '\x07\xFF\x00\x00' | tlv guess >out 2>err; status=$?; is 1; error_has 'no type'
 

@@ -6,7 +6,9 @@ run; is 2; error_has '^tlv: error\[usage\]: .*tlv --help'
 run decod led.bin; is 2; error_has "did you mean 'decode'"
 run decode --bogus; is 2; error_has 'bogus.*tlv decode --help'
 run decode --text --compact led.bin; is 2
-run decode --filter udp led.bin; is 2; error_has '--pcap'
+run decode --filter udp led.bin; is 3; error_has 'no capture'
+run decode --offset 121 led.bin; is 3; error_has 'has 120 bytes'
+run decode --offset 92 -t zel_led_control led.bin; is 0; quiet
 run decode --in octal led.bin; is 2; error_has 'auto\|raw\|hex'
 run decode -t zel_led_contrl led.bin; is 2; error_has "did you mean 'zel_led_control'"
 run decode -t 999 led.bin; is 2

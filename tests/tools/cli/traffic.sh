@@ -1,0 +1,58 @@
+# All that a network carries: messages are found wherever they lie, and nothing else is taken for one.
+here=$(cd "$(dirname "$0")" && pwd)
+. "$here/lib.sh"
+big=zel_tib_vlan_stats_message
+tlv sample --seed 3 $message >small.bin; tlv sample --seed 3 $big >big.bin
+python3 "$here/traffic.py" small.bin big.bin >traffic.pcap 2>what || fail 'traffic.py'
+
+run decode traffic.pcap; is 1; quiet
+equal "$(jq -s 'map(select(.type and .error)) | length' out)" 0
+# The message, or else the code, of every frame, in the order of the frames; a lost one's comes last.
+jq -r '"\(.frame) \(.type // .error.code)"' out | sort -sn >found
+sed -e "s/ small$/ $message/" -e "s/ big$/ $big/" what | sort -sn >expected
+same found expected
+jq -c "select(.type == \"$big\") | .message" out | sort -u >bodies
+equal "$(cat bodies)" "$(tlv decode --compact -t $big big.bin | jq -c .)"
+
+# The other commands see the same messages.
+for command in annotate verify; do
+    run $command traffic.pcap; is 1
+    grep -c "$message" out >count; equal "$(cat count)" "$(grep -c "$message" found)"
+done
+run verify --json traffic.pcap; equal "$(jq -r '"\(.frame) \(.type // .error.code)"' out | sort -sn)" "$(cat found)"
+run diff traffic.pcap traffic.pcap; is 3; equal "$(cat out)" ''
+run guess traffic.pcap; is 1; prints "^part  message +$message: 120 of 124 bytes, if it begins at byte 4"
+run decode --text traffic.pcap; is 1; prints '^# traffic.pcap:1, 10.0.0.1:4000 > 10.0.0.2:9000 udp: '"$message"; prints '^# error\[cut\]'
+
+# What is known beforehand: a type, a port, a message type in the session header, framing.
+run decode --type-of udp/9000=$message --bytes traffic.pcap
+equal "$(jq -r 'select(.frame == 14) | "\(.type) \(.trailing_bytes)"' out)" "$message 1"
+equal "$(jq -r 'select(.frame == 15) | "\(.deviations) \(.tolerated.code)"' out)" '1 wrong-length'
+equal "$(jq -r 'select(.frame == 1) | .bytes' out)" "$(xxd -p small.bin | tr -d '\n')"
+equal "$(jq -r 'select(.frame == 2) | .error.code' out)" unknown-message
+number=$(tlv decode -t $message small.bin | jq .session.msg_type)
+printf '# ours\n\nudp/9000=%s\nmsg_type=%s=%s # these are known\n' ifid "$number" $message >ours.types
+run decode --types ours.types traffic.pcap; equal "$(jq -r 'select(.frame == 1) | .type' out)" $message
+run decode --type-of udp/9000 traffic.pcap; is 2; error_has 'udp/PORT=TYPE'
+run decode --type-of udp/70000=ifid traffic.pcap; is 2
+run decode --type-of msg_type=1=ifidd traffic.pcap; is 2; error_has "did you mean 'ifid'"
+run decode --framing skip:4 --filter 'frame[0:2] = 0' traffic.pcap; is 2
+run decode --framing skip:4 traffic.pcap; equal "$(jq -r 'select(.frame == 13) | .type' out)" $message
+
+# Types that these bytes cannot tell apart are never one of them.
+tlv guess --json small.bin | jq -e '.guesses[0].types | length == 1' >out || fail 'the message has a rival'
+for tied in $(tlv types --kind message); do
+    tlv sample --kind min "$tied" | tlv guess --json 2>err | jq -e '.guesses[0].types | length > 1' >out && break
+done
+tlv sample --kind min "$tied" | od -Ax -v -tx1 | text2pcap -q -F pcap -u 1,2 - tied.pcap >text 2>&1
+run decode tied.pcap; is 1; equal "$(jq -r .error.code out)" ambiguous; jq -e ".types | index(\"$tied\")" out >text || fail "$tied is not among them"
+run decode -t "$tied" tied.pcap; is 0
+
+# A line appears when its message has been read, also into a pipe.
+mkfifo pipe
+tlv decode pipe >live 2>err &
+exec 3>pipe; head -c 300 traffic.pcap >&3
+for _ in $(seq 50); do [ -s live ] && break; sleep 0.1; done
+grep -q "\"frame\":1,.*$message" live || fail 'nothing appears before the end'
+exec 3>&-; wait
+finish

@@ -1,0 +1,45 @@
+/*
+ * Decoded messages to standard output, in the form that was asked for. A further form is a further printer.
+ *
+ * JSON: a file's message stands alone, as tlv encode takes it; a frame's is the member "message" of an object in a
+ * line, beside what is known about the frame. Text: a line a value, below a heading where there are several.
+ */
+#pragma once
+
+#include "tools/reading/reading.h"
+
+#include <tlvmsg/forms.h>
+
+#include <memory>
+
+namespace tlvmsg::tool {
+
+enum class PrintForm { json, text };
+
+struct PrintOptions {
+    PrintForm form = PrintForm::json;
+    bool compact = false; // JSON in one line
+    bool bytes = false;   // frames: those of the message, too
+    bool partial = false; // what can be read of a message that is broken
+    bool several = false; // files: then each is named
+};
+
+class Printer {
+public:
+    virtual ~Printer() = default;
+
+    // What decoders accept, with all that they tolerate.
+    virtual void message(const Input &input, const Reading &reading, const tlvmsg_verdict &verdict,
+                         const void *record) = 0;
+
+    // Elements by their tags. Gives how many bytes whole elements take.
+    virtual size_t untyped(const Input &input, const Reading &reading) = 0;
+
+    // What they refuse, and what has no message.
+    virtual void refused(const Input &input, const Reading &reading, const tlvmsg_fault &fault) = 0;
+    virtual void problem(const Input &input, const Reading &reading) = 0;
+};
+
+std::unique_ptr<Printer> make_printer(const PrintOptions &options);
+
+} // namespace tlvmsg::tool

@@ -1,0 +1,80 @@
+#include "reading.h"
+
+#include "tools/cli/failure.h"
+#include "tools/forms.h"
+#include "tools/lookup.h"
+
+#include <fmt/format.h>
+
+namespace tlvmsg::tool {
+
+namespace {
+
+using Bytes = std::span<const uint8_t>;
+
+const tlvmsg_type *named_type(const Input &input) {
+    if (input.type.empty()) {
+        return nullptr;
+    }
+    const tlvmsg_type *const type = type_by_name(input.type);
+    if (type == nullptr) {
+        throw Failure(exit_malformed, fmt::format("{}: no type is called '{}'", input.name, input.type));
+    }
+    return type;
+}
+
+Reading tied(Bytes bytes, const tlvmsg_part &part) {
+    return {
+        bytes,
+        nullptr,
+        Problem{ToolCode::ambiguous, fmt::format("{} types fit these {} bytes; -t or --type-of says which",
+                                                 part.type_count, part.size)},
+        {part.types, part.types + part.type_count}};
+}
+
+// The messages that fill the payload.
+std::vector<Reading> messages_in(Bytes payload) {
+    std::vector<Reading> readings;
+    for (const tlvmsg_part &part : divide(payload)) {
+        const Bytes bytes = payload.subspan(part.offset, part.size);
+        readings.push_back(part.type_count == 1 ? Reading{bytes, part.types[0]} : tied(bytes, part));
+    }
+    return readings;
+}
+
+Problem nothing_fits(const FrameFacts &facts, size_t size) {
+    if (facts.protocol == "tcp") {
+        return {ToolCode::segment,
+                fmt::format("{} bytes of a stream that are no whole message; --framing says how messages are "
+                            "delimited",
+                            size)};
+    }
+    if (size == 0) {
+        return {ToolCode::unknown_message, "no bytes behind the headers"};
+    }
+    return {
+        ToolCode::unknown_message,
+        fmt::format("no message type fits all of these {} bytes; 'tlv guess' says which come near", size)};
+}
+
+} // namespace
+
+std::vector<Reading> read(const Input &input, const Typing &typing) {
+    if (input.problem) {
+        return {{input.bytes, nullptr, input.problem}};
+    }
+    const tlvmsg_type *type = typing.type != nullptr ? typing.type : named_type(input);
+    if (type == nullptr && input.frame) {
+        type = typing.rules.type_for(*input.frame, input.bytes);
+        if (type == nullptr) {
+            std::vector<Reading> readings = messages_in(input.bytes);
+            if (readings.empty()) {
+                readings.push_back({input.bytes, nullptr, nothing_fits(*input.frame, input.bytes.size())});
+            }
+            return readings;
+        }
+    }
+    return {{input.bytes, type}};
+}
+
+} // namespace tlvmsg::tool

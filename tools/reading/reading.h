@@ -1,0 +1,40 @@
+/*
+ * What an input is taken for.
+ *
+ * A file is one message, of the type that -t or the annotated text names, or of none: then its elements are
+ * named by their tags. The payload of a frame is a message of a type that somebody configured, with the tolerance
+ * that decoders have; or else one or several messages that fill it without a deviation and that no other types
+ * fit. What is neither is a problem with a name, never a guess.
+ */
+#pragma once
+
+#include "type_rules.h"
+
+#include "tools/input/input.h"
+
+#include <tlvmsg/forms.h>
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tlvmsg::tool {
+
+// What the command line says about types.
+struct Typing {
+    const tlvmsg_type *type = nullptr; // null when not given
+    TypeRules rules;
+};
+
+struct Reading {
+    std::span<const uint8_t> bytes;           // of the message, or of all that is there
+    const tlvmsg_type *type = nullptr;        // null: by tags, or see the problem
+    std::optional<Problem> problem{};         // why there is no message
+    std::vector<const tlvmsg_type *> types{}; // that tie
+};
+
+// At least one, in the order of the bytes, which are the input's.
+std::vector<Reading> read(const Input &input, const Typing &typing);
+
+} // namespace tlvmsg::tool

@@ -1,0 +1,110 @@
+#include "type_rules.h"
+
+#include "tools/cli/failure.h"
+#include "tools/forms.h"
+#include "tools/input/input.h"
+#include "tools/lookup.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <optional>
+#include <sstream>
+
+namespace tlvmsg::tool {
+
+namespace {
+
+constexpr const char *header_type = "app_sess_hdr";
+constexpr std::string_view header_member = "msg_type";
+
+std::optional<uint64_t> number_of(std::string_view word, uint64_t most) {
+    const bool hex = word.starts_with("0x");
+    word.remove_prefix(hex ? 2 : 0);
+    uint64_t value = 0;
+    const char *const last = word.data() + word.size();
+    const auto [end, error] = std::from_chars(word.data(), last, value, hex ? 16 : 10);
+    return error == std::errc() && end == last && value <= most ? std::optional(value) : std::nullopt;
+}
+
+// The message type in the session header that the payload begins with, if it does.
+std::optional<uint64_t> message_type_of(std::span<const uint8_t> payload) {
+    const tlvmsg_type *const type = type_by_name(header_type);
+    if (type == nullptr) {
+        return std::nullopt;
+    }
+    const tlvmsg_member *const last = type->members + type->member_count;
+    const tlvmsg_member *const member =
+        std::find_if(type->members, last, [](const auto &each) { return each.path == header_member; });
+    Record record(type);
+    if (member == last ||
+        !tlvmsg_decode(type, payload.data(), payload.size(), nullptr, record.data(), nullptr, nullptr)) {
+        return std::nullopt;
+    }
+    return tlvmsg_load(member->type, static_cast<const uint8_t *>(record.data()) + member->offset);
+}
+
+} // namespace
+
+void TypeRules::add(std::string_view line) {
+    const size_t end = line.rfind('=');
+    const std::string_view known = line.substr(0, end);
+    const tlvmsg_type *const type = end == line.npos ? nullptr : find_type(std::string(line.substr(end + 1)));
+    if (const size_t slash = known.find('/'); type != nullptr && slash != known.npos) {
+        const std::string protocol(known.substr(0, slash));
+        if (const auto port = number_of(known.substr(slash + 1), UINT16_MAX);
+            port && (protocol == "udp" || protocol == "tcp")) {
+            ports_[{protocol, *port}] = type;
+            return;
+        }
+    } else if (type != nullptr && known.starts_with("msg_type=")) {
+        if (const auto number = number_of(known.substr(std::strlen("msg_type=")), UINT32_MAX)) {
+            message_types_[*number] = type;
+            return;
+        }
+    }
+    throw Failure(
+        exit_usage,
+        fmt::format("'{}' says no message's type; udp/PORT=TYPE, tcp/PORT=TYPE or msg_type=N=TYPE does",
+                    line));
+}
+
+void TypeRules::add_file(const std::string &path) {
+    std::istringstream text(read_text(path));
+    std::string line;
+    for (size_t number = 1; std::getline(text, line); ++number) {
+        line.erase(std::min(line.find('#'), line.size()));
+        const std::string_view blanks = " \t\r";
+        const size_t first = line.find_first_not_of(blanks);
+        if (first == line.npos) {
+            continue;
+        }
+        try {
+            add(std::string_view(line).substr(first, line.find_last_not_of(blanks) - first + 1));
+        } catch (const Failure &failure) {
+            throw Failure(exit_usage, fmt::format("{}:{}: {}", path, number, failure.what()));
+        }
+    }
+}
+
+const tlvmsg_type *TypeRules::type_for(const FrameFacts &facts, std::span<const uint8_t> payload) const {
+    if (!message_types_.empty()) {
+        const std::optional<uint64_t> number = message_type_of(payload);
+        if (const auto rule = number ? message_types_.find(*number) : message_types_.end();
+            rule != message_types_.end()) {
+            return rule->second;
+        }
+    }
+    if (facts.ports) {
+        for (const uint16_t port : {facts.ports->destination, facts.ports->source}) {
+            if (const auto rule = ports_.find({facts.protocol, port}); rule != ports_.end()) {
+                return rule->second;
+            }
+        }
+    }
+    return nullptr;
+}
+
+} // namespace tlvmsg::tool
