@@ -11,7 +11,6 @@
 #include <cstring>
 #include <fnmatch.h>
 #include <optional>
-#include <set>
 
 namespace tlvmsg::tool {
 
@@ -28,11 +27,6 @@ const tlvmsg_type *by_tag(std::string_view word) {
     return tag && *tag <= UINT16_MAX ? type_by_tag(static_cast<uint16_t>(*tag)) : nullptr;
 }
 
-const tlvmsg_type *by_name_or_tag(const std::string &name) {
-    const tlvmsg_type *const type = type_by_name(name);
-    return type != nullptr ? type : by_tag(name);
-}
-
 bool contains(const char *text, const std::string &part) { return strcasestr(text, part.c_str()) != nullptr; }
 
 bool is_like(const char *name, const std::string &pattern) {
@@ -47,18 +41,22 @@ bool uses(const tlvmsg_type *type, const tlvmsg_type *used) {
            std::any_of(type->alternatives, type->alternatives + type->alternative_count, is_used);
 }
 
-[[noreturn]] void fail_to_find(const std::string &name, const std::vector<const tlvmsg_type *> &like) {
+std::string not_found(const std::string &name, const std::vector<const tlvmsg_type *> &like) {
     std::vector<std::string_view> names;
-    for (const tlvmsg_type *type : like.size() == 1 ? like : all_types()) {
+    for (const tlvmsg_type *type : like.empty() ? all_types() : like) {
         names.emplace_back(type->name);
     }
-    std::string meant =
-        like.size() == 1 ? fmt::format("did you mean '{}'?", names[0]) : base::did_you_mean(name, names);
-    if (meant.empty()) {
-        meant = like.empty() ? "'tlv types' lists them all"
-                             : fmt::format("'tlv types {}' lists {} that are like it", name, like.size());
+    if (like.size() > 1) {
+        const auto listed = std::min<std::ptrdiff_t>(std::ssize(names), 8);
+        const std::ptrdiff_t others = std::ssize(names) - listed;
+        const std::string all = fmt::format("{}", fmt::join(names.begin(), names.begin() + listed, ", "));
+        const std::string more = fmt::format(" and {} more; 'tlv types {}' lists them", others, name);
+        return fmt::format("several types are like '{}': {}{}", name, all, others > 0 ? more : "");
     }
-    throw Failure(exit_usage, fmt::format("no type is called '{}'; {}", name, meant));
+    const std::string meant =
+        like.empty() ? base::did_you_mean(name, names) : fmt::format("did you mean '{}'?", names[0]);
+    return fmt::format("no type is called '{}'; {}", name,
+                       meant.empty() ? "'tlv types' lists them all" : meant);
 }
 
 } // namespace
@@ -72,34 +70,18 @@ const std::vector<const tlvmsg_type *> &all_types() {
     return all;
 }
 
-const tlvmsg_type *find_type(const std::string &name) {
-    const tlvmsg_type *const type = by_name_or_tag(name);
-    return type != nullptr ? type : (fail_to_find(name, types_like({name})), nullptr);
-}
-
-const tlvmsg_type *find_type_like(const std::string &name) {
-    if (const tlvmsg_type *const type = by_name_or_tag(name)) {
-        return type;
+const tlvmsg_type *find_type(const std::string &name, Spelling spelling) {
+    const tlvmsg_type *const type = type_by_name(name);
+    if (const tlvmsg_type *const exact = type != nullptr ? type : by_tag(name)) {
+        return exact;
     }
     const std::vector<const tlvmsg_type *> like = types_like({name});
-    for (const tlvmsg_type *type : like) {
-        if (like.size() == 1 || strcasecmp(type->name, name.c_str()) == 0) {
-            return type;
+    for (const tlvmsg_type *each : like) {
+        if (spelling == Spelling::part && (like.size() == 1 || strcasecmp(each->name, name.c_str()) == 0)) {
+            return each;
         }
     }
-    if (like.empty()) {
-        fail_to_find(name, like);
-    }
-    constexpr size_t listed = 8;
-    std::string names;
-    for (size_t i = 0; i < std::min(listed, like.size()); ++i) {
-        names += fmt::format("{}{}", i == 0 ? "" : ", ", like[i]->name);
-    }
-    throw Failure(exit_usage,
-                  fmt::format("several types are like '{}': {}{}", name, names,
-                              like.size() <= listed ? ""
-                                                    : fmt::format(" and {} more; 'tlv types {}' lists them",
-                                                                  like.size() - listed, name)));
+    throw Failure(exit_usage, not_found(name, like));
 }
 
 std::vector<const tlvmsg_type *> types_like(const TypeFilter &filter) {
@@ -117,36 +99,28 @@ std::vector<const tlvmsg_type *> types_like(const TypeFilter &filter) {
 
 std::vector<Find> find_word(const std::string &word) {
     std::vector<Find> found;
-    const auto consider = [&](const Find &each) {
-        if (contains(each.name, word) || contains(each.doc, word)) {
-            found.push_back(each);
+    const auto consider = [&](const char *what, const std::string &around, const char *name, std::string is,
+                              const char *doc) {
+        if (contains(name, word) || contains(doc, word)) {
+            found.push_back({what, around + name, std::move(is), doc});
         }
     };
     for (const tlvmsg_type *type : all_types()) {
-        consider({"type", type, type->name, type, 0, type->doc});
+        const std::string around = std::string(type->name) + ".";
+        consider("type", "", type->name, std::string(kind_name(type->kind)), type->doc);
         for (uint32_t i = 0; i < type->member_count; ++i) {
             const tlvmsg_member &member = type->members[i];
-            consider({"member", type, member.path, member.type, 0, member.doc});
+            consider("member", around, member.path, member.type->name, member.doc);
         }
         for (uint32_t i = 0; i < type->alternative_count; ++i) {
-            const tlvmsg_alternative &alternative = type->alternatives[i];
-            consider({"alternative", type, alternative.name, alternative.type, 0, ""});
+            consider("alternative", around, type->alternatives[i].name, type->alternatives[i].type->name, "");
         }
         for (uint32_t i = 0; i < type->enumerator_count; ++i) {
             const tlvmsg_enumerator &named = type->enumerators[i];
-            consider({"enumerator", type, named.name, nullptr, named.value, named.doc});
+            consider("enumerator", around, named.name, std::to_string(named.value), named.doc);
         }
     }
     return found;
-}
-
-std::vector<std::string> families() {
-    std::set<std::string> names;
-    for (const tlvmsg_type *type : all_types()) {
-        names.insert(type->family);
-    }
-    names.erase(""); // of scalars
-    return {names.begin(), names.end()};
 }
 
 const tlvmsg_type *type_by_name(const std::string &name) { return tlvmsg_type_find(name.c_str()); }

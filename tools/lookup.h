@@ -12,12 +12,12 @@ namespace tlvmsg::tool {
 // The types to choose from, by name. Which those are, is decided here alone.
 const std::vector<const tlvmsg_type *> &all_types();
 
-// By name or, in decimal or 0x hex, by tag: a script's name never means another type when types are added.
-// Throws Failure(exit_usage) that suggests the nearest name.
-const tlvmsg_type *find_type(const std::string &name);
+// Exactly, so that a script means the same type when others are added; or, for people, also by a part of the name in
+// upper or lower case, when one type alone has it.
+enum class Spelling { exact, part };
 
-// The same for people to whom the type is shown: also by a part of its name, if no other has it.
-const tlvmsg_type *find_type_like(const std::string &name);
+// By name or, in decimal or 0x hex, by tag. Throws Failure(exit_usage) that suggests what may be meant.
+const tlvmsg_type *find_type(const std::string &name, Spelling spelling = Spelling::exact);
 
 // Which types; what is empty or null leaves the choice open. Upper case means the same as lower case.
 struct TypeFilter {
@@ -30,16 +30,12 @@ std::vector<const tlvmsg_type *> types_like(const TypeFilter &filter);
 
 // Where a word occurs: in the name or the purpose of a type or of something in it.
 struct Find {
-    const char *what; // "type", "member", "alternative", "enumerator"
-    const tlvmsg_type *in;
-    const char *name;
-    const tlvmsg_type *type; // the one found, or a member's or alternative's
-    uint32_t value;          // an enumerator's
-    const char *doc;
+    std::string what; // "type", "member", "alternative", "enumerator"
+    std::string path; // "zel_led_control.color"
+    std::string is;   // its kind, type or value
+    std::string doc;
 };
 std::vector<Find> find_word(const std::string &word);
-
-std::vector<std::string> families();
 
 // Of exactly that name, or null.
 const tlvmsg_type *type_by_name(const std::string &name);

@@ -97,6 +97,10 @@ void Cli::add_common_options() {
 
 int Cli::run(int argc, char **argv) {
     add_common_options();
+    if (argc > 1 && std::string_view(argv[1]) == "--complete") { // words that may be no command line yet
+        complete(*this, {argv + 2, argv + argc});
+        return exit_fine;
+    }
     try {
         app_.parse(argc, argv);
     } catch (const CLI::ParseError &error) {

@@ -58,7 +58,7 @@ private:
 
     CLI::App app_;
     std::map<const CLI::App *, Help> helps_;
-    std::string generate_; // the directory for manual pages and completions
+    std::string generate_; // the directory for manual pages
     int status_ = 0;
 };
 

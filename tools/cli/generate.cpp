@@ -30,9 +30,6 @@ void generate(const Cli &cli, const std::string &directory) {
     for (const CLI::App *command : cli.commands()) {
         write(share / fmt::format("man/man1/tlv-{}.1", command->get_name()), man_page(cli, *command));
     }
-    write(share / "bash-completion/completions/tlv", bash_completion(cli));
-    write(share / "zsh/site-functions/_tlv", zsh_completion(cli));
-    write(share / "fish/vendor_completions.d/tlv.fish", fish_completion(cli));
 }
 
 std::string wrapped(std::string_view text, size_t columns) {

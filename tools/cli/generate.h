@@ -1,8 +1,9 @@
-// Manual pages and completions, from the command line's own definition.
+// Manual pages and completion, from the command line's own definition.
 #pragma once
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace CLI {
 class App;
@@ -13,16 +14,15 @@ namespace tlvmsg::tool {
 
 class Cli;
 
-// Writes them below the directory where systems look for them below share/: man/man1/tlv.1,
-// bash-completion/completions/tlv, zsh/site-functions/_tlv, fish/vendor_completions.d/tlv.fish.
+// Writes the manual pages where systems look for them below share/: man/man1/tlv.1.
 void generate(const Cli &cli, const std::string &directory);
+
+// Prints what may be meant by the last of the words that were typed behind "tlv": a line each, with a tab and what it
+// means where that is known, or ":files" for the names of files.
+void complete(const Cli &cli, std::vector<std::string> words);
 
 // Of a command, or of the whole program.
 std::string man_page(const Cli &cli, const CLI::App &command);
-
-std::string bash_completion(const Cli &cli);
-std::string zsh_completion(const Cli &cli);
-std::string fish_completion(const Cli &cli);
 
 // In lines of at most that many columns.
 std::string wrapped(std::string_view text, size_t columns);

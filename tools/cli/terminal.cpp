@@ -5,7 +5,6 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -42,34 +41,11 @@ bool set(const char *variable) {
     return value != nullptr && *value != '\0';
 }
 
-// Of the character that the text begins with, if it is UTF-8 and controls nothing; else 0.
-size_t printable_size(std::string_view text) {
-    const auto byte = [&](size_t i) { return i < text.size() ? static_cast<uint8_t>(text[i]) : 0U; };
-    const unsigned first = byte(0);
-    if (first < 0x80) {
-        return first >= ' ' && first <= '~' ? 1 : 0;
-    }
-    const unsigned least = first == 0xC2 || first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
-    const unsigned most = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
-    if (first < 0xC2 || first > 0xF4 || byte(1) < least || byte(1) > most) {
-        return 0;
-    }
-    const size_t size = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-    for (size_t i = 2; i < size; ++i) {
-        if (byte(i) >> 6 != 2) {
-            return 0;
-        }
-    }
-    return size;
-}
-
 std::string escaped(std::string_view text) {
     std::string result;
-    while (!text.empty()) {
-        const size_t size = printable_size(text);
-        result += size > 0 ? std::string(text.substr(0, size))
-                           : fmt::format("\\x{:02X}", static_cast<uint8_t>(text[0]));
-        text.remove_prefix(std::max<size_t>(size, 1));
+    for (const char c : text) {
+        const auto byte = static_cast<uint8_t>(c);
+        result += byte >= ' ' && byte <= '~' ? std::string(1, c) : fmt::format("\\x{:02X}", byte);
     }
     return result;
 }
@@ -101,13 +77,9 @@ void finish_output() {
     }
 }
 
-void complain(std::string_view line) {
-    // Nobody is left to be told when this fails.
-    std::fputs((shown(line) + "\n").c_str(), stderr);
-}
-
 void complain(std::string_view before, Colour colour, std::string_view label, std::string_view after) {
-    const std::string painted = Paint(STDERR_FILENO)(colour, shown(label));
+    const std::string painted = label.empty() ? "" : Paint(STDERR_FILENO)(colour, shown(label));
+    // Nobody is left to be told when this fails.
     std::fputs((shown(before) + painted + shown(after) + "\n").c_str(), stderr);
 }
 

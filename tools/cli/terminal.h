@@ -1,7 +1,7 @@
 // Standard output and standard error: what can go wrong with them, and what is only for the eye.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
+#include <nlohmann/json.hpp>
 
 #include <chrono>
 #include <cstdint>
@@ -20,11 +20,23 @@ void print(std::string_view text);
 // One value, over several lines.
 void print_json(const nlohmann::ordered_json &value);
 
+// Each as `line` words it or, for programs, an array of what `object` makes of each.
+template <class Items, class Line, class Object>
+void print_list(const Items &items, bool as_json, Line line, Object object) {
+    auto list = nlohmann::ordered_json::array();
+    for (const auto &each : items) {
+        as_json ? list.push_back(object(each)) : print(line(each) + "\n");
+    }
+    if (as_json) {
+        print_json(list);
+    }
+}
+
 // Writes out what is still buffered; throws as print does.
 void finish_output();
 
-// Text from outside as a terminal may be told it: what controls one and what is no UTF-8 as \x1B, and of more
-// than some hundred bytes the first and the last.
+// Text from outside as a terminal may be told it: printable ASCII, all else as \x1B, and of more than some hundred
+// bytes the first and the last.
 std::string shown(std::string_view text);
 
 enum class ColourWhen { automatic, always, never };
@@ -34,9 +46,9 @@ inline ColourWhen colour_when = ColourWhen::automatic;
 
 enum class Colour { dim, red, yellow, bold };
 
-// A line to standard error. All of it is from outside, as far as this knows.
-void complain(std::string_view line);
-void complain(std::string_view before, Colour colour, std::string_view label, std::string_view after = "");
+// A line to standard error, with a label in colour. All of it is from outside, as far as this knows.
+void complain(std::string_view before, Colour colour = Colour::dim, std::string_view label = "",
+              std::string_view after = "");
 
 // Colours text when it is wanted where the text goes.
 class Paint {

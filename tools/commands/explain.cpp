@@ -9,10 +9,7 @@
 #include "tools/cli/terminal.h"
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
-#include <algorithm>
-#include <iterator>
 #include <memory>
 
 namespace tlvmsg::tool {
@@ -23,31 +20,26 @@ nlohmann::ordered_json explanation(const std::string &code) {
     return {{"code", code}, {"text", code_text(code)}};
 }
 
-void list_codes(bool as_json) {
+int explain(const std::string &code, bool as_json) {
     const std::vector<std::string> names = code_names();
-    if (as_json) {
-        auto list = nlohmann::ordered_json::array();
-        std::transform(names.begin(), names.end(), std::back_inserter(list), explanation);
-        return print_json(list);
+    if (code.empty()) {
+        print_list(
+            names, as_json, [](const std::string &name) { return name; }, explanation);
+        return exit_fine;
     }
-    for (const std::string &name : names) {
-        print(name + "\n");
-    }
-}
-
-void explain(const std::string &code, bool as_json) {
     const std::string text = code_text(code);
     if (text.empty()) {
-        const std::vector<std::string> names = code_names();
         const std::string meant =
             base::did_you_mean(code, std::vector<std::string_view>(names.begin(), names.end()));
         throw Failure(exit_usage, fmt::format("no code is called '{}'; {}", code,
                                               meant.empty() ? "'tlv explain' lists them all" : meant));
     }
     if (as_json) {
-        return print_json(explanation(code));
+        print_json(explanation(code));
+    } else {
+        print(fmt::format("{}\n\n{}\n", code, wrapped(text, 80)));
     }
-    print(fmt::format("{}\n\n{}\n", code, wrapped(text, 80)));
+    return exit_fine;
 }
 
 } // namespace
@@ -65,14 +57,7 @@ void add_explain(Cli &cli) {
                   "JSON is an object with code and text; without a code, an array of these."},
                  {{"tlv explain wrong-tag", "what it means and what to do about it"},
                   {"tlv explain", "list the codes"}}},
-                [options] {
-                    if (options->code.empty()) {
-                        list_codes(options->json);
-                    } else {
-                        explain(options->code, options->json);
-                    }
-                    return exit_fine;
-                });
+                [options] { return explain(options->code, options->json); });
     command->add_option("CODE", options->code, "The code")->type_name("CODE");
     add_json_flag(command, options->json);
 }

@@ -34,7 +34,7 @@ void add_show(Cli &cli) {
           {"tlv show VLAN_STATS_M", "the one type whose name has that part; of several, which there are"},
           {"tlv show --json 1357 | jq '.members[] | {path, offset}'", "the fields of the type of that tag"}}},
         [options] {
-            const tlvmsg_type *const type = find_type_like(options->type);
+            const tlvmsg_type *const type = find_type(options->type, Spelling::part);
             if (options->json) {
                 print_json(type_json(type));
             } else {

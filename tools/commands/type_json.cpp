@@ -22,43 +22,23 @@ Json flag_words(uint32_t flags) {
     return list;
 }
 
-// A member or an alternative: its type, with its sizes, and its place in the record.
+// A member or an alternative: what is its own, its place in the record, and its type with its sizes.
 template <class Part>
-Json field(Json begin, const Part &part) {
-    begin["type"] = part.type->name;
-    begin["offset"] = part.offset;
-    begin["size"] = part.type->size;
-    begin["min_encoded"] = part.type->min_encoded;
-    begin["max_encoded"] = part.type->max_encoded;
-    begin["flags"] = flag_words(part.flags);
-    return begin;
+Json field(const Part &part, Json own) {
+    own.update(Json{{"type", part.type->name},
+                    {"offset", part.offset},
+                    {"size", part.type->size},
+                    {"min_encoded", part.type->min_encoded},
+                    {"max_encoded", part.type->max_encoded},
+                    {"flags", flag_words(part.flags)}});
+    return own;
 }
 
-template <class Part, class Describe>
-Json list_of(const Part *parts, uint32_t count, Describe describe) {
-    Json list = Json::array();
+template <class Part, class Object>
+void add_list(Json &json, const char *key, const Part *parts, uint32_t count, Object object) {
     for (uint32_t i = 0; i < count; ++i) {
-        list.push_back(describe(parts[i]));
+        json[key].push_back(object(parts[i]));
     }
-    return list;
-}
-
-void add_array(Json &json, const tlvmsg_type *type) {
-    json["element"] = type->element->name;
-    json["capacity"] = type->capacity;
-    json["count_width"] = type->count_width;
-    json["items_offset"] = type->items_offset;
-}
-
-void add_union(Json &json, const tlvmsg_type *type) {
-    json["selector"] = type->selector->name;
-    json["selector_name"] = type->selector_name;
-    json["selector_offset"] = type->selector_offset;
-    json["alternatives"] =
-        list_of(type->alternatives, type->alternative_count, [](const tlvmsg_alternative &each) {
-            const std::vector<uint32_t> values(each.values, each.values + each.value_count);
-            return field({{"name", each.name}, {"values", values}}, each);
-        });
 }
 
 } // namespace
@@ -70,36 +50,33 @@ Json type_summary(const tlvmsg_type *type) {
 
 Json type_json(const tlvmsg_type *type) {
     Json json = type_summary(type);
-    json["size"] = type->size;
-    json["alignment"] = type->alignment;
-    json["min_encoded"] = type->min_encoded;
-    json["max_encoded"] = type->max_encoded;
-    switch (type->kind) {
-    case TLVMSG_SCALAR:
-        break;
-    case TLVMSG_ENUMERATION:
-        json["enumerators"] =
-            list_of(type->enumerators, type->enumerator_count, [](const tlvmsg_enumerator &each) {
-                return Json{{"name", each.name}, {"doc", each.doc}, {"value", each.value}};
-            });
-        break;
-    case TLVMSG_STRUCTURE:
-    case TLVMSG_MESSAGE:
-        json["members"] = list_of(type->members, type->member_count, [](const tlvmsg_member &each) {
-            return field({{"path", each.path}, {"doc", each.doc}}, each);
-        });
-        break;
-    case TLVMSG_UNION:
-        add_union(json, type);
-        break;
-    case TLVMSG_ELEMENT_ARRAY:
-    case TLVMSG_PACKED_ARRAY:
-    case TLVMSG_BYTE_ARRAY:
-    case TLVMSG_DYNAMIC_ELEMENTS:
-    case TLVMSG_DYNAMIC_BYTES:
-        add_array(json, type);
-        break;
+    json.update(Json{{"size", type->size},
+                     {"alignment", type->alignment},
+                     {"min_encoded", type->min_encoded},
+                     {"max_encoded", type->max_encoded}});
+    add_list(json, "enumerators", type->enumerators, type->enumerator_count,
+             [](const tlvmsg_enumerator &each) {
+                 return Json{{"name", each.name}, {"doc", each.doc}, {"value", each.value}};
+             });
+    add_list(json, "members", type->members, type->member_count, [](const tlvmsg_member &each) {
+        return field(each, {{"path", each.path}, {"doc", each.doc}});
+    });
+    if (type->element != nullptr) {
+        json.update(Json{{"element", type->element->name},
+                         {"capacity", type->capacity},
+                         {"count_width", type->count_width},
+                         {"items_offset", type->items_offset}});
     }
+    if (type->selector != nullptr) {
+        json.update(Json{{"selector", type->selector->name},
+                         {"selector_name", type->selector_name},
+                         {"selector_offset", type->selector_offset}});
+    }
+    add_list(json, "alternatives", type->alternatives, type->alternative_count,
+             [](const tlvmsg_alternative &each) {
+                 const std::vector<uint32_t> values(each.values, each.values + each.value_count);
+                 return field(each, {{"name", each.name}, {"values", values}});
+             });
     return json;
 }
 

@@ -10,7 +10,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <iterator>
+#include <map>
 #include <memory>
 
 namespace tlvmsg::tool {
@@ -26,24 +26,19 @@ struct Options {
 
 std::string details_of(const tlvmsg_type *type) {
     const std::string tag = type->tag != 0 ? fmt::format("{}", type->tag) : "-";
-    return fmt::format("{:<18}  {:>5}  {:<8}  {}{}{}\n", kind_name(type->kind), tag,
+    return fmt::format("{:<18}  {:>5}  {:<8}  {}{}{}", kind_name(type->kind), tag,
                        *type->family != '\0' ? type->family : "-", type->name, *type->doc != '\0' ? ": " : "",
                        type->doc);
 }
 
 int list_types(const Options &options) {
     TypeFilter filter = options.filter;
-    filter.used = options.used.empty() ? nullptr : find_type_like(options.used);
+    filter.used = options.used.empty() ? nullptr : find_type(options.used, Spelling::part);
     const std::vector<const tlvmsg_type *> types = types_like(filter);
-    if (options.json) {
-        auto list = nlohmann::ordered_json::array();
-        std::transform(types.begin(), types.end(), std::back_inserter(list), type_summary);
-        print_json(list);
-    } else {
-        for (const tlvmsg_type *type : types) {
-            print(options.details ? details_of(type) : fmt::format("{}\n", type->name));
-        }
-    }
+    const auto line = [&](const tlvmsg_type *type) {
+        return options.details ? details_of(type) : type->name;
+    };
+    print_list(types, options.json, line, type_summary);
     return types.empty() ? exit_found : exit_fine;
 }
 
@@ -62,11 +57,12 @@ Words<std::string_view> kind_words() {
 }
 
 Words<std::string> family_words() {
-    Words<std::string> words;
-    for (const std::string &family : families()) {
-        words.emplace_back(family, family);
+    std::map<std::string, std::string> words;
+    for (const tlvmsg_type *type : all_types()) {
+        words.emplace(type->family, type->family);
     }
-    return words;
+    words.erase(""); // of scalars
+    return {words.begin(), words.end()};
 }
 
 } // namespace

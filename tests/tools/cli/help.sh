@@ -1,7 +1,7 @@
 # Help, manual pages and completions, which all come from one definition.
 . "$(dirname "$0")/lib.sh"
-commands=$(sed -n 's/^ *:\*) words=.\(.*\) --version.*/\1/p' "$TLV_SHARE/bash-completion/completions/tlv")
-equal "$(wc -w <<<"$commands")" 13
+commands=$(tlv --complete '' | cut -f1)
+equal "$(wc -w <<<"$commands")" "$(tlv --help | sed -n '/^Subcommands:/,/^$/p' | grep -c '^  [a-z]')"
 
 run --help; is 0; quiet; prints '^Exit status:'; prints '^Examples:'
 tlv sample --help >help; run help sample; is 0; same help out

@@ -26,7 +26,7 @@ run help decod; is 2; error_has 'none of decode\|'
 control=$(printf 'a\033[31m\302\233\001\342\200\240')
 for words in "$control" "decode -t $control" "decode $control" "decode --in $control" "explain $control" "decode --$control"; do
     run $words; [ "$status" -ne 0 ] || fail "$words"
-    error_has 'a\\x1B\[31m\\xC2\\x9B\\x01†'
+    error_has 'a\\x1B\[31m\\xC2\\x9B\\x01\\xE2\\x80\\xA0'
 done
 run sample "$(printf '%0100000d' 99999)"; is 2; error_has "^tlv: .*'tlv types' lists"
 [ "$(wc -c <err)" -lt 2000 ] || fail 'a flood'
@@ -62,11 +62,11 @@ run show vlan_STATS_m; is 0; prints '^zel_tib_vlan_stats_message: message'
 run show led_co; is 2; error_has "several types are like 'led_co': .*, zel_led_color, zel_led_control$"
 run show message; is 2; error_has "and [0-9]+ more; 'tlv types message' lists"
 run decode -t ZEL_LED_CONTROL led.bin; is 2; error_has "did you mean 'zel_led_control'" # scripts spell it as it is
-run decode -t led led.bin; is 2; error_has "'tlv types led' lists [0-9]+"
+run decode -t led led.bin; is 2; error_has "several types are like 'led': .*zel_led_control"
 run find VLAN; is 0
 prints '^zel_vlan_stat_bundle.vlan_counters: zel_vlan_stat_bundle_vlan_counters_array'; prints '^ether_cfg: structure, .*VLAN bitmaps'
-run find dhcp; prints '^[a-z_]+\.dhcp = [0-9]+'
-run find --json ipv6_maddr; equal "$(jq -c '.[] | select(.found == "alternative") | [.in, .name, .type] ' out)" '["ip_address_type_union","ipv6_maddr","ipv6_maddr"]'
+run find dhcp; prints '^[a-z_]+\.dhcp: [0-9]+'
+run find --json ipv6_maddr; equal "$(jq -c '.[] | select(.found == "alternative") | [.path, .is]' out)" '["ip_address_type_union.ipv6_maddr","ipv6_maddr"]'
 run find nowhere_at_all; is 1
 run show ip_address; prints '^ +16\+ +12    length: addr_length'
 run show ip_address_type_union; prints '^        struct ipv6_addr ipv6;'; prints 'type 1 ipv4: ipv4_addr'
