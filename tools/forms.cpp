@@ -3,6 +3,7 @@
 #include "forms/relay.h"
 #include "tools/cli/failure.h"
 #include "tools/cli/terminal.h"
+#include "tools/types/lookup.h"
 
 #include <fmt/format.h>
 
@@ -73,13 +74,13 @@ bool decode(Record &record, std::span<const uint8_t> bytes, tlvmsg_verdict &verd
 List<tlvmsg_guess> guess(std::span<const uint8_t> bytes, size_t most) {
     const tlvmsg_guess_options options{most, true};
     return listed<tlvmsg_guess>([&](auto **guesses, size_t *count, auto *fault) {
-        return tlvmsg_guess_types(nullptr, bytes.data(), bytes.size(), &options, guesses, count, fault);
+        return tlvmsg_guess_types(type_set(), bytes.data(), bytes.size(), &options, guesses, count, fault);
     });
 }
 
 List<tlvmsg_part> divide(std::span<const uint8_t> bytes) {
     return listed<tlvmsg_part>([&](auto **parts, size_t *count, auto *fault) {
-        return tlvmsg_divide(nullptr, bytes.data(), bytes.size(), parts, count, fault);
+        return tlvmsg_divide(type_set(), bytes.data(), bytes.size(), parts, count, fault);
     });
 }
 
@@ -123,7 +124,7 @@ size_t print_untyped_json(std::span<const uint8_t> bytes, unsigned indent) {
     const tlvmsg_json_options options{indent, 0};
     size_t end = 0;
     print_told([&](auto sink, void *context, auto *fault) {
-        return tlvmsg_untyped_to_json(nullptr, bytes.data(), bytes.size(), &options, sink, context, &end,
+        return tlvmsg_untyped_to_json(type_set(), bytes.data(), bytes.size(), &options, sink, context, &end,
                                       fault);
     });
     print("\n");
@@ -133,7 +134,7 @@ size_t print_untyped_json(std::span<const uint8_t> bytes, unsigned indent) {
 size_t print_untyped_text(std::span<const uint8_t> bytes) {
     size_t end = 0;
     print_told([&](auto sink, void *context, auto *fault) {
-        return tlvmsg_untyped_to_text(nullptr, bytes.data(), bytes.size(), nullptr, sink, context, &end,
+        return tlvmsg_untyped_to_text(type_set(), bytes.data(), bytes.size(), nullptr, sink, context, &end,
                                       fault);
     });
     return end;
@@ -143,8 +144,8 @@ tlvmsg_verdict print_annotated(const tlvmsg_type *type, std::span<const uint8_t>
     const tlvmsg_text_options options{nullptr, Paint(STDOUT_FILENO).is_on()};
     tlvmsg_verdict verdict;
     print_told([&](auto sink, void *context, auto *fault) {
-        return tlvmsg_annotate(nullptr, type, bytes.data(), bytes.size(), &options, sink, context, &verdict,
-                               fault);
+        return tlvmsg_annotate(type_set(), type, bytes.data(), bytes.size(), &options, sink, context,
+                               &verdict, fault);
     });
     return verdict;
 }

@@ -47,14 +47,15 @@ TEST(TypeSet, IsAllThatIsChosenFrom) {
     EXPECT_EQ(tlvmsg_type_set_find(set, nullptr), nullptr);
     EXPECT_EQ(tlvmsg_type_set_by_tag(set, 4), nullptr);
     const uint8_t number[] = {0, 4, 0, 2, 0, 1};
-    tlvmsg_guess *guesses = nullptr;
-    size_t count = 1;
-    EXPECT_TRUE(tlvmsg_guess_types(set, number, sizeof number, nullptr, &guesses, &count, nullptr));
-    EXPECT_EQ(count, 0u);
-    EXPECT_TRUE(tlvmsg_guess_types(nullptr, number, sizeof number, nullptr, &guesses, &count, nullptr));
-    ASSERT_EQ(count, 1u);
-    EXPECT_STREQ(guesses[0].types[0]->name, "uint16");
-    tlvmsg_free(guesses);
+    const auto taking = [&](const tlvmsg_type_set *chosen) {
+        tlvmsg_guess *guesses = nullptr;
+        size_t count = 1;
+        EXPECT_TRUE(tlvmsg_guess_types(chosen, number, sizeof number, nullptr, &guesses, &count, nullptr));
+        tlvmsg_free(guesses);
+        return count;
+    };
+    EXPECT_EQ(taking(set), 0u);
+    EXPECT_EQ(taking(nullptr), 1u);
     tlvmsg_type_set_free(set);
 }
 

@@ -4,6 +4,8 @@
 #include "generate.h"
 #include "terminal.h"
 
+#include "tools/types/lookup.h"
+
 #include "base/suggest.h"
 
 #include <fmt/format.h>
@@ -92,6 +94,13 @@ void Cli::add_common_options() {
             command, "--color", colour_when,
             {{"auto", ColourWhen::automatic}, {"always", ColourWhen::always}, {"never", ColourWhen::never}},
             "Colour; unless given, on terminals only, and never when NO_COLOR is set");
+        command
+            ->add_option("--schema", schema_files,
+                         "Take the types of this schema file and of what it imports, instead of the built-in "
+                         "ones; can "
+                         "be given several times. TLVMSG_SCHEMA does the same, with colons between files")
+            ->type_name("FILE")
+            ->allow_extra_args(false);
     }
 }
 

@@ -3,7 +3,7 @@
 #include "faults.h"
 #include "generate.h"
 #include "terminal.h"
-#include "tools/lookup.h"
+#include "tools/types/lookup.h"
 
 #include <fmt/format.h>
 
@@ -24,6 +24,10 @@ Candidates values_of(const CLI::Option &option) {
     if (type == "TYPE") {
         for (const tlvmsg_type *each : all_types()) {
             all.emplace_back(each->name, each->doc);
+        }
+    } else if (type == "FAMILY") {
+        for (const std::string &family : families()) {
+            all.emplace_back(family, "");
         }
     } else if (type == "CODE") {
         for (const std::string &code : code_names()) {
@@ -88,6 +92,11 @@ void complete(const Cli &cli, std::vector<std::string> words) {
     const std::string last = words.empty() ? "" : words.back();
     words.resize(words.size() - std::min<size_t>(words.size(), 1));
     const CLI::App &command = command_of(cli, words);
+    for (size_t i = 1; i < words.size(); ++i) {
+        if (words[i - 1] == "--schema") {
+            schema_files.push_back(words[i]);
+        }
+    }
     const size_t value = last.starts_with("--") ? last.find('=') + 1 : 0; // in --type=ifid
     const std::string before = value > 0 ? last.substr(0, value - 1) : words.empty() ? "" : words.back();
     const CLI::Option *const option = before.starts_with('-') ? command.get_option_no_throw(before) : nullptr;

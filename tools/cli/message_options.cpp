@@ -3,8 +3,8 @@
 #include "faults.h"
 #include "terminal.h"
 
-#include "tools/lookup.h"
 #include "tools/output/frame_line.h"
+#include "tools/types/lookup.h"
 
 #include <fmt/format.h>
 

@@ -3,8 +3,8 @@
 
 #include "print_encoded.h"
 #include "tools/cli/cli.h"
-#include "tools/lookup.h"
 #include "tools/sample.h"
+#include "tools/types/lookup.h"
 
 #include <memory>
 

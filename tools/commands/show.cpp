@@ -5,7 +5,7 @@
 #include "tools/cli/cli.h"
 #include "tools/cli/failure.h"
 #include "tools/cli/terminal.h"
-#include "tools/lookup.h"
+#include "tools/types/lookup.h"
 #include "type_json.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #include "show_type.h"
 
 #include "forms/element.h"
-#include "tools/lookup.h"
+#include "tools/types/lookup.h"
 
 #include <tlvmsg/record.h>
 
@@ -21,7 +21,7 @@ std::string size_text(uint32_t least, uint32_t most) {
 std::string heading(const tlvmsg_type *type) {
     const std::string tag = type->tag != 0 ? fmt::format(", tag {} (0x{:04X})", type->tag, type->tag) : "";
     const std::string family = *type->family != '\0' ? fmt::format(", {}", type->family) : "";
-    std::string text = fmt::format("{}: {}{}{}\n", type->name, kind_name(type->kind), tag, family);
+    std::string text = fmt::format("{}: {}{}{}\n", type->name, tlvmsg_kind_name(type->kind), tag, family);
     if (*type->doc != '\0') {
         text += fmt::format("{}\n", type->doc);
     }

@@ -1,6 +1,6 @@
 #include "type_json.h"
 
-#include "tools/lookup.h"
+#include "tools/types/lookup.h"
 
 namespace tlvmsg::tool {
 
@@ -44,8 +44,12 @@ void add_list(Json &json, const char *key, const Part *parts, uint32_t count, Ob
 } // namespace
 
 Json type_summary(const tlvmsg_type *type) {
-    return {{"name", type->name}, {"family", type->family},        {"section", type->section},
-            {"doc", type->doc},   {"kind", kind_name(type->kind)}, {"tag", type->tag}};
+    return {{"name", type->name},
+            {"family", type->family},
+            {"section", type->section},
+            {"doc", type->doc},
+            {"kind", tlvmsg_kind_name(type->kind)},
+            {"tag", type->tag}};
 }
 
 Json type_json(const tlvmsg_type *type) {

@@ -4,14 +4,14 @@
 #include "tools/cli/cli.h"
 #include "tools/cli/failure.h"
 #include "tools/cli/terminal.h"
-#include "tools/lookup.h"
+#include "tools/types/lookup.h"
 #include "type_json.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <map>
 #include <memory>
+#include <set>
 
 namespace tlvmsg::tool {
 
@@ -26,14 +26,23 @@ struct Options {
 
 std::string details_of(const tlvmsg_type *type) {
     const std::string tag = type->tag != 0 ? fmt::format("{}", type->tag) : "-";
-    return fmt::format("{:<18}  {:>5}  {:<8}  {}{}{}", kind_name(type->kind), tag,
+    return fmt::format("{:<18}  {:>5}  {:<8}  {}{}{}", tlvmsg_kind_name(type->kind), tag,
                        *type->family != '\0' ? type->family : "-", type->name, *type->doc != '\0' ? ": " : "",
                        type->doc);
+}
+
+void check_family(const std::string &name) {
+    const std::set<std::string> all = families();
+    if (!name.empty() && all.count(name) == 0) {
+        throw Failure(exit_usage,
+                      fmt::format("no family is called '{}'; there are {}", name, fmt::join(all, ", ")));
+    }
 }
 
 int list_types(const Options &options) {
     TypeFilter filter = options.filter;
     filter.used = options.used.empty() ? nullptr : find_type(options.used, Spelling::part);
+    check_family(filter.family);
     const std::vector<const tlvmsg_type *> types = types_like(filter);
     const auto line = [&](const tlvmsg_type *type) {
         return options.details ? details_of(type) : type->name;
@@ -46,7 +55,7 @@ int list_types(const Options &options) {
 Words<std::string_view> kind_words() {
     Words<std::string_view> words;
     for (int kind = TLVMSG_SCALAR; kind <= TLVMSG_UNION; ++kind) {
-        const std::string_view name = kind_name(static_cast<tlvmsg_kind>(kind));
+        const std::string_view name = tlvmsg_kind_name(static_cast<tlvmsg_kind>(kind));
         std::string word(name);
         std::replace(word.begin(), word.end(), ' ', '-');
         if (words.empty() || words.back().second != name) { // bounded arrays have one name for two kinds
@@ -54,15 +63,6 @@ Words<std::string_view> kind_words() {
         }
     }
     return words;
-}
-
-Words<std::string> family_words() {
-    std::map<std::string, std::string> words;
-    for (const tlvmsg_type *type : all_types()) {
-        words.emplace(type->family, type->family);
-    }
-    words.erase(""); // of scalars
-    return {words.begin(), words.end()};
 }
 
 } // namespace
@@ -85,7 +85,7 @@ void add_types(Cli &cli) {
     command->add_option("PATTERN", options->filter.pattern, "Only types of such names")->type_name("PATTERN");
     command->add_flag("-l,--long", options->details, "Kind, tag, family, name and purpose");
     add_choice(command, "--kind", options->filter.kind, kind_words(), "Only types of that kind");
-    add_choice(command, "--family", options->filter.family, family_words(), "Only types of that family");
+    command->add_option("--family", options->filter.family, "Only types of that family")->type_name("FAMILY");
     command->add_option("--used-by", options->used, "Only types that use this one directly")
         ->type_name("TYPE");
     add_json_flag(command, options->json);

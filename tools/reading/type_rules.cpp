@@ -3,7 +3,7 @@
 #include "tools/cli/failure.h"
 #include "tools/forms.h"
 #include "tools/input/input.h"
-#include "tools/lookup.h"
+#include "tools/types/lookup.h"
 
 #include <fmt/format.h>
 

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
+#include <sstream>
 
 namespace tlvmsg::tool {
 
@@ -172,7 +173,10 @@ SchemaTypes::SchemaTypes(const std::vector<std::string> &files) {
         throw Failure(exit_io, error.what());
     }
     if (schema_ == nullptr) {
-        complain(tlvc::render(faults, sources, false));
+        std::istringstream lines(tlvc::render(faults, sources, false));
+        for (std::string line; std::getline(lines, line);) {
+            complain(line);
+        }
         throw Failure(exit_usage, fmt::format("{}: no schema", fmt::join(files, ", ")));
     }
     Builder(*this).build();

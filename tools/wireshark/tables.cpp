@@ -1,6 +1,6 @@
 #include "tables.h"
 
-#include "tools/lookup.h"
+#include "tools/types/lookup.h"
 
 #include <tlvmsg/record.h>
 

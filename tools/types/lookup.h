@@ -1,15 +1,24 @@
 // Types by what people call them.
 #pragma once
 
-#include <tlvmsg/types.h>
+#include <tlvmsg/forms/types.h>
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tlvmsg::tool {
 
-// The types to choose from, by name. Which those are, is decided here alone.
+// Files of the schema whose types are to choose from, as --schema names them, and TLVMSG_SCHEMA with colons between
+// them. None: the built-in types.
+inline std::vector<std::string> schema_files;
+
+// The types to choose from, read when they are first asked for. Null stands for the built-in ones. Throws as
+// SchemaTypes does.
+const tlvmsg_type_set *type_set();
+
+// The same, by name.
 const std::vector<const tlvmsg_type *> &all_types();
 
 // Exactly, so that a script means the same type when others are added; or, for people, also by a part of the name in
@@ -37,12 +46,10 @@ struct Find {
 };
 std::vector<Find> find_word(const std::string &word);
 
+// Of all types.
+std::set<std::string> families();
+
 // Of exactly that name, or null.
 const tlvmsg_type *type_by_name(const std::string &name);
-
-// The scalar that its encoder writes with this tag, or the type that the tag is of; or null.
-const tlvmsg_type *type_by_tag(uint16_t tag);
-
-std::string_view kind_name(tlvmsg_kind kind);
 
 } // namespace tlvmsg::tool

@@ -1,5 +1,7 @@
 #include "lookup.h"
 
+#include "schema_types.h"
+
 #include "tools/cli/failure.h"
 #include "tools/cli/number.h"
 
@@ -8,23 +10,22 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <fnmatch.h>
+#include <memory>
+#include <new>
 #include <optional>
+#include <sstream>
 
 namespace tlvmsg::tool {
 
 namespace {
 
-const tlvmsg_type *scalar_by_tag(uint16_t tag) {
-    static constexpr const char *names[] = {"",      "char",   "uint8", "int8",   "uint16",
-                                            "int16", "uint32", "int32", "uint64", "int64"};
-    return tag < std::size(names) ? tlvmsg_type_find(names[tag]) : nullptr;
-}
-
 const tlvmsg_type *by_tag(std::string_view word) {
     const std::optional<uint64_t> tag = typed_number(word);
-    return tag && *tag <= UINT16_MAX ? type_by_tag(static_cast<uint16_t>(*tag)) : nullptr;
+    return tag && *tag <= UINT16_MAX ? tlvmsg_type_set_by_tag(type_set(), static_cast<uint16_t>(*tag))
+                                     : nullptr;
 }
 
 bool contains(const char *text, const std::string &part) { return strcasestr(text, part.c_str()) != nullptr; }
@@ -40,6 +41,43 @@ bool uses(const tlvmsg_type *type, const tlvmsg_type *used) {
            std::any_of(type->members, type->members + type->member_count, is_used) ||
            std::any_of(type->alternatives, type->alternatives + type->alternative_count, is_used);
 }
+
+std::vector<std::string> wanted_files() {
+    const char *const variable = std::getenv("TLVMSG_SCHEMA");
+    if (!schema_files.empty() || variable == nullptr) {
+        return schema_files;
+    }
+    std::vector<std::string> files;
+    std::istringstream paths(variable);
+    for (std::string path; std::getline(paths, path, ':');) {
+        files.push_back(path);
+    }
+    return files;
+}
+
+// What schema files declare, if any are wanted.
+class LoadedTypes {
+public:
+    LoadedTypes() {
+        if (const std::vector<std::string> files = wanted_files(); !files.empty()) {
+            types_.emplace(files);
+            set_.reset(tlvmsg_type_set_new(types_->all().data(), types_->all().size(), nullptr));
+            if (set_ == nullptr) {
+                throw std::bad_alloc(); // since a schema has no name twice
+            }
+        }
+    }
+
+    const tlvmsg_type_set *set() const { return set_.get(); }
+
+private:
+    struct Free {
+        void operator()(tlvmsg_type_set *set) const { tlvmsg_type_set_free(set); }
+    };
+
+    std::optional<SchemaTypes> types_;
+    std::unique_ptr<tlvmsg_type_set, Free> set_;
+};
 
 std::string not_found(const std::string &name, const std::vector<const tlvmsg_type *> &like) {
     std::vector<std::string_view> names;
@@ -61,10 +99,16 @@ std::string not_found(const std::string &name, const std::vector<const tlvmsg_ty
 
 } // namespace
 
+const tlvmsg_type_set *type_set() {
+    static const LoadedTypes loaded;
+    return loaded.set();
+}
+
 const std::vector<const tlvmsg_type *> &all_types() {
     static const std::vector<const tlvmsg_type *> all = [] {
-        std::vector<const tlvmsg_type *> types(tlvmsg_type_count());
-        std::generate(types.begin(), types.end(), [i = size_t{0}]() mutable { return tlvmsg_type_at(i++); });
+        std::vector<const tlvmsg_type *> types(tlvmsg_type_set_count(type_set()));
+        std::generate(types.begin(), types.end(),
+                      [i = size_t{0}]() mutable { return tlvmsg_type_set_at(type_set(), i++); });
         return types;
     }();
     return all;
@@ -88,7 +132,7 @@ std::vector<const tlvmsg_type *> types_like(const TypeFilter &filter) {
     std::vector<const tlvmsg_type *> found;
     for (const tlvmsg_type *type : all_types()) {
         if (is_like(type->name, filter.pattern) &&
-            (filter.kind.empty() || filter.kind == kind_name(type->kind)) &&
+            (filter.kind.empty() || filter.kind == tlvmsg_kind_name(type->kind)) &&
             (filter.family.empty() || filter.family == type->family) &&
             (filter.used == nullptr || uses(type, filter.used))) {
             found.push_back(type);
@@ -107,7 +151,7 @@ std::vector<Find> find_word(const std::string &word) {
     };
     for (const tlvmsg_type *type : all_types()) {
         const std::string around = std::string(type->name) + ".";
-        consider("type", "", type->name, std::string(kind_name(type->kind)), type->doc);
+        consider("type", "", type->name, std::string(tlvmsg_kind_name(type->kind)), type->doc);
         for (uint32_t i = 0; i < type->member_count; ++i) {
             const tlvmsg_member &member = type->members[i];
             consider("member", around, member.path, member.type->name, member.doc);
@@ -123,36 +167,17 @@ std::vector<Find> find_word(const std::string &word) {
     return found;
 }
 
-const tlvmsg_type *type_by_name(const std::string &name) { return tlvmsg_type_find(name.c_str()); }
-
-const tlvmsg_type *type_by_tag(uint16_t tag) {
-    const tlvmsg_type *const scalar = scalar_by_tag(tag);
-    return scalar != nullptr ? scalar : tlvmsg_type_by_tag(tag);
+std::set<std::string> families() {
+    std::set<std::string> names;
+    for (const tlvmsg_type *type : all_types()) {
+        names.insert(type->family);
+    }
+    names.erase(""); // the scalars'
+    return names;
 }
 
-std::string_view kind_name(tlvmsg_kind kind) {
-    switch (kind) {
-    case TLVMSG_SCALAR:
-        return "scalar";
-    case TLVMSG_ENUMERATION:
-        return "enumeration";
-    case TLVMSG_STRUCTURE:
-        return "structure";
-    case TLVMSG_MESSAGE:
-        return "message";
-    case TLVMSG_ELEMENT_ARRAY:
-    case TLVMSG_PACKED_ARRAY:
-        return "array";
-    case TLVMSG_BYTE_ARRAY:
-        return "byte array";
-    case TLVMSG_DYNAMIC_ELEMENTS:
-        return "dynamic array";
-    case TLVMSG_DYNAMIC_BYTES:
-        return "dynamic byte array";
-    case TLVMSG_UNION:
-        return "union";
-    }
-    return "";
+const tlvmsg_type *type_by_name(const std::string &name) {
+    return tlvmsg_type_set_find(type_set(), name.c_str());
 }
 
 } // namespace tlvmsg::tool

@@ -1,0 +1,32 @@
+# Types that nobody compiled: own ones, and the built-in ones read from their schema, of which everything is the same.
+schema=$(cd "$(dirname "$0")/../../../schema" && pwd)
+. "$(dirname "$0")/lib.sh"
+tlv sample --seed 3 $message >led.bin
+all=$(ls "$schema"/*/*.tlv | paste -sd:)
+for command in 'types --json' 'find vlan' wireshark 'decode led.bin' 'guess led.bin' "annotate -t $message led.bin" \
+    'sample --kind max --out hex zel_vlan_stat_bundle'; do
+    tlv $command >built_in 2>err
+    TLVMSG_SCHEMA=$all run $command; quiet; cmp -s out built_in || fail "$command"
+done
+
+mkdir acme; cat >acme/fan.tlv <<'END'
+/// A fan of ours.
+struct acme_fan = 40000 {
+    uint16          slot
+    acme_fan_speed  speed
+}
+enum    acme_fan_speed = 40001 { slow = 1 fast = 2 }
+message acme_fan_report { acme_fan fan }
+END
+own="--schema acme/fan.tlv"
+run types --kind message $own; equal "$(cat out)" acme_fan_report
+run types --family voice $own; is 2; error_has 'there are acme'
+run encode $own -t acme_fan_report '{"fan": {"slot": 7, "speed": "fast"}}'; is 0; cp out fan.bin
+run guess $own fan.bin; is 0; prints '^yes   message       acme_fan_report: 22 of 22 bytes'
+run decode $own --text -t acme_fan_report fan.bin; prints '^fan.speed = 2 \(fast\)$'
+run decode $own -t ifid fan.bin; is 2
+run --complete decode $own -t acme_fan_r; equal "$(cat out)" acme_fan_report
+sed -i 's/speed$/sped/; s/acme_fan_speed  /acme_fan_sped  /' acme/fan.tlv
+run types $own; is 2; error_has "fan.tlv:4:5: error\[T012\]"; error_has "did you mean 'acme_fan_speed'"
+run types --schema missing.tlv; is 4; error_has missing.tlv
+finish
