@@ -108,9 +108,12 @@ inspect.tlvmsg_type_find.restype = ctypes.c_void_p
 
 def library_faults(name, data):
     found, fault, extent = [], Fault(), Extent()
-    tell = Tracer(lambda _, piece: piece.contents.fault and found.append(piece.contents.fault.contents.text("tolerated")))
+
+    def tell(_, piece):
+        if piece.contents.fault:
+            found.append(piece.contents.fault.contents.text("tolerated"))
     of_type = ctypes.c_void_p(inspect.tlvmsg_type_find(name.encode())), data, ctypes.c_size_t(len(data))
-    if not inspect.tlvmsg_trace(*of_type, None, tell, None, ctypes.byref(extent), ctypes.byref(fault)):
+    if not inspect.tlvmsg_trace(*of_type, None, Tracer(tell), None, ctypes.byref(extent), ctypes.byref(fault)):
         found.append(fault.text("error"))
     elif extent.consumed < len(data):
         found.append(f"tolerated[trailing-bytes]: {name}: {len(data) - extent.consumed} bytes behind the end at byte "
@@ -172,7 +175,7 @@ class Dissector(unittest.TestCase):
     def test_foreign_traffic_is_not_recognized(self):
         dice = random.Random(2)
         dns = bytes.fromhex("12340100000100000000000003777777076578616d706c6503636f6d0000010001")
-        foreign = [dns, bytes.fromhex("1603010005010000010303"), sample(LED)[:-1], sample("ifid"), sample("zel_boolean")]
+        foreign = [dns, bytes.fromhex("1603010005010000010303"), sample(LED)[:-1], sample(LED) * 2, sample("ifid")]
         foreign += [dice.randbytes(dice.randrange(1, 200)) for _ in range(300)]
         self.assertFalse(any(dissect([(UDP, PORT + i, data) for i, data in enumerate(foreign)], heuristic="TRUE")))
 
@@ -190,6 +193,25 @@ class Dissector(unittest.TestCase):
         self.assertGreater(faulty, 1000)
         dissect([(UDP, 9000, data) for _, _, data in packets], *DECODE_AS)
 
+    def test_counts_that_nothing_can_hold_and_lengths(self):
+        places = {"plim_qos_vc_info": 18, "zel_vlan_stat_bundle": 17, "if_name": 17, "zel_mac_addr": 12}
+        cases = [(name, sample(name, "--kind", "min"), at) for name, at in places.items()]
+        address = '{"address": {"type": 1, "ipv4": 5}, "length": 6}'
+        cases.append(("ip_address", run(TLV, "encode", "-t", "ip_address", "--out", "raw", address), 18))
+        for name, data, at in cases:
+            numbers = [*range(30), 255, 256, *range(0, 65536, 999)]
+            packets = [(UDP, 9000, data[:at] + struct.pack(">H", number) + data[at + 2:]) for number in numbers]
+            for packet, protos in zip(packets, dissect(packets, types=f"udp/9000={name}")):
+                self.assertEqual(shown(protos, "tlvmsg.fault", "showname"), library_faults(name, packet[2]))
+
+    def test_nothing_hangs(self):
+        nested = b""
+        for _ in range(15000):
+            nested = struct.pack(">HH", 2000, len(nested)) + nested
+        hostile = [nested, nested.replace(b"\x07\xd0", b"\x03\xe9"), bytes(65000), sample("zel_boolean") * 5000]
+        for protos in dissect([(UDP, 9000, data) for data in hostile], *DECODE_AS, types=f"udp/9001={LED}"):
+            self.assertEqual(shown(protos, "tlvmsg.fault")[0], "unknown-message")
+
     def test_which_type(self):
         led, ifid, control = sample(LED), sample("ifid"), "zel_led_control"
         packets, number = [(UDP, 9000, led)], int.from_bytes(led[44:48], "big")
@@ -197,15 +219,15 @@ class Dissector(unittest.TestCase):
         self.assertEqual(messages(packets, types=f"tcp/9000={LED} udp/9001={LED}"), [[]])
         self.assertEqual(messages([(UDP, 9000, led[92:])], *DECODE_AS, default_type="1357"), [[control]])
         self.assertEqual(messages([(UDP, 9000, led * 3)], *DECODE_AS), [[LED] * 3])
-        self.assertEqual(messages([(UDP, 9000, led * 2)], types=f"udp/9000={LED}"), [[LED] * 2])
-        unknown, = dissect([(UDP, 9000, led + ifid + b"\x07\xd0\0\3abc\0")], *DECODE_AS)
+        self.assertEqual(messages([(UDP, 9000, led * 2)], types=f"udp/1={LED}"), [[LED] * 2])
+        unknown, = dissect([(UDP, 9000, led + ifid * 20 + b"\x07\xd0\0\3abc\0")], *DECODE_AS)
         self.assertEqual(shown(unknown, "tlvmsg.fault"), ["unknown-message", "truncated"])
         self.assertEqual(shown(unknown, "tlvmsg.element.tag"), ["2000"])
-        self.assertEqual(len(shown(unknown, "tlvmsg.ifid.value_1")), 2)
-        wrong = ["-otlvmsg.types:udp/1=nonsense sctp/1=ifid", "-otlvmsg.framing:length"]
-        errors = subprocess.run(["tshark", "-Xlua_script:tlvmsg.lua", *wrong, "-r", "x.pcap"], capture_output=True).stderr
-        for text in (b"no type 'nonsense'", b"'sctp/1=ifid' is none of", b"framing 'length' is none of"):
-            self.assertIn(text, errors)
+        self.assertEqual(len(shown(unknown, "tlvmsg.ifid.value_1")), 21)
+        wrong = ["-otlvmsg.types:udp/1=nonsense sctp/1=ifid,udp/65536=ifid", "-otlvmsg.framing:length:2@2+3"]
+        tshark = subprocess.run(["tshark", "-Xlua_script:tlvmsg.lua", *wrong, "-r", "x.pcap"], capture_output=True)
+        for text in (b"type 'nonsense'", b"'sctp/1=ifid' is none", b"'udp/65536=ifid' is none", b"+3' is none"):
+            self.assertIn(text, tshark.stderr)
 
     def test_framing(self):
         led = sample(LED)
@@ -214,7 +236,7 @@ class Dissector(unittest.TestCase):
         prefs = {"types": f"tcp/9000={LED} udp/9000={LED}", "framing": "length:2@2+6"}
         self.assertEqual(sum(messages(pieces, **prefs), []), [LED] * 7)
         self.assertEqual(messages([(TCP, 9000, stream, 0)], **prefs), [[LED] * 7])
-        damaged_length = [(TCP, 9000, b"\xff" * 100, 0), (TCP, 9000, b"\0\0\0\x78" + led, 100)]
+        damaged_length = [(TCP, 9000, b"\x7f" * 100, 0), (TCP, 9000, b"\0\0\0\x78" + led, 100)]
         self.assertEqual(messages(damaged_length, **dict(prefs, framing="length:4@0"))[1], [LED])
         skipped = [(UDP, 9000, b"head" + led), (TCP, 9000, b"head" + led, 0)]
         self.assertEqual(messages(skipped, **dict(prefs, framing="skip:4")), [[LED], [LED]])
