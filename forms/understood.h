@@ -1,6 +1,8 @@
 // Bytes as far as they make sense for a type, however much of them is broken or missing.
 #pragma once
 
+#include "element.h"
+
 #include <tlvmsg/types.h>
 
 #include <cstddef>
@@ -12,7 +14,6 @@ namespace tlvmsg::forms {
 using Bytes = std::span<const uint8_t>;
 
 constexpr size_t tag_size = 2;
-constexpr size_t header_size = 4;
 
 inline uint16_t number_at(Bytes bytes, size_t at) {
     return static_cast<uint16_t>(bytes[at] << 8 | bytes[at + 1]);

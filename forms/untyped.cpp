@@ -1,5 +1,6 @@
 #include "untyped.h"
 
+#include <tlvmsg/forms/verdict.h>
 #include <tlvmsg/record.h>
 
 #include <fmt/format.h>
@@ -15,9 +16,8 @@ constexpr size_t count_size = 6;
 
 // Only the element's own bytes are looked at: what an element is does not depend on what follows it.
 bool is_accepted(const tlvmsg_type *type, Bytes own) {
-    tlvmsg_extent extent;
-    return tlvmsg_verify(type, own.data(), own.size(), nullptr, &extent, nullptr) &&
-           extent.consumed == own.size() && extent.deviations == 0;
+    constexpr tlvmsg_limits strict{0, true};
+    return tlvmsg_judge(type, own.data(), own.size(), &strict, nullptr) == TLVMSG_FITS;
 }
 
 // The count behind an array's header.

@@ -15,13 +15,13 @@
  * All of it works by descriptors, over the bounded library alone, so one function serves all types.
  *
  * Ownership. What is passed in (bytes, texts, records, options) stays the caller's, and nothing of it is kept
- * when a function returns. What is handed out is one block of the platform's pool, whatever it holds: release
- * it with tlvmsg_free.
+ * when a function returns; only a set of types refers to them. What is handed out, other than a set, is one block
+ * of the platform's pool, whatever it holds: release it with tlvmsg_free.
  *
  * Failure. No exception leaves the library. Running out of memory is a fault, TLVMSG_TEXT_OUT_OF_MEMORY, like
  * others, and so is null where an object is needed. Whoever does not want to know passes null for `fault`.
  *
- * Threads. No locks, and no state that a caller could see: any thread may call anything on its own objects.
+ * Threads. No state that a caller could see: any thread may call anything on its own objects.
  */
 #ifndef TLVMSG_FORMS_H
 #define TLVMSG_FORMS_H
