@@ -153,7 +153,7 @@ const std::vector<ExitMeaning> &exit_meanings() {
     static const std::vector<ExitMeaning> meanings{
         {exit_fine, "all is well; also when the reader of a pipe has gone"},
         {exit_found, "a difference, or invalid data where that was the question: diff, verify, guess, "
-                     "annotate, frames of decode --pcap; or types and find found none"},
+                     "annotate, frames of captures; or types and find found none"},
         {exit_usage, "the command line makes no sense, or names a type or code that does not exist"},
         {exit_malformed, "the input is malformed: bytes that do not decode, JSON that does not encode"},
         {exit_io, "a file or stream cannot be opened, read or written"},

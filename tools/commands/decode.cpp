@@ -123,8 +123,10 @@ void add_decode(Cli &cli) {
         "--text", [options] { options->print.form = PrintForm::text; },
         "A line a value: led_control.slot = 2");
     command->add_flag("--compact", options->print.compact, "JSON in one line")->excludes(text);
-    command->add_flag("--partial", options->print.partial,
-                      "Of a message that is broken, print what is in front of the fault");
+    command
+        ->add_flag("--partial", options->print.partial,
+                   "Of a message that is broken, print as JSON what is in front of the fault")
+        ->excludes(text);
     command->add_flag("--bytes", options->print.bytes, "The bytes of each message of a capture, in hex");
 }
 

@@ -32,13 +32,8 @@ public:
     }
 
     void refused(const Input &input, const Reading &reading, const tlvmsg_fault &fault) override {
-        if (input.frame || options_.partial) {
-            heading(input, reading.type->name);
-        }
-        if (options_.partial) {
-            print(partial_json(reading.type, reading.bytes, 2) + "\n");
-        }
         if (input.frame) {
+            heading(input, reading.type->name);
             print(fmt::format("# {}\n", fault_text(fault)));
         }
         bytes(input, reading);
