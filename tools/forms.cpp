@@ -14,11 +14,12 @@ namespace tlvmsg::tool {
 
 namespace {
 
-[[noreturn]] void fail(const tlvmsg_text_fault &fault, const std::string &place) {
+[[noreturn]] void fail(const tlvmsg_text_fault &fault, const std::string &place,
+                       int status = exit_malformed) {
     if (fault.code == TLVMSG_TEXT_OUT_OF_MEMORY) {
         throw std::bad_alloc();
     }
-    throw Failure(exit_malformed, fmt::format("{}: {}", place, fault.message));
+    throw Failure(status, fmt::format("{}: {}", place, fault.message));
 }
 
 // What `make` makes, which fails for want of memory alone.
@@ -148,6 +149,33 @@ tlvmsg_verdict print_annotated(const tlvmsg_type *type, std::span<const uint8_t>
                                &verdict, fault);
     });
     return verdict;
+}
+
+List<tlvmsg_difference> diff(const tlvmsg_type *type, const void *a, const void *b) {
+    tlvmsg_difference *differences = nullptr;
+    size_t count = 0;
+    tlvmsg_text_fault fault;
+    if (!tlvmsg_diff(type, a, b, &differences, &count, &fault)) {
+        fail(fault, fault.path);
+    }
+    return {differences, count};
+}
+
+Record make_sample(const tlvmsg_type *type, tlvmsg_sample_kind kind, uint64_t seed,
+                   const std::vector<std::string> &settings) {
+    std::vector<const char *> texts;
+    for (const std::string &each : settings) {
+        texts.push_back(each.c_str());
+    }
+    const tlvmsg_sample_options options{kind, seed, texts.data(), texts.size()};
+    Record record(type);
+    tlvmsg_text_fault fault;
+    if (!tlvmsg_sample(type, &options, record.data(), &fault)) {
+        const std::string setting = fault.line <= settings.size() ? settings[fault.line - 1] : "";
+        fail(fault, fmt::format("--set {}: {}", setting, *fault.path != '\0' ? fault.path : type->name),
+             exit_usage);
+    }
+    return record;
 }
 
 List<tlvmsg_hex_message> read_hex(std::string_view text) {

@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tlvmsg::tool {
 
@@ -59,6 +60,12 @@ size_t print_untyped_text(std::span<const uint8_t> bytes);
 
 // By tags when the type is null.
 tlvmsg_verdict print_annotated(const tlvmsg_type *type, std::span<const uint8_t> bytes);
+
+List<tlvmsg_difference> diff(const tlvmsg_type *type, const void *a, const void *b);
+
+// Throws Failure(exit_usage) for a setting that makes no sense.
+Record make_sample(const tlvmsg_type *type, tlvmsg_sample_kind kind, uint64_t seed,
+                   const std::vector<std::string> &settings = {});
 
 // At least one message. Throws Failure(exit_malformed) that begins with the line's number.
 List<tlvmsg_hex_message> read_hex(std::string_view text);

@@ -6,7 +6,6 @@
 #include "tools/cli/faults.h"
 #include "tools/cli/message_options.h"
 #include "tools/cli/terminal.h"
-#include "tools/diff.h"
 #include "tools/forms.h"
 #include "tools/output/json_line.h"
 
@@ -152,10 +151,9 @@ bool compare(const Message &a, const Message &b, size_t number, Report &differen
     if (!decoded_a || !decoded_b) {
         return false;
     }
-    const std::vector<Difference> found = diff(type, record_a.data(), record_b.data());
-    for (const Difference &each : found) {
-        differences.add(number, each.path, each.a.empty() ? nullptr : each.a.c_str(),
-                        each.b.empty() ? nullptr : each.b.c_str());
+    const List<tlvmsg_difference> found = diff(type, record_a.data(), record_b.data());
+    for (const tlvmsg_difference &each : found) {
+        differences.add(number, each.path, each.a, each.b);
     }
     return true;
 }

@@ -3,7 +3,7 @@
 
 #include "print_encoded.h"
 #include "tools/cli/cli.h"
-#include "tools/sample.h"
+#include "tools/forms.h"
 #include "tools/types/lookup.h"
 
 #include <memory>
@@ -14,7 +14,8 @@ void add_sample(Cli &cli) {
     struct Options {
         std::string type;
         uint64_t seed = 1;
-        SampleKind kind = SampleKind::random;
+        tlvmsg_sample_kind kind = TLVMSG_SAMPLE_RANDOM;
+        std::vector<std::string> settings;
         OutputForm out = OutputForm::automatic;
     };
     const auto options = std::make_shared<Options>();
@@ -23,22 +24,34 @@ void add_sample(Cli &cli) {
         {"Make a message to look at or to test with",
          {"The same seed gives the same message everywhere. The kinds: min is all zero and empty; max has "
           "every number and count at its largest; boundary mixes the least and the largest and their "
-          "neighbours; random is what it says, and what is made when no kind is given."},
+          "neighbours; random is what it says, and what is made when no kind is given. Unions are filled; in "
+          "min with what 0 chooses, if anything.",
+          "--set names a member as faults and tlv decode --text do: led_control.color=3, or a value's name, "
+          "bytes as they are, anything else as JSON. vlan_counters.count=64 makes an array that long, an "
+          "item "
+          "vlan_counters[3].vlan_id.id=7 as long as that takes, and address.ipv6 chooses a union's "
+          "alternative, "
+          "as address.ipv4=5 does. What comes to be there is filled as the kind says."},
          {{"tlv sample zel_led_control | tlv annotate -t zel_led_control", "what such a message looks like"},
           {"tlv sample --kind max --out json zel_led_control", "its values at their largest"},
-          {"tlv sample --seed 7 zel_led_control > led.bin", "another one"}}},
+          {"tlv sample --seed 7 zel_led_control > led.bin", "another one"},
+          {"tlv sample --kind min --set color=3 --out json zel_led_control", "zero but for one member"}}},
         [options] {
-            return print_encoded(make_sample(find_type(options->type), options->kind, options->seed),
-                                 options->out);
+            return print_encoded(
+                make_sample(find_type(options->type), options->kind, options->seed, options->settings),
+                options->out);
         });
     command->add_option("TYPE", options->type, "A type, by name or by tag")->type_name("TYPE")->required();
     add_number(command, "--seed", options->seed, "What the choice depends on; 1 unless given");
     add_choice(command, "--kind", options->kind,
-               {{"min", SampleKind::min},
-                {"max", SampleKind::max},
-                {"random", SampleKind::random},
-                {"boundary", SampleKind::boundary}},
+               {{"min", TLVMSG_SAMPLE_MIN},
+                {"max", TLVMSG_SAMPLE_MAX},
+                {"random", TLVMSG_SAMPLE_RANDOM},
+                {"boundary", TLVMSG_SAMPLE_BOUNDARY}},
                "Which kind of message");
+    command->add_option("--set", options->settings, "What a member is to be; may be given several times")
+        ->type_name("PATH=VALUE")
+        ->allow_extra_args(false);
     add_output_option(command, options->out);
 }
 

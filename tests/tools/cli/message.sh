@@ -55,7 +55,7 @@ run decode -t zel_env_monitoring_sensor_info --compact volts.bin; prints '"mon_t
 run decode -t zel_env_monitoring_sensor_info --text volts.bin; prints '^reading.mon_type = 1 \(voltage\)$'
 run annotate -t zel_env_monitoring_sensor_info volts.bin; prints 'zel_envmon_type = 1 \(voltage\)$'
 tlv encode -t zel_env_monitoring_sensor_info '{"reading":{"mon_type":9}}' | tlv diff -t zel_env_monitoring_sensor_info volts.bin - >out
-prints '^\$.reading.mon_type: "voltage" -> 9$'
+prints '^reading.mon_type: "voltage" -> 9$'
 
 # Guessing.
 run guess led.bin; is 0; equal "$(head -1 out)" "yes   message       $message: 120 of 120 bytes"

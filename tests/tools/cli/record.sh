@@ -7,7 +7,7 @@ type=$(tlv guess dump.txt | awk '$1 == "yes" { sub(":", "", $3); print $3; exit 
 equal "$type" $message
 tlv decode -t "$type" dump.txt | jq '.led_control.color = 1' | tlv encode -t "$type" >new.bin
 run diff dump.txt new.bin; is 1; error_has "taken for $message"
-equal "$(cat out)" '$.led_control.color: 3 -> 1'
+equal "$(cat out)" 'led_control.color: 3 -> 1'
 run diff -t $message dump.txt dump.txt; is 0; quiet; equal "$(cat out)" ''
 tlv diff -t $message dump.txt - <new.bin >out; status=$?; is 1
 head -c 100 new.bin >cut.bin
@@ -19,6 +19,8 @@ equal "$(tlv sample --seed 7 --out hex $message)" "$(tlv sample --seed 7 $messag
 [ "$(tlv sample --seed 7 $message | xxd)" != "$(tlv sample --seed 8 $message | xxd)" ] || fail 'the seed makes no difference'
 equal "$(tlv sample --kind min --out json ifid | jq -c .)" '{"value_1":0,"value_2":0,"value_3":0,"value_4":0,"value_5":0}'
 equal "$(tlv sample --kind max --out json zel_led_control | jq -c .)" '{"slot":65535,"port":65535,"color":4294967295}'
+equal "$(tlv sample --kind min --set slot=7 --set color=0x10 --out json zel_led_control | jq -c .)" '{"slot":7,"port":0,"color":16}'
+run sample --set slo=7 zel_led_control; is 2; error_has "--set slo=7: zel_led_control: no member .slo., did you mean 'slot'"
 type=zel_vlan_stat_bundle
 for kind in min max random boundary; do
     tlv sample --kind $kind $type >a.bin || fail "sample --kind $kind"

@@ -1,16 +1,23 @@
-#include "diff.h"
+// What differs between two records, member by member.
+#include "block.h"
+#include "fields.h"
+#include "json_writer.h"
+#include "text_fault.h"
 
-#include "forms.h"
-#include "forms/fields.h"
+#include <tlvmsg/forms/diff.h>
 
 #include <algorithm>
-#include <string_view>
+#include <cstring>
+#include <vector>
 
-namespace tlvmsg::tool {
+namespace tlvmsg::forms {
 
 namespace {
 
-using namespace forms;
+struct Difference {
+    std::string path;
+    std::string a, b; // empty where that record has nothing
+};
 
 // From the place up to the whole: each link outlives those below it.
 class Path {
@@ -19,12 +26,14 @@ public:
     Path(const Path *parent, std::string_view name) : parent_(parent), name_(name) {}
     Path(const Path *parent, size_t index) : parent_(parent), index_(index) {}
 
+    // Of the whole it is empty.
     std::string text() const {
         if (parent_ == nullptr) {
-            return "$";
+            return "";
         }
-        return parent_->text() +
-               (name_.empty() ? "[" + std::to_string(index_) + "]" : "." + std::string(name_));
+        const std::string above = parent_->text();
+        return name_.empty() ? above + "[" + std::to_string(index_) + "]"
+                             : above + (above.empty() ? "" : ".") + std::string(name_);
     }
 
 private:
@@ -59,7 +68,7 @@ public:
 
 private:
     void compare_whole(const tlvmsg_type *type, const void *a, const void *b, const Path &path) {
-        const auto text = [&](const void *record) { return record ? to_json(type, record, 0) : ""; };
+        const auto text = [&](const void *record) { return record != nullptr ? json_of(type, record) : ""; };
         Difference difference{path.text(), text(a), text(b)};
         if (difference.a != difference.b) {
             found.push_back(std::move(difference));
@@ -110,12 +119,51 @@ private:
     }
 };
 
-} // namespace
-
-std::vector<Difference> diff(const tlvmsg_type *type, const void *a, const void *b) {
-    Comparison comparison;
-    comparison.compare(type, a, b, Path());
-    return std::move(comparison.found);
+// The differences, and behind them their texts.
+tlvmsg_difference *new_differences(const std::vector<Difference> &found, const char *whole) {
+    size_t size = found.size() * sizeof(tlvmsg_difference);
+    for (const Difference &each : found) {
+        size += std::max(each.path.size(), std::strlen(whole)) + each.a.size() + each.b.size() + 3;
+    }
+    auto *const block = static_cast<tlvmsg_difference *>(new_block(size));
+    auto *next = reinterpret_cast<char *>(block + found.size());
+    const auto add = [&](const std::string &text) {
+        char *const start = next;
+        next = std::copy(text.begin(), text.end(), start) + 1; // zero as the block is
+        return start;
+    };
+    for (size_t i = 0; i < found.size(); ++i) {
+        const Difference &each = found[i];
+        block[i] = {add(each.path.empty() ? whole : each.path), each.a.empty() ? nullptr : add(each.a),
+                    each.b.empty() ? nullptr : add(each.b)};
+    }
+    return block;
 }
 
-} // namespace tlvmsg::tool
+} // namespace
+
+} // namespace tlvmsg::forms
+
+bool tlvmsg_diff(const tlvmsg_type *type, const void *a, const void *b, tlvmsg_difference **differences,
+                 size_t *count, tlvmsg_text_fault *fault) {
+    using namespace tlvmsg::forms;
+    if (differences != nullptr) {
+        *differences = nullptr;
+    }
+    if (count != nullptr) {
+        *count = 0;
+    }
+    if (is_missing(fault, {{"type", type != nullptr},
+                           {"a", a != nullptr},
+                           {"b", b != nullptr},
+                           {"differences", differences != nullptr},
+                           {"count", count != nullptr}})) {
+        return false;
+    }
+    return guarded(fault, "", [&] {
+        Comparison comparison;
+        comparison.compare(type, a, b, Path());
+        *differences = new_differences(comparison.found, type->name);
+        *count = comparison.found.size();
+    });
+}
