@@ -13,13 +13,6 @@ inline uint8_t *encode_array_prefix(uint8_t *out, uint16_t size, uint16_t count)
     return codec::uint16::encode(&count, out + header_size);
 }
 
-// Whether this is what encode_array_prefix writes. The count is looked at only when the length covers it.
-inline bool is_array_prefix(const uint8_t *in, uint16_t size, uint16_t count) {
-    return wire::difference(in, wire::header(wire::array_tag, static_cast<uint16_t>(size - header_size))) ==
-               0 &&
-           codec::uint16::mismatch(in + header_size) == 0 && wire::load16(in + 2 * header_size) == count;
-}
-
 struct ArrayPrefix {
     uint16_t count = 0;             // 0 when the count's element is not a uint16
     const uint8_t *items = nullptr; // behind the count; null then too, when there is nothing to look at

@@ -26,14 +26,17 @@ struct Bytes {
         return out;
     }
 
-    [[gnu::noinline]] static void decode(const uint8_t *in, uint16_t count, uint16_t capacity,
-                                         uint8_t *bytes) {
-        if (count > 0) {
-            copy(bytes, in, count);
+    [[gnu::noinline]] static const uint8_t *decode(const uint8_t *in, uint16_t capacity,
+                                                   uint16_t *stored_count, uint8_t *bytes) {
+        const ArrayPrefix prefix = decode_array_prefix(in);
+        if (prefix.end != nullptr) {
+            *stored_count = prefix.count;
+            copy(bytes, prefix.items, prefix.count);
+            if (prefix.count < capacity) {
+                bytes[prefix.count] = 0;
+            }
         }
-        if (count < capacity) {
-            bytes[count] = 0;
-        }
+        return prefix.end;
     }
 
     // Into `bytes`, of which there are `room`, unless it is null.
@@ -73,29 +76,11 @@ struct byte_array {
         if (in == nullptr || out == nullptr) {
             return nullptr;
         }
-        if constexpr (mostly_full) {
-            if (is_full(in)) {
-                put(in, out);
-                return out + presumed_size;
-            }
-        }
         return Bytes::encode(unbounded(in->bytes), in->count, Capacity, out);
     }
 
     static const uint8_t *decode(const uint8_t *in, record *out) {
-        if constexpr (mostly_full) {
-            if (in != nullptr && out != nullptr && is_array_prefix(in, presumed_size, Capacity)) {
-                take(in, out);
-                return in + presumed_size;
-            }
-        }
-        const ArrayPrefix prefix = decode_array_prefix(in);
-        if (out == nullptr || prefix.end == nullptr) {
-            return nullptr;
-        }
-        out->count = prefix.count;
-        Bytes::decode(prefix.items, prefix.count, Capacity, unbounded(out->bytes));
-        return prefix.end;
+        return out == nullptr ? nullptr : Bytes::decode(in, Capacity, &out->count, unbounded(out->bytes));
     }
 
     template <class Out>
@@ -113,6 +98,9 @@ struct byte_array {
         std::memcpy(out, in->bytes, Capacity);
     }
 
+    static bool covers(const uint8_t *in) {
+        return wire::difference(in, wire::header(wire::array_tag, presumed_size - header_size)) == 0;
+    }
     static uint32_t mismatch(const uint8_t *in) {
         return wire::difference(in, wire::header(wire::array_tag, presumed_size - header_size)) |
                codec::uint16::mismatch(in + header_size) | (wire::load16(in + 2 * header_size) ^ Capacity);

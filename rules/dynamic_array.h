@@ -151,7 +151,7 @@ struct dynamic_bytes {
         if (bytes == nullptr) {
             return nullptr;
         }
-        Bytes::decode(prefix.items, prefix.count, prefix.count, bytes);
+        copy(bytes, prefix.items, prefix.count);
         bytes[prefix.count] = 0;
         return prefix.end;
     }

@@ -26,14 +26,19 @@ struct Elements {
     template <Library For>
     [[gnu::noinline]] static uint8_t *encode(const record *items, uint16_t count, uint8_t *out) {
         for (uint32_t i = 0; i < count && out != nullptr; ++i) {
-            out = rules::encode<Item, For>(items + i, out);
+            if constexpr (Item::fixed_size != 0) {
+                rules::put<Item>(items + i, out);
+                out += Item::fixed_size;
+            } else {
+                out = rules::encode<Item, For>(items + i, out);
+            }
         }
         return out;
     }
 
     [[gnu::noinline]] static const uint8_t *decode(const uint8_t *in, uint16_t count, record *items) {
         for (uint32_t i = 0; i < count && in != nullptr; ++i) {
-            in = Item::decode(in, items + i);
+            in = rules::decode<Item>(in, items + i);
         }
         return in;
     }

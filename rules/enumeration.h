@@ -5,29 +5,46 @@
 
 namespace tlvmsg::rules {
 
-template <uint16_t Tag>
-struct enumeration {
-    using record = uint32_t;
+// One body for all tags.
+struct AnyEnumeration {
     using value = codec::uint32;
-    static constexpr uint16_t tag = Tag;
     static constexpr uint32_t fixed_size = header_size + value::fixed_size;
 
-    static uint16_t size(const record *) { return fixed_size; }
+    static void put(const uint32_t *in, uint8_t *out, uint16_t tag) {
+        wire::store32(out, wire::header(tag, value::fixed_size));
+        value::put(in, out + header_size);
+    }
 
-    static uint8_t *encode(const record *in, uint8_t *out) {
+    [[gnu::noinline]] static uint8_t *encode(const uint32_t *in, uint8_t *out, uint16_t tag) {
         if (in == nullptr || out == nullptr) {
             return nullptr;
         }
-        wire::store32(out, wire::header(Tag, value::fixed_size));
-        return value::encode(in, out + header_size);
+        put(in, out, tag);
+        return out + fixed_size;
     }
 
     // The own length is neither tested nor used: the end is that of the inner element.
-    static const uint8_t *decode(const uint8_t *in, record *out) {
-        if (in == nullptr || wire::load16(in) != Tag) {
+    [[gnu::noinline]] static const uint8_t *decode(const uint8_t *in, uint32_t *out, uint16_t tag) {
+        if (in == nullptr || wire::load16(in) != tag) {
             return nullptr;
         }
         return value::decode(in + header_size, out);
+    }
+};
+
+template <uint16_t Tag>
+struct enumeration {
+    using record = uint32_t;
+    using value = AnyEnumeration::value;
+    static constexpr uint16_t tag = Tag;
+    static constexpr uint32_t fixed_size = AnyEnumeration::fixed_size;
+
+    static uint16_t size(const record *) { return fixed_size; }
+
+    static uint8_t *encode(const record *in, uint8_t *out) { return AnyEnumeration::encode(in, out, Tag); }
+    static void put(const record *in, uint8_t *out) { AnyEnumeration::put(in, out, Tag); }
+    static const uint8_t *decode(const uint8_t *in, record *out) {
+        return AnyEnumeration::decode(in, out, Tag);
     }
 
     static bool covers(const uint8_t *in) {

@@ -48,7 +48,15 @@ struct member {
 
     template <Library For, class Record>
     static uint8_t *encode(const Record *in, uint8_t *out) {
-        return Use<Codec>::template encode<For>(field(in, Path...), out);
+        if constexpr (fixed_size != 0) {
+            if (out == nullptr) {
+                return nullptr;
+            }
+            put(in, out);
+            return out + fixed_size;
+        } else {
+            return Use<Codec>::template encode<For>(field(in, Path...), out);
+        }
     }
 
     template <class Record>

@@ -45,6 +45,19 @@ inline constexpr bool has_headers = presumed_size<Codec> != 0 && requires(const 
     Codec::mismatch(in);
 };
 
+// What is just as the encoder writes it is decoded without looking at each member by itself. The own header
+// is looked at first: only when it is exact do all the members lie inside the element.
+template <class Codec>
+[[gnu::always_inline]] inline const uint8_t *decode(const uint8_t *in, typename Codec::record *out) {
+    if constexpr (fast_paths && presumed_size<Codec> != 0 && requires { Codec::covers(in); }) {
+        if (in != nullptr && out != nullptr && Codec::covers(in) && Codec::mismatch(in) == 0) [[likely]] {
+            Codec::take(in, out);
+            return in + presumed_size<Codec>;
+        }
+    }
+    return Codec::decode(in, out);
+}
+
 // All headers at once, then all values.
 template <class Codec, class Out>
 [[gnu::always_inline]] inline const uint8_t *accept_presumed(const uint8_t *in, const Input &input, Out out) {

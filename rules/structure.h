@@ -57,22 +57,9 @@ struct structure {
         }
     }
 
-    [[gnu::always_inline]] static const uint8_t *decode(const uint8_t *in, record *out) {
-        if constexpr (presumed_size != 0 && fast_paths) {
-            // The own header is looked at first: only when it is exact do all the members lie inside the
-            // element.
-            if (in != nullptr && out != nullptr && covers(in) &&
-                members_mismatch<Members...>(in + header_size) == 0) [[likely]] {
-                take(in, out);
-                return in + presumed_size;
-            }
-        }
-        return decode_tolerantly(in, out);
-    }
-
     // Once the own tag is right the result is the end that the own length gives, whatever the members did:
     // peers may append members, or leave trailing ones out. A null record receives nothing.
-    [[gnu::noinline]] static const uint8_t *decode_tolerantly(const uint8_t *in, record *out) {
+    [[gnu::noinline]] static const uint8_t *decode(const uint8_t *in, record *out) {
         const Element element = read_element(in);
         if (!element.is(Tag)) {
             return nullptr;

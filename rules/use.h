@@ -14,7 +14,7 @@ struct Called {
         return rules::encode<Codec, For>(in, out);
     }
     [[gnu::noinline]] static const uint8_t *decode(const uint8_t *in, record *out) {
-        return Codec::decode(in, out);
+        return rules::decode<Codec>(in, out);
     }
     template <class Out>
     [[gnu::noinline]] static const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
@@ -38,7 +38,7 @@ struct Expanded {
         return rules::encode<Codec, For>(in, out);
     }
     static const uint8_t *decode(const uint8_t *in, record *out) {
-        if constexpr (requires { Codec::decode_tolerantly(in, out); }) {
+        if constexpr (requires { Codec::expanded; }) {
             return Called<Codec>::decode(in, out);
         } else {
             return Codec::decode(in, out);

@@ -20,6 +20,11 @@ struct Scalar {
         if (in == nullptr || out == nullptr) {
             return nullptr;
         }
+        put(in, out);
+        return out + fixed_size;
+    }
+
+    static void put(const T *in, uint8_t *out) {
         constexpr uint32_t own = header(WriteTag, sizeof(T));
         const auto bits = static_cast<std::make_unsigned_t<T>>(*in);
         if constexpr (sizeof(T) == 4) {
@@ -28,7 +33,6 @@ struct Scalar {
             store32(out, own);
             store(out + header_size, bits);
         }
-        return out + fixed_size;
     }
 
     static const uint8_t *decode(const uint8_t *in, T *out) {
