@@ -85,6 +85,11 @@ struct member {
     static bool covers(const uint8_t *in) { return Codec::covers(in); }
     static uint32_t mismatch(const uint8_t *in) { return Use<Codec>::mismatch(in); }
 
+    template <class Out>
+    [[gnu::always_inline]] static bool accept_covered(const uint8_t *in, Out out) {
+        return Use<Codec>::accept_covered(in, field(out, Path...));
+    }
+
     template <class Record>
     static void take(const uint8_t *in, Record *out) {
         Use<Codec>::take(in, field(out, Path...));
@@ -151,11 +156,11 @@ template <class... Members, class Record>
 // Zeroes what of a record no member is stored in.
 template <class... Members, class Record>
 [[gnu::always_inline]] inline void clear_gaps(Record *out) {
-    const auto offset = [out](auto *place) {
+    const auto offset = [out](auto *place) __attribute__((always_inline)) {
         return reinterpret_cast<uint8_t *>(place) - reinterpret_cast<uint8_t *>(out);
     };
     ptrdiff_t at = 0;
-    const auto clear_up_to = [&](ptrdiff_t place, ptrdiff_t end) {
+    const auto clear_up_to = [&](ptrdiff_t place, ptrdiff_t end) __attribute__((always_inline)) {
         if (place > at) {
             std::memset(reinterpret_cast<uint8_t *>(out) + at, 0, static_cast<size_t>(place - at));
         }

@@ -98,6 +98,11 @@ struct run {
         });
     }
 
+    template <class Out>
+    [[gnu::always_inline]] static bool accept_covered(const uint8_t *in, Out out) {
+        return rules::accept_covered<run>(in, out);
+    }
+
     template <class Record>
     static void clear_padding(Record *out) {
         each<Count>([&](auto i)

@@ -73,14 +73,14 @@ template <class Codec, class Out>
 
 // The same in place of a length that is known: the codec's own header says it, and is looked at first.
 template <class Codec, class Out>
-[[gnu::always_inline]] inline const uint8_t *accept_covered(const uint8_t *in, Out out) {
+[[gnu::always_inline]] inline bool accept_covered(const uint8_t *in, Out out) {
     if (!Codec::covers(in) || Codec::mismatch(in) != 0) {
-        return nullptr;
+        return false;
     }
     if constexpr (stores<Out>) {
         Codec::take(in, out);
     }
-    return in + presumed_size<Codec>;
+    return true;
 }
 
 template <class Codec, class Out>

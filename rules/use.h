@@ -27,6 +27,10 @@ struct Called {
     [[gnu::noinline]] static uint32_t mismatch(const uint8_t *in) { return Codec::mismatch(in); }
     [[gnu::noinline]] static void put(const record *in, uint8_t *out) { rules::put<Codec>(in, out); }
     [[gnu::noinline]] static void take(const uint8_t *in, record *out) { Codec::take(in, out); }
+    template <class Out>
+    [[gnu::noinline]] static bool accept_covered(const uint8_t *in, Out out) {
+        return rules::accept_covered<Codec>(in, out);
+    }
 };
 
 template <class Codec>
@@ -55,6 +59,10 @@ struct Expanded {
     [[gnu::always_inline]] static uint32_t mismatch(const uint8_t *in) { return Codec::mismatch(in); }
     [[gnu::always_inline]] static void put(const record *in, uint8_t *out) { rules::put<Codec>(in, out); }
     [[gnu::always_inline]] static void take(const uint8_t *in, record *out) { Codec::take(in, out); }
+    template <class Out>
+    [[gnu::always_inline]] static bool accept_covered(const uint8_t *in, Out out) {
+        return rules::accept_covered<Codec>(in, out);
+    }
 };
 
 template <class Codec>
