@@ -34,8 +34,8 @@ private:
                             both(lp64_.of(type).size, ilp32_.of(type).size),
                             both(lp64_.of(type).alignment, ilp32_.of(type).alignment));
         add_enumerators(type);
-        add_fields(type);
         add_members(type);
+        add_fields(type);
     }
 
     static std::string heading(const Type &type) {
@@ -57,7 +57,8 @@ private:
         case Kind::DynamicBytes:
             return fmt::format("dynamic bytes {} counted by {}", type.name, type.count->name);
         case Kind::Union:
-            return fmt::format("union {} by {} {}", type.name, type.selector->name, type.selector_name);
+            return fmt::format("union {} by {} {}{}", type.name, type.selector->name, type.selector_name,
+                               type.enclosing != nullptr ? " in " + type.enclosing->name : "");
         case Kind::Scalar:
             break;
         }
@@ -70,33 +71,40 @@ private:
         }
     }
 
-    // A union that lives in another record shows where that has its selector and alternatives.
-    void add_fields(const Type &type) {
-        if (type.enclosing != nullptr) {
-            add_shared_fields(type);
+    // In the order of the wire, with the counts and selectors that are elements of their own. A union that lives in
+    // its owner's record takes all of it.
+    void add_members(const Type &type) {
+        size_t field = 0;
+        for (const Member &member : type.members) {
+            add(member.path.empty() ? "0" : offset(type, field), "", *member.type,
+                joined(member.path) + (member.zero_count ? " @zero_count" : ""));
+            field += member.lives_in_next() ? 0 : 1;
         }
-        for (size_t i = 0; i < type.fields.size(); ++i) {
-            const Field &field = type.fields[i];
-            const std::string offset = both(lp64_.of(type).offsets[i], ilp32_.of(type).offsets[i]);
-            if (field.storage == Field::Storage::Alternatives) {
-                add_alternatives(*field.type, offset);
-            } else {
-                text += fmt::format("  {:>7}  {} {}\n", offset, field.type->name, declarator(type, field));
+    }
+
+    // Of arrays and unions. A union that lives in another record shows where that has its selector and alternatives.
+    void add_fields(const Type &type) {
+        const Type &record = type.enclosing != nullptr ? *type.enclosing : type;
+        for (size_t i = 0; i < record.fields.size() && !has_members(type); ++i) {
+            const Field &field = record.fields[i];
+            if (field.type == &type) {
+                add_alternatives(type, offset(record, i));
+            } else if (&record == &type || field.name == type.selector_name) {
+                add(offset(record, i), "", *field.type, declarator(type, field));
             }
         }
     }
 
-    void add_shared_fields(const Type &union_type) {
-        const Type &record = *union_type.enclosing;
-        for (size_t i = 0; i < record.fields.size(); ++i) {
-            const std::string offset = both(lp64_.of(record).offsets[i], ilp32_.of(record).offsets[i]);
-            if (record.fields[i].storage == Field::Storage::Alternatives) {
-                add_alternatives(union_type, offset);
-            } else if (record.fields[i].name == union_type.selector_name) {
-                text += fmt::format("  {:>7}  {} {}\n", offset, union_type.selector->name,
-                                    union_type.selector_name);
-            }
+    void add_alternatives(const Type &type, const std::string &offset) {
+        for (const Alternative &each : type.alternatives) {
+            add(offset, fmt::format("{}: ", fmt::join(each.values, ", ")), *each.type,
+                each.name + (each.end_by_length ? " @end_by_length" : ""));
         }
+    }
+
+    void add(const std::string &offset, const std::string &values, const Type &type,
+             const std::string &name) {
+        text += fmt::format("  {:>7}  {}{}{}{}\n", offset, values, type.name, name.empty() ? "" : " ", name);
     }
 
     static std::string declarator(const Type &owner, const Field &field) {
@@ -112,21 +120,8 @@ private:
         return {};
     }
 
-    void add_alternatives(const Type &type, const std::string &offset) {
-        for (const Alternative &each : type.alternatives) {
-            text += fmt::format("  {:>7}  {}: {} {}{}\n", offset, fmt::join(each.values, ", "),
-                                each.type->name, each.name, each.end_by_length ? " @end_by_length" : "");
-        }
-    }
-
-    // Fields and members are the same, but for counts and selectors that are elements of their own.
-    void add_members(const Type &type) {
-        for (const Member &member : type.members) {
-            if (member.lives_in_next() || member.zero_count) {
-                text += fmt::format("           sent: {} {}{}\n", member.type->name, joined(member.path),
-                                    member.zero_count ? " @zero_count" : "");
-            }
-        }
+    std::string offset(const Type &record, size_t field) {
+        return both(lp64_.of(record).offsets[field], ilp32_.of(record).offsets[field]);
     }
 
     static std::string both(uint64_t wide, uint64_t narrow) {

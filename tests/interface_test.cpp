@@ -33,9 +33,6 @@ public:
             out_ << type.enumerators[i].name << " = " << type.enumerators[i].value << "\n";
         }
         fields();
-        for (uint32_t i = 0; i < type.member_count; ++i) {
-            sent(type.members[i]);
-        }
     }
 
     std::string text() const { return out_.str(); }
@@ -65,13 +62,26 @@ private:
         case TLVMSG_DYNAMIC_BYTES:
             return "dynamic bytes " + name + count;
         case TLVMSG_UNION:
-            return "union " + name + " by " + type_.selector->name + " " + type_.selector_name;
+            return "union " + name + " by " + type_.selector->name + " " + type_.selector_name + owner();
         }
         return {};
     }
 
+    // The structure whose record a union takes, if it has none of its own.
+    std::string owner() const {
+        for (size_t i = 0; i < tlvmsg_type_count(); ++i) {
+            const tlvmsg_type &type = *tlvmsg_type_at(i);
+            for (uint32_t m = 0; m < type.member_count; ++m) {
+                if (type.members[m].type == &type_ && *type.members[m].path == '\0') {
+                    return std::string(" in ") + type.name;
+                }
+            }
+        }
+        return "";
+    }
+
     void field(size_t offset, const std::string &type, const std::string &name) {
-        out_ << offset << " " << type << " " << name << "\n";
+        out_ << offset << " " << type << (name.empty() ? "" : " ") << name << "\n";
     }
 
     void fields() {
@@ -88,11 +98,9 @@ private:
         }
         for (uint32_t i = 0; i < type_.member_count; ++i) {
             const tlvmsg_member &member = type_.members[i];
-            if (*member.path == '\0') {
-                alternatives(*member.type);
-            } else if ((member.flags & TLVMSG_SHARED_WITH_NEXT) == 0) {
-                field(member.offset, member.type->name, member.path);
-            }
+            const bool zero_count = (member.flags & TLVMSG_ZERO_COUNT) != 0;
+            field(member.offset, member.type->name,
+                  std::string(member.path) + (zero_count ? " @zero_count" : ""));
         }
     }
 
@@ -102,13 +110,6 @@ private:
             const bool by_length = (each.flags & TLVMSG_END_BY_LENGTH) != 0;
             field(each.offset, joined_values(each) + ": " + each.type->name,
                   std::string(each.name) + (by_length ? " @end_by_length" : ""));
-        }
-    }
-
-    void sent(const tlvmsg_member &member) {
-        if ((member.flags & (TLVMSG_SHARED_WITH_NEXT | TLVMSG_ZERO_COUNT)) != 0) {
-            out_ << "sent: " << member.type->name << " " << member.path
-                 << ((member.flags & TLVMSG_ZERO_COUNT) != 0 ? " @zero_count" : "") << "\n";
         }
     }
 
