@@ -1,16 +1,33 @@
 #include "compile.h"
 
+#include "base/files.h"
 #include "checks.h"
 #include "measure.h"
 #include "order.h"
+#include "read_interface.h"
 #include "records.h"
+
+#include <algorithm>
 
 namespace tlvc {
 
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> files_below(const std::string &directory) {
+    std::vector<std::string> files;
+    for (const auto &each : fs::recursive_directory_iterator(directory)) {
+        if (each.path().extension() == ".tlv") {
+            files.push_back(each.path().string());
+        }
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
 // Each phase finds all that it can, and none runs on what an earlier one has found fault with.
-std::unique_ptr<const Schema> compile(const std::vector<std::string> &paths, Sources &sources,
-                                      Diagnostics &faults) {
-    Program program = load(paths, sources, faults);
+std::unique_ptr<const Schema> compile(const Program &program, Diagnostics &faults) {
     if (faults.any()) {
         return nullptr;
     }
@@ -30,6 +47,24 @@ std::unique_ptr<const Schema> compile(const std::vector<std::string> &paths, Sou
     }
     order(*resolution.schema);
     return std::move(resolution.schema);
+}
+
+} // namespace
+
+std::unique_ptr<const Schema> compile(const std::vector<std::string> &paths, Sources &sources,
+                                      Diagnostics &faults) {
+    const Program program = load(paths, sources, faults);
+    return compile(program, faults);
+}
+
+// No schema begins with '#', and every interface.txt does.
+std::unique_ptr<const Schema> compile_any(const std::string &path, Sources &sources, Diagnostics &faults) {
+    if (fs::is_directory(path)) {
+        return compile(files_below(path), sources, faults);
+    }
+    const std::string text = tlvmsg::base::read_file(path);
+    return text.starts_with('#') ? compile(read_interface(path, text, sources, faults), faults)
+                                 : compile(std::vector{path}, sources, faults);
 }
 
 } // namespace tlvc

@@ -9,4 +9,7 @@ namespace tlvc {
 std::unique_ptr<const Schema> compile(const std::vector<std::string> &paths, Sources &sources,
                                       Diagnostics &faults);
 
+// The same from a schema file, all schema files below a directory, or an interface.txt.
+std::unique_ptr<const Schema> compile_any(const std::string &path, Sources &sources, Diagnostics &faults);
+
 } // namespace tlvc

@@ -4,6 +4,7 @@
 #include "emit.h"
 #include "format.h"
 #include "parser.h"
+#include "report_changes.h"
 #include "reporter.h"
 
 #include <CLI/CLI.hpp>
@@ -83,6 +84,59 @@ int format_files(const std::vector<std::string> &files, bool check_only) {
     return !faults.any() && all_formatted ? Fine : FaultsFound;
 }
 
+struct CompareOptions {
+    std::string before;
+    std::string after;
+    std::vector<std::string> levels;
+    std::string format = "text";
+    bool all = false;
+};
+
+std::unique_ptr<const Schema> compile_side(const std::string &path, Sources &sources) {
+    Diagnostics faults;
+    auto schema = compile_any(path, sources, faults);
+    show(faults, sources);
+    return schema;
+}
+
+// Exits as diff does: 1 for what differs, 2 for trouble.
+int compare_schemas(const CompareOptions &options) try {
+    Sources old_sources;
+    Sources new_sources;
+    const auto before = compile_side(options.before, old_sources);
+    const auto after = compile_side(options.after, new_sources);
+    if (!before || !after) {
+        return BadUsage;
+    }
+    Levels levels = options.levels.empty() ? all_levels : Nothing;
+    for (const std::string &each : options.levels) {
+        levels |= level_named(each);
+    }
+    const bool as_json = options.format == "json";
+    const auto findings = select(compare(*before, *after), levels, options.all || as_json);
+    const ComparedSources sources{old_sources, new_sources};
+    fmt::print("{}", as_json ? render_json(findings, sources) : render(findings, sources));
+    const auto breaks = [](const Finding &each) { return each.levels != Nothing; };
+    return std::any_of(findings.begin(), findings.end(), breaks) ? FaultsFound : Fine;
+} catch (const std::exception &error) {
+    std::fprintf(stderr, "tlvc: %s\n", error.what());
+    return BadUsage;
+}
+
+void add_compare(CLI::App &app, CompareOptions &options) {
+    CLI::App *command =
+        app.add_subcommand("compare", "tell what the changes from one schema to another break");
+    const char *const side = "schema file, directory of them, or what 'tlvc interface' printed";
+    command->add_option("OLD", options.before, side)->required();
+    command->add_option("NEW", options.after, side)->required();
+    command->add_option("--level", options.levels, "tell only what breaks this; may be repeated")
+        ->check(CLI::IsMember({"wire", "json", "source", "layout"}))
+        ->allow_extra_args(false);
+    command->add_option("--format", options.format, "json tells also what is safe")
+        ->check(CLI::IsMember({"text", "json"}));
+    command->add_flag("--all", options.all, "tell also what is safe");
+}
+
 int explain(const std::string &wanted) {
     for (const CatalogueEntry &entry : catalogue()) {
         if (code(entry.fault) == wanted) {
@@ -90,8 +144,14 @@ int explain(const std::string &wanted) {
             return Fine;
         }
     }
-    fmt::print(stderr, "tlvc: there is no fault '{}'; the first is T001 and the last {}\n", wanted,
-               code(catalogue().back().fault));
+    for (const Rule *rule : rules) {
+        if (rule->code == wanted) {
+            fmt::print("{}", render(*rule));
+            return Fine;
+        }
+    }
+    fmt::print(stderr, "tlvc: there is no code '{}': faults are T001 to {}, changes C001 to {}\n", wanted,
+               code(catalogue().back().fault), std::end(rules)[-1]->code);
     return BadUsage;
 }
 
@@ -102,6 +162,7 @@ int run(int argc, char **argv) {
     std::string directory;
     std::string fault_code;
     bool check_only = false;
+    CompareOptions compared;
 
     auto *check_command =
         app.add_subcommand("check", "report the faults of schema files and of what they import");
@@ -114,8 +175,9 @@ int run(int argc, char **argv) {
     for (CLI::App *command : {check_command, generate_command, interface_command, format_command}) {
         command->add_option("FILES", files, "schema files")->required();
     }
-    auto *explain_command = app.add_subcommand("explain", "say more about a fault");
-    explain_command->add_option("CODE", fault_code, "such as T012")->required();
+    add_compare(app, compared);
+    auto *explain_command = app.add_subcommand("explain", "say more about a fault or a change");
+    explain_command->add_option("CODE", fault_code, "such as T012 or C009")->required();
 
     try {
         app.parse(argc, argv);
@@ -130,6 +192,9 @@ int run(int argc, char **argv) {
     }
     if (interface_command->parsed()) {
         return print_interface(files);
+    }
+    if (app.got_subcommand("compare")) {
+        return compare_schemas(compared);
     }
     return format_command->parsed() ? format_files(files, check_only) : explain(fault_code);
 }

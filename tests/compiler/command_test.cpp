@@ -1,3 +1,4 @@
+#include "changes.h"
 #include "support.h"
 
 #include <array>
@@ -87,12 +88,44 @@ TEST(CommandLine, format_rewrites_only_readable_files_and_check_none) {
     EXPECT_EQ(Command("format --check " + messy + " " + fine).exit_code, 0);
 }
 
+TEST(CommandLine, compare_exits_as_diff_does) {
+    SchemaDirectory directory;
+    const std::string old_file = directory.add("old/voice/leds.tlv", good);
+    const std::string new_file = directory.add("new/voice/leds.tlv", good + "enum color_of_night = 1003\n");
+    const std::string old_text = directory.add("old.txt", Command("interface " + old_file).output);
+    const std::string above = directory.path("new").string();
+    EXPECT_EQ(Command("compare " + old_text + " " + above).exit_code, 0);
+    EXPECT_EQ(Command("compare " + old_text + " " + above).output, "");
+    EXPECT_EQ(Command("compare --all " + old_file + " " + above).output,
+              new_file +
+                  ":8:6: safe[C002]: color_of_night: is new: an enumeration; nobody depends on it yet\n");
+    EXPECT_TRUE(Command("compare --format json " + old_text + " " + above)
+                    .says(R"("id": "C002", "severity": "safe")"));
+    EXPECT_EQ(Command("compare " + above + " " + old_text).exit_code, 1);
+    EXPECT_EQ(
+        Command("compare --level wire --level source " + above + " " + old_text).output,
+        new_file +
+            ":8:6: breaks[C001] wire, source: color_of_night: is gone: an enumeration; peers and programs "
+            "that have it still use it\n");
+    directory.add("old.txt", "#\nfamily voice\nenum color = 1001, 12 bytes\nenum color = 1002\n");
+    EXPECT_TRUE(Command("compare " + old_text + " " + above).says(old_text + ":4:6: error[T014]"));
+    for (const std::string &trouble :
+         {fmt::format("{} {}", old_text, above), above, fmt::format("{0} {0}.gone", above),
+          fmt::format("--level abi {0} {0}", above)}) {
+        EXPECT_EQ(Command("compare " + trouble).exit_code, 2) << trouble;
+    }
+}
+
 TEST(CommandLine, explain_knows_every_code) {
     for (const CatalogueEntry &each : catalogue()) {
         Command run("explain " + code(each.fault));
         EXPECT_EQ(run.exit_code, 0);
         EXPECT_TRUE(run.says(code(each.fault) + ": " + std::string(each.title)) &&
                     run.says(std::string(each.explanation)));
+    }
+    for (const Rule *each : rules) {
+        EXPECT_TRUE(Command("explain " + std::string(each->code))
+                        .says(fmt::format("{}: {}", each->code, each->text)));
     }
 }
 

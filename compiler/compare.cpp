@@ -1,0 +1,302 @@
+#include "compare.h"
+
+#include "checks.h"
+#include "layout.h"
+#include "missed.h"
+#include "pairing.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace tlvc {
+
+namespace {
+
+using Parts = std::vector<PartPair>;
+
+// What a finding is about.
+struct Subject {
+    const Type *before;
+    const Type *after;
+    PartPair part;
+};
+
+bool is_number(const Type &type) { return type.kind == Kind::Scalar || type.kind == Kind::Enumeration; }
+
+// Whether documents with the old number can be read as the new one.
+bool number_fits(const Type &old, const Type &now) {
+    const auto width = [](const Type &type) { return type.scalar != nullptr ? type.scalar->width : 4; };
+    const auto is_unsigned = [](const Type &type) {
+        return type.scalar == nullptr || type.scalar->is_unsigned;
+    };
+    return old.enumerators.empty() &&
+           (is_unsigned(old) == is_unsigned(now) ? width(old) <= width(now)
+                                                 : is_unsigned(old) && width(old) < width(now));
+}
+
+// The two kinds of arrays with a capacity are one to a reader.
+Kind broad_kind(const Type &type) { return type.kind == Kind::PackedArray ? Kind::ElementArray : type.kind; }
+
+bool chooses(const std::vector<uint32_t> &values, uint32_t value) {
+    return std::find(values.begin(), values.end(), value) != values.end();
+}
+
+std::string spelled(const Part *part) {
+    if (part == nullptr) {
+        return {};
+    }
+    const std::string values = fmt::format("{}", fmt::join(part->values, ", "));
+    return part->type == nullptr ? values : values + (values.empty() ? "" : ": ") + part->type->name;
+}
+
+std::string room(const Type &array) {
+    return array.capacity > 0 ? fmt::format("room for {}", array.capacity)
+                              : "counted by " + array.count->name;
+}
+
+class Comparison {
+public:
+    Comparison(const Schema &before, const Schema &after)
+        : before_(before), after_(after), pairing_(before, after) {}
+
+    std::vector<Finding> run() {
+        for (const Type &type : before_.types) {
+            if (const Type *now = pairing_.partner(&type)) {
+                compare(type, *now);
+            } else {
+                report(type_removed, {&type, nullptr, {}}, std::string(describe(type)), "");
+            }
+        }
+        for (const Type &type : after_.types) {
+            if (pairing_.partner(&type) == nullptr) {
+                report(type_added, {nullptr, &type, {}}, "", std::string(describe(type)));
+            }
+        }
+        return std::move(found_);
+    }
+
+private:
+    // ---- Types
+
+    void compare(const Type &before, const Type &after) {
+        const Subject types{&before, &after, {}};
+        if (before.name != after.name) {
+            report(type_renamed, types, before.name, after.name);
+        }
+        if (before.family != nullptr && before.family->name != after.family->name) {
+            report(family_moved, types, before.family->name, after.family->name);
+        }
+        if (broad_kind(before) != broad_kind(after)) {
+            return report(kind_changed, types, std::string(describe(before)), std::string(describe(after)));
+        }
+        if (has_tag(before) && before.tag != after.tag) {
+            report(tag_changed, types, std::to_string(before.tag), std::to_string(after.tag));
+        }
+        const std::vector<Part> old_parts = parts_of(before);
+        const std::vector<Part> new_parts = parts_of(after);
+        const Parts parts = pairing_.parts(old_parts, new_parts);
+        if (is_array(before)) {
+            return compare_array(before, after, parts.front());
+        }
+        compare_order(before, after, parts);
+        for (const PartPair &each : parts) {
+            const Subject subject{&before, &after, each};
+            if (each.both()) {
+                compare_part(subject);
+            } else if (each.after == nullptr && !each.before->lives_in_next()) {
+                report(before.kind == Kind::Enumeration ? enumerator_removed
+                       : before.kind == Kind::Union     ? choice_removed
+                                                        : member_removed,
+                       subject);
+            }
+        }
+        compare_added(before, after, parts, new_parts.data());
+    }
+
+    void compare_array(const Type &before, const Type &after, const PartPair &items) {
+        compare_type({&before, &after, items});
+        const auto grown = [](const Type &a, const Type &b) {
+            return a.capacity < b.capacity || a.count->scalar->width < b.count->scalar->width;
+        };
+        if (grown(before, after) || grown(after, before)) {
+            const Rule &rule = grown(before, after) ? room_grown : room_shrunk;
+            report(rule, {&before, &after, {}}, room(before), room(after));
+            if (before.count->scalar != after.count->scalar) {
+                found_.back().levels |= Layout; // even where it grows into padding
+            }
+        }
+    }
+
+    // ---- Parts
+
+    // One finding a type: the first member that now stands before one that it was behind.
+    void compare_order(const Type &before, const Type &after, const Parts &parts) {
+        PartPair last;
+        for (const PartPair &each : parts) {
+            if (each.both() && each.before->member != nullptr && !each.before->lives_in_next()) {
+                if (last.after > each.after) {
+                    const std::string &other = last.before->name;
+                    return report(order_changed, {&before, &after, each}, "behind " + other,
+                                  "before " + other);
+                }
+                last = each;
+            }
+        }
+    }
+
+    // `end` is that of the new parts which both have; none to begin with.
+    void compare_added(const Type &before, const Type &after, const Parts &parts, const Part *end) {
+        for (const PartPair &each : parts) {
+            end = each.both() ? std::max(end, each.after + 1) : end;
+        }
+        for (const PartPair &each : parts) {
+            if (each.before == nullptr && !each.after->lives_in_next()) {
+                report_added({&before, &after, each}, each.after < end, end);
+            }
+        }
+    }
+
+    void report_added(const Subject &subject, bool inserted, const Part *first) {
+        const Type &type = *subject.after;
+        if (type.kind == Kind::Enumeration) {
+            report(enumerator_added, subject);
+        } else if (type.kind == Kind::Union) {
+            report_choice(subject);
+        } else if (inserted || type.kind == Kind::Message) {
+            report(inserted ? member_inserted : message_extended, subject);
+        } else if (const std::string why = why_missed(*first->type, *subject.before, before_); !why.empty()) {
+            report(member_missed, subject);
+            found_.back().effect += ": " + why;
+        } else {
+            report(member_appended, subject);
+        }
+    }
+
+    // What both have. A count or selector follows from the type behind it.
+    void compare_part(const Subject &subject) {
+        const auto &[old, now] = subject.part;
+        if (old->lives_in_next() && now->lives_in_next()) {
+            return;
+        }
+        const auto steps = [](const Part &part) {
+            return part.member == nullptr ? 1 : part.member->path.size();
+        };
+        if (steps(*old) != steps(*now)) {
+            report(record_changed, subject, old->name, now->name);
+        } else if (old->name != now->name && steps(*old) > 0) {
+            report(old->type != nullptr ? name_changed : enumerator_renamed, subject, old->name, now->name);
+        }
+        if (old->attribute != now->attribute) {
+            const auto attribute = [](const Part &part) {
+                return part.attribute.empty() ? "plain" : part.attribute;
+            };
+            report(attribute_changed, subject, attribute(*old), attribute(*now));
+        }
+        compare_type(subject);
+        compare_values(subject);
+    }
+
+    void compare_type(const Subject &subject) {
+        if (subject.part.before->type == nullptr) {
+            return;
+        }
+        const Type &old = *subject.part.before->type;
+        const Type &now = *subject.part.after->type;
+        if (pairing_.partner(&old) != &now) {
+            const bool reads = is_number(old) && is_number(now) ? number_fits(old, now) : same_wire(old, now);
+            report(type_changed, subject, old.name, now.name);
+            found_.back().levels = (same_wire(old, now) ? Nothing : Wire) | (reads ? Nothing : Json) |
+                                   Source | (same_extent(old, now) ? Nothing : Layout);
+        }
+    }
+
+    // Of types that are no partners: arrays are the same when they hold the same.
+    bool same_wire(const Type &old, const Type &now) const {
+        return is_array(old) && is_array(now) && broad_kind(old) == broad_kind(now) &&
+               old.capacity == now.capacity && old.count->name == now.count->name &&
+               pairing_.partner(old.element) == now.element;
+    }
+
+    void compare_values(const Subject &subject) {
+        const auto &[old, now] = subject.part;
+        if (old->type == nullptr && old->values != now->values) {
+            return report(enumerator_value, subject);
+        }
+        for (const uint32_t value : old->values) {
+            if (!chooses(now->values, value)) {
+                report(choice_changed, subject, fmt::format("chosen by {}", value), "not");
+            }
+        }
+        const auto is_new = [&, &before = subject.before->alternatives](uint32_t value) {
+            return std::none_of(before.begin(), before.end(),
+                                [&](const Alternative &each) { return chooses(each.values, value); });
+        };
+        if (old->type != nullptr && std::any_of(now->values.begin(), now->values.end(), is_new)) {
+            report_choice(subject);
+        }
+    }
+
+    // Values that chose nothing choose something. Old decoders stop there, which at the end is no loss.
+    void report_choice(const Subject &subject) {
+        const auto has_more_behind = [&](const Type &holder) {
+            return std::any_of(holder.members.begin(), holder.members.end(), [&](const Member &each) {
+                return each.type == subject.before && &each != &holder.members.back();
+            });
+        };
+        const bool inserted = std::any_of(before_.types.begin(), before_.types.end(), has_more_behind);
+        report(inserted ? choice_inserted : choice_added, subject);
+    }
+
+    // ---- Findings
+
+    bool same_extent(const Type &before, const Type &after) {
+        const auto same = [&](Layouts &layouts) {
+            const RecordLayout &old = layouts.of(before);
+            const RecordLayout &now = layouts.of(after);
+            return old.size == now.size && old.alignment == now.alignment;
+        };
+        return same(lp64_) && same(ilp32_);
+    }
+
+    void report(const Rule &rule, const Subject &subject) {
+        report(rule, subject, spelled(subject.part.before), spelled(subject.part.after));
+    }
+
+    void report(const Rule &rule, const Subject &subject, std::string was, std::string is) {
+        const auto &[before, after, part] = subject;
+        const Part *const named = part.after != nullptr ? part.after : part.before;
+        Finding &finding = found_.emplace_back();
+        finding.rule = &rule;
+        finding.levels = rule.levels & all_levels;
+        if (rule.levels != finding.levels && !same_extent(*before, *after)) {
+            finding.levels |= Layout;
+        }
+        finding.type = (after != nullptr ? after : before)->name;
+        finding.member = named != nullptr ? named->name : "";
+        finding.was = std::move(was);
+        finding.is = std::move(is);
+        finding.effect = rule.effect();
+        if (part.before != nullptr || (before != nullptr && named == nullptr)) {
+            finding.old_span = part.before != nullptr ? part.before->span : before->span;
+        }
+        if (after != nullptr) {
+            finding.new_span = part.after != nullptr ? part.after->span : after->span;
+        }
+    }
+
+    const Schema &before_;
+    const Schema &after_;
+    const Pairing pairing_;
+    Layouts lp64_{lp64};
+    Layouts ilp32_{ilp32};
+    std::vector<Finding> found_;
+};
+
+} // namespace
+
+std::vector<Finding> compare(const Schema &before, const Schema &after) {
+    return Comparison(before, after).run();
+}
+
+} // namespace tlvc

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "loader.h"
+
+namespace tlvc {
+
+// What `tlvc interface` printed, as the schema files that it came from: one a family, in which everything stands in
+// the line and column where it stands in the text. Layouts are left out, since they follow from the rest.
+Program read_interface(const std::string &path, std::string_view text, Sources &sources, Diagnostics &faults);
+
+} // namespace tlvc

@@ -1,0 +1,291 @@
+// Each rule of the catalogue has an example that it alone finds and one that comes near; the real schema is changed
+// all over, a kind of change at a time.
+#include "report_changes.h"
+#include "support.h"
+
+#include "emit.h"
+#include "reporter.h"
+
+#include <set>
+#include <sstream>
+
+namespace tlvc {
+namespace {
+
+// One side of a comparison.
+struct Side {
+    explicit Side(const std::string &path) : schema(compile_any(path, sources, faults)) {
+        if (!schema) {
+            throw std::invalid_argument(render(faults, sources, false));
+        }
+    }
+
+    Sources sources;
+    Diagnostics faults;
+    std::unique_ptr<const Schema> schema;
+};
+
+std::vector<Finding> compare(const Side &before, const Side &after) {
+    return compare(*before.schema, *after.schema);
+}
+
+// Schema text in a file of its own, whose path may precede it.
+class Text {
+public:
+    explicit Text(std::string text, const std::string &name = "old") {
+        std::string path = name + "/relay/a.tlv";
+        if (const size_t end = text.find(".tlv: "); end != text.npos) {
+            path = name + "/" + text.substr(0, end + 4);
+            text.erase(0, end + 6);
+        }
+        side = std::make_unique<Side>(directory_.add(path, text));
+        printed = std::make_unique<Side>(directory_.add(name + ".txt", emit_interface(*side->schema)));
+    }
+
+    std::unique_ptr<Side> side;
+    std::unique_ptr<Side> printed; // read back from what `tlvc interface` says of it
+
+private:
+    SchemaDirectory directory_;
+};
+
+// "C013 wire, json", a line a finding.
+std::string summary(const std::vector<Finding> &findings) {
+    std::string text;
+    for (const Finding &each : findings) {
+        text += fmt::format("{} {}\n", each.rule->code, names_of(each.levels));
+    }
+    return text;
+}
+
+std::string summary(const std::string &before, const std::string &after) {
+    return summary(compare(*Text(before).side, *Text(after).side));
+}
+
+// ---- The catalogue -----------------------------------------------------------------------------------
+
+std::string example(const Rule &rule, char mark) {
+    std::istringstream lines{std::string(rule.text)};
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with(std::string{mark, ' '})) {
+            return line.substr(2);
+        }
+    }
+    return "";
+}
+
+class EachRule : public testing::TestWithParam<const Rule *> {};
+
+TEST_P(EachRule, finds_its_example_and_passes_the_other) {
+    const Rule &rule = *GetParam();
+    for (const char mark : {'-', '+', '='}) {
+        ASSERT_NE(example(rule, mark), "") << "no example after " << mark;
+    }
+    const Text before(example(rule, '-'));
+    const Text after(example(rule, '+'), "new");
+    const Text harmless(example(rule, '='), "new");
+    const std::string expected = fmt::format("{} {}\n", rule.code, names_of(rule.levels));
+    std::set<std::string> lines;
+    std::istringstream found(summary(compare(*before.side, *after.side)));
+    for (std::string line; std::getline(found, line);) {
+        lines.insert(line + "\n");
+    }
+    EXPECT_EQ(lines, std::set{expected});
+    EXPECT_EQ(summary(compare(*before.printed, *after.printed)), summary(compare(*before.side, *after.side)));
+    for (const Finding &each : compare(*before.side, *harmless.side)) {
+        EXPECT_EQ(each.levels, Nothing);
+        EXPECT_NE(each.rule, &rule);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Catalogue, EachRule, testing::ValuesIn(rules),
+                         [](const auto &instance) { return std::string(instance.param->code); });
+
+TEST(Rules, have_the_codes_of_their_places) {
+    for (size_t i = 0; i < std::size(rules); ++i) {
+        EXPECT_EQ(rules[i]->code, fmt::format("C{:03}", i + 1));
+    }
+}
+
+// ---- Single changes ----------------------------------------------------------------------------------
+
+TEST(Levels, of_a_changed_type_follow_from_what_both_can_hold) {
+    const auto member = [](const char *type) {
+        return std::string("enum plain = 2002  enum named = 2003 { one = 1 }  bytes one[4]  bytes two[4]  "
+                           "struct both = 2004 { one one  two two }  struct s = 2001 { ") +
+               type + " x }";
+    };
+    const auto levels = [&](const char *before, const char *after) {
+        return summary(member(before), member(after));
+    };
+    EXPECT_EQ(levels("uint8", "uint16"), "C013 wire, source, layout\n");
+    EXPECT_EQ(levels("uint8", "char"), "C013 wire, json, source\n") << "not even these have one tag";
+    EXPECT_EQ(levels("uint8", "int16"), "C013 wire, source, layout\n");
+    EXPECT_EQ(levels("int8", "uint16"), "C013 wire, json, source, layout\n");
+    EXPECT_EQ(levels("uint32", "plain"), "C013 wire, source\n");
+    EXPECT_EQ(levels("named", "uint32"), "C013 wire, json, source\n") << "documents say the names";
+    EXPECT_EQ(levels("one", "two"), "C013 source\n") << "but for its name it is the same";
+}
+
+TEST(AppendedMember, is_safe_only_where_its_absence_shows) {
+    const auto summary_of = [](const std::string &rest, const char *type = "uint16") {
+        const std::string begin = "enum end = 2002  struct port = 2001 { uint8 slot ";
+        return summary(begin + "} " + rest, begin + type + " unit } " + rest).substr(0, 4);
+    };
+    EXPECT_EQ(summary_of(""), "C010") << "it may be sent alone";
+    EXPECT_EQ(summary_of("struct s = 2003 { port port  uint16 next }"), "C010");
+    EXPECT_EQ(summary_of("struct s = 2003 { port port  uint8 next }", "char"), "C010")
+        << "char reads what uint8 wrote";
+    EXPECT_EQ(summary_of("struct s = 2003 { port port  uint32 next }"), "C009");
+    EXPECT_EQ(summary_of("struct s = 2003 { uint16 last  port port }  message m { s s  end last }"), "C009");
+    EXPECT_EQ(summary_of("struct s = 2003 { uint16 last  port port }  message m { end first  s s }"), "C010");
+    EXPECT_EQ(summary_of("array ports of port[4]  struct s = 2003 { ports ports  uint16 next }"), "C010");
+    EXPECT_EQ(
+        summary_of(
+            "enum k = 2004  union u by k w { 1: port port }  struct s = 2003 { k w  u u  uint16 next }"),
+        "C010");
+    EXPECT_EQ(
+        summary_of("enum k = 2004  union u by k w { 1: port port }  struct s = 2003 { k w  u u  k next }"),
+        "C009");
+}
+
+TEST(Renames, are_known_again) {
+    const std::string before = "bytes port_name[8]  struct port = 2001 { uint16 slot  port_name name }  "
+                               "message m { port port }  struct end = 2002 { uint8 a }";
+    EXPECT_EQ(summary(before,
+                      "bytes socket_name[8]  struct socket = 2001 { uint16 slot  socket_name title }  "
+                      "message n { socket port }  struct end = 2002 { uint8 a }"),
+              "C003 json, source, layout\nC003 json, source, layout\nC014 json, source\nC003 json, source, "
+              "layout\n");
+    EXPECT_EQ(summary("struct s = 2001 { uint8 a }", "struct s = 2001 { uint16 b  uint16 c }"),
+              "C007 wire, json, source, layout\nC010 wire, layout\nC010 wire, layout\n");
+    EXPECT_EQ(summary("enum e = 2001  struct s = 2002 { e which }",
+                      "enum e = 2001  struct s = 2002 { e which  u u }  union u by e which { 1: uint8 a }"),
+              "C015 json, source, layout\nC010 wire, layout\nC002 nothing\n");
+}
+
+// ---- The real schema ---------------------------------------------------------------------------------
+
+const std::string schema_directory = (data_directory / "../../schema").string();
+
+TEST(RealSchema, is_what_its_interface_says) {
+    const Side schema(schema_directory);
+    const Side interface(schema_directory + "/interface.txt");
+    EXPECT_EQ(summary(compare(schema, interface)), "");
+    EXPECT_EQ(summary(compare(interface, interface)), "");
+    EXPECT_TRUE(emit_interface(*interface.schema) == read_file(schema_directory + "/interface.txt"));
+}
+
+// A change to every type that it applies to, and what must be found then.
+struct Mutation {
+    const char *name;
+    const Rule *found;
+    const Rule *found_in_reverse;
+    bool (*applies)(const Type &);
+    void (*apply)(Type &, const Type *int64);
+};
+
+bool has_own_members(const Type &type) {
+    const auto own = [](const Member &each) {
+        return each.path.size() == 1 && each.role == Member::Role::Own;
+    };
+    return type.members.size() > 1 && own(type.members[0]) && own(type.members[1]);
+}
+bool has_room(const Type &type) { return type.capacity > 0; }
+bool has_names(const Type &type) { return !type.enumerators.empty(); }
+bool has_choices(const Type &type) { return type.kind == Kind::Union; }
+
+const Mutation mutations[] = {
+    {"tag", &tag_changed, &tag_changed, has_tag,
+     [](Type &type, const Type *) { type.tag = static_cast<uint16_t>(type.tag + 20000); }},
+    {"kind", &kind_changed, &kind_changed, [](const Type &type) { return type.family != nullptr; },
+     [](Type &type, const Type *) { type.kind = type.kind == Kind::Union ? Kind::Message : Kind::Union; }},
+    {"member_gone", &member_removed, &member_inserted, has_own_members,
+     [](Type &type, const Type *) { type.members.erase(type.members.begin()); }},
+    {"order", &order_changed, &order_changed, has_own_members,
+     [](Type &type, const Type *) { std::swap(type.members[0], type.members[1]); }},
+    {"member_type", &type_changed, &type_changed, has_own_members,
+     [](Type &type, const Type *int64) { type.members[0].type = int64; }},
+    {"member_name", &name_changed, &name_changed, has_own_members,
+     [](Type &type, const Type *) { type.members[0].path[0] += "_x"; }},
+    {"items", &type_changed, &type_changed, is_array,
+     [](Type &type, const Type *int64) { type.element = int64; }},
+    {"room", &room_grown, &room_shrunk, has_room, [](Type &type, const Type *) { ++type.capacity; }},
+    {"count", &room_grown, &room_shrunk, is_dynamic,
+     [](Type &type, const Type *int64) { type.count = int64; }},
+    {"name_gone", &enumerator_removed, &enumerator_added, has_names,
+     [](Type &type, const Type *) { type.enumerators.pop_back(); }},
+    {"value", &enumerator_value, &enumerator_value, has_names,
+     [](Type &type, const Type *) { type.enumerators[0].value += 70000; }},
+    {"choice_gone", &choice_removed, nullptr, has_choices,
+     [](Type &type, const Type *) { type.alternatives.pop_back(); }},
+    {"choice", &choice_changed, &choice_changed, has_choices,
+     [](Type &type, const Type *) { type.alternatives[0].values[0] += 70000; }},
+};
+
+class EachMutation : public testing::TestWithParam<Mutation> {};
+
+TEST_P(EachMutation, is_found_in_every_type_and_in_reverse) {
+    const Side before(schema_directory);
+    const Side after(schema_directory);
+    const auto int64 = std::find_if(after.schema->types.begin(), after.schema->types.end(),
+                                    [](const Type &each) { return each.name == "int64"; });
+    std::set<std::string> mutated;
+    for (const Type &type : after.schema->types) {
+        if (GetParam().applies(type)) {
+            GetParam().apply(const_cast<Type &>(type), &*int64);
+            mutated.insert(type.name);
+        }
+    }
+    EXPECT_FALSE(mutated.empty());
+    const auto expect = [&](const std::vector<Finding> &findings, const Rule *rule) {
+        std::set<std::string> types;
+        for (const Finding &each : findings) {
+            if (rule == nullptr || each.rule == rule) {
+                types.insert(each.type);
+                EXPECT_TRUE(rule == nullptr || (each.levels & Wire) == (rule->levels & Wire)) << each.type;
+            }
+        }
+        EXPECT_EQ(types, mutated);
+    };
+    expect(compare(before, after), GetParam().found);
+    expect(compare(after, before), GetParam().found_in_reverse);
+}
+
+INSTANTIATE_TEST_SUITE_P(RealSchema, EachMutation, testing::ValuesIn(mutations),
+                         [](const auto &instance) { return std::string(instance.param.name); });
+
+// ---- Reports -----------------------------------------------------------------------------------------
+
+TEST(Report, says_where_and_what) {
+    Sources old_sources;
+    Sources new_sources;
+    old_sources.add("old/a.tlv", "struct port {\n    uint8  slot\n}\n");
+    new_sources.add("new/a.tlv", "struct port {\n    uint16  slot\n    uint8  \"\n}\n");
+    const std::vector<Finding> findings = {
+        {&type_changed, Wire | Source, "port", "slot", "uint8", "uint16", "why", Span{0, 25, 29},
+         Span{0, 26, 30}},
+        {&member_appended, Nothing, "port", "\"\\\n", "", "uint8", "so", std::nullopt, Span{0, 42, 43}},
+    };
+    const ComparedSources sources{old_sources, new_sources};
+    EXPECT_EQ(render(select(findings, Source | Layout, false), sources),
+              "new/a.tlv:2:13: breaks[C013] source: port.slot: was uint8, is uint16; why\n"
+              "  note: old/a.tlv:2:12: it was here\n");
+    EXPECT_EQ(render(select(findings, Json, true), sources).substr(0, 34),
+              "new/a.tlv:2:13: safe[C013]: port.s");
+    EXPECT_EQ(render_json(findings, sources),
+              R"([
+  {"id": "C013", "severity": "breaks", "levels": ["wire", "source"], "type": "port", "member": "slot", )"
+              R"("old": "uint8", "new": "uint16", "text": "port.slot: was uint8, is uint16; why", )"
+              R"("old_place": "old/a.tlv:2:12", )"
+              R"("new_place": "new/a.tlv:2:13"},
+  {"id": "C009", "severity": "safe", "levels": [], "type": "port", "member": "\"\\\u000a", "old": null, )"
+              R"("new": "uint8", "text": "port.\"\\\u000a: is new: uint8; so", "old_place": null, )"
+              R"("new_place": "new/a.tlv:3:12"}
+]
+)");
+    EXPECT_EQ(render_json({}, sources), "[]\n");
+}
+
+} // namespace
+} // namespace tlvc
