@@ -1,7 +1,4 @@
 // Samples: the same for the same seed, as large or as small as they promise, various, and as they are set.
-#include "forms/failing_new.h"
-#include "support/osal_double/osal_double.h"
-
 #include <tlvmsg/forms.h>
 
 #include <gtest/gtest.h>
@@ -129,30 +126,6 @@ TEST(Sample, TellsSettingsThatMakeNoSense) {
     EXPECT_EQ(Sample("zel_led_control", TLVMSG_SAMPLE_MIN, 1, {"slot=1", "port"}).fault.line, 2u);
     // Of two alternatives the last one named is there.
     EXPECT_FALSE(Sample("ip_address", TLVMSG_SAMPLE_MIN, 1, {"address.ipv6.addr=x", "address.ipv4=5"}).made);
-}
-
-TEST(Sample, SurvivesWhenMemoryRunsOut) {
-    const tlvmsg_type *type = tlvmsg_type_find("if_name");
-    const char *settings[] = {"name.count=200", "name[2]=7"};
-    const tlvmsg_sample_options options{TLVMSG_SAMPLE_RANDOM, 1, settings, 2};
-    for (const bool platform : {false, true}) {
-        size_t failed = 0;
-        for (size_t nth = 1; nth == failed + 1; ++nth) {
-            osal_double_reset();
-            osal_double_fail(platform ? static_cast<uint32_t>(nth) : UINT32_MAX, 0);
-            failing_new = platform ? 0 : nth;
-            uint64_t record[4];
-            tlvmsg_text_fault fault;
-            const bool made = tlvmsg_sample(type, &options, record, &fault);
-            failing_new = 0;
-            failed += made ? 0 : 1;
-            EXPECT_EQ(fault.code, made ? TLVMSG_TEXT_OK : TLVMSG_TEXT_OUT_OF_MEMORY);
-            EXPECT_EQ(osal_double_blocks_out(), made ? 1u : 0u);
-            tlvmsg_release(type, record);
-        }
-        EXPECT_GE(failed, platform ? 1u : 3u);
-    }
-    osal_double_reset();
 }
 
 } // namespace
