@@ -4,28 +4,44 @@
 
 #include <fmt/format.h>
 
-#include <regex>
+#include <charconv>
+#include <string_view>
 #include <utility>
 
 namespace tlvmsg::tool {
 
 Framing parse_framing(const std::string &text) {
-    static const std::regex form(R"(segment|skip:(\d{1,5})|length:([124])@(\d{1,5})(?:\+(\d{1,5}))?)");
-    std::smatch found;
-    if (text.size() > 40 || !std::regex_match(text, found, form)) {
+    Framing framing;
+    std::string_view rest(text);
+    const auto number = [&rest](std::string_view before, size_t &value) {
+        if (!rest.starts_with(before)) {
+            return false;
+        }
+        rest.remove_prefix(before.size());
+        const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), value);
+        rest.remove_prefix(static_cast<size_t>(end - rest.data()));
+        return error == std::errc() && value < 100000;
+    };
+    bool known = text == "segment" || number("skip:", framing.header);
+    if (!known && number("length:", framing.length_bytes) && number("@", framing.length_at)) {
+        const size_t end = framing.length_at + framing.length_bytes;
+        framing.header = end;
+        known = rest.empty() || number("+", framing.header);
+        known =
+            known && (framing.length_bytes == 1 || framing.length_bytes == 2 || framing.length_bytes == 4);
+        if (known && framing.header < end) {
+            throw Failure(
+                exit_usage,
+                fmt::format("framing '{}': a header of {} bytes holds no length that ends at byte {}", text,
+                            framing.header, end));
+        }
+    }
+    if (!known || (!rest.empty() && text != "segment")) {
         throw Failure(
             exit_usage,
             fmt::format("framing '{:.40}': allowed are segment, skip:N and length:BYTES@OFFSET[+HEADER], "
                         "BYTES being 1, 2 or 4, the others below 100000",
                         text));
-    }
-    const auto number = [&](size_t i) { return found[i].matched ? std::stoul(found[i]) : 0; };
-    const size_t end = number(2) + number(3);
-    const Framing framing{found[4].matched ? number(4) : end + number(1), number(2), number(3)};
-    if (framing.header < end) {
-        throw Failure(exit_usage,
-                      fmt::format("framing '{}': a header of {} bytes holds no length that ends at byte {}",
-                                  text, framing.header, end));
     }
     return framing;
 }
