@@ -153,11 +153,14 @@ bool tlvmsg_diff(const tlvmsg_type *type, const void *a, const void *b, tlvmsg_d
     if (count != nullptr) {
         *count = 0;
     }
-    if (is_missing(fault, {{"type", type != nullptr},
-                           {"a", a != nullptr},
-                           {"b", b != nullptr},
-                           {"differences", differences != nullptr},
-                           {"count", count != nullptr}})) {
+    const char *const missing = type == nullptr          ? "type"
+                                : a == nullptr           ? "a"
+                                : b == nullptr           ? "b"
+                                : differences == nullptr ? "differences"
+                                : count == nullptr       ? "count"
+                                                         : nullptr;
+    if (missing != nullptr) {
+        give_null_argument(fault, missing);
         return false;
     }
     return guarded(fault, "", [&] {
