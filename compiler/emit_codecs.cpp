@@ -47,9 +47,23 @@ size_t length_of_run(const Type &owner, size_t first) {
     return end - first;
 }
 
+// Nearly all messages open with the same two structures, which one rule serves together.
+bool has_opening(const Type &owner) {
+    return owner.kind == Kind::Message && owner.members.size() >= 2 &&
+           std::all_of(owner.members.begin(), owner.members.begin() + 2, [](const Member &each) {
+               return each.type->kind == Kind::Structure && is_fixed(*each.type);
+           });
+}
+
 std::string member_codecs(const Type &owner) {
     std::string text;
-    for (size_t i = 0; i < owner.members.size();) {
+    size_t i = 0;
+    if (has_opening(owner)) {
+        text = fmt::format(",\n    ::tlvmsg::rules::opening<{},\n        {}>", member_codec(owner, 0),
+                           member_codec(owner, 1));
+        i = 2;
+    }
+    while (i < owner.members.size()) {
         const size_t length = length_of_run(owner, i);
         text += ",\n    ";
         text += length == 1 ? member_codec(owner, i)
@@ -116,13 +130,13 @@ std::string declarations(const Family &family) {
     for (const Family *used : family.uses) {
         text += fmt::format("#include \"{}_codecs.h\"\n", used->name);
     }
-    text +=
-        fmt::format("#include \"rules/rules.h\"\n\n#include <tlvmsg/{}.h>\n\nnamespace tlvmsg::codec {{\n\n",
-                    family.name);
+    text += fmt::format("#include \"rules/rules.h\"\n\n#include <tlvmsg/{}.h>\n\n"
+                        "namespace tlvmsg::codec {{\n\nnamespace {{\n\n",
+                        family.name);
     for (const Type *type : family.types) {
         text += fmt::format("struct {} : ::tlvmsg::rules::{} {{}};\n", type->name, rule(*type));
     }
-    return text + "\n} // namespace tlvmsg::codec\n";
+    return text + "\n} // namespace\n\n} // namespace tlvmsg::codec\n";
 }
 
 std::string exports(const Family &family) {

@@ -37,6 +37,7 @@ const uint8_t *accept_by_length(const uint8_t *in, typename Codec::record *out) 
 
 template <class Codec, auto... Path>
 struct member {
+    using codec = Codec;
     static constexpr uint32_t fixed_size = Codec::fixed_size;
     static constexpr uint32_t presumed_size = rules::presumed_size<Codec>;
     static constexpr bool allocates = rules::allocates<Codec>;
@@ -64,8 +65,8 @@ struct member {
         return Use<Codec>::decode(in, field(out, Path...));
     }
 
-    template <class Record>
-    static auto *place(Record *out) {
+    template <class Out>
+    static auto place(Out out) {
         return field(out, Path...);
     }
     template <class Record>
@@ -154,6 +155,15 @@ template <class... Members, class Record>
 }
 
 // Zeroes what of a record no member is stored in.
+template <class End, class Begin>
+[[gnu::always_inline]] inline void clear_between(End *end, Begin *begin) {
+    auto *at = reinterpret_cast<uint8_t *>(end);
+    const auto size = reinterpret_cast<uint8_t *>(begin) - at;
+    if (size > 0) {
+        std::memset(at, 0, static_cast<size_t>(size));
+    }
+}
+
 template <class... Members, class Record>
 [[gnu::always_inline]] inline void clear_gaps(Record *out) {
     const auto offset = [out](auto *place) __attribute__((always_inline)) {
@@ -161,9 +171,8 @@ template <class... Members, class Record>
     };
     ptrdiff_t at = 0;
     const auto clear_up_to = [&](ptrdiff_t place, ptrdiff_t end) __attribute__((always_inline)) {
-        if (place > at) {
-            std::memset(reinterpret_cast<uint8_t *>(out) + at, 0, static_cast<size_t>(place - at));
-        }
+        auto *begin = reinterpret_cast<uint8_t *>(out);
+        clear_between(begin + at, begin + place);
         at = end > at ? end : at;
     };
     (clear_up_to(offset(Members::place(out)), offset(Members::place_end(out))), ...);

@@ -74,7 +74,7 @@ private:
     // Member by member: all headers first and then all values would be slower.
     template <class Out>
     [[gnu::always_inline]] static const uint8_t *accept_covered_members(const uint8_t *in, Out out) {
-        if (((Members::accept_covered(in, out) && (in += Members::presumed_size, true)) && ...)) {
+        if (((Members::accept_covered(in, out) && (in += Members::presumed_size, true)) && ...)) [[likely]] {
             if constexpr (stores<Out>) {
                 clear_all_padding<Members...>(out);
             }

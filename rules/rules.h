@@ -6,6 +6,7 @@
 #include "element_array.h"
 #include "enumeration.h"
 #include "message.h"
+#include "opening.h"
 #include "packed_array.h"
 #include "run.h"
 #include "structure.h"

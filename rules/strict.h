@@ -74,7 +74,7 @@ template <class Codec, class Out>
 // The same in place of a length that is known: the codec's own header says it, and is looked at first.
 template <class Codec, class Out>
 [[gnu::always_inline]] inline bool accept_covered(const uint8_t *in, Out out) {
-    if (!Codec::covers(in) || Codec::mismatch(in) != 0) {
+    if (!Codec::covers(in) || Codec::mismatch(in) != 0) [[unlikely]] {
         return false;
     }
     if constexpr (stores<Out>) {

@@ -7,6 +7,8 @@
 
 namespace tlvmsg::codec {
 
+namespace {
+
 struct relay_state : ::tlvmsg::rules::enumeration<2001> {};
 struct relay_states_array : ::tlvmsg::rules::element_array<::relay_states_array, relay_state, 4> {};
 struct relay_levels_array : ::tlvmsg::rules::packed_array<::relay_levels_array, uint16, 3> {};
@@ -36,5 +38,7 @@ struct relay_message : ::tlvmsg::rules::message<::relay_message,
     ::tlvmsg::rules::member<relay, &::relay_message::first>,
     ::tlvmsg::rules::member<relay, &::relay_message::second>,
     ::tlvmsg::rules::member<relay_port, &::relay_message::port>> {};
+
+} // namespace
 
 } // namespace tlvmsg::codec
