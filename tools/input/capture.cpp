@@ -1,8 +1,9 @@
 #include "capture.h"
 
+#include "headers.h"
+
 #include "tools/cli/failure.h"
 
-#include <fmt/format.h>
 #include <pcap/pcap.h>
 
 #include <algorithm>
@@ -19,15 +20,14 @@ std::optional<uint64_t> size_of(std::FILE *file) {
     return known ? std::optional(static_cast<uint64_t>(status.st_size)) : std::nullopt;
 }
 
-bool makes_sense(const std::string &filter) {
-    pcap_t *const ethernet = pcap_open_dead(DLT_EN10MB, 65535);
-    bpf_program program{};
-    const bool compiles = pcap_compile(ethernet, &program, filter.c_str(), 0, PCAP_NETMASK_UNKNOWN) == 0;
-    if (compiles) {
-        pcap_freecode(&program);
-    }
-    pcap_close(ethernet);
-    return compiles;
+// Null when the filter makes no sense for such frames.
+std::shared_ptr<bpf_program> compiled(pcap_t *handle, const std::string &filter) {
+    const std::shared_ptr<bpf_program> program(new bpf_program{}, [](bpf_program *each) {
+        pcap_freecode(each);
+        delete each;
+    });
+    const int result = pcap_compile(handle, program.get(), filter.c_str(), 1, PCAP_NETMASK_UNKNOWN);
+    return result == 0 ? program : nullptr;
 }
 
 // The library reads a file's unsigned numbers as signed, and believes subseconds of a second and more.
@@ -43,34 +43,24 @@ Frame frame_of(uint64_t number, const pcap_pkthdr &header, const u_char *bytes) 
 
 } // namespace
 
-void Capture::Close::operator()(pcap *handle) const { pcap_close(handle); }
-
-void Capture::Close::operator()(bpf_program *filter) const {
-    pcap_freecode(filter);
-    delete filter;
-}
-
-Capture::Capture(File file, std::string name, const std::string &filter) : name_(std::move(name)) {
-    size_ = size_of(file.get());
+Capture::Capture(File file, std::string name, const std::string &filter)
+    : name_(std::move(name)), size_(size_of(file.get())) {
     char error[PCAP_ERRBUF_SIZE] = "";
-    handle_.reset(pcap_fopen_offline_with_tstamp_precision(file.get(), PCAP_TSTAMP_PRECISION_NANO, error));
-    if (handle_ == nullptr) {
+    pcap_t *const handle =
+        pcap_fopen_offline_with_tstamp_precision(file.get(), PCAP_TSTAMP_PRECISION_NANO, error);
+    if (handle == nullptr) {
         const bool unreadable = std::ferror(file.get()) != 0;
         throw Failure(unreadable ? exit_io : exit_malformed, fmt::format("{}: {}", name_, error));
     }
     static_cast<void>(file.release()); // closed with the handle from now on
-    if (!filter.empty()) {
-        set_filter(filter);
-    }
-}
-
-void Capture::set_filter(const std::string &filter) {
-    filter_.reset(new bpf_program{});
-    if (pcap_compile(handle_.get(), filter_.get(), filter.c_str(), 1, PCAP_NETMASK_UNKNOWN) != 0) {
-        const std::string error = fmt::format("filter '{}': {}", filter, pcap_geterr(handle_.get()));
-        throw makes_sense(filter)
-            ? Failure(exit_malformed, fmt::format("{}: {} (link type {})", name_, error, link_name()))
-            : Failure(exit_usage, error);
+    handle_.reset(handle, pcap_close);
+    if (!filter.empty() && (filter_ = compiled(handle, filter)) == nullptr) {
+        const std::string why = fmt::format("filter '{}': {}", filter, pcap_geterr(handle));
+        const std::shared_ptr<pcap_t> ethernet(pcap_open_dead(DLT_EN10MB, 65535), pcap_close);
+        throw compiled(ethernet.get(), filter)
+            ? Failure(exit_malformed,
+                      fmt::format("{}: {} (link type {})", name_, why, link_name(link_type())))
+            : Failure(exit_usage, why);
     }
 }
 
@@ -87,17 +77,18 @@ std::optional<Frame> Capture::next() {
         }
     }
     if (result != PCAP_ERROR_BREAK) { // which is the end of the file
-        throw Failure(exit_malformed, fmt::format("{}: {}", name_, pcap_geterr(handle_.get())));
+        error_ = fmt::format("{}: {}", name_, pcap_geterr(handle_.get()));
     }
     return std::nullopt;
 }
 
-int Capture::link_type() const { return pcap_datalink(handle_.get()); }
-
-std::string Capture::link_name() const {
-    const char *const name = pcap_datalink_val_to_name(link_type());
-    return name == nullptr ? fmt::format("{}", link_type()) : fmt::format("{} ({})", link_type(), name);
+void Capture::check() const {
+    if (!error_.empty()) {
+        throw Failure(exit_malformed, error_);
+    }
 }
+
+int Capture::link_type() const { return pcap_datalink(handle_.get()); }
 
 uint64_t Capture::position() const {
     const long position = std::ftell(pcap_file(handle_.get()));

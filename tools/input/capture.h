@@ -24,29 +24,24 @@ public:
     // makes none.
     Capture(File file, std::string name, const std::string &filter);
 
-    // The next frame that the filter lets through. Throws Failure(exit_malformed) where the file is broken.
+    // The next frame that the filter lets through; null where the file ends or is broken, which check() then throws
+    // as Failure(exit_malformed).
     std::optional<Frame> next();
+    void check() const;
 
     int link_type() const;
-    std::string link_name() const; // "147 (USER0)"
 
     // Bytes of the file, and those read so far; nothing of pipes.
     std::optional<uint64_t> size() const { return size_; }
     uint64_t position() const;
 
 private:
-    void set_filter(const std::string &filter);
-
-    struct Close {
-        void operator()(pcap *handle) const;
-        void operator()(bpf_program *filter) const;
-    };
-
     std::string name_;
-    std::unique_ptr<pcap, Close> handle_;
-    std::unique_ptr<bpf_program, Close> filter_; // null lets all through
+    std::shared_ptr<pcap> handle_;
+    std::shared_ptr<bpf_program> filter_; // null lets all through
     std::optional<uint64_t> size_;
     uint64_t count_ = 0;
+    std::string error_; // why no more can be read
 };
 
 } // namespace tlvmsg::tool

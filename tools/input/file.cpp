@@ -7,17 +7,17 @@
 
 #include <cerrno>
 #include <cstring>
+#include <unistd.h>
 
 namespace tlvmsg::tool {
 
-void CloseFile::operator()(std::FILE *file) const {
-    if (file != stdin) {
-        std::fclose(file);
-    }
-}
-
 File open_file(const std::string &path) {
-    File file(path == "-" ? stdin : std::fopen(path.c_str(), "rb"));
+    if (path == "-" && isatty(STDIN_FILENO) != 0) {
+        complain("tlv: reading standard input; end it with Ctrl-D");
+    }
+    File file = path == "-"
+                    ? File(stdin, [](std::FILE *) {})
+                    : File(std::fopen(path.c_str(), "rb"), [](std::FILE *each) { std::fclose(each); });
     if (file == nullptr) {
         throw Failure(exit_io, fmt::format("{}: {}", path, std::strerror(errno)));
     }

@@ -7,12 +7,9 @@
 
 namespace tlvmsg::tool {
 
-struct CloseFile {
-    void operator()(std::FILE *file) const; // standard input stays open
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
+using File = std::unique_ptr<std::FILE, void (*)(std::FILE *)>; // standard input stays open
 
-// For reading bytes. Throws Failure(exit_io).
+// For reading bytes; a person at a terminal is told how to end them. Throws Failure(exit_io).
 File open_file(const std::string &path);
 
 // What messages call it.

@@ -46,63 +46,61 @@ Framing parse_framing(const std::string &text) {
     return framing;
 }
 
-void Framer::add(const FrameFacts &facts, Bytes bytes, const std::string &cut) {
+void Framer::add(const FrameFacts &facts, Bytes bytes, const std::string &cut, Payloads &out) {
     facts_ = facts;
-    cut_ = cut;
-    fresh_ = true;
-    bytes_.erase(bytes_.begin(), bytes_.begin() + static_cast<ptrdiff_t>(std::exchange(at_, 0)));
     bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
+    if (framing_.by_length()) {
+        take_by_length(out);
+    } else if (cut.empty() && bytes_.size() >= framing_.header) {
+        bytes_.erase(bytes_.begin(), bytes_.begin() + static_cast<ptrdiff_t>(framing_.header));
+        out.push_back({facts_, std::exchange(bytes_, {}), {}});
+        return;
+    }
+    if (!cut.empty()) {
+        pass_over(ToolCode::cut, cut, out);
+    } else if (!framing_.by_length()) {
+        pass_over(ToolCode::segment, incomplete(), out);
+    }
 }
 
-std::optional<Payload> Framer::next() {
-    if (!framing_.by_length() && !std::exchange(fresh_, false)) {
-        return std::nullopt;
+void Framer::take_by_length(Payloads &out) {
+    Bytes rest = bytes_;
+    while (begins(rest) && message_length(rest) <= rest.size() - framing_.header) {
+        const Bytes message = rest.subspan(framing_.header, message_length(rest));
+        out.push_back({facts_, {message.begin(), message.end()}, {}});
+        rest = rest.subspan(framing_.header + message.size());
     }
-    if (left() >= framing_.header) {
-        const size_t there = left() - framing_.header;
-        const size_t size = framing_.by_length() ? message_length() : there + (cut_.empty() ? 0 : 1);
-        if (framing_.by_length() && size > largest_message) {
-            return pass_over(ToolCode::segment, fmt::format("a message of {} bytes, where {} are allowed",
-                                                            size, largest_message));
-        }
-        if (size <= there) {
-            at_ += framing_.header;
-            return take(size);
-        }
+    bytes_.erase(bytes_.begin(), bytes_.end() - static_cast<ptrdiff_t>(rest.size()));
+    if (begins(bytes_) && message_length(bytes_) > largest_message) {
+        pass_over(ToolCode::segment,
+                  fmt::format("a message of {} bytes, where {} are allowed", message_length(bytes_),
+                              largest_message),
+                  out);
     }
-    if (!cut_.empty()) {
-        return pass_over(ToolCode::cut, std::exchange(cut_, ""));
-    }
-    return framing_.by_length() ? std::nullopt : std::optional(incomplete());
 }
 
-std::optional<Payload> Framer::rest() { return left() == 0 ? std::nullopt : std::optional(incomplete()); }
-
-Payload Framer::incomplete() {
-    const bool begun = left() >= framing_.header;
-    return pass_over(ToolCode::segment,
-                     begun ? fmt::format("{} of {} bytes", left() - framing_.header, message_length())
-                           : fmt::format("{} of {} bytes before a message", left(), framing_.header));
+void Framer::finish(Payloads &out) {
+    if (!bytes_.empty()) {
+        pass_over(ToolCode::segment, incomplete(), out);
+    }
 }
 
-uint32_t Framer::message_length() const {
-    uint32_t length = 0;
-    for (size_t i = 0; i < framing_.length_bytes; ++i) {
-        length = length << 8 | bytes_[at_ + framing_.length_at + i];
+size_t Framer::message_length(Bytes bytes) const {
+    size_t length = 0;
+    for (const uint8_t byte : bytes.subspan(framing_.length_at, framing_.length_bytes)) {
+        length = length << 8 | byte;
     }
     return length;
 }
 
-Payload Framer::take(size_t size) {
-    const auto begin = bytes_.begin() + static_cast<ptrdiff_t>(at_);
-    at_ += size;
-    return {facts_, {begin, begin + static_cast<ptrdiff_t>(size)}, {}};
+std::string Framer::incomplete() const {
+    return begins(bytes_)
+               ? fmt::format("{} of {} bytes", bytes_.size() - framing_.header, message_length(bytes_))
+               : fmt::format("{} of {} bytes before a message", bytes_.size(), framing_.header);
 }
 
-Payload Framer::pass_over(ToolCode code, std::string text) {
-    Payload payload = take(left());
-    payload.problem = {code, std::move(text)};
-    return payload;
+void Framer::pass_over(ToolCode code, std::string text, Payloads &out) {
+    out.push_back({facts_, std::exchange(bytes_, {}), Problem{code, std::move(text)}});
 }
 
 } // namespace tlvmsg::tool

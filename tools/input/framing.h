@@ -23,31 +23,25 @@ public:
 
     explicit Framer(const Framing &framing) : framing_(framing) {}
 
-    // A piece, when next() has nothing more; `cut`, if not empty, says what is missing at its end.
-    void add(const FrameFacts &facts, Bytes bytes, const std::string &cut);
+    // Tells the messages that end in a piece, and what is wrong with it, which is passed over to the piece's end.
+    // `cut`, if not empty, says what is missing there.
+    void add(const FrameFacts &facts, Bytes bytes, const std::string &cut, Payloads &out);
 
-    // The next whole message, with the facts of the piece that its end is in. What makes no sense or is cut
-    // is told, and the rest of the piece passed over.
-    std::optional<Payload> next();
-
-    // What is left of an incomplete message, when no more comes.
-    std::optional<Payload> rest();
+    // Tells what is left of an incomplete message, when no more comes.
+    void finish(Payloads &out);
 
     size_t held() const { return bytes_.size(); }
 
 private:
-    size_t left() const { return bytes_.size() - at_; }
-    uint32_t message_length() const;
-    Payload incomplete();
-    Payload take(size_t size);
-    Payload pass_over(ToolCode code, std::string text);
+    void take_by_length(Payloads &out);
+    bool begins(Bytes bytes) const { return bytes.size() >= framing_.header; }
+    size_t message_length(Bytes bytes) const; // of bytes that begin with a header
+    std::string incomplete() const;
+    void pass_over(ToolCode code, std::string text, Payloads &out);
 
     Framing framing_;
-    FrameFacts facts_;
-    std::vector<uint8_t> bytes_;
-    size_t at_ = 0;      // what is before it is taken
-    bool fresh_ = false; // nothing of the piece is
-    std::string cut_;
+    FrameFacts facts_;           // of the last piece
+    std::vector<uint8_t> bytes_; // of a message that is not all there yet
 };
 
 } // namespace tlvmsg::tool

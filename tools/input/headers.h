@@ -1,7 +1,10 @@
-// The headers of frames. Each function steps over some, and notes in the facts what they say.
+// The headers of frames. Each function steps over some, and notes in the facts what they say. What ends inside one
+// is a Problem, which they throw.
 #pragma once
 
 #include "payload.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <span>
@@ -9,10 +12,6 @@
 namespace tlvmsg::tool {
 
 using Bytes = std::span<const uint8_t>;
-
-struct EndsInside {
-    const char *header;
-};
 
 // Bytes of a frame, not all of which need have been captured.
 struct View {
@@ -26,10 +25,10 @@ struct View {
         size -= std::min(count, size);
     }
 
-    // Steps over a header. Throws EndsInside where it is not all there.
+    // Steps over a header.
     Bytes take(size_t count, const char *header) {
         if (bytes.size() < count) {
-            throw EndsInside{header};
+            throw Problem{ToolCode::cut, fmt::format("it ends inside the {} header", header)};
         }
         const Bytes taken = bytes.first(count);
         skip(count);
@@ -51,20 +50,19 @@ inline uint32_t number32(Bytes bytes, size_t offset) {
     return uint32_t{number16(bytes, offset)} << 16 | number16(bytes, offset + 2);
 }
 
-enum class Network { ip, other, unknown };
+// "147 (USER0)"; link types are numbered as in libpcap.
+std::string link_name(int link_type);
 
-// `link_type` as libpcap numbers them; unknown when their headers are.
-Network skip_link(int link_type, FrameFacts &facts, View &frame);
-
-struct IpFragment {
-    uint64_t id;   // of the datagram, among those with the same addresses
-    size_t offset; // in the datagram's data
-    bool more;     // behind this one
-};
+// Whether IP is behind the headers. Throws Problem for a link type whose headers are not known.
+bool skip_link(int link_type, FrameFacts &facts, View &frame);
 
 struct IpHeader {
-    uint8_t protocol; // of what is behind it; of a fragment: of the datagram's data
-    std::optional<IpFragment> fragment;
+    uint8_t protocol;  // of what is behind it; of a fragment: of the datagram's data
+    uint64_t id = 0;   // of a fragment: of the datagram, among those with the same addresses
+    size_t offset = 0; // in the datagram's data
+    bool more = false; // behind this one
+
+    bool is_fragment() const { return offset != 0 || more; }
 };
 
 // Null for what cannot be IP, which is not stepped over.
@@ -77,7 +75,6 @@ void skip_udp(FrameFacts &facts, View &datagram);
 
 struct TcpHeader {
     uint32_t sequence;
-    uint32_t acknowledgement;
     uint8_t flags;
 };
 

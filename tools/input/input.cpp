@@ -4,7 +4,6 @@
 
 #include "forms/element.h"
 #include "tools/cli/failure.h"
-#include "tools/cli/terminal.h"
 #include "tools/forms.h"
 
 #include <fmt/format.h>
@@ -15,18 +14,10 @@
 #include <cstdio>
 #include <cstring>
 #include <string_view>
-#include <unistd.h>
 
 namespace tlvmsg::tool {
 
 namespace {
-
-File open(const std::string &path) {
-    if (path == "-" && isatty(STDIN_FILENO) != 0) {
-        complain("tlv: reading standard input; end it with Ctrl-D");
-    }
-    return open_file(path);
-}
 
 std::string read_rest(std::FILE *file, const std::string &path) {
     // No message comes near; a limit keeps an endless or lying input from filling the memory.
@@ -54,14 +45,9 @@ bool is_capture(std::FILE *file) {
     for (size_t i = size; i > 0; --i) {
         std::ungetc(magic[i - 1], file);
     }
-    constexpr std::array<std::array<unsigned char, 4>, 7> known{{{0xA1, 0xB2, 0xC3, 0xD4},
-                                                                 {0xD4, 0xC3, 0xB2, 0xA1},
-                                                                 {0xA1, 0xB2, 0x3C, 0x4D},
-                                                                 {0x4D, 0x3C, 0xB2, 0xA1},
-                                                                 {0xA1, 0xB2, 0xCD, 0x34},
-                                                                 {0x34, 0xCD, 0xB2, 0xA1},
-                                                                 {0x0A, 0x0D, 0x0D, 0x0A}}};
-    return size == magic.size() && std::find(known.begin(), known.end(), magic) != known.end();
+    constexpr std::array<uint32_t, 7> known{0xA1B2C3D4, 0xD4C3B2A1, 0xA1B23C4D, 0x4D3CB2A1,
+                                            0xA1B2CD34, 0x34CDB2A1, 0x0A0D0D0A};
+    return size == magic.size() && std::find(known.begin(), known.end(), number32(magic, 0)) != known.end();
 }
 
 // Raw bytes that end in a line feed, as `echo` and editors leave it, when it is not part of the last element.
@@ -83,14 +69,13 @@ void drop_front(Input &input, size_t size) {
 
 } // namespace
 
-std::string read_text(const std::string &path) { return read_rest(open(path).get(), path); }
+std::string read_text(const std::string &path) { return read_rest(open_file(path).get(), path); }
 
 Source::Source(const std::string &path, const InputOptions &options) : file_(file_name(path)) {
-    File file = open(path);
+    File file = open_file(path);
     if (options.form == InputForm::capture || (options.form == InputForm::detect && is_capture(file.get()))) {
-        packets_ = std::make_unique<Packets>(std::move(file), file_,
-                                             PacketOptions{options.filter, options.offset, options.framing});
-        progress_.emplace("frames", packets_->size());
+        packets_ = std::make_unique<Packets>(std::move(file), file_, options);
+        progress_.emplace("frames", packets_->capture().size());
         return;
     }
     if (!options.filter.empty()) {
@@ -136,7 +121,7 @@ std::optional<Input> Source::next() {
     }
     const uint64_t number = payload->facts.number;
     if (progress_->due()) {
-        progress_->show(number, packets_->position());
+        progress_->show(number, packets_->capture().position());
     }
     return Input{file_, fmt::format("{}:{}", file_, number), std::move(payload->bytes),  "",
                  false, std::move(payload->facts),           std::move(payload->problem)};

@@ -18,12 +18,9 @@ namespace tlvmsg::tool {
 
 enum class InputForm { detect, raw, hex, capture };
 
-// How files are read.
-struct InputOptions {
+// How files are read. Only the offset says something of others than captures: where in the file messages begin.
+struct InputOptions : PacketOptions {
     InputForm form = InputForm::detect;
-    std::optional<size_t> offset; // of the message in the file or frame
-    std::string filter;           // of captures, as tcpdump understands it; empty lets all through
-    Framing framing;              // of captures
 };
 
 struct Input {
@@ -48,7 +45,7 @@ public:
     std::optional<Input> next();
 
     // Whether more may come later, from a pipe.
-    bool is_live() const { return packets_ != nullptr && !packets_->size(); }
+    bool is_live() const { return packets_ != nullptr && !packets_->capture().size(); }
 
 private:
     void read_text(const std::string &text);

@@ -1,7 +1,5 @@
 #include "headers.h"
 
-#include <fmt/format.h>
-
 #include <arpa/inet.h>
 #include <array>
 
@@ -32,12 +30,8 @@ std::optional<IpHeader> skip_ipv4(FrameFacts &facts, View &packet) {
     facts.source = address(AF_INET, header.subspan(12));
     facts.destination = address(AF_INET, header.subspan(16));
     const uint8_t protocol = header[9];
-    const size_t offset = number16(header, 6) % 0x2000 * size_t{8};
-    const bool more = (header[6] & 0x20) != 0;
-    if (offset == 0 && !more) {
-        return IpHeader{protocol, std::nullopt};
-    }
-    return IpHeader{protocol, IpFragment{uint64_t{protocol} << 16 | number16(header, 4), offset, more}};
+    return IpHeader{protocol, uint64_t{protocol} << 16 | number16(header, 4),
+                    number16(header, 6) % 0x2000 * size_t{8}, (header[6] & 0x20) != 0};
 }
 
 IpHeader skip_ipv6(FrameFacts &facts, View &packet) {
@@ -50,11 +44,11 @@ IpHeader skip_ipv6(FrameFacts &facts, View &packet) {
     uint8_t protocol = header[6];
     skip_extensions(protocol, packet);
     if (protocol != fragment_header) {
-        return {protocol, std::nullopt};
+        return {protocol};
     }
     const Bytes extension = packet.take(8, "IPv6 fragment");
-    const size_t offset = number16(extension, 2) / 8 * size_t{8};
-    return {extension[0], IpFragment{number32(extension, 4), offset, extension[3] % 2 != 0}};
+    return {extension[0], number32(extension, 4), number16(extension, 2) / 8 * size_t{8},
+            extension[3] % 2 != 0};
 }
 
 } // namespace
@@ -91,7 +85,7 @@ TcpHeader skip_tcp(FrameFacts &facts, View &segment) {
     facts.ports = Ports{number16(header, 0), number16(header, 2)};
     const size_t size = size_t{header[12]} / 16 * 4;
     segment.take(std::max(size, header.size()) - header.size(), "TCP");
-    return {number32(header, 4), number32(header, 8), header[13]};
+    return {number32(header, 4), header[13]};
 }
 
 } // namespace tlvmsg::tool

@@ -3,48 +3,34 @@
 
 #include "headers.h"
 
-#include <deque>
-#include <list>
+#include <map>
 
 namespace tlvmsg::tool {
-
-struct IpDatagram {
-    uint8_t protocol;
-    std::vector<uint8_t> bytes;
-};
 
 class IpFragments {
 public:
     static constexpr size_t most_datagrams = 64; // at a time; the oldest is given up for a new one
-    static constexpr size_t most_bytes = 65535;  // of a datagram
 
-    // The datagram that a fragment, with `data` behind `header`, completes, if it does.
-    // What is wrong, and what is given up, goes to `reports`.
-    std::optional<IpDatagram> add(const FrameFacts &facts, const IpHeader &header, Bytes data,
-                                  std::deque<Payload> &reports);
+    // The data of the datagram that a fragment, with `data` behind `header`, completes, if it does; `header` then
+    // has the datagram's protocol. What is given up is told.
+    std::optional<std::vector<uint8_t>> add(const FrameFacts &facts, IpHeader &header, Bytes data,
+                                            Payloads &out);
 
-    // Gives up all.
-    void finish(std::deque<Payload> &reports);
+    // Gives up the oldest; false when there is none.
+    bool give_up(Payloads &out);
 
 private:
     struct Datagram {
-        std::string key;
-        FrameFacts facts{}; // of the first frame
+        FrameFacts facts; // of the first frame
         uint8_t protocol = 0;
-        std::vector<uint8_t> bytes{};
-        std::vector<bool> present{}; // which bytes have come
-        size_t count = 0;            // of those
-        bool ended = false;          // the last fragment has come, so that the size is known
-        bool repeats = false;        // was complete; all that came since was the same once more
+        std::vector<std::optional<uint8_t>> bytes{}; // those that have come
+        std::optional<size_t> size{};                // when the last fragment has come
 
-        void fill(const IpFragment &fragment, Bytes data);
-        void resize(size_t size);
+        void fill(const IpHeader &header, Bytes data);
+        size_t missing() const; // up to the end known
     };
 
-    Datagram &find(std::string key, std::deque<Payload> &reports);
-    void give_up(std::list<Datagram>::iterator datagram, std::deque<Payload> &reports);
-
-    std::list<Datagram> datagrams_; // oldest first
+    std::map<std::string, Datagram> datagrams_;
 };
 
 } // namespace tlvmsg::tool

@@ -11,45 +11,38 @@
 #include "ip_fragments.h"
 #include "tcp_streams.h"
 
-#include <exception>
-
 namespace tlvmsg::tool {
 
 struct PacketOptions {
-    std::string filter;           // empty: all frames
-    std::optional<size_t> offset; // where in the frame messages begin, whatever its headers
-    Framing framing;
+    std::string filter{};           // as tcpdump understands it; empty lets all through
+    std::optional<size_t> offset{}; // where in the frame messages begin, whatever its headers
+    Framing framing{};
 };
 
 class Packets {
 public:
     // Throws as Capture does.
-    Packets(File file, const std::string &name, const PacketOptions &options);
+    Packets(File file, const std::string &name, const PacketOptions &options)
+        : capture_(std::move(file), name, options.filter), options_(options), streams_(options.framing) {}
 
     // The next payload, or what is missing for one. Where the file is broken, throws Failure(exit_malformed)
     // once all before that has come.
     std::optional<Payload> next();
 
-    // Bytes of the file, and those read so far; the size of pipes is not known.
-    std::optional<uint64_t> size() const { return capture_.size(); }
-    uint64_t position() const { return capture_.position(); }
+    const Capture &capture() const { return capture_; }
 
 private:
-    std::optional<Payload> next_report();
-    void read_frame();
+    bool read_frame();
     void take_frame(FrameFacts &facts, View frame);
-    void take_ip(FrameFacts &facts, const IpHeader &header, View data);
-    void take_ip_data(FrameFacts &facts, uint8_t protocol, View data);
+    void take_ip(FrameFacts &facts, IpHeader header, View data);
     void take_datagram(const FrameFacts &facts, View data);
 
     Capture capture_;
-    std::optional<size_t> offset_;
+    PacketOptions options_;
     IpFragments fragments_;
-    std::deque<Payload> reports_; // what the last frame had wrong, or was given up for it
-    Framer datagram_;
     TcpStreams streams_;
+    Payloads payloads_; // that are not given yet
     bool ended_ = false;
-    std::exception_ptr failure_; // why the file ended
 };
 
 } // namespace tlvmsg::tool

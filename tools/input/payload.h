@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 #include <utility>
@@ -29,7 +30,7 @@ struct FrameFacts {
     std::string protocol{}; // the innermost known: "udp", "ip 89", "ethertype 0x88B5"; empty when none is
 };
 
-// Why there is no message, and what is missing for one.
+// Why there is no message, and what is missing for one. Thrown where nothing more can be made of a frame.
 struct Problem {
     ToolCode code;
     std::string text;
@@ -41,8 +42,6 @@ struct Payload {
     std::optional<Problem> problem;
 };
 
-inline Payload problem(const FrameFacts &facts, ToolCode code, std::string text) {
-    return {facts, {}, Problem{code, std::move(text)}};
-}
+using Payloads = std::deque<Payload>; // in the order in which they are told
 
 } // namespace tlvmsg::tool

@@ -1,16 +1,15 @@
 #include "tcp_streams.h"
 
-#include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include <utility>
+#include <cstdlib>
+#include <numeric>
 
 namespace tlvmsg::tool {
 
 namespace {
 
 constexpr uint8_t flag_syn = 0x02;
-constexpr uint8_t flag_ack = 0x10;
 
 std::string flag_names(uint8_t flags) {
     std::vector<const char *> names;
@@ -25,89 +24,95 @@ std::string flag_names(uint8_t flags) {
 
 } // namespace
 
-void TcpStreams::add(const FrameFacts &facts, const TcpHeader &header, View data, const std::string &cut,
-                     std::deque<Payload> &reports) {
-    const std::string from = fmt::format("{} {}", facts.source, facts.ports->source);
-    const std::string to = fmt::format("{} {}", facts.destination, facts.ports->destination);
-    const bool forward = from < to;
-    Connection &connection = find(forward ? from + " " + to : to + " " + from);
-    std::optional<TcpStream> &stream = connection.streams[forward ? 0 : 1];
-    std::optional<TcpStream> &other = connection.streams[forward ? 1 : 0];
-    if ((header.flags & flag_ack) != 0 && other) {
-        other->acknowledge(header.acknowledgement);
+int64_t TcpStream::position(uint32_t sequence) const {
+    return next_ + static_cast<int32_t>(sequence - static_cast<uint32_t>(next_));
+}
+
+bool TcpStream::is_foreign(uint32_t sequence, bool syn) const {
+    constexpr int64_t far = 16 << 20;
+    const bool begins_elsewhere = syn && sequence != static_cast<uint32_t>(first_);
+    return begins_elsewhere || std::abs(position(sequence) - next_) > far;
+}
+
+void TcpStream::add(const FrameFacts &facts, uint32_t sequence, View data, const std::string &cut,
+                    Payloads &out) {
+    last_frame_ = facts.number;
+    const int64_t begin = position(sequence);
+    const int64_t end = begin + static_cast<int64_t>(data.size);
+    if (data.size != 0 && end <= first_) {
+        throw Problem{ToolCode::segment, "it lies before the first segment seen of its connection"};
     }
+    if (end > next_) {
+        const auto at =
+            waiting_.emplace(begin, Segment{facts, {data.bytes.begin(), data.bytes.end()}, end, cut});
+        waiting_size_ += at->second.held();
+    }
+    deliver(most_waiting, out);
+}
+
+// What is in order; while more than `most` waits, also what is behind a gap.
+void TcpStream::deliver(size_t most, Payloads &out) {
+    while (!waiting_.empty() && (waiting_.begin()->first <= next_ || waiting_size_ > most)) {
+        const auto first = waiting_.extract(waiting_.begin());
+        const int64_t begin = first.key();
+        const Segment &segment = first.mapped();
+        waiting_size_ -= segment.held();
+        if (begin > next_) {
+            framer_.finish(out);
+            const std::string text = fmt::format("bytes missing before this segment: {}", begin - next_);
+            out.push_back({segment.facts, {}, Problem{ToolCode::segment, text}});
+            next_ = begin;
+        }
+        if (segment.end > next_) {
+            const size_t seen = std::min(static_cast<size_t>(next_ - begin), segment.bytes.size());
+            framer_.add(segment.facts, Bytes(segment.bytes).subspan(seen), segment.cut, out);
+            next_ = segment.end;
+        }
+    }
+}
+
+void TcpStream::finish(Payloads &out) {
+    deliver(0, out);
+    framer_.finish(out);
+}
+
+void TcpStreams::add(const FrameFacts &facts, const TcpHeader &header, View data, const std::string &cut,
+                     Payloads &out) {
     const bool syn = (header.flags & flag_syn) != 0;
     const uint32_t sequence = header.sequence + (syn ? 1 : 0);
     if (data.size != 0 || syn) {
-        if (stream && stream->is_foreign(sequence, syn)) {
-            leaving_.push_back(*std::exchange(stream, std::nullopt));
+        const std::string key = fmt::format("{} {} {} {}", facts.source, facts.ports->source,
+                                            facts.destination, facts.ports->destination);
+        TcpStream &stream = streams_.try_emplace(key, framing_, sequence).first->second;
+        if (stream.is_foreign(sequence, syn)) {
+            stream.finish(out);
+            stream = TcpStream(framing_, sequence);
         }
-        if (!stream) {
-            stream.emplace(framing_, sequence, syn);
-        }
+        stream.add(facts, sequence, data, cut, out);
+    }
+    while (streams_.size() > most_streams || held() > most_held) {
+        give_up(out);
     }
     if (data.size == 0 && !framing_.by_length()) {
-        reports.push_back(
-            problem(facts, ToolCode::segment, fmt::format("no data ({})", flag_names(header.flags))));
-    } else if (data.size != 0 && !stream->add(facts, sequence, data, cut)) {
-        reports.push_back(
-            problem(facts, ToolCode::segment, "it lies before the first segment seen of its connection"));
+        throw Problem{ToolCode::segment, fmt::format("no data ({})", flag_names(header.flags))};
     }
-}
-
-TcpStreams::Connection &TcpStreams::find(const std::string &key) {
-    const auto known = std::find_if(connections_.begin(), connections_.end(),
-                                    [&](const Connection &each) { return each.key == key; });
-    if (known == connections_.end()) {
-        connections_.push_front({key});
-    } else {
-        connections_.splice(connections_.begin(), connections_, known);
-    }
-    while (connections_.size() > most_connections || (connections_.size() > 1 && held() > most_held)) {
-        drop_last();
-    }
-    return connections_.front();
-}
-
-void TcpStreams::drop_last() {
-    for (std::optional<TcpStream> &stream : connections_.back().streams) {
-        if (stream) {
-            leaving_.push_back(std::move(*stream));
-        }
-    }
-    connections_.pop_back();
 }
 
 size_t TcpStreams::held() const {
-    size_t held = 0;
-    for (const Connection &connection : connections_) {
-        for (const std::optional<TcpStream> &stream : connection.streams) {
-            held += stream ? stream->held() : 0;
-        }
-    }
-    return held;
+    return std::accumulate(streams_.begin(), streams_.end(), size_t{0},
+                           [](size_t sum, const auto &each) { return sum + each.second.held(); });
 }
 
-std::optional<Payload> TcpStreams::next() {
-    for (; !leaving_.empty(); leaving_.pop_front()) {
-        if (std::optional<Payload> payload = leaving_.front().next(true)) {
-            return payload;
-        }
+bool TcpStreams::give_up(Payloads &out) {
+    const auto oldest = std::min_element(streams_.begin(), streams_.end(), [](const auto &a, const auto &b) {
+        return a.second.last_frame() < b.second.last_frame();
+    });
+    if (oldest == streams_.end()) {
+        return false;
     }
-    if (!connections_.empty()) {
-        for (std::optional<TcpStream> &stream : connections_.front().streams) {
-            if (std::optional<Payload> payload = stream ? stream->next(false) : std::nullopt) {
-                return payload;
-            }
-        }
-    }
-    return std::nullopt;
-}
-
-void TcpStreams::finish() {
-    while (!connections_.empty()) {
-        drop_last();
-    }
+    oldest->second.finish(out);
+    streams_.erase(oldest);
+    return true;
 }
 
 } // namespace tlvmsg::tool
