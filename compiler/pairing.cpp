@@ -33,22 +33,35 @@ Pairing::Pairing(const Schema &before, const Schema &after) {
     pair_where(before, after,
                [](const Type &old, const Type &now) { return has_tag(old) && old.tag == now.tag; });
     pair_where(before, after, [this](const Type &old, const Type &now) {
-        return old.kind == Kind::Message && same_members(old, now);
+        return old.kind == Kind::Message && now.kind == Kind::Message &&
+               old.family->name == now.family->name && same_members(old, now);
     });
-    pair_where(before, after, [&](const Type &old, const Type &now) {
-        return !has_tag(old) && stood_where(old, now, before);
-    });
+    for (const Type &old : before.types) {
+        const Type *const now = partner(&old);
+        for (size_t i = 0; now != nullptr && i < std::min(old.members.size(), now->members.size()); ++i) {
+            if (!has_tag(*old.members[i].type)) {
+                pair_if_free(*old.members[i].type, *now->members[i].type);
+            }
+        }
+    }
 }
 
 void Pairing::pair_where(const Schema &before, const Schema &after, const Sameness &same) {
     for (const Type &old : before.types) {
         for (auto now = after.types.begin(); now != after.types.end() && partner(&old) == nullptr; ++now) {
-            const bool allowed = old.name == now->name || old.kind == now->kind;
-            if (allowed && same(old, *now) && partner(&*now) == nullptr) {
-                partners_[&old] = &*now;
-                partners_[&*now] = &old;
+            if (same(old, *now)) {
+                pair_if_free(old, *now);
             }
         }
+    }
+}
+
+// Of one kind, unless the name says that they are the same one all the same.
+void Pairing::pair_if_free(const Type &before, const Type &after) {
+    const bool alike = before.kind == after.kind || before.name == after.name;
+    if (alike && partner(&before) == nullptr && partner(&after) == nullptr) {
+        partners_[&before] = &after;
+        partners_[&after] = &before;
     }
 }
 
@@ -56,18 +69,6 @@ bool Pairing::same_members(const Type &before, const Type &after) const {
     return std::equal(before.members.begin(), before.members.end(), after.members.begin(),
                       after.members.end(),
                       [this](const Member &old, const Member &now) { return partner(old.type) == now.type; });
-}
-
-bool Pairing::stood_where(const Type &before, const Type &after, const Schema &schema) const {
-    for (const Type &holder : schema.types) {
-        const Type *const now = partner(&holder);
-        for (size_t i = 0; now != nullptr && i < std::min(holder.members.size(), now->members.size()); ++i) {
-            if (holder.members[i].type == &before && now->members[i].type == &after) {
-                return true;
-            }
-        }
-    }
-    return false;
 }
 
 const Type *Pairing::partner(const Type *type) const {

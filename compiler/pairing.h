@@ -44,8 +44,8 @@ public:
 private:
     using Sameness = std::function<bool(const Type &before, const Type &after)>;
     void pair_where(const Schema &before, const Schema &after, const Sameness &same);
+    void pair_if_free(const Type &before, const Type &after);
     bool same_members(const Type &before, const Type &after) const;
-    bool stood_where(const Type &before, const Type &after, const Schema &schema) const;
 
     std::map<const Type *, const Type *> partners_; // both ways
 };
