@@ -70,11 +70,11 @@ void add_wireshark(Cli &cli) {
          {"One file in Lua, for Wireshark 4, has a filter for every member: tlvmsg.zel_led_control.color == "
           "3. "
           "What decoders tolerate is a warning and what they refuse an error, with tlvmsg.fault as its code.",
-          "Preferences of the protocol say what packets hold. types: udp/9000=TYPE, tcp/9000=TYPE, and "
-          "msg_type=17=TYPE for what the session header says, which comes first; types_file: a file of such "
-          "lines; default_type: the type of all others. framing: length:BYTES@OFFSET[+HEADER] when each "
-          "message "
-          "of a TCP stream is behind a header with its length, skip:N when N bytes are before it.",
+          "Preferences of the protocol say what packets hold, in the words of tlv decode: types, the lines "
+          "of "
+          "--type-of with commas or spaces between them; types_file, a file of such lines as --types takes "
+          "it; "
+          "framing. default_type is the type of what no line is about.",
           "Without a type, a payload is the only message that fits; when several fit they are named, and the "
           "elements are shown by their tags. Ports without a type are left alone, unless 'Decode As' or the "
           "preference heuristic says otherwise."},

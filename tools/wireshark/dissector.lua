@@ -1,7 +1,7 @@
 -- From here on the file is the same for every set of types; `tables`, above, says what they are.
 --
 -- What the library's decoders tolerate is a warning, what they refuse an error, in the same words. Decoding moves `at`
--- on, shows what it finds if it has a tree, and fails by an error: ABSENT, which the element around tolerates, or REFUSED.
+-- on, shows what it finds if it has a tree, and fails by an error: ABSENT, which the element around takes, or REFUSED.
 
 local NAME = tables.name
 local HEADER, ARRAY_TAG, COUNT_TAG, ENUMERATOR_TAG = 4, 10, 4, 6
@@ -194,7 +194,6 @@ function read.union(slot, tree, before)
     if chosen then step(chosen, chosen.name, tree) end
 end
 
--- As text too, where it is text.
 local function add_bytes(tree, shown, label, from, count)
     local item, text = tree:add(shown, tvb:range(from, count)), input:sub(from + 1, from + count)
     if visible and not text:find("[^ -~]") then item:set_text(label .. ': "' .. text .. '"') end
@@ -423,8 +422,8 @@ end
 
 local function read_types(result, text)
     for word in text:gsub("#[^\n]*", ""):gmatch("[^%s,]+") do
-        local kind, key, name = word:gsub("^msg_type=", "msg_type/"):match("^([%a_]+)/(%d+)=(.+)$")
-        if result[kind] and (kind == "msg_type" or tonumber(key) <= 65535) then
+        local kind, key, name = word:gsub("^msg_type=", "msg_type/"):match("^([%a_]+)/(%w+)=(.+)$")
+        if result[kind] and (tonumber(key) or math.huge) <= (kind == "msg_type" and 4294967295 or 65535) then
             result[kind][tonumber(key)] = type_named(name)
         else
             complain("'", word, "' is none of udp/PORT=TYPE, tcp/PORT=TYPE, msg_type=N=TYPE")
@@ -523,7 +522,8 @@ local function show(buffer, from, pinfo, tree)
     if type and code then report(tree, "note", code, 0, text) end
     if type then return show_configured(pinfo, tree, type) end
     local part = not code and divide()
-    if not part and not code then code, text = "unknown-message", "no message fits the whole of it" end
+    local nothing = pinfo.port_type == TCP and "segment" or "unknown-message"
+    if not part and not code then code, text = nothing, "no message fits the whole of it" end
     if part and part.ways > 1 then code, text = "ambiguous", part.messages .. " messages, divided in several ways" end
     if code then return show_unknown(tree, 0, size, code, text) end
     while part.names do
