@@ -275,19 +275,27 @@ void check_attributes(const Declared &declared, Diagnostics &faults) {
     }
 }
 
+// Of what a declaration says itself.
+constexpr auto own_checks = {check_tag_range, check_capacity, check_keywords, check_not_empty,
+                             check_enumerators};
+
+// Of that and of the types that it names.
 constexpr auto checks = {
-    check_tag_range,        check_capacity,         check_keywords,          check_not_empty,
-    check_distinct_members, check_names_of_numbers, check_enumerators,       check_no_message_within,
-    check_message_members,  check_element,          check_alternative_types, check_alternative_values,
-    check_count_type,       check_selector_type,    check_attributes,
+    check_distinct_members, check_names_of_numbers,  check_no_message_within, check_message_members,
+    check_element,          check_alternative_types, check_count_type,        check_alternative_values,
+    check_selector_type,    check_attributes,
 };
 
 } // namespace
 
 void check_declarations(const Resolution &resolution, Diagnostics &faults) {
     for (const Declared &declared : resolution.declared) {
-        for (auto check_one : checks) {
-            check_one(declared, faults);
+        const auto apply = [&](auto check_one) { check_one(declared, faults); };
+        if (declared.syntax->sound) {
+            std::for_each(own_checks.begin(), own_checks.end(), apply);
+        }
+        if (declared.type->sound) {
+            std::for_each(checks.begin(), checks.end(), apply);
         }
     }
 }

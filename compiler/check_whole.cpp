@@ -9,18 +9,21 @@ namespace tlvc {
 namespace {
 
 void check_distinct_tags(const Resolution &resolution, Diagnostics &faults) {
-    std::map<uint64_t, const Declared *> seen;
-    for (const Declared &declared : resolution.declared) {
-        const auto &[syntax, type] = declared;
-        if (!has_tag(*type)) {
+    std::map<uint64_t, const syntax::Declaration *> seen;
+    for (const auto &[syntax, type] : resolution.declared) {
+        if (!has_tag(*type) || !syntax->sound) {
             continue;
         }
-        auto [first, is_new] = seen.try_emplace(syntax->number.value, &declared);
-        if (!is_new) {
-            const syntax::Declaration &other = *first->second->syntax;
-            faults.report(Fault::DuplicateTag, syntax->number.span, syntax->number.value)
-                .note(other.number.span, fmt::format("'{}' has it", other.name.text));
+        const syntax::Declaration *&owner = seen.try_emplace(syntax->number.value, syntax).first->second;
+        if (owner == syntax) {
+            continue;
         }
+        const syntax::Declaration *newer = syntax;
+        if (resolution.is_newer(owner->number.span, newer->number.span)) {
+            std::swap(owner, newer);
+        }
+        faults.report(Fault::DuplicateTag, newer->number.span, newer->number.value)
+            .note(owner->number.span, fmt::format("'{}' has it", owner->name.text));
     }
 }
 

@@ -26,22 +26,17 @@ std::vector<std::string> files_below(const std::string &directory) {
     return files;
 }
 
-// Each phase finds all that it can, and none runs on what an earlier one has found fault with.
+// Each phase finds all that it can, and leaves alone what an earlier one has found fault with.
 std::unique_ptr<const Schema> compile(const Program &program, Diagnostics &faults) {
-    if (faults.any()) {
-        return nullptr;
-    }
     Resolution resolution = resolve(program, faults);
-    if (faults.any()) {
-        return nullptr;
-    }
     find_records(*resolution.schema);
-    check(resolution, faults);
-    if (faults.any()) {
-        return nullptr;
+    Diagnostics of_checks;
+    check(resolution, of_checks);
+    if (!of_checks.any()) { // circles have no size
+        measure(*resolution.schema);
+        check_sizes(resolution, of_checks);
     }
-    measure(*resolution.schema);
-    check_sizes(resolution, faults);
+    faults.append(of_checks);
     if (faults.any()) {
         return nullptr;
     }

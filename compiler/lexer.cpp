@@ -1,5 +1,6 @@
 #include "lexer.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace tlvc {
@@ -59,7 +60,9 @@ private:
     }
     Span span(size_t begin) const { return span(begin, at_); }
 
-    void add(TokenKind kind, Span place) { result_.tokens.push_back({kind, place, starts_line_}); }
+    void add(TokenKind kind, Span place, bool faulty = false) {
+        result_.tokens.push_back({kind, place, starts_line_, faulty});
+    }
 
     template <typename Predicate>
     void skip_while(Predicate belongs) {
@@ -78,6 +81,8 @@ private:
         char c = peek();
         if (c == '/' && peek(1) == '/') {
             comment();
+        } else if (c == '/' && peek(1) == '*') {
+            enclosed_remark();
         } else if (is_name_start(c)) {
             size_t begin = at_;
             skip_while(is_name_part);
@@ -98,21 +103,23 @@ private:
         size_t begin = at_;
         skip_while(is_name_part);
         std::string_view digits = text_.substr(begin, at_ - begin);
-        if (digits.find_first_not_of("0123456789") != std::string_view::npos) {
+        const bool malformed = digits.find_first_not_of("0123456789") != std::string_view::npos;
+        if (malformed) {
             faults_.report(Fault::MalformedNumber, span(begin), digits);
         }
-        add(TokenKind::Number, span(begin));
+        add(TokenKind::Number, span(begin), malformed);
     }
 
     void string() {
         size_t begin = at_++;
         skip_while([](char c) { return c != '"' && c != '\n'; });
-        if (peek() == '"') {
+        const bool ends = peek() == '"';
+        if (ends) {
             ++at_;
         } else {
             faults_.report(Fault::UnterminatedString, span(begin));
         }
-        add(TokenKind::String, span(begin));
+        add(TokenKind::String, span(begin), !ends);
     }
 
     // "////" and longer rows of slashes are rulers, not documentation.
@@ -133,6 +140,15 @@ private:
         } else {
             add(doc ? TokenKind::Doc : TokenKind::FileDoc, trimmed(begin));
         }
+    }
+
+    // As C has them; one that never ends is taken for its line.
+    void enclosed_remark() {
+        const size_t begin = at_;
+        const size_t end = text_.find("*/", begin + 2);
+        at_ = end != std::string_view::npos ? end + 2 : std::min(text_.find('\n', begin), text_.size());
+        faults_.report(Fault::UnexpectedCharacter, span(begin, begin + 2), "/*")
+            .help("a remark begins with '//' and ends with its line");
     }
 
     Span trimmed(size_t begin) const {

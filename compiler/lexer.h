@@ -24,7 +24,8 @@ enum class TokenKind {
 struct Token {
     TokenKind kind;
     Span span;
-    bool starts_line; // nothing but blanks before it on its line
+    bool starts_line;    // nothing but blanks before it on its line
+    bool faulty = false; // and that is reported
 };
 
 struct Tokens {

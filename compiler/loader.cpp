@@ -36,6 +36,7 @@ private:
             program_.units.push_back(
                 {parse(sources_, file, faults_), canonical, canonical.parent_path().filename().string(), {}});
             open_imports(file);
+            program_.units[file].age = complete_++;
         }
         return file;
     }
@@ -46,6 +47,7 @@ private:
         for (const syntax::Import &import : imports) {
             fs::path path = (directory / import.path.text).lexically_normal();
             if (!fs::is_regular_file(path)) {
+                program_.units[file].syntax.imports_found = false;
                 faults_.report(Fault::ImportNotFound, import.path.span, import.path.text)
                     .help("the path starts at this file's directory: there is no file '" + path.string() +
                           "'");
@@ -96,6 +98,7 @@ private:
     Sources &sources_;
     Diagnostics &faults_;
     Program program_;
+    uint32_t complete_ = 0; // units with all that they import
     std::map<fs::path, uint32_t> known_;
     std::vector<Edge<uint32_t>> edges_;
 };

@@ -91,6 +91,7 @@ struct Type {
     const Family *family = nullptr;   // null for scalars
     const Section *section = nullptr; // null for scalars
     Span span;
+    bool sound = true; // else a fault is reported, in it or in what it names, and only the name is certain
 
     const wire::Scalar *scalar = nullptr; // scalars
     uint16_t tag = 0;                    // enumeration, structure, scalar (the tag its encoder writes), array

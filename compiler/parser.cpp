@@ -1,11 +1,13 @@
 #include "parser.h"
 
+#include "foreign.h"
 #include "lexer.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <limits>
+#include <utility>
 
 namespace tlvc {
 
@@ -57,6 +59,7 @@ private:
     const Token &take() {
         const Token &token = peek();
         at_ = std::min(at_ + 1, lexed_.tokens.size() - 1);
+        sound_ = sound_ && !token.faulty;
         return token;
     }
     bool take_if(TokenKind kind) {
@@ -81,6 +84,7 @@ private:
         }
     }
     Diagnostic &unexpected(std::string_view wanted) {
+        sound_ = false;
         return faults_.report(Fault::UnexpectedToken, peek().span, wanted, found());
     }
     const Token &expect(TokenKind kind, std::string_view wanted) {
@@ -205,37 +209,61 @@ private:
     void import() {
         size_t start = at_;
         take();
+        const bool others_found = std::exchange(result_.imports_found, false);
         const Token &path = expect(TokenKind::String, "the path of a file in quotes");
         if (!result_.declarations.empty()) {
             faults_.report(Fault::LateImport, since(start));
         }
-        std::string_view quoted = text(path);
-        if (quoted.size() > 1 && quoted.back() == '"') { // its fault is known otherwise
+        if (!path.faulty) {
+            std::string_view quoted = text(path);
             result_.imports.push_back({{quoted.substr(1, quoted.size() - 2), path.span}, since(start)});
+            result_.imports_found = others_found;
         }
     }
 
     void declaration(size_t start, Doc documentation) {
+        Declaration result;
+        result.doc = std::move(documentation);
+        sound_ = true;
+        try {
+            form(result);
+            finish(result, start);
+        } catch (const Unreadable &) {
+            finish(result, start);
+            skip_to_declaration();
+        }
+    }
+
+    void finish(Declaration &result, size_t start) {
+        if (!result.name.text.empty()) {
+            result.sound = sound_;
+            result.span = since(start);
+            result_.declarations.push_back(std::move(result));
+        }
+    }
+
+    void form(Declaration &result) {
         auto matches = [this](const Keyword &keyword) { return at_word(keyword.word); };
         auto keyword = std::find_if(keywords.begin(), keywords.end(), matches);
         if (keyword == keywords.end()) {
-            no_declaration();
+            no_declaration(result);
         }
         take();
-        Declaration result;
-        result.doc = std::move(documentation);
         (this->*keyword->rule)(result);
-        result.span = since(start);
-        result_.declarations.push_back(std::move(result));
     }
 
-    [[noreturn]] void no_declaration() {
+    // A misspelled keyword has a name behind it.
+    [[noreturn]] void no_declaration(Declaration &result) {
         std::string_view word = text(peek());
         std::vector<std::string_view> words = {"import"};
         for (const Keyword &keyword : keywords) {
             words.push_back(keyword.word);
         }
         unexpected("a declaration").suggest(word, words);
+        if (at(TokenKind::Name) && peek(1).kind == TokenKind::Name && !peek(1).starts_line) {
+            take();
+            result.name = name("a name");
+        }
         throw Unreadable();
     }
 
@@ -260,6 +288,11 @@ private:
     void message(Declaration &result) {
         result.form = Form::Message;
         result.name = name("the name of the message");
+        if (at(TokenKind::Equals) && peek(1).kind == TokenKind::Number) {
+            unexpected("'{'").help(fmt::format("a message has no tag: leave out '= {}'", text(peek(1))));
+            take();
+            take();
+        }
         body(result, &Parser::member);
     }
 
@@ -325,6 +358,7 @@ private:
         while (!take_if(TokenKind::RightBrace)) {
             if (at(TokenKind::End) || at_declaration_in_body()) {
                 doc(TokenKind::Doc); // belongs to the declaration, which is what to show
+                sound_ = false;
                 faults_.report(Fault::UnclosedBody, peek().span, found())
                     .note(lexed_.tokens[start].span,
                           fmt::format("the body of '{}' begins here", result.name.text));
@@ -385,8 +419,11 @@ private:
     }
 
     void type_and_name(Declaration &result, Member &member, size_t start) {
-        member.type = name("a type");
+        member.type = type();
         member.name = name("the name of the member");
+        if (at(TokenKind::LeftBracket)) {
+            array_as_member(member);
+        }
         while (take_if(TokenKind::At)) {
             member.attributes.push_back(name("an attribute"));
         }
@@ -394,10 +431,48 @@ private:
         result.members.push_back(std::move(member));
     }
 
+    // What C writes in several words is one name, which nothing has: 'unsigned int', 'struct port'.
+    Name type() {
+        Name result = name("a type");
+        const auto on_this_line = [this](size_t ahead) {
+            return peek(ahead).kind == TokenKind::Name && !peek(ahead).starts_line;
+        };
+        for (std::string_view word = result.text;
+             begins_c_type(word) && on_this_line(0) && on_this_line(1);) {
+            if (is_c_number(word) && !is_c_number(text(peek()))) {
+                break;
+            }
+            const Token &next = take();
+            word = text(next);
+            result.span.end = next.span.end;
+            result.text = sources_.text(result.span);
+        }
+        return result;
+    }
+
+    void array_as_member(const Member &member) {
+        const std::string_view type = member.type.text;
+        const bool bytes = type == "uint8" || type == "int8" || type == "char";
+        const bool sized = peek(1).kind == TokenKind::Number;
+        const std::string name = fmt::format("{}_array", bytes ? member.name.text : type);
+        const std::string what = bytes ? "bytes " + name : fmt::format("array {} of {}", name, type);
+        unexpected("a member or '}'")
+            .help(sized ? fmt::format("an array is a type: declare '{}[{}]' and write '{} {}' here", what,
+                                      text(peek(1)), name, member.name.text)
+                        : fmt::format("an array is a type: declare 'dynamic {} counted by uint8' and write "
+                                      "'uint8 count  {} {}' here",
+                                      what, name, member.name.text));
+        do {
+            take();
+        } while (at(TokenKind::Number) && !peek().starts_line);
+        take_if(TokenKind::RightBracket);
+    }
+
     const Sources &sources_;
     Diagnostics &faults_;
     Tokens lexed_;
     size_t at_ = 0;
+    bool sound_ = true; // the declaration so far
     File result_;
 };
 

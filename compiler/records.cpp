@@ -65,6 +65,9 @@ std::vector<Field> fields_of(const Type &type) {
 
 void find_records(Schema &schema) {
     for (Type &type : schema.types) {
+        if (!type.sound) {
+            continue;
+        }
         for (size_t i = 0; i < type.members.size(); ++i) {
             type.members[i].path = path_of(type, i);
         }

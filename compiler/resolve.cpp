@@ -1,5 +1,8 @@
 #include "resolve.h"
 
+#include "foreign.h"
+#include "references.h"
+
 #include <algorithm>
 #include <array>
 #include <map>
@@ -13,9 +16,8 @@ using syntax::Form;
 
 class Resolver {
 public:
-    Resolver(const Program &program, Diagnostics &faults) : program_(program), faults_(faults) {
-        result_.schema = std::make_unique<Schema>();
-    }
+    Resolver(const Program &program, Diagnostics &faults)
+        : program_(program), faults_(faults), result_{std::make_unique<Schema>(), {}, program} {}
 
     Resolution run() {
         add_scalars();
@@ -23,8 +25,11 @@ public:
             declare_file(file);
         }
         for (const Declared &declared : result_.declared) {
+            const size_t missing = missing_;
             link(declared);
+            declared.type->sound = declared.type->sound && declared.syntax->sound && missing == missing_;
         }
+        spread_faults();
         for (const Declared &declared : result_.declared) {
             assign_roles(*declared.type);
         }
@@ -81,6 +86,7 @@ private:
         type.span = syntax.name.span;
         auto [first, is_new] = types_.try_emplace(syntax.name.text, &type);
         if (!is_new) {
+            type.sound = false;
             duplicate(syntax, *first->second);
         }
         section.types.push_back(&type);
@@ -88,24 +94,50 @@ private:
     }
 
     void duplicate(const Declaration &syntax, const Type &first) {
-        Diagnostic &fault = faults_.report(Fault::DuplicateName, syntax.name.span, syntax.name.text);
         if (first.family == nullptr) {
-            fault.help("it is a scalar type that every file knows");
-        } else {
-            fault.note(first.span, "first declared here");
+            faults_.report(Fault::DuplicateName, syntax.name.span, syntax.name.text)
+                .help("it is a scalar type that every file knows");
+            return;
+        }
+        const bool newer = result_.is_newer(syntax.name.span, first.span);
+        faults_.report(Fault::DuplicateName, newer ? syntax.name.span : first.span, syntax.name.text)
+            .note(newer ? first.span : syntax.name.span, "first declared here");
+    }
+
+    // What names a type that is not sound is not sound itself.
+    void spread_faults() {
+        const auto unsound = [](const Reference &each) { return !each.type->sound; };
+        for (bool again = true; again;) {
+            again = false;
+            for (const Declared &declared : result_.declared) {
+                Type &type = *declared.type;
+                const std::vector<Reference> named = references(type);
+                if (type.sound && std::any_of(named.begin(), named.end(), unsound)) {
+                    type.sound = false;
+                    again = true;
+                }
+            }
         }
     }
 
     // The file of a name is that of its span: it decides what may be named there.
     const Type *find(const syntax::Name &name) {
+        if (name.text.empty()) { // it could not be read
+            return nullptr;
+        }
+        const Unit &unit = program_.units[name.span.file];
         auto found = types_.find(name.text);
         if (found == types_.end()) {
-            undefined(name);
+            ++missing_;
+            if (unit.syntax.imports_found) {
+                undefined(name);
+            }
             return nullptr;
         }
         const Type &type = *found->second;
-        const std::vector<uint32_t> &imports = program_.units[name.span.file].imports;
+        const std::vector<uint32_t> &imports = unit.imports;
         bool visible = type.family == nullptr || type.span.file == name.span.file ||
+                       !unit.syntax.imports_found ||
                        std::find(imports.begin(), imports.end(), type.span.file) != imports.end();
         if (!visible) {
             not_imported(name, type);
@@ -114,11 +146,16 @@ private:
     }
 
     void undefined(const syntax::Name &name) {
+        Diagnostic &fault = faults_.report(Fault::UndefinedType, name.span, name.text);
+        if (std::string instead = instead_of(name.text); !instead.empty()) {
+            fault.help(std::move(instead));
+            return;
+        }
         std::vector<std::string_view> candidates;
         for (const auto &[known, type] : types_) {
             candidates.push_back(known);
         }
-        faults_.report(Fault::UndefinedType, name.span, name.text).suggest(name.text, candidates);
+        fault.suggest(name.text, candidates);
     }
 
     void not_imported(const syntax::Name &name, const Type &type) {
@@ -230,7 +267,7 @@ private:
 
     // Enumerations may be declared behind the union, so their enumerators are looked up as written.
     uint32_t enumerator(const syntax::Value &value, const Type *selector) {
-        if (selector == nullptr) {
+        if (selector == nullptr || !selector->sound) {
             return 0; // a fault already
         }
         const auto declared = std::find_if(result_.declared.begin(), result_.declared.end(),
@@ -244,6 +281,7 @@ private:
                 candidates.push_back(each.name.text);
             }
         }
+        ++missing_;
         faults_.report(Fault::UnknownEnumerator, value.span, value.name, selector->name)
             .suggest(value.name, candidates)
             .note(selector->span, "it is declared here");
@@ -274,9 +312,22 @@ private:
     Diagnostics &faults_;
     Resolution result_;
     std::map<std::string_view, Type *> types_;
+    size_t missing_ = 0; // names that lead nowhere
 };
 
 } // namespace
+
+std::vector<Declared> Resolution::sound() const {
+    std::vector<Declared> result;
+    std::copy_if(declared.begin(), declared.end(), std::back_inserter(result),
+                 [](const Declared &each) { return each.type->sound; });
+    return result;
+}
+
+bool Resolution::is_newer(Span place, Span than) const {
+    const auto age = [this](Span span) { return std::pair(program.units[span.file].age, span.begin); };
+    return age(place) > age(than);
+}
 
 Resolution resolve(const Program &program, Diagnostics &faults) { return Resolver(program, faults).run(); }
 

@@ -17,9 +17,16 @@ struct Declared {
 struct Resolution {
     std::unique_ptr<Schema> schema;
     std::vector<Declared> declared; // by family, then by file, then as written
+    const Program &program;
+
+    std::vector<Declared> sound() const;
+
+    // Of two places with the same claim, whether the first is the one to blame: it was written later, as far as the
+    // files tell.
+    bool is_newer(Span place, Span than) const;
 };
 
-// The model can be used only if nothing was reported.
+// Types that something was reported of, and those that name them, are not sound. The program must live on.
 Resolution resolve(const Program &program, Diagnostics &faults);
 
 } // namespace tlvc

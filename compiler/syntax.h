@@ -61,6 +61,7 @@ struct Declaration {
     std::vector<Member> members;         // structure, message, union
     std::vector<Enumerator> enumerators; // enumeration
     Span span;                           // documentation included
+    bool sound = true;                   // else a fault in it is reported, and only the name is certain
 
     bool has_body() const { return body.begin != body.end; }
 };
@@ -74,6 +75,7 @@ struct File {
     uint32_t file = 0;
     Doc doc;
     std::vector<Import> imports;
+    bool imports_found = true; // else a fault is reported, and names may be unknown for that
     std::vector<Declaration> declarations;
     std::vector<Span> comments;
 };

@@ -64,21 +64,52 @@ TEST(Catalogue, has_an_entry_for_every_example) {
     }
 }
 
-TEST(Phases, each_reports_all_its_faults_and_stops_the_next) {
+// What is reported of each, and no more: nothing follows from what could not be read, found or imported.
+TEST(Phases, all_report_what_they_find_and_nothing_that_follows_from_other_faults) {
+    const std::pair<const char *, const char *> cases[] = {
+        // Readable declarations beside unreadable ones, which they name.
+        {"enum kind 1362\nstruct a = 5 { kind x  nowhere y }\nmessage { kind k }\nbytes name[0\nbytes c[0]\n",
+         "T005 T016 T012 T005 T005 T024"},
+        // A number, a union and an array that are not what they look like.
+        {"enum kind = 0x5\nstruct s = 1001 { kind k  choice c  uint8 n  names names }\n"
+         "union choice by kind k { on: s_gone x  2: uint8 x  2: uint8 y }\n"
+         "dynamic bytes names counted by gone\nstruct t = 1001 { choice c  uint8 d  uint8 d }\n",
+         "T003 T012 T012 T015"},
+        {"enum kind = 1001 { on = 1 }\nunion u by kind k { off: uint8 x  1: uint8 y  0: uint8 z }\n", "T041"},
+        {"import \"gone.tlv\"\nstruct a = 5 { nowhere x }\n", "T008 T016"},
+        {"import gone\nstruct a = 5 { nowhere x }\n", "T005 T016"},
+        {"strcut a = 1001 { uint8 x }\nmessage m { a a  a a }\nmessage n { n n }\n", "T005 T020 T037"},
+        {"enum a = 1001 { b = }\nstruct c = 1002 { a a }\nstruct d = 1002 { a a }\n", "T005 T015"},
+        {"struct a = 1001 { uint8 b[4] }\nbytes large[65535]\narray many of large_one[2]\n"
+         "struct large_one = 1002 { large_two a  large_two b }\nstruct large_two = 1003 { huge h }\n"
+         "array huge of tiny[40000]\nstruct tiny = 1004 { uint8 x }\nenum a = 1005\n",
+         "T005 T014"},
+    };
     SchemaDirectory directory;
-    std::string text = "enum kind 1362\n"             // syntax
-                       "struct a = 5 { nowhere x }\n" // an undefined type, a tag out of range
-                       "message { kind k }\n"         // syntax
-                       "bytes name[0\n"               // syntax
-                       "enum fine = 1363\n";
-    EXPECT_EQ(Compiled({directory.add("voice/a.tlv", text)}).codes(),
-              (std::vector<std::string>{"T005", "T005", "T005"}));
-    text = "struct a = 5 { nowhere x }\nstruct b = 6 { elsewhere y }\n";
-    EXPECT_EQ(Compiled({directory.add("voice/b.tlv", text)}).codes(),
-              (std::vector<std::string>{"T012", "T012"}));
-    text = "struct a = 5 { uint8 x  uint8 x }\nbytes c[0]\n";
-    EXPECT_EQ(Compiled({directory.add("voice/c.tlv", text)}).codes(),
-              (std::vector<std::string>{"T016", "T018", "T024"}));
+    for (const auto &[text, expected] : cases) {
+        std::string found;
+        for (const std::string &each : Compiled({directory.add("voice/a.tlv", text)}).codes()) {
+            found += (found.empty() ? "" : " ") + each;
+        }
+        EXPECT_EQ(found, expected) << text;
+    }
+}
+
+// Whoever imports is newer than what he imports, and what is named last is newer than the rest.
+TEST(Phases, the_newer_file_is_blamed_for_what_two_declare) {
+    SchemaDirectory directory;
+    const std::string released = directory.add("voice/released.tlv", "enum a = 1001\nenum b = 1002\n");
+    const std::string own = directory.add("acme/own.tlv", "enum own = 1001\nenum b = 1003\n");
+    const std::string user =
+        directory.add("acme/user.tlv", "import \"../voice/released.tlv\"\nenum own = 1001\nenum b = 1003\n");
+    for (const std::vector<std::string> &files : {std::vector{released, own}, std::vector{user}}) {
+        Compiled compiled(files);
+        ASSERT_EQ(compiled.codes().size(), 2u);
+        for (const Diagnostic &each : compiled.faults.in_file_order()) {
+            EXPECT_EQ(compiled.sources.path(each.span.file), files.back());
+            EXPECT_EQ(compiled.sources.path(each.notes.at(0).span.file), released);
+        }
+    }
 }
 
 TEST(Phases, syntax_faults_of_all_files_come_in_file_order) {

@@ -3,3 +3,6 @@ struct led_control = 1357 {
     uint16 port µ
 }
 # the colour
+/* C has
+   such remarks */ enum led_color = 1362
+/* this one never ends

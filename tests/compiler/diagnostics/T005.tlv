@@ -13,3 +13,10 @@ union led_value by led_kind kind {
 }
 dynamic text led_name counted by uint8
 array leds of led_state[2
+]
+message led_request = 2010 { led_header header }
+struct led_header = 1359 {
+    led_mode   modes[8]
+    uint8      name[16] @zero_count
+    led_mode   others[]
+}

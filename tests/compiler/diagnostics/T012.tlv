@@ -7,3 +7,11 @@ struct zel_led_control = 1357 {
 }
 array led_array of zel_led_contrlo[4]
 union led_union by zel_led_kind kind { 1: uin8 octet }
+struct led_habits = 1358 {
+    unsigned int        a
+    unsigned long long  b  long c  short d
+    struct zel_led_color e
+    string  f
+    double  g
+    int     h
+}
