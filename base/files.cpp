@@ -4,6 +4,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 
 namespace tlvmsg::base {
@@ -11,6 +12,9 @@ namespace tlvmsg::base {
 namespace fs = std::filesystem;
 
 std::string read_file(const std::string &path) {
+    if (path == "-") {
+        return {std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
+    }
     if (std::filesystem::is_directory(path)) {
         throw IoError("cannot read '" + path + "': it is a directory");
     }

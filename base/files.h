@@ -11,7 +11,7 @@ struct IoError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-std::string read_file(const std::string &path); // throws IoError
+std::string read_file(const std::string &path); // "-" is standard input; throws IoError
 
 // Leaves a file that has these bytes already as it is, so that nothing built from it is built again. Creates
 // the directories above it. Throws IoError.

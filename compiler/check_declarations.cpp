@@ -1,3 +1,4 @@
+#include "attributes.h"
 #include "checks.h"
 #include "names.h"
 #include "reserved.h"
@@ -235,41 +236,25 @@ void check_selector_type(const Declared &declared, Diagnostics &faults) {
     }
 }
 
-// The attributes: name, where it may stand, and how a fault words that.
-struct Attribute {
-    std::string_view name;
-    bool (*fits)(const Type &owner, size_t index);
-    std::string_view place;
-};
-
-constexpr Attribute attributes[] = {
-    {"zero_count",
-     [](const Type &owner, size_t index) {
-         return has_members(owner) && is_dynamic(*owner.members[index].type);
-     },
-     "it is for members that are dynamic arrays"},
-    {"end_by_length",
-     [](const Type &owner, size_t index) {
-         return owner.kind == Kind::Union && owner.alternatives[index].type->kind == Kind::Enumeration;
-     },
-     "it is for alternatives that are enumerations"},
-};
-
 void check_attributes(const Declared &declared, Diagnostics &faults) {
     for (size_t i = 0; i < declared.syntax->members.size(); ++i) {
         std::map<std::string_view, Span> seen;
         for (const Name &name : declared.syntax->members[i].attributes) {
             const auto *const known =
                 std::find_if(std::begin(attributes), std::end(attributes),
-                             [&](const Attribute &attribute) { return attribute.name == name.text; });
+                             [&](const Attribute *each) { return each->name == name.text; });
             if (known == std::end(attributes)) {
-                faults.report(Fault::UnknownAttribute, name.span, name.text)
-                    .suggest(name.text, {attributes[0].name, attributes[1].name});
+                std::vector<std::string_view> names;
+                for (const Attribute *each : attributes) {
+                    names.push_back(each->name);
+                }
+                faults.report(Fault::UnknownAttribute, name.span, name.text).suggest(name.text, names);
             } else if (auto [first, is_new] = seen.try_emplace(name.text, name.span); !is_new) {
                 faults.report(Fault::MisplacedAttribute, name.span, name.text, "it is given already")
                     .note(first->second, "the first is here");
-            } else if (!known->fits(*declared.type, i)) {
-                faults.report(Fault::MisplacedAttribute, name.span, name.text, known->place);
+            } else if (!(*known)->fits(*declared.type, i)) {
+                faults.report(Fault::MisplacedAttribute, name.span, name.text,
+                              fmt::format("it is for {}", (*known)->place));
             }
         }
     }
@@ -301,28 +286,11 @@ void check_declarations(const Resolution &resolution, Diagnostics &faults) {
 }
 
 std::string_view describe(const Type &type) {
-    switch (type.kind) {
-    case Kind::Scalar:
-        return "a scalar";
-    case Kind::Enumeration:
-        return "an enumeration";
-    case Kind::Structure:
-        return "a structure";
-    case Kind::Message:
-        return "a message";
-    case Kind::ElementArray:
-    case Kind::PackedArray:
-        return "an array";
-    case Kind::ByteArray:
-        return "a byte array";
-    case Kind::DynamicElements:
-        return "a dynamic array";
-    case Kind::DynamicBytes:
-        return "a dynamic byte array";
-    case Kind::Union:
-        return "a union";
-    }
-    return "a type";
+    constexpr std::string_view words[] = {
+        "a scalar",     "an enumeration",  "a structure",          "a message", "an array", "an array",
+        "a byte array", "a dynamic array", "a dynamic byte array", "a union"};
+    static_assert(std::size(words) == kinds);
+    return words[static_cast<size_t>(type.kind)];
 }
 
 } // namespace tlvc

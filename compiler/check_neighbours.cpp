@@ -84,7 +84,10 @@ void check_union_is_at_home(const Declared &declared, Diagnostics &faults) {
 } // namespace
 
 void check_neighbours(const Resolution &resolution, Diagnostics &faults) {
-    for (const Declared &declared : resolution.sound()) {
+    for (const Declared &declared : resolution.declared) {
+        if (!declared.type->sound) {
+            continue;
+        }
         check_companions(declared, faults);
         check_enclosing(declared, faults);
         check_union_is_at_home(declared, faults);

@@ -55,8 +55,11 @@ private:
 
 void check_sizes(const Resolution &resolution, Diagnostics &faults) {
     Extents extents;
-    for (const Declared &declared : resolution.sound()) {
+    for (const Declared &declared : resolution.declared) {
         const Type &type = *declared.type;
+        if (!type.sound) {
+            continue;
+        }
         if (type.kind == Kind::Structure && type.min_size > largest_size) {
             faults.report(Fault::FixedSize, type.span, type.name, type.min_size, largest_size);
         }

@@ -10,6 +10,9 @@ void check(const Resolution &resolution, Diagnostics &faults);
 // For the model as measured.
 void check_sizes(const Resolution &resolution, Diagnostics &faults);
 
+// What is allowed, and yet hardly meant, in the files that were named.
+void find_warnings(const Schema &schema, Diagnostics &warnings);
+
 // The parts of check().
 void check_declarations(const Resolution &resolution, Diagnostics &faults); // each for itself
 void check_neighbours(const Resolution &resolution, Diagnostics &faults);   // what must stand together

@@ -153,15 +153,11 @@ declaration. It is the selector field of the union's own record.)"},
 octet)"},
     CatalogueEntry{Fault::LargeValue, "value too large", "the value is over {}",
                    R"(Enumerations, and so the selectors of unions, are unsigned 32-bit numbers.)"},
-    CatalogueEntry{
-        Fault::UnknownAttribute, "unknown attribute", "there is no attribute '{}'",
-        R"(The attributes are '@zero_count', for a member that is a dynamic array, and '@end_by_length', for an
-alternative that is an enumeration.)"},
+    CatalogueEntry{Fault::UnknownAttribute, "unknown attribute", "there is no attribute '{}'",
+                   R"(A member or an alternative may be followed by attributes, each behind an '@'.)"},
     CatalogueEntry{
         Fault::MisplacedAttribute, "misplaced attribute", "'{}' is out of place: {}",
-        R"('@zero_count' makes the decoder clear the count of a dynamic array before it decodes the array.
-'@end_by_length' makes an alternative that is an enumeration end where its own length says. Neither
-has a meaning elsewhere, and giving one twice adds nothing.)"},
+        R"(An attribute has no meaning where it does not belong, and giving one twice adds nothing.)"},
     CatalogueEntry{
         Fault::EnclosingRecord, "union outside its record", "'{}' cannot be in '{}': {}",
         R"(A union declared 'in' a structure has no record of its own: its operations take that structure,
@@ -214,15 +210,33 @@ for this depth: scalars, members, items and alternatives each count one. Flatten
         "a path in '{}' takes {} characters, and at most {} are allowed",
         R"(Faults spell the whole way from the type to the member at fault in a buffer of fixed size. Shorten the
 names of members, or nest the type less.)"},
+    CatalogueEntry{
+        Fault::ArrayNeverFull, "array that cannot travel when full",
+        "'{}' takes {} bytes when full, and an element at most {}",
+        R"(Sizes of elements are 16-bit numbers. A record has room for all items of the array, but they cannot be sent
+at once. Lower the capacity, or send the items in several messages.)"},
+    CatalogueEntry{
+        Fault::UnusedEnumeration, "enumeration that nothing uses", "nothing uses '{}'",
+        R"(No member, array or union of the loaded files names the enumeration, so it takes a tag and is never sent.
+It may be left over, or a member has the type uint32 that was meant to have this one.)"},
+    CatalogueEntry{Fault::UndocumentedType, "undocumented type", "'{}' has no documentation",
+                   R"(What '///' lines say of a type is in the header, and in what tools show of it:
+
+    /// Which relay, and how.
+    struct zel_relay = 2001 { uint16 slot  uint16 port })"},
 };
 
+constexpr size_t first_warning = 201;
+
 constexpr bool in_order() {
-    for (size_t i = 0; i < entries.size(); ++i) {
-        if (static_cast<size_t>(entries[i].fault) != i + 1) {
+    size_t expected = 1;
+    for (const CatalogueEntry &each : entries) {
+        expected = each.fault == Fault::ArrayNeverFull ? first_warning : expected;
+        if (static_cast<size_t>(each.fault) != expected++) {
             return false;
         }
     }
-    return entries.back().fault == Fault::LongPath;
+    return entries.back().fault == Fault::UndocumentedType;
 }
 static_assert(in_order(), "the catalogue has one entry for each fault, in the order of their codes");
 
@@ -230,9 +244,20 @@ static_assert(in_order(), "the catalogue has one entry for each fault, in the or
 
 std::span<const CatalogueEntry> catalogue() { return entries; }
 
-const CatalogueEntry &entry(Fault fault) { return entries[static_cast<size_t>(fault) - 1]; }
+const CatalogueEntry &entry(Fault fault) {
+    return *std::find_if(entries.begin(), entries.end(),
+                         [=](const CatalogueEntry &each) { return each.fault == fault; });
+}
 
-std::string code(Fault fault) { return fmt::format("T{:03}", static_cast<size_t>(fault)); }
+Severity severity(Fault fault) {
+    return static_cast<size_t>(fault) < first_warning ? Severity::Error : Severity::Warning;
+}
+
+std::string code(Fault fault) {
+    const size_t number = static_cast<size_t>(fault);
+    return severity(fault) == Severity::Error ? fmt::format("T{:03}", number)
+                                              : fmt::format("W{:03}", number - first_warning + 1);
+}
 
 Diagnostic &Diagnostic::suggest(std::string_view name, const std::vector<std::string_view> &candidates) {
     if (std::string meant = tlvmsg::base::did_you_mean(name, candidates); !meant.empty()) {

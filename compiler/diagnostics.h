@@ -3,12 +3,13 @@
 
 #include "source.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 #include <span>
 
 namespace tlvc {
 
-// The number is the code: T001 is the first. Codes are published, so new ones go to the end.
+// The number is the code: T001 is 1, W001 is 201. Codes are published, so new ones go to the end of their kind.
 enum class Fault : uint8_t {
     UnexpectedCharacter = 1,
     UnterminatedString = 2,
@@ -56,7 +57,14 @@ enum class Fault : uint8_t {
     NameGeneratedTwice = 44,
     TooDeep = 45,
     LongPath = 46,
+
+    // Allowed, and yet hardly meant.
+    ArrayNeverFull = 201,
+    UnusedEnumeration = 202,
+    UndocumentedType = 203,
 };
+
+enum class Severity { Error, Warning };
 
 struct CatalogueEntry {
     Fault fault;
@@ -68,6 +76,7 @@ struct CatalogueEntry {
 std::span<const CatalogueEntry> catalogue();
 const CatalogueEntry &entry(Fault fault);
 std::string code(Fault fault); // "T012"
+Severity severity(Fault fault);
 
 struct Diagnostic {
     struct Note {
@@ -76,6 +85,7 @@ struct Diagnostic {
     };
 
     Fault fault;
+    Severity severity;
     Span span;
     std::string message;
     std::vector<Note> notes;
@@ -99,14 +109,23 @@ public:
     template <typename... Args>
     Diagnostic &report(Fault fault, Span span, const Args &...args) {
         std::string message = fmt::vformat(entry(fault).message, fmt::make_format_args(args...));
-        found_.push_back({fault, span, std::move(message), {}, {}});
+        found_.push_back({fault, severity(fault), span, std::move(message), {}, {}});
         return found_.back();
     }
 
     void append(const Diagnostics &others) {
         found_.insert(found_.end(), others.found_.begin(), others.found_.end());
     }
-    bool any() const { return !found_.empty(); }
+    size_t count(Severity severity) const {
+        return static_cast<size_t>(std::count_if(
+            found_.begin(), found_.end(), [=](const auto &each) { return each.severity == severity; }));
+    }
+    bool any() const { return count(Severity::Error) != 0; }
+    void refuse_warnings() {
+        for (Diagnostic &each : found_) {
+            each.severity = Severity::Error;
+        }
+    }
     std::vector<Diagnostic> in_file_order() const;
 
 private:

@@ -19,4 +19,7 @@ GeneratedFiles emit(const Schema &schema);
 // interface.txt: what the schema promises to its users, for people to review.
 std::string emit_interface(const Schema &schema);
 
+// Every tag that a type can have, as ranges of used and of free ones.
+std::string list_tags(const Schema &schema);
+
 } // namespace tlvc

@@ -1,7 +1,6 @@
 #include "lexer.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace tlvc {
 
@@ -12,28 +11,10 @@ bool is_digit(char c) { return c >= '0' && c <= '9'; }
 bool is_name_start(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
 bool is_name_part(char c) { return is_name_start(c) || is_digit(c); }
 
-std::optional<TokenKind> punctuation(char c) {
-    switch (c) {
-    case '{':
-        return TokenKind::LeftBrace;
-    case '}':
-        return TokenKind::RightBrace;
-    case '[':
-        return TokenKind::LeftBracket;
-    case ']':
-        return TokenKind::RightBracket;
-    case '=':
-        return TokenKind::Equals;
-    case ':':
-        return TokenKind::Colon;
-    case ',':
-        return TokenKind::Comma;
-    case '@':
-        return TokenKind::At;
-    default:
-        return std::nullopt;
-    }
-}
+constexpr std::string_view punctuation = "{}[]=:,@";
+constexpr TokenKind punctuation_kinds[] = {
+    TokenKind::LeftBrace, TokenKind::RightBrace, TokenKind::LeftBracket, TokenKind::RightBracket,
+    TokenKind::Equals,    TokenKind::Colon,      TokenKind::Comma,       TokenKind::At};
 
 class Lexer {
 public:
@@ -91,9 +72,9 @@ private:
             number();
         } else if (c == '"') {
             string();
-        } else if (auto kind = punctuation(c)) {
+        } else if (const size_t known = punctuation.find(c); known != std::string_view::npos) {
             ++at_;
-            add(*kind, span(at_ - 1));
+            add(punctuation_kinds[known], span(at_ - 1));
         } else {
             unexpected_character();
         }

@@ -19,7 +19,7 @@ public:
 
     Program run(const std::vector<std::string> &paths) {
         for (const std::string &path : paths) {
-            open(path);
+            program_.units[open(path)].named = true;
         }
         check_imports();
         check_families();
@@ -28,7 +28,7 @@ public:
 
 private:
     uint32_t open(const fs::path &path) {
-        fs::path canonical = fs::weakly_canonical(path);
+        fs::path canonical = fs::weakly_canonical(fs::absolute(path));
         auto [known, is_new] = known_.try_emplace(canonical, sources_.size());
         uint32_t file = known->second;
         if (is_new) {

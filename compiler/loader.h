@@ -13,6 +13,7 @@ struct Unit {
     std::filesystem::path canonical; // whatever path it was reached by
     std::string family;              // the name of its directory
     std::vector<uint32_t> imports;   // units that it may use, as indices
+    bool named = false;              // by the user, not only by an import
     uint32_t age = 0; // greater than those of the units that it imports and of files named before
 };
 

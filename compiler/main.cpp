@@ -1,5 +1,6 @@
 // The command line of the schema compiler.
 #include "base/files.h"
+#include "checks.h"
 #include "compile.h"
 #include "emit.h"
 #include "format.h"
@@ -11,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <unistd.h>
 
 namespace {
@@ -20,27 +22,45 @@ using namespace tlvmsg::base;
 
 enum ExitCode { Fine = 0, FaultsFound = 1, BadUsage = 2, IoFailure = 4 };
 
-void show(const Diagnostics &faults, const Sources &sources) {
+struct Reporting {
+    std::string format = "text";
+    bool warn = false;
+    bool strict = false;
+};
+
+void show(const Diagnostics &faults, const Sources &sources, const Reporting &reporting = {}) {
+    if (reporting.format == "json") {
+        fmt::print("{}", render_json(faults, sources));
+        return;
+    }
     const char *no_colour = std::getenv("NO_COLOR");
     bool colour = isatty(STDERR_FILENO) != 0 && (no_colour == nullptr || *no_colour == '\0');
     fmt::print(stderr, "{}", render(faults, sources, colour));
 }
 
-std::unique_ptr<const Schema> compile_and_show(const std::vector<std::string> &files, Sources &sources) {
+std::unique_ptr<const Schema> compile_and_show(const std::vector<std::string> &files, Sources &sources,
+                                               const Reporting &reporting = {}) {
     Diagnostics faults;
     auto schema = compile(files, sources, faults);
-    show(faults, sources);
-    return schema;
+    if (schema && (reporting.warn || reporting.strict)) {
+        find_warnings(*schema, faults);
+    }
+    if (reporting.strict) {
+        faults.refuse_warnings();
+    }
+    show(faults, sources, reporting);
+    return faults.any() ? nullptr : std::move(schema);
 }
 
-int check_files(const std::vector<std::string> &files) {
+int check_files(const std::vector<std::string> &files, const Reporting &reporting) {
     Sources sources;
-    return compile_and_show(files, sources) ? Fine : FaultsFound;
+    return compile_and_show(files, sources, reporting) ? Fine : FaultsFound;
 }
 
-int generate(const std::vector<std::string> &files, const std::string &directory) {
+int generate(const std::vector<std::string> &files, const std::string &directory,
+             const Reporting &reporting) {
     Sources sources;
-    auto schema = compile_and_show(files, sources);
+    auto schema = compile_and_show(files, sources, reporting);
     if (!schema) {
         return FaultsFound;
     }
@@ -50,13 +70,13 @@ int generate(const std::vector<std::string> &files, const std::string &directory
     return Fine;
 }
 
-int print_interface(const std::vector<std::string> &files) {
+int print(const std::vector<std::string> &files, std::string (*describe)(const Schema &)) {
     Sources sources;
     auto schema = compile_and_show(files, sources);
     if (!schema) {
         return FaultsFound;
     }
-    fmt::print("{}", emit_interface(*schema));
+    fmt::print("{}", describe(*schema));
     return Fine;
 }
 
@@ -73,7 +93,9 @@ int format_files(const std::vector<std::string> &files, bool check_only) {
             continue;
         }
         std::string text = format(syntax, sources);
-        if (!check_only) {
+        if (!check_only && path == "-") {
+            fmt::print("{}", text);
+        } else if (!check_only) {
             write_if_changed(path, text);
         } else if (text != sources.text(file)) {
             fmt::print("{}\n", path);
@@ -123,9 +145,7 @@ int compare_schemas(const CompareOptions &options) try {
     return BadUsage;
 }
 
-void add_compare(CLI::App &app, CompareOptions &options) {
-    CLI::App *command =
-        app.add_subcommand("compare", "tell what the changes from one schema to another break");
+void add_compare_options(CLI::App *command, CompareOptions &options) {
     const char *const side = "schema file, directory of them, or what 'tlvc interface' printed";
     command->add_option("OLD", options.before, side)->required();
     command->add_option("NEW", options.after, side)->required();
@@ -150,53 +170,65 @@ int explain(const std::string &wanted) {
             return Fine;
         }
     }
-    fmt::print(stderr, "tlvc: there is no code '{}': faults are T001 to {}, changes C001 to {}\n", wanted,
-               code(catalogue().back().fault), std::end(rules)[-1]->code);
+    fmt::print(
+        stderr,
+        "tlvc: there is no code '{}': faults have codes like T001, warnings like W001, changes like C001\n",
+        wanted);
     return BadUsage;
 }
 
 int run(int argc, char **argv) {
     CLI::App app("Compiles TLV schemas to C headers and codecs.", "tlvc");
     app.require_subcommand(1);
+    app.set_version_flag("--version", "tlvc " TLVC_VERSION);
     std::vector<std::string> files;
     std::string directory;
-    std::string fault_code;
+    std::string wanted_code;
     bool check_only = false;
     CompareOptions compared;
+    Reporting reporting;
+    int status = Fine;
+    const auto add = [&](const char *name, const char *summary, std::function<int()> run) {
+        CLI::App *command = app.add_subcommand(name, summary);
+        command->callback([&status, run = std::move(run)] { status = run(); });
+        return command;
+    };
 
-    auto *check_command =
-        app.add_subcommand("check", "report the faults of schema files and of what they import");
-    auto *generate_command = app.add_subcommand("generate", "write the headers and codecs of schema files");
+    auto *check_command = add("check", "report the faults of schema files and of what they import",
+                              [&] { return check_files(files, reporting); });
+    auto *generate_command = add("generate", "write the headers and codecs of schema files",
+                                 [&] { return generate(files, directory, reporting); });
     generate_command->add_option("--out", directory, "directory for the generated files")->required();
-    auto *interface_command =
-        app.add_subcommand("interface", "print what peers and programs rely on, to compare and review");
-    auto *format_command = app.add_subcommand("format", "bring schema files into the canonical layout");
+    auto *interface_command = add("interface", "print what peers and programs rely on, to compare and review",
+                                  [&] { return print(files, emit_interface); });
+    auto *format_command = add("format", "bring schema files into the canonical layout",
+                               [&] { return format_files(files, check_only); });
     format_command->add_flag("--check", check_only, "change nothing, but name the files that would change");
-    for (CLI::App *command : {check_command, generate_command, interface_command, format_command}) {
-        command->add_option("FILES", files, "schema files")->required();
+    auto *tags_command =
+        add("tags", "print which tags are used, and which are free", [&] { return print(files, list_tags); });
+    for (CLI::App *command :
+         {check_command, generate_command, interface_command, format_command, tags_command}) {
+        command->add_option("FILES", files, "schema files; - is standard input")->required();
     }
-    add_compare(app, compared);
-    auto *explain_command = app.add_subcommand("explain", "say more about a fault or a change");
-    explain_command->add_option("CODE", fault_code, "such as T012 or C009")->required();
+    for (CLI::App *command : {check_command, generate_command}) {
+        command->add_option("--format", reporting.format, "json: faults to standard output, as an array")
+            ->check(CLI::IsMember({"text", "json"}));
+        command->add_flag("--warn", reporting.warn, "tell also what is allowed, and yet hardly meant");
+        command->add_flag("--strict", reporting.strict, "the same, as faults");
+    }
+    add_compare_options(add("compare", "tell what the changes from one schema to another break",
+                            [&] { return compare_schemas(compared); }),
+                        compared);
+    add("explain", "say more about a fault, a warning or a change", [&] { return explain(wanted_code); })
+        ->add_option("CODE", wanted_code, "such as T012, W001 or C009")
+        ->required();
 
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
         return app.exit(error) == 0 ? Fine : BadUsage;
     }
-    if (check_command->parsed()) {
-        return check_files(files);
-    }
-    if (generate_command->parsed()) {
-        return generate(files, directory);
-    }
-    if (interface_command->parsed()) {
-        return print_interface(files);
-    }
-    if (app.got_subcommand("compare")) {
-        return compare_schemas(compared);
-    }
-    return format_command->parsed() ? format_files(files, check_only) : explain(fault_code);
+    return status;
 }
 
 } // namespace

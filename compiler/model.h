@@ -32,6 +32,8 @@ enum class Kind {
     Union,           // one of several alternatives, chosen by a selector
 };
 
+inline constexpr size_t kinds = static_cast<size_t>(Kind::Union) + 1; // where tables go by them
+
 using Doc = std::vector<std::string>; // one entry a line, without the slashes
 
 struct Enumerator {
@@ -121,7 +123,8 @@ struct Type {
 
 // What a schema file declares.
 struct Section {
-    Doc doc; // the //! lines that open it
+    Doc doc;            // the //! lines that open it
+    bool named = false; // by the user, not only by another file's import
     std::vector<const Type *> types;
 };
 

@@ -61,29 +61,12 @@ std::string enumerator(const Type &enumeration, const Enumerator &enumerator) {
 std::string guard(const std::string &header) { return "TLVMSG_" + upper(header) + "_H"; }
 
 const char *kind(Kind kind) {
-    switch (kind) {
-    case Kind::Scalar:
-        return "TLVMSG_SCALAR";
-    case Kind::Enumeration:
-        return "TLVMSG_ENUMERATION";
-    case Kind::Structure:
-        return "TLVMSG_STRUCTURE";
-    case Kind::Message:
-        return "TLVMSG_MESSAGE";
-    case Kind::ElementArray:
-        return "TLVMSG_ELEMENT_ARRAY";
-    case Kind::PackedArray:
-        return "TLVMSG_PACKED_ARRAY";
-    case Kind::ByteArray:
-        return "TLVMSG_BYTE_ARRAY";
-    case Kind::DynamicElements:
-        return "TLVMSG_DYNAMIC_ELEMENTS";
-    case Kind::DynamicBytes:
-        return "TLVMSG_DYNAMIC_BYTES";
-    case Kind::Union:
-        return "TLVMSG_UNION";
-    }
-    return "";
+    constexpr const char *constants[] = {
+        "TLVMSG_SCALAR",        "TLVMSG_ENUMERATION",  "TLVMSG_STRUCTURE",  "TLVMSG_MESSAGE",
+        "TLVMSG_ELEMENT_ARRAY", "TLVMSG_PACKED_ARRAY", "TLVMSG_BYTE_ARRAY", "TLVMSG_DYNAMIC_ELEMENTS",
+        "TLVMSG_DYNAMIC_BYTES", "TLVMSG_UNION"};
+    static_assert(std::size(constants) == kinds);
+    return constants[static_cast<size_t>(kind)];
 }
 
 std::string descriptor(const Type &type) { return "tlvmsg_type_of_" + type.name; }

@@ -1,7 +1,7 @@
 #include "parser.h"
 
-#include "foreign.h"
 #include "lexer.h"
+#include "reserved.h"
 
 #include <algorithm>
 #include <array>
@@ -227,11 +227,11 @@ private:
         sound_ = true;
         try {
             form(result);
-            finish(result, start);
         } catch (const Unreadable &) {
             finish(result, start);
-            skip_to_declaration();
+            throw;
         }
+        finish(result, start);
     }
 
     void finish(Declaration &result, size_t start) {
@@ -431,37 +431,31 @@ private:
         result.members.push_back(std::move(member));
     }
 
-    // What C writes in several words is one name, which nothing has: 'unsigned int', 'struct port'.
+    // What C writes in several words is one name, which nothing has.
     Name type() {
         Name result = name("a type");
-        const auto on_this_line = [this](size_t ahead) {
+        const auto on_line = [this](size_t ahead) {
             return peek(ahead).kind == TokenKind::Name && !peek(ahead).starts_line;
         };
-        for (std::string_view word = result.text;
-             begins_c_type(word) && on_this_line(0) && on_this_line(1);) {
-            if (is_c_number(word) && !is_c_number(text(peek()))) {
-                break;
-            }
-            const Token &next = take();
-            word = text(next);
-            result.span.end = next.span.end;
+        while (on_line(0) && on_line(1) &&
+               !instead_of(fmt::format("{} {}", result.text, text(peek()))).empty()) {
+            result.span.end = take().span.end;
             result.text = sources_.text(result.span);
         }
         return result;
     }
 
+    // Written as in C.
     void array_as_member(const Member &member) {
-        const std::string_view type = member.type.text;
-        const bool bytes = type == "uint8" || type == "int8" || type == "char";
-        const bool sized = peek(1).kind == TokenKind::Number;
-        const std::string name = fmt::format("{}_array", bytes ? member.name.text : type);
-        const std::string what = bytes ? "bytes " + name : fmt::format("array {} of {}", name, type);
+        const std::string_view of = member.type.text;
+        const bool bytes = of == "uint8" || of == "int8" || of == "char";
+        const std::string name = fmt::format("{}_array", bytes ? member.name.text : of);
+        const std::string array = bytes ? "bytes " + name : fmt::format("array {} of {}", name, of);
+        const std::string_view capacity =
+            peek(1).kind == TokenKind::Number ? text(peek(1)) : std::string_view("CAPACITY");
         unexpected("a member or '}'")
-            .help(sized ? fmt::format("an array is a type: declare '{}[{}]' and write '{} {}' here", what,
-                                      text(peek(1)), name, member.name.text)
-                        : fmt::format("an array is a type: declare 'dynamic {} counted by uint8' and write "
-                                      "'uint8 count  {} {}' here",
-                                      what, name, member.name.text));
+            .help(fmt::format("an array is a type: declare '{}[{}]' and write '{} {}' here", array, capacity,
+                              name, member.name.text));
         do {
             take();
         } while (at(TokenKind::Number) && !peek().starts_line);

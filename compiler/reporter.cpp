@@ -1,25 +1,35 @@
 #include "reporter.h"
 
+#include "attributes.h"
+
 #include <algorithm>
+#include <nlohmann/json.hpp>
 
 namespace tlvc {
 
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 constexpr std::string_view bold = "\x1b[1m";
 constexpr std::string_view red = "\x1b[1;31m";
+constexpr std::string_view yellow = "\x1b[1;33m";
 constexpr std::string_view green = "\x1b[1;32m";
 constexpr std::string_view cyan = "\x1b[1;36m";
 constexpr std::string_view plain = "\x1b[0m";
+
+std::string_view word(Severity severity) { return severity == Severity::Error ? "error" : "warning"; }
 
 class Reporter {
 public:
     Reporter(const Sources &sources, bool colour) : sources_(sources), colour_(colour) {}
 
     std::string fault(const Diagnostic &fault) const {
-        std::string out =
-            fmt::format("{}: {}: {}\n", paint(bold, place(fault.span)),
-                        paint(red, "error[" + code(fault.fault) + "]"), paint(bold, fault.message));
+        std::string out = fmt::format("{}: {}: {}\n", paint(bold, place(fault.span)),
+
+                                      paint(fault.severity == Severity::Error ? red : yellow,
+                                            fmt::format("{}[{}]", word(fault.severity), code(fault.fault))),
+                                      paint(bold, fault.message));
         out += excerpt(fault.span);
         for (const Diagnostic::Note &note : fault.notes) {
             out += fmt::format("  {} {}: {}\n", paint(cyan, "note:"), place(note.span), note.text);
@@ -61,6 +71,16 @@ private:
     bool colour_;
 };
 
+Json json_place(Span span, const Sources &sources) {
+    const Position begin = sources.position(span.file, span.begin);
+    const Position end = sources.position(span.file, span.end);
+    return {{"file", sources.path(span.file)},
+            {"line", begin.line},
+            {"column", begin.column},
+            {"end_line", end.line},
+            {"end_column", end.column}};
+}
+
 } // namespace
 
 std::string render(const Diagnostics &faults, const Sources &sources, bool colour) {
@@ -70,14 +90,38 @@ std::string render(const Diagnostics &faults, const Sources &sources, bool colou
     for (const Diagnostic &fault : found) {
         out += reporter.fault(fault);
     }
-    if (!found.empty()) {
-        out += fmt::format("{} error{}\n", found.size(), found.size() == 1 ? "" : "s");
+    for (const Severity severity : {Severity::Error, Severity::Warning}) {
+        if (const size_t count = faults.count(severity); count != 0) {
+            out += fmt::format("{} {}{}\n", count, word(severity), count == 1 ? "" : "s");
+        }
     }
     return out;
 }
 
+std::string render_json(const Diagnostics &faults, const Sources &sources) {
+    Json all = Json::array();
+    for (const Diagnostic &fault : faults.in_file_order()) {
+        Json &json = all.emplace_back(json_place(fault.span, sources));
+        json["code"] = code(fault.fault);
+        json["severity"] = word(fault.severity);
+        json["message"] = fault.message;
+        json["help"] = fault.helps.empty() ? Json() : Json(fmt::format("{}", fmt::join(fault.helps, "; ")));
+        json["notes"] = Json::array();
+        for (const Diagnostic::Note &note : fault.notes) {
+            json["notes"].emplace_back(json_place(note.span, sources))["message"] = note.text;
+        }
+    }
+    return all.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; // texts may be no UTF-8
+}
+
 std::string render(const CatalogueEntry &entry) {
-    return fmt::format("{}: {}\n\n{}\n", code(entry.fault), entry.title, entry.explanation);
+    std::string text = fmt::format("{}: {}\n\n{}\n", code(entry.fault), entry.title, entry.explanation);
+    if (entry.fault == Fault::UnknownAttribute || entry.fault == Fault::MisplacedAttribute) {
+        for (const Attribute *each : attributes) {
+            text += fmt::format("\n    @{}, for {}:\n        {}\n", each->name, each->place, each->reason);
+        }
+    }
+    return text;
 }
 
 } // namespace tlvc

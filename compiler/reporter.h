@@ -7,6 +7,9 @@ namespace tlvc {
 // The faults as the user reads them, in file order, with their source lines, and how many there are.
 std::string render(const Diagnostics &faults, const Sources &sources, bool colour);
 
+// An array of objects, in file order. Lines and columns count from 1, columns in characters; ends are behind.
+std::string render_json(const Diagnostics &faults, const Sources &sources);
+
 // What `tlvc explain` prints.
 std::string render(const CatalogueEntry &entry);
 

@@ -69,6 +69,27 @@ const Names taken = words(R"(
 all codes forms inspect record runtime tlvmsg tlvmsg_format tlvmsg_json typed types version
 )");
 
+struct Foreign {
+    std::string_view names; // each between bars
+    std::string_view help;
+};
+
+constexpr Foreign types[] = {
+    {"|unsigned char|byte|bool|boolean|", "write uint8"},
+    {"|signed char|", "write int8"},
+    {"|unsigned short|unsigned short int|", "write uint16"},
+    {"|short|short int|", "write int16"},
+    {"|unsigned|unsigned int|uint|", "write uint32"},
+    {"|int|signed|signed int|", "write int32"},
+    {"|unsigned long|unsigned long int|", "write uint32 or uint64"},
+    {"|long|long int|", "write int32 or int64"},
+    {"|unsigned long long|unsigned long long int|", "write uint64"},
+    {"|long long|long long int|", "write int64"},
+    {"|float|double|long double|", "numbers are whole: send a multiple, such as thousandths in a uint32"},
+    {"|string|str|text|bytes|",
+     "text is bytes: declare 'bytes NAME[CAPACITY]' or 'dynamic bytes NAME counted by uint8' and use that"},
+};
+
 // Names of the library, of the functions of each type and of the platform begin like this; and what would make
 // of tlvmsg_encode_TYPE a tlvmsg_encode_alloc_TYPE.
 constexpr std::string_view prefixes[] = {"tlvmsg",      "tlv_", "get_tlv_", "encode_tlv_",
@@ -111,6 +132,18 @@ std::string_view why_no_type_name(std::string_view name) {
         return "names that begin like it are the library's own";
     }
     return name.starts_with('_') ? "names that begin with an underscore are the compiler's" : "";
+}
+
+std::string instead_of(std::string_view type) {
+    for (const Foreign &each : types) {
+        if (each.names.find("|" + std::string(type) + "|") != std::string_view::npos) {
+            return std::string(each.help);
+        }
+    }
+    const std::string_view first = type.substr(0, type.find(' '));
+    const bool named = (first == "struct" || first == "enum" || first == "union") &&
+                       type.find(' ') != type.npos && type.find(' ') == type.rfind(' ');
+    return named ? "leave out '" + std::string(first) + "'" : "";
 }
 
 std::string_view why_no_family_name(std::string_view name) {

@@ -1,7 +1,8 @@
 #include "resolve.h"
 
-#include "foreign.h"
+#include "attributes.h"
 #include "references.h"
+#include "reserved.h"
 
 #include <algorithm>
 #include <array>
@@ -27,7 +28,7 @@ public:
         for (const Declared &declared : result_.declared) {
             const size_t missing = missing_;
             link(declared);
-            declared.type->sound = declared.type->sound && declared.syntax->sound && missing == missing_;
+            declared.type->sound = declared.type->sound && missing == missing_;
         }
         spread_faults();
         for (const Declared &declared : result_.declared) {
@@ -70,6 +71,7 @@ private:
         Family &family = families.back();
         Section &section = result_.schema->sections.emplace_back();
         family.sections.push_back(&section);
+        section.named = unit.named;
         const bool speaks_for_family = unit.canonical.filename() == "family.tlv";
         (speaks_for_family ? family.doc : section.doc) = unit.syntax.doc.lines;
         for (const Declaration &declaration : unit.syntax.declarations) {
@@ -84,6 +86,7 @@ private:
         type.family = &family;
         type.section = &section;
         type.span = syntax.name.span;
+        type.sound = syntax.sound;
         auto [first, is_new] = types_.try_emplace(syntax.name.text, &type);
         if (!is_new) {
             type.sound = false;
@@ -240,7 +243,7 @@ private:
             member.name = written.name.text;
             member.type = find(written.type);
             member.doc = written.doc.lines;
-            member.zero_count = has_attribute(written, "zero_count");
+            member.zero_count = has_attribute(written, zero_count);
             member.span = written.name.span;
             type.members.push_back(std::move(member));
         }
@@ -259,7 +262,7 @@ private:
             alternative.name = written.name.text;
             alternative.type = find(written.type);
             alternative.doc = written.doc.lines;
-            alternative.end_by_length = has_attribute(written, "end_by_length");
+            alternative.end_by_length = has_attribute(written, end_by_length);
             alternative.span = written.name.span;
             type.alternatives.push_back(std::move(alternative));
         }
@@ -288,9 +291,9 @@ private:
         return 0;
     }
 
-    static bool has_attribute(const syntax::Member &written, std::string_view attribute) {
+    static bool has_attribute(const syntax::Member &written, const Attribute &attribute) {
         return std::any_of(written.attributes.begin(), written.attributes.end(),
-                           [&](const syntax::Name &name) { return name.text == attribute; });
+                           [&](const syntax::Name &name) { return name.text == attribute.name; });
     }
 
     static void assign_roles(Type &type) {
@@ -316,13 +319,6 @@ private:
 };
 
 } // namespace
-
-std::vector<Declared> Resolution::sound() const {
-    std::vector<Declared> result;
-    std::copy_if(declared.begin(), declared.end(), std::back_inserter(result),
-                 [](const Declared &each) { return each.type->sound; });
-    return result;
-}
 
 bool Resolution::is_newer(Span place, Span than) const {
     const auto age = [this](Span span) { return std::pair(program.units[span.file].age, span.begin); };

@@ -19,8 +19,6 @@ struct Resolution {
     std::vector<Declared> declared; // by family, then by file, then as written
     const Program &program;
 
-    std::vector<Declared> sound() const;
-
     // Of two places with the same claim, whether the first is the one to blame: it was written later, as far as the
     // files tell.
     bool is_newer(Span place, Span than) const;

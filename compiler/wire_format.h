@@ -31,6 +31,7 @@ inline constexpr std::array<Scalar, 9> scalars = {{
 inline constexpr uint16_t array_tag = 10;
 inline constexpr uint64_t lowest_tag = 1001; // of an enumeration or structure
 inline constexpr uint64_t highest_tag = 65535;
+inline constexpr uint64_t first_own_tag = 32768; // never shipped from here on: for families elsewhere
 
 inline constexpr uint64_t header_size = 4; // tag and length, 16 bits each
 inline constexpr uint64_t longest_value = 65535;

@@ -88,6 +88,80 @@ TEST(CommandLine, format_rewrites_only_readable_files_and_check_none) {
     EXPECT_EQ(Command("format --check " + messy + " " + fine).exit_code, 0);
 }
 
+TEST(CommandLine, standard_input_is_a_file_of_the_current_directory) {
+    SchemaDirectory directory;
+    directory.add("voice/ids.tlv", "enum id = 1003\n");
+    const std::string messy = directory.add("voice/messy.tlv", "import \"ids.tlv\"\nstruct  s=1001{id i}\n");
+    const std::string formatted = "import \"ids.tlv\"\n\nstruct s = 1001 {\n    id  i\n}\n";
+    fs::current_path(directory.path("voice"));
+    EXPECT_EQ(Command("format - < messy.tlv").output, formatted);
+    EXPECT_EQ(Command("format --check - < messy.tlv").output, "-\n");
+    EXPECT_EQ(read_file(messy), "import \"ids.tlv\"\nstruct  s=1001{id i}\n");
+    EXPECT_TRUE(Command("interface - < messy.tlv").says("family voice\n"));
+    EXPECT_EQ(Command("check - < messy.tlv").exit_code, 0);
+    fs::current_path(directory.path(""));
+    EXPECT_TRUE(Command("check - < voice/messy.tlv").says("-:1:8: error[T008]"));
+    fs::current_path(data_directory);
+}
+
+TEST(CommandLine, json_has_the_places_of_all_faults) {
+    SchemaDirectory directory;
+    fs::current_path(directory.path(""));
+    directory.add("a/fine.tlv", "enum color = 1001\n");
+    directory.add("a/bad.tlv", "enum state = 1001\nstruct s = 1001 { stat \xC3\xA9\xFF x }\n");
+    EXPECT_EQ(Command("check --format json a/fine.tlv").output, "[]\n");
+    const Command run("check --format json a/bad.tlv");
+    EXPECT_EQ(run.exit_code, 1);
+    EXPECT_TRUE(run.says(R"(  {
+    "file": "a/bad.tlv",
+    "line": 2,
+    "column": 19,
+    "end_line": 2,
+    "end_column": 23,
+    "code": "T012",
+    "severity": "error",
+    "message": "type 'stat' is not defined",
+    "help": "did you mean 'state'?",
+    "notes": []
+  })")) << run.output;
+    EXPECT_TRUE(run.says("\"end_column\": 18,\n        \"message\": \"'state' has it\"\n      }\n    ]\n"));
+    EXPECT_TRUE(run.says("'\xC3\xA9' means nothing here") && run.says("'\xEF\xBF\xBD' means nothing here"))
+        << "whatever the file is, its faults are UTF-8";
+    fs::current_path(data_directory);
+}
+
+TEST(CommandLine, warnings_are_told_or_refused_of_the_named_files_alone) {
+    SchemaDirectory directory;
+    directory.add("voice/ids.tlv", "enum id = 1003\nenum unused = 1004\n");
+    const std::string file = directory.add("voice/s.tlv", "import \"ids.tlv\"\nstruct s = 1001 { id i }\n");
+    const std::string generate = "generate --out " + directory.path("out").string() + " ";
+    EXPECT_EQ(Command("check " + file).output, "");
+    const Command warned("check --warn " + file);
+    EXPECT_EQ(warned.exit_code, 0);
+    EXPECT_TRUE(warned.says("s.tlv:2:8: warning[W003]: 's' has no documentation\n"));
+    EXPECT_TRUE(warned.says("\n1 warning\n")) << warned.output;
+    EXPECT_TRUE(Command("check --warn --format json " + file).says(R"("severity": "warning")"));
+    EXPECT_TRUE(Command("check --strict " + file).says("error[W003]"));
+    EXPECT_EQ(Command(generate + "--strict " + file).exit_code, 1);
+    EXPECT_FALSE(fs::exists(directory.path("out")));
+    EXPECT_EQ(Command(generate + "--warn " + file).exit_code, 0);
+    EXPECT_TRUE(fs::exists(directory.path("out")));
+}
+
+TEST(CommandLine, tags_are_used_or_free) {
+    SchemaDirectory directory;
+    const std::string file = directory.add("voice/s.tlv", "enum a = 1001\nenum b = 1002\nenum c = 1005\n"
+                                                          "enum d = 32767\nenum e = 32768\nenum f = 65535\n");
+    EXPECT_EQ(Command("tags " + file).output, " 1001 to  1002  used\n"
+                                              " 1003 to  1004  free\n"
+                                              " 1005 to  1005  used\n"
+                                              " 1006 to 32766  free\n"
+                                              "32767 to 32767  used\n"
+                                              "32768 to 32768  used, for families of your own\n"
+                                              "32769 to 65534  free, for families of your own\n"
+                                              "65535 to 65535  used, for families of your own\n");
+}
+
 TEST(CommandLine, compare_exits_as_diff_does) {
     SchemaDirectory directory;
     const std::string old_file = directory.add("old/voice/leds.tlv", good);

@@ -1,6 +1,7 @@
 // Every fault of the catalogue has a bad example in diagnostics/: a file, or a directory of files, with all
 // that is printed about it beside it. Paths in there are relative to that directory.
 #include "base/suggest.h"
+#include "checks.h"
 #include "reporter.h"
 #include "support.h"
 
@@ -37,7 +38,10 @@ TEST_P(Example, is_reported_as_expected) {
     const std::string name = code(GetParam());
     ASSERT_TRUE(fs::exists(name + ".tlv") || fs::exists(name)) << "no bad example for " << name;
     Compiled compiled(example_files(name));
-    EXPECT_EQ(compiled.schema, nullptr);
+    if (compiled.schema) {
+        find_warnings(*compiled.schema, compiled.faults);
+    }
+    EXPECT_EQ(compiled.faults.any(), severity(GetParam()) == Severity::Error);
     std::vector<std::string> codes = compiled.codes();
     EXPECT_NE(std::find(codes.begin(), codes.end(), name), codes.end());
     EXPECT_EQ(render(compiled.faults, compiled.sources, false), read_file(name + ".txt"));
@@ -76,6 +80,7 @@ TEST(Phases, all_report_what_they_find_and_nothing_that_follows_from_other_fault
          "dynamic bytes names counted by gone\nstruct t = 1001 { choice c  uint8 d  uint8 d }\n",
          "T003 T012 T012 T015"},
         {"enum kind = 1001 { on = 1 }\nunion u by kind k { off: uint8 x  1: uint8 y  0: uint8 z }\n", "T041"},
+        {"union u by a which { b: uint8 x  c: uint8 y }\nenum a = 1001 { b = }\n", "T005"},
         {"import \"gone.tlv\"\nstruct a = 5 { nowhere x }\n", "T008 T016"},
         {"import gone\nstruct a = 5 { nowhere x }\n", "T005 T016"},
         {"strcut a = 1001 { uint8 x }\nmessage m { a a  a a }\nmessage n { n n }\n", "T005 T020 T037"},

@@ -1,0 +1,47 @@
+#include "checks.h"
+#include "references.h"
+
+#include <set>
+
+namespace tlvc {
+
+namespace {
+
+void check_array(const Type &type, Diagnostics &warnings) {
+    if (type.capacity == 0) {
+        return;
+    }
+    const bool whole_elements = type.kind == Kind::ElementArray;
+    const uint64_t item = whole_elements ? type.element->max_size : type.element->scalar->width;
+    const uint64_t full = wire::array_prefix + type.capacity * item;
+    if (full > wire::largest_element) {
+        warnings.report(Fault::ArrayNeverFull, type.span, type.name, full, wire::largest_element)
+            .help(fmt::format("a capacity of {} always fits",
+                              (wire::largest_element - wire::array_prefix) / item));
+    }
+}
+
+} // namespace
+
+void find_warnings(const Schema &schema, Diagnostics &warnings) {
+    std::set<const Type *> used;
+    for (const Type &type : schema.types) {
+        for (const Reference &each : references(type)) {
+            used.insert(each.type);
+        }
+    }
+    for (const Type &type : schema.types) {
+        if (type.section == nullptr || !type.section->named) {
+            continue;
+        }
+        check_array(type, warnings);
+        if (type.kind == Kind::Enumeration && !used.contains(&type)) {
+            warnings.report(Fault::UnusedEnumeration, type.span, type.name);
+        }
+        if (type.doc.empty()) {
+            warnings.report(Fault::UndocumentedType, type.span, type.name);
+        }
+    }
+}
+
+} // namespace tlvc
