@@ -131,7 +131,9 @@ std::string declarations(const Family &family) {
         text += fmt::format("#include \"{}_codecs.h\"\n", used->name);
     }
     text += fmt::format("#include \"rules/rules.h\"\n\n#include <tlvmsg/{}.h>\n\n"
-                        "namespace tlvmsg::codec {{\n\nnamespace {{\n\n",
+                        "namespace tlvmsg::codec {{\n\n"
+                        // Inline, since types may be called as rules are.
+                        "inline namespace {{\n\n",
                         family.name);
     for (const Type *type : family.types) {
         text += fmt::format("struct {} : ::tlvmsg::rules::{} {{}};\n", type->name, rule(*type));

@@ -7,7 +7,7 @@
 
 namespace tlvmsg::codec {
 
-namespace {
+inline namespace {
 
 struct relay_state : ::tlvmsg::rules::enumeration<2001> {};
 struct relay_states_array : ::tlvmsg::rules::element_array<::relay_states_array, relay_state, 4> {};
