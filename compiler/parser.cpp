@@ -260,6 +260,7 @@ private:
             words.push_back(keyword.word);
         }
         unexpected("a declaration").suggest(word, words);
+        result_.imports_found = result_.imports_found && !at(TokenKind::String); // 'import' is missing
         if (at(TokenKind::Name) && peek(1).kind == TokenKind::Name && !peek(1).starts_line) {
             take();
             result.name = name("a name");

@@ -27,6 +27,8 @@ public:
         }
         for (const Declared &declared : result_.declared) {
             const size_t missing = missing_;
+            certain_ =
+                declared.syntax->sound && program_.units[declared.type->span.file].syntax.imports_found;
             link(declared);
             declared.type->sound = declared.type->sound && missing == missing_;
         }
@@ -128,19 +130,17 @@ private:
         if (name.text.empty()) { // it could not be read
             return nullptr;
         }
-        const Unit &unit = program_.units[name.span.file];
         auto found = types_.find(name.text);
         if (found == types_.end()) {
             ++missing_;
-            if (unit.syntax.imports_found) {
+            if (certain_) {
                 undefined(name);
             }
             return nullptr;
         }
         const Type &type = *found->second;
-        const std::vector<uint32_t> &imports = unit.imports;
-        bool visible = type.family == nullptr || type.span.file == name.span.file ||
-                       !unit.syntax.imports_found ||
+        const std::vector<uint32_t> &imports = program_.units[name.span.file].imports;
+        bool visible = type.family == nullptr || type.span.file == name.span.file || !certain_ ||
                        std::find(imports.begin(), imports.end(), type.span.file) != imports.end();
         if (!visible) {
             not_imported(name, type);
@@ -285,6 +285,9 @@ private:
             }
         }
         ++missing_;
+        if (!certain_) {
+            return 0;
+        }
         faults_.report(Fault::UnknownEnumerator, value.span, value.name, selector->name)
             .suggest(value.name, candidates)
             .note(selector->span, "it is declared here");
@@ -315,7 +318,8 @@ private:
     Diagnostics &faults_;
     Resolution result_;
     std::map<std::string_view, Type *> types_;
-    size_t missing_ = 0; // names that lead nowhere
+    size_t missing_ = 0;  // names that lead nowhere
+    bool certain_ = true; // that names in the declaration are what they seem
 };
 
 } // namespace
