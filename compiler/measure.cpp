@@ -140,13 +140,10 @@ private:
 void measure(Schema &schema) {
     Measure sizes;
     for (Type &type : schema.types) {
-        if (!type.sound) {
-            continue;
-        }
-        const Size &size = sizes.of(type);
+        const Size size = type.sound ? sizes.of(type) : Size{0, 0};
         type.min_size = size.min;
         type.max_size = size.max;
-        type.wraps = sizes.may_wrap(type);
+        type.wraps = type.sound && sizes.may_wrap(type);
     }
     for (Type &type : schema.types) {
         type.max_count = type.sound && is_array(type) ? most_items(type, wire::largest_element) : 0;

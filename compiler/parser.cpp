@@ -226,7 +226,13 @@ private:
         result.doc = std::move(documentation);
         sound_ = true;
         try {
-            form(result);
+            auto matches = [this](const Keyword &keyword) { return at_word(keyword.word); };
+            auto keyword = std::find_if(keywords.begin(), keywords.end(), matches);
+            if (keyword == keywords.end()) {
+                no_declaration(result);
+            }
+            take();
+            (this->*keyword->rule)(result);
         } catch (const Unreadable &) {
             finish(result, start);
             throw;
@@ -240,16 +246,6 @@ private:
             result.span = since(start);
             result_.declarations.push_back(std::move(result));
         }
-    }
-
-    void form(Declaration &result) {
-        auto matches = [this](const Keyword &keyword) { return at_word(keyword.word); };
-        auto keyword = std::find_if(keywords.begin(), keywords.end(), matches);
-        if (keyword == keywords.end()) {
-            no_declaration(result);
-        }
-        take();
-        (this->*keyword->rule)(result);
     }
 
     // A misspelled keyword has a name behind it.

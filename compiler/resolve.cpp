@@ -270,7 +270,7 @@ private:
 
     // Enumerations may be declared behind the union, so their enumerators are looked up as written.
     uint32_t enumerator(const syntax::Value &value, const Type *selector) {
-        if (selector == nullptr || !selector->sound) {
+        if (selector == nullptr || !selector->sound || !certain_) {
             return 0; // a fault already
         }
         const auto declared = std::find_if(result_.declared.begin(), result_.declared.end(),
@@ -285,9 +285,6 @@ private:
             }
         }
         ++missing_;
-        if (!certain_) {
-            return 0;
-        }
         faults_.report(Fault::UnknownEnumerator, value.span, value.name, selector->name)
             .suggest(value.name, candidates)
             .note(selector->span, "it is declared here");
