@@ -1,0 +1,1 @@
+autocmd BufRead,BufNewFile *.tlv set filetype=tlv

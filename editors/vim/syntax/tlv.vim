@@ -1,0 +1,58 @@
+" TLV schema files. Keywords count only where a declaration can begin: elsewhere they are ordinary names.
+if exists('b:current_syntax')
+    finish
+endif
+
+syntax match tlvComment "//.*$" contains=tlvTodo,@Spell
+syntax match tlvDoc "^\s*\zs//\%(!\|/\%([^/]\|$\)\).*$" contains=tlvTodo,@Spell
+syntax match tlvDoc "^\s*\zs///$"
+syntax keyword tlvTodo TODO FIXME XXX contained
+syntax region tlvPath start=+"+ end=+"\|$+ oneline
+syntax match tlvImport "^\s*\zsimport\ze\s*\"" nextgroup=tlvPath skipwhite
+
+" Heads of declarations, word by word.
+syntax match tlvKeyword "^\s*\zs\%(enum\|struct\|message\|bytes\)\ze\s\+\h" nextgroup=tlvTypeName skipwhite
+syntax match tlvKeyword "^\s*\zs\%(dynamic\s\+\)\=array\ze\s\+\h" nextgroup=tlvTypeName skipwhite
+syntax match tlvKeyword "^\s*\zsdynamic\s\+bytes\ze\s\+\h" nextgroup=tlvTypeName skipwhite
+syntax match tlvKeyword "^\s*\zsunion\ze\s\+\h" nextgroup=tlvTypeName skipwhite
+syntax match tlvTypeName "\h\w*" contained nextgroup=tlvOf,tlvBy,tlvCounted skipwhite
+syntax match tlvOf "\<of\>" contained nextgroup=tlvScalar,tlvElement skipwhite
+syntax match tlvElement "\h\w*" contained nextgroup=tlvCounted skipwhite
+syntax match tlvCounted "\<counted\s\+by\>" contained nextgroup=tlvScalar skipwhite
+syntax match tlvBy "\<by\>" contained nextgroup=tlvSelector skipwhite
+syntax match tlvSelector "\h\w*" contained nextgroup=tlvSelectorName skipwhite
+syntax match tlvSelectorName "\h\w*" contained nextgroup=tlvIn skipwhite
+syntax match tlvIn "\<in\>" contained nextgroup=tlvElement skipwhite
+syntax match tlvScalar "\<\%(char\|u\=int\%(8\|16\|32\|64\)\)\>" contained nextgroup=tlvCounted,tlvMember skipwhite
+syntax match tlvNumber "\<\d\+\>"
+
+" Members, alternatives and enumerators.
+syntax region tlvBody start="{" end="}" transparent fold
+    \ contains=tlvDoc,tlvComment,tlvScalar,tlvType,tlvValue,tlvEnumerator,tlvNumber,tlvAttribute
+syntax match tlvType "\<\h\w*\ze\s\+\h" contained nextgroup=tlvMember skipwhite
+syntax match tlvMember "\<\h\w*" contained
+syntax match tlvValue "\<\h\w*\ze\s*[,:]" contained
+syntax match tlvEnumerator "\<\h\w*\ze\s*=" contained
+syntax match tlvAttribute "@\w\+" contained
+
+syntax match tlvScalar "\<\%(char\|u\=int\%(8\|16\|32\|64\)\)\>\ze\s\+\h" contained nextgroup=tlvMember skipwhite
+syntax sync fromstart
+
+highlight default link tlvComment Comment
+highlight default link tlvDoc SpecialComment
+highlight default link tlvTodo Todo
+highlight default link tlvPath String
+highlight default link tlvImport Include
+highlight default link tlvKeyword Structure
+highlight default link tlvOf Statement
+highlight default link tlvCounted Statement
+highlight default link tlvBy Statement
+highlight default link tlvIn Statement
+highlight default link tlvTypeName Identifier
+highlight default link tlvScalar Type
+highlight default link tlvNumber Number
+highlight default link tlvValue Constant
+highlight default link tlvEnumerator Constant
+highlight default link tlvAttribute PreProc
+
+let b:current_syntax = 'tlv'
