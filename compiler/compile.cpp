@@ -26,6 +26,8 @@ std::vector<std::string> files_below(const std::string &directory) {
     return files;
 }
 
+} // namespace
+
 // Each phase finds all that it can, and leaves alone what an earlier one has found fault with.
 std::unique_ptr<const Schema> compile(const Program &program, Diagnostics &faults) {
     Resolution resolution = resolve(program, faults);
@@ -43,8 +45,6 @@ std::unique_ptr<const Schema> compile(const Program &program, Diagnostics &fault
     order(*resolution.schema);
     return std::move(resolution.schema);
 }
-
-} // namespace
 
 std::unique_ptr<const Schema> compile(const std::vector<std::string> &paths, Sources &sources,
                                       Diagnostics &faults) {

@@ -5,8 +5,6 @@
 #include "parser.h"
 #include "reserved.h"
 
-#include <map>
-
 namespace tlvc {
 
 namespace {
@@ -15,7 +13,8 @@ namespace fs = std::filesystem;
 
 class Loader {
 public:
-    Loader(Sources &sources, Diagnostics &faults) : sources_(sources), faults_(faults) {}
+    Loader(Sources &sources, Diagnostics &faults, const OpenTexts &open_texts)
+        : sources_(sources), faults_(faults), open_texts_(open_texts) {}
 
     Program run(const std::vector<std::string> &paths) {
         for (const std::string &path : paths) {
@@ -32,7 +31,7 @@ private:
         auto [known, is_new] = known_.try_emplace(canonical, sources_.size());
         uint32_t file = known->second;
         if (is_new) {
-            sources_.add(path.lexically_normal().string(), tlvmsg::base::read_file(path.string()));
+            sources_.add(path.lexically_normal().string(), text(path, canonical));
             program_.units.push_back(
                 {parse(sources_, file, faults_), canonical, canonical.parent_path().filename().string(), {}});
             open_imports(file);
@@ -41,12 +40,21 @@ private:
         return file;
     }
 
+    std::string text(const fs::path &path, const fs::path &canonical) const {
+        const auto open = open_texts_.find(canonical);
+        return open != open_texts_.end() ? open->second : tlvmsg::base::read_file(path.string());
+    }
+
+    bool exists(const fs::path &path) const {
+        return fs::is_regular_file(path) || open_texts_.contains(fs::weakly_canonical(path));
+    }
+
     void open_imports(uint32_t file) {
         fs::path directory = fs::path(sources_.path(file)).parent_path();
         std::vector<syntax::Import> imports = program_.units[file].syntax.imports; // the units move
         for (const syntax::Import &import : imports) {
             fs::path path = (directory / import.path.text).lexically_normal();
-            if (!fs::is_regular_file(path)) {
+            if (!exists(path)) {
                 program_.units[file].syntax.imports_found = false;
                 faults_.report(Fault::ImportNotFound, import.path.span, import.path.text)
                     .help("the path starts at this file's directory: there is no file '" + path.string() +
@@ -97,6 +105,7 @@ private:
 
     Sources &sources_;
     Diagnostics &faults_;
+    const OpenTexts &open_texts_;
     Program program_;
     uint32_t complete_ = 0; // units with all that they import
     std::map<fs::path, uint32_t> known_;
@@ -105,8 +114,9 @@ private:
 
 } // namespace
 
-Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults) {
-    return Loader(sources, faults).run(paths);
+Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults,
+             const OpenTexts &open) {
+    return Loader(sources, faults, open).run(paths);
 }
 
 } // namespace tlvc

@@ -5,6 +5,7 @@
 #include "syntax.h"
 
 #include <filesystem>
+#include <map>
 
 namespace tlvc {
 
@@ -21,7 +22,11 @@ struct Program {
     std::vector<Unit> units; // one a file, by the file's number in the Sources
 };
 
+// Texts that stand in for those of files, by canonical path: what an editor holds, saved or not.
+using OpenTexts = std::map<std::filesystem::path, std::string>;
+
 // Throws IoError for a file that cannot be read; an import that leads to no file is a fault of its file.
-Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults);
+Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults,
+             const OpenTexts &open = {});
 
 } // namespace tlvc

@@ -4,6 +4,7 @@
 #include "compile.h"
 #include "emit.h"
 #include "format.h"
+#include "lsp.h"
 #include "parser.h"
 #include "report_changes.h"
 #include "reporter.h"
@@ -13,6 +14,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <iostream>
 #include <unistd.h>
 
 namespace {
@@ -222,6 +224,10 @@ int run(int argc, char **argv) {
     add("explain", "say more about a fault, a warning or a change", [&] { return explain(wanted_code); })
         ->add_option("CODE", wanted_code, "such as T012, W001 or C009")
         ->required();
+    add("lsp", "serve an editor, over standard input and output", [] {
+        std::ios::sync_with_stdio(false); // unbuffered otherwise
+        return lsp::serve(std::cin, std::cout);
+    });
 
     try {
         app.parse(argc, argv);

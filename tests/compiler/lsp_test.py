@@ -1,0 +1,210 @@
+#!/usr/bin/env python3
+"""lsp_test.py TLVC: a client's conversation with 'tlvc lsp', and what must not end it."""
+import json
+import pathlib
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+
+root = pathlib.Path(tempfile.mkdtemp(prefix="tlvc lsp é")).resolve()
+
+
+class Client:
+    def __init__(self):
+        self.server = subprocess.Popen([sys.argv[1], "lsp"], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.next_id = 0
+
+    def raw(self, content, header=None):
+        self.server.stdin.write((header or f"Content-Length: {len(content)}\r\n\r\n").encode() + content)
+        self.server.stdin.flush()
+
+    def send(self, **message):
+        self.raw(json.dumps({"jsonrpc": "2.0", **message}).encode())
+
+    def receive(self):
+        header = self.server.stdout.readline()
+        assert header.startswith(b"Content-Length: "), header
+        assert self.server.stdout.readline() == b"\r\n"
+        return json.loads(self.server.stdout.read(int(header[16:])))
+
+    def ask(self, method, **params):
+        self.next_id += 1
+        self.send(id=self.next_id, method=method, params=params)
+        answer = self.receive()
+        assert answer["id"] == self.next_id, answer
+        return answer.get("result", answer.get("error", {}).get("code"))
+
+    def tell(self, method, **params):
+        self.send(method=method, params=params)
+
+    def about(self, method, path, at=None):
+        where = {"position": {"line": at[0], "character": at[1]}} if at else {}
+        return self.ask("textDocument/" + method, textDocument={"uri": uri(path)}, **where)
+
+    def open(self, path, text):
+        self.tell("textDocument/didOpen", textDocument={"uri": uri(path), "languageId": "tlv", "version": 1, "text": text})
+
+    def type(self, path, text):
+        self.tell("textDocument/didChange", textDocument={"uri": uri(path), "version": 2}, contentChanges=[{"text": text}])
+
+    def published(self, path):
+        message = self.receive()
+        assert message["method"] == "textDocument/publishDiagnostics", message
+        assert message["params"]["uri"] == uri(path), message
+        return message["params"]["diagnostics"]
+
+    def error(self):
+        message = self.receive()
+        assert message["id"] is None, message
+        return message["error"]["code"]
+
+
+def uri(path):
+    return (root / path).as_uri()
+
+
+def hover(client, path, at):
+    return client.about("hover", path, at)["contents"]["value"]
+
+
+def span(first_line, first, last_line, last):
+    return {"start": {"line": first_line, "character": first}, "end": {"line": last_line, "character": last}}
+
+
+COLOURS = "//! Colours.\n\n/// What shines, 🙂 or not.\nenum colour = 40001 { red = 1  green = 2 }\n"
+FANS = '//! Fans.\n\nimport "colours.tlv"\n\nstruct fan = 40002 {\n    uint16  slot\n    colour  led\n}\n'
+
+
+def conversation(client):
+    assert client.ask("textDocument/hover") == -32002  # before initialize
+    capabilities = client.ask("initialize", capabilities={})["capabilities"]
+    assert capabilities["textDocumentSync"] == {"openClose": True, "change": 1}
+    client.tell("initialized")
+
+    # Neither file exists: an import is found among what is open.
+    client.open("acme/colours.tlv", COLOURS)
+    assert client.published("acme/colours.tlv") == []
+    client.open("acme/fans.tlv", FANS)
+    assert client.published("acme/fans.tlv") == []
+
+    # A fault comes and goes. Columns count UTF-16 units: the face is two, the accent one.
+    client.type("acme/fans.tlv", FANS.replace("colour  led", "color  led").replace("{\n", "{ // \n", 1))
+    (fault,) = client.published("acme/fans.tlv")
+    assert (fault["code"], fault["severity"], fault["range"]) == ("T012", 1, span(6, 4, 6, 9)), fault
+    assert fault["message"] == "type 'color' is not defined\nhelp: did you mean 'colour'?", fault
+    client.type("acme/fans.tlv", FANS)
+    assert client.published("acme/fans.tlv") == []
+    client.type("acme/colours.tlv", COLOURS.replace("red", 'red "é🙂" \\'))
+    (fault, other) = client.published("acme/colours.tlv")
+    assert (fault["range"], other["range"]) == (span(3, 26, 3, 31), span(3, 32, 3, 33)), (fault, other)
+
+    # A note leads to the other file, and what an open file breaks in another shows there.
+    client.type("acme/colours.tlv", COLOURS.replace("40001", "40002"))
+    assert client.published("acme/colours.tlv") == []
+    (fault,) = client.published("acme/fans.tlv")
+    (note,) = fault["relatedInformation"]
+    assert fault["code"] == "T015" and note["location"]["uri"] == uri("acme/colours.tlv"), fault
+    assert "Sizes are known when the faults are gone" in hover(client, "acme/fans.tlv", (4, 8))
+    client.type("acme/colours.tlv", COLOURS)
+    assert client.published("acme/fans.tlv") == []
+
+    # Under the cursor, also directly behind a name; nothing on blanks and behind the end.
+    assert hover(client, "acme/fans.tlv", (4, 10)) == """```tlv
+struct fan = 40002 {
+    uint16  slot
+    colour  led
+}
+```
+
+```text
+Wire: tag 40002, 22 bytes.
+    0  9C 42 00 12
+    4  uint16                     slot
+   10  colour                     led
+```
+
+Record fan: 8 bytes aligned to 4, and 8 to 4 where pointers have 4."""
+    assert "/// What shines, 🙂 or not." in hover(client, "acme/fans.tlv", (6, 4))
+    assert "uint16_t" in hover(client, "acme/fans.tlv", (5, 4))
+    for nowhere in (3, 0), (5, 99), (99, 0):
+        assert client.about("hover", "acme/fans.tlv", nowhere) is None
+    assert client.about("definition", "acme/fans.tlv", (6, 4)) == {
+        "uri": uri("acme/colours.tlv"), "range": span(3, 5, 3, 11)}
+    assert client.about("definition", "acme/fans.tlv", (2, 10)) == {
+        "uri": uri("acme/colours.tlv"), "range": span(0, 0, 0, 0)}
+    assert client.about("definition", "acme/fans.tlv", (5, 4)) is None
+
+    assert client.about("formatting", "acme/fans.tlv") == []
+    client.type("acme/fans.tlv", FANS.replace("    ", " ") + "// 🙂")
+    (edit,) = client.about("formatting", "acme/fans.tlv")
+    assert edit["range"] == span(0, 0, 8, 5) and edit["newText"].startswith(FANS), edit
+    client.type("acme/fans.tlv", "struct fan\n")
+    assert client.published("acme/fans.tlv")[0]["code"] == "T005"
+    assert client.about("formatting", "acme/fans.tlv") is None
+
+    # A closed file is the one on disk, which is not there.
+    client.type("acme/fans.tlv", FANS)
+    assert client.published("acme/fans.tlv") == []
+    client.tell("textDocument/didClose", textDocument={"uri": uri("acme/colours.tlv")})
+    assert client.published("acme/fans.tlv")[0]["code"] == "T008"
+    assert client.about("hover", "acme/colours.tlv", (0, 0)) == -32602
+    (root / "acme").mkdir()
+    (root / "acme/colours.tlv").write_bytes(b"enum colour = 40001 // \xff\n\xff\n")
+    client.type("acme/fans.tlv", FANS + "\n")
+    (fault,) = client.published("acme/colours.tlv")
+    assert (fault["code"], fault["message"]) == ("T001", "'\ufffd' means nothing here"), fault
+    assert client.published("acme/fans.tlv") == []
+
+
+def what_must_not_end_it(client):
+    for content, code in (b"{nope", -32700), (b"\xff", -32700), (b"", -32700), (b"[]", -32600), (b"7", -32600), \
+            (b'{"id": [], "method": "shutdown"}', -32600), (b'{"id": 1, "method": 2}', -32600), (b"[" * 99999, -32700):
+        client.raw(content)
+        assert client.error() == code, content[:40]
+    for header in "Content-Type: x\r\n\r\n", "Content-Length: -1\r\n\r\n", "Content-Length: 99999999999999999999\r\n\r\n":
+        client.raw(b"", header)
+        assert client.error() == -32700, header
+    client.raw(b" " * (17 << 20))
+    assert client.error() == -32600
+
+    position = {"line": 0, "character": 0}
+    assert client.ask("textDocument/rename") == -32601
+    for params in {}, {"textDocument": 1}, {"textDocument": {"uri": "file:///%zz"}, "position": position}, \
+            {"textDocument": {"uri": uri("acme/fans.tlv")}}, \
+            {"textDocument": {"uri": uri("acme/fans.tlv")}, "position": {"line": "x", "character": -1}}:
+        assert client.ask("textDocument/hover", **params) == -32602, params
+    client.tell("textDocument/didChange", textDocument={"uri": uri("acme/fans.tlv")}, contentChanges=[])
+    client.tell("textDocument/didOpen", textDocument=[])
+    for _ in range(2):
+        assert client.receive()["method"] == "window/logMessage"
+    client.tell("$/unknown")
+    client.send(id=99, result=None)
+    client.open("../../untitled", "")  # a family needs a directory with a name
+    client.tell("textDocument/didOpen", textDocument={"uri": "untitled:1", "text": "x"})
+
+    # What nobody would type: each answers, or at least the next request is answered.
+    for text in "\0\r\r\n\u2028{", "x " * 50000, 'import "' + "a" * 5000 + '"', 'import "fans.tlv"', "{" * 9999:
+        client.type("acme/fans.tlv", text)
+        client.send(id=text[:9], method="textDocument/formatting", params={"textDocument": {"uri": uri("acme/fans.tlv")}})
+        while client.receive().get("id") != text[:9]:
+            pass
+
+
+def main():
+    signal.alarm(60)  # an answer that does not come is a fault too
+    client = Client()
+    conversation(client)
+    what_must_not_end_it(client)
+    assert client.ask("shutdown") is None
+    assert client.ask("textDocument/hover") == -32600
+    client.tell("exit")
+    assert client.server.wait() == 0
+    abrupt = Client()
+    abrupt.server.stdin.close()
+    assert abrupt.server.wait() == 1
+    shutil.rmtree(root)
+
+
+main()
