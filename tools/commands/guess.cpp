@@ -13,6 +13,7 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <memory>
 
 namespace tlvmsg::tool {
@@ -25,12 +26,20 @@ struct Options {
     bool json = false;
 };
 
-std::string names_of(const tlvmsg_guess &guess, std::string_view separator, std::string_view quote) {
+std::string names_of(const tlvmsg_guess &guess, size_t count, std::string_view separator,
+                     std::string_view quote) {
     std::string names;
-    for (const tlvmsg_type *type : std::span(guess.types, guess.type_count)) {
+    for (const tlvmsg_type *type : std::span(guess.types, count)) {
         names += fmt::format("{}{}{}{}", names.empty() ? "" : separator, quote, type->name, quote);
     }
     return names;
+}
+
+// Many messages begin alike; a line for people names some of them.
+std::string some_names(const tlvmsg_guess &guess) {
+    constexpr size_t most = 8;
+    std::string names = names_of(guess, std::min(most, guess.type_count), ", ", "");
+    return guess.type_count <= most ? names : fmt::format("{} and {} more", names, guess.type_count - most);
 }
 
 // Of the bytes as a whole: what begins further in takes a part of them.
@@ -41,7 +50,7 @@ tlvmsg_fit fit_of(const tlvmsg_guess &guess) {
 std::string guess_line(const tlvmsg_guess &guess, size_t size) {
     const tlvmsg_verdict &verdict = guess.verdict;
     std::string line = fmt::format("{:<4}  {:<12}  {}: ", fit_name(fit_of(guess)),
-                                   tlvmsg_kind_name(guess.types[0]->kind), names_of(guess, ", ", ""));
+                                   tlvmsg_kind_name(guess.types[0]->kind), some_names(guess));
     if (verdict.fit == TLVMSG_FITS_NOT) {
         line += fault_text(verdict.fault);
     } else {
@@ -57,7 +66,7 @@ std::string guess_json(const tlvmsg_guess &guess) {
     const tlvmsg_verdict &verdict = guess.verdict;
     JsonLine line;
     line.text("fits", fit_name(fit_of(guess)));
-    line.json("types", fmt::format("[{}]", names_of(guess, ",", "\"")));
+    line.json("types", fmt::format("[{}]", names_of(guess, guess.type_count, ",", "\"")));
     line.text("kind", tlvmsg_kind_name(guess.types[0]->kind));
     line.number("offset", guess.offset).number("understood", guess.understood);
     if (verdict.fit == TLVMSG_FITS_NOT) {
