@@ -22,12 +22,8 @@ struct Refusal : std::runtime_error {
     Refusal(int number, const std::string &message) : std::runtime_error(message), code(number) {}
     int code;
 };
-constexpr int not_json = -32700;
-constexpr int invalid_request = -32600;
-constexpr int method_not_found = -32601;
-constexpr int invalid_params = -32602;
-constexpr int internal_error = -32603;
-constexpr int not_initialized = -32002;
+constexpr int not_json = -32700, invalid_request = -32600, method_not_found = -32601, invalid_params = -32602,
+              internal_error = -32603, not_initialized = -32002;
 
 // The length in a header. Throws a Refusal if it has none.
 size_t read_header(std::istream &in) {
