@@ -330,7 +330,7 @@ bool tlvmsg_annotate(const tlvmsg_type_set *set, const tlvmsg_type *type, const 
     tlvmsg_verdict ignored;
     tlvmsg_verdict &found = verdict != nullptr ? *verdict : ignored;
     found = {};
-    if (is_missing(fault, {{"in", in != nullptr || in_len == 0}, {"sink", sink != nullptr}})) {
+    if (is_missing(fault, in == nullptr && in_len > 0 ? "in" : sink == nullptr ? "sink" : nullptr)) {
         return false;
     }
     return told(sink, context, fault, [&](Output &output) {

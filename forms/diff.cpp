@@ -153,14 +153,12 @@ bool tlvmsg_diff(const tlvmsg_type *type, const void *a, const void *b, tlvmsg_d
     if (count != nullptr) {
         *count = 0;
     }
-    const char *const missing = type == nullptr          ? "type"
-                                : a == nullptr           ? "a"
-                                : b == nullptr           ? "b"
-                                : differences == nullptr ? "differences"
-                                : count == nullptr       ? "count"
-                                                         : nullptr;
-    if (missing != nullptr) {
-        give_null_argument(fault, missing);
+    if (is_missing(fault, type == nullptr          ? "type"
+                          : a == nullptr           ? "a"
+                          : b == nullptr           ? "b"
+                          : differences == nullptr ? "differences"
+                          : count == nullptr       ? "count"
+                                                   : nullptr)) {
         return false;
     }
     return guarded(fault, "", [&] {

@@ -150,8 +150,10 @@ bool tlvmsg_to_json(const tlvmsg_type *type, const void *record, const tlvmsg_js
     if (length != nullptr) {
         *length = 0;
     }
-    if (is_missing(fault,
-                   {{"type", type != nullptr}, {"record", record != nullptr}, {"text", text != nullptr}})) {
+    if (is_missing(fault, type == nullptr     ? "type"
+                          : record == nullptr ? "record"
+                          : text == nullptr   ? "text"
+                                              : nullptr)) {
         return false;
     }
     return guarded(fault, "", [&] {

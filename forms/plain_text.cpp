@@ -77,8 +77,8 @@ std::string base64_of(std::string_view text) {
 
 } // namespace
 
-bool is_plain(std::string_view line) {
-    return std::all_of(line.begin(), line.end(), [](char c) {
+bool is_plain(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) {
         return is_hex_digit(c) || c == 'x' || c == 'X' || c == '\\' || separators.find(c) != separators.npos;
     });
 }

@@ -211,13 +211,15 @@ void Sampler::fill_union(const tlvmsg_type *type, void *record, const std::strin
 bool tlvmsg_sample(const tlvmsg_type *type, const tlvmsg_sample_options *options, void *record,
                    tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (is_missing(fault, {{"type", type != nullptr}, {"record", record != nullptr}})) {
+    if (is_missing(fault, type == nullptr ? "type" : record == nullptr ? "record" : nullptr)) {
         return false;
     }
     std::memset(record, 0, type->size);
     const tlvmsg_sample_options wanted = options != nullptr ? *options : tlvmsg_sample_options{};
-    const auto *const end = wanted.settings + wanted.setting_count;
-    if (is_missing(fault, {{"settings", std::find(wanted.settings, end, nullptr) == end}})) {
+    const auto *const end = wanted.settings == nullptr ? nullptr : wanted.settings + wanted.setting_count;
+    const bool lacking = wanted.settings == nullptr ? wanted.setting_count > 0
+                                                    : std::find(wanted.settings, end, nullptr) != end;
+    if (is_missing(fault, lacking ? "settings" : nullptr)) {
         return false;
     }
     std::string text; // a line each

@@ -4,10 +4,8 @@
 #include <tlvmsg/forms.h>
 
 #include <exception>
-#include <initializer_list>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace tlvmsg::forms {
@@ -45,16 +43,12 @@ inline void give_null_argument(tlvmsg_text_fault *wanted, const char *argument) 
     give(wanted, TLVMSG_TEXT_NULL_ARGUMENT, argument, "a null pointer was passed");
 }
 
-// Whether one of the arguments is not there. The fault says which.
-inline bool is_missing(tlvmsg_text_fault *wanted,
-                       std::initializer_list<std::pair<const char *, bool>> arguments) {
-    for (const auto &[name, there] : arguments) {
-        if (!there) {
-            give_null_argument(wanted, name);
-            return true;
-        }
+// Whether an argument is missing, which then is named.
+inline bool is_missing(tlvmsg_text_fault *wanted, const char *argument) {
+    if (argument != nullptr) {
+        give_null_argument(wanted, argument);
     }
-    return false;
+    return argument != nullptr;
 }
 
 // Does the work and lets nothing out. Gives whether it succeeded; if not, the fault says why.

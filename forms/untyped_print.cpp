@@ -89,7 +89,7 @@ bool tlvmsg_untyped_to_json(const tlvmsg_type_set *set, const uint8_t *in, size_
                             const tlvmsg_json_options *options, tlvmsg_sink sink, void *context, size_t *end,
                             tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (is_missing(fault, {{"in", in != nullptr || in_len == 0}, {"sink", sink != nullptr}})) {
+    if (is_missing(fault, in == nullptr && in_len > 0 ? "in" : sink == nullptr ? "sink" : nullptr)) {
         return false;
     }
     return told(sink, context, fault, [&](Output &output) {
@@ -109,7 +109,7 @@ bool tlvmsg_untyped_to_text(const tlvmsg_type_set *set, const uint8_t *in, size_
                             const tlvmsg_text_options *options, tlvmsg_sink sink, void *context, size_t *end,
                             tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (is_missing(fault, {{"in", in != nullptr || in_len == 0}, {"sink", sink != nullptr}})) {
+    if (is_missing(fault, in == nullptr && in_len > 0 ? "in" : sink == nullptr ? "sink" : nullptr)) {
         return false;
     }
     return told(sink, context, fault, [&](Output &output) {

@@ -108,8 +108,10 @@ void write_text(Output &output, const tlvmsg_type *type, const void *record, std
 bool tlvmsg_to_text(const tlvmsg_type *type, const void *record, const tlvmsg_text_options *options,
                     tlvmsg_sink sink, void *context, tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (is_missing(fault,
-                   {{"type", type != nullptr}, {"record", record != nullptr}, {"sink", sink != nullptr}})) {
+    if (is_missing(fault, type == nullptr     ? "type"
+                          : record == nullptr ? "record"
+                          : sink == nullptr   ? "sink"
+                                              : nullptr)) {
         return false;
     }
     return told(sink, context, fault,
