@@ -1,36 +1,58 @@
 // What can be read of a broken encoding: the pieces of its trace, put where they belong.
 #include "block.h"
+#include "json_writer.h"
 #include "words.h"
 
 #include <tlvmsg/forms/partial.h>
 #include <tlvmsg/record.h>
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <new>
 #include <span>
+#include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tlvmsg::forms {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+// A value, or what is between brackets. Libraries' trees allocate when they are released, and may fail at that.
+struct Node {
+    std::string name{};  // in an object
+    std::string value{}; // as JSON; empty when it could not be read
+    char bracket = '\0'; // of an object or array
+    std::vector<Node> inside{};
 
-Json number_json(const tlvmsg_type *type, uint64_t value) {
-    if (const tlvmsg_enumerator *named = tlvmsg_enumerator_by_value(type, value)) {
-        return named->name;
+    Node &member(std::string_view wanted) {
+        bracket = '{';
+        const auto found = std::find_if(inside.rbegin(), inside.rend(),
+                                        [&](const Node &each) { return each.name == wanted; });
+        return found != inside.rend() ? *found : inside.emplace_back(Node{std::string(wanted)});
     }
-    return tlvmsg_type_is_signed(type) ? Json(static_cast<int64_t>(value)) : Json(value);
-}
 
-Json bytes_json(std::span<const uint8_t> bytes) {
-    if (is_printable(bytes)) {
-        return std::string(bytes.begin(), bytes.end());
+    Node &item(size_t index) {
+        bracket = '[';
+        inside.resize(std::max(inside.size(), index + 1));
+        return inside[index];
     }
-    return {{"hex", fmt::format("{:02x}", fmt::join(bytes, ""))}};
-}
+
+    void write(JsonWriter &writer) const {
+        if (bracket == '\0') {
+            writer.text += value.empty() ? "null" : value;
+            return;
+        }
+        writer.open(bracket);
+        for (const Node &each : inside) {
+            bracket == '{' ? writer.key(each.name) : writer.next();
+            each.write(writer);
+        }
+        writer.close(bracket == '{' ? '}' : ']');
+    }
+};
 
 // A count that JSON does not show, since it is the next member's length.
 bool is_count(const tlvmsg_member *member) {
@@ -55,7 +77,10 @@ public:
         if (failed_) {
             throw std::bad_alloc();
         }
-        return whole_.dump(indent == 0 ? -1 : static_cast<int>(indent), ' ', true);
+        const tlvmsg_json_options options{indent, 0};
+        JsonWriter writer(&options);
+        whole_.write(writer);
+        return std::move(writer.text);
     }
 
 private:
@@ -63,16 +88,16 @@ private:
         switch (piece.kind) {
         case TLVMSG_PIECE_VALUE:
             if (!is_count(piece.place->member)) {
-                node(*piece.place) = number_json(piece.place->type, piece.value);
+                JsonWriter number(nullptr);
+                number.number(piece.place->type, piece.value);
+                node(*piece.place).value = std::move(number.text);
             }
             break;
         case TLVMSG_PIECE_COUNT:
-            if (Json &array = node(*piece.place->parent); array.is_null()) {
-                array = tlvmsg_type_is_bytes(piece.place->parent->type) ? Json("") : Json::array();
-            }
+            add_array(*piece.place->parent);
             break;
         case TLVMSG_PIECE_BYTES:
-            node(*piece.place) = bytes_json({in_ + piece.offset, piece.size});
+            add_bytes(node(*piece.place), {in_ + piece.offset, piece.size});
             break;
         case TLVMSG_PIECE_HEADER:
         case TLVMSG_PIECE_TERMINATOR:
@@ -82,33 +107,49 @@ private:
         }
     }
 
+    void add_array(const tlvmsg_place &place) {
+        Node &array = node(place);
+        if (tlvmsg_type_is_bytes(place.type)) {
+            array.value = "\"\"";
+        } else {
+            array.bracket = '[';
+        }
+    }
+
+    static void add_bytes(Node &node, std::span<const uint8_t> bytes) {
+        if (is_printable(bytes)) {
+            JsonWriter text(nullptr);
+            text.bytes(bytes);
+            node.value = std::move(text.text);
+        } else {
+            node.member("hex").value = fmt::format("\"{:02x}\"", fmt::join(bytes, ""));
+        }
+    }
+
     // Made when it is not there yet.
-    Json &node(const tlvmsg_place &place) {
+    Node &node(const tlvmsg_place &place) {
         if (place.parent == nullptr) {
             return whole_;
         }
-        Json &parent = node(*place.parent);
+        Node &parent = node(*place.parent);
         if (place.name == nullptr) {
-            while (parent.size() <= place.index) {
-                parent.push_back(nullptr);
-            }
-            return parent[place.index];
+            return parent.item(place.index);
         }
-        return place.member != nullptr ? member(parent, place.member->path) : parent[place.name];
+        return place.member != nullptr ? member(parent, place.member->path) : parent.member(place.name);
     }
 
     // A selector's path leads into its union: "address.type". An empty one is that of a union in its structure.
-    static Json &member(Json &structure, std::string_view path) {
+    static Node &member(Node &structure, std::string_view path) {
         if (path.empty()) {
             return structure;
         }
         const size_t dot = path.find('.');
-        Json &first = structure[std::string(path.substr(0, dot))];
+        Node &first = structure.member(path.substr(0, dot));
         return dot == path.npos ? first : member(first, path.substr(dot + 1));
     }
 
     const uint8_t *in_;
-    Json whole_;
+    Node whole_;
     bool failed_ = false;
 };
 

@@ -19,7 +19,7 @@ const Bytes message = hex("03f0 0032 0002 0001 22 000a 0029 0004 0002 0022"
 bool swallow(void * /*context*/, const char * /*text*/, size_t /*length*/) { return true; }
 bool refuse(void * /*context*/, const char * /*text*/, size_t /*length*/) { return false; }
 
-enum class What { text, annotation, untyped_json, untyped_text, hex, diff, sample };
+enum class What { text, annotation, untyped_json, untyped_text, hex, diff, sample, partial };
 
 bool tells(What what) { return what < What::hex; }
 
@@ -34,6 +34,7 @@ bool run(What what, const tlvmsg_type *type, const void *record, tlvmsg_sink sin
     tlvmsg_hex_message *messages = nullptr;
     tlvmsg_difference *differences = nullptr;
     uint64_t sample[4] = {};
+    char *json = nullptr;
     size_t count = 0;
     bool done = false;
     switch (what) {
@@ -54,7 +55,11 @@ bool run(What what, const tlvmsg_type *type, const void *record, tlvmsg_sink sin
         break;
     case What::sample:
         done = tlvmsg_sample(type, &options, sample, fault);
+        break;
+    case What::partial:
+        done = tlvmsg_partial_to_json(type, in, size, 0, &json, nullptr, nullptr, fault);
     }
+    tlvmsg_free(json);
     tlvmsg_free(messages);
     tlvmsg_free(differences);
     tlvmsg_release(type, sample);
@@ -62,7 +67,7 @@ bool run(What what, const tlvmsg_type *type, const void *record, tlvmsg_sink sin
 }
 
 constexpr What all[] = {What::text, What::annotation, What::untyped_json, What::untyped_text,
-                        What::hex,  What::diff,       What::sample};
+                        What::hex,  What::diff,       What::sample,       What::partial};
 
 class Survival : public testing::Test {
 protected:
