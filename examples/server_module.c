@@ -24,7 +24,7 @@ struct frame {
     uint8_t message[UINT16_MAX];
 };
 
-static unsigned kind_of(const struct frame *frame) { return frame->head[0] << 8 | frame->head[1]; }
+static unsigned kind_of(const struct frame *frame) { return (unsigned)frame->head[0] << 8 | frame->head[1]; }
 static size_t size_of(const struct frame *frame) { return (size_t)(frame->head[2] << 8 | frame->head[3]); }
 
 static bool send_frame(int link, enum kind kind, const uint8_t *message, size_t size) {

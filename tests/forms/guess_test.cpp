@@ -90,7 +90,7 @@ size_t behind_distinguishing_tag(const tlvmsg_type &message, const Bytes &bytes)
     });
     size_t at = 0;
     for (uint32_t i = 0; i < member && at < bytes.size(); ++i) {
-        at += 4u + (bytes[at + 2] << 8 | bytes[at + 3]);
+        at += 4 + (size_t{bytes[at + 2]} << 8 | bytes[at + 3]);
     }
     return std::min(at + 2, bytes.size());
 }
@@ -228,7 +228,7 @@ TEST(Divide, TakesNoMessageThatIsNotWhole) {
         const Bytes whole = sample(message);
         std::set<size_t> ends{0};
         for (size_t at = 0; at < whole.size();) {
-            ends.insert(at += 4u + (whole[at + 2] << 8 | whole[at + 3]));
+            ends.insert(at += 4 + (size_t{whole[at + 2]} << 8 | whole[at + 3]));
         }
         for (size_t size = 0; size < whole.size(); size += 1 + whole.size() / 64) {
             const Bytes cut(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(size));

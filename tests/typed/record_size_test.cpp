@@ -24,6 +24,7 @@ void expect_record_size(const tlvmsg_fault &fault) {
 }
 
 TEST(RecordsOfAnotherHeader, AreNotHandedOn) {
+    static_cast<void>(tlvmsg_verify_ifid); // which knows no record
     GuardedBuffer room(sizeof(ifid));
     auto *const record = reinterpret_cast<ifid *>(room.data());
     record->value_1 = 5;
