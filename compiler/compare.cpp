@@ -256,7 +256,7 @@ private:
             const RecordLayout &now = layouts.of(after);
             return old.size == now.size && old.alignment == now.alignment;
         };
-        return same(lp64_) && same(ilp32_);
+        return same(lp64_) && same(ilp32_) && same(i386_);
     }
 
     void report(const Rule &rule, const Subject &subject) {
@@ -290,6 +290,7 @@ private:
     const Pairing pairing_;
     Layouts lp64_{lp64};
     Layouts ilp32_{ilp32};
+    Layouts i386_{i386};
     std::vector<Finding> found_;
 };
 

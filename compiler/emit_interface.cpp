@@ -16,7 +16,9 @@ public:
                        "and records. Written by\n"
                        "# './dev interface', compared with the schema by every test run. Columns of a field: "
                        "its offset where\n"
-                       "# pointers have 8 bytes, and where they have 4 when that differs.\n";
+                       "# pointers have 8 bytes; behind slashes, where they have 4, and where numbers are "
+                       "then aligned to 4 at most,\n"
+                       "# when that differs.\n";
 
     void add(const Family &family) {
         text += fmt::format("\nfamily {}\n", family.name);
@@ -31,8 +33,8 @@ private:
                                         ? fmt::format("{} bytes", type.min_size)
                                         : fmt::format("{} to {} bytes", type.min_size, type.max_size);
         text += fmt::format("\n{}, {}, record {} aligned {}\n", heading(type), encoded,
-                            both(lp64_.of(type).size, ilp32_.of(type).size),
-                            both(lp64_.of(type).alignment, ilp32_.of(type).alignment));
+                            on_each([&](Layouts &layouts) { return layouts.of(type).size; }),
+                            on_each([&](Layouts &layouts) { return layouts.of(type).alignment; }));
         add_enumerators(type);
         add_members(type);
         add_fields(type);
@@ -121,15 +123,22 @@ private:
     }
 
     std::string offset(const Type &record, size_t field) {
-        return both(lp64_.of(record).offsets[field], ilp32_.of(record).offsets[field]);
+        return on_each([&](Layouts &layouts) { return layouts.of(record).offsets[field]; });
     }
 
-    static std::string both(uint64_t wide, uint64_t narrow) {
-        return wide == narrow ? std::to_string(wide) : fmt::format("{}/{}", wide, narrow);
+    template <class Number>
+    std::string on_each(Number number) {
+        const uint64_t wide = number(lp64_);
+        const uint64_t narrow = number(ilp32_);
+        const uint64_t dense = number(i386_);
+        return dense != narrow  ? fmt::format("{}/{}/{}", wide, narrow, dense)
+               : narrow != wide ? fmt::format("{}/{}", wide, narrow)
+                                : std::to_string(wide);
     }
 
     Layouts lp64_{lp64};
     Layouts ilp32_{ilp32};
+    Layouts i386_{i386};
 };
 
 } // namespace

@@ -12,7 +12,9 @@ uint64_t aligned(uint64_t offset, uint64_t alignment) {
     return (offset + alignment - 1) / alignment * alignment;
 }
 
-RecordLayout number(uint64_t width) { return {width, width, {}}; }
+RecordLayout number(const DataModel &model, uint64_t width) {
+    return {width, std::min(width, model.alignment), {}};
+}
 
 } // namespace
 
@@ -23,10 +25,10 @@ const RecordLayout &Layouts::of(const Type &type) {
 
 RecordLayout Layouts::lay_out(const Type &type) {
     if (type.scalar != nullptr) {
-        return number(type.scalar->width);
+        return number(model_, type.scalar->width);
     }
     if (type.kind == Kind::Enumeration) {
-        return number(enumeration_width);
+        return number(model_, enumeration_width);
     }
     if (type.enclosing != nullptr) {
         return of(*type.enclosing);
@@ -51,7 +53,7 @@ RecordLayout Layouts::of_field(const Type &owner, const Field &field) {
         return {owner.capacity * item.size, item.alignment, {}};
     }
     case Field::Storage::Pointer:
-        return number(model_.pointer);
+        return number(model_, model_.pointer);
     case Field::Storage::Alternatives: {
         RecordLayout shared;
         for (const Alternative &alternative : field.type->alternatives) {

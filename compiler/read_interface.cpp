@@ -8,8 +8,6 @@ namespace tlvc {
 
 namespace {
 
-constexpr size_t offset_width = 11; // of the column with offsets, its blanks included
-
 bool is_array(const std::string &heading) {
     return heading.starts_with("array ") || heading.starts_with("bytes ") || heading.starts_with("dynamic ");
 }
@@ -21,8 +19,10 @@ std::string as_member(const std::string &heading, std::string line) {
         return "";
     }
     if (!heading.starts_with("enum ")) {
-        line.replace(0, offset_width, offset_width, ' ');
-        line += line.find(' ', offset_width) == line.npos ? " " + line.substr(offset_width) : "";
+        const size_t end = std::min(line.find(' ', line.find_first_not_of(' ')), line.size());
+        line.replace(0, end, end, ' ');
+        const size_t type = std::min(line.find_first_not_of(' '), line.size());
+        line += line.find(' ', type) == line.npos ? " " + line.substr(type) : "";
     }
     if (const size_t dot = line.find('.'); dot != line.npos) {
         const size_t path = line.rfind(' ', dot);

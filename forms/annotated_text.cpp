@@ -98,7 +98,7 @@ private:
         if (!times || *times > (TLVMSG_MOST_REPEATED - repeated_) / std::max<size_t>(part.size(), 1)) {
             fail(word.empty() ? rest_ : word, " is not how often bytes can be repeated");
         }
-        repeated_ += *times * part.size();
+        repeated_ += static_cast<size_t>(*times) * part.size();
         bytes_.resize(start);
         for (uint64_t i = 0; i < *times && !part.empty(); ++i) {
             bytes_.insert(bytes_.end(), part.begin(), part.end());

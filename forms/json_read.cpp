@@ -320,7 +320,7 @@ void Reader::read_number(const Target &target, const Found &found) {
 // Dynamic arrays double, as far as is allowed, until their end tells the count.
 void *Reader::next_item(Open &array) {
     const tlvmsg_type *const type = array.target.type;
-    const size_t most = tlvmsg_most_items(type);
+    const auto most = static_cast<size_t>(tlvmsg_most_items(type));
     if (array.index == most) {
         open_.pop_back(); // the place is the array's
         fail(TLVMSG_TEXT_TOO_MANY,
@@ -335,7 +335,7 @@ void *Reader::next_item(Open &array) {
 }
 
 void Reader::read_bytes(const Target &array, const std::string &bytes) {
-    const size_t most = tlvmsg_most_items(array.type);
+    const uint64_t most = tlvmsg_most_items(array.type);
     if (bytes.size() > most) {
         fail(TLVMSG_TEXT_TOO_MANY,
              std::to_string(bytes.size()) + " bytes, at most " + std::to_string(most) + " fit");
@@ -345,7 +345,7 @@ void Reader::read_bytes(const Target &array, const std::string &bytes) {
 }
 
 void Reader::resize(const Target &array, size_t count) {
-    const size_t before = tlvmsg_items_of(array.type, array.field).readable;
+    const auto before = static_cast<size_t>(tlvmsg_items_of(array.type, array.field).readable);
     if (tlvmsg_type_is_dynamic(array.type) && count > before) {
         const size_t terminator = tlvmsg_type_is_bytes(array.type) ? 1 : 0;
         const size_t more = (count - before) * array.type->element->size + terminator;

@@ -164,8 +164,8 @@ void Sampler::fill_members(const tlvmsg_type *type, void *record, const std::str
 void Sampler::fill_array(const tlvmsg_type *array, void *record, const std::string &path) {
     const uint64_t named = settings_.items(array, path);
     const Setting *const wanted = settings_.of(below(path, "count"));
-    const size_t total =
-        wanted != nullptr ? settings_.read_count(*wanted, array) : std::max(count(array), named);
+    const auto total = static_cast<size_t>(wanted != nullptr ? settings_.read_count(*wanted, array)
+                                                             : std::max(count(array), named));
     if (!tlvmsg_resize(array, record, total, nullptr)) {
         throw std::bad_alloc(); // the count is none that does not fit
     }
@@ -174,7 +174,7 @@ void Sampler::fill_array(const tlvmsg_type *array, void *record, const std::stri
     if (bytes) {
         fill_bytes(items.first, total);
     }
-    for (size_t i = 0; i < (bytes ? std::min<size_t>(named, total) : total); ++i) {
+    for (size_t i = 0; i < (bytes ? std::min<uint64_t>(named, total) : total); ++i) {
         const std::string item = path + "[" + std::to_string(i) + "]";
         if (!bytes) {
             fill(array->element, item_at(array, items, i), item);
@@ -197,7 +197,7 @@ void Sampler::fill_union(const tlvmsg_type *type, void *record, const std::strin
     } else if (const tlvmsg_alternative *const named = settings_.alternative(type, path)) {
         tlvmsg_store(type->selector, selector, named->values[0]);
     } else if (kind_ != TLVMSG_SAMPLE_MIN && !values.empty()) {
-        tlvmsg_store(type->selector, selector, values[draw(values.size())]);
+        tlvmsg_store(type->selector, selector, values[static_cast<size_t>(draw(values.size()))]);
     }
     if (const tlvmsg_alternative *const chosen = tlvmsg_chosen_in(type, record)) {
         fill(chosen->type, at_offset(record, chosen->offset), below(path, chosen->name), true);

@@ -57,7 +57,7 @@ private:
         if (there.first == nullptr || missing_ > 0) {
             return nullptr;
         }
-        const size_t size = there.readable * type.element->size;
+        const size_t size = Items::size(type, there.readable);
         void *const copy = tlvmsg_allocate(size + 1);
         if (copy == nullptr) {
             missing_ = size + 1;

@@ -77,7 +77,7 @@ Outcome Decoder::block(const Place &place, size_t offset, uint16_t count, uint8_
     if (size > UINT32_MAX || size > limit || extent_.allocated > limit - size) {
         return refuse(place, TLVMSG_ALLOCATION_LIMIT, offset, extent_.allocated + size, limit);
     }
-    extent_.allocated += size;
+    extent_.allocated += static_cast<size_t>(size);
     ++extent_.blocks;
     items = nullptr;
     if (record != nullptr) {
@@ -87,7 +87,7 @@ Outcome Decoder::block(const Place &place, size_t offset, uint16_t count, uint8_
         return refuse(place, TLVMSG_OUT_OF_MEMORY, offset, size, 0);
     }
     if (record != nullptr) {
-        std::memset(items, 0, size);
+        std::memset(items, 0, static_cast<size_t>(size));
         store_pointer(type, record, items);
     }
     return Outcome::Done;

@@ -74,13 +74,14 @@ bool Encoder::items(const Place &place, const Items &there) {
 }
 
 bool Encoder::bytes(const Place &place, const Items &there, bool terminated) {
-    if (!reserve(place, there.count + (terminated ? 1 : 0))) {
+    const auto count = static_cast<size_t>(there.count);
+    if (!reserve(place, count + (terminated ? 1 : 0))) {
         return false;
     }
-    if (out_ != nullptr && there.count > 0) {
-        std::memcpy(out_ + at_, there.first, there.count);
+    if (out_ != nullptr && count > 0) {
+        std::memcpy(out_ + at_, there.first, count);
     }
-    at_ += there.count;
+    at_ += count;
     if (terminated) {
         put(0, 1);
     }
@@ -89,7 +90,7 @@ bool Encoder::bytes(const Place &place, const Items &there, bool terminated) {
 
 bool Encoder::packed(const Place &place, const Items &there) {
     const size_t width = place.type->element->size;
-    if (!reserve(place, there.count * width)) {
+    if (!reserve(place, static_cast<size_t>(there.count) * width)) {
         return false;
     }
     for (size_t i = 0; i < there.count; ++i) {

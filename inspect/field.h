@@ -41,6 +41,11 @@ struct Items : tlvmsg_items {
     uint8_t *item(const tlvmsg_type &array, size_t index) const {
         return first + index * array.element->size;
     }
+
+    // The bytes of that many items that are in memory: size_t holds their number.
+    static size_t size(const tlvmsg_type &array, uint64_t items) {
+        return static_cast<size_t>(items * array.element->size);
+    }
 };
 
 Items items_of(const tlvmsg_type &array, const void *record);

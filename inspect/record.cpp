@@ -56,18 +56,19 @@ void drop_items(const tlvmsg_type &array, const Items &there, size_t kept) {
         release(*array.element, there.item(array, i));
     }
     if (kept < there.readable) {
-        std::memset(there.item(array, kept), 0, (there.readable - kept) * array.element->size);
+        std::memset(there.item(array, kept), 0, Items::size(array, there.readable - kept));
     }
 }
 
 // A block with room for `count` items and, behind bytes, the zero byte that readers may count on.
 bool move_items(const tlvmsg_type &array, void *record, const Items &there, size_t count) {
-    void *const block = tlvmsg_allocate(count * array.element->size + (is_bytes(array) ? 1 : 0));
+    const uint64_t size = uint64_t{count} * array.element->size + (is_bytes(array) ? 1 : 0);
+    void *const block = size <= UINT32_MAX ? tlvmsg_allocate(static_cast<size_t>(size)) : nullptr;
     if (block == nullptr) {
         return false;
     }
     if (there.readable > 0) {
-        std::memcpy(block, there.first, there.readable * array.element->size);
+        std::memcpy(block, there.first, Items::size(array, there.readable));
     }
     tlvmsg_free(there.first);
     store_pointer(array, record, block);
@@ -96,7 +97,8 @@ bool resize(const tlvmsg_type &array, void *record, size_t count) {
             store_pointer(array, record, nullptr);
         }
     } else if (count > there.readable) {
-        std::memset(there.item(array, there.readable), 0, (count - there.readable) * array.element->size);
+        std::memset(there.item(array, static_cast<size_t>(there.readable)), 0,
+                    Items::size(array, count - there.readable));
     }
     store_number(record, array.count_width, count);
     return true;
@@ -171,7 +173,8 @@ bool tlvmsg_resize(const tlvmsg_type *array, void *record, size_t count, tlvmsg_
         return false;
     }
     if (!resize(*array, record, count)) {
-        give(fault, fault_at(whole(*array), TLVMSG_OUT_OF_MEMORY, 0, count * array->element->size, 0));
+        give(fault,
+             fault_at(whole(*array), TLVMSG_OUT_OF_MEMORY, 0, uint64_t{count} * array->element->size, 0));
         return false;
     }
     give(fault, tlvmsg_fault{});

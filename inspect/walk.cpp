@@ -59,7 +59,7 @@ private:
     }
 
     void items(const Place &place, const Items &there) const {
-        if (!enter(place, there.readable)) {
+        if (!enter(place, static_cast<size_t>(there.readable))) {
             return;
         }
         for (size_t i = 0; i < there.readable; ++i) {
@@ -70,7 +70,8 @@ private:
 
     void bytes(const Place &place, const Items &there) const {
         if (visitor_.bytes != nullptr) {
-            visitor_.bytes(context_, &place, there.readable > 0 ? there.first : nullptr, there.readable);
+            visitor_.bytes(context_, &place, there.readable > 0 ? there.first : nullptr,
+                           static_cast<size_t>(there.readable));
         }
     }
 

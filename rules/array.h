@@ -32,7 +32,8 @@ struct ArrayPrefix {
 // The end of an array by its own length, whose count is at most `most`; else null.
 inline const uint8_t *end_of_array(const uint8_t *in, const Input &input, uint32_t most, uint16_t &count) {
     const uint8_t *end = end_of_element(in, input, wire::array_tag);
-    if (end == nullptr || end - in < array_prefix || codec::uint16::mismatch(in + header_size) != 0) {
+    if (end == nullptr || static_cast<size_t>(end - in) < array_prefix ||
+        codec::uint16::mismatch(in + header_size) != 0) {
         return nullptr;
     }
     count = wire::fetched(wire::load16(in + 2 * header_size));

@@ -44,7 +44,7 @@ struct Bytes {
                                                    uint16_t *stored_count, uint8_t *bytes, size_t room) {
         uint16_t count;
         const uint8_t *end = end_of_array(in, input, capacity, count);
-        if (end == nullptr || end - in != size(count, capacity) ||
+        if (end == nullptr || static_cast<size_t>(end - in) != size(count, capacity) ||
             (count < capacity && input.terminated && end[-1] != 0)) {
             return nullptr;
         }

@@ -99,7 +99,7 @@ struct dynamic_elements {
             return nullptr;
         }
         if constexpr (stores<Out> && rules::allocates<Item>) {
-            clear(out->items, size);
+            clear(out->items, static_cast<size_t>(size));
         }
         return Elements<Item>::accept(in + array_prefix, count, input, items_of(out)) == end ? end : nullptr;
     }
@@ -160,7 +160,7 @@ struct dynamic_bytes {
     static const uint8_t *accept(const uint8_t *in, Input &input, Out out, bool alone = false) {
         uint16_t count;
         const uint8_t *end = end_of_dynamic_array<record>(in, input, out, alone, count);
-        if (end == nullptr || end - in != array_prefix + count + 1 || end[-1] != 0 ||
+        if (end == nullptr || static_cast<size_t>(end - in) != array_prefix + count + 1 || end[-1] != 0 ||
             !add_block<&record::bytes>(input, out, count, uint64_t{count} + 1)) {
             return nullptr;
         }

@@ -7,6 +7,9 @@
 
 namespace tlvmsg::rules {
 
+// How vectors are passed where there are no registers for them: only between inline functions.
+#pragma GCC diagnostic ignored "-Wpsabi"
+
 using Words = uint32_t __attribute__((vector_size(16)));
 
 inline Words load_lanes(const void *from) {

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <regex>
 #include <sstream>
 #include <string>
 
@@ -117,13 +118,15 @@ private:
     std::ostringstream out_;
 };
 
-// Of "16/12", what holds for this platform's pointers.
+// Of "16/12/8", what holds for this platform's pointers and alignment, which may be the number before.
 std::string for_this_platform(std::string word) {
-    const size_t slash = word.find('/');
-    if (slash != word.npos) {
-        const size_t comma = word.find_first_not_of("0123456789", slash + 1);
-        const std::string rest = comma == word.npos ? "" : word.substr(comma);
-        word = sizeof(void *) == 8 ? word.substr(0, slash) + rest : word.substr(slash + 1);
+    struct Number {
+        uint64_t value;
+    };
+    const int wanted = sizeof(void *) == 8 ? 0 : alignof(Number) == 8 ? 1 : 2;
+    std::smatch numbers;
+    if (std::regex_match(word, numbers, std::regex("([0-9]+)/([0-9]+)(?:/([0-9]+))?(,?)"))) {
+        word = numbers[wanted == 2 && !numbers[3].matched ? 2 : wanted + 1].str() + numbers[4].str();
     }
     return word;
 }

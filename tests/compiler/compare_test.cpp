@@ -111,8 +111,10 @@ TEST(Rules, have_the_codes_of_their_places) {
 
 TEST(Levels, of_a_changed_type_follow_from_what_both_can_hold) {
     const auto member = [](const char *type) {
-        return std::string("enum plain = 2002  enum named = 2003 { one = 1 }  bytes one[4]  bytes two[4]  "
-                           "struct both = 2004 { one one  two two }  struct s = 2001 { ") +
+        return std::string(
+                   "enum plain = 2002  enum named = 2003 { one = 1 }  bytes one[4]  bytes two[4]  "
+                   "struct both = 2004 { one one  two two }  struct padded = 2005 { uint32 a  uint64 b }  "
+                   "struct full = 2006 { uint64 a  uint64 b }  struct s = 2001 { ") +
                type + " x }";
     };
     const auto levels = [&](const char *before, const char *after) {
@@ -124,6 +126,7 @@ TEST(Levels, of_a_changed_type_follow_from_what_both_can_hold) {
     EXPECT_EQ(levels("int8", "uint16"), "C013 wire, json, source, layout\n");
     EXPECT_EQ(levels("uint32", "plain"), "C013 wire, source\n");
     EXPECT_EQ(levels("named", "uint32"), "C013 wire, json, source\n") << "documents say the names";
+    EXPECT_EQ(levels("padded", "full"), "C013 wire, json, source, layout\n") << "that of i386";
     EXPECT_EQ(levels("one", "two"), "C013 source\n") << "but for its name it is the same";
 }
 

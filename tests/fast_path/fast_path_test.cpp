@@ -99,10 +99,10 @@ public:
                 *at ^= static_cast<uint8_t>(1 << random() % 8);
                 break;
             case 2: // bytes are missing
-                std::memmove(at, at + 1 + random() % 12, 12 + random() % 200);
+                std::memmove(at, at + 1 + random() % 12, static_cast<size_t>(12 + random() % 200));
                 break;
             default: // bytes are there twice
-                std::memmove(at + 1 + random() % 12, at, 12 + random() % 200);
+                std::memmove(at + 1 + random() % 12, at, static_cast<size_t>(12 + random() % 200));
             }
         }
         return input_.data();

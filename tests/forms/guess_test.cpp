@@ -253,7 +253,7 @@ TEST(Divide, FindsNothingInForeignBytes) {
     }
     std::mt19937_64 random(1);
     for (int i = 0; i < 20'000; ++i) {
-        Bytes bytes(random() % 1500);
+        Bytes bytes(static_cast<size_t>(random() % 1500));
         std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<uint8_t>(random()); });
         EXPECT_TRUE(divided(bytes).empty()) << bytes;
     }

@@ -249,16 +249,17 @@ TEST_P(JsonOfFamily, SurvivesDamage) {
     static const char *const pieces[] = {"{",  "}",    "[", "]", ",",       ":",        "\"",
                                          "\\", "null", "-", "9", "\"hex\"", "\"count\""};
     std::mt19937_64 random(7);
+    const auto below = [&](size_t limit) { return static_cast<size_t>(random() % limit); };
     osal_double_reset();
     for_each_type_of(GetParam(), [&](const tlvmsg_type &type) {
-        const Sample sample(type, 3, Counts::Random, static_cast<uint32_t>(random() % 3));
+        const Sample sample(type, 3, Counts::Random, static_cast<uint32_t>(below(3)));
         const std::string valid = written(&type, sample.record());
         const size_t blocks = osal_double_blocks_out();
         for (int i = 0; i < 30; ++i) {
             std::string text = valid;
-            text.replace(random() % text.size(), random() % 4, pieces[random() % std::size(pieces)]);
+            text.replace(below(text.size()), below(4), pieces[below(std::size(pieces))]);
             if (random() % 2 == 0) {
-                text.insert(random() % text.size(), valid, random() % valid.size(), random() % 40);
+                text.insert(below(text.size()), valid, below(valid.size()), below(40));
             }
             Record record(&type);
             tlvmsg_text_fault fault;

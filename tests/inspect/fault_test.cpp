@@ -67,7 +67,7 @@ TEST(Fault, OfAllocationNeedNotBeTheDefaultLimit) {
     EXPECT_FALSE(tlvmsg_decode(type, bytes.data(), bytes.size(), nullptr, &record, nullptr, &fault));
     EXPECT_EQ(fault.code, TLVMSG_ALLOCATION_LIMIT);
     EXPECT_EQ(fault.allowed, 64 * bytes.size() + size_t{64} * 1024);
-    const tlvmsg_limits enough{fault.found, false};
+    const tlvmsg_limits enough{static_cast<size_t>(fault.found), false};
     EXPECT_TRUE(tlvmsg_decode(type, bytes.data(), bytes.size(), &enough, &record, nullptr, nullptr));
     EXPECT_EQ(record.count, 65535u);
     tlvmsg_release(type, &record);

@@ -159,6 +159,14 @@ TEST(Records, AreResizedWithTheirBlocks) {
     EXPECT_EQ(record.items, nullptr);
     EXPECT_EQ(osal_double_blocks_out() + osal_double_faults(), 0u);
 
+    tlvmsg_type huge = *names.element;
+    huge.size = 16'843'010;
+    tlvmsg_type too_many = names;
+    too_many.element = &huge;
+    EXPECT_FALSE(tlvmsg_resize(&too_many, &record, 255, &fault)) << "2^32 and 254 bytes";
+    EXPECT_EQ(fault.code, TLVMSG_OUT_OF_MEMORY);
+    EXPECT_EQ(fault.found, (uint64_t{1} << 32) + 254);
+
     const tlvmsg_type *mac = tlvmsg_type_find("zel_mac_addr_mac_array");
     zel_mac_addr_mac_array bytes = {2, {1, 2, 3, 4, 5, 6}};
     ASSERT_TRUE(tlvmsg_resize(mac, &bytes, 4, nullptr));

@@ -72,7 +72,7 @@ namespace {
 
 template <class T>
 T any_of(std::mt19937_64 &random, const std::vector<T> &values) {
-    return values[random() % values.size()];
+    return values[static_cast<size_t>(random() % values.size())];
 }
 
 void put16(Bytes &bytes, size_t at, uint64_t value) {

@@ -158,7 +158,8 @@ private:
         const bool accepted = tlvmsg_verify(&engine_, in_, size_, &limits_, &extent[1], &fault[1]);
         EXPECT_EQ(tlvmsg_verify(&type_, in_, size_, &limits_, &extent[0], &fault[0]), accepted);
         EXPECT_EQ(line(fault[0]), line(fault[1]));
-        EXPECT_EQ(std::memcmp(&extent[0], &extent[1], offsetof(tlvmsg_extent, first_deviation)), 0);
+        const size_t numbers = offsetof(tlvmsg_extent, deviations) + sizeof extent->deviations;
+        EXPECT_EQ(std::memcmp(&extent[0], &extent[1], numbers), 0);
         EXPECT_EQ(line(extent[0].first_deviation), line(extent[1].first_deviation));
 
         GuardedBuffer *const records[] = {&strict_record_, &engine_record_};

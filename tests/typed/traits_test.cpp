@@ -109,8 +109,8 @@ void check(const Known &known, uint32_t choice) {
     if (known.type.element != nullptr) {
         const tlvmsg_items there = tlvmsg_items_of(&known.type, record);
         EXPECT_EQ(listing.record, there.first);
-        EXPECT_EQ(listing.seen.at(0),
-                  (Seen{"", known.type.element, there.readable, known.type.element->size}));
+        EXPECT_EQ(listing.seen.at(0), (Seen{"", known.type.element, static_cast<size_t>(there.readable),
+                                            known.type.element->size}));
     } else {
         EXPECT_EQ(listing.seen, members_of(known.type, record));
     }

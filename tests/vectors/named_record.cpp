@@ -25,7 +25,7 @@ void add_items(const tlvmsg_type &type, const uint8_t *at, const std::string &pa
                              : is_dynamic(type) ? count
                                                 : std::min<uint64_t>(count, type.capacity);
     if (type.kind == TLVMSG_BYTE_ARRAY || type.kind == TLVMSG_DYNAMIC_BYTES) {
-        text += path + ".bytes = " + to_hex(items, present) + "\n";
+        text += path + ".bytes = " + to_hex(items, static_cast<size_t>(present)) + "\n";
         return;
     }
     for (uint64_t i = 0; i < present; ++i) {

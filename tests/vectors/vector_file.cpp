@@ -193,7 +193,7 @@ private:
         if (text.starts_with("repeat(") && text.ends_with(')')) {
             const auto parts = split(text.substr(7, text.size() - 8), ',');
             if (parts.size() == 2) {
-                return repeated(count(parts[1]), bytes_value(parts[0]));
+                return repeated(static_cast<size_t>(count(parts[1])), bytes_value(parts[0]));
             }
         }
         fail("not a value: " + quoted(text));
@@ -206,7 +206,7 @@ private:
             fail("'|' is missing behind the bytes");
         }
         const size_t gap = line.find_first_of(blanks);
-        const size_t offset = count(line.substr(0, gap));
+        const auto offset = static_cast<size_t>(count(line.substr(0, gap)));
         Vector &vector = vectors_.back();
         if (offset != vector.bytes.size()) {
             fail("byte " + std::to_string(vector.bytes.size()) + " comes next, not " +
@@ -230,7 +230,7 @@ private:
             if (text.starts_with(times)) {
                 text = trimmed(text.substr(times.size()));
                 const std::string_view word = text.substr(0, text.find_first_of(blanks));
-                unit = repeated(count(word), unit);
+                unit = repeated(static_cast<size_t>(count(word)), unit);
                 text = trimmed(text.substr(word.size()));
             }
             bytes = std::move(bytes) + unit;

@@ -159,7 +159,7 @@ private:
 
     SchemaTypes &result_;
     std::map<const tlvc::Type *, tlvmsg_type *> descriptors_;
-    tlvc::Layouts layouts_{sizeof(void *) == 8 ? tlvc::lp64 : tlvc::ilp32};
+    tlvc::Layouts layouts_{tlvc::native};
 };
 
 SchemaTypes::SchemaTypes(const std::vector<std::string> &files) {
