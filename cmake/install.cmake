@@ -1,16 +1,33 @@
-# Installed: libraries, headers, the compiler, a CMake package and pkg-config files.
+# Installed: libraries, headers, the programs and their manuals, a CMake package and pkg-config files.
 include(CMakePackageConfigHelpers)
 
-install(TARGETS osal_pelix tlvmsg tlvmsg_static tlvmsg_inspect tlvmsg_inspect_static tlvmsg_forms tlvmsg_forms_static
+if(NOT TLVMSG_EXTERNAL_OSAL_PELIX)
+    list(PREPEND TLVMSG_LIBRARIES osal_pelix)
+endif()
+install(TARGETS ${TLVMSG_LIBRARIES}
         EXPORT tlvmsg
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
         PUBLIC_HEADER DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-if(TARGET tlvc)
-    install(TARGETS tlvc)
+foreach(program tlvc tlv)
+    if(TARGET ${program})
+        install(TARGETS ${program})
+    endif()
+endforeach()
+if(TARGET tlv)
+    install(DIRECTORY ${PROJECT_BINARY_DIR}/share/ DESTINATION ${CMAKE_INSTALL_DATADIR})
+endif()
+
+# What is installed finds the libraries wherever the prefix is, or where CMAKE_INSTALL_RPATH says.
+if(NOT CMAKE_INSTALL_RPATH)
+    set_target_properties(tlvmsg tlvmsg_inspect tlvmsg_forms PROPERTIES INSTALL_RPATH $ORIGIN)
+    if(TARGET tlv)
+        file(RELATIVE_PATH to_libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+        set_target_properties(tlv PROPERTIES INSTALL_RPATH $ORIGIN/${to_libraries})
+    endif()
 endif()
 set(header_directory ${CMAKE_INSTALL_INCLUDEDIR}/tlvmsg)
-install(DIRECTORY ${CMAKE_SOURCE_DIR}/include/tlvmsg/ DESTINATION ${header_directory})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/tlvmsg/ DESTINATION ${header_directory})
 foreach(family all ${TLVMSG_FAMILIES})
     install(FILES ${TLVMSG_INCLUDE}/tlvmsg/${family}.h ${TLVMSG_INCLUDE}/tlvmsg/${family}.hpp
             DESTINATION ${header_directory})
@@ -19,10 +36,10 @@ endforeach()
 
 set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/tlvmsg)
 install(EXPORT tlvmsg NAMESPACE tlvmsg:: DESTINATION ${package_directory} FILE tlvmsg-targets.cmake)
-configure_package_config_file(cmake/tlvmsg-config.cmake.in ${CMAKE_BINARY_DIR}/tlvmsg-config.cmake
+configure_package_config_file(cmake/tlvmsg-config.cmake.in ${PROJECT_BINARY_DIR}/tlvmsg-config.cmake
                               INSTALL_DESTINATION ${package_directory})
-write_basic_package_version_file(${CMAKE_BINARY_DIR}/tlvmsg-config-version.cmake COMPATIBILITY SameMajorVersion)
-install(FILES ${CMAKE_BINARY_DIR}/tlvmsg-config.cmake ${CMAKE_BINARY_DIR}/tlvmsg-config-version.cmake
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/tlvmsg-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/tlvmsg-config.cmake ${PROJECT_BINARY_DIR}/tlvmsg-config-version.cmake
         DESTINATION ${package_directory})
 
 set(platform_flags "-losal_pelix")
@@ -35,8 +52,8 @@ cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${package_config_di
 
 # What it needs besides the platform: another library of the project, and what static linking adds.
 function(install_pkg_config_file name description requires private_flags)
-    configure_file(cmake/library.pc.in ${CMAKE_BINARY_DIR}/${name}.pc @ONLY)
-    install(FILES ${CMAKE_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+    configure_file(cmake/library.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endfunction()
 install_pkg_config_file(tlvmsg "${PROJECT_DESCRIPTION}" "" "")
 install_pkg_config_file(tlvmsg_inspect "The same for input that cannot be trusted, and the schema as data" "" "")

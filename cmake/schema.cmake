@@ -1,8 +1,8 @@
 # Runs tlvc over schema/: one directory a family. Sets TLVMSG_FAMILIES and the target tlvmsg_schema, and lays the
 # hand-written public headers beside the generated ones, so that the build tree has the include/ of an installed one.
-file(GLOB_RECURSE schema_files CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/schema/*.tlv)
-set(TLVMSG_GENERATED ${CMAKE_BINARY_DIR}/src)
-set(TLVMSG_INCLUDE ${CMAKE_BINARY_DIR}/include)
+file(GLOB_RECURSE schema_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/schema/*.tlv)
+set(TLVMSG_GENERATED ${PROJECT_BINARY_DIR}/src)
+set(TLVMSG_INCLUDE ${PROJECT_BINARY_DIR}/include)
 
 set(TLVMSG_FAMILIES "")
 foreach(file IN LISTS schema_files)
@@ -27,14 +27,15 @@ endforeach()
 
 add_custom_command(
     OUTPUT ${generated}
-    COMMAND ${TLVC_EXECUTABLE} generate --out ${CMAKE_BINARY_DIR} ${schema_files}
+    COMMAND ${TLVC_EXECUTABLE} generate --out ${PROJECT_BINARY_DIR} ${schema_files}
     DEPENDS ${schema_files} ${TLVC_EXECUTABLE}
     COMMENT "tlvc: schema to C and C++"
     VERBATIM)
 
-file(GLOB_RECURSE public_headers RELATIVE ${CMAKE_SOURCE_DIR}/include CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/include/*)
+file(GLOB_RECURSE public_headers RELATIVE ${PROJECT_SOURCE_DIR}/include
+     CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/*)
 foreach(header IN LISTS public_headers)
-    configure_file(${CMAKE_SOURCE_DIR}/include/${header} ${TLVMSG_INCLUDE}/${header} COPYONLY)
+    configure_file(${PROJECT_SOURCE_DIR}/include/${header} ${TLVMSG_INCLUDE}/${header} COPYONLY)
 endforeach()
 
 add_custom_target(tlvmsg_schema DEPENDS ${generated})

@@ -1,0 +1,13 @@
+#!/bin/sh
+# as_part.sh SOURCE_DIRECTORY TLVC
+# Another project can have the sources as a part of itself, on its own platform library or on the one here. That it can
+# be built as well is for the night.
+set -eu
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+for platform in OFF ON; do
+    cmake -S "$1/tests/packaging/consumer" -B "$work/$platform" -DTLVMSG_SOURCE="$1" -DTLVC_EXECUTABLE="$2" \
+        -DTLVMSG_EXTERNAL_OSAL_PELIX=$platform > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
+done
+cmake --build "$work/ON" --target tlvmsg_schema > /dev/null
+test -s "$work/ON/tlvmsg/include/tlvmsg/voice.h"
