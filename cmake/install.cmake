@@ -9,13 +9,15 @@ install(TARGETS ${TLVMSG_LIBRARIES}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
         PUBLIC_HEADER DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-foreach(program tlvc tlv)
-    if(TARGET ${program})
-        install(TARGETS ${program})
-    endif()
-endforeach()
+if(TARGET tlvc)
+    install(TARGETS tlvc EXPORT tlvmsg)
+endif()
 if(TARGET tlv)
-    install(DIRECTORY ${PROJECT_BINARY_DIR}/share/ DESTINATION ${CMAKE_INSTALL_DATADIR})
+    install(TARGETS tlv)
+endif()
+if(TARGET tlv)
+    install(DIRECTORY ${PROJECT_BINARY_DIR}/share/ DESTINATION ${CMAKE_INSTALL_DATADIR}
+            REGEX /share/tlvmsg$ EXCLUDE) # a link to the sources
 endif()
 
 # What is installed finds the libraries wherever the prefix is, or where CMAKE_INSTALL_RPATH says.
@@ -34,12 +36,20 @@ foreach(family all ${TLVMSG_FAMILIES})
     install(FILES ${TLVMSG_INCLUDE}/tlvmsg/bounded/${family}.h DESTINATION ${header_directory}/bounded)
 endforeach()
 
+# What other families are built from: the schema that they import, and the rules that their codecs are made of.
+install(DIRECTORY schema DESTINATION ${CMAKE_INSTALL_DATADIR}/tlvmsg FILES_MATCHING PATTERN *.tlv)
+install(DIRECTORY rules runtime DESTINATION ${header_directory}/codec FILES_MATCHING PATTERN *.h)
+foreach(family IN LISTS TLVMSG_FAMILIES)
+    install(FILES ${TLVMSG_GENERATED}/${family}_codecs.h DESTINATION ${header_directory}/codec)
+endforeach()
+
 set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/tlvmsg)
 install(EXPORT tlvmsg NAMESPACE tlvmsg:: DESTINATION ${package_directory} FILE tlvmsg-targets.cmake)
 configure_package_config_file(cmake/tlvmsg-config.cmake.in ${PROJECT_BINARY_DIR}/tlvmsg-config.cmake
                               INSTALL_DESTINATION ${package_directory})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/tlvmsg-config-version.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/tlvmsg-config.cmake ${PROJECT_BINARY_DIR}/tlvmsg-config-version.cmake
+              cmake/tlvmsg-family.cmake
         DESTINATION ${package_directory})
 
 set(platform_flags "-losal_pelix")

@@ -41,6 +41,13 @@ foreach(library tlvmsg tlvmsg_static)
     target_link_libraries(${library} PUBLIC osal_pelix ${TLVMSG_PLATFORM_LIBRARIES})
 endforeach()
 
+# What the codecs of other families are made of.
+add_library(tlvmsg_rules INTERFACE)
+add_dependencies(tlvmsg_rules tlvmsg_schema)
+target_include_directories(tlvmsg_rules INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+                                                  $<BUILD_INTERFACE:${TLVMSG_GENERATED}>
+                                                  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/tlvmsg/codec>)
+
 # Compiled for its assertions, to which sanitizers have nothing to add; never linked.
 if(PROJECT_IS_TOP_LEVEL)
     add_library(tlvmsg_layout OBJECT ${layout_c_sources} ${layout_cpp_sources})

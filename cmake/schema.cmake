@@ -12,8 +12,7 @@ foreach(file IN LISTS schema_files)
 endforeach()
 list(REMOVE_DUPLICATES TLVMSG_FAMILIES)
 
-set(generated ${TLVMSG_GENERATED}/all_types.h ${TLVMSG_GENERATED}/all_types.cpp ${TLVMSG_GENERATED}/all_bounded.cpp
-              ${TLVMSG_GENERATED}/tlvmsg.map ${TLVMSG_GENERATED}/tlvmsg.symbols)
+set(generated ${TLVMSG_GENERATED}/all_types.cpp ${TLVMSG_GENERATED}/all_bounded.cpp ${TLVMSG_GENERATED}/tlvmsg.map ${TLVMSG_GENERATED}/tlvmsg.symbols)
 foreach(family IN LISTS TLVMSG_FAMILIES)
     foreach(suffix codecs.h codecs.cpp bounded.cpp types.cpp layout.c layout.cpp)
         list(APPEND generated ${TLVMSG_GENERATED}/${family}_${suffix})
@@ -27,7 +26,7 @@ endforeach()
 
 add_custom_command(
     OUTPUT ${generated}
-    COMMAND ${TLVC_EXECUTABLE} generate --out ${PROJECT_BINARY_DIR} ${schema_files}
+    COMMAND ${TLVC_EXECUTABLE} generate --library --out ${PROJECT_BINARY_DIR} ${schema_files}
     DEPENDS ${schema_files} ${TLVC_EXECUTABLE}
     COMMENT "tlvc: schema to C and C++"
     VERBATIM)
@@ -37,5 +36,9 @@ file(GLOB_RECURSE public_headers RELATIVE ${PROJECT_SOURCE_DIR}/include
 foreach(header IN LISTS public_headers)
     configure_file(${PROJECT_SOURCE_DIR}/include/${header} ${TLVMSG_INCLUDE}/${header} COPYONLY)
 endforeach()
+
+# Where programs in bin/ look for it.
+file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/share/tlvmsg)
+file(CREATE_LINK ${PROJECT_SOURCE_DIR}/schema ${PROJECT_BINARY_DIR}/share/tlvmsg/schema SYMBOLIC)
 
 add_custom_target(tlvmsg_schema DEPENDS ${generated})

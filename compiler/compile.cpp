@@ -47,19 +47,20 @@ std::unique_ptr<const Schema> compile(const Program &program, Diagnostics &fault
 }
 
 std::unique_ptr<const Schema> compile(const std::vector<std::string> &paths, Sources &sources,
-                                      Diagnostics &faults) {
-    const Program program = load(paths, sources, faults);
+                                      Diagnostics &faults, const ImportPath &import_path) {
+    const Program program = load(paths, sources, faults, import_path);
     return compile(program, faults);
 }
 
 // No schema begins with '#', and every interface.txt does.
-std::unique_ptr<const Schema> compile_any(const std::string &path, Sources &sources, Diagnostics &faults) {
+std::unique_ptr<const Schema> compile_any(const std::string &path, Sources &sources, Diagnostics &faults,
+                                          const ImportPath &import_path) {
     if (fs::is_directory(path)) {
-        return compile(files_below(path), sources, faults);
+        return compile(files_below(path), sources, faults, import_path);
     }
     const std::string text = tlvmsg::base::read_file(path);
     return text.starts_with('#') ? compile(read_interface(path, text, sources, faults), faults)
-                                 : compile(std::vector{path}, sources, faults);
+                                 : compile(std::vector{path}, sources, faults, import_path);
 }
 
 } // namespace tlvc

@@ -13,8 +13,12 @@ struct GeneratedFile {
 
 using GeneratedFiles = std::vector<GeneratedFile>;
 
+// The whole library: every family, and what is of all together. Or the families of the files that the user named, to
+// be built with an installed library.
+enum class Product { Library, Families };
+
 // What all emitters write.
-GeneratedFiles emit(const Schema &schema);
+GeneratedFiles emit(const Schema &schema, Product product);
 
 // interface.txt: what the schema promises to its users, for people to review.
 std::string emit_interface(const Schema &schema);

@@ -164,20 +164,20 @@ std::string bounded(const std::string &name, const std::vector<const Type *> &ty
 
 } // namespace
 
-GeneratedFiles emit_codecs(const Schema &schema) {
+GeneratedFiles emit_scalars(const Schema &schema) {
     std::vector<const Type *> scalars;
     for (const Type &type : schema.types) {
         if (type.scalar != nullptr) {
             scalars.push_back(&type);
         }
     }
-    GeneratedFiles files{{"src/all_bounded.cpp", bounded("", scalars)}};
-    for (const Family *family : schema.in_order) {
-        files.push_back({"src/" + family->name + "_codecs.h", declarations(*family)});
-        files.push_back({"src/" + family->name + "_codecs.cpp", exports(*family)});
-        files.push_back({"src/" + family->name + "_bounded.cpp", bounded(family->name, family->types)});
-    }
-    return files;
+    return {{"src/all_bounded.cpp", bounded("", scalars)}};
+}
+
+GeneratedFiles emit_codecs(const Family &family, Product) {
+    return {{"src/" + family.name + "_codecs.h", declarations(family)},
+            {"src/" + family.name + "_codecs.cpp", exports(family)},
+            {"src/" + family.name + "_bounded.cpp", bounded(family.name, family.types)}};
 }
 
 } // namespace tlvc

@@ -13,8 +13,10 @@ namespace fs = std::filesystem;
 
 class Loader {
 public:
-    Loader(Sources &sources, Diagnostics &faults, const OpenTexts &open_texts)
-        : sources_(sources), faults_(faults), open_texts_(open_texts) {}
+    Loader(Sources &sources, Diagnostics &faults, ImportPath import_path, const OpenTexts &open_texts)
+        : sources_(sources), faults_(faults), import_path_(std::move(import_path)), open_texts_(open_texts) {
+        import_path_.push_back(installed_schema());
+    }
 
     Program run(const std::vector<std::string> &paths) {
         for (const std::string &path : paths) {
@@ -49,16 +51,29 @@ private:
         return fs::is_regular_file(path) || open_texts_.contains(fs::weakly_canonical(path));
     }
 
+    // The first that is there, seen from the file that has the import, then from each directory of the import path.
+    fs::path find(uint32_t file, std::string_view import) const {
+        const fs::path beside = (fs::path(sources_.path(file)).parent_path() / import).lexically_normal();
+        if (exists(beside)) {
+            return beside;
+        }
+        for (const fs::path &directory : import_path_) {
+            if (!directory.empty() && exists(directory / import)) {
+                return (directory / import).lexically_normal();
+            }
+        }
+        return {};
+    }
+
     void open_imports(uint32_t file) {
-        fs::path directory = fs::path(sources_.path(file)).parent_path();
         std::vector<syntax::Import> imports = program_.units[file].syntax.imports; // the units move
         for (const syntax::Import &import : imports) {
-            fs::path path = (directory / import.path.text).lexically_normal();
-            if (!exists(path)) {
+            const fs::path path = find(file, import.path.text);
+            if (path.empty()) {
                 program_.units[file].syntax.imports_found = false;
                 faults_.report(Fault::ImportNotFound, import.path.span, import.path.text)
-                    .help("the path starts at this file's directory: there is no file '" + path.string() +
-                          "'");
+                    .help("the path starts at this file's directory, at one that -I gives, or at the "
+                          "library's schema: \"common/session.tlv\"");
                 continue;
             }
             uint32_t imported = open(path);
@@ -105,6 +120,7 @@ private:
 
     Sources &sources_;
     Diagnostics &faults_;
+    ImportPath import_path_;
     const OpenTexts &open_texts_;
     Program program_;
     uint32_t complete_ = 0; // units with all that they import
@@ -114,9 +130,16 @@ private:
 
 } // namespace
 
+fs::path installed_schema() {
+    std::error_code error;
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    const fs::path schema = (program.parent_path() / TLVC_SCHEMA_FROM_PROGRAM).lexically_normal();
+    return fs::is_directory(schema, error) ? schema : fs::path();
+}
+
 Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults,
-             const OpenTexts &open) {
-    return Loader(sources, faults, open).run(paths);
+             const ImportPath &import_path, const OpenTexts &open) {
+    return Loader(sources, faults, import_path, open).run(paths);
 }
 
 } // namespace tlvc

@@ -25,8 +25,14 @@ struct Program {
 // Texts that stand in for those of files, by canonical path: what an editor holds, saved or not.
 using OpenTexts = std::map<std::filesystem::path, std::string>;
 
+// Directories below which imports are looked for when the file's own has none; the installed schema is always the last.
+using ImportPath = std::vector<std::filesystem::path>;
+
+// Where the families of the library are installed, going by where the program is; empty if it is nowhere.
+std::filesystem::path installed_schema();
+
 // Throws IoError for a file that cannot be read; an import that leads to no file is a fault of its file.
 Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults,
-             const OpenTexts &open = {});
+             const ImportPath &import_path, const OpenTexts &open = {});
 
 } // namespace tlvc

@@ -40,10 +40,12 @@ void show(const Diagnostics &faults, const Sources &sources, const Reporting &re
     fmt::print(stderr, "{}", render(faults, sources, colour));
 }
 
+ImportPath import_path; // as -I says
+
 std::unique_ptr<const Schema> compile_and_show(const std::vector<std::string> &files, Sources &sources,
                                                const Reporting &reporting = {}) {
     Diagnostics faults;
-    auto schema = compile(files, sources, faults);
+    auto schema = compile(files, sources, faults, import_path);
     if (schema && (reporting.warn || reporting.strict)) {
         find_warnings(*schema, faults);
     }
@@ -59,15 +61,39 @@ int check_files(const std::vector<std::string> &files, const Reporting &reportin
     return compile_and_show(files, sources, reporting) ? Fine : FaultsFound;
 }
 
-int generate(const std::vector<std::string> &files, const std::string &directory,
+struct GenerateOptions {
+    std::string directory;
+    std::string stamp;
+    bool library = false;
+};
+
+// Touches the stamp, and writes beside it, for make, what it depends on.
+void write_stamp(const std::string &stamp, const Sources &sources) {
+    std::string rule = stamp + ":";
+    for (uint32_t file = 0; file < sources.size(); ++file) {
+        rule += " \\\n  ";
+        for (const char c : std::filesystem::absolute(sources.path(file)).string()) {
+            rule += c == ' ' || c == '#' ? "\\" : c == '$' ? "$" : "";
+            rule += c;
+        }
+    }
+    write_if_changed(stamp + ".d", rule + "\n");
+    write_if_changed(stamp, "");
+    std::filesystem::last_write_time(stamp, std::filesystem::file_time_type::clock::now());
+}
+
+int generate(const std::vector<std::string> &files, const GenerateOptions &options,
              const Reporting &reporting) {
     Sources sources;
     auto schema = compile_and_show(files, sources, reporting);
     if (!schema) {
         return FaultsFound;
     }
-    for (const GeneratedFile &file : emit(*schema)) {
-        write_if_changed((std::filesystem::path(directory) / file.path).string(), file.text);
+    for (const GeneratedFile &file : emit(*schema, options.library ? Product::Library : Product::Families)) {
+        write_if_changed((std::filesystem::path(options.directory) / file.path).string(), file.text);
+    }
+    if (!options.stamp.empty()) {
+        write_stamp(options.stamp, sources);
     }
     return Fine;
 }
@@ -118,7 +144,7 @@ struct CompareOptions {
 
 std::unique_ptr<const Schema> compile_side(const std::string &path, Sources &sources) {
     Diagnostics faults;
-    auto schema = compile_any(path, sources, faults);
+    auto schema = compile_any(path, sources, faults, import_path);
     show(faults, sources);
     return schema;
 }
@@ -184,7 +210,7 @@ int run(int argc, char **argv) {
     app.require_subcommand(1);
     app.set_version_flag("--version", "tlvc " TLVC_VERSION);
     std::vector<std::string> files;
-    std::string directory;
+    GenerateOptions generated;
     std::string wanted_code;
     bool check_only = false;
     CompareOptions compared;
@@ -199,8 +225,15 @@ int run(int argc, char **argv) {
     auto *check_command = add("check", "report the faults of schema files and of what they import",
                               [&] { return check_files(files, reporting); });
     auto *generate_command = add("generate", "write the headers and codecs of schema files",
-                                 [&] { return generate(files, directory, reporting); });
-    generate_command->add_option("--out", directory, "directory for the generated files")->required();
+                                 [&] { return generate(files, generated, reporting); });
+    generate_command->add_option("--out", generated.directory, "directory for the generated files")
+        ->required();
+    generate_command->add_option(
+        "--stamp", generated.stamp,
+        "a file to touch; beside it, with .d behind its name, goes a rule for make that says "
+        "which files it depends on");
+    generate_command->add_flag("--library", generated.library,
+                               "the whole library: also what is of all families together");
     auto *interface_command = add("interface", "print what peers and programs rely on, to compare and review",
                                   [&] { return print(files, emit_interface); });
     auto *format_command = add("format", "bring schema files into the canonical layout",
@@ -229,6 +262,12 @@ int run(int argc, char **argv) {
         return lsp::serve(std::cin, std::cout);
     });
 
+    for (CLI::App *command : app.get_subcommands({})) {
+        if (command->get_name() != "explain" && command->get_name() != "format") {
+            command->add_option("-I", import_path, "a directory below which imports are looked for")
+                ->allow_extra_args(false);
+        }
+    }
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {

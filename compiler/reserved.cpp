@@ -66,7 +66,7 @@ vfprintf vfscanf vprintf vscanf vsnprintf vsprintf vsscanf wint_t
 
 // Headers of these names are not generated from a family.
 const Names taken = words(R"(
-all codes forms inspect record runtime tlvmsg tlvmsg_format tlvmsg_json typed types version
+all codes forms inspect record register runtime tlvmsg tlvmsg_format tlvmsg_json typed types version
 )");
 
 struct Foreign {

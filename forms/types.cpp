@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <map>
+#include <mutex>
 
 namespace tlvmsg::forms {
 
@@ -43,6 +45,7 @@ std::vector<const tlvmsg_type *> all_types() {
     for (size_t i = 0; i < types.size(); ++i) {
         types[i] = tlvmsg_type_at(i);
     }
+    std::sort(types.begin(), types.end(), name_before);
     return types;
 }
 
@@ -56,8 +59,15 @@ const tlvmsg_type_set &tlvmsg_type_set::chosen(const tlvmsg_type_set *set) {
     if (set != nullptr) {
         return *set;
     }
-    static const tlvmsg_type_set all(tlvmsg::forms::all_types());
-    return all;
+    // One for each number of types that there has been: families may be registered while others use the last one.
+    static std::mutex mutex;
+    static std::map<size_t, tlvmsg_type_set> sets;
+    const std::lock_guard lock(mutex);
+    if (const auto known = sets.find(tlvmsg_type_count()); known != sets.end()) {
+        return known->second;
+    }
+    const std::vector<const tlvmsg_type *> types = tlvmsg::forms::all_types();
+    return sets.try_emplace(types.size(), types).first->second;
 }
 
 tlvmsg_type_set *tlvmsg_type_set_new(const tlvmsg_type *const *types, size_t count,

@@ -1,17 +1,24 @@
-// What the generated descriptors consist of beside themselves: their indexes, and the operations they refer to.
+// The families whose types are found, and how to look into one.
 #pragma once
 
-#include <tlvmsg/types.h>
+#include <tlvmsg/register.h>
 
-// Descriptors alone refer to no operations.
-#ifdef TLVMSG_DESCRIPTORS_ALONE
-#define TLVMSG_OPERATIONS_OF(NAME) nullptr
-#else
-#define TLVMSG_OPERATIONS_OF(NAME) &NAME
-#endif
+#include <cstdint>
 
-// Sorted, and null behind the last.
-extern const tlvmsg_type *const tlvmsg_types_by_name[];
-extern const tlvmsg_type *const tlvmsg_types_by_tag[];
-extern const size_t tlvmsg_types_by_name_count;
-extern const size_t tlvmsg_types_by_tag_count;
+// The library's own, the first of a list that only ever gets longer at its end.
+extern tlvmsg_family tlvmsg_built_in;
+
+// What an array's count is. Not the program's, whatever that has under the name.
+extern __attribute__((visibility("protected"))) const tlvmsg_type tlvmsg_type_of_uint16;
+
+namespace tlvmsg::inspect {
+
+inline tlvmsg_family *next(const tlvmsg_family &family) {
+    return __atomic_load_n(&family.next, __ATOMIC_ACQUIRE);
+}
+
+// Null when the family has none.
+const tlvmsg_type *find(const tlvmsg_family &family, const char *name);
+const tlvmsg_type *find(const tlvmsg_family &family, uint16_t tag);
+
+} // namespace tlvmsg::inspect

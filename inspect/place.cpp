@@ -1,7 +1,7 @@
 #include "place.h"
 
-#include "all_types.h"
 #include "field.h"
+#include "index.h"
 #include "text.h"
 
 namespace tlvmsg::inspect {

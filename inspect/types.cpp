@@ -1,31 +1,66 @@
 // Finding descriptors.
-#include "all_types.h"
+#include "index.h"
 
 #include <algorithm>
 #include <cstring>
 
-const tlvmsg_type *tlvmsg_type_find(const char *name) {
-    if (name == nullptr) {
-        return nullptr;
-    }
-    const auto *const end = tlvmsg_types_by_name + tlvmsg_types_by_name_count;
+namespace tlvmsg::inspect {
+
+const tlvmsg_type *find(const tlvmsg_family &family, const char *name) {
+    const auto *const end = family.types + family.type_count;
     const auto *const found =
-        std::lower_bound(tlvmsg_types_by_name, end, name, [](const tlvmsg_type *type, const char *wanted) {
+        std::lower_bound(family.types, end, name, [](const tlvmsg_type *type, const char *wanted) {
             return std::strcmp(type->name, wanted) < 0;
         });
     return found != end && std::strcmp((*found)->name, name) == 0 ? *found : nullptr;
 }
 
-const tlvmsg_type *tlvmsg_type_by_tag(uint16_t tag) {
-    const auto *const end = tlvmsg_types_by_tag + tlvmsg_types_by_tag_count;
-    const auto *const found =
-        std::lower_bound(tlvmsg_types_by_tag, end, tag,
-                         [](const tlvmsg_type *type, uint16_t wanted) { return type->tag < wanted; });
+const tlvmsg_type *find(const tlvmsg_family &family, uint16_t tag) {
+    const auto *const end = family.tagged + family.tagged_count;
+    const auto *const found = std::lower_bound(
+        family.tagged, end, tag, [](const tlvmsg_type *type, uint16_t wanted) { return type->tag < wanted; });
     return found != end && (*found)->tag == tag ? *found : nullptr;
 }
 
-size_t tlvmsg_type_count(void) { return tlvmsg_types_by_name_count; }
+namespace {
+
+// What the first family finds that does.
+template <class Find>
+const tlvmsg_type *first(Find find) {
+    const tlvmsg_type *found = nullptr;
+    for (const tlvmsg_family *each = &tlvmsg_built_in; each != nullptr && found == nullptr;
+         each = next(*each)) {
+        found = find(*each);
+    }
+    return found;
+}
+
+} // namespace
+
+} // namespace tlvmsg::inspect
+
+using namespace tlvmsg::inspect;
+
+const tlvmsg_type *tlvmsg_type_find(const char *name) {
+    return name == nullptr ? nullptr : first([=](const tlvmsg_family &family) { return find(family, name); });
+}
+
+const tlvmsg_type *tlvmsg_type_by_tag(uint16_t tag) {
+    return first([=](const tlvmsg_family &family) { return find(family, tag); });
+}
+
+size_t tlvmsg_type_count(void) {
+    size_t count = 0;
+    for (const tlvmsg_family *each = &tlvmsg_built_in; each != nullptr; each = next(*each)) {
+        count += each->type_count;
+    }
+    return count;
+}
 
 const tlvmsg_type *tlvmsg_type_at(size_t index) {
-    return index < tlvmsg_types_by_name_count ? tlvmsg_types_by_name[index] : nullptr;
+    return first([&](const tlvmsg_family &family) {
+        const tlvmsg_type *const there = index < family.type_count ? family.types[index] : nullptr;
+        index -= family.type_count;
+        return there;
+    });
 }

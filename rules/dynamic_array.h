@@ -80,8 +80,8 @@ struct dynamic_elements {
             return nullptr;
         }
         out->count = static_cast<decltype(out->count)>(prefix.count);
-        auto *items =
-            static_cast<typename Item::record *>(tlv_calloc(prefix.count, sizeof(typename Item::record)));
+        auto *items = static_cast<typename Item::record *>(
+            allocate_zeroed(prefix.count, sizeof(typename Item::record)));
         out->items = items;
         if (items == nullptr) {
             return nullptr;
@@ -146,7 +146,7 @@ struct dynamic_bytes {
             return nullptr;
         }
         out->count = static_cast<decltype(out->count)>(prefix.count);
-        auto *bytes = static_cast<uint8_t *>(tlv_calloc(uint32_t{prefix.count} + 1, 1));
+        auto *bytes = static_cast<uint8_t *>(allocate_zeroed(uint32_t{prefix.count} + 1, 1));
         out->bytes = bytes;
         if (bytes == nullptr) {
             return nullptr;

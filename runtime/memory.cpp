@@ -2,7 +2,6 @@
 #include "export.h"
 #include "pool.h"
 
-#include <osal_pelix.h>
 #include <tlvmsg/runtime.h>
 
 using tlvmsg::pool;
@@ -10,12 +9,7 @@ using tlvmsg::pool;
 TLVMSG_EXPORTED void *tlv_malloc(uint32_t size) { return OSALmalloc(pool, size); }
 
 TLVMSG_EXPORTED void *tlv_calloc(uint32_t count, uint32_t size) {
-    const uint32_t bytes = count * size;
-    void *block = OSALmalloc(pool, bytes);
-    if (block != nullptr) {
-        OSALmemset(block, 0, bytes);
-    }
-    return block;
+    return tlvmsg::allocate_zeroed(count, size);
 }
 
 TLVMSG_EXPORTED void tlv_free(void *block) { OSALfree(pool, block); }

@@ -37,6 +37,19 @@ struct Input {
 
 } // namespace tlvmsg
 
+// How generated descriptors refer to the operations of the type; those that stand alone refer to none.
+#ifdef TLVMSG_DESCRIPTORS_ALONE
+#define TLVMSG_OPERATIONS_OF(NAME) nullptr
+#else
+#define TLVMSG_OPERATIONS_OF(NAME) &NAME
+#endif
+
+// Defines the descriptor of a type. Programs share its address; protected, so that all in the library that has it is
+// bound to it.
+#define TLVMSG_TYPE_OBJECT(X)                                                                                \
+    extern __attribute__((visibility("protected"))) const tlvmsg_type tlvmsg_type_of_##X;                    \
+    const tlvmsg_type tlvmsg_type_of_##X
+
 struct tlvmsg_operations {
     uint32_t fixed_size; // encoded size in bytes, 0 when it depends on the record
     bool allocates;      // whether a decoded record may hold blocks

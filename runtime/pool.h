@@ -1,10 +1,23 @@
 // The pool of the platform that all blocks are from.
 #pragma once
 
+#include <osal_pelix.h>
+
 #include <cstdint>
 
 namespace tlvmsg {
 
 inline constexpr uint32_t pool = 0;
+
+// A zeroed block. The size wraps at 32 bits, like everything that the exact library computes. In every library that
+// has codecs, so that none has to ask another for it.
+[[gnu::noinline]] inline void *allocate_zeroed(uint32_t count, uint32_t size) {
+    const uint32_t bytes = count * size;
+    void *block = OSALmalloc(pool, bytes);
+    if (block != nullptr) {
+        OSALmemset(block, 0, bytes);
+    }
+    return block;
+}
 
 } // namespace tlvmsg

@@ -97,6 +97,9 @@ typedef enum tlvmsg_code {
     /* From the caller. */
     TLVMSG_NULL_ARGUMENT, /* null where an object is needed; the path is the argument's name [0, 0] */
     TLVMSG_RECORD_SIZE,   /* the program has another record than the library [its size, the library's] */
+    TLVMSG_OTHER_VERSION, /* a family generated for another library [its TLVMSG_VERSION, the library's] */
+    TLVMSG_NAME_TAKEN,    /* a type of a name that there is [0, 0] */
+    TLVMSG_TAG_TAKEN,     /* a type of a tag that there is [the tag, TLVMSG_FIRST_OWN_TAG] */
     TLVMSG_CODE_COUNT
 } tlvmsg_code;
 

@@ -116,13 +116,16 @@ struct tlvmsg_type {
     const struct tlvmsg_operations *operations; /* the library's own; null: none but those of all types */
 };
 
-/* The descriptor of that name, or null. */
+/* The descriptor of that name, or null; of the library, or of a registered family. */
 const tlvmsg_type *tlvmsg_type_find(const char *name);
 
-/* The enumeration or structure of that tag, or null. */
+/* The enumeration or structure of that tag, or null; likewise. */
 const tlvmsg_type *tlvmsg_type_by_tag(uint16_t tag);
 
-/* Every type of the schema, by name, scalars included: index 0 up to tlvmsg_type_count() - 1; null beyond. */
+/*
+ * Every type: index 0 up to tlvmsg_type_count() - 1; null beyond. Those of the library by name, scalars included, then
+ * those of each family that is registered (register.h), by name.
+ */
 size_t tlvmsg_type_count(void);
 const tlvmsg_type *tlvmsg_type_at(size_t index);
 

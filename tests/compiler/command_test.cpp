@@ -52,7 +52,7 @@ TEST(CommandLine, generate_leaves_unchanged_files_alone) {
     directory.add("common/ids.tlv", "//! Ids.\nenum id = 1003\n");
     std::string schema = directory.add("voice/leds.tlv", "import \"../common/ids.tlv\"\n" + good.substr(16));
     std::string out = directory.path("out").string();
-    std::string command = "generate --out " + out + " " + schema;
+    std::string command = "generate --library --out " + out + " " + schema;
     ASSERT_EQ(Command(command).exit_code, 0);
 
     fs::path header = fs::path(out) / "include/tlvmsg/voice.h";

@@ -13,7 +13,7 @@ TEST(Emitters, write_the_reviewed_files) {
     Compiled compiled({(golden / "relay/relays.tlv").string(), (golden / "relay/family.tlv").string()});
     ASSERT_TRUE(compiled.schema);
     EXPECT_EQ(emit_interface(*compiled.schema), read_file((golden / "interface.txt").string()));
-    const GeneratedFiles files = emit(*compiled.schema);
+    const GeneratedFiles files = emit(*compiled.schema, Product::Library);
     for (const char *path : {"include/tlvmsg/relay.h", "include/tlvmsg/bounded/relay.h",
                              "include/tlvmsg/relay.hpp", "src/relay_codecs.h", "src/relay_layout.c"}) {
         const auto file = std::find_if(files.begin(), files.end(),

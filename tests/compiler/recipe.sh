@@ -24,7 +24,7 @@ if grep '^<' difference; then
     exit 1
 fi
 
-"$tlvc" generate --out . schema/*/*.tlv
+"$tlvc" generate --library --out . schema/*/*.tlv
 for operation in "get_tlv_${message}_size" "encode_tlv_$message" "decode_tlv_$message"; do
     grep -q "$operation(" include/tlvmsg/voice.h
     grep -qx "$operation" src/tlvmsg.symbols

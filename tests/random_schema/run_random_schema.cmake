@@ -11,12 +11,12 @@ file(REMOVE_RECURSE ${DIRECTORY})
 file(MAKE_DIRECTORY ${DIRECTORY})
 run(${MAKER} ${SEED} schema)
 file(GLOB schema RELATIVE ${DIRECTORY} ${DIRECTORY}/schema/*/*.tlv)
-run(${TLVC} generate --out generated ${schema})
+run(${TLVC} generate --library --out generated ${schema})
 
 # Formatting changes the text, not what it says: the same products byte for byte.
 run(${TLVC} format ${schema})
 run(${TLVC} format --check ${schema})
-run(${TLVC} generate --out generated_again ${schema})
+run(${TLVC} generate --library --out generated_again ${schema})
 run(diff -r generated generated_again)
 
 file(GLOB layout ${DIRECTORY}/generated/src/*_layout.c)

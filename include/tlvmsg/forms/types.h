@@ -1,7 +1,8 @@
 /*
  * forms/types.h - sets of types, for functions that choose among types: by name, by tag, or by what bytes are.
  *
- * A null pointer to a set stands for all types of the schema. Those that are told nothing else take it.
+ * A null pointer to a set stands for all types: the library's, and those of families that are registered (register.h)
+ * by the time of the call. Functions that are told nothing else take it.
  *
  * Example, only two types to choose from:
  *
@@ -38,7 +39,8 @@ tlvmsg_type_set *tlvmsg_type_set_new(const tlvmsg_type *const *types, size_t cou
 /* Releases the set, not the types. Null is harmless. */
 void tlvmsg_type_set_free(tlvmsg_type_set *set);
 
-/* How many types there are, and each of them by name: index 0 up to count - 1; null beyond. */
+/* How many types there are, and each of them: index 0 up to count - 1; null beyond. Those of a set come by name, all
+ * types as tlvmsg_type_at has them. */
 size_t tlvmsg_type_set_count(const tlvmsg_type_set *set);
 const tlvmsg_type *tlvmsg_type_set_at(const tlvmsg_type_set *set, size_t index);
 

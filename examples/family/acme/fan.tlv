@@ -1,0 +1,44 @@
+//! The fans of Acme's modules.
+
+import "common/session.tlv"
+
+/// What a fan does.
+enum acme_fan_state = 32768 { stopped = 0  running = 1  failed = 2 }
+
+/// Of a fan that turns.
+struct acme_fan_speed = 32769 {
+    uint16  rpm
+    uint16  rpm_wanted
+}
+
+/// Why a fan has failed, in the words of its controller.
+dynamic bytes acme_fan_reason counted by uint16
+
+/// What is told of a fan depends on what it does.
+union acme_fan_detail by acme_fan_state state {
+    running: acme_fan_speed    speed
+     failed: acme_fan_failure  failure
+}
+
+struct acme_fan_failure = 32770 {
+    uint16           count
+    acme_fan_reason  reason
+}
+
+/// A fan of a module.
+struct acme_fan = 32771 {
+    uint8            tray
+    acme_fan_state   state
+    acme_fan_detail  detail
+}
+
+dynamic array acme_fans of acme_fan counted by uint8
+
+/// The fans of a module.
+struct acme_fan_list = 32772 {
+    uint8      count
+    acme_fans  fans
+}
+
+/// How the fans of a module are; sent when one of them changes.
+message acme_fan_report_message { app_sess_hdr session  ifid interface  acme_fan_list list }
