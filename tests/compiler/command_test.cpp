@@ -72,6 +72,50 @@ TEST(CommandLine, generate_leaves_unchanged_files_alone) {
     EXPECT_TRUE(fs::exists(out + "/src/tlvmsg.map"));
 }
 
+TEST(CommandLine, imports_are_found_beside_the_file_then_by_path_then_in_the_library) {
+    SchemaDirectory directory;
+    const std::string file = directory.add("acme/fan.tlv", "import \"common/session.tlv\"\n"
+                                                           "message fan_message { app_sess_hdr session }\n");
+    const std::string tags = "tags " + file + " -I " + directory.path("first").string() + " -I " +
+                             directory.path("second").string();
+    const auto add = [&](const std::string &below, const std::string &tag) {
+        directory.add(below + "/common/session.tlv", "struct app_sess_hdr = " + tag + " { uint8 a }\n");
+    };
+    EXPECT_TRUE(Command("tags " + file).says(" 1001 to  1003  used")) << "the library's own";
+    add("second", "1202");
+    EXPECT_TRUE(Command(tags).says(" 1202 to  1202  used"));
+    add("first", "1201");
+    EXPECT_TRUE(Command(tags).says(" 1201 to  1201  used"));
+    add("acme", "1200");
+    EXPECT_TRUE(Command(tags).says(" 1200 to  1200  used"));
+    EXPECT_TRUE(Command("compare " + file + " " + file).output.empty());
+}
+
+TEST(CommandLine, generate_writes_the_named_families_and_a_stamp_with_what_was_read) {
+    SchemaDirectory directory;
+    directory.add("common/ids.tlv", "enum id = 1003\n");
+    const std::string file =
+        directory.add("ac me/leds.tlv", "import \"../common/ids.tlv\"\nstruct led = 40000 { id i }\n");
+    const std::string out = directory.path("out").string();
+    EXPECT_TRUE(Command("generate --out " + out + " '" + file + "'").says("error[T010]"));
+    fs::rename(directory.path("ac me"), directory.path("acme"));
+    const std::string stamp = out + "/stamp";
+    const std::string generate =
+        "generate --stamp " + stamp + " --out " + out + " " + directory.path("acme/leds.tlv").string();
+    ASSERT_EQ(Command(generate).exit_code, 0);
+    EXPECT_TRUE(fs::exists(out + "/src/acme_codecs.cpp"));
+    for (const char *other : {"/src/common_codecs.h", "/include/tlvmsg/common.h", "/include/tlvmsg/all.h",
+                              "/src/all_types.cpp", "/src/tlvmsg.map"}) {
+        EXPECT_FALSE(fs::exists(out + other)) << other;
+    }
+    EXPECT_EQ(read_file(stamp + ".d"), stamp + ": \\\n  " + directory.path("acme/leds.tlv").string() +
+                                           " \\\n  " + directory.path("common/ids.tlv").string() + "\n");
+    fs::last_write_time(stamp, fs::last_write_time(stamp) - std::chrono::hours(1));
+    const auto before = fs::last_write_time(stamp);
+    ASSERT_EQ(Command(generate).exit_code, 0);
+    EXPECT_GT(fs::last_write_time(stamp), before);
+}
+
 TEST(CommandLine, format_rewrites_only_readable_files_and_check_none) {
     SchemaDirectory directory;
     std::string messy = directory.add("voice/messy.tlv", "enum   color=1001\n");
