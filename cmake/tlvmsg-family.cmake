@@ -70,16 +70,17 @@ function(tlvmsg_add_family target)
     add_dependencies(${target}_codecs ${target}_generated)
     set_target_properties(${target}_codecs PROPERTIES POSITION_INDEPENDENT_CODE ON CXX_STANDARD 20
                           CXX_STANDARD_REQUIRED ON CXX_EXTENSIONS OFF)
-    target_include_directories(${target}_codecs PUBLIC ${out}/include ${out}/src)
+    target_include_directories(${target}_codecs PRIVATE ${out}/include ${out}/src)
     target_compile_options(${target}_codecs PRIVATE -fno-exceptions -fno-rtti -fno-threadsafe-statics
                                                     -fvisibility=hidden -fvisibility-inlines-hidden)
-    target_link_libraries(${target}_codecs PRIVATE tlvmsg::tlvmsg_rules tlvmsg::${arg_LIBRARY})
+    # What the library is linked with may be another family, whose types this one names.
+    target_link_libraries(${target}_codecs PRIVATE tlvmsg::tlvmsg_rules $<TARGET_PROPERTY:${target},LINK_LIBRARIES>)
 
     if(NOT TARGET ${target})
         add_library(${target})
     endif()
     add_dependencies(${target} ${target}_generated)
     target_sources(${target} PRIVATE $<TARGET_OBJECTS:${target}_codecs>)
-    target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${out}/include>)
+    target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${out}/include> $<BUILD_INTERFACE:${out}/src>)
     target_link_libraries(${target} PUBLIC tlvmsg::${arg_LIBRARY})
 endfunction()

@@ -67,15 +67,20 @@ struct GenerateOptions {
     bool library = false;
 };
 
+std::string escaped_for_make(const std::string &path) {
+    std::string text;
+    for (const char c : path) {
+        text += c == ' ' || c == '#' ? "\\" : c == '$' ? "$" : "";
+        text += c;
+    }
+    return text;
+}
+
 // Touches the stamp, and writes beside it, for make, what it depends on.
 void write_stamp(const std::string &stamp, const Sources &sources) {
-    std::string rule = stamp + ":";
+    std::string rule = escaped_for_make(stamp) + ":";
     for (uint32_t file = 0; file < sources.size(); ++file) {
-        rule += " \\\n  ";
-        for (const char c : std::filesystem::absolute(sources.path(file)).string()) {
-            rule += c == ' ' || c == '#' ? "\\" : c == '$' ? "$" : "";
-            rule += c;
-        }
+        rule += " \\\n  " + escaped_for_make(std::filesystem::absolute(sources.path(file)).string());
     }
     write_if_changed(stamp + ".d", rule + "\n");
     write_if_changed(stamp, "");

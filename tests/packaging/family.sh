@@ -27,21 +27,29 @@ PATH="$work/pre fix/bin:$PATH"
 PKG_CONFIG_LIBDIR=$(dirname "$(find "$work/pre fix" -name tlvmsg.pc)")
 export PATH PKG_CONFIG_LIBDIR
 
-quietly cmake -B build -DCMAKE_PREFIX_PATH="$work/pre fix" -DBUILD_SHARED_LIBS=ON -DCMAKE_BUILD_TYPE=Release \
+quietly cmake -B "a build" -DCMAKE_PREFIX_PATH="$work/pre fix" -DBUILD_SHARED_LIBS=ON -DCMAKE_BUILD_TYPE=Release \
     -DCMAKE_C_FLAGS='-Wall -Wextra -Werror' -DCMAKE_CXX_FLAGS='-Wall -Wextra -Wconversion -Wshadow -Werror'
-quietly cmake --build build
-build/fans report.bin > output
+quietly cmake --build "a build"
+"a build/fans" report.bin > output
 says output '^tray 1: 4180 rpm$'
 says output '^tray 2: bearing seized$'
 says output 'tag 32771 is acme_fan$'
 
+# What is generated is up to date until a file that was read changes.
+cmake --build "a build" > again
+lacks again tlvc:
+touch -d '1 minute' acme/fan.tlv
+cmake --build "a build" > again
+says again tlvc:
+touch acme/fan.tlv
+
 # The library has the family and nothing else, and needs no run time of C++.
-nm -D --defined-only build/libacme.so | awk '$2 != "A" { print $3 }' > exported
+nm -D --defined-only "a build/libacme.so" | awk '$2 != "A" { print $3 }' > exported
 says exported '^decode_tlv_acme_fan$'
 says exported '^tlvmsg_family_acme$'
 grep -v '_acme_fan\|^tlvmsg_family_acme$' exported > others || true
 lacks others .
-nm -D --undefined-only build/libacme.so > needed
+nm -D --undefined-only "a build/libacme.so" > needed
 lacks needed ' _Z\| __gxx\| __cxa_[^f]'
 
 # make builds the same. Its paths cannot have blanks.
