@@ -19,6 +19,7 @@ if(TARGET tlv)
     install(DIRECTORY ${PROJECT_BINARY_DIR}/share/ DESTINATION ${CMAKE_INSTALL_DATADIR}
             REGEX /share/tlvmsg$ EXCLUDE) # a link to the sources
 endif()
+install(FILES ${PROJECT_SOURCE_DIR}/docs/man/tlv-schema.5 DESTINATION ${CMAKE_INSTALL_MANDIR}/man5)
 
 # What is installed finds the libraries wherever the prefix is, or where CMAKE_INSTALL_RPATH says.
 if(NOT CMAKE_INSTALL_RPATH)
