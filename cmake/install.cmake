@@ -11,13 +11,11 @@ install(TARGETS ${TLVMSG_LIBRARIES}
         PUBLIC_HEADER DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 if(TARGET tlvc)
     install(TARGETS tlvc EXPORT tlvmsg)
+    install(DIRECTORY ${PROJECT_BINARY_DIR}/share/ DESTINATION ${CMAKE_INSTALL_DATADIR}
+            REGEX /share/tlvmsg$ EXCLUDE) # a link to the sources
 endif()
 if(TARGET tlv)
     install(TARGETS tlv)
-endif()
-if(TARGET tlv)
-    install(DIRECTORY ${PROJECT_BINARY_DIR}/share/ DESTINATION ${CMAKE_INSTALL_DATADIR}
-            REGEX /share/tlvmsg$ EXCLUDE) # a link to the sources
 endif()
 install(FILES ${PROJECT_SOURCE_DIR}/docs/man/tlv-schema.5 DESTINATION ${CMAKE_INSTALL_MANDIR}/man5)
 

@@ -1,19 +1,18 @@
 // The command line of the schema compiler.
 #include "base/files.h"
 #include "checks.h"
+#include "cli/terminal.h"
 #include "compile.h"
 #include "emit.h"
 #include "format.h"
+#include "help.h"
 #include "lsp.h"
 #include "parser.h"
 #include "report_changes.h"
 #include "reporter.h"
 
-#include <CLI/CLI.hpp>
-#include <cstdio>
-#include <cstdlib>
+#include <csignal>
 #include <filesystem>
-#include <functional>
 #include <iostream>
 #include <unistd.h>
 
@@ -21,51 +20,51 @@ namespace {
 
 using namespace tlvc;
 using namespace tlvmsg::base;
+using namespace tlvmsg::cli;
 
-enum ExitCode { Fine = 0, FaultsFound = 1, BadUsage = 2, IoFailure = 4 };
-
-struct Reporting {
-    std::string format = "text";
+// What the command line says; each command reads its part.
+struct Options {
+    std::vector<std::string> files;
+    ImportPath import_path;
+    bool as_json = false;
     bool warn = false;
     bool strict = false;
-};
-
-void show(const Diagnostics &faults, const Sources &sources, const Reporting &reporting = {}) {
-    if (reporting.format == "json") {
-        fmt::print("{}", render_json(faults, sources));
-        return;
-    }
-    const char *no_colour = std::getenv("NO_COLOR");
-    bool colour = isatty(STDERR_FILENO) != 0 && (no_colour == nullptr || *no_colour == '\0');
-    fmt::print(stderr, "{}", render(faults, sources, colour));
-}
-
-ImportPath import_path; // as -I says
-
-std::unique_ptr<const Schema> compile_and_show(const std::vector<std::string> &files, Sources &sources,
-                                               const Reporting &reporting = {}) {
-    Diagnostics faults;
-    auto schema = compile(files, sources, faults, import_path);
-    if (schema && (reporting.warn || reporting.strict)) {
-        find_warnings(*schema, faults);
-    }
-    if (reporting.strict) {
-        faults.refuse_warnings();
-    }
-    show(faults, sources, reporting);
-    return faults.any() ? nullptr : std::move(schema);
-}
-
-int check_files(const std::vector<std::string> &files, const Reporting &reporting) {
-    Sources sources;
-    return compile_and_show(files, sources, reporting) ? Fine : FaultsFound;
-}
-
-struct GenerateOptions {
     std::string directory;
     std::string stamp;
     bool library = false;
+    bool check_only = false;
+    std::string before;
+    std::string after;
+    Levels levels = Nothing;
+    bool all = false;
+    std::string code;
 };
+
+void show(const Diagnostics &faults, const Sources &sources, const Options &options = {}) {
+    if (options.as_json) {
+        print(render_json(faults, sources));
+    } else {
+        fmt::print(stderr, "{}", render(faults, sources, Paint(STDERR_FILENO).is_on()));
+    }
+}
+
+std::unique_ptr<const Schema> compile_and_show(const Options &options, Sources &sources) {
+    Diagnostics faults;
+    auto schema = compile(options.files, sources, faults, options.import_path);
+    if (schema && (options.warn || options.strict)) {
+        find_warnings(*schema, faults);
+    }
+    if (options.strict) {
+        faults.refuse_warnings();
+    }
+    show(faults, sources, options);
+    return faults.any() ? nullptr : std::move(schema);
+}
+
+int check_files(const Options &options) {
+    Sources sources;
+    return compile_and_show(options, sources) ? exit_fine : exit_found;
+}
 
 std::string escaped_for_make(const std::string &path) {
     std::string text;
@@ -87,12 +86,11 @@ void write_stamp(const std::string &stamp, const Sources &sources) {
     std::filesystem::last_write_time(stamp, std::filesystem::file_time_type::clock::now());
 }
 
-int generate(const std::vector<std::string> &files, const GenerateOptions &options,
-             const Reporting &reporting) {
+int generate(const Options &options) {
     Sources sources;
-    auto schema = compile_and_show(files, sources, reporting);
+    auto schema = compile_and_show(options, sources);
     if (!schema) {
-        return FaultsFound;
+        return exit_found;
     }
     for (const GeneratedFile &file : emit(*schema, options.library ? Product::Library : Product::Families)) {
         write_if_changed((std::filesystem::path(options.directory) / file.path).string(), file.text);
@@ -100,24 +98,22 @@ int generate(const std::vector<std::string> &files, const GenerateOptions &optio
     if (!options.stamp.empty()) {
         write_stamp(options.stamp, sources);
     }
-    return Fine;
+    return exit_fine;
 }
 
-int print(const std::vector<std::string> &files, std::string (*describe)(const Schema &)) {
+template <std::string (*text_of)(const Schema &)>
+int describe(const Options &options) {
     Sources sources;
-    auto schema = compile_and_show(files, sources);
-    if (!schema) {
-        return FaultsFound;
-    }
-    fmt::print("{}", describe(*schema));
-    return Fine;
+    auto schema = compile_and_show(options, sources);
+    print(schema ? text_of(*schema) : "");
+    return schema ? exit_fine : exit_found;
 }
 
-int format_files(const std::vector<std::string> &files, bool check_only) {
+int format_files(const Options &options) {
     Sources sources;
     Diagnostics faults;
     bool all_formatted = true;
-    for (const std::string &path : files) {
+    for (const std::string &path : options.files) {
         uint32_t file = sources.add(path, read_file(path));
         Diagnostics own;
         syntax::File syntax = parse(sources, file, own);
@@ -126,168 +122,163 @@ int format_files(const std::vector<std::string> &files, bool check_only) {
             continue;
         }
         std::string text = format(syntax, sources);
-        if (!check_only && path == "-") {
-            fmt::print("{}", text);
-        } else if (!check_only) {
+        if (!options.check_only && path == "-") {
+            print(text);
+        } else if (!options.check_only) {
             write_if_changed(path, text);
         } else if (text != sources.text(file)) {
-            fmt::print("{}\n", path);
+            print(path + "\n");
             all_formatted = false;
         }
     }
     show(faults, sources);
-    return !faults.any() && all_formatted ? Fine : FaultsFound;
+    return !faults.any() && all_formatted ? exit_fine : exit_found;
 }
 
-struct CompareOptions {
-    std::string before;
-    std::string after;
-    std::vector<std::string> levels;
-    std::string format = "text";
-    bool all = false;
-};
-
-std::unique_ptr<const Schema> compile_side(const std::string &path, Sources &sources) {
+std::unique_ptr<const Schema> compile_side(const std::string &path, Sources &sources,
+                                           const Options &options) {
     Diagnostics faults;
-    auto schema = compile_any(path, sources, faults, import_path);
+    auto schema = compile_any(path, sources, faults, options.import_path);
     show(faults, sources);
     return schema;
 }
 
 // Exits as diff does: 1 for what differs, 2 for trouble.
-int compare_schemas(const CompareOptions &options) try {
+int compare_schemas(const Options &options) try {
     Sources old_sources;
     Sources new_sources;
-    const auto before = compile_side(options.before, old_sources);
-    const auto after = compile_side(options.after, new_sources);
+    const auto before = compile_side(options.before, old_sources, options);
+    const auto after = compile_side(options.after, new_sources, options);
     if (!before || !after) {
-        return BadUsage;
+        return exit_usage;
     }
-    Levels levels = options.levels.empty() ? all_levels : Nothing;
-    for (const std::string &each : options.levels) {
-        levels |= level_named(each);
-    }
-    const bool as_json = options.format == "json";
-    const auto findings = select(compare(*before, *after), levels, options.all || as_json);
+    const Levels levels = options.levels == Nothing ? all_levels : options.levels;
+    const auto findings = select(compare(*before, *after), levels, options.all || options.as_json);
     const ComparedSources sources{old_sources, new_sources};
-    fmt::print("{}", as_json ? render_json(findings, sources) : render(findings, sources));
+    print(options.as_json ? render_json(findings, sources) : render(findings, sources));
     const auto breaks = [](const Finding &each) { return each.levels != Nothing; };
-    return std::any_of(findings.begin(), findings.end(), breaks) ? FaultsFound : Fine;
+    return std::any_of(findings.begin(), findings.end(), breaks) ? exit_found : exit_fine;
 } catch (const std::exception &error) {
-    std::fprintf(stderr, "tlvc: %s\n", error.what());
-    return BadUsage;
+    throw Failure(exit_usage, error.what());
 }
 
-void add_compare_options(CLI::App *command, CompareOptions &options) {
-    const char *const side = "schema file, directory of them, or what 'tlvc interface' printed";
-    command->add_option("OLD", options.before, side)->required();
-    command->add_option("NEW", options.after, side)->required();
-    command->add_option("--level", options.levels, "tell only what breaks this; may be repeated")
-        ->check(CLI::IsMember({"wire", "json", "source", "layout"}))
-        ->allow_extra_args(false);
-    command->add_option("--format", options.format, "json tells also what is safe")
-        ->check(CLI::IsMember({"text", "json"}));
-    command->add_flag("--all", options.all, "tell also what is safe");
-}
-
-int explain(const std::string &wanted) {
-    for (const CatalogueEntry &entry : catalogue()) {
-        if (code(entry.fault) == wanted) {
-            fmt::print("{}", render(entry));
-            return Fine;
-        }
+// What there is to say of each code, with the title in the first line.
+Candidates explanations() {
+    Candidates all;
+    for (const CatalogueEntry &each : catalogue()) {
+        all.emplace_back(code(each.fault), render(each));
     }
     for (const Rule *rule : rules) {
-        if (rule->code == wanted) {
-            fmt::print("{}", render(*rule));
-            return Fine;
+        all.emplace_back(rule->code, render(*rule));
+    }
+    return all;
+}
+
+int explain(const Options &options) {
+    bool found = options.code.empty();
+    for (const auto &[code, text] : explanations()) {
+        if (options.code.empty()) {
+            print(text.substr(0, text.find('\n') + 1));
+        } else if (options.code == code) {
+            print(text);
+            found = true;
         }
     }
-    fmt::print(
-        stderr,
-        "tlvc: there is no code '{}': faults have codes like T001, warnings like W001, changes like C001\n",
-        wanted);
-    return BadUsage;
+    if (!found) {
+        throw Failure(exit_usage, fmt::format("no code is called '{}'; see 'tlvc explain'", options.code));
+    }
+    return exit_fine;
+}
+
+Candidates candidates(const std::string &type_name, const std::vector<std::string> &) {
+    Candidates codes = type_name == "CODE" ? explanations() : Candidates();
+    for (auto &[code, text] : codes) {
+        text = text.substr(code.size() + 2, text.find('\n') - code.size() - 2);
+    }
+    return codes;
+}
+
+void add_compare_options(CLI::App *command, Options &options) {
+    const char *const side = "Schema file, directory of them, or what 'tlvc interface' printed";
+    command->add_option("OLD", options.before, side)->type_name("FILE")->required();
+    command->add_option("NEW", options.after, side)->type_name("FILE")->required();
+    add_choices(command, "--level", options.levels,
+                {{"wire", Wire}, {"json", Json}, {"source", Source}, {"layout", Layout}},
+                "Tell only what breaks this; can be given several times");
+    command->add_flag("--all", options.all, "Tell also what is safe, as JSON does always");
 }
 
 int run(int argc, char **argv) {
-    CLI::App app("Compiles TLV schemas to C headers and codecs.", "tlvc");
-    app.require_subcommand(1);
-    app.set_version_flag("--version", "tlvc " TLVC_VERSION);
-    std::vector<std::string> files;
-    GenerateOptions generated;
-    std::string wanted_code;
-    bool check_only = false;
-    CompareOptions compared;
-    Reporting reporting;
-    int status = Fine;
-    const auto add = [&](const char *name, const char *summary, std::function<int()> run) {
-        CLI::App *command = app.add_subcommand(name, summary);
-        command->callback([&status, run = std::move(run)] { status = run(); });
-        return command;
+    Cli cli(
+        {"tlvc", TLVC_VERSION, help::program, help::exit_meanings, {"tlv(1)", "tlv-schema(5)"}, candidates});
+    Options options;
+    const auto add = [&](const char *name, const Help &help, int (*work)(const Options &)) {
+        return cli.add(name, help, [&options, work] { return work(options); });
     };
-
-    auto *check_command = add("check", "report the faults of schema files and of what they import",
-                              [&] { return check_files(files, reporting); });
-    auto *generate_command = add("generate", "write the headers and codecs of schema files",
-                                 [&] { return generate(files, generated, reporting); });
-    generate_command->add_option("--out", generated.directory, "directory for the generated files")
-        ->required();
-    generate_command->add_option(
-        "--stamp", generated.stamp,
-        "a file to touch; beside it, with .d behind its name, goes a rule for make that says "
-        "which files it depends on");
-    generate_command->add_flag("--library", generated.library,
-                               "the whole library: also what is of all families together");
-    auto *interface_command = add("interface", "print what peers and programs rely on, to compare and review",
-                                  [&] { return print(files, emit_interface); });
-    auto *format_command = add("format", "bring schema files into the canonical layout",
-                               [&] { return format_files(files, check_only); });
-    format_command->add_flag("--check", check_only, "change nothing, but name the files that would change");
-    auto *tags_command =
-        add("tags", "print which tags are used, and which are free", [&] { return print(files, list_tags); });
-    for (CLI::App *command :
-         {check_command, generate_command, interface_command, format_command, tags_command}) {
-        command->add_option("FILES", files, "schema files; - is standard input")->required();
-    }
-    for (CLI::App *command : {check_command, generate_command}) {
-        command->add_option("--format", reporting.format, "json: faults to standard output, as an array")
-            ->check(CLI::IsMember({"text", "json"}));
-        command->add_flag("--warn", reporting.warn, "tell also what is allowed, and yet hardly meant");
-        command->add_flag("--strict", reporting.strict, "the same, as faults");
-    }
-    add_compare_options(add("compare", "tell what the changes from one schema to another break",
-                            [&] { return compare_schemas(compared); }),
-                        compared);
-    add("explain", "say more about a fault, a warning or a change", [&] { return explain(wanted_code); })
-        ->add_option("CODE", wanted_code, "such as T012, W001 or C009")
-        ->required();
-    add("lsp", "serve an editor, over standard input and output", [] {
+    CLI::App *const check_command = add("check", help::check, check_files);
+    CLI::App *const generate_command = add("generate", help::generate, generate);
+    CLI::App *const interface_command = add("interface", help::describe, describe<emit_interface>);
+    CLI::App *const format_command = add("format", help::format, format_files);
+    CLI::App *const tags_command = add("tags", help::tags, describe<list_tags>);
+    CLI::App *const compare_command = add("compare", help::compare, compare_schemas);
+    CLI::App *const explain_command = add("explain", help::explain, explain);
+    add("lsp", help::lsp, [](const Options &) {
         std::ios::sync_with_stdio(false); // unbuffered otherwise
         return lsp::serve(std::cin, std::cout);
     });
+    cli.add_help();
 
-    for (CLI::App *command : app.get_subcommands({})) {
-        if (command->get_name() != "explain" && command->get_name() != "format") {
-            command->add_option("-I", import_path, "a directory below which imports are looked for")
-                ->allow_extra_args(false);
-        }
+    for (CLI::App *command :
+         {check_command, generate_command, interface_command, format_command, tags_command}) {
+        command->add_option("FILE", options.files, "Schema files, or -")->type_name("FILE")->required();
     }
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError &error) {
-        return app.exit(error) == 0 ? Fine : BadUsage;
+    generate_command->add_option("--out", options.directory, "Where to write them")
+        ->type_name("DIR")
+        ->required();
+    generate_command
+        ->add_option("--stamp", options.stamp,
+                     "File to touch; beside it, with .d behind its name, make is told what it depends on")
+        ->type_name("FILE");
+    generate_command->add_flag("--library", options.library,
+                               "The whole library: also what is of all families together");
+    for (CLI::App *command : {check_command, generate_command}) {
+        command->add_flag("--warn", options.warn, "Tell also what is allowed, and yet hardly meant");
+        command->add_flag("--strict", options.strict, "The same, as faults");
     }
+    format_command->add_flag("--check", options.check_only,
+                             "Change nothing, but name the files that would change");
+    add_compare_options(compare_command, options);
+    for (CLI::App *command : {check_command, generate_command, compare_command}) {
+        add_choice(command, "--format", options.as_json, {{"text", false}, {"json", true}},
+                   "json: an array on standard output");
+    }
+    explain_command->add_option("CODE", options.code, "Such as T012; without it, all are listed")
+        ->type_name("CODE");
+
+    for (CLI::App *command :
+         {check_command, generate_command, interface_command, tags_command, compare_command}) {
+        command->add_option("-I", options.import_path, "Directory below which imports are looked for")
+            ->type_name("DIR")
+            ->allow_extra_args(false);
+    }
+    const int status = cli.run(argc, argv);
+    finish_output();
     return status;
 }
 
 } // namespace
 
 int main(int argc, char **argv) {
+    std::signal(SIGPIPE, SIG_IGN); // print notices
     try {
         return run(argc, argv);
+    } catch (const ReaderGone &) {
+        return exit_fine;
+    } catch (const Failure &failure) {
+        complain(fmt::format("tlvc: {}", failure.what()));
+        return failure.exit_status;
     } catch (const std::exception &error) { // an IoError or the file system's
-        std::fprintf(stderr, "tlvc: %s\n", error.what());
+        complain(fmt::format("tlvc: {}", error.what()));
+        return exit_io;
     }
-    return IoFailure;
 }

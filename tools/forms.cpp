@@ -1,8 +1,8 @@
 #include "forms.h"
 
+#include "cli/failure.h"
+#include "cli/terminal.h"
 #include "forms/relay.h"
-#include "tools/cli/failure.h"
-#include "tools/cli/terminal.h"
 #include "tools/types/lookup.h"
 
 #include <fmt/format.h>
@@ -11,6 +11,8 @@
 #include <unistd.h>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

@@ -1,7 +1,8 @@
 // tlv: TLV messages from the shell.
-#include "tools/cli/cli.h"
+#include "cli/failure.h"
+#include "cli/terminal.h"
 #include "tools/cli/faults.h"
-#include "tools/cli/terminal.h"
+#include "tools/cli/program.h"
 #include "tools/commands/commands.h"
 
 #include <csignal>
@@ -12,14 +13,16 @@
 
 namespace {
 
+using namespace tlvmsg::cli;
 using namespace tlvmsg::tool;
 
 int run(int argc, char **argv) {
-    Cli cli;
+    Cli cli(program());
     for (const auto add : {add_decode, add_encode, add_annotate, add_verify, add_guess, add_diff, add_sample,
-                           add_types, add_show, add_find, add_explain, add_wireshark, add_help}) {
+                           add_types, add_show, add_find, add_explain, add_wireshark}) {
         add(cli);
     }
+    cli.add_help();
     const int status = cli.run(argc, argv);
     finish_output();
     return status;

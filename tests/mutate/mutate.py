@@ -28,6 +28,7 @@ FOLDERS = {  # what a folder's sources make, and what is run to test it, the lik
     "inspect": (["lib/libtlvmsg_inspect.so"], ["bin/inspect_test", "bin/property_test", "bin/typed_test", "bin/forms_test",
                                                "bin/tool_test"]),
     "forms": (["lib/libtlvmsg_forms.so"], ["bin/forms_test", "ctest -R ^cli_"]),
+    "cli": (["bin/tlv", "bin/tlvc"], ["ctest -R ^cli_"]),
     "tools": (["bin/tlv"], ["bin/tool_test", "ctest -R ^cli_"]),
     "compiler": (["bin/tlvc"], ["bin/compiler_tests", "bin/compiler_command_tests", "ctest -R random_schema.[12]$"]),
 }

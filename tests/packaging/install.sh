@@ -13,6 +13,9 @@ unset LD_LIBRARY_PATH
 quietly cmake --install "$1" --prefix "$work/first"
 mv "$work/first" "$work/prefix"
 [ -z "$3" ] || quietly "$work/prefix/bin/$3" show zel_led_control
+for page in man5/tlv-schema.5 ${3:+man1/$3.1 man1/tlvc.1 man1/tlvc-check.1}; do
+    test -s "$work/prefix/share/man/$page" || { echo "$page is not installed"; exit 1; }
+done
 package=$(find "$work/prefix" -name tlvmsg.pc)
 PKG_CONFIG_LIBDIR=$(dirname "$package")
 export PKG_CONFIG_LIBDIR

@@ -6,6 +6,8 @@
 
 namespace tlvmsg::tool {
 
+using namespace cli;
+
 namespace {
 
 TEST(Faults, are_json_objects) {

@@ -1,5 +1,5 @@
 // Frames of every kind, written down here byte by byte, and what comes out of a capture of them.
-#include "tools/cli/failure.h"
+#include "cli/failure.h"
 #include "tools/input/packets.h"
 
 #include <fmt/format.h>
@@ -10,6 +10,8 @@
 #include <unistd.h>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "faults.h"
 
-#include "terminal.h"
+#include "cli/terminal.h"
 #include "tools/words.h"
 
 #include <fmt/format.h>
@@ -12,6 +12,8 @@
 #include <span>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

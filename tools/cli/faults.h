@@ -2,7 +2,8 @@
 #pragma once
 
 #include "codes.h"
-#include "failure.h"
+
+#include "cli/failure.h"
 #include "tools/input/input.h"
 
 #include <tlvmsg/inspect.h>
@@ -19,7 +20,7 @@ namespace tlvmsg::tool {
 nlohmann::ordered_json error_json(const tlvmsg_fault &fault);
 nlohmann::ordered_json error_json(ToolCode code, std::string_view text);
 nlohmann::ordered_json error_json(const Problem &problem);
-nlohmann::ordered_json error_json(const Failure &failure);
+nlohmann::ordered_json error_json(const cli::Failure &failure);
 
 // "error[code]: path: what at byte n".
 std::string fault_text(const tlvmsg_fault &fault);
@@ -38,7 +39,7 @@ void report(const tlvmsg_fault &fault);
 // "error[code]: where: text".
 void report(const Problem &problem, const Input &input);
 
-void report(const Failure &failure);
+void report(const cli::Failure &failure);
 
 void report_out_of_memory();
 

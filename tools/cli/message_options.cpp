@@ -1,8 +1,8 @@
 #include "message_options.h"
 
 #include "faults.h"
-#include "terminal.h"
 
+#include "cli/terminal.h"
 #include "tools/output/frame_line.h"
 #include "tools/types/lookup.h"
 
@@ -12,6 +12,8 @@
 #include <cstring>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 void add_input_options(CLI::App *command, MessageOptions &options) {
     add_choice(command, "--in", options.input.form,

@@ -1,8 +1,7 @@
 // What the commands that read messages have in common: files, how they are read, and types.
 #pragma once
 
-#include "cli.h"
-
+#include "cli/cli.h"
 #include "tools/input/input.h"
 #include "tools/reading/reading.h"
 

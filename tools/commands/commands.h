@@ -1,9 +1,11 @@
 // The commands, a file each. Each function adds its command to the command line.
 #pragma once
 
+#include "cli/cli.h"
+
 namespace tlvmsg::tool {
 
-class Cli;
+using cli::Cli;
 
 void add_annotate(Cli &cli);
 void add_decode(Cli &cli);
@@ -12,7 +14,6 @@ void add_encode(Cli &cli);
 void add_explain(Cli &cli);
 void add_find(Cli &cli);
 void add_guess(Cli &cli);
-void add_help(Cli &cli); // behind those that it explains
 void add_sample(Cli &cli);
 void add_show(Cli &cli);
 void add_types(Cli &cli);

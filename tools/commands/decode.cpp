@@ -1,11 +1,11 @@
 // decode: messages as JSON or as lines.
 #include "commands.h"
 
-#include "tools/cli/cli.h"
-#include "tools/cli/failure.h"
+#include "cli/cli.h"
+#include "cli/failure.h"
+#include "cli/terminal.h"
 #include "tools/cli/faults.h"
 #include "tools/cli/message_options.h"
-#include "tools/cli/terminal.h"
 #include "tools/forms.h"
 #include "tools/output/printer.h"
 #include "tools/words.h"
@@ -17,6 +17,8 @@
 #include <unistd.h>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

@@ -2,8 +2,9 @@
 #include "commands.h"
 
 #include "print_encoded.h"
-#include "tools/cli/cli.h"
-#include "tools/cli/failure.h"
+
+#include "cli/cli.h"
+#include "cli/failure.h"
 #include "tools/forms.h"
 #include "tools/input/input.h"
 #include "tools/types/lookup.h"

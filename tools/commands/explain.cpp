@@ -2,17 +2,18 @@
 #include "commands.h"
 
 #include "base/suggest.h"
-#include "tools/cli/cli.h"
-#include "tools/cli/failure.h"
+#include "cli/cli.h"
+#include "cli/failure.h"
+#include "cli/terminal.h"
 #include "tools/cli/faults.h"
-#include "tools/cli/generate.h"
-#include "tools/cli/terminal.h"
 
 #include <fmt/format.h>
 
 #include <memory>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

@@ -1,9 +1,9 @@
 // find: where the types speak of something.
 #include "commands.h"
 
-#include "tools/cli/cli.h"
-#include "tools/cli/failure.h"
-#include "tools/cli/terminal.h"
+#include "cli/cli.h"
+#include "cli/failure.h"
+#include "cli/terminal.h"
 #include "tools/types/lookup.h"
 
 #include <fmt/format.h>
@@ -11,6 +11,8 @@
 #include <memory>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

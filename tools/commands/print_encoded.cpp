@@ -1,8 +1,8 @@
 #include "print_encoded.h"
 
-#include "tools/cli/failure.h"
+#include "cli/failure.h"
+#include "cli/terminal.h"
 #include "tools/cli/faults.h"
-#include "tools/cli/terminal.h"
 #include "tools/words.h"
 
 #include <algorithm>
@@ -11,6 +11,8 @@
 #include <vector>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Messages to standard output, as encode and sample print them.
 #pragma once
 
-#include "tools/cli/cli.h"
+#include "cli/cli.h"
 #include "tools/forms.h"
 
 namespace tlvmsg::tool {

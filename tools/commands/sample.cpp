@@ -2,13 +2,16 @@
 #include "commands.h"
 
 #include "print_encoded.h"
-#include "tools/cli/cli.h"
+
+#include "cli/cli.h"
 #include "tools/forms.h"
 #include "tools/types/lookup.h"
 
 #include <memory>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 void add_sample(Cli &cli) {
     struct Options {

@@ -2,15 +2,18 @@
 #include "commands.h"
 
 #include "show_type.h"
-#include "tools/cli/cli.h"
-#include "tools/cli/failure.h"
-#include "tools/cli/terminal.h"
-#include "tools/types/lookup.h"
 #include "type_json.h"
+
+#include "cli/cli.h"
+#include "cli/failure.h"
+#include "cli/terminal.h"
+#include "tools/types/lookup.h"
 
 #include <memory>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 void add_show(Cli &cli) {
     struct Options {

@@ -1,11 +1,12 @@
 // types: their names, kinds, tags, families and purposes.
 #include "commands.h"
 
-#include "tools/cli/cli.h"
-#include "tools/cli/failure.h"
-#include "tools/cli/terminal.h"
-#include "tools/types/lookup.h"
 #include "type_json.h"
+
+#include "cli/cli.h"
+#include "cli/failure.h"
+#include "cli/terminal.h"
+#include "tools/types/lookup.h"
 
 #include <fmt/format.h>
 
@@ -14,6 +15,8 @@
 #include <set>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

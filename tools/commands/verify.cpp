@@ -1,11 +1,11 @@
 // verify: whether bytes are a message of a type.
 #include "commands.h"
 
-#include "tools/cli/cli.h"
-#include "tools/cli/failure.h"
+#include "cli/cli.h"
+#include "cli/failure.h"
+#include "cli/terminal.h"
 #include "tools/cli/faults.h"
 #include "tools/cli/message_options.h"
-#include "tools/cli/terminal.h"
 #include "tools/forms.h"
 #include "tools/output/frame_line.h"
 #include "tools/words.h"
@@ -16,6 +16,8 @@
 #include <memory>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

@@ -2,9 +2,9 @@
 #include "commands.h"
 
 #include "base/files.h"
-#include "tools/cli/cli.h"
-#include "tools/cli/failure.h"
-#include "tools/cli/terminal.h"
+#include "cli/cli.h"
+#include "cli/failure.h"
+#include "cli/terminal.h"
 #include "tools/wireshark/tables.h"
 
 #include <fmt/format.h>
@@ -15,6 +15,8 @@
 #include <unistd.h>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

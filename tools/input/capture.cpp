@@ -2,7 +2,7 @@
 
 #include "headers.h"
 
-#include "tools/cli/failure.h"
+#include "cli/failure.h"
 
 #include <pcap/pcap.h>
 
@@ -11,6 +11,8 @@
 #include <sys/stat.h>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "file.h"
 
-#include "tools/cli/failure.h"
-#include "tools/cli/terminal.h"
+#include "cli/failure.h"
+#include "cli/terminal.h"
 
 #include <fmt/format.h>
 
@@ -10,6 +10,8 @@
 #include <unistd.h>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 File open_file(const std::string &path) {
     if (path == "-" && isatty(STDIN_FILENO) != 0) {

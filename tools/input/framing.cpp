@@ -1,6 +1,6 @@
 #include "framing.h"
 
-#include "tools/cli/failure.h"
+#include "cli/failure.h"
 
 #include <fmt/format.h>
 
@@ -9,6 +9,8 @@
 #include <utility>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 Framing parse_framing(const std::string &text) {
     Framing framing;

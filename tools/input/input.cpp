@@ -2,8 +2,8 @@
 
 #include "file.h"
 
+#include "cli/failure.h"
 #include "forms/element.h"
-#include "tools/cli/failure.h"
 #include "tools/forms.h"
 
 #include <fmt/format.h>
@@ -16,6 +16,8 @@
 #include <string_view>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

@@ -5,8 +5,7 @@
 #pragma once
 
 #include "packets.h"
-
-#include "tools/cli/terminal.h"
+#include "progress.h"
 
 #include <cstdint>
 #include <memory>

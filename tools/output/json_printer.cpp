@@ -2,14 +2,16 @@
 #include "frame_line.h"
 #include "printer.h"
 
+#include "cli/terminal.h"
 #include "tools/cli/faults.h"
-#include "tools/cli/terminal.h"
 #include "tools/forms.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

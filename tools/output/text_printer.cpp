@@ -2,13 +2,15 @@
 #include "frame_line.h"
 #include "printer.h"
 
+#include "cli/terminal.h"
 #include "tools/cli/faults.h"
-#include "tools/cli/terminal.h"
 #include "tools/forms.h"
 
 #include <fmt/format.h>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

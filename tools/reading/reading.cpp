@@ -1,12 +1,14 @@
 #include "reading.h"
 
-#include "tools/cli/failure.h"
+#include "cli/failure.h"
 #include "tools/forms.h"
 #include "tools/types/lookup.h"
 
 #include <fmt/format.h>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "type_rules.h"
 
-#include "tools/cli/failure.h"
+#include "cli/failure.h"
 #include "tools/forms.h"
 #include "tools/input/input.h"
 #include "tools/types/lookup.h"
@@ -14,6 +14,8 @@
 #include <sstream>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

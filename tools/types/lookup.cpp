@@ -2,10 +2,9 @@
 
 #include "schema_types.h"
 
-#include "tools/cli/failure.h"
-#include "tools/cli/number.h"
-
 #include "base/suggest.h"
+#include "cli/failure.h"
+#include "cli/number.h"
 
 #include <fmt/format.h>
 
@@ -19,6 +18,8 @@
 #include <sstream>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

@@ -1,12 +1,11 @@
 #include "schema_types.h"
 
+#include "base/files.h"
+#include "cli/failure.h"
+#include "cli/terminal.h"
 #include "compiler/compile.h"
 #include "compiler/layout.h"
 #include "compiler/reporter.h"
-
-#include "base/files.h"
-#include "tools/cli/failure.h"
-#include "tools/cli/terminal.h"
 
 #include <fmt/format.h>
 
@@ -16,6 +15,8 @@
 #include <sstream>
 
 namespace tlvmsg::tool {
+
+using namespace cli;
 
 namespace {
 

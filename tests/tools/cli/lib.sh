@@ -1,4 +1,4 @@
-# What the scripts share: a directory of their own, running tlv, and saying what must hold.
+# What the scripts share: a directory of their own, running tlv, or what else $program names, and saying what must hold.
 #
 #     run verify -t ifid led.bin        # leaves $status, and the files out and err
 #     is 1 && error_has 'error\[wrong-tag\]'
@@ -12,6 +12,7 @@ scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch" || exit 1
 
+program=tlv
 message=analogbri_led_control_req_message
 failures=0
 
@@ -22,7 +23,7 @@ fail() {
 }
 
 run() {
-    tlv "$@" >out 2>err
+    "$program" "$@" >out 2>err
     status=$?
 }
 

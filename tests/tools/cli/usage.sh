@@ -5,6 +5,7 @@ tlv sample $message >led.bin
 run; is 2; error_has '^tlv: error\[usage\]: .*tlv --help'
 run decod led.bin; is 2; error_has "did you mean 'decode'"
 run decode --bogus; is 2; error_has 'bogus.*tlv decode --help'
+run decode --compct led.bin; is 2; error_has "did you mean '--compact'"
 run decode --text --compact led.bin; is 2
 run decode --filter udp led.bin; is 3; error_has 'no capture'
 run decode --offset 121 led.bin; is 3; error_has 'has 120 bytes'

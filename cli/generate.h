@@ -1,31 +1,26 @@
 // Manual pages and completion, from the command line's own definition.
 #pragma once
 
+#include "cli.h"
+
 #include <string>
-#include <string_view>
 #include <vector>
 
-namespace CLI {
-class App;
-class Option;
-} // namespace CLI
+namespace tlvmsg::cli {
 
-namespace tlvmsg::tool {
-
-class Cli;
-
-// Writes the manual pages where systems look for them below share/: man/man1/tlv.1.
+// Writes the manual pages where systems look for them below share/: man/man1/tlv.1, man/man1/tlv-decode.1.
 void generate(const Cli &cli, const std::string &directory);
 
-// Prints what may be meant by the last of the words that were typed behind "tlv": a line each, with a tab and what it
+// Prints what may be meant by the last of the words that were typed behind the program's name: a line each, with a tab and what it
 // means where that is known, or ":files" for the names of files.
 void complete(const Cli &cli, std::vector<std::string> words);
 
-// Of a command, or of the whole program.
-std::string man_page(const Cli &cli, const CLI::App &command);
+// The public options of a command, with their dashes.
+Candidates options_of(const CLI::App &command);
 
-// In lines of at most that many columns.
-std::string wrapped(std::string_view text, size_t columns);
+// Of a command, or of the whole program.
+std::string page_name(const Cli &cli, const CLI::App &command); // "tlv-decode"
+std::string man_page(const Cli &cli, const CLI::App &command);
 
 // Whether a value follows the option.
 bool takes_value(const CLI::Option &option);
@@ -33,4 +28,4 @@ bool takes_value(const CLI::Option &option);
 // Whether help shows it.
 bool is_public(const CLI::Option &option);
 
-} // namespace tlvmsg::tool
+} // namespace tlvmsg::cli

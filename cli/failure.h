@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace tlvmsg::tool {
+namespace tlvmsg::cli {
 
 enum ExitStatus {
     exit_fine = 0,
@@ -20,4 +20,4 @@ struct Failure : std::runtime_error {
     int exit_status;
 };
 
-} // namespace tlvmsg::tool
+} // namespace tlvmsg::cli

@@ -3,13 +3,11 @@
 
 #include <nlohmann/json.hpp>
 
-#include <chrono>
-#include <cstdint>
-#include <optional>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
-namespace tlvmsg::tool {
+namespace tlvmsg::cli {
 
 // Thrown when whoever read our output has gone, which is no failure: `tlv types | head -1`.
 struct ReaderGone {};
@@ -34,6 +32,9 @@ void print_list(const Items &items, bool as_json, Line line, Object object) {
 
 // Writes out what is still buffered; throws as print does.
 void finish_output();
+
+// In lines of at most that many columns.
+std::string wrapped(std::string_view text, size_t columns);
 
 // Text from outside as a terminal may be told it: printable ASCII, all else as \x1B, and of more than some hundred
 // bytes the first and the last.
@@ -61,28 +62,4 @@ private:
     bool coloured_;
 };
 
-// What has been done so far, on standard error: only on a terminal that the output does not go to as well,
-// and only when it takes longer than two seconds.
-class Progress {
-public:
-    // `total` is unknown for pipes.
-    Progress(std::string what, std::optional<uint64_t> total);
-    ~Progress();
-    Progress(const Progress &) = delete;
-    Progress &operator=(const Progress &) = delete;
-
-    // Whether it is time to show something.
-    bool due() const;
-    void show(uint64_t count, uint64_t done);
-
-private:
-    using Clock = std::chrono::steady_clock;
-
-    std::string what_;
-    std::optional<uint64_t> total_;
-    bool wanted_;
-    bool shown_ = false;
-    Clock::time_point next_;
-};
-
-} // namespace tlvmsg::tool
+} // namespace tlvmsg::cli

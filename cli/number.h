@@ -6,7 +6,7 @@
 #include <optional>
 #include <string_view>
 
-namespace tlvmsg::tool {
+namespace tlvmsg::cli {
 
 // Nothing for what is no such number, negative, or larger than 64 bits hold.
 inline std::optional<uint64_t> typed_number(std::string_view word) {
@@ -18,4 +18,4 @@ inline std::optional<uint64_t> typed_number(std::string_view word) {
     return error == std::errc() && end == last ? std::optional(number) : std::nullopt;
 }
 
-} // namespace tlvmsg::tool
+} // namespace tlvmsg::cli

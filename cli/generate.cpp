@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <fstream>
 
-namespace tlvmsg::tool {
+namespace tlvmsg::cli {
 
 namespace {
 
@@ -26,28 +26,17 @@ void write(const std::filesystem::path &path, const std::string &text) {
 
 void generate(const Cli &cli, const std::string &directory) {
     const std::filesystem::path share(directory);
-    write(share / "man/man1/tlv.1", man_page(cli, cli.app()));
+    const auto write_page = [&](const CLI::App &command) {
+        write(share / fmt::format("man/man1/{}.1", page_name(cli, command)), man_page(cli, command));
+    };
+    write_page(cli.app());
     for (const CLI::App *command : cli.commands()) {
-        write(share / fmt::format("man/man1/tlv-{}.1", command->get_name()), man_page(cli, *command));
+        write_page(*command);
     }
-}
-
-std::string wrapped(std::string_view text, size_t columns) {
-    std::string result;
-    size_t column = 0;
-    while (!text.empty()) {
-        const std::string_view word = text.substr(0, text.find(' '));
-        text.remove_prefix(std::min(word.size() + 1, text.size()));
-        const bool fits = column + 1 + word.size() <= columns;
-        result += column == 0 ? "" : fits ? " " : "\n";
-        column = column != 0 && fits ? column + 1 + word.size() : word.size();
-        result += word;
-    }
-    return result;
 }
 
 bool takes_value(const CLI::Option &option) { return option.get_items_expected_max() > 0; }
 
 bool is_public(const CLI::Option &option) { return !option.get_group().empty(); }
 
-} // namespace tlvmsg::tool
+} // namespace tlvmsg::cli

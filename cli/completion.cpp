@@ -1,66 +1,35 @@
 // What may stand where the cursor is; the shells' own files in completion/ ask for it.
 #include "cli.h"
-#include "faults.h"
 #include "generate.h"
 #include "terminal.h"
-#include "tools/types/lookup.h"
 
 #include <fmt/format.h>
 
 #include <sstream>
 
-namespace tlvmsg::tool {
+namespace tlvmsg::cli {
 
 namespace {
 
-// A word and what it means.
-using Candidates = std::vector<std::pair<std::string, std::string>>;
-
 constexpr const char *files = ":files"; // the shell knows them
 
-Candidates values_of(const CLI::Option &option) {
+Candidates values_of(const CLI::Option &option, const Cli &cli, const std::vector<std::string> &words) {
     const std::string type = option.get_type_name();
+    if (type == "FILE" || type == "DIR") {
+        return {{files, ""}};
+    }
+    if (type.find('|') == type.npos) {
+        return cli.program().candidates(type, words);
+    }
     Candidates all;
-    if (type == "TYPE") {
-        for (const tlvmsg_type *each : all_types()) {
-            all.emplace_back(each->name, each->doc);
-        }
-    } else if (type == "FAMILY") {
-        for (const std::string &family : families()) {
-            all.emplace_back(family, "");
-        }
-    } else if (type == "CODE") {
-        for (const std::string &code : code_names()) {
-            all.emplace_back(code, "");
-        }
-    } else if (type == "FILE") {
-        all.emplace_back(files, "");
-    } else if (type.find('|') != type.npos) {
-        std::istringstream words(type);
-        for (std::string word; std::getline(words, word, '|');) {
-            all.emplace_back(word, "");
-        }
+    std::istringstream list(type);
+    for (std::string word; std::getline(list, word, '|');) {
+        all.emplace_back(word, "");
     }
     return all;
 }
 
-Candidates options_of(const CLI::App &command) {
-    Candidates all;
-    for (const CLI::Option *option : command.get_options()) {
-        if (!is_public(*option)) {
-            continue;
-        }
-        for (const std::string &name : option->get_snames()) {
-            all.emplace_back("-" + name, option->get_description());
-        }
-        for (const std::string &name : option->get_lnames()) {
-            all.emplace_back("--" + name, option->get_description());
-        }
-    }
-    return all;
-}
-
-Candidates arguments_of(const Cli &cli, const CLI::App &command) {
+Candidates arguments_of(const CLI::App &command, const Cli &cli, const std::vector<std::string> &words) {
     Candidates all;
     if (&command == &cli.app()) {
         for (const CLI::App *each : cli.commands()) {
@@ -69,7 +38,7 @@ Candidates arguments_of(const Cli &cli, const CLI::App &command) {
     }
     for (const CLI::Option *option : command.get_options()) {
         if (option->get_positional()) {
-            return values_of(*option);
+            return values_of(*option, cli, words);
         }
     }
     return all;
@@ -88,21 +57,32 @@ const CLI::App &command_of(const Cli &cli, const std::vector<std::string> &words
 
 } // namespace
 
+Candidates options_of(const CLI::App &command) {
+    Candidates all;
+    for (const CLI::Option *option : command.get_options()) {
+        if (!is_public(*option)) {
+            continue;
+        }
+        for (const std::string &name : option->get_snames()) {
+            all.emplace_back("-" + name, option->get_description());
+        }
+        for (const std::string &name : option->get_lnames()) {
+            all.emplace_back("--" + name, option->get_description());
+        }
+    }
+    return all;
+}
+
 void complete(const Cli &cli, std::vector<std::string> words) {
     const std::string last = words.empty() ? "" : words.back();
     words.resize(words.size() - std::min<size_t>(words.size(), 1));
     const CLI::App &command = command_of(cli, words);
-    for (size_t i = 1; i < words.size(); ++i) {
-        if (words[i - 1] == "--schema") {
-            schema_files.push_back(words[i]);
-        }
-    }
     const size_t value = last.starts_with("--") ? last.find('=') + 1 : 0; // in --type=ifid
     const std::string before = value > 0 ? last.substr(0, value - 1) : words.empty() ? "" : words.back();
     const CLI::Option *const option = before.starts_with('-') ? command.get_option_no_throw(before) : nullptr;
-    const Candidates all = option != nullptr && takes_value(*option) ? values_of(*option)
+    const Candidates all = option != nullptr && takes_value(*option) ? values_of(*option, cli, words)
                            : last.starts_with('-')                   ? options_of(command)
-                                                                     : arguments_of(cli, command);
+                                                                     : arguments_of(command, cli, words);
     for (const auto &[word, meaning] : all) {
         const std::string whole = word == files ? word : last.substr(0, value) + word;
         if (word == files || whole.starts_with(last)) {
@@ -111,4 +91,4 @@ void complete(const Cli &cli, std::vector<std::string> words) {
     }
 }
 
-} // namespace tlvmsg::tool
+} // namespace tlvmsg::cli

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cctype>
 
-namespace tlvmsg::tool {
+namespace tlvmsg::cli {
 
 namespace {
 
@@ -27,14 +27,6 @@ std::string uncapitalised(std::string text) {
     return text;
 }
 
-std::string page_name(const Cli &cli, const CLI::App &command) {
-    return &command == &cli.app() ? "tlv" : "tlv-" + command.get_name();
-}
-
-std::string typed_name(const Cli &cli, const CLI::App &command) {
-    return &command == &cli.app() ? "tlv" : "tlv " + command.get_name();
-}
-
 std::string positional(const CLI::Option &option) {
     const std::string name = fmt::format("\\fI{}\\fR", option.get_name(true));
     const std::string repeated = option.get_items_expected_max() > 1 ? name + "..." : name;
@@ -42,7 +34,7 @@ std::string positional(const CLI::Option &option) {
 }
 
 std::string synopsis(const Cli &cli, const CLI::App &command) {
-    std::string text = fmt::format(".SH SYNOPSIS\n.B {}\n", plain(typed_name(cli, command)));
+    std::string text = fmt::format(".SH SYNOPSIS\n.B {}\n", plain(cli.name(command)));
     text += "[\\fIOPTION\\fR]...\n";
     if (&command == &cli.app()) {
         return text + "\\fICOMMAND\\fR\n[\\fIARGUMENT\\fR]...\n";
@@ -104,33 +96,41 @@ std::string examples(const Cli &cli, const CLI::App &command) {
     return text;
 }
 
-std::string exit_status() {
+std::string exit_status(const Cli &cli) {
     std::string text = ".SH EXIT STATUS\n";
-    for (const ExitMeaning &each : exit_meanings()) {
+    for (const ExitMeaning &each : cli.program().exit_meanings) {
         text += fmt::format(".TP\n.B {}\n{}.\n", each.status, plain(each.meaning));
     }
     return text;
 }
 
 std::string see_also(const Cli &cli, const CLI::App &command) {
-    std::vector<std::string> pages;
+    std::vector<std::string> pages = cli.program().see_also;
     if (&command != &cli.app()) {
-        pages.emplace_back("tlv");
+        pages.push_back(page_name(cli, cli.app()) + "(1)");
     }
     for (const CLI::App *each : cli.commands()) {
         if (each != &command) {
-            pages.push_back("tlv-" + each->get_name());
+            pages.push_back(page_name(cli, *each) + "(1)");
         }
     }
     std::sort(pages.begin(), pages.end());
     std::string text = ".SH SEE ALSO\n";
-    for (size_t i = 0; i < pages.size(); ++i) {
-        text += fmt::format(".BR {} (1){}\n", plain(pages[i]), i + 1 < pages.size() ? "," : "");
+    for (const std::string &page : pages) {
+        const size_t section = page.find('(');
+        text += fmt::format(".BR {} {}{}\n", plain(page.substr(0, section)), page.substr(section),
+                            &page != &pages.back() ? "," : "");
     }
     return text;
 }
 
 } // namespace
+
+std::string page_name(const Cli &cli, const CLI::App &command) {
+    std::string name = cli.name(command);
+    std::replace(name.begin(), name.end(), ' ', '-');
+    return name;
+}
 
 std::string man_page(const Cli &cli, const CLI::App &command) {
     const std::string name = page_name(cli, command);
@@ -138,9 +138,9 @@ std::string man_page(const Cli &cli, const CLI::App &command) {
     std::transform(title.begin(), title.end(), title.begin(),
                    [](char c) { return static_cast<char>(std::toupper(static_cast<unsigned char>(c))); });
     return fmt::format(".TH {} 1 \"\" \"tlvmsg {}\" \"User Commands\"\n.SH NAME\n{} \\- {}\n", plain(title),
-                       TLV_VERSION, plain(name), plain(uncapitalised(cli.help(command).summary))) +
+                       cli.program().version, plain(name), plain(uncapitalised(cli.help(command).summary))) +
            synopsis(cli, command) + description(cli, command) + options(command) + examples(cli, command) +
-           exit_status() + see_also(cli, command);
+           exit_status(cli) + see_also(cli, command);
 }
 
-} // namespace tlvmsg::tool
+} // namespace tlvmsg::cli

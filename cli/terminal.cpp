@@ -11,7 +11,7 @@
 #include <cstring>
 #include <unistd.h>
 
-namespace tlvmsg::tool {
+namespace tlvmsg::cli {
 
 namespace {
 
@@ -61,6 +61,20 @@ std::string shown(std::string_view text) {
     return escaped(text.substr(0, head)) + "..." + escaped(text.substr(text.size() - tail));
 }
 
+std::string wrapped(std::string_view text, size_t columns) {
+    std::string result;
+    size_t column = 0;
+    while (!text.empty()) {
+        const std::string_view word = text.substr(0, text.find(' '));
+        text.remove_prefix(std::min(word.size() + 1, text.size()));
+        const bool fits = column + 1 + word.size() <= columns;
+        result += column == 0 ? "" : fits ? " " : "\n";
+        column = column != 0 && fits ? column + 1 + word.size() : word.size();
+        result += word;
+    }
+    return result;
+}
+
 void print(std::string_view text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
         output_failed();
@@ -91,26 +105,4 @@ std::string Paint::operator()(Colour colour, std::string_view text) const {
     return coloured_ ? fmt::format("\033[{}m{}\033[0m", code_of(colour), text) : std::string(text);
 }
 
-Progress::Progress(std::string what, std::optional<uint64_t> total)
-    : what_(std::move(what)), total_(total),
-      wanted_(isatty(STDERR_FILENO) != 0 && isatty(STDOUT_FILENO) == 0),
-      next_(Clock::now() + std::chrono::seconds(2)) {}
-
-Progress::~Progress() {
-    if (shown_) {
-        std::fputs("\r\033[K", stderr);
-    }
-}
-
-bool Progress::due() const { return wanted_ && Clock::now() >= next_; }
-
-void Progress::show(uint64_t count, uint64_t done) {
-    const std::string part =
-        total_ && *total_ > 0 ? fmt::format(", {} %", done * 100 / *total_) : std::string();
-    std::fputs(fmt::format("\r\033[Ktlv: {} {}{}", count, what_, part).c_str(), stderr);
-    std::fflush(stderr);
-    shown_ = true;
-    next_ = Clock::now() + std::chrono::milliseconds(200);
-}
-
-} // namespace tlvmsg::tool
+} // namespace tlvmsg::cli

@@ -1,0 +1,156 @@
+/*
+ * The command line of a program, stated once: parsing, --help, the manual pages and the completions all come from it.
+ *
+ * An option's type name tells completion what to offer: FILE and DIR, the words themselves as in "raw|hex", or a name
+ * for which the program has candidates. Whatever an option takes, it is refused with what is allowed before any command
+ * runs.
+ */
+#pragma once
+
+#include "number.h"
+
+#include <CLI/CLI.hpp>
+
+#include <functional>
+#include <limits>
+#include <map>
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace tlvmsg::cli {
+
+struct Example {
+    std::string command;
+    std::string meaning;
+};
+
+// What a command's help says beside its options.
+struct Help {
+    std::string summary; // "Print messages as JSON": a line without a full stop
+    std::vector<std::string> paragraphs;
+    std::vector<Example> examples;
+};
+
+struct ExitMeaning {
+    int status;
+    std::string meaning;
+};
+
+// A word that may stand somewhere, and what it means.
+using Candidates = std::vector<std::pair<std::string, std::string>>;
+
+// What one program has and another has not.
+struct Program {
+    std::string name;
+    std::string version;
+    Help help;
+    std::vector<ExitMeaning> exit_meanings;
+    std::vector<std::string> see_also; // further manual pages, "tlv-schema(5)"
+
+    // For a type name such as CODE, when the words before it are these.
+    std::function<Candidates(const std::string &type_name, const std::vector<std::string> &words)> candidates;
+
+    // Gives a command the options that all have; they come last in its help.
+    std::function<void(CLI::App *command)> add_common_options = [](CLI::App *) {};
+};
+
+class Cli {
+public:
+    explicit Cli(Program program);
+    Cli(const Cli &) = delete;
+    Cli &operator=(const Cli &) = delete;
+
+    // A command that gives the exit status.
+    CLI::App *add(const std::string &name, const Help &help, std::function<int()> run);
+
+    // The command that explains those added before.
+    void add_help();
+
+    // Parses and runs. Throws what commands throw, and Failure(exit_usage).
+    int run(int argc, char **argv);
+
+    const Program &program() const { return program_; }
+    const CLI::App &app() const { return app_; }
+    std::vector<const CLI::App *> commands() const;
+    const Help &help(const CLI::App &command) const { return helps_.at(&command); }
+
+    // As it is typed: "tlv", "tlv decode".
+    std::string name(const CLI::App &command) const;
+
+private:
+    std::string help_text(const CLI::App &command) const;
+    int complain_about(const CLI::ParseError &error) const;
+
+    Program program_;
+    CLI::App app_;
+    std::map<const CLI::App *, Help> helps_;
+    std::string generate_; // the directory for manual pages
+    int status_ = 0;
+};
+
+// An option of whose arguments each is given to `take`; where that gives false, it is said to be `otherwise`.
+CLI::Option *add_argument(CLI::App *command, const std::string &name, const std::string &description,
+                          const std::string &otherwise, std::function<bool(const std::string &)> take);
+
+// Values by the words that stand for them.
+template <class Value>
+using Words = std::vector<std::pair<std::string, Value>>;
+
+// An option that takes one of the words, which help shows as "raw|hex", and gives its value to `take`.
+template <class Value>
+CLI::Option *add_word(CLI::App *command, const std::string &name, const Words<Value> &words,
+                      const std::string &description, std::function<void(const Value &)> take) {
+    std::string all;
+    for (const auto &[word, each] : words) {
+        all += (all.empty() ? "" : "|") + word;
+    }
+    const auto take_word = [words, take = std::move(take)](const std::string &argument) {
+        for (const auto &[word, each] : words) {
+            if (word == argument) {
+                take(each);
+                return true;
+            }
+        }
+        return false;
+    };
+    return add_argument(command, name, description, "is none of " + all, take_word)->type_name(all);
+}
+
+template <class Value>
+CLI::Option *add_choice(CLI::App *command, const std::string &name, Value &value, const Words<Value> &words,
+                        const std::string &description) {
+    return add_word<Value>(command, name, words, description, [&value](const Value &each) { value = each; });
+}
+
+// The same, any number of times: all values together.
+template <class Value>
+CLI::Option *add_choices(CLI::App *command, const std::string &name, Value &values, const Words<Value> &words,
+                         const std::string &description) {
+    return add_word<Value>(command, name, words, description,
+                           [&values](const Value &each) { values |= each; })
+        ->take_all()
+        ->allow_extra_args(false);
+}
+
+// --json, for what is otherwise for people.
+void add_json_flag(CLI::App *command, bool &json);
+
+// An option that takes a number; `value` may be optional.
+template <class Value>
+CLI::Option *add_number(CLI::App *command, const std::string &name, Value &value,
+                        const std::string &description) {
+    using Number = std::decay_t<decltype(*std::optional(value))>;
+    constexpr uint64_t most = std::numeric_limits<Number>::max();
+    const auto take = [&value](const std::string &argument) {
+        const std::optional<uint64_t> number = typed_number(argument);
+        value = static_cast<Number>(number.value_or(0));
+        return number && *number <= most;
+    };
+    return add_argument(command, name, description, "is no number from 0 to " + std::to_string(most), take)
+        ->type_name("N");
+}
+
+} // namespace tlvmsg::cli

@@ -1,0 +1,79 @@
+// What the help and the manual pages say of tlvc and of each command, beside their options.
+#pragma once
+
+#include "cli/cli.h"
+#include "cli/failure.h"
+
+namespace tlvc::help {
+
+using namespace tlvmsg::cli;
+
+inline const Help program = {
+    "Compile schemas of TLV messages to C headers and codecs",
+    {"A schema says what messages are made of, in a language that tlv-schema(5) describes, with a family to "
+     "begin with. Schema files are named by their paths, standard input by -.",
+     "Faults tell the place, what was found and what would do; tlvc explain says more about their codes."},
+    {{"tlvc check relay/*.tlv", "find the faults of a family of messages"},
+     {"tlvc generate --out generated relay/*.tlv", "make headers and codecs of it"},
+     {"tlvc explain T012", "learn what a fault means"}}};
+
+inline const std::vector<ExitMeaning> exit_meanings = {
+    {exit_fine, "all is well; also when the reader of a pipe has gone"},
+    {exit_found, "faults in a schema, files that format would change, changes that break something"},
+    {exit_usage, "the command line makes no sense, or names a code that is none; of compare, any trouble"},
+    {exit_io, "a file or stream cannot be read or written"}};
+
+inline const Help check = {
+    "Report the faults of schema files and of what they import",
+    {"Names and tags are unique over all files that are named or imported: name all of a family, and all "
+     "families that meet in one program.",
+     "In JSON, faults are an array of objects with file, line, column, end_line, end_column, code, severity, "
+     "message, help and notes. Lines and columns count from 1, columns in characters."},
+    {{"tlvc check relay/*.tlv", "silent when all is well"},
+     {"tlvc check --strict --format json relay/*.tlv | jq -r '.[].code'", "nothing doubtful, either"}}};
+
+inline const Help generate = {
+    "Write the headers and codecs of schema files",
+    {"Below DIR come, of the families of these files, include/tlvmsg with the headers and src with what is "
+     "to be compiled. Nothing is written when there are faults, and a file that has its text already stays "
+     "as it is. The CMake package's tlvmsg_add_family generates and builds."},
+    {{"tlvc generate --out generated relay/*.tlv", "of one family"}}};
+
+inline const Help describe = {
+    "Print what peers and programs rely on, to compare and review",
+    {"Of each type the kind, tag, sizes, members and values, and the layout of its record with pointers of 8 "
+     "and of 4 bytes. tlvc compare reads it like a schema."},
+    {{"tlvc interface relay/*.tlv > interface.txt", "what is promised from now on"}}};
+
+inline const Help format = {"Bring schema files into the canonical layout",
+                            {"Files are rewritten, standard input goes to standard output. Remarks and the "
+                             "order of declarations stay. A file that is no schema stays as it is."},
+                            {{"tlvc format relay/*.tlv", "rewrite a family"},
+                             {"tlvc format - < relay/relay.tlv", "as editors do it"},
+                             {"tlvc format --check relay/*.tlv", "name what would change, as a test"}}};
+
+inline const Help tags = {
+    "Print which tags are used, and which are free",
+    {"Tags from 32768 on are for families of your own: the library has none of them, now and later."},
+    {{"tlvc tags relay/*.tlv", "where the next type of the family fits"}}};
+
+inline const Help compare = {
+    "Tell what the changes from one schema to another break",
+    {"Four things can break: wire, where peers refuse or misread each other; json, of documents; source, "
+     "where programs no longer compile; and layout, of records in memory. tlvc explain says more about a "
+     "change's code.",
+     "The exit status is that of diff: 1 when something breaks, 2 for trouble."},
+    {{"tlvc compare interface.txt relay", "the family now, with what was promised"},
+     {"tlvc compare --level wire interface.txt relay", "only what peers would notice"}}};
+
+inline const Help explain = {
+    "Say more about a fault, a warning or a change",
+    {},
+    {{"tlvc explain T012", "what it means, and what to write instead"}, {"tlvc explain", "list the codes"}}};
+
+inline const Help lsp = {
+    "Serve an editor, over standard input and output",
+    {"The language server protocol: faults as typed, sizes and wire layout, definitions and formatting."},
+    {{"tlvc lsp", "what an editor is told to start for files that end in .tlv"}}};
+
+} // namespace tlvc::help
