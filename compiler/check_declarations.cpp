@@ -23,7 +23,7 @@ void check_tag_range(const Declared &declared, Diagnostics &faults) {
     const auto &[syntax, type] = declared;
     const uint64_t tag = syntax->number.value;
     if (has_tag(*type) && (tag < wire::lowest_tag || tag > wire::highest_tag)) {
-        faults.report(Fault::TagRange, syntax->number.span, wire::lowest_tag, wire::highest_tag);
+        faults.report(fault::tag_out_of_range, syntax->number.span, wire::lowest_tag, wire::highest_tag);
     }
 }
 
@@ -33,16 +33,16 @@ void check_capacity(const Declared &declared, Diagnostics &faults) {
         return;
     }
     if (syntax.number.value == 0) {
-        faults.report(Fault::ZeroCapacity, syntax.number.span, syntax.name.text);
+        faults.report(fault::zero_capacity, syntax.number.span, syntax.name.text);
     } else if (syntax.number.value > highest_capacity) {
-        faults.report(Fault::LargeCapacity, syntax.number.span, syntax.name.text, highest_capacity);
+        faults.report(fault::large_capacity, syntax.number.span, syntax.name.text, highest_capacity);
     }
 }
 
 void check_keywords(const Declared &declared, Diagnostics &faults) {
     auto check_name = [&](const Name &name) {
         if (is_keyword(name.text)) {
-            faults.report(Fault::KeywordName, name.span, name.text);
+            faults.report(fault::keyword_name, name.span, name.text);
         }
     };
     check_name(declared.syntax->name);
@@ -56,7 +56,7 @@ void check_not_empty(const Declared &declared, Diagnostics &faults) {
     const syntax::Declaration &syntax = *declared.syntax;
     const bool empty = syntax.members.empty() && syntax.enumerators.empty();
     if (empty && (needs_body(syntax.form) || syntax.has_body())) {
-        faults.report(Fault::EmptyBody, syntax.name.span, syntax.name.text);
+        faults.report(fault::empty_body, syntax.name.span, syntax.name.text);
     }
 }
 
@@ -88,7 +88,7 @@ void check_distinct_members(const Declared &declared, Diagnostics &faults) {
     std::map<std::string_view, Span> seen;
     for (const NamedField &field : named_fields(declared)) {
         if (auto [first, is_new] = seen.try_emplace(field.name, field.span); !is_new) {
-            faults.report(Fault::DuplicateMember, field.span, field.name, declared.type->name)
+            faults.report(fault::duplicate_member, field.span, field.name, declared.type->name)
                 .note(first->second, "the other is here");
         }
     }
@@ -107,7 +107,7 @@ void check_names_of_numbers(const Declared &declared, Diagnostics &faults) {
     for (const NamedField &field : fields) {
         if (auto found = numbers.find(std::string(field.name)); found != numbers.end()) {
             Diagnostic &fault =
-                faults.report(Fault::MemberNamedAsType, field.span, field.name, declared.type->name);
+                faults.report(fault::member_named_as_type, field.span, field.name, declared.type->name);
             if (found->second->family != nullptr) {
                 fault.note(found->second->span, "the enumeration is declared here");
             }
@@ -119,12 +119,12 @@ void check_enumerators(const Declared &declared, Diagnostics &faults) {
     std::map<std::string_view, Span> names;
     std::map<uint64_t, Span> values;
     const auto twice = [&](Span place, Span first, const char *what) {
-        faults.report(Fault::DuplicateEnumerator, place, declared.type->name, what)
+        faults.report(fault::duplicate_enumerator, place, declared.type->name, what)
             .note(first, "the other is here");
     };
     for (const syntax::Enumerator &each : declared.syntax->enumerators) {
         if (each.value.value > highest_value) {
-            faults.report(Fault::LargeValue, each.value.span, highest_value);
+            faults.report(fault::large_value, each.value.span, highest_value);
         }
         if (auto [first, is_new] = names.try_emplace(each.name.text, each.name.span); !is_new) {
             twice(each.name.span, first->second, "name");
@@ -139,7 +139,7 @@ void check_no_message_within(const Declared &declared, Diagnostics &faults) {
     const auto &[syntax, type] = declared;
     auto check_use = [&](const Name &name, const Type *used) {
         if (used != nullptr && used->kind == Kind::Message) {
-            faults.report(Fault::MessageUsed, name.span, name.text).note(used->span, "it is declared here");
+            faults.report(fault::message_used, name.span, name.text).note(used->span, "it is declared here");
         }
     };
     check_use(syntax->element, type->element);
@@ -160,7 +160,7 @@ void check_message_members(const Declared &declared, Diagnostics &faults) {
         const Type &member = *type->members[i].type;
         if (member.kind != Kind::Structure && member.kind != Kind::Enumeration &&
             member.kind != Kind::Message) {
-            faults.report(Fault::MessageMember, syntax->members[i].type.span, member.name, describe(member))
+            faults.report(fault::message_member, syntax->members[i].type.span, member.name, describe(member))
                 .help("put it in a structure, and that in the message");
         }
     }
@@ -176,7 +176,7 @@ void check_element(const Declared &declared, Diagnostics &faults) {
         element.kind == Kind::Message) {
         return;
     }
-    Diagnostic &fault = faults.report(Fault::ArrayElement, syntax->element.span, element.name,
+    Diagnostic &fault = faults.report(fault::array_element, syntax->element.span, element.name,
                                       describe(element), describe(*type));
     if (element.scalar != nullptr && element.scalar->width == 1) {
         fault.help(type->kind == Kind::DynamicElements
@@ -191,7 +191,7 @@ void check_alternative_types(const Declared &declared, Diagnostics &faults) {
         const Type &alternative = *type->alternatives[i].type;
         if (is_array(alternative) || alternative.kind == Kind::Union) { // a message has a fault of its own
             faults
-                .report(Fault::AlternativeType, syntax->members[i].type.span, alternative.name,
+                .report(fault::alternative_type, syntax->members[i].type.span, alternative.name,
                         describe(alternative))
                 .help("put it in a structure of its own");
         }
@@ -205,9 +205,9 @@ void check_alternative_values(const Declared &declared, Diagnostics &faults) {
         for (size_t k = 0; k < written.size(); ++k) {
             const uint64_t value = declared.type->alternatives[i].values[k];
             if (written[k].number > highest_value) {
-                faults.report(Fault::LargeValue, written[k].span, highest_value);
+                faults.report(fault::large_value, written[k].span, highest_value);
             } else if (auto [first, is_new] = seen.try_emplace(value, written[k].span); !is_new) {
-                faults.report(Fault::DuplicateValue, written[k].span, value)
+                faults.report(fault::duplicate_value, written[k].span, value)
                     .note(first->second, "it is given here already");
             }
         }
@@ -223,7 +223,7 @@ void check_count_type(const Declared &declared, Diagnostics &faults) {
     const unsigned widest = bytes ? 4 : 2;
     const wire::Scalar *const count = type->count->scalar;
     if (count == nullptr || !count->is_unsigned || count->width > widest) {
-        faults.report(Fault::CountType, syntax->count.span, type->count->name, describe(*type))
+        faults.report(fault::count_type, syntax->count.span, type->count->name, describe(*type))
             .help(bytes ? "it can be uint8, uint16 or uint32" : "it can be uint8 or uint16");
     }
 }
@@ -231,7 +231,7 @@ void check_count_type(const Declared &declared, Diagnostics &faults) {
 void check_selector_type(const Declared &declared, Diagnostics &faults) {
     const auto &[syntax, type] = declared;
     if (type->kind == Kind::Union && type->selector->kind != Kind::Enumeration) {
-        faults.report(Fault::SelectorType, syntax->selector.span, type->selector->name,
+        faults.report(fault::selector_type, syntax->selector.span, type->selector->name,
                       describe(*type->selector));
     }
 }
@@ -248,12 +248,12 @@ void check_attributes(const Declared &declared, Diagnostics &faults) {
                 for (const Attribute *each : attributes) {
                     names.push_back(each->name);
                 }
-                faults.report(Fault::UnknownAttribute, name.span, name.text).suggest(name.text, names);
+                faults.report(fault::unknown_attribute, name.span, name.text).suggest(name.text, names);
             } else if (auto [first, is_new] = seen.try_emplace(name.text, name.span); !is_new) {
-                faults.report(Fault::MisplacedAttribute, name.span, name.text, "it is given already")
+                faults.report(fault::misplaced_attribute, name.span, name.text, "it is given already")
                     .note(first->second, "the first is here");
             } else if (!(*known)->fits(*declared.type, i)) {
-                faults.report(Fault::MisplacedAttribute, name.span, name.text,
+                faults.report(fault::misplaced_attribute, name.span, name.text,
                               fmt::format("it is for {}", (*known)->place));
             }
         }

@@ -12,11 +12,11 @@ namespace {
 void check_not_taken(const Declared &declared, Diagnostics &faults) {
     const syntax::Declaration &syntax = *declared.syntax;
     if (std::string_view why = why_no_type_name(syntax.name.text); !why.empty()) {
-        faults.report(Fault::TakenName, syntax.name.span, syntax.name.text, "type", why);
+        faults.report(fault::taken_name, syntax.name.span, syntax.name.text, "type", why);
     }
     const auto check_member = [&](const syntax::Name &name) {
         if (std::string_view why = why_no_member_name(name.text); !why.empty()) {
-            faults.report(Fault::TakenName, name.span, name.text, "member", why);
+            faults.report(fault::taken_name, name.span, name.text, "member", why);
         }
     };
     check_member(syntax.selector_name);
@@ -59,10 +59,10 @@ void check_macros(const Resolution &resolution, Diagnostics &faults) {
             const auto other = used.find(macro);
             const auto [first, is_new] = macros.try_emplace(macro, enumerator.span);
             if (other != used.end() || !is_new) {
-                faults.report(Fault::NameGeneratedTwice, enumerator.span, enumerator.name, macro)
+                faults.report(fault::name_generated_twice, enumerator.span, enumerator.name, macro)
                     .note(other != used.end() ? other->second : first->second, "the other is here");
             } else if (std::string_view why = why_no_type_name(macro); !why.empty()) {
-                faults.report(Fault::TakenName, enumerator.span, macro, "macro", why);
+                faults.report(fault::taken_name, enumerator.span, macro, "macro", why);
             }
         }
     }

@@ -10,8 +10,8 @@ namespace {
 struct Companion {
     const Type &type;
     std::string_view name;
-    Fault missing;
-    Fault wrong;
+    const Fault &missing;
+    const Fault &wrong;
 };
 
 void check_companion(const Declared &declared, size_t index, const Companion &wanted, Diagnostics &faults) {
@@ -41,11 +41,11 @@ void check_companions(const Declared &declared, Diagnostics &faults) {
     for (size_t i = 0; i < declared.type->members.size(); ++i) {
         const Type &type = *declared.type->members[i].type;
         if (is_dynamic(type) && type.count->kind == Kind::Scalar) {
-            check_companion(declared, i, {*type.count, "count", Fault::MissingCount, Fault::WrongCount},
+            check_companion(declared, i, {*type.count, "count", fault::missing_count, fault::wrong_count},
                             faults);
         } else if (type.kind == Kind::Union && type.selector->kind == Kind::Enumeration) {
-            Companion selector{*type.selector, type.selector_name, Fault::MissingSelector,
-                               Fault::WrongSelector};
+            Companion selector{*type.selector, type.selector_name, fault::missing_selector,
+                               fault::wrong_selector};
             check_companion(declared, i, selector, faults);
         }
     }
@@ -63,7 +63,7 @@ void check_enclosing(const Declared &declared, Diagnostics &faults) {
         std::string reason = record.kind != Kind::Structure
                                  ? fmt::format("that is {}", describe(record))
                                  : fmt::format("that structure holds it {} times, not once", times);
-        faults.report(Fault::EnclosingRecord, syntax->enclosing->span, type->name, record.name, reason)
+        faults.report(fault::enclosing_record, syntax->enclosing->span, type->name, record.name, reason)
             .note(record.span, fmt::format("'{}' is declared here", record.name));
     }
 }
@@ -75,7 +75,8 @@ void check_union_is_at_home(const Declared &declared, Diagnostics &faults) {
         if (member.enclosing != nullptr && member.enclosing != type) {
             std::string reason = fmt::format("it belongs to '{}'", member.enclosing->name);
             faults
-                .report(Fault::EnclosingRecord, syntax->members[i].type.span, member.name, type->name, reason)
+                .report(fault::enclosing_record, syntax->members[i].type.span, member.name, type->name,
+                        reason)
                 .note(member.span, "it is declared here");
         }
     }

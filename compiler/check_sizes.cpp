@@ -61,14 +61,14 @@ void check_sizes(const Resolution &resolution, Diagnostics &faults) {
             continue;
         }
         if (type.kind == Kind::Structure && type.min_size > largest_size) {
-            faults.report(Fault::FixedSize, type.span, type.name, type.min_size, largest_size);
+            faults.report(fault::fixed_size, type.span, type.name, type.min_size, largest_size);
         }
         const Extent &extent = extents.of(type);
         if (extent.depth + 1 > deepest) {
-            faults.report(Fault::TooDeep, type.span, type.name, extent.depth + 1, deepest);
+            faults.report(fault::nested_too_deeply, type.span, type.name, extent.depth + 1, deepest);
         }
         if (type.name.size() + extent.path > longest_path) {
-            faults.report(Fault::LongPath, type.span, type.name, type.name.size() + extent.path,
+            faults.report(fault::path_too_long, type.span, type.name, type.name.size() + extent.path,
                           longest_path);
         }
     }

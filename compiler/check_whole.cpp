@@ -22,7 +22,7 @@ void check_distinct_tags(const Resolution &resolution, Diagnostics &faults) {
         if (resolution.is_newer(owner->number.span, newer->number.span)) {
             std::swap(owner, newer);
         }
-        faults.report(Fault::DuplicateTag, newer->number.span, newer->number.value)
+        faults.report(fault::duplicate_tag, newer->number.span, newer->number.value)
             .note(owner->number.span, fmt::format("'{}' has it", owner->name.text));
     }
 }
@@ -39,7 +39,7 @@ void check_type_cycles(const Resolution &resolution, Diagnostics &faults) {
         }
     }
     for (const auto &cycle : find_cycles(types, edges)) {
-        Diagnostic &fault = faults.report(Fault::TypeCycle, cycle.front().span, cycle.front().from->name);
+        Diagnostic &fault = faults.report(fault::circular_type, cycle.front().span, cycle.front().from->name);
         for (size_t i = 1; i < cycle.size(); ++i) {
             fault.note(cycle[i].span, fmt::format("'{}' holds '{}'", cycle[i].from->name, cycle[i].to->name));
         }
@@ -60,8 +60,8 @@ void check_family_cycles(const Resolution &resolution, Diagnostics &faults) {
         }
     }
     for (const auto &cycle : find_cycles(families, edges)) {
-        Diagnostic &fault = faults.report(Fault::FamilyCycle, cycle.front().span, cycle.front().from->name,
-                                          cycle.front().to->name);
+        Diagnostic &fault = faults.report(fault::circular_families, cycle.front().span,
+                                          cycle.front().from->name, cycle.front().to->name);
         for (size_t i = 1; i < cycle.size(); ++i) {
             fault.note(cycle[i].span, fmt::format("'{}' uses '{}'", cycle[i].from->name, cycle[i].to->name));
         }

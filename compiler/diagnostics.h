@@ -1,82 +1,14 @@
-// Every fault the compiler can find, in one catalogue, and the collection of those it has found.
+// What was found wrong, and where.
 #pragma once
 
+#include "faults.h"
 #include "source.h"
 
 #include <algorithm>
 #include <fmt/format.h>
-#include <span>
+#include <vector>
 
 namespace tlvc {
-
-// The number is the code: T001 is 1, W001 is 201. Codes are published, so new ones go to the end of their kind.
-enum class Fault : uint8_t {
-    UnexpectedCharacter = 1,
-    UnterminatedString = 2,
-    MalformedNumber = 3,
-    MisplacedDoc = 4,
-    UnexpectedToken = 5,
-    UnclosedBody = 6,
-    LateImport = 7,
-    ImportNotFound = 8,
-    CircularImport = 9,
-    FamilyName = 10,
-    FamilySplit = 11,
-    UndefinedType = 12,
-    TypeNotImported = 13,
-    DuplicateName = 14,
-    DuplicateTag = 15,
-    TagRange = 16,
-    KeywordName = 17,
-    DuplicateMember = 18,
-    EmptyBody = 19,
-    MessageUsed = 20,
-    MessageMember = 21,
-    ArrayElement = 22,
-    AlternativeType = 23,
-    ZeroCapacity = 24,
-    LargeCapacity = 25,
-    CountType = 26,
-    MissingCount = 27,
-    WrongCount = 28,
-    SelectorType = 29,
-    MissingSelector = 30,
-    WrongSelector = 31,
-    DuplicateValue = 32,
-    LargeValue = 33,
-    UnknownAttribute = 34,
-    MisplacedAttribute = 35,
-    EnclosingRecord = 36,
-    TypeCycle = 37,
-    FamilyCycle = 38,
-    FixedSize = 39,
-    MemberNamedAsType = 40,
-    UnknownEnumerator = 41,
-    DuplicateEnumerator = 42,
-    TakenName = 43,
-    NameGeneratedTwice = 44,
-    TooDeep = 45,
-    LongPath = 46,
-
-    // Allowed, and yet hardly meant.
-    ArrayNeverFull = 201,
-    UnusedEnumeration = 202,
-    UndocumentedType = 203,
-};
-
-enum class Severity { Error, Warning };
-
-struct CatalogueEntry {
-    Fault fault;
-    std::string_view title;
-    std::string_view message;     // a format string
-    std::string_view explanation; // what the rule is for, with an example of the remedy
-};
-
-std::span<const CatalogueEntry> catalogue();
-const CatalogueEntry &entry(Fault fault);
-std::string code(Fault fault); // "T012"
-Severity severity(Fault fault);
 
 struct Diagnostic {
     struct Note {
@@ -84,8 +16,8 @@ struct Diagnostic {
         std::string text;
     };
 
-    Fault fault;
-    Severity severity;
+    const Fault *fault;
+    Severity severity; // an error may be made of a warning
     Span span;
     std::string message;
     std::vector<Note> notes;
@@ -107,9 +39,9 @@ class Diagnostics {
 public:
     // The result is good until the next report.
     template <typename... Args>
-    Diagnostic &report(Fault fault, Span span, const Args &...args) {
-        std::string message = fmt::vformat(entry(fault).message, fmt::make_format_args(args...));
-        found_.push_back({fault, severity(fault), span, std::move(message), {}, {}});
+    Diagnostic &report(const Fault &fault, Span span, const Args &...args) {
+        std::string message = fmt::vformat(fault.message(), fmt::make_format_args(args...));
+        found_.push_back({&fault, fault.severity(), span, std::move(message), {}, {}});
         return found_.back();
     }
 

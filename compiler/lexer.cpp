@@ -86,7 +86,7 @@ private:
         std::string_view digits = text_.substr(begin, at_ - begin);
         const bool malformed = digits.find_first_not_of("0123456789") != std::string_view::npos;
         if (malformed) {
-            faults_.report(Fault::MalformedNumber, span(begin), digits);
+            faults_.report(fault::malformed_number, span(begin), digits);
         }
         add(TokenKind::Number, span(begin), malformed);
     }
@@ -98,7 +98,7 @@ private:
         if (ends) {
             ++at_;
         } else {
-            faults_.report(Fault::UnterminatedString, span(begin));
+            faults_.report(fault::unterminated_string, span(begin));
         }
         add(TokenKind::String, span(begin), !ends);
     }
@@ -112,11 +112,11 @@ private:
         if (!doc && !file_doc) {
             result_.comments.push_back(trimmed(begin));
         } else if (!starts_line_) {
-            faults_.report(Fault::MisplacedDoc, trimmed(begin), "documentation stands on a line of its own")
+            faults_.report(fault::misplaced_doc, trimmed(begin), "documentation stands on a line of its own")
                 .help("put it before what it documents, or write '//' for a remark");
         } else if (file_doc && !result_.tokens.empty() && result_.tokens.back().kind != TokenKind::FileDoc) {
             faults_
-                .report(Fault::MisplacedDoc, trimmed(begin), "'//!' lines stand at the top of the file only")
+                .report(fault::misplaced_doc, trimmed(begin), "'//!' lines stand at the top of the file only")
                 .help("'///' documents a declaration or a member");
         } else {
             add(doc ? TokenKind::Doc : TokenKind::FileDoc, trimmed(begin));
@@ -128,7 +128,7 @@ private:
         const size_t begin = at_;
         const size_t end = text_.find("*/", begin + 2);
         at_ = end != std::string_view::npos ? end + 2 : std::min(text_.find('\n', begin), text_.size());
-        faults_.report(Fault::UnexpectedCharacter, span(begin, begin + 2), "/*")
+        faults_.report(fault::unexpected_character, span(begin, begin + 2), "/*")
             .help("a remark begins with '//' and ends with its line");
     }
 
@@ -143,7 +143,7 @@ private:
         skip_while([](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; });
         std::string_view character = text_.substr(begin, at_ - begin);
         bool printable = static_cast<unsigned char>(character[0]) >= 0x20 && character[0] != 0x7F;
-        Diagnostic &fault = faults_.report(Fault::UnexpectedCharacter, span(begin),
+        Diagnostic &fault = faults_.report(fault::unexpected_character, span(begin),
                                            printable ? character : "control character");
         if (character == ";") {
             fault.help("nothing ends a line here: leave it out");

@@ -71,7 +71,7 @@ private:
             const fs::path path = find(file, import.path.text);
             if (path.empty()) {
                 program_.units[file].syntax.imports_found = false;
-                faults_.report(Fault::ImportNotFound, import.path.span, import.path.text)
+                faults_.report(fault::import_not_found, import.path.span, import.path.text)
                     .help("the path starts at this file's directory, at one that -I gives, or at the "
                           "library's schema: \"common/session.tlv\"");
                 continue;
@@ -89,7 +89,7 @@ private:
         }
         for (const auto &cycle : find_cycles(files, edges_)) {
             const auto &first = cycle.front();
-            Diagnostic &fault = faults_.report(Fault::CircularImport, first.span, sources_.path(first.from));
+            Diagnostic &fault = faults_.report(fault::circular_import, first.span, sources_.path(first.from));
             for (size_t i = 1; i < cycle.size(); ++i) {
                 fault.note(cycle[i].span, fmt::format("imported from '{}'", sources_.path(cycle[i].from)));
             }
@@ -108,11 +108,11 @@ private:
             }
             Span start{file, 0, 0};
             if (std::string_view reason = why_no_family_name(unit.family); !reason.empty()) {
-                faults_.report(Fault::FamilyName, start, unit.family, reason);
+                faults_.report(fault::family_name, start, unit.family, reason);
             }
             auto [first, is_new] = first_of_family.try_emplace(unit.family, file);
             if (!is_new) {
-                faults_.report(Fault::FamilySplit, start, unit.family)
+                faults_.report(fault::family_split, start, unit.family)
                     .note({first->second, 0, 0}, "the other directory is this file's");
             }
         }

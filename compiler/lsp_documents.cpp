@@ -58,7 +58,7 @@ Json diagnostic(const Documents &documents, const Analysis &analysis, const Diag
     }
     return {{"range", range(analysis.sources, fault.span)},
             {"severity", 1},
-            {"code", code(fault.fault)},
+            {"code", fault.fault->code},
             {"source", "tlvc"},
             {"message", std::move(message)},
             {"relatedInformation", std::move(notes)}};

@@ -165,8 +165,8 @@ int compare_schemas(const Options &options) try {
 // What there is to say of each code, with the title in the first line.
 Candidates explanations() {
     Candidates all;
-    for (const CatalogueEntry &each : catalogue()) {
-        all.emplace_back(code(each.fault), render(each));
+    for (const Fault *each : fault::all) {
+        all.emplace_back(each->code, render(*each));
     }
     for (const Rule *rule : rules) {
         all.emplace_back(rule->code, render(*rule));

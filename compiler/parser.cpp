@@ -85,7 +85,7 @@ private:
     }
     Diagnostic &unexpected(std::string_view wanted) {
         sound_ = false;
-        return faults_.report(Fault::UnexpectedToken, peek().span, wanted, found());
+        return faults_.report(fault::unexpected_token, peek().span, wanted, found());
     }
     const Token &expect(TokenKind kind, std::string_view wanted) {
         if (!at(kind)) {
@@ -189,7 +189,7 @@ private:
 
     void documents_nothing(const Doc &doc) {
         if (!doc.lines.empty()) {
-            faults_.report(Fault::MisplacedDoc, doc.span, "nothing follows that it could document");
+            faults_.report(fault::misplaced_doc, doc.span, "nothing follows that it could document");
         }
     }
 
@@ -212,7 +212,7 @@ private:
         const bool others_found = std::exchange(result_.imports_found, false);
         const Token &path = expect(TokenKind::String, "the path of a file in quotes");
         if (!result_.declarations.empty()) {
-            faults_.report(Fault::LateImport, since(start));
+            faults_.report(fault::late_import, since(start));
         }
         if (!path.faulty) {
             std::string_view quoted = text(path);
@@ -356,7 +356,7 @@ private:
             if (at(TokenKind::End) || at_declaration_in_body()) {
                 doc(TokenKind::Doc); // belongs to the declaration, which is what to show
                 sound_ = false;
-                faults_.report(Fault::UnclosedBody, peek().span, found())
+                faults_.report(fault::unclosed_body, peek().span, found())
                     .note(lexed_.tokens[start].span,
                           fmt::format("the body of '{}' begins here", result.name.text));
                 break;

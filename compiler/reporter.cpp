@@ -28,7 +28,7 @@ public:
         std::string out = fmt::format("{}: {}: {}\n", paint(bold, place(fault.span)),
 
                                       paint(fault.severity == Severity::Error ? red : yellow,
-                                            fmt::format("{}[{}]", word(fault.severity), code(fault.fault))),
+                                            fmt::format("{}[{}]", word(fault.severity), fault.fault->code)),
                                       paint(bold, fault.message));
         out += excerpt(fault.span);
         for (const Diagnostic::Note &note : fault.notes) {
@@ -102,7 +102,7 @@ std::string render_json(const Diagnostics &faults, const Sources &sources) {
     Json all = Json::array();
     for (const Diagnostic &fault : faults.in_file_order()) {
         Json &json = all.emplace_back(json_place(fault.span, sources));
-        json["code"] = code(fault.fault);
+        json["code"] = fault.fault->code;
         json["severity"] = word(fault.severity);
         json["message"] = fault.message;
         json["help"] = fault.helps.empty() ? Json() : Json(fmt::format("{}", fmt::join(fault.helps, "; ")));
@@ -114,9 +114,9 @@ std::string render_json(const Diagnostics &faults, const Sources &sources) {
     return all.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; // texts may be no UTF-8
 }
 
-std::string render(const CatalogueEntry &entry) {
-    std::string text = fmt::format("{}: {}\n\n{}\n", code(entry.fault), entry.title, entry.explanation);
-    if (entry.fault == Fault::UnknownAttribute || entry.fault == Fault::MisplacedAttribute) {
+std::string render(const Fault &fault) {
+    std::string text = fmt::format("{}: {}\n\n{}\n", fault.code, fault.title(), fault.explanation());
+    if (&fault == &fault::unknown_attribute || &fault == &fault::misplaced_attribute) {
         for (const Attribute *each : attributes) {
             text += fmt::format("\n    @{}, for {}:\n        {}\n", each->name, each->place, each->reason);
         }

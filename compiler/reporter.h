@@ -11,6 +11,6 @@ std::string render(const Diagnostics &faults, const Sources &sources, bool colou
 std::string render_json(const Diagnostics &faults, const Sources &sources);
 
 // What `tlvc explain` prints.
-std::string render(const CatalogueEntry &entry);
+std::string render(const Fault &fault);
 
 } // namespace tlvc

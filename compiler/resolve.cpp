@@ -100,12 +100,12 @@ private:
 
     void duplicate(const Declaration &syntax, const Type &first) {
         if (first.family == nullptr) {
-            faults_.report(Fault::DuplicateName, syntax.name.span, syntax.name.text)
+            faults_.report(fault::duplicate_name, syntax.name.span, syntax.name.text)
                 .help("it is a scalar type that every file knows");
             return;
         }
         const bool newer = result_.is_newer(syntax.name.span, first.span);
-        faults_.report(Fault::DuplicateName, newer ? syntax.name.span : first.span, syntax.name.text)
+        faults_.report(fault::duplicate_name, newer ? syntax.name.span : first.span, syntax.name.text)
             .note(newer ? first.span : syntax.name.span, "first declared here");
     }
 
@@ -149,7 +149,7 @@ private:
     }
 
     void undefined(const syntax::Name &name) {
-        Diagnostic &fault = faults_.report(Fault::UndefinedType, name.span, name.text);
+        Diagnostic &fault = faults_.report(fault::undefined_type, name.span, name.text);
         if (std::string instead = instead_of(name.text); !instead.empty()) {
             fault.help(std::move(instead));
             return;
@@ -164,7 +164,7 @@ private:
     void not_imported(const syntax::Name &name, const Type &type) {
         const std::filesystem::path &there = program_.units[type.span.file].canonical;
         std::filesystem::path here = program_.units[name.span.file].canonical.parent_path();
-        faults_.report(Fault::TypeNotImported, name.span, name.text)
+        faults_.report(fault::type_not_imported, name.span, name.text)
             .note(type.span, "it is declared here")
             .help(fmt::format("add: import \"{}\"", there.lexically_relative(here).generic_string()));
     }
@@ -285,7 +285,7 @@ private:
             }
         }
         ++missing_;
-        faults_.report(Fault::UnknownEnumerator, value.span, value.name, selector->name)
+        faults_.report(fault::unknown_enumerator, value.span, value.name, selector->name)
             .suggest(value.name, candidates)
             .note(selector->span, "it is declared here");
         return 0;

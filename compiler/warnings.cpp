@@ -15,7 +15,7 @@ void check_array(const Type &type, Diagnostics &warnings) {
     const uint64_t item = whole_elements ? type.element->max_size : type.element->scalar->width;
     const uint64_t full = wire::array_prefix + type.capacity * item;
     if (full > wire::largest_element) {
-        warnings.report(Fault::ArrayNeverFull, type.span, type.name, full, wire::largest_element)
+        warnings.report(fault::array_never_full, type.span, type.name, full, wire::largest_element)
             .help(fmt::format("a capacity of {} always fits",
                               (wire::largest_element - wire::array_prefix) / item));
     }
@@ -36,10 +36,10 @@ void find_warnings(const Schema &schema, Diagnostics &warnings) {
         }
         check_array(type, warnings);
         if (type.kind == Kind::Enumeration && !used.contains(&type)) {
-            warnings.report(Fault::UnusedEnumeration, type.span, type.name);
+            warnings.report(fault::unused_enumeration, type.span, type.name);
         }
         if (type.doc.empty()) {
-            warnings.report(Fault::UndocumentedType, type.span, type.name);
+            warnings.report(fault::undocumented_type, type.span, type.name);
         }
     }
 }

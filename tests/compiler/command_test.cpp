@@ -235,11 +235,11 @@ TEST(CommandLine, compare_exits_as_diff_does) {
 }
 
 TEST(CommandLine, explain_knows_every_code) {
-    for (const CatalogueEntry &each : catalogue()) {
-        Command run("explain " + code(each.fault));
+    for (const Fault *each : fault::all) {
+        Command run("explain " + std::string(each->code));
         EXPECT_EQ(run.exit_code, 0);
-        EXPECT_TRUE(run.says(code(each.fault) + ": " + std::string(each.title)) &&
-                    run.says(std::string(each.explanation)));
+        EXPECT_TRUE(run.says(fmt::format("{}: {}", each->code, each->title())) &&
+                    run.says(std::string(each->explanation())));
     }
     for (const Rule *each : rules) {
         EXPECT_TRUE(Command("explain " + std::string(each->code))

@@ -47,7 +47,7 @@ struct Compiled {
     std::vector<std::string> codes() const {
         std::vector<std::string> result;
         for (const Diagnostic &fault : faults.in_file_order()) {
-            result.push_back(code(fault.fault));
+            result.emplace_back(fault.fault->code);
         }
         return result;
     }
