@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <numeric>
 
 namespace tlvc {
 
@@ -52,10 +53,8 @@ private:
 
     // Whatever the order in which the files were named.
     std::vector<uint32_t> files_in_schema_order() const {
-        std::vector<uint32_t> files;
-        for (uint32_t file = 0; file < program_.units.size(); ++file) {
-            files.push_back(file);
-        }
+        std::vector<uint32_t> files(program_.units.size());
+        std::iota(files.begin(), files.end(), 0);
         auto key = [this](uint32_t file) {
             const Unit &unit = program_.units[file];
             return std::pair(unit.family, unit.canonical.filename());
@@ -89,6 +88,10 @@ private:
         type.section = &section;
         type.span = syntax.name.span;
         type.sound = syntax.sound;
+        for (const syntax::Enumerator &each : syntax.enumerators) {
+            type.enumerators.push_back({std::string(each.name.text), static_cast<uint32_t>(each.value.value),
+                                        each.doc.lines, each.name.span});
+        }
         auto [first, is_new] = types_.try_emplace(syntax.name.text, &type);
         if (!is_new) {
             type.sound = false;
@@ -169,120 +172,71 @@ private:
             .help(fmt::format("add: import \"{}\"", there.lexically_relative(here).generic_string()));
     }
 
+    // What a form does not have is empty in its syntax, and finds nothing.
     void link(const Declared &declared) {
         const Declaration &syntax = *declared.syntax;
         Type &type = *declared.type;
-        switch (syntax.form) {
-        case Form::Enumeration:
-            type.kind = Kind::Enumeration;
-            type.tag = static_cast<uint16_t>(syntax.number.value);
-            link_enumerators(syntax, type);
-            break;
-        case Form::Structure:
-            type.kind = Kind::Structure;
-            type.tag = static_cast<uint16_t>(syntax.number.value);
-            link_members(syntax, type);
-            break;
-        case Form::Message:
-            type.kind = Kind::Message;
-            link_members(syntax, type);
-            break;
-        case Form::Array:
-            type.element = find(syntax.element);
-            type.kind = is_packable(type.element) ? Kind::PackedArray : Kind::ElementArray;
-            link_bounded(syntax, type);
-            break;
-        case Form::Bytes:
-            type.element = types_.at("uint8");
-            type.kind = Kind::ByteArray;
-            link_bounded(syntax, type);
-            break;
-        case Form::DynamicArray:
-            type.element = find(syntax.element);
-            type.kind = Kind::DynamicElements;
-            link_dynamic(syntax, type);
-            break;
-        case Form::DynamicBytes:
-            type.element = types_.at("uint8");
-            type.kind = Kind::DynamicBytes;
-            link_dynamic(syntax, type);
-            break;
-        case Form::Union:
-            type.kind = Kind::Union;
-            link_union(syntax, type);
-            break;
-        }
-    }
-
-    static bool is_packable(const Type *element) {
-        return element != nullptr && element->scalar != nullptr && element->scalar->width > 1;
-    }
-
-    void link_bounded(const Declaration &syntax, Type &type) {
-        type.tag = wire::array_tag;
-        type.count = types_.at("uint16");
-        type.capacity = static_cast<uint32_t>(syntax.number.value);
-    }
-
-    void link_dynamic(const Declaration &syntax, Type &type) {
-        type.tag = wire::array_tag;
-        type.count = find(syntax.count);
-    }
-
-    static void link_enumerators(const Declaration &syntax, Type &type) {
-        for (const syntax::Enumerator &written : syntax.enumerators) {
-            type.enumerators.push_back({std::string(written.name.text),
-                                        static_cast<uint32_t>(written.value.value), written.doc.lines,
-                                        written.name.span});
-        }
-    }
-
-    void link_members(const Declaration &syntax, Type &type) {
-        for (const syntax::Member &written : syntax.members) {
-            Member member;
-            member.name = written.name.text;
-            member.type = find(written.type);
-            member.doc = written.doc.lines;
-            member.zero_count = has_attribute(written, zero_count);
-            member.span = written.name.span;
-            type.members.push_back(std::move(member));
-        }
-    }
-
-    void link_union(const Declaration &syntax, Type &type) {
+        const bool bounded = syntax.form == Form::Array || syntax.form == Form::Bytes;
+        const bool bytes = syntax.form == Form::Bytes || syntax.form == Form::DynamicBytes;
+        type.element = bytes ? types_.at("uint8") : find(syntax.element);
+        type.kind = kind_of(syntax.form, type.element);
+        type.count = bounded ? types_.at("uint16") : find(syntax.count);
+        type.capacity = bounded ? static_cast<uint32_t>(syntax.number.value) : 0;
+        type.tag = is_array(type) ? wire::array_tag : static_cast<uint16_t>(syntax.number.value);
         type.selector = find(syntax.selector);
         type.selector_name = syntax.selector_name.text;
         type.enclosing = syntax.enclosing ? find(*syntax.enclosing) : nullptr;
         for (const syntax::Member &written : syntax.members) {
-            Alternative alternative;
-            for (const syntax::Value &value : written.values) {
-                alternative.values.push_back(value.name.empty() ? static_cast<uint32_t>(value.number)
-                                                                : enumerator(value, type.selector));
+            if (type.kind == Kind::Union) {
+                type.alternatives.push_back(alternative(written, type.selector));
+            } else {
+                type.members.push_back(member(written));
             }
-            alternative.name = written.name.text;
-            alternative.type = find(written.type);
-            alternative.doc = written.doc.lines;
-            alternative.end_by_length = has_attribute(written, end_by_length);
-            alternative.span = written.name.span;
-            type.alternatives.push_back(std::move(alternative));
         }
     }
 
-    // Enumerations may be declared behind the union, so their enumerators are looked up as written.
+    static Kind kind_of(Form form, const Type *element) {
+        constexpr Kind kinds[] = {Kind::Enumeration,  Kind::Structure, Kind::Message,
+                                  Kind::ElementArray, Kind::ByteArray, Kind::DynamicElements,
+                                  Kind::DynamicBytes, Kind::Union};
+        const bool packed = element != nullptr && element->scalar != nullptr && element->scalar->width > 1;
+        return form == Form::Array && packed ? Kind::PackedArray : kinds[static_cast<size_t>(form)];
+    }
+
+    Member member(const syntax::Member &written) {
+        Member member;
+        member.name = written.name.text;
+        member.type = find(written.type);
+        member.doc = written.doc.lines;
+        member.zero_count = has_attribute(written, zero_count);
+        member.span = written.name.span;
+        return member;
+    }
+
+    Alternative alternative(const syntax::Member &written, const Type *selector) {
+        Alternative alternative;
+        for (const syntax::Value &value : written.values) {
+            alternative.values.push_back(value.name.empty() ? static_cast<uint32_t>(value.number)
+                                                            : enumerator(value, selector));
+        }
+        alternative.name = written.name.text;
+        alternative.type = find(written.type);
+        alternative.doc = written.doc.lines;
+        alternative.end_by_length = has_attribute(written, end_by_length);
+        alternative.span = written.name.span;
+        return alternative;
+    }
+
     uint32_t enumerator(const syntax::Value &value, const Type *selector) {
         if (selector == nullptr || !selector->sound || !certain_) {
             return 0; // a fault already
         }
-        const auto declared = std::find_if(result_.declared.begin(), result_.declared.end(),
-                                           [&](const Declared &each) { return each.type == selector; });
         std::vector<std::string_view> candidates;
-        if (declared != result_.declared.end()) {
-            for (const syntax::Enumerator &each : declared->syntax->enumerators) {
-                if (each.name.text == value.name) {
-                    return static_cast<uint32_t>(each.value.value);
-                }
-                candidates.push_back(each.name.text);
+        for (const Enumerator &each : selector->enumerators) {
+            if (each.name == value.name) {
+                return each.value;
             }
+            candidates.push_back(each.name);
         }
         ++missing_;
         faults_.report(fault::unknown_enumerator, value.span, value.name, selector->name)
