@@ -15,26 +15,15 @@ constexpr std::string_view indent = "    ";
 
 enum class Gap { None, AsWritten, One };
 
-std::string_view keyword(Form form) {
-    switch (form) {
-    case Form::Enumeration:
-        return "enum";
-    case Form::Structure:
-        return "struct";
-    case Form::Message:
-        return "message";
-    case Form::Array:
-        return "array";
-    case Form::Bytes:
-        return "bytes";
-    case Form::DynamicArray:
-    case Form::DynamicBytes:
-        return "dynamic";
-    case Form::Union:
-        return "union";
-    }
-    return "";
-}
+// In the order of the forms.
+constexpr std::string_view headers[] = {"enum {name} = {number}",
+                                        "struct {name} = {number}",
+                                        "message {name}",
+                                        "array {name} of {element}[{number}]",
+                                        "bytes {name}[{number}]",
+                                        "dynamic array {name} of {element} counted by {count}",
+                                        "dynamic bytes {name} counted by {count}",
+                                        "union {name} by {selector} {selector_name}"};
 
 class Formatter {
 public:
@@ -48,9 +37,10 @@ public:
             gap = Gap::AsWritten;
         }
         for (const Declaration &declaration : file_.declarations) {
-            declare(declaration, &declaration == &file_.declarations.front() ? first_gap(gap) : Gap::One);
+            const bool opens_file = &declaration == &file_.declarations.front() && file_.imports.empty();
+            declare(declaration, opens_file ? gap : Gap::One);
         }
-        remaining_comments(static_cast<uint32_t>(sources_.text(file_.file).size()), Gap::AsWritten, "");
+        comments_before(static_cast<uint32_t>(sources_.text(file_.file).size()), Gap::AsWritten, "");
         return std::move(out_);
     }
 
@@ -63,14 +53,13 @@ private:
         documentation(file_.doc, "//!", "");
         return Gap::One;
     }
-    Gap first_gap(Gap gap) const { return file_.imports.empty() ? gap : Gap::One; }
 
     // Declarations
 
     void declare(const Declaration &declaration, Gap gap) {
-        std::string single = single_line(declaration);
-        bool grouped =
-            !single.empty() && declaration.doc.lines.empty() && last_single_ == keyword(declaration.form);
+        const std::string single = single_line(declaration);
+        const std::string keyword = declaration.doc.lines.empty() ? single.substr(0, single.find(' ')) : "";
+        const bool grouped = !keyword.empty() && keyword == last_single_;
         uint32_t header_end = declaration.has_body() ? declaration.body.begin : declaration.span.end;
         lead(declaration.doc, "", declaration.span, header_end, grouped ? Gap::AsWritten : gap);
         if (single.empty()) {
@@ -78,33 +67,16 @@ private:
         } else {
             line(single, declaration.span.end);
         }
-        bool groups = !single.empty() && declaration.doc.lines.empty();
-        last_single_ = groups ? keyword(declaration.form) : "";
+        last_single_ = keyword;
     }
 
     std::string header(const Declaration &d) const {
-        std::string result = fmt::format("{} ", keyword(d.form));
-        switch (d.form) {
-        case Form::Enumeration:
-        case Form::Structure:
-            return result + fmt::format("{} = {}", d.name.text, sources_.text(d.number.span));
-        case Form::Message:
-            return result + std::string(d.name.text);
-        case Form::Array:
-            return result +
-                   fmt::format("{} of {}[{}]", d.name.text, d.element.text, sources_.text(d.number.span));
-        case Form::Bytes:
-            return result + fmt::format("{}[{}]", d.name.text, sources_.text(d.number.span));
-        case Form::DynamicArray:
-            return result +
-                   fmt::format("array {} of {} counted by {}", d.name.text, d.element.text, d.count.text);
-        case Form::DynamicBytes:
-            return result + fmt::format("bytes {} counted by {}", d.name.text, d.count.text);
-        case Form::Union:
-            result += fmt::format("{} by {} {}", d.name.text, d.selector.text, d.selector_name.text);
-            return d.enclosing ? result + fmt::format(" in {}", d.enclosing->text) : result;
-        }
-        return result;
+        const std::string result =
+            fmt::format(fmt::runtime(headers[static_cast<size_t>(d.form)]), fmt::arg("name", d.name.text),
+                        fmt::arg("number", sources_.text(d.number.span)), fmt::arg("element", d.element.text),
+                        fmt::arg("count", d.count.text), fmt::arg("selector", d.selector.text),
+                        fmt::arg("selector_name", d.selector_name.text));
+        return d.enclosing ? fmt::format("{} in {}", result, d.enclosing->text) : result;
     }
 
     // An enumerator, a member or an alternative.
@@ -170,7 +142,7 @@ private:
             line(std::string(indent) + entry.aligned, entry.span.end);
             gap = Gap::AsWritten;
         }
-        remaining_comments(declaration.body.end, gap, indent);
+        comments_before(declaration.body.end, gap, indent);
         line("}", declaration.span.end);
     }
 
@@ -267,10 +239,6 @@ private:
         return gap;
     }
 
-    void remaining_comments(uint32_t end, Gap gap, std::string_view indentation) {
-        comments_before(end, gap, indentation);
-    }
-
     void documentation(const Doc &doc, std::string_view slashes, std::string_view indentation) {
         for (const std::string &text : doc.lines) {
             out_ += fmt::format("{}{}{}{}\n", indentation, slashes, text.empty() ? "" : " ", text);
@@ -321,9 +289,8 @@ private:
     const File &file_;
     const Sources &sources_;
     std::string out_;
-    size_t next_ = 0; // the first remark that is not yet written
-    std::string_view
-        last_single_; // the keyword of the declaration before, if it takes one line and has no doc
+    size_t next_ = 0;         // the first remark that is not yet written
+    std::string last_single_; // the keyword of the declaration before, if it takes one line and has no doc
 };
 
 } // namespace

@@ -42,7 +42,9 @@ private:
     using Rule = void (Parser::*)(Declaration &);
     struct Keyword {
         std::string_view word;
-        Rule rule;
+        Form form;
+        std::string_view wanted; // the name behind the word; empty if it comes later
+        Rule rest;
     };
     static const std::array<Keyword, 7> keywords;
 
@@ -232,7 +234,11 @@ private:
                 no_declaration(result);
             }
             take();
-            (this->*keyword->rule)(result);
+            result.form = keyword->form;
+            if (!keyword->wanted.empty()) {
+                result.name = name(keyword->wanted);
+            }
+            (this->*keyword->rest)(result);
         } catch (const Unreadable &) {
             finish(result, start);
             throw;
@@ -264,46 +270,39 @@ private:
         throw Unreadable();
     }
 
-    void enumeration(Declaration &result) {
-        result.form = Form::Enumeration;
-        result.name = name("the name of the enumeration");
+    void tag(Declaration &result) {
         expect(TokenKind::Equals, "'=' and the tag");
         result.number = number("the tag");
+    }
+
+    void enumeration(Declaration &result) {
+        tag(result);
         if (at(TokenKind::LeftBrace)) {
-            body(result, &Parser::enumerator);
+            body(result);
         }
     }
 
     void structure(Declaration &result) {
-        result.form = Form::Structure;
-        result.name = name("the name of the structure");
-        expect(TokenKind::Equals, "'=' and the tag");
-        result.number = number("the tag");
-        body(result, &Parser::member);
+        tag(result);
+        body(result);
     }
 
     void message(Declaration &result) {
-        result.form = Form::Message;
-        result.name = name("the name of the message");
         if (at(TokenKind::Equals) && peek(1).kind == TokenKind::Number) {
             unexpected("'{'").help(fmt::format("a message has no tag: leave out '= {}'", text(peek(1))));
             take();
             take();
         }
-        body(result, &Parser::member);
+        body(result);
+    }
+
+    void elements(Declaration &result) {
+        expect_word("of");
+        result.element = name("the type of the elements");
     }
 
     void array(Declaration &result) {
-        result.form = Form::Array;
-        result.name = name("the name of the array");
-        expect_word("of");
-        result.element = name("the type of the elements");
-        capacity(result);
-    }
-
-    void bytes(Declaration &result) {
-        result.form = Form::Bytes;
-        result.name = name("the name of the byte array");
+        elements(result);
         capacity(result);
     }
 
@@ -314,19 +313,16 @@ private:
     }
 
     void dynamic(Declaration &result) {
-        if (at_word("array")) {
-            take();
-            result.form = Form::DynamicArray;
-            result.name = name("the name of the array");
-            expect_word("of");
-            result.element = name("the type of the elements");
-        } else if (at_word("bytes")) {
-            take();
-            result.form = Form::DynamicBytes;
-            result.name = name("the name of the byte array");
-        } else {
+        if (!at_word("array") && !at_word("bytes")) {
             unexpected("'array' or 'bytes'");
             throw Unreadable();
+        }
+        if (text(take()) == "array") {
+            result.name = name("the name of the array");
+            elements(result);
+        } else {
+            result.form = Form::DynamicBytes;
+            result.name = name("the name of the byte array");
         }
         expect_word("counted");
         expect_word("by");
@@ -334,8 +330,6 @@ private:
     }
 
     void union_(Declaration &result) {
-        result.form = Form::Union;
-        result.name = name("the name of the union");
         expect_word("by");
         result.selector = name("the enumeration that selects");
         result.selector_name = name("the name of the selector");
@@ -343,13 +337,10 @@ private:
             take();
             result.enclosing = name("the structure that holds the union");
         }
-        body(result, &Parser::alternative);
+        body(result);
     }
 
-    // What a body consists of; the documentation, read already, begins at `start`.
-    using Entry = void (Parser::*)(Declaration &, size_t start, Doc);
-
-    void body(Declaration &result, Entry entry) {
+    void body(Declaration &result) {
         size_t start = at_;
         expect(TokenKind::LeftBrace, "'{'");
         while (!take_if(TokenKind::RightBrace)) {
@@ -361,19 +352,21 @@ private:
                           fmt::format("the body of '{}' begins here", result.name.text));
                 break;
             }
-            entry_or_recover(result, entry);
+            entry_or_recover(result);
         }
         result.body = since(start);
     }
 
-    void entry_or_recover(Declaration &result, Entry entry) {
+    void entry_or_recover(Declaration &result) {
         size_t start = at_;
         try {
             Doc documentation = doc(TokenKind::Doc);
             if (at(TokenKind::RightBrace) || at(TokenKind::End)) {
                 documents_nothing(documentation);
+            } else if (result.form == Form::Enumeration) {
+                enumerator(result, start, std::move(documentation));
             } else {
-                (this->*entry)(result, start, std::move(documentation));
+                member(result, start, std::move(documentation));
             }
         } catch (const Unreadable &) {
             skip_to_member(start);
@@ -393,29 +386,9 @@ private:
     void member(Declaration &result, size_t start, Doc documentation) {
         Member member;
         member.doc = std::move(documentation);
-        type_and_name(result, member, start);
-    }
-
-    void alternative(Declaration &result, size_t start, Doc documentation) {
-        Member alternative;
-        alternative.doc = std::move(documentation);
-        do {
-            alternative.values.push_back(value());
-        } while (take_if(TokenKind::Comma));
-        expect(TokenKind::Colon, "':' behind the value");
-        type_and_name(result, alternative, start);
-    }
-
-    Value value() {
-        if (at(TokenKind::Name)) {
-            const Token &token = take();
-            return {text(token), 0, token.span};
+        if (result.form == Form::Union) {
+            values(member);
         }
-        const Number number = this->number("the value of an alternative, or its name");
-        return {{}, number.value, number.span};
-    }
-
-    void type_and_name(Declaration &result, Member &member, size_t start) {
         member.type = type();
         member.name = name("the name of the member");
         if (at(TokenKind::LeftBracket)) {
@@ -426,6 +399,19 @@ private:
         }
         member.span = since(start);
         result.members.push_back(std::move(member));
+    }
+
+    void values(Member &alternative) {
+        do {
+            if (at(TokenKind::Name)) {
+                const Name enumerator = name("");
+                alternative.values.push_back({enumerator.text, 0, enumerator.span});
+            } else {
+                const Number number = this->number("the value of an alternative, or its name");
+                alternative.values.push_back({{}, number.value, number.span});
+            }
+        } while (take_if(TokenKind::Comma));
+        expect(TokenKind::Colon, "':' behind the value");
     }
 
     // What C writes in several words is one name, which nothing has.
@@ -468,13 +454,13 @@ private:
 };
 
 const std::array<Parser::Keyword, 7> Parser::keywords = {{
-    {"enum", &Parser::enumeration},
-    {"struct", &Parser::structure},
-    {"message", &Parser::message},
-    {"array", &Parser::array},
-    {"bytes", &Parser::bytes},
-    {"dynamic", &Parser::dynamic},
-    {"union", &Parser::union_},
+    {"enum", Form::Enumeration, "the name of the enumeration", &Parser::enumeration},
+    {"struct", Form::Structure, "the name of the structure", &Parser::structure},
+    {"message", Form::Message, "the name of the message", &Parser::message},
+    {"array", Form::Array, "the name of the array", &Parser::array},
+    {"bytes", Form::Bytes, "the name of the byte array", &Parser::capacity},
+    {"dynamic", Form::DynamicArray, "", &Parser::dynamic},
+    {"union", Form::Union, "the name of the union", &Parser::union_},
 }};
 
 } // namespace
