@@ -17,8 +17,6 @@ using syntax::Name;
 constexpr uint64_t highest_capacity = 65535;
 constexpr uint64_t highest_value = std::numeric_limits<uint32_t>::max();
 
-bool needs_body(Form form) { return form == Form::Structure || form == Form::Message || form == Form::Union; }
-
 void check_tag_range(const Declared &declared, Diagnostics &faults) {
     const auto &[syntax, type] = declared;
     const uint64_t tag = syntax->number.value;
@@ -54,8 +52,7 @@ void check_keywords(const Declared &declared, Diagnostics &faults) {
 
 void check_not_empty(const Declared &declared, Diagnostics &faults) {
     const syntax::Declaration &syntax = *declared.syntax;
-    const bool empty = syntax.members.empty() && syntax.enumerators.empty();
-    if (empty && (needs_body(syntax.form) || syntax.has_body())) {
+    if (syntax.has_body() && syntax.members.empty() && syntax.enumerators.empty()) {
         faults.report(fault::empty_body, syntax.name.span, syntax.name.text);
     }
 }
@@ -100,7 +97,7 @@ void check_names_of_numbers(const Declared &declared, Diagnostics &faults) {
     const std::vector<NamedField> fields = named_fields(declared);
     std::map<std::string, const Type *> numbers;
     for (const NamedField &field : fields) {
-        if (field.type->kind == Kind::Scalar || field.type->kind == Kind::Enumeration) {
+        if (is_number(*field.type)) {
             numbers.emplace(names::record(*field.type), field.type);
         }
     }

@@ -32,15 +32,10 @@ Used used_names(const Resolution &resolution) {
     Used used;
     for (const auto &[syntax, type] : resolution.declared) {
         used.try_emplace(type->name, type->span);
-        for (const Member &member : type->members) {
-            used.try_emplace(member.name, member.span);
+        for (const syntax::Member &member : syntax->members) {
+            used.try_emplace(member.name.text, member.name.span);
         }
-        for (const Alternative &alternative : type->alternatives) {
-            used.try_emplace(alternative.name, alternative.span);
-        }
-        if (type->kind == Kind::Union) {
-            used.try_emplace(type->selector_name, syntax->selector_name.span);
-        }
+        used.try_emplace(syntax->selector_name.text, syntax->selector_name.span); // empty for most
     }
     return used;
 }

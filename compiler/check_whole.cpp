@@ -27,53 +27,41 @@ void check_distinct_tags(const Resolution &resolution, Diagnostics &faults) {
     }
 }
 
-void check_type_cycles(const Resolution &resolution, Diagnostics &faults) {
-    std::vector<const Type *> types;
-    std::vector<Edge<const Type *>> edges;
-    for (const Declared &declared : resolution.declared) {
-        types.push_back(declared.type);
-        for (const Reference &reference : references(*declared.type)) {
-            if (reference.held) {
-                edges.push_back({declared.type, reference.type, reference.span});
-            }
-        }
-    }
-    for (const auto &cycle : find_cycles(types, edges)) {
-        Diagnostic &fault = faults.report(fault::circular_type, cycle.front().span, cycle.front().from->name);
+template <typename Named>
+void report_cycles(const std::vector<Edge<const Named *>> &edges, const Fault &fault, std::string_view verb,
+                   Diagnostics &faults) {
+    for (const auto &cycle : find_cycles(edges)) {
+        const auto &first = cycle.front();
+        Diagnostic &report = faults.report(fault, first.span, first.from->name, first.to->name);
         for (size_t i = 1; i < cycle.size(); ++i) {
-            fault.note(cycle[i].span, fmt::format("'{}' holds '{}'", cycle[i].from->name, cycle[i].to->name));
+            report.note(cycle[i].span,
+                        fmt::format("'{}' {} '{}'", cycle[i].from->name, verb, cycle[i].to->name));
         }
     }
 }
 
-void check_family_cycles(const Resolution &resolution, Diagnostics &faults) {
-    std::vector<const Family *> families;
-    for (const Family &family : resolution.schema->families) {
-        families.push_back(&family);
-    }
-    std::vector<Edge<const Family *>> edges;
-    for (const Declared &declared : resolution.declared) {
-        for (const Reference &reference : references(*declared.type)) {
-            if (reference.type->family != declared.type->family) {
-                edges.push_back({declared.type->family, reference.type->family, reference.span});
+void check_cycles(const Resolution &resolution, Diagnostics &faults) {
+    std::vector<Edge<const Type *>> types;
+    std::vector<Edge<const Family *>> families;
+    for (const auto &[syntax, type] : resolution.declared) {
+        for (const Reference &reference : references(*type)) {
+            if (reference.held) {
+                types.push_back({type, reference.type, reference.span});
+            }
+            if (reference.type->family != type->family) {
+                families.push_back({type->family, reference.type->family, reference.span});
             }
         }
     }
-    for (const auto &cycle : find_cycles(families, edges)) {
-        Diagnostic &fault = faults.report(fault::circular_families, cycle.front().span,
-                                          cycle.front().from->name, cycle.front().to->name);
-        for (size_t i = 1; i < cycle.size(); ++i) {
-            fault.note(cycle[i].span, fmt::format("'{}' uses '{}'", cycle[i].from->name, cycle[i].to->name));
-        }
-    }
+    report_cycles(types, fault::circular_type, "holds", faults);
+    report_cycles(families, fault::circular_families, "uses", faults);
 }
 
 } // namespace
 
 void check_whole(const Resolution &resolution, Diagnostics &faults) {
     check_distinct_tags(resolution, faults);
-    check_type_cycles(resolution, faults);
-    check_family_cycles(resolution, faults);
+    check_cycles(resolution, faults);
 }
 
 void check(const Resolution &resolution, Diagnostics &faults) {

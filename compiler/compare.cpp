@@ -22,8 +22,6 @@ struct Subject {
     PartPair part;
 };
 
-bool is_number(const Type &type) { return type.kind == Kind::Scalar || type.kind == Kind::Enumeration; }
-
 // Whether documents with the old number can be read as the new one.
 bool number_fits(const Type &old, const Type &now) {
     const auto width = [](const Type &type) { return type.scalar != nullptr ? type.scalar->width : 4; };

@@ -83,11 +83,9 @@ private:
     }
 
     void check_imports() {
-        std::vector<uint32_t> files;
-        for (uint32_t file = 0; file < sources_.size(); ++file) {
-            files.push_back(file);
-        }
-        for (const auto &cycle : find_cycles(files, edges_)) {
+        std::stable_sort(edges_.begin(), edges_.end(),
+                         [](const auto &a, const auto &b) { return a.from < b.from; });
+        for (const auto &cycle : find_cycles(edges_)) {
             const auto &first = cycle.front();
             Diagnostic &fault = faults_.report(fault::circular_import, first.span, sources_.path(first.from));
             for (size_t i = 1; i < cycle.size(); ++i) {

@@ -1,5 +1,7 @@
 #include "measure.h"
 
+#include "references.h"
+
 #include <algorithm>
 #include <map>
 
@@ -40,11 +42,10 @@ public:
     }
 
     bool may_wrap(const Type &type) {
-        const auto wraps = [this](const auto &part) { return may_wrap(*part.type); };
+        const std::vector<Reference> named = references(type);
         return unbounded(type).max > UINT16_MAX ||
-               std::any_of(type.members.begin(), type.members.end(), wraps) ||
-               std::any_of(type.alternatives.begin(), type.alternatives.end(), wraps) ||
-               (is_array(type) && may_wrap(*type.element));
+               std::any_of(named.begin(), named.end(),
+                           [this](const Reference &each) { return each.held && may_wrap(*each.type); });
     }
 
 private:

@@ -143,6 +143,9 @@ struct Schema {
     std::vector<const Family *> in_order; // each after the families that it uses, otherwise by name
 };
 
+inline bool is_number(const Type &type) {
+    return type.kind == Kind::Scalar || type.kind == Kind::Enumeration;
+}
 inline bool is_array(const Type &type) { return type.count != nullptr; }
 inline bool is_dynamic(const Type &type) {
     return type.kind == Kind::DynamicElements || type.kind == Kind::DynamicBytes;
@@ -154,9 +157,7 @@ inline bool has_members(const Type &type) {
     return type.kind == Kind::Structure || type.kind == Kind::Message;
 }
 // A structure in C. Enumerations are numbers, and a union may share the record of its owner.
-inline bool has_own_record(const Type &type) {
-    return type.kind != Kind::Scalar && type.kind != Kind::Enumeration && type.enclosing == nullptr;
-}
+inline bool has_own_record(const Type &type) { return !is_number(type) && type.enclosing == nullptr; }
 inline bool has_tag(const Type &type) {
     return type.kind == Kind::Structure || type.kind == Kind::Enumeration;
 }

@@ -22,10 +22,7 @@ std::string record(const Type &type) {
     return type.enclosing != nullptr ? type.enclosing->name : type.name;
 }
 
-std::string field_type(const Type &type) {
-    const bool number = type.kind == Kind::Scalar || type.kind == Kind::Enumeration;
-    return number ? record(type) : "struct " + record(type);
-}
+std::string field_type(const Type &type) { return is_number(type) ? record(type) : "struct " + record(type); }
 
 std::string codec(const Type &type) {
     return type.scalar != nullptr ? std::string(type.scalar->codec) : type.name;

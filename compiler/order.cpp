@@ -67,20 +67,15 @@ std::vector<const Family *> used_families(const Family &family) {
 
 // Takes the first family by name whose uses have all been taken, again and again.
 std::vector<const Family *> in_order(const std::deque<Family> &families) {
-    std::vector<const Family *> left;
-    for (const Family &family : families) {
-        left.push_back(&family);
-    }
     std::vector<const Family *> result;
-    while (!left.empty()) {
-        const auto is_ready = [&](const Family *family) {
-            return std::none_of(left.begin(), left.end(), [&](const Family *other) {
-                return std::find(family->uses.begin(), family->uses.end(), other) != family->uses.end();
-            });
-        };
-        const auto next = std::find_if(left.begin(), left.end(), is_ready);
-        result.push_back(*next);
-        left.erase(next);
+    const auto is_taken = [&](const Family *family) {
+        return std::find(result.begin(), result.end(), family) != result.end();
+    };
+    const auto is_next = [&](const Family &family) {
+        return !is_taken(&family) && std::all_of(family.uses.begin(), family.uses.end(), is_taken);
+    };
+    while (result.size() < families.size()) {
+        result.push_back(&*std::find_if(families.begin(), families.end(), is_next));
     }
     return result;
 }

@@ -138,22 +138,13 @@ private:
             ++first;
         }
         const Token &third = peek(first + 2);
-        if (!at_keyword(first) || third.starts_line) {
-            return false;
-        }
-        switch (third.kind) {
-        case TokenKind::Equals:
-        case TokenKind::LeftBrace:
-        case TokenKind::LeftBracket:
-            return true;
-        case TokenKind::Name:
-            return (at_word("union", first) && at_word("by", first + 2)) ||
-                   (at_word("array", first) && at_word("of", first + 2)) ||
-                   (at_word("dynamic", first) &&
-                    (at_word("array", first + 1) || at_word("bytes", first + 1)));
-        default:
-            return false;
-        }
+        const auto reads = [&](std::string_view keyword, size_t ahead, std::string_view word) {
+            return third.kind == TokenKind::Name && at_word(keyword, first) && at_word(word, first + ahead);
+        };
+        return at_keyword(first) && !third.starts_line &&
+               (third.kind == TokenKind::Equals || third.kind == TokenKind::LeftBrace ||
+                third.kind == TokenKind::LeftBracket || reads("union", 2, "by") || reads("array", 2, "of") ||
+                reads("dynamic", 1, "array") || reads("dynamic", 1, "bytes"));
     }
 
     // The faulty declaration's own keyword is behind already, so this does not stay where it is.

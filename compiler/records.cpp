@@ -1,5 +1,9 @@
 #include "records.h"
 
+#include "references.h"
+
+#include <fmt/format.h>
+
 #include <algorithm>
 
 namespace tlvc {
@@ -42,23 +46,17 @@ std::vector<Field> fields_of_members(const Type &owner) {
     return fields;
 }
 
-std::vector<Field> fields_of_array(const Type &type) {
-    const Storage storage = is_dynamic(type) ? Storage::Pointer : Storage::Array;
-    return {{Storage::Plain, "count", type.count, {}, {}, type.span},
-            {storage, holds_bytes(type) ? "bytes" : "items", type.element, {}, {}, type.span}};
-}
-
-std::vector<Field> fields_of_union(const Type &type) {
-    return {{Storage::Plain, type.selector_name, type.selector, {}, {}, type.span},
-            {Storage::Alternatives, "", &type, {}, {}, type.span}};
-}
-
 std::vector<Field> fields_of(const Type &type) {
     if (is_array(type)) {
-        return fields_of_array(type);
+        const Storage storage = is_dynamic(type) ? Storage::Pointer : Storage::Array;
+        return {{Storage::Plain, "count", type.count, {}, {}, type.span},
+                {storage, holds_bytes(type) ? "bytes" : "items", type.element, {}, {}, type.span}};
     }
-    return type.kind == Kind::Union && type.enclosing == nullptr ? fields_of_union(type)
-                                                                 : fields_of_members(type);
+    if (type.kind == Kind::Union && type.enclosing == nullptr) {
+        return {{Storage::Plain, type.selector_name, type.selector, {}, {}, type.span},
+                {Storage::Alternatives, "", &type, {}, {}, type.span}};
+    }
+    return fields_of_members(type);
 }
 
 } // namespace
@@ -76,18 +74,12 @@ void find_records(Schema &schema) {
 }
 
 bool holds_blocks(const Type &type) {
-    const auto inside = [](const auto &part) { return holds_blocks(*part.type); };
-    return is_dynamic(type) || (type.element != nullptr && holds_blocks(*type.element)) ||
-           std::any_of(type.members.begin(), type.members.end(), inside) ||
-           std::any_of(type.alternatives.begin(), type.alternatives.end(), inside);
+    const std::vector<Reference> named = references(type);
+    return is_dynamic(type) || std::any_of(named.begin(), named.end(), [](const Reference &each) {
+               return each.held && holds_blocks(*each.type);
+           });
 }
 
-std::string joined(const std::vector<std::string> &path) {
-    std::string text;
-    for (const std::string &step : path) {
-        text += (text.empty() ? "" : ".") + step;
-    }
-    return text;
-}
+std::string joined(const std::vector<std::string> &path) { return fmt::format("{}", fmt::join(path, ".")); }
 
 } // namespace tlvc

@@ -22,11 +22,9 @@ struct Size {
     std::vector<std::string> terms;
 
     std::string text() const {
-        std::string joined = constant == 0 && !terms.empty() ? "" : std::to_string(constant);
-        for (const std::string &term : terms) {
-            joined += (joined.empty() ? "" : " + ") + term;
-        }
-        return joined;
+        const std::string_view plus = constant != 0 && !terms.empty() ? " + " : "";
+        const std::string number = constant != 0 || terms.empty() ? std::to_string(constant) : "";
+        return fmt::format("{}{}{}", number, plus, fmt::join(terms, " + "));
     }
 };
 
@@ -116,10 +114,7 @@ std::vector<std::string> describe_members(const Type &type) {
 std::vector<std::string> describe_alternatives(const Type &type) {
     std::vector<std::string> lines;
     for (const Alternative &alternative : type.alternatives) {
-        std::string values;
-        for (const uint32_t value : alternative.values) {
-            values += (values.empty() ? "" : ", ") + std::to_string(value);
-        }
+        const std::string values = fmt::format("{}", fmt::join(alternative.values, ", "));
         lines.push_back(fmt::format("{:>5}  {:<26} {}", values, alternative.type->name, alternative.name));
     }
     return lines;
