@@ -57,22 +57,16 @@ void check_not_empty(const Declared &declared, Diagnostics &faults) {
     }
 }
 
-// A field of a record, or an alternative in one.
-struct NamedField {
-    std::string_view name;
-    Span span;
-    const Type *type;
-};
-
-std::vector<NamedField> named_fields(const Declared &declared) {
-    std::vector<NamedField> result;
+// The fields of its record, with the alternatives of unions instead of what holds them.
+std::vector<Field> named_fields(const Declared &declared) {
+    std::vector<Field> result;
     for (const Field &field : declared.type->fields) {
         if (field.storage != Field::Storage::Alternatives) {
-            result.push_back({field.name, field.span, field.type});
+            result.push_back(field);
             continue;
         }
-        for (const Alternative &alternative : field.type->alternatives) {
-            result.push_back({alternative.name, alternative.span, alternative.type});
+        for (const Alternative &each : field.type->alternatives) {
+            result.push_back({Field::Storage::Plain, each.name, each.type, {}, {}, each.span});
         }
     }
     if (declared.type->kind == Kind::Union && !result.empty()) {
@@ -82,8 +76,8 @@ std::vector<NamedField> named_fields(const Declared &declared) {
 }
 
 void check_distinct_members(const Declared &declared, Diagnostics &faults) {
-    std::map<std::string_view, Span> seen;
-    for (const NamedField &field : named_fields(declared)) {
+    std::map<std::string, Span> seen;
+    for (const Field &field : named_fields(declared)) {
         if (auto [first, is_new] = seen.try_emplace(field.name, field.span); !is_new) {
             faults.report(fault::duplicate_member, field.span, field.name, declared.type->name)
                 .note(first->second, "the other is here");
@@ -94,15 +88,15 @@ void check_distinct_members(const Declared &declared, Diagnostics &faults) {
 // Numbers have plain type names in C, so a field of the same name would change what the name means within the
 // record, which C++ refuses. Records are spelled with "struct" and have no such trouble.
 void check_names_of_numbers(const Declared &declared, Diagnostics &faults) {
-    const std::vector<NamedField> fields = named_fields(declared);
+    const std::vector<Field> fields = named_fields(declared);
     std::map<std::string, const Type *> numbers;
-    for (const NamedField &field : fields) {
+    for (const Field &field : fields) {
         if (is_number(*field.type)) {
             numbers.emplace(names::record(*field.type), field.type);
         }
     }
-    for (const NamedField &field : fields) {
-        if (auto found = numbers.find(std::string(field.name)); found != numbers.end()) {
+    for (const Field &field : fields) {
+        if (auto found = numbers.find(field.name); found != numbers.end()) {
             Diagnostic &fault =
                 faults.report(fault::member_named_as_type, field.span, field.name, declared.type->name);
             if (found->second->family != nullptr) {
@@ -155,8 +149,7 @@ void check_message_members(const Declared &declared, Diagnostics &faults) {
     }
     for (size_t i = 0; i < type->members.size(); ++i) {
         const Type &member = *type->members[i].type;
-        if (member.kind != Kind::Structure && member.kind != Kind::Enumeration &&
-            member.kind != Kind::Message) {
+        if (!has_tag(member) && member.kind != Kind::Message) {
             faults.report(fault::message_member, syntax->members[i].type.span, member.name, describe(member))
                 .help("put it in a structure, and that in the message");
         }
@@ -169,8 +162,7 @@ void check_element(const Declared &declared, Diagnostics &faults) {
         return;
     }
     const Type &element = *type->element;
-    if (element.kind == Kind::Structure || element.kind == Kind::Enumeration ||
-        element.kind == Kind::Message) {
+    if (has_tag(element) || element.kind == Kind::Message) {
         return;
     }
     Diagnostic &fault = faults.report(fault::array_element, syntax->element.span, element.name,

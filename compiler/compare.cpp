@@ -75,8 +75,6 @@ public:
     }
 
 private:
-    // ---- Types
-
     void compare(const Type &before, const Type &after) {
         const Subject types{&before, &after, {}};
         if (before.name != after.name) {
@@ -125,8 +123,6 @@ private:
             }
         }
     }
-
-    // ---- Parts
 
     // One finding a type: the first member that now stands before one that it was behind.
     void compare_order(const Type &before, const Type &after, const Parts &parts) {
@@ -245,8 +241,6 @@ private:
         const bool inserted = std::any_of(before_.types.begin(), before_.types.end(), has_more_behind);
         report(inserted ? choice_inserted : choice_added, subject);
     }
-
-    // ---- Findings
 
     bool same_extent(const Type &before, const Type &after) {
         const auto same = [&](Layouts &layouts) {

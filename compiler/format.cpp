@@ -54,8 +54,6 @@ private:
         return Gap::One;
     }
 
-    // Declarations
-
     void declare(const Declaration &declaration, Gap gap) {
         const std::string single = single_line(declaration);
         const std::string keyword = declaration.doc.lines.empty() ? single.substr(0, single.find(' ')) : "";
@@ -218,8 +216,6 @@ private:
         }
         return result;
     }
-
-    // Remarks, documentation and empty lines
 
     // What stands before the thing itself. Remarks from within its text, up to `end`, move before it.
     void lead(const Doc &doc, std::string_view indentation, Span thing, uint32_t end, Gap gap) {

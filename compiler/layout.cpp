@@ -24,11 +24,8 @@ const RecordLayout &Layouts::of(const Type &type) {
 }
 
 RecordLayout Layouts::lay_out(const Type &type) {
-    if (type.scalar != nullptr) {
-        return number(model_, type.scalar->width);
-    }
-    if (type.kind == Kind::Enumeration) {
-        return number(model_, enumeration_width);
+    if (is_number(type)) {
+        return number(model_, type.scalar != nullptr ? type.scalar->width : enumeration_width);
     }
     if (type.enclosing != nullptr) {
         return of(*type.enclosing);

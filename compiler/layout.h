@@ -10,18 +10,17 @@ namespace tlvc {
 
 // What differs between the platforms that records live on.
 struct DataModel {
-    const char *name;
     uint64_t pointer;
     uint64_t alignment; // of numbers: their size, but not more than this
 };
-inline constexpr DataModel lp64{"LP64", 8, 8};
-inline constexpr DataModel ilp32{"ILP32", 4, 8};
-inline constexpr DataModel i386{"i386", 4, 4};
+inline constexpr DataModel lp64{8, 8};
+inline constexpr DataModel ilp32{4, 8};
+inline constexpr DataModel i386{4, 4};
 
 struct AlignedNumber {
     uint64_t number;
 };
-inline constexpr DataModel native{"this machine", sizeof(void *), alignof(AlignedNumber)};
+inline constexpr DataModel native{sizeof(void *), alignof(AlignedNumber)};
 
 struct RecordLayout {
     uint64_t size = 0;

@@ -10,11 +10,7 @@ bool is_blank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 bool is_name_start(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
 bool is_name_part(char c) { return is_name_start(c) || is_digit(c); }
-
-constexpr std::string_view punctuation = "{}[]=:,@";
-constexpr TokenKind punctuation_kinds[] = {
-    TokenKind::LeftBrace, TokenKind::RightBrace, TokenKind::LeftBracket, TokenKind::RightBracket,
-    TokenKind::Equals,    TokenKind::Colon,      TokenKind::Comma,       TokenKind::At};
+bool is_punctuation(char c) { return std::string_view("{}[]=:,@").find(c) != std::string_view::npos; }
 
 class Lexer {
 public:
@@ -72,9 +68,9 @@ private:
             number();
         } else if (c == '"') {
             string();
-        } else if (const size_t known = punctuation.find(c); known != std::string_view::npos) {
+        } else if (is_punctuation(c)) {
             ++at_;
-            add(punctuation_kinds[known], span(at_ - 1));
+            add(static_cast<TokenKind>(c), span(at_ - 1));
         } else {
             unexpected_character();
         }

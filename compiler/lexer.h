@@ -10,14 +10,14 @@ enum class TokenKind {
     String,
     Doc,     // a "///" line
     FileDoc, // a "//!" line
-    LeftBrace,
-    RightBrace,
-    LeftBracket,
-    RightBracket,
-    Equals,
-    Colon,
-    Comma,
-    At,
+    LeftBrace = '{',
+    RightBrace = '}',
+    LeftBracket = '[',
+    RightBracket = ']',
+    Equals = '=',
+    Colon = ':',
+    Comma = ',',
+    At = '@',
     End,
 };
 

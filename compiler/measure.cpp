@@ -58,44 +58,26 @@ private:
 
     // As if a length could say everything.
     Size unbounded(const Type &type) {
-        switch (type.kind) {
-        case Kind::Scalar:
-            return fixed(wire::header_size + type.scalar->width);
-        case Kind::Enumeration:
-            return fixed(wire::enumeration_size);
-        case Kind::Structure:
-            return of_members(type, wire::header_size);
-        case Kind::Message:
-            return of_members(type, 0);
-        case Kind::ElementArray:
-        case Kind::PackedArray:
-        case Kind::ByteArray:
-        case Kind::DynamicElements:
-        case Kind::DynamicBytes: {
+        if (is_number(type)) {
+            const uint64_t size =
+                type.scalar != nullptr ? wire::header_size + type.scalar->width : wire::enumeration_size;
+            return {size, size};
+        }
+        if (is_array(type)) {
             const Size item = item_size(type);
             return {array_size(type, 0, item.min), array_size(type, countable(type), item.max)};
         }
-        case Kind::Union: {
-            Size size{0, 0}; // an unknown selector writes nothing
-            for (const Alternative &alternative : type.alternatives) {
-                size.max = std::max(size.max, of(*alternative.type).max);
-            }
-            return size;
-        }
-        }
-        return fixed(0);
-    }
-
-    static Size fixed(uint64_t size) { return {size, size}; }
-
-    Size of_members(const Type &type, uint64_t sum) {
-        Size result{sum, sum};
+        const uint64_t header = type.kind == Kind::Structure ? wire::header_size : 0;
+        Size size{header, header};
         for (const Member &member : type.members) {
-            const Size &size = of(*member.type);
-            result.min = std::min(limit, result.min + size.min);
-            result.max = std::min(limit, result.max + size.max);
+            const Size &part = of(*member.type);
+            size.min = std::min(limit, size.min + part.min);
+            size.max = std::min(limit, size.max + part.max);
         }
-        return result;
+        for (const Alternative &alternative : type.alternatives) {
+            size.max = std::max(size.max, of(*alternative.type).max); // an unknown selector writes nothing
+        }
+        return size;
     }
 
     // Messages have no length that could bound them, and unions none of their own.

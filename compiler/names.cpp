@@ -1,5 +1,7 @@
 #include "names.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cctype>
 
@@ -36,19 +38,8 @@ std::string encode_operation(const Type &type) { return "encode_tlv_" + type.nam
 std::string decode_operation(const Type &type) { return "decode_tlv_" + type.name; }
 
 std::string constant(Constant what, const Type &type) {
-    switch (what) {
-    case Constant::Tag:
-        return "TLVMSG_TAG_" + type.name;
-    case Constant::Size:
-        return "TLVMSG_SIZE_" + type.name;
-    case Constant::MinSize:
-        return "TLVMSG_MIN_SIZE_" + type.name;
-    case Constant::MaxSize:
-        return "TLVMSG_MAX_SIZE_" + type.name;
-    case Constant::Capacity:
-        return "TLVMSG_CAPACITY_" + type.name;
-    }
-    return {};
+    constexpr std::string_view words[] = {"TAG", "SIZE", "MIN_SIZE", "MAX_SIZE", "CAPACITY"};
+    return fmt::format("TLVMSG_{}_{}", words[static_cast<size_t>(what)], type.name);
 }
 
 std::string enumerator(const Type &enumeration, const Enumerator &enumerator) {

@@ -48,8 +48,6 @@ private:
     };
     static const std::array<Keyword, 7> keywords;
 
-    // Tokens
-
     const Token &peek(size_t ahead = 0) const {
         return lexed_.tokens[std::min(at_ + ahead, lexed_.tokens.size() - 1)];
     }
@@ -122,8 +120,6 @@ private:
         return {first.file, first.begin, lexed_.tokens[at_ - 1].span.end};
     }
 
-    // Recovery
-
     // Keywords are ordinary names elsewhere, so they count only where a declaration would be written.
     bool at_keyword(size_t ahead = 0) const {
         auto matches = [&](const Keyword &keyword) { return at_word(keyword.word, ahead); };
@@ -164,8 +160,6 @@ private:
             take();
         }
     }
-
-    // Grammar
 
     Doc doc(TokenKind kind) {
         Doc result;

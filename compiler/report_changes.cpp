@@ -9,11 +9,7 @@ namespace tlvc {
 namespace {
 
 std::string spelled(const Sources &sources, const std::optional<Span> &span) {
-    if (!span) {
-        return {};
-    }
-    const Position at = sources.position(span->file, span->begin);
-    return fmt::format("{}:{}:{}", sources.path(span->file), at.line, at.column);
+    return span ? sources.place(*span) : "";
 }
 
 std::string describe(const Finding &finding) {

@@ -25,14 +25,13 @@ public:
     Reporter(const Sources &sources, bool colour) : sources_(sources), colour_(colour) {}
 
     std::string fault(const Diagnostic &fault) const {
-        std::string out = fmt::format("{}: {}: {}\n", paint(bold, place(fault.span)),
-
+        std::string out = fmt::format("{}: {}: {}\n", paint(bold, sources_.place(fault.span)),
                                       paint(fault.severity == Severity::Error ? red : yellow,
                                             fmt::format("{}[{}]", word(fault.severity), fault.fault->code)),
                                       paint(bold, fault.message));
         out += excerpt(fault.span);
         for (const Diagnostic::Note &note : fault.notes) {
-            out += fmt::format("  {} {}: {}\n", paint(cyan, "note:"), place(note.span), note.text);
+            out += fmt::format("  {} {}: {}\n", paint(cyan, "note:"), sources_.place(note.span), note.text);
         }
         for (const std::string &help : fault.helps) {
             out += fmt::format("  {} {}\n", paint(cyan, "help:"), help);
@@ -43,11 +42,6 @@ public:
 private:
     std::string paint(std::string_view style, std::string_view text) const {
         return colour_ ? fmt::format("{}{}{}", style, text, plain) : std::string(text);
-    }
-
-    std::string place(Span span) const {
-        Position at = sources_.position(span.file, span.begin);
-        return fmt::format("{}:{}:{}", sources_.path(span.file), at.line, at.column);
     }
 
     // The first line of the span, a caret under its first character and tildes under the rest of it.

@@ -1,5 +1,7 @@
 #include "source.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
 namespace tlvc {
@@ -25,6 +27,11 @@ Position Sources::position(uint32_t file, uint32_t offset) const {
     uint32_t begin = files_[file].line_begins[index];
     size_t characters = character_count(text({file, begin, offset}));
     return {static_cast<uint32_t>(index + 1), static_cast<uint32_t>(characters + 1)};
+}
+
+std::string Sources::place(Span span) const {
+    const Position at = position(span.file, span.begin);
+    return fmt::format("{}:{}:{}", path(span.file), at.line, at.column);
 }
 
 Span Sources::line(uint32_t file, uint32_t offset) const {

@@ -34,6 +34,7 @@ public:
     }
 
     Position position(uint32_t file, uint32_t offset) const;
+    std::string place(Span span) const;              // "a.tlv:3:1", of its beginning
     Span line(uint32_t file, uint32_t offset) const; // the whole line around the offset, without its end
 
 private:

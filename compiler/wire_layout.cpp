@@ -175,18 +175,20 @@ std::optional<std::string> path_to_dynamic_bytes(const Type &type, const std::st
     if (type.kind == Kind::DynamicBytes) {
         return path;
     }
+    std::optional<std::string> found;
+    const auto look = [&](const Type &part, const std::string &name) {
+        found = found ? found : path_to_dynamic_bytes(part, below(path, name));
+    };
     for (const Member &member : type.members) {
-        if (auto found = path_to_dynamic_bytes(*member.type, below(path, joined(member.path)))) {
-            return found;
-        }
+        look(*member.type, joined(member.path));
     }
     for (const Alternative &alternative : type.alternatives) {
-        if (auto found = path_to_dynamic_bytes(*alternative.type, below(path, alternative.name))) {
-            return found;
-        }
+        look(*alternative.type, alternative.name);
     }
-    return is_array(type) && !holds_bytes(type) ? path_to_dynamic_bytes(*type.element, below(path, "items"))
-                                                : std::nullopt;
+    if (type.element != nullptr) {
+        look(*type.element, "items");
+    }
+    return found;
 }
 
 // The array that alone makes the size vary, with its path; null if there is none or more than one.
