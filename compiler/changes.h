@@ -32,8 +32,6 @@ struct Rule {
     std::string_view effect() const;
 };
 
-// ---- Types -------------------------------------------------------------------------------------------
-
 inline constexpr Rule type_removed{"C001", all_levels,
                                    R"(type removed: peers and programs that have it still use it
 Peers go on sending it, and built programs call functions that are gone. Keep the type; new ones can stand beside it.
@@ -72,8 +70,6 @@ Even where the bytes were the same, its record and its functions are not. Declar
 - struct s = 2001 { uint8 a }  message m { s part }
 + struct s = 2001 { uint8 a }  struct m = 2002 { s part }
 = struct s = 2001 { uint8 a }  message m { s part }  struct n = 2002 { s part })"};
-
-// ---- Members -----------------------------------------------------------------------------------------
 
 inline constexpr Rule member_removed{"C007", all_levels,
                                      R"(member removed: old decoders miss it, and what stands behind it
@@ -164,8 +160,6 @@ Old peers go on sending as much as they can hold, and documents have it.
 - bytes serial[12]
 + bytes serial[8]
 = bytes serial[12]  bytes short_serial[8])"};
-
-// ---- Enumerators and alternatives --------------------------------------------------------------------
 
 inline constexpr Rule enumerator_added{"C019", Nothing, R"(enumerator added: the value could always occur
 Values without a name are sent and taken like others. Documents say the name from now on, and may still say the number.

@@ -98,21 +98,15 @@ private:
             const uint64_t count = (most - wire::array_prefix) / std::max<uint64_t>(1, item.max);
             return item.min != item.max || holds_bytes(type) ? most : array_size(type, count, item.max);
         }
-        const Type *varying = nullptr;
-        for (const Member &member : type.members) {
-            const Size &each = of(*member.type);
-            if (each.min != each.max) {
-                if (varying != nullptr) {
-                    return most;
-                }
-                varying = member.type;
-            }
-        }
-        if (varying == nullptr || size.min > most) {
+        const auto varies = [this](const Member &each) { return of(*each.type).min != of(*each.type).max; };
+        const auto end = type.members.end();
+        const auto varying = std::find_if(type.members.begin(), end, varies);
+        if (varying == end || std::find_if(varying + 1, end, varies) != end || size.min > most) {
             return most;
         }
-        const uint64_t others = size.min - of(*varying).min;
-        return others + largest(*varying, of(*varying), most - others);
+        const Size &part = of(*varying->type);
+        const uint64_t others = size.min - part.min;
+        return others + largest(*varying->type, part, most - others);
     }
 
     std::map<const Type *, Size> sizes_;

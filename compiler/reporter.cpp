@@ -20,18 +20,18 @@ constexpr std::string_view plain = "\x1b[0m";
 
 std::string_view word(Severity severity) { return severity == Severity::Error ? "error" : "warning"; }
 
-class Reporter {
-public:
-    Reporter(const Sources &sources, bool colour) : sources_(sources), colour_(colour) {}
+struct Reporter {
+    const Sources &sources;
+    bool colour;
 
     std::string fault(const Diagnostic &fault) const {
-        std::string out = fmt::format("{}: {}: {}\n", paint(bold, sources_.place(fault.span)),
+        std::string out = fmt::format("{}: {}: {}\n", paint(bold, sources.place(fault.span)),
                                       paint(fault.severity == Severity::Error ? red : yellow,
                                             fmt::format("{}[{}]", word(fault.severity), fault.fault->code)),
                                       paint(bold, fault.message));
         out += excerpt(fault.span);
         for (const Diagnostic::Note &note : fault.notes) {
-            out += fmt::format("  {} {}: {}\n", paint(cyan, "note:"), sources_.place(note.span), note.text);
+            out += fmt::format("  {} {}: {}\n", paint(cyan, "note:"), sources.place(note.span), note.text);
         }
         for (const std::string &help : fault.helps) {
             out += fmt::format("  {} {}\n", paint(cyan, "help:"), help);
@@ -39,30 +39,25 @@ public:
         return out;
     }
 
-private:
     std::string paint(std::string_view style, std::string_view text) const {
-        return colour_ ? fmt::format("{}{}{}", style, text, plain) : std::string(text);
+        return colour ? fmt::format("{}{}{}", style, text, plain) : std::string(text);
     }
 
     // The first line of the span, a caret under its first character and tildes under the rest of it.
     std::string excerpt(Span span) const {
-        Span line = sources_.line(span.file, span.begin);
-        std::string text(sources_.text(line));
-        // Every control character becomes one column, so that the caret stands right whatever the terminal
-        // does.
+        Span line = sources.line(span.file, span.begin);
+        std::string text(sources.text(line));
+        // Every control character becomes one column, so that the caret stands right on any terminal.
         std::replace_if(
             text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
 
-        Position at = sources_.position(span.file, span.begin);
+        Position at = sources.position(span.file, span.begin);
         uint32_t end = std::max(span.begin, std::min(span.end, line.end));
-        size_t width = character_count(sources_.text(Span{span.file, span.begin, end}));
+        size_t width = character_count(sources.text(Span{span.file, span.begin, end}));
         std::string mark = "^" + std::string(std::max<size_t>(width, 1) - 1, '~');
         return fmt::format("{:5} | {}\n{:5} | {:{}}{}\n", at.line, text, "", "", at.column - 1,
                            paint(green, mark));
     }
-
-    const Sources &sources_;
-    bool colour_;
 };
 
 Json json_place(Span span, const Sources &sources) {
@@ -78,10 +73,9 @@ Json json_place(Span span, const Sources &sources) {
 } // namespace
 
 std::string render(const Diagnostics &faults, const Sources &sources, bool colour) {
-    Reporter reporter(sources, colour);
-    std::vector<Diagnostic> found = faults.in_file_order();
+    const Reporter reporter{sources, colour};
     std::string out;
-    for (const Diagnostic &fault : found) {
+    for (const Diagnostic &fault : faults.in_file_order()) {
         out += reporter.fault(fault);
     }
     for (const Severity severity : {Severity::Error, Severity::Warning}) {

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <numeric>
 
 namespace tlvc {
 
@@ -23,7 +22,7 @@ public:
 
     Resolution run() {
         add_scalars();
-        for (uint32_t file : files_in_schema_order()) {
+        for (const auto &[place, file] : files_in_schema_order()) {
             declare_file(file);
         }
         for (const Declared &declared : result_.declared) {
@@ -51,15 +50,14 @@ private:
         }
     }
 
-    // Whatever the order in which the files were named.
-    std::vector<uint32_t> files_in_schema_order() const {
-        std::vector<uint32_t> files(program_.units.size());
-        std::iota(files.begin(), files.end(), 0);
-        auto key = [this](uint32_t file) {
+    // By family and name, whatever the order in which they were given.
+    using Files = std::multimap<std::pair<std::string, std::filesystem::path>, uint32_t>;
+    Files files_in_schema_order() const {
+        Files files;
+        for (uint32_t file = 0; file < program_.units.size(); ++file) {
             const Unit &unit = program_.units[file];
-            return std::pair(unit.family, unit.canonical.filename());
-        };
-        std::sort(files.begin(), files.end(), [&](uint32_t a, uint32_t b) { return key(a) < key(b); });
+            files.emplace(std::pair(unit.family, unit.canonical.filename()), file);
+        }
         return files;
     }
 

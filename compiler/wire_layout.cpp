@@ -37,11 +37,10 @@ Size size_of(const Type &type, const std::string &path);
 Size size_of_items(const Type &array, const std::string &path) {
     const Type &element = *array.element;
     const std::string count = below(path, "count");
-    if (array.kind == Kind::PackedArray) {
-        return {wire::array_prefix, {fmt::format("{} * {}", element.scalar->width, count)}};
-    }
-    if (element.fixed_size()) {
-        return {wire::array_prefix, {fmt::format("{} * {}", element.min_size, count)}};
+    const bool packed = array.kind == Kind::PackedArray;
+    if (packed || element.fixed_size()) {
+        const uint64_t item = packed ? element.scalar->width : element.min_size;
+        return {wire::array_prefix, {fmt::format("{} * {}", item, count)}};
     }
     return {wire::array_prefix,
             {fmt::format("the sizes of the {} {}", count, below(path, array.fields.back().name))}};
@@ -129,10 +128,11 @@ std::string grouped(uint64_t number) {
     return text;
 }
 
+// Nothing for a dynamic array.
 std::string room(const Type &array) {
     const std::string fitting =
         array.max_count < array.capacity ? fmt::format(", of which {} fit", grouped(array.max_count)) : "";
-    return fmt::format("room for {}{}", array.capacity, fitting);
+    return array.capacity > 0 ? fmt::format(" (room for {}{})", array.capacity, fitting) : "";
 }
 
 std::string headline(const Type &type) {
@@ -149,17 +149,16 @@ std::string headline(const Type &type) {
     case Kind::Message:
         return fmt::format("Wire: no tag, {}.", bytes);
     case Kind::ByteArray:
-        return fmt::format("{} bytes ({}), and a zero byte when count < {}: {}.", opening, room(type),
+        return fmt::format("{} bytes{}, and a zero byte when count < {}: {}.", opening, room(type),
                            type.capacity, bytes);
     case Kind::DynamicBytes:
         return fmt::format("{} bytes and a zero byte: {}.", opening, bytes);
     case Kind::ElementArray:
-        return fmt::format("{} {} ({}): {}.", opening, type.element->name, room(type), bytes);
-    case Kind::PackedArray:
-        return fmt::format("{} bare big-endian {} values ({}): {}.", opening, type.element->name, room(type),
-                           bytes);
     case Kind::DynamicElements:
-        return fmt::format("{} {}: {}.", opening, type.element->name, bytes);
+        return fmt::format("{} {}{}: {}.", opening, type.element->name, room(type), bytes);
+    case Kind::PackedArray:
+        return fmt::format("{} bare big-endian {} values{}: {}.", opening, type.element->name, room(type),
+                           bytes);
     case Kind::Union:
         return fmt::format("Wire: the alternative that {} chooses, up to {} bytes; any other value carries "
                            "nothing.",
@@ -196,16 +195,10 @@ const Type *only_varying_array(const Type &type, std::string &path) {
     if (is_array(type)) {
         return &type;
     }
-    const Member *varying = nullptr;
-    for (const Member &member : type.members) {
-        if (!member.type->fixed_size()) {
-            if (varying != nullptr) {
-                return nullptr;
-            }
-            varying = &member;
-        }
-    }
-    if (varying == nullptr) {
+    const auto varies = [](const Member &each) { return !each.type->fixed_size(); };
+    const auto end = type.members.end();
+    const auto varying = std::find_if(type.members.begin(), end, varies);
+    if (varying == end || std::find_if(varying + 1, end, varies) != end) {
         return nullptr;
     }
     path = below(path, joined(varying->path));
