@@ -4,7 +4,6 @@
 #include "reserved.h"
 
 #include <algorithm>
-#include <limits>
 #include <map>
 
 namespace tlvc {
@@ -14,8 +13,7 @@ namespace {
 using syntax::Form;
 using syntax::Name;
 
-constexpr uint64_t highest_capacity = 65535;
-constexpr uint64_t highest_value = std::numeric_limits<uint32_t>::max();
+constexpr uint64_t highest_value = UINT32_MAX;
 
 void check_tag_range(const Declared &declared, Diagnostics &faults) {
     const auto &[syntax, type] = declared;
@@ -32,8 +30,8 @@ void check_capacity(const Declared &declared, Diagnostics &faults) {
     }
     if (syntax.number.value == 0) {
         faults.report(fault::zero_capacity, syntax.number.span, syntax.name.text);
-    } else if (syntax.number.value > highest_capacity) {
-        faults.report(fault::large_capacity, syntax.number.span, syntax.name.text, highest_capacity);
+    } else if (syntax.number.value > wire::largest_count) {
+        faults.report(fault::large_capacity, syntax.number.span, syntax.name.text, wire::largest_count);
     }
 }
 

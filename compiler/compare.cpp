@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 
 namespace tlvc {
 
@@ -243,12 +244,11 @@ private:
     }
 
     bool same_extent(const Type &before, const Type &after) {
-        const auto same = [&](Layouts &layouts) {
+        return std::all_of(layouts_.begin(), layouts_.end(), [&](Layouts &layouts) {
             const RecordLayout &old = layouts.of(before);
             const RecordLayout &now = layouts.of(after);
             return old.size == now.size && old.alignment == now.alignment;
-        };
-        return same(lp64_) && same(ilp32_) && same(i386_);
+        });
     }
 
     void report(const Rule &rule, const Subject &subject) {
@@ -280,9 +280,7 @@ private:
     const Schema &before_;
     const Schema &after_;
     const Pairing pairing_;
-    Layouts lp64_{lp64};
-    Layouts ilp32_{ilp32};
-    Layouts i386_{i386};
+    std::array<Layouts, 3> layouts_{Layouts(lp64), Layouts(ilp32), Layouts(i386)};
     std::vector<Finding> found_;
 };
 

@@ -98,11 +98,9 @@ private:
                               fmt::format("{:<{}} = {}", each.name.text, width, value)});
         }
         for (const Member &member : declaration.members) {
-            result.push_back({member.doc,
-                              member.span,
-                              fmt::format("{} {}{}", member.type.text, member.name.text, attributes(member)),
-                              {},
-                              is_long(member)});
+            const std::string text =
+                fmt::format("{} {}{}", member.type.text, member.name.text, attributes(member));
+            result.push_back({member.doc, member.span, text, {}, is_long(member)});
         }
         align_members(declaration.members, result);
         return result;

@@ -214,8 +214,6 @@ private:
         return nullptr;
     }
 
-    // Requests about a document
-
     const Analysis &analysis(const Json &params) const {
         const std::string uri = params.at("textDocument").at("uri");
         const Analysis *const found = documents_.find(uri);
@@ -276,8 +274,6 @@ private:
         const Json edit = {{"range", range(document.sources, whole)}, {"newText", text}};
         return text == before ? Json::array() : Json::array({edit});
     }
-
-    // Notifications
 
     Json opened(const Json &params) {
         const Json &document = params.at("textDocument");

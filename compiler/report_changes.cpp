@@ -23,12 +23,9 @@ std::string describe(const Finding &finding) {
 std::string quoted(std::string_view text) {
     std::string out = "\"";
     for (const char c : text) {
-        if (c == '"' || c == '\\') {
-            out += '\\';
-            out += c;
-        } else {
-            out += static_cast<unsigned char>(c) < 0x20 ? fmt::format("\\u{:04x}", c) : std::string(1, c);
-        }
+        const bool special = c == '"' || c == '\\';
+        const bool control = static_cast<unsigned char>(c) < 0x20;
+        out += control ? fmt::format("\\u{:04x}", c) : fmt::format("{}{}", special ? "\\" : "", c);
     }
     return out + "\"";
 }

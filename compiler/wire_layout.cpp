@@ -87,8 +87,7 @@ Size size_of(const Type &type, const std::string &path) {
     return {};
 }
 
-std::vector<std::string> describe_members(const Type &type) {
-    std::vector<std::string> lines;
+void add_members(const Type &type, std::vector<std::string> &lines) {
     std::optional<uint64_t> offset = 0;
     const auto row = [&](const std::string &what, const std::string &name) {
         const std::string at = offset ? fmt::format("{:>5}", *offset) : "    -";
@@ -107,16 +106,13 @@ std::vector<std::string> describe_members(const Type &type) {
         row(member.name, path.empty() ? "chosen by " + member.selector_name : path);
         offset = offset && member.fixed_size() ? std::optional(*offset + member.min_size) : std::nullopt;
     }
-    return lines;
 }
 
-std::vector<std::string> describe_alternatives(const Type &type) {
-    std::vector<std::string> lines;
+void add_alternatives(const Type &type, std::vector<std::string> &lines) {
     for (const Alternative &alternative : type.alternatives) {
         const std::string values = fmt::format("{}", fmt::join(alternative.values, ", "));
         lines.push_back(fmt::format("{:>5}  {:<26} {}", values, alternative.type->name, alternative.name));
     }
-    return lines;
 }
 
 std::string grouped(uint64_t number) {
@@ -267,10 +263,8 @@ std::vector<std::string> describe_pitfalls(const Type &type) {
 
 std::vector<std::string> describe_wire(const Type &type) {
     std::vector<std::string> lines{headline(type)};
-    const std::vector<std::string> details = type.kind == Kind::Union ? describe_alternatives(type)
-                                             : has_members(type)      ? describe_members(type)
-                                                                      : std::vector<std::string>{};
-    lines.insert(lines.end(), details.begin(), details.end());
+    add_members(type, lines);
+    add_alternatives(type, lines);
     return lines;
 }
 
