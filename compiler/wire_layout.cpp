@@ -156,9 +156,9 @@ std::string headline(const Type &type) {
         return fmt::format("{} bare big-endian {} values{}: {}.", opening, type.element->name, room(type),
                            bytes);
     case Kind::Union:
-        return fmt::format("Wire: the alternative that {} chooses, up to {} bytes; any other value carries "
-                           "nothing.",
-                           type.selector_name, type.max_size);
+        return fmt::format(
+            "Wire: the alternative that {} chooses, up to {} bytes; any other value carries nothing.",
+            type.selector_name, type.max_size);
     case Kind::Scalar:
         break;
     }
@@ -204,9 +204,8 @@ const Type *only_varying_array(const Type &type, std::string &path) {
 std::string about_dynamic_bytes(const Type &type, const std::string &path) {
     if (type.kind == Kind::DynamicBytes) {
         return fmt::format(
-            "{} sends bytes of the record, from the pointer field onward, and for larger counts "
-            "what lies behind the record; tlvmsg_encode sends the bytes that the pointer "
-            "designates.",
+            "{} sends bytes of the record, from the pointer field onward, and for larger counts what lies "
+            "behind the record; tlvmsg_encode sends the bytes that the pointer designates.",
             names::encode_operation(type));
     }
     return fmt::format("{} does not send the bytes that {} designates, tlvmsg_encode does.",
@@ -232,10 +231,9 @@ std::string about_wrapping(const Type &type) {
 std::vector<std::string> describe_pitfalls(const Type &type) {
     std::vector<std::string> sentences;
     if (type.kind == Kind::ByteArray) {
-        sentences.push_back(
-            fmt::format("A full array has no zero byte behind it, and a count above {} fails to "
-                        "encode only once its bytes are written.",
-                        type.capacity));
+        sentences.push_back(fmt::format("A full array has no zero byte behind it, and a count above {} fails "
+                                        "to encode only once its bytes are written.",
+                                        type.capacity));
     }
     if (type.kind == Kind::ElementArray || type.kind == Kind::PackedArray) {
         sentences.push_back(
@@ -246,8 +244,8 @@ std::vector<std::string> describe_pitfalls(const Type &type) {
             fmt::format("The decoder allocates the {}, also for a count of 0.", type.fields.back().name));
         const unsigned width = type.count->scalar->width;
         if (width == 1) {
-            sentences.push_back("Of a count above 255 the decoder keeps the low 8 bits, beside a block of "
-                                "all that came.");
+            sentences.push_back(
+                "Of a count above 255 the decoder keeps the low 8 bits, beside a block of all that came.");
         } else if (width == 4) {
             sentences.push_back("The decoder's count is that of the array, not the 32-bit one before it.");
         }

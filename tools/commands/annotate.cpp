@@ -50,8 +50,7 @@ void add_annotate(Cli &cli) {
          {"Prints offset, bytes and what they are, a line each. Deviations that decoders tolerate are marked "
           "with '! tolerated', and the fault of a broken message with '! error'; what is behind it is "
           "explained by its tags as far as that can be. All commands take this output as input again, its "
-          "type "
-          "included.",
+          "type included.",
           "Without a type the elements are named by their tags, since a tag names its enumeration or "
           "structure. Of captures every message is explained, and what is no message by its tags."},
          {{"tlv annotate -t zel_led_control led.bin", "by type"},

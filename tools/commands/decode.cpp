@@ -98,19 +98,14 @@ void add_decode(Cli &cli) {
         {"Print messages as JSON",
          {"What is printed is what tlv encode takes: numbers as numbers, or by name where the value has one, "
           "byte arrays as text when every byte is printable and as {\"hex\": \"...\"} otherwise, unions by "
-          "the "
-          "chosen alternative's name. Without a type the elements of a file are named by their tags.",
+          "the chosen alternative's name. Without a type the elements of a file are named by their tags.",
           "Of captures every message gives an object in a line of its own: frame, time (seconds since 1970), "
           "length, captured, source, destination, their ports, protocol, type and message, or error. Without "
-          "a "
-          "type a frame is taken for messages only if they fill its payload without a deviation. Otherwise "
+          "a type a frame is taken for messages only if they fill its payload without a deviation. Otherwise "
           "error.code says what is missing: fragment, segment and cut stand for parts of a message, "
-          "ambiguous for "
-          "several types that fit (types lists them; -t, --type-of and --types decide), unknown-message for "
-          "none. "
-          "A type that was given is decoded with the tolerance that decoders have: deviations counts what "
-          "was "
-          "tolerated, trailing_bytes what is behind the end."},
+          "ambiguous for several types that fit (types lists them; -t, --type-of and --types decide), "
+          "unknown-message for none. A type that was given is decoded with the tolerance that decoders have: "
+          "deviations counts what was tolerated, trailing_bytes what is behind the end."},
          {{"tlv decode -t zel_led_control led.bin", "as JSON"},
           {"tlv decode -t zel_led_control --text led.bin | grep color", "a line a value"},
           {"xxd led.bin | tlv decode -t 1357 --compact | jq .color", "hex from a pipe, JSON in one line"},

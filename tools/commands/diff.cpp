@@ -186,18 +186,17 @@ int run(const Options &options) {
 
 void add_diff(Cli &cli) {
     const auto options = std::make_shared<Options>();
-    CLI::App *const command = cli.add(
-        "diff",
-        {"Compare messages, member by member",
-         {"Prints a line for each member that differs: its path and both values. The n-th message of one "
-          "file is "
-          "compared with the n-th of the other, and its number precedes the path where there are several: in "
-          "captures, and in text that holds several. Exits with 0 when they say the same, with 1 when they "
-          "differ, and with more when they cannot be compared."},
-         {{"tlv diff -t zel_led_control a.bin b.txt", "raw bytes against a hex dump"},
-          {"tlv diff a.bin b.bin", "the type is the best that takes both"},
-          {"tlv diff --json -t 1357 a.bin b.bin | jq -r .path", "which members differ"}}},
-        [options] { return run(*options); });
+    CLI::App *const command =
+        cli.add("diff",
+                {"Compare messages, member by member",
+                 {"Prints a line for each member that differs: its path and both values. The n-th message of "
+                  "one file is compared with the n-th of the other, and its number precedes the path where "
+                  "there are several: in captures, and in text that holds several. Exits with 0 when they "
+                  "say the same, with 1 when they differ, and with more when they cannot be compared."},
+                 {{"tlv diff -t zel_led_control a.bin b.txt", "raw bytes against a hex dump"},
+                  {"tlv diff a.bin b.bin", "the type is the best that takes both"},
+                  {"tlv diff --json -t 1357 a.bin b.bin | jq -r .path", "which members differ"}}},
+                [options] { return run(*options); });
     add_message_options(command, options->message, "without it, the best that takes both");
     command->get_option("FILE")->expected(2)->required();
     command->add_flag("--json", options->json, "A JSON object a line for each difference");

@@ -36,20 +36,18 @@ void add_find(Cli &cli) {
         bool json = false;
     };
     const auto options = std::make_shared<Options>();
-    CLI::App *const command =
-        cli.add("find",
-                {"Find types, members, alternatives and enumerators by a word",
-                 {"The word, or part of one, is looked for in names and in what is said about them, in upper "
-                  "and lower "
-                  "case. A line a find: a type with its kind, a member or alternative with its type, or an "
-                  "enumerator "
-                  "with its value, and what is said about it. Exits with 1 when there is none.",
-                  "JSON is an array of objects with found (type, member, alternative, enumerator), path, is "
-                  "and doc."},
-                 {{"tlv find vlan", "all that has to do with VLANs"},
-                  {"tlv find --json vlan | jq -r '.[] | select(.found == \"member\") | .path'",
-                   "the members among it"}}},
-                [options] { return find(options->word, options->json); });
+    CLI::App *const command = cli.add(
+        "find",
+        {"Find types, members, alternatives and enumerators by a word",
+         {"The word, or part of one, is looked for in names and in what is said about them, in upper and "
+          "lower case. A line a find: a type with its kind, a member or alternative with its type, or an "
+          "enumerator with its value, and what is said about it. Exits with 1 when there is none.",
+          "JSON is an array of objects with found (type, member, alternative, enumerator), path, is and "
+          "doc."},
+         {{"tlv find vlan", "all that has to do with VLANs"},
+          {"tlv find --json vlan | jq -r '.[] | select(.found == \"member\") | .path'",
+           "the members among it"}}},
+        [options] { return find(options->word, options->json); });
     command->add_option("WORD", options->word, "What to look for")->type_name("WORD")->required();
     add_json_flag(command, options->json);
 }

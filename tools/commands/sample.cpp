@@ -31,10 +31,8 @@ void add_sample(Cli &cli) {
           "min with what 0 chooses, if anything.",
           "--set names a member as faults and tlv decode --text do: led_control.color=3, or a value's name, "
           "bytes as they are, anything else as JSON. vlan_counters.count=64 makes an array that long, an "
-          "item "
-          "vlan_counters[3].vlan_id.id=7 as long as that takes, and address.ipv6 chooses a union's "
-          "alternative, "
-          "as address.ipv4=5 does. What comes to be there is filled as the kind says."},
+          "item vlan_counters[3].vlan_id.id=7 as long as that takes, and address.ipv6 chooses a union's "
+          "alternative, as address.ipv4=5 does. What comes to be there is filled as the kind says."},
          {{"tlv sample zel_led_control | tlv annotate -t zel_led_control", "what such a message looks like"},
           {"tlv sample --kind max --out json zel_led_control", "its values at their largest"},
           {"tlv sample --seed 7 zel_led_control > led.bin", "another one"},

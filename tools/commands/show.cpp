@@ -26,12 +26,10 @@ void add_show(Cli &cli) {
         {"Show a type: its purpose, C declaration and layout on the wire",
          {"Sizes include headers. An offset with a + is the least that it can be, since something before it "
           "varies in size.",
-          std::string(
-              "JSON is an object: what tlv types tells of the type, its size, alignment, min_encoded and "
-              "max_encoded, and where they apply enumerators, members, alternatives and its selector, "
-              "element and "
-              "capacity. Members and alternatives have the size and the min_encoded and max_encoded of their "
-              "type. ") +
+          std::string("JSON is an object: what tlv types tells of the type, its size, alignment, min_encoded "
+                      "and max_encoded, and where they apply enumerators, members, alternatives and its "
+                      "selector, element and capacity. Members and alternatives have the size and the "
+                      "min_encoded and max_encoded of their type. ") +
               type_json_help},
          {{"tlv show zel_led_control", "the type of that name"},
           {"tlv show VLAN_STATS_M", "the one type whose name has that part; of several, which there are"},

@@ -76,8 +76,7 @@ void add_types(Cli &cli) {
         "types",
         {"List the types of the schema",
          {"A pattern is a part of the name or, with * or ?, the whole of it, in upper or lower case. Exits "
-          "with 1 "
-          "when there is no such type.",
+          "with 1 when there is no such type.",
           std::string("JSON is an array of objects with name, family, section, doc, kind and tag. ") +
               type_json_help},
          {{"tlv types", "all names, one a line"},
