@@ -20,31 +20,8 @@ using namespace cli;
 
 namespace {
 
-tlvmsg_kind kind_of(tlvc::Kind kind) {
-    switch (kind) {
-    case tlvc::Kind::Scalar:
-        return TLVMSG_SCALAR;
-    case tlvc::Kind::Enumeration:
-        return TLVMSG_ENUMERATION;
-    case tlvc::Kind::Structure:
-        return TLVMSG_STRUCTURE;
-    case tlvc::Kind::Message:
-        return TLVMSG_MESSAGE;
-    case tlvc::Kind::ElementArray:
-        return TLVMSG_ELEMENT_ARRAY;
-    case tlvc::Kind::PackedArray:
-        return TLVMSG_PACKED_ARRAY;
-    case tlvc::Kind::ByteArray:
-        return TLVMSG_BYTE_ARRAY;
-    case tlvc::Kind::DynamicElements:
-        return TLVMSG_DYNAMIC_ELEMENTS;
-    case tlvc::Kind::DynamicBytes:
-        return TLVMSG_DYNAMIC_BYTES;
-    case tlvc::Kind::Union:
-        return TLVMSG_UNION;
-    }
-    return TLVMSG_SCALAR;
-}
+static_assert(static_cast<int>(tlvc::Kind::Union) == TLVMSG_UNION,
+              "the compiler has the kinds of descriptors");
 
 uint32_t flag(bool set, uint32_t value) { return set ? value : 0; }
 
@@ -78,7 +55,7 @@ private:
         descriptor.family = type.family != nullptr ? type.family->name.c_str() : "";
         descriptor.section = type.section != nullptr ? text(type.section->doc) : "";
         descriptor.doc = text(type.doc);
-        descriptor.kind = kind_of(type.kind);
+        descriptor.kind = static_cast<tlvmsg_kind>(type.kind);
         descriptor.tag = type.tag;
         descriptor.size = static_cast<uint32_t>(layout.size);
         descriptor.alignment = static_cast<uint32_t>(layout.alignment);
