@@ -101,6 +101,7 @@ std::string Cli::help_text(const CLI::App &command) const {
 }
 
 int Cli::run(int argc, char **argv) {
+    program_.add_common_options(&app_);
     for (CLI::App *command : app_.get_subcommands({})) {
         program_.add_common_options(command);
     }
@@ -136,6 +137,15 @@ int Cli::complain_about(const CLI::ParseError &error) const {
     throw Failure(exit_usage,
                   fmt::format("{}; {}", error.what(),
                               meant.empty() ? fmt::format("see '{} --help'", name(command)) : meant));
+}
+
+CLI::Option *add_list(CLI::App *command, const std::string &name, std::vector<std::string> &values,
+                      const std::string &description) {
+    const auto take = [&values](const std::string &argument) {
+        values.push_back(argument);
+        return true;
+    };
+    return add_argument(command, name, description, "", take)->take_all()->allow_extra_args(false);
 }
 
 void add_json_flag(CLI::App *command, bool &json) {

@@ -53,7 +53,7 @@ struct Program {
     // For a type name such as CODE, when the words before it are these.
     std::function<Candidates(const std::string &type_name, const std::vector<std::string> &words)> candidates;
 
-    // Gives a command the options that all have; they come last in its help.
+    // Gives a command, or the program, the options that all have; they come last in its help.
     std::function<void(CLI::App *command)> add_common_options = [](CLI::App *) {};
 };
 
@@ -134,6 +134,10 @@ CLI::Option *add_choices(CLI::App *command, const std::string &name, Value &valu
         ->take_all()
         ->allow_extra_args(false);
 }
+
+// An option with one value that can be given several times, before the command and behind it.
+CLI::Option *add_list(CLI::App *command, const std::string &name, std::vector<std::string> &values,
+                      const std::string &description);
 
 // --json, for what is otherwise for people.
 void add_json_flag(CLI::App *command, bool &json);

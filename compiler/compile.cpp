@@ -7,26 +7,9 @@
 #include "read_interface.h"
 #include "records.h"
 
-#include <algorithm>
+#include <filesystem>
 
 namespace tlvc {
-
-namespace {
-
-namespace fs = std::filesystem;
-
-std::vector<std::string> files_below(const std::string &directory) {
-    std::vector<std::string> files;
-    for (const auto &each : fs::recursive_directory_iterator(directory)) {
-        if (each.path().extension() == ".tlv") {
-            files.push_back(each.path().string());
-        }
-    }
-    std::sort(files.begin(), files.end());
-    return files;
-}
-
-} // namespace
 
 // Each phase finds all that it can, and leaves alone what an earlier one has found fault with.
 std::unique_ptr<const Schema> compile(const Program &program, Diagnostics &faults) {
@@ -55,12 +38,14 @@ std::unique_ptr<const Schema> compile(const std::vector<std::string> &paths, Sou
 // No schema begins with '#', and every interface.txt does.
 std::unique_ptr<const Schema> compile_any(const std::string &path, Sources &sources, Diagnostics &faults,
                                           const ImportPath &import_path) {
-    if (fs::is_directory(path)) {
-        return compile(files_below(path), sources, faults, import_path);
+    if (std::filesystem::is_directory(path)) {
+        return compile(std::vector{path}, sources, faults, import_path);
     }
-    const std::string text = tlvmsg::base::read_file(path);
-    return text.starts_with('#') ? compile(read_interface(path, text, sources, faults), faults)
-                                 : compile(std::vector{path}, sources, faults, import_path);
+    const std::string text = tlvmsg::base::read_file(path); // once, as it may be standard input
+    const OpenTexts open{{std::filesystem::weakly_canonical(std::filesystem::absolute(path)), text}};
+    return compile(text.starts_with('#') ? read_interface(path, text, sources, faults)
+                                         : load({path}, sources, faults, import_path, open),
+                   faults);
 }
 
 } // namespace tlvc

@@ -259,6 +259,12 @@ What '///' lines say of a type is in the header, and in what tools show of it:
     /// Which relay, and how.
     struct zel_relay = 2001 { uint16 slot  uint16 port })"};
 
+inline constexpr Fault library_tag{"W004", R"(tag that the library may take: tag {} is one of the library's
+Tags up to 32767 are for types of the library, whose next version may give them out: two families with one tag
+cannot be registered in one program. Families of your own have the tags from 32768 to 65535:
+
+    struct acme_fan = 32768 { uint8 tray })"};
+
 inline constexpr const Fault *all[] = {
     &unexpected_character, &unterminated_string,  &malformed_number,    &misplaced_doc,
     &unexpected_token,     &unclosed_body,        &late_import,         &import_not_found,
@@ -272,7 +278,7 @@ inline constexpr const Fault *all[] = {
     &circular_type,        &circular_families,    &fixed_size,          &member_named_as_type,
     &unknown_enumerator,   &duplicate_enumerator, &taken_name,          &name_generated_twice,
     &nested_too_deeply,    &path_too_long,        &array_never_full,    &unused_enumeration,
-    &undocumented_type};
+    &undocumented_type,    &library_tag};
 
 } // namespace fault
 

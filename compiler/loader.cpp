@@ -11,16 +11,37 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// The file, or the schema files in the directory and below.
+std::vector<fs::path> files_of(const std::string &path) {
+    if (!fs::is_directory(path)) {
+        return {path};
+    }
+    std::vector<fs::path> files;
+    for (const auto &each : fs::recursive_directory_iterator(path)) {
+        if (each.path().extension() == ".tlv") {
+            files.push_back(each.path());
+        }
+    }
+    if (files.empty()) {
+        throw tlvmsg::base::IoError("there are no .tlv files in '" + path + "'");
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
 class Loader {
 public:
     Loader(Sources &sources, Diagnostics &faults, ImportPath import_path, const OpenTexts &open_texts)
         : sources_(sources), faults_(faults), import_path_(std::move(import_path)), open_texts_(open_texts) {
         import_path_.push_back(installed_schema());
+        shipped_ = fs::weakly_canonical(import_path_.back());
     }
 
     Program run(const std::vector<std::string> &paths) {
         for (const std::string &path : paths) {
-            program_.units[open(path)].named = true;
+            for (const fs::path &file : files_of(path)) {
+                program_.units[open(file)].named = true;
+            }
         }
         check_imports();
         check_families();
@@ -36,6 +57,7 @@ private:
             sources_.add(path.lexically_normal().string(), text(path, canonical));
             program_.units.push_back(
                 {parse(sources_, file, faults_), canonical, canonical.parent_path().filename().string(), {}});
+            program_.units[file].shipped = canonical.parent_path().parent_path() == shipped_;
             open_imports(file);
             program_.units[file].age = complete_++;
         }
@@ -53,7 +75,7 @@ private:
 
     // The first that is there, seen from the file that has the import, then from each directory of the import path.
     fs::path find(uint32_t file, std::string_view import) const {
-        const fs::path beside = (fs::path(sources_.path(file)).parent_path() / import).lexically_normal();
+        fs::path beside = (fs::path(sources_.path(file)).parent_path() / import).lexically_normal();
         if (exists(beside)) {
             return beside;
         }
@@ -119,6 +141,7 @@ private:
     Sources &sources_;
     Diagnostics &faults_;
     ImportPath import_path_;
+    fs::path shipped_;
     const OpenTexts &open_texts_;
     Program program_;
     uint32_t complete_ = 0; // units with all that they import

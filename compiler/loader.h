@@ -15,6 +15,7 @@ struct Unit {
     std::string family;              // the name of its directory
     std::vector<uint32_t> imports;   // units that it may use, as indices
     bool named = false;              // by the user, not only by an import
+    bool shipped = false;            // one of the library's own
     uint32_t age = 0; // greater than those of the units that it imports and of files named before
 };
 
@@ -31,7 +32,7 @@ using ImportPath = std::vector<std::filesystem::path>;
 // Where the families of the library are installed, going by where the program is; empty if it is nowhere.
 std::filesystem::path installed_schema();
 
-// Throws IoError for a file that cannot be read; an import that leads to no file is a fault of its file.
+// Of files, and of all schema files in directories and below. Throws IoError for what cannot be read; an import that leads to no file is a fault of its file.
 Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults,
              const ImportPath &import_path, const OpenTexts &open = {});
 

@@ -120,7 +120,8 @@ std::string describe(const Analysis &analysis, std::string_view name) {
 
 class Server {
 public:
-    Server(std::istream &in, std::ostream &out) : in_(in), out_(out) {}
+    Server(std::istream &in, std::ostream &out, const ImportPath &import_path)
+        : in_(in), out_(out), documents_(import_path) {}
 
     int run() {
         while (!exited_ && in_.peek() != std::istream::traits_type::eof()) {
@@ -333,6 +334,8 @@ const std::map<std::string, Server::Method> Server::methods = {
 
 } // namespace
 
-int serve(std::istream &in, std::ostream &out) { return Server(in, out).run(); }
+int serve(std::istream &in, std::ostream &out, const ImportPath &import_path) {
+    return Server(in, out, import_path).run();
+}
 
 } // namespace tlvc::lsp

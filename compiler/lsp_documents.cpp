@@ -109,7 +109,8 @@ void Documents::analyse() {
     for (auto &[uri, document] : documents_) {
         Analysis &result = document.analysis = {};
         try {
-            result.program = load({document.path.string()}, result.sources, result.faults, {}, texts_);
+            result.program =
+                load({document.path.string()}, result.sources, result.faults, import_path_, texts_);
             result.schema = compile(result.program, result.faults);
         } catch (const std::exception &error) { // an IoError or the file system's
             result.failure = error.what();

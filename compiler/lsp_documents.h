@@ -24,6 +24,8 @@ uint32_t offset_of(std::string_view text, const Json &position);
 
 class Documents {
 public:
+    explicit Documents(ImportPath import_path) : import_path_(std::move(import_path)) {}
+
     void put(const std::string &uri, std::string text); // documents that are no files are ignored
     void remove(const std::string &uri);
 
@@ -41,6 +43,7 @@ private:
     };
     void analyse();
 
+    ImportPath import_path_;
     OpenTexts texts_;
     std::map<std::string, Document> documents_; // by URI
 };

@@ -222,15 +222,17 @@ int run(int argc, char **argv) {
     CLI::App *const tags_command = add("tags", help::tags, describe<list_tags>);
     CLI::App *const compare_command = add("compare", help::compare, compare_schemas);
     CLI::App *const explain_command = add("explain", help::explain, explain);
-    add("lsp", help::lsp, [](const Options &) {
+    CLI::App *const lsp_command = add("lsp", help::lsp, [](const Options &said) {
         std::ios::sync_with_stdio(false); // unbuffered otherwise
-        return lsp::serve(std::cin, std::cout);
+        return lsp::serve(std::cin, std::cout, said.import_path);
     });
     cli.add_help();
 
     for (CLI::App *command :
          {check_command, generate_command, interface_command, format_command, tags_command}) {
-        command->add_option("FILE", options.files, "Schema files, or -")->type_name("FILE")->required();
+        command->add_option("FILE", options.files, "Schema files, directories of them, or -")
+            ->type_name("FILE")
+            ->required();
     }
     generate_command->add_option("--out", options.directory, "Where to write them")
         ->type_name("DIR")
@@ -256,7 +258,7 @@ int run(int argc, char **argv) {
         ->type_name("CODE");
 
     for (CLI::App *command :
-         {check_command, generate_command, interface_command, tags_command, compare_command}) {
+         {check_command, generate_command, interface_command, tags_command, compare_command, lsp_command}) {
         command->add_option("-I", options.import_path, "Directory below which imports are looked for")
             ->type_name("DIR")
             ->allow_extra_args(false);

@@ -123,8 +123,9 @@ struct Type {
 
 // What a schema file declares.
 struct Section {
-    Doc doc;            // the //! lines that open it
-    bool named = false; // by the user, not only by another file's import
+    Doc doc;              // the //! lines that open it
+    bool named = false;   // by the user, not only by another file's import
+    bool shipped = false; // with the library
     std::vector<const Type *> types;
 };
 

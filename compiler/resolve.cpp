@@ -71,6 +71,7 @@ private:
         Section &section = result_.schema->sections.emplace_back();
         family.sections.push_back(&section);
         section.named = unit.named;
+        section.shipped = unit.shipped;
         const bool speaks_for_family = unit.canonical.filename() == "family.tlv";
         (speaks_for_family ? family.doc : section.doc) = unit.syntax.doc.lines;
         for (const Declaration &declaration : unit.syntax.declarations) {
@@ -227,7 +228,8 @@ private:
 
     uint32_t enumerator(const syntax::Value &value, const Type *selector) {
         if (selector == nullptr || !selector->sound || !certain_) {
-            return 0; // a fault already
+            ++missing_; // for which there is a fault already
+            return 0;
         }
         std::vector<std::string_view> candidates;
         for (const Enumerator &each : selector->enumerators) {

@@ -38,6 +38,9 @@ void find_warnings(const Schema &schema, Diagnostics &warnings) {
         if (type.kind == Kind::Enumeration && !used.contains(&type)) {
             warnings.report(fault::unused_enumeration, type.span, type.name);
         }
+        if (has_tag(type) && type.tag < wire::first_own_tag && !type.section->shipped) {
+            warnings.report(fault::library_tag, type.span, type.tag);
+        }
         if (type.doc.empty()) {
             warnings.report(fault::undocumented_type, type.span, type.name);
         }

@@ -43,7 +43,9 @@ TEST(CommandLine, exit_code_tells_what_happened) {
     }
     EXPECT_EQ(Command("--help").exit_code, 0);
     EXPECT_EQ(Command("check " + fine + ".gone").exit_code, 4);
-    EXPECT_EQ(Command("check " + directory.path("voice").string()).exit_code, 4);
+    EXPECT_EQ(Command("check " + directory.path("voice").string()).exit_code, 1) << "all files in there";
+    fs::create_directory(directory.path("empty"));
+    EXPECT_EQ(Command("check " + directory.path("empty").string()).exit_code, 4);
     EXPECT_EQ(Command("generate --out " + fine + "/below " + fine).exit_code, 4);
 }
 
@@ -176,8 +178,8 @@ TEST(CommandLine, json_has_the_places_of_all_faults) {
 
 TEST(CommandLine, warnings_are_told_or_refused_of_the_named_files_alone) {
     SchemaDirectory directory;
-    directory.add("voice/ids.tlv", "enum id = 1003\nenum unused = 1004\n");
-    const std::string file = directory.add("voice/s.tlv", "import \"ids.tlv\"\nstruct s = 1001 { id i }\n");
+    directory.add("voice/ids.tlv", "enum id = 33003\nenum unused = 33004\n");
+    const std::string file = directory.add("voice/s.tlv", "import \"ids.tlv\"\nstruct s = 33001 { id i }\n");
     const std::string generate = "generate --out " + directory.path("out").string() + " ";
     EXPECT_EQ(Command("check " + file).output, "");
     const Command warned("check --warn " + file);

@@ -73,6 +73,7 @@ TEST(Phases, all_report_what_they_find_and_nothing_that_follows_from_other_fault
          "T003 T012 T012 T015"},
         {"enum kind = 1001 { on = 1 }\nunion u by kind k { off: uint8 x  1: uint8 y  0: uint8 z }\n", "T041"},
         {"union u by a which { b: uint8 x  c: uint8 y }\nenum a = 1001 { b = }\n", "T005"},
+        {"enum a = 1001 { b = 1 c = 2 /// no\n }\nunion u by a which { b: uint8 x  c: uint8 y }\n", "T004"},
         {"import \"gone.tlv\"\nstruct a = 5 { nowhere x }\n", "T008 T016"},
         {"struct a = 1001 { uint8 x  uint8\n uint8 y  uint8 z }\nbytes b[0]\n", "T005 T024"}, // no pairs
         {"\"gone.tlv\"\nstruct a = 5 { nowhere x }\n", "T005 T016"},

@@ -62,7 +62,7 @@ diff output again
 cmp report.bin again.bin
 make -q || { echo "make is not done"; exit 1; }
 
-tlv guess --schema acme/fan.tlv report.bin > guessed 2>&1 || true
+tlv --schema acme/fan.tlv guess report.bin > guessed 2>&1 || true
 tlv decode --schema acme/fan.tlv -t acme_fan_report_message report.bin > report.json
 says report.json '"rpm": 4180'
 tlv encode --schema acme/fan.tlv -t acme_fan_report_message report.json | cmp - report.bin

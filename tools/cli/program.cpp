@@ -44,13 +44,13 @@ void add_common_options(CLI::App *command) {
         command, "--color", colour_when,
         {{"auto", ColourWhen::automatic}, {"always", ColourWhen::always}, {"never", ColourWhen::never}},
         "Colour; unless given, on terminals only, and never when NO_COLOR is set");
-    command
-        ->add_option("--schema", schema_files,
-                     "Take the types of this schema file and of what it imports, instead of the built-in "
-                     "ones; can "
-                     "be given several times. TLVMSG_SCHEMA does the same, with colons between files")
-        ->type_name("FILE")
-        ->allow_extra_args(false);
+    add_list(
+        command, "--schema", schema_files,
+        "Take the types of this schema file, or of all in this directory, and of what they import, instead "
+        "of the "
+        "built-in ones; can be given several times. TLVMSG_SCHEMA does the same, with colons between them")
+        ->type_name("FILE");
+    add_list(command, "-I", import_directories, "Directory below which schema files find imports")->type_name("DIR");
 }
 
 Candidates candidates(const std::string &type_name, const std::vector<std::string> &words) {

@@ -61,7 +61,7 @@ class LoadedTypes {
 public:
     LoadedTypes() {
         if (const std::vector<std::string> files = wanted_files(); !files.empty()) {
-            types_.emplace(files);
+            types_.emplace(files, import_directories);
             set_.reset(tlvmsg_type_set_new(types_->all().data(), types_->all().size(), nullptr));
             if (set_ == nullptr) {
                 throw std::bad_alloc(); // since a schema has no name twice

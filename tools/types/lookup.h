@@ -14,6 +14,9 @@ namespace tlvmsg::tool {
 // them. None: the built-in types.
 inline std::vector<std::string> schema_files;
 
+// Directories below which they find imports, as -I names them.
+inline std::vector<std::string> import_directories;
+
 // The types to choose from, read when they are first asked for. Null stands for the built-in ones. Throws as
 // SchemaTypes does.
 const tlvmsg_type_set *type_set();

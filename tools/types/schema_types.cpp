@@ -140,11 +140,11 @@ private:
     tlvc::Layouts layouts_{tlvc::native};
 };
 
-SchemaTypes::SchemaTypes(const std::vector<std::string> &files) {
+SchemaTypes::SchemaTypes(const std::vector<std::string> &files, const std::vector<std::string> &import_path) {
     tlvc::Sources sources;
     tlvc::Diagnostics faults;
     try {
-        schema_ = tlvc::compile(files, sources, faults);
+        schema_ = tlvc::compile(files, sources, faults, {import_path.begin(), import_path.end()});
     } catch (const base::IoError &error) {
         throw Failure(exit_io, error.what());
     } catch (const std::filesystem::filesystem_error &error) {

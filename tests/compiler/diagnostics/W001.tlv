@@ -10,7 +10,7 @@ bytes too_long[65530]
 array numbers of uint64[8192]
 
 /// A port.
-struct port = 1001 { uint16 slot  uint16 port }
+struct port = 33001 { uint16 slot  uint16 port }
 
 /// 16 bytes each.
 array ports of port[4096]

@@ -20,7 +20,15 @@ message acme_fan_report { acme_fan fan }
 END
 own="--schema acme/fan.tlv"
 run types --kind message $own; equal "$(cat out)" acme_fan_report
+run $own types --kind message; equal "$(cat out)" acme_fan_report
+run types --schema acme; equal "$(wc -l <out)" 12 # with the scalars
+run --schema "$schema" types $own zel_led_control; prints '^zel_led_control$'
 run types --family voice $own; is 2; error_has 'there are acme'
+mkdir -p vendor/ids; echo 'enum vendor_id = 40002' >vendor/ids/ids.tlv
+printf 'import "ids/ids.tlv"\nstruct acme_id = 40003 { vendor_id id }\n' >acme/id.tlv
+run types --schema acme/id.tlv; is 2; error_has 'T008'
+run types --schema acme/id.tlv -I vendor; is 0; prints '^vendor_id$'
+rm acme/id.tlv
 run encode $own -t acme_fan_report '{"fan": {"slot": 7, "speed": "fast"}}'; is 0; cp out fan.bin
 run guess $own fan.bin; is 0; prints '^yes   message       acme_fan_report: 22 of 22 bytes'
 run decode $own --text -t acme_fan_report fan.bin; prints '^fan.speed = 2 \(fast\)$'

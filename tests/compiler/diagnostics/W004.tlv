@@ -1,0 +1,7 @@
+//! Whose tags are whose.
+
+/// The library's, or soon.
+struct port = 32767 { uint16 slot }
+
+/// Never the library's.
+struct line = 32768 { uint16 slot }
