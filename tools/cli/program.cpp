@@ -50,7 +50,8 @@ void add_common_options(CLI::App *command) {
         "of the "
         "built-in ones; can be given several times. TLVMSG_SCHEMA does the same, with colons between them")
         ->type_name("FILE");
-    add_list(command, "-I", import_directories, "Directory below which schema files find imports")->type_name("DIR");
+    add_list(command, "-I", import_directories, "Directory below which schema files find imports")
+        ->type_name("DIR");
 }
 
 Candidates candidates(const std::string &type_name, const std::vector<std::string> &words) {
