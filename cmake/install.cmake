@@ -42,6 +42,11 @@ foreach(family IN LISTS TLVMSG_FAMILIES)
     install(FILES ${TLVMSG_GENERATED}/${family}_codecs.h DESTINATION ${header_directory}/codec)
 endforeach()
 
+install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN CMakeLists.txt EXCLUDE)
+install(FILES examples/family/CMakeLists.txt DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples/family)
+install(DIRECTORY editors DESTINATION ${CMAKE_INSTALL_DATADIR}/tlvmsg)
+
 set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/tlvmsg)
 install(EXPORT tlvmsg NAMESPACE tlvmsg:: DESTINATION ${package_directory} FILE tlvmsg-targets.cmake)
 configure_package_config_file(cmake/tlvmsg-config.cmake.in ${PROJECT_BINARY_DIR}/tlvmsg-config.cmake
