@@ -36,13 +36,18 @@ inline const Help generate = {
     "Write the headers and codecs of schema files",
     {"Below DIR come, of the families of these files, include/tlvmsg with the headers and src with what is "
      "to be compiled. Nothing is written when there are faults, and a file that has its text already stays "
-     "as it is. The CMake package's tlvmsg_add_family generates and builds."},
+     "as it is.",
+     "With CMake, tlvmsg_add_family(TARGET SCHEMA FILE...) of the package tlvmsg generates and builds. "
+     "Elsewhere "
+     "compile the .cpp files of src as C++20, with DIR/include, DIR/src and what 'pkg-config "
+     "--variable=codecdir tlvmsg_inspect' prints among the directories for includes, and link with "
+     "tlvmsg_inspect. No run time of C++ is needed."},
     {{"tlvc generate --out generated relay/*.tlv", "of one family"}}};
 
 inline const Help describe = {
     "Print what peers and programs rely on, to compare and review",
-    {"Of each type the kind, tag, sizes, members and values, and the layout of its record with pointers of 8 "
-     "and of 4 bytes. tlvc compare reads it like a schema."},
+    {"Of each type the kind, tag, sizes, members and values, and the layout of its record on machines with "
+     "64 bits, with 32, and on i386. tlvc compare reads it like a schema."},
     {{"tlvc interface relay/*.tlv > interface.txt", "what is promised from now on"}}};
 
 inline const Help format = {"Bring schema files into the canonical layout",

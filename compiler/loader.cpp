@@ -5,29 +5,13 @@
 #include "parser.h"
 #include "reserved.h"
 
+#include <set>
+
 namespace tlvc {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-// The file, or the schema files in the directory and below.
-std::vector<fs::path> files_of(const std::string &path) {
-    if (!fs::is_directory(path)) {
-        return {path};
-    }
-    std::vector<fs::path> files;
-    for (const auto &each : fs::recursive_directory_iterator(path)) {
-        if (each.path().extension() == ".tlv") {
-            files.push_back(each.path());
-        }
-    }
-    if (files.empty()) {
-        throw tlvmsg::base::IoError("there are no .tlv files in '" + path + "'");
-    }
-    std::sort(files.begin(), files.end());
-    return files;
-}
 
 class Loader {
 public:
@@ -38,10 +22,8 @@ public:
     }
 
     Program run(const std::vector<std::string> &paths) {
-        for (const std::string &path : paths) {
-            for (const fs::path &file : files_of(path)) {
-                program_.units[open(file)].named = true;
-            }
+        for (const std::string &file : files_of(paths)) {
+            program_.units[open(file)].named = true;
         }
         check_imports();
         check_families();
@@ -150,6 +132,27 @@ private:
 };
 
 } // namespace
+
+std::vector<std::string> files_of(const std::vector<std::string> &paths) {
+    std::vector<std::string> files;
+    for (const std::string &path : paths) {
+        if (!fs::is_directory(path)) {
+            files.push_back(path);
+            continue;
+        }
+        std::set<std::string> found;
+        for (const auto &each : fs::recursive_directory_iterator(path)) {
+            if (each.path().extension() == ".tlv") {
+                found.insert(each.path().string());
+            }
+        }
+        if (found.empty()) {
+            throw tlvmsg::base::IoError("there are no .tlv files in '" + path + "'");
+        }
+        files.insert(files.end(), found.begin(), found.end());
+    }
+    return files;
+}
 
 fs::path installed_schema() {
     std::error_code error;

@@ -113,7 +113,7 @@ int format_files(const Options &options) {
     Sources sources;
     Diagnostics faults;
     bool all_formatted = true;
-    for (const std::string &path : options.files) {
+    for (const std::string &path : files_of(options.files)) {
         uint32_t file = sources.add(path, read_file(path));
         Diagnostics own;
         syntax::File syntax = parse(sources, file, own);
