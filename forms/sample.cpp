@@ -17,6 +17,7 @@ namespace {
 constexpr uint64_t most_encoded_bytes = UINT16_MAX;
 constexpr uint64_t header_bytes = 4;
 constexpr uint64_t small_count = 32;
+constexpr uint64_t room_inside = 16; // at least, for each dynamic array in the items of one
 
 // The most bytes that a type needs while its dynamic arrays are empty, and how many of those it may hold.
 struct Needs {
@@ -56,9 +57,7 @@ class Sampler {
 public:
     Sampler(const tlvmsg_type *type, const tlvmsg_sample_options &options, Settings &settings)
         : kind_(options.kind), settings_(settings), random_(options.seed) {
-        const Needs rest = needs(type);
-        const uint64_t left = most_encoded_bytes - std::min(rest.bytes, most_encoded_bytes);
-        dynamic_share_ = rest.dynamic_arrays == 0 ? 0 : left / rest.dynamic_arrays;
+        dynamic_share_ = share_within(type, most_encoded_bytes);
     }
 
     // What is all zero. A path alone is enough to have an alternative.
@@ -85,6 +84,11 @@ private:
     // Modulo, because the standard's distributions differ between libraries.
     uint64_t draw(uint64_t below) { return random_() % below; }
     uint64_t one_of(std::initializer_list<uint64_t> values) { return values.begin()[draw(values.size())]; }
+
+    static uint64_t share_within(const tlvmsg_type *type, uint64_t bytes) {
+        const Needs rest = needs(type);
+        return rest.dynamic_arrays == 0 ? 0 : (bytes - std::min(rest.bytes, bytes)) / rest.dynamic_arrays;
+    }
 
     uint64_t number(const tlvmsg_type *type);
     uint64_t count(const tlvmsg_type *array);
@@ -117,8 +121,8 @@ uint64_t Sampler::number(const tlvmsg_type *type) {
 uint64_t Sampler::count(const tlvmsg_type *array) {
     uint64_t most = tlvmsg_most_items(array);
     if (tlvmsg_type_is_dynamic(array)) {
-        most =
-            std::min(most, dynamic_share_ / (tlvmsg_type_is_bytes(array) ? 1 : array->element->max_encoded));
+        const Needs item = tlvmsg_type_is_bytes(array) ? Needs{1, 0} : needs(array->element);
+        most = std::min(most, dynamic_share_ / (item.bytes + item.dynamic_arrays * room_inside));
     }
     switch (kind_) {
     case TLVMSG_SAMPLE_MIN:
@@ -174,6 +178,10 @@ void Sampler::fill_array(const tlvmsg_type *array, void *record, const std::stri
     if (bytes) {
         fill_bytes(items.first, total);
     }
+    const uint64_t share = dynamic_share_;
+    if (tlvmsg_type_is_dynamic(array) && !bytes && total > 0) {
+        dynamic_share_ = share_within(array->element, share / total);
+    }
     for (size_t i = 0; i < (bytes ? std::min<uint64_t>(named, total) : total); ++i) {
         const std::string item = path + "[" + std::to_string(i) + "]";
         if (!bytes) {
@@ -182,6 +190,7 @@ void Sampler::fill_array(const tlvmsg_type *array, void *record, const std::stri
             settings_.read(*byte, array->element, items.first + i);
         }
     }
+    dynamic_share_ = share;
 }
 
 // Every value that chooses something is as likely as the next.

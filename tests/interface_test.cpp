@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <regex>
 #include <sstream>
 #include <string>
 
@@ -124,12 +123,15 @@ std::string for_this_platform(std::string word) {
     struct Number {
         uint64_t value;
     };
-    const int wanted = sizeof(void *) == 8 ? 0 : alignof(Number) == 8 ? 1 : 2;
-    std::smatch numbers;
-    if (std::regex_match(word, numbers, std::regex("([0-9]+)/([0-9]+)(?:/([0-9]+))?(,?)"))) {
-        word = numbers[wanted == 2 && !numbers[3].matched ? 2 : wanted + 1].str() + numbers[4].str();
+    if (word.find('/') == word.npos || word.find_first_not_of("0123456789/,") != word.npos) {
+        return word;
     }
-    return word;
+    const std::string comma = word.ends_with(',') ? "," : "";
+    std::istringstream each(word.substr(0, word.size() - comma.size()));
+    for (int left = sizeof(void *) == 8 ? 1 : alignof(Number) == 8 ? 2 : 3; left > 0; --left) {
+        std::getline(each, word, '/');
+    }
+    return word + comma;
 }
 
 std::string normalized(const std::string &line) {

@@ -34,6 +34,18 @@ run guess $own fan.bin; is 0; prints '^yes   message       acme_fan_report: 22 o
 run decode $own --text -t acme_fan_report fan.bin; prints '^fan.speed = 2 \(fast\)$'
 run decode $own -t ifid fan.bin; is 2
 run --complete decode $own -t acme_fan_r; equal "$(cat out)" acme_fan_report
+# Dynamic arrays whose items hold dynamic arrays are filled as well, and fit.
+cat >acme/psu.tlv <<'END'
+dynamic bytes psu_reason counted by uint16
+struct        psu = 40010 { uint16 slot  uint16 count  psu_reason reason }
+dynamic array psus of psu counted by uint8
+struct        psu_list = 40011 { uint8 count  psus units }
+END
+run sample --schema acme/psu.tlv --kind max --out json psu_list; prints '"slot": 65535'
+equal "$(jq '[.units[].reason.hex | length] | length > 100 and min >= 16' <out)" true
+for seed in 1 2 3 4 5 6 7 8; do tlv sample --schema acme/psu.tlv --seed $seed --out json psu_list; done |
+    jq -es 'any(.[]; (.units | length) > 1)' >out || fail 'no units'
+
 sed -i 's/speed$/sped/; s/acme_fan_speed  /acme_fan_sped  /' acme/fan.tlv
 run types $own; is 2; error_has "fan.tlv:4:5: error\[T012\]"; error_has "did you mean 'acme_fan_speed'"
 run types --schema missing.tlv; is 4; error_has missing.tlv
