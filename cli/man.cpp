@@ -17,7 +17,11 @@ std::string plain(std::string_view text) {
     for (const char c : text) {
         const bool begins = result.empty() || result.back() == '\n';
         result += begins && (c == '.' || c == '\'') ? "\\&" : "";
-        result += c == '\\' ? "\\e" : c == '-' ? "\\-" : c == '\'' ? "\\(aq" : std::string(1, c);
+        result += c == '\\'   ? "\\e"
+                  : c == '-'  ? "\\-"
+                  : c == '\'' ? "\\(aq"
+                  : c == '"'  ? "\\(dq"
+                              : std::string(1, c);
     }
     return result;
 }

@@ -37,9 +37,11 @@ inline const Help generate = {
     {"Below DIR come, of the families of these files, include/tlvmsg with the headers and src with what is "
      "to be compiled. Nothing is written when there are faults, and a file that has its text already stays "
      "as it is.",
-     "With CMake, tlvmsg_add_family(TARGET SCHEMA FILE...) of the package tlvmsg generates and builds. "
-     "Elsewhere "
-     "compile the .cpp files of src as C++20, with DIR/include, DIR/src and what 'pkg-config "
+     "With CMake, tlvmsg_add_family(TARGET SCHEMA FILE... [IMPORT DIR...] [LIBRARY NAME]) of the package "
+     "tlvmsg generates and builds. TARGET is a library that there is, as by add_library(TARGET SHARED), or "
+     "becomes one; IMPORT is -I; LIBRARY is what to link, tlvmsg_inspect or tlvmsg_inspect_static. Cross "
+     "builds name with -DTLVC_EXECUTABLE=/usr/bin/tlvc what runs on the host.",
+     "Elsewhere compile the .cpp files of src as C++20, with DIR/include, DIR/src and what 'pkg-config "
      "--variable=codecdir tlvmsg_inspect' prints among the directories for includes, and link with "
      "tlvmsg_inspect. No run time of C++ is needed."},
     {{"tlvc generate --out generated relay/*.tlv", "of one family"}}};

@@ -99,7 +99,7 @@ typedef enum tlvmsg_code {
     TLVMSG_RECORD_SIZE,   /* the program has another record than the library [its size, the library's] */
     TLVMSG_OTHER_VERSION, /* a family generated for another library [its TLVMSG_VERSION, the library's] */
     TLVMSG_NAME_TAKEN,    /* a type of a name that there is [0, 0] */
-    TLVMSG_TAG_TAKEN,     /* a type of a tag that there is [the tag, TLVMSG_FIRST_OWN_TAG] */
+    TLVMSG_TAG_TAKEN,     /* a type of a tag that there is [the tag, 0] */
     TLVMSG_CODE_COUNT
 } tlvmsg_code;
 

@@ -14,7 +14,7 @@
  *     if (!tlvmsg_register(&tlvmsg_family_acme, &fault)) {
  *         char line[TLVMSG_FAULT_TEXT];
  *         tlvmsg_fault_text(&fault, line, sizeof line);
- *         puts(line); // error[tag-taken]: acme_fan: tag 32768 is another type's at byte 0
+ *         puts(line); // error[tag-taken]: acme_fan and other_fan: both have tag 32768
  *     }
  *     tlvmsg_type_find("acme_fan") == tlvmsg_descriptor_acme_fan();    // from here on
  */
@@ -56,7 +56,7 @@ typedef struct tlvmsg_family {
  *     TLVMSG_OTHER_VERSION    tlvc and library are not of one version, patch levels aside; the path is the
  *                             family's name
  *     TLVMSG_NAME_TAKEN       a type has the name of another one; the path is that name
- *     TLVMSG_TAG_TAKEN        a type has the tag of another one; the path is the type's name
+ *     TLVMSG_TAG_TAKEN        a type has the tag of another one; the path is "acme_fan and other_fan"
  *
  * A family that is registered already is refused as well: its names are taken. Any thread may call this at any
  * time, also while others look types up: they find all types of the family or none of them.

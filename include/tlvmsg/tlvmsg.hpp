@@ -26,6 +26,10 @@
 #ifndef TLVMSG_TLVMSG_HPP
 #define TLVMSG_TLVMSG_HPP
 
+#if __cplusplus < 202002L
+#error "tlvmsg.hpp needs C++20: -std=c++20, or target_compile_features(... cxx_std_20)"
+#endif
+
 #include <tlvmsg/typed.h>
 
 #include <cstddef>

@@ -5,6 +5,7 @@
 #include "cli/cli.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
+#include "tools/types/lookup.h"
 #include "tools/wireshark/tables.h"
 
 #include <fmt/format.h>
@@ -20,8 +21,10 @@ using namespace cli;
 
 namespace {
 
+constexpr const char *own_name = "tlvmsg";
+
 struct Options {
-    std::string name = "tlvmsg";
+    std::string name = own_name;
     bool install = false;
 };
 
@@ -51,6 +54,12 @@ int run(const Options &options) {
     if (!options.install) {
         print(dissector(options.name));
         return exit_fine;
+    }
+    if (type_set() != nullptr && options.name == own_name) {
+        throw Failure(exit_usage,
+                      fmt::format("--install with --schema wants a --name: '{}' is the dissector of the "
+                                  "built-in types",
+                                  own_name));
     }
     const std::string path = fmt::format("{}/.local/lib/wireshark/plugins/{}.lua", home(), options.name);
     try {

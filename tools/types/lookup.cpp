@@ -95,7 +95,10 @@ std::string not_found(const std::string &name, const std::vector<const tlvmsg_ty
     const std::string meant =
         like.empty() ? base::did_you_mean(name, names) : fmt::format("did you mean '{}'?", names[0]);
     return fmt::format("no type is called '{}'; {}", name,
-                       meant.empty() ? "'tlv types' lists them all" : meant);
+                       !meant.empty() ? meant
+                       : type_set() == nullptr
+                           ? "'tlv types' lists them all, and --schema FILE has those of a file"
+                           : "'tlv types' lists all that the schema has");
 }
 
 } // namespace
