@@ -1,7 +1,7 @@
 #!/bin/sh
 # as_part.sh SOURCE_DIRECTORY TLVC
-# Another project can have the sources as a part of itself, on its own platform library or on the one here. That it can
-# be built as well is for the night.
+# Another project can have the sources as a part of itself, on its own platform library or on the one here, and its
+# program with a family of its own runs. Building all of its programs is for the night.
 set -eu
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -9,5 +9,5 @@ for platform in OFF ON; do
     cmake -S "$1/tests/packaging/consumer" -B "$work/$platform" -DTLVMSG_SOURCE="$1" -DTLVC_EXECUTABLE="$2" \
         -DTLVMSG_EXTERNAL_OSAL_PELIX=$platform > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
 done
-cmake --build "$work/ON" --target tlvmsg_schema > /dev/null
-test -s "$work/ON/tlvmsg/include/tlvmsg/voice.h"
+cmake --build "$work/ON" --target fans -j2 > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
+"$work/ON/programs/fans"
