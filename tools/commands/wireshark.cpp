@@ -75,24 +75,26 @@ int run(const Options &options) {
 
 void add_wireshark(Cli &cli) {
     const auto options = std::make_shared<Options>();
-    CLI::App *const command =
-        cli.add("wireshark",
-                {"Print a dissector for Wireshark and tshark",
-                 {"One file in Lua, for Wireshark 4, has a filter for every member: "
-                  "tlvmsg.zel_led_control.color == 3. What decoders tolerate is a warning and what they "
-                  "refuse an error, with tlvmsg.fault as its code.",
-                  "Preferences of the protocol say what packets hold, in the words of tlv decode: types, the "
-                  "lines of --type-of with commas or spaces between them; types_file, a file of such lines "
-                  "as --types takes it; framing. default_type is the type of what no line is about.",
-                  "Without a type, a payload is the only message that fits; when several fit they are named, "
-                  "and the elements are shown by their tags. Ports without a type are left alone, unless "
-                  "'Decode As' or the preference heuristic says otherwise."},
-                 {{"tlv wireshark --install", "where this user's Wireshark finds it; prints where that is"},
-                  {"tlv wireshark > tlvmsg.lua", "for tshark -X lua_script:tlvmsg.lua"},
-                  {"tshark -o 'tlvmsg.types:udp/9000=zel_led_control' -r x.pcapng -V", "a type by its port"},
-                  {"tshark -d udp.port==9000,tlvmsg -r x.pcapng -Y tlvmsg.fault",
-                   "frames where something is wrong"}}},
-                [options] { return run(*options); });
+    CLI::App *const command = cli.add(
+        "wireshark",
+        {"Print a dissector for Wireshark and tshark",
+         {"One file in Lua, for Wireshark 4, has a filter for every member: "
+          "tlvmsg.zel_led_control.color == 3. What decoders tolerate is a warning and what they "
+          "refuse an error, with tlvmsg.fault as its code.",
+          "Preferences of the protocol say what packets hold, in the words of tlv decode: types, the "
+          "lines of --type-of with commas or spaces between them; types_file, a file of such lines "
+          "as --types takes it; framing. default_type is the type of what no line is about.",
+          "Without a type, a payload is the only message that fits; when several fit they are named, "
+          "and the elements are shown by their tags. Ports without a type are left alone, unless "
+          "'Decode As' or the preference heuristic says otherwise.",
+          "With --schema it is about the types of that file alone, and --name tells it from that of the "
+          "built-in types, beside which it can be installed."},
+         {{"tlv wireshark --install", "where this user's Wireshark finds it; prints where that is"},
+          {"tlv wireshark > tlvmsg.lua", "for tshark -X lua_script:tlvmsg.lua"},
+          {"tshark -o 'tlvmsg.types:udp/9000=zel_led_control' -r x.pcapng -V", "a type by its port"},
+          {"tshark -d udp.port==9000,tlvmsg -r x.pcapng -Y tlvmsg.fault",
+           "frames where something is wrong"}}},
+        [options] { return run(*options); });
     const auto take_name = [options](const std::string &name) {
         options->name = name;
         return is_name(name);
