@@ -11,10 +11,10 @@ namespace tlvc {
 using Levels = unsigned;
 enum Level : Levels {
     Nothing = 0,
-    Wire = 1,   // one side refuses what the other sends, or reads something else from it
+    Wire = 1,   // either side refuses what the other sends, or reads something else from it
     Json = 2,   // a document that the old side wrote is refused now, or read into another record
     Source = 4, // a program for the old headers does not compile now, or means something else
-    Layout = 8, // a program built with the old headers does not fit libraries built with the new ones
+    Layout = 8, // records of programs built with the old headers do not fit libraries built with the new ones
     LayoutIfResized = 16, // of a rule: Layout when the record gets another size or alignment
 };
 inline constexpr Levels all_levels = Wire | Json | Source | Layout;
@@ -45,15 +45,16 @@ A new type is a tag and names that nobody had. Members of that type are changes 
 + enum state = 2001  enum mode = 2002  enum more = 2003
 = enum mode = 2002  enum state = 2001)"};
 
-inline constexpr Rule type_renamed{"C003", Json | Source | Layout,
-                                   R"(type renamed: functions and macros are called after it
-A renamed type is known again by its tag, a message by its members, an array or union by where it stands.
+inline constexpr Rule type_renamed{"C003", Source, R"(type renamed: functions and macros are called after it
+Neither elements nor documents say the names of types; built programs call functions that are gone. A renamed type
+is known again by its tag, a message by its members, an array or union by where it stands.
 - enum state = 2001
 + enum relay_state = 2001
 = enum state = 2001 { relay = 1 })"};
 
 inline constexpr Rule family_moved{"C004", Source, R"(moved to another family: programs include another header
-A family is a header. The files within its directory make no difference.
+A family is a header. The files within its directory make no difference. Where either side is a single schema file or
+standard input, families are not compared.
 - relay/a.tlv: enum state = 2001
 + alarm/a.tlv: enum state = 2001
 = relay/b.tlv: enum state = 2001)"};
@@ -120,6 +121,7 @@ Members are found by their order alone. That of enumerators, alternatives and de
 inline constexpr Rule type_changed{"C013", all_levels,
                                    R"(type of a part changed: each side expects another element there
 Numbers of another size or sign have another tag. Documents hold when every old number fits and none has a name.
+The count of a dynamic array is such a number: where its tag is another, decoders find no items, be there few or many.
 - struct port = 2001 { uint16 slot }
 + struct port = 2001 { uint8 slot }
 = struct port = 2001 { uint16 slot }  struct narrow_port = 2002 { uint8 slot })"};
@@ -145,17 +147,16 @@ inline constexpr Rule attribute_changed{"C016", Wire,
 + struct s = 2001 { uint8 count  names names @zero_count }  dynamic bytes names counted by uint8
 = dynamic bytes names counted by uint8  struct s = 2001 { uint8 count  names names })"};
 
-inline constexpr Rule room_grown{
-    "C017", Wire | LayoutIfResized,
-    R"(capacity or count grown: old decoders refuse or overrun what exceeds theirs
-The exact decoder stores as many items as came. Declare a new array for peers that take more.
+inline constexpr Rule room_grown{"C017", Wire | LayoutIfResized,
+                                 R"(capacity grown: old decoders refuse or overrun what exceeds theirs
+The exact decoder stores as many items as came. Declare a new array for peers that take more. Old documents hold; of
+new ones, old readers refuse those with more items.
 - bytes serial[8]
 + bytes serial[12]
 = bytes serial[8]  bytes long_serial[12])"};
 
-inline constexpr Rule room_shrunk{
-    "C018", Wire | Json | LayoutIfResized,
-    R"(capacity or count shrunk: new decoders refuse or overrun what exceeds theirs
+inline constexpr Rule room_shrunk{"C018", Wire | Json | LayoutIfResized,
+                                  R"(capacity shrunk: new decoders refuse or overrun what exceeds theirs
 Old peers go on sending as much as they can hold, and documents have it.
 - bytes serial[12]
 + bytes serial[8]
@@ -205,8 +206,9 @@ They stop at an element that they do not expect. A union at the end of its struc
 + enum kind = 2001  union u by kind which { 1: uint8 a  2: uint64 b }  struct s = 2002 { kind which  u u  kind last }
 = enum kind = 2001 { two = 2 }  union u by kind which { 1: uint8 a }  struct s = 2002 { kind which  u u  kind last })"};
 
-inline constexpr Rule choice_removed{"C025", Wire | Json | Source | LayoutIfResized,
-                                     R"(alternative removed: one side misses what the other sends or expects
+inline constexpr Rule choice_removed{
+    "C025", Wire | Json | Source | LayoutIfResized,
+    R"(alternative or its value removed: one side misses what the other sends or expects
 New decoders stop at what they do not expect, old ones where nothing comes. Keep it, and say that nobody sends it.
 - enum kind = 2001  union u by kind which { 1: uint8 a  2: uint64 b }
 + enum kind = 2001  union u by kind which { 1: uint8 a }

@@ -41,17 +41,17 @@ bool chooses(const std::vector<uint32_t> &values, uint32_t value) {
     return std::find(values.begin(), values.end(), value) != values.end();
 }
 
+bool chooses(const Type &type, uint32_t value) {
+    return std::any_of(type.alternatives.begin(), type.alternatives.end(),
+                       [=](const Alternative &each) { return chooses(each.values, value); });
+}
+
 std::string spelled(const Part *part) {
     if (part == nullptr) {
         return {};
     }
     const std::string values = fmt::format("{}", fmt::join(part->values, ", "));
     return part->type == nullptr ? values : values + (values.empty() ? "" : ": ") + part->type->name;
-}
-
-std::string room(const Type &array) {
-    return array.capacity > 0 ? fmt::format("room for {}", array.capacity)
-                              : "counted by " + array.count->name;
 }
 
 class Comparison {
@@ -94,7 +94,7 @@ private:
         const std::vector<Part> new_parts = parts_of(after);
         const Parts parts = pairing_.parts(old_parts, new_parts);
         if (is_array(before)) {
-            return compare_array(before, after, parts.front());
+            return compare_array(before, after, parts);
         }
         compare_order(before, after, parts);
         for (const PartPair &each : parts) {
@@ -111,17 +111,13 @@ private:
         compare_added(before, after, parts, new_parts.data());
     }
 
-    void compare_array(const Type &before, const Type &after, const PartPair &items) {
-        compare_type({&before, &after, items});
-        const auto grown = [](const Type &a, const Type &b) {
-            return a.capacity < b.capacity || a.count->scalar->width < b.count->scalar->width;
-        };
-        if (grown(before, after) || grown(after, before)) {
-            const Rule &rule = grown(before, after) ? room_grown : room_shrunk;
-            report(rule, {&before, &after, {}}, room(before), room(after));
-            if (before.count->scalar != after.count->scalar) {
-                found_.back().levels |= Layout; // even where it grows into padding
-            }
+    void compare_array(const Type &before, const Type &after, const Parts &parts) {
+        for (const PartPair &each : parts) {
+            compare_type({&before, &after, each});
+        }
+        if (before.capacity != after.capacity) {
+            report(before.capacity < after.capacity ? room_grown : room_shrunk, {&before, &after, {}},
+                   fmt::format("room for {}", before.capacity), fmt::format("room for {}", after.capacity));
         }
     }
 
@@ -220,13 +216,13 @@ private:
         }
         for (const uint32_t value : old->values) {
             if (!chooses(now->values, value)) {
-                report(choice_changed, subject, fmt::format("chosen by {}", value), "not");
+                const bool elsewhere = chooses(*subject.after, value);
+                report(elsewhere ? choice_changed : choice_removed, subject,
+                       fmt::format("chosen by {}", value), "not");
+                found_.back().levels = Wire | Json; // the alternative is still there
             }
         }
-        const auto is_new = [&, &before = subject.before->alternatives](uint32_t value) {
-            return std::none_of(before.begin(), before.end(),
-                                [&](const Alternative &each) { return chooses(each.values, value); });
-        };
+        const auto is_new = [&](uint32_t value) { return !chooses(*subject.before, value); };
         if (old->type != nullptr && std::any_of(now->values.begin(), now->values.end(), is_new)) {
             report_choice(subject);
         }

@@ -9,6 +9,9 @@ std::vector<Part> parts_of(const Type &type) {
     std::vector<Part> parts;
     if (is_array(type)) {
         parts.push_back({"items", type.element, {}, "", type.span, nullptr});
+        if (is_dynamic(type)) { // otherwise it never is an element
+            parts.push_back({"count", type.count, {}, "", type.span, nullptr});
+        }
     } else if (type.kind == Kind::Union) {
         parts.push_back({type.selector_name, type.selector, {}, "", type.span, nullptr});
     }
