@@ -1,5 +1,7 @@
 #include "changes.h"
 
+#include <fmt/format.h>
+
 namespace tlvc {
 
 namespace {
@@ -9,21 +11,18 @@ constexpr std::pair<std::string_view, Levels> names[] = {
 
 } // namespace
 
-std::string names_of(Levels levels, std::string_view separator) {
-    std::string text;
+std::vector<std::string_view> names_in(Levels levels) {
+    std::vector<std::string_view> found;
     for (const auto &[name, level] : names) {
-        text.append((levels & level) == 0 || text.empty() ? "" : separator)
-            .append((levels & level) != 0 ? name : "");
+        if ((levels & level) != 0) {
+            found.push_back(name);
+        }
     }
-    return text.empty() ? "nothing" : text;
+    return found;
 }
 
-Levels level_named(std::string_view wanted) {
-    Levels levels = Nothing;
-    for (const auto &[name, level] : names) {
-        levels |= name == wanted ? level & all_levels : Nothing;
-    }
-    return levels;
+std::string names_of(Levels levels) {
+    return levels == Nothing ? "nothing" : fmt::format("{}", fmt::join(names_in(levels), ", "));
 }
 
 std::string_view Rule::effect() const {

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tlvc {
 
@@ -19,8 +20,8 @@ enum Level : Levels {
 };
 inline constexpr Levels all_levels = Wire | Json | Source | Layout;
 
-std::string names_of(Levels levels, std::string_view separator = ", "); // "wire, layout"; "nothing"
-Levels level_named(std::string_view wanted); // which must be one of "wire", "json", "source" and "layout"
+std::vector<std::string_view> names_in(Levels levels);
+std::string names_of(Levels levels); // "wire, layout"; "nothing"
 
 struct Rule {
     std::string_view code;
@@ -46,15 +47,13 @@ A new type is a tag and names that nobody had. Members of that type are changes 
 = enum mode = 2002  enum state = 2001)"};
 
 inline constexpr Rule type_renamed{"C003", Source, R"(type renamed: functions and macros are called after it
-Neither elements nor documents say the names of types; built programs call functions that are gone. A renamed type
-is known again by its tag, a message by its members, an array or union by where it stands.
+A renamed type is known again by its tag, a message by its members, an array or union by where it stands.
 - enum state = 2001
 + enum relay_state = 2001
 = enum state = 2001 { relay = 1 })"};
 
 inline constexpr Rule family_moved{"C004", Source, R"(moved to another family: programs include another header
-A family is a header. The files within its directory make no difference. Where either side is a single schema file or
-standard input, families are not compared.
+A family is a header, whatever files are in its directory. It is not compared when either side is a single file.
 - relay/a.tlv: enum state = 2001
 + alarm/a.tlv: enum state = 2001
 = relay/b.tlv: enum state = 2001)"};
@@ -149,8 +148,7 @@ inline constexpr Rule attribute_changed{"C016", Wire,
 
 inline constexpr Rule room_grown{"C017", Wire | LayoutIfResized,
                                  R"(capacity grown: old decoders refuse or overrun what exceeds theirs
-The exact decoder stores as many items as came. Declare a new array for peers that take more. Old documents hold; of
-new ones, old readers refuse those with more items.
+The exact decoder stores as many items as came. Declare a new array for peers that take more. Old documents hold.
 - bytes serial[8]
 + bytes serial[12]
 = bytes serial[8]  bytes long_serial[12])"};

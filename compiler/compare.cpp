@@ -42,8 +42,7 @@ bool chooses(const std::vector<uint32_t> &values, uint32_t value) {
 }
 
 bool chooses(const Type &type, uint32_t value) {
-    return std::any_of(type.alternatives.begin(), type.alternatives.end(),
-                       [=](const Alternative &each) { return chooses(each.values, value); });
+    return std::ranges::any_of(type.alternatives, [=](auto &each) { return chooses(each.values, value); });
 }
 
 std::string spelled(const Part *part) {
@@ -56,8 +55,8 @@ std::string spelled(const Part *part) {
 
 class Comparison {
 public:
-    Comparison(const Schema &before, const Schema &after)
-        : before_(before), after_(after), pairing_(before, after) {}
+    Comparison(const Schema &before, const Schema &after, bool families_count)
+        : before_(before), after_(after), pairing_(before, after, families_count) {}
 
     std::vector<Finding> run() {
         for (const Type &type : before_.types) {
@@ -81,7 +80,7 @@ private:
         if (before.name != after.name) {
             report(type_renamed, types, before.name, after.name);
         }
-        if (before.family != nullptr && before.family->name != after.family->name) {
+        if (!pairing_.same_family(before, after)) {
             report(family_moved, types, before.family->name, after.family->name);
         }
         if (broad_kind(before) != broad_kind(after)) {
@@ -90,12 +89,13 @@ private:
         if (has_tag(before) && before.tag != after.tag) {
             report(tag_changed, types, std::to_string(before.tag), std::to_string(after.tag));
         }
+        if (before.capacity != after.capacity) {
+            report(before.capacity < after.capacity ? room_grown : room_shrunk, types,
+                   fmt::format("room for {}", before.capacity), fmt::format("room for {}", after.capacity));
+        }
         const std::vector<Part> old_parts = parts_of(before);
         const std::vector<Part> new_parts = parts_of(after);
         const Parts parts = pairing_.parts(old_parts, new_parts);
-        if (is_array(before)) {
-            return compare_array(before, after, parts);
-        }
         compare_order(before, after, parts);
         for (const PartPair &each : parts) {
             const Subject subject{&before, &after, each};
@@ -109,16 +109,6 @@ private:
             }
         }
         compare_added(before, after, parts, new_parts.data());
-    }
-
-    void compare_array(const Type &before, const Type &after, const Parts &parts) {
-        for (const PartPair &each : parts) {
-            compare_type({&before, &after, each});
-        }
-        if (before.capacity != after.capacity) {
-            report(before.capacity < after.capacity ? room_grown : room_shrunk, {&before, &after, {}},
-                   fmt::format("room for {}", before.capacity), fmt::format("room for {}", after.capacity));
-        }
     }
 
     // One finding a type: the first member that now stands before one that it was behind.
@@ -179,10 +169,7 @@ private:
             report(old->type != nullptr ? name_changed : enumerator_renamed, subject, old->name, now->name);
         }
         if (old->attribute != now->attribute) {
-            const auto attribute = [](const Part &part) {
-                return part.attribute.empty() ? "plain" : part.attribute;
-            };
-            report(attribute_changed, subject, attribute(*old), attribute(*now));
+            report(attribute_changed, subject, old->attribute, now->attribute);
         }
         compare_type(subject);
         compare_values(subject);
@@ -254,23 +241,17 @@ private:
     void report(const Rule &rule, const Subject &subject, std::string was, std::string is) {
         const auto &[before, after, part] = subject;
         const Part *const named = part.after != nullptr ? part.after : part.before;
-        Finding &finding = found_.emplace_back();
-        finding.rule = &rule;
-        finding.levels = rule.levels & all_levels;
-        if (rule.levels != finding.levels && !same_extent(*before, *after)) {
-            finding.levels |= Layout;
-        }
-        finding.type = (after != nullptr ? after : before)->name;
-        finding.member = named != nullptr ? named->name : "";
-        finding.was = std::move(was);
-        finding.is = std::move(is);
-        finding.effect = rule.effect();
-        if (part.before != nullptr || (before != nullptr && named == nullptr)) {
-            finding.old_span = part.before != nullptr ? part.before->span : before->span;
-        }
-        if (after != nullptr) {
-            finding.new_span = part.after != nullptr ? part.after->span : after->span;
-        }
+        const bool resized = rule.levels > all_levels && !same_extent(*before, *after);
+        const auto place = [](const Type *type, const Part *part_of_it) {
+            return part_of_it != nullptr ? std::optional(part_of_it->span)
+                   : type != nullptr     ? std::optional(type->span)
+                                         : std::nullopt;
+        };
+        found_.push_back({&rule, (rule.levels & all_levels) | (resized ? Layout : Nothing),
+                          (after != nullptr ? after : before)->name, named != nullptr ? named->name : "",
+                          std::move(was), std::move(is), std::string(rule.effect()),
+                          place(named == part.before ? before : nullptr, part.before),
+                          place(after, part.after)});
     }
 
     const Schema &before_;
@@ -282,8 +263,8 @@ private:
 
 } // namespace
 
-std::vector<Finding> compare(const Schema &before, const Schema &after) {
-    return Comparison(before, after).run();
+std::vector<Finding> compare(const Schema &before, const Schema &after, bool families_count) {
+    return Comparison(before, after, families_count).run();
 }
 
 } // namespace tlvc

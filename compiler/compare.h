@@ -20,7 +20,7 @@ struct Finding {
     std::optional<Span> new_span; // in the new ones
 };
 
-// By what they are about: old types in their order, then new ones.
-std::vector<Finding> compare(const Schema &before, const Schema &after);
+// Old types in their order, then new ones. Families may be called otherwise unless they count.
+std::vector<Finding> compare(const Schema &before, const Schema &after, bool families_count = true);
 
 } // namespace tlvc

@@ -35,7 +35,7 @@ std::unique_ptr<const Schema> compile(const std::vector<std::string> &paths, Sou
     return compile(program, faults);
 }
 
-// No schema begins with '#', and every interface.txt does.
+// No schema begins with '#', and every interface.txt does. Nor is an empty file one.
 std::unique_ptr<const Schema> compile_any(const std::string &path, Sources &sources, Diagnostics &faults,
                                           const ImportPath &import_path) {
     if (std::filesystem::is_directory(path)) {
@@ -43,9 +43,14 @@ std::unique_ptr<const Schema> compile_any(const std::string &path, Sources &sour
     }
     const std::string text = tlvmsg::base::read_file(path); // once, as it may be standard input
     const OpenTexts open{{std::filesystem::weakly_canonical(std::filesystem::absolute(path)), text}};
-    return compile(text.starts_with('#') ? read_interface(path, text, sources, faults)
-                                         : load({path}, sources, faults, import_path, open),
-                   faults);
+    if (!text.empty() && !text.starts_with('#')) {
+        return compile(load({path}, sources, faults, import_path, open), faults);
+    }
+    auto schema = compile(read_interface(path, text, sources, faults), faults);
+    if (schema) {
+        check_interface(*schema, sources, faults);
+    }
+    return faults.any() ? nullptr : std::move(schema);
 }
 
 } // namespace tlvc

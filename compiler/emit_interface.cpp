@@ -12,13 +12,13 @@ namespace {
 
 class Interface {
 public:
-    std::string text = "# What peers and programs rely on: kinds, tags, members, capacities, encoded sizes, "
-                       "and records. Written by\n"
-                       "# './dev interface', compared with the schema by every test run. Columns of a field: "
-                       "its offset where\n"
-                       "# pointers have 8 bytes; behind slashes, where they have 4, and where numbers are "
-                       "then aligned to 4 at most,\n"
-                       "# when that differs.\n";
+    std::string text = "# What peers and programs rely on: kinds, tags, members, values, encoded sizes, and "
+                       "records in memory. 'tlvc\n"
+                       "# interface' wrote it, and 'tlvc compare' reads it. Columns of a field: its offset, "
+                       "and its type and name. An\n"
+                       "# offset or size holds where pointers have 8 bytes; behind slashes, where they have "
+                       "4, and where numbers are\n"
+                       "# then aligned to 4 at most, when that differs.\n";
 
     void add(const Family &family) {
         text += fmt::format("\nfamily {}\n", family.name);
@@ -35,42 +35,27 @@ private:
         text += fmt::format("\n{}, {}, record {} aligned {}\n", heading(type), encoded,
                             on_each([&](Layouts &layouts) { return layouts.of(type).size; }),
                             on_each([&](Layouts &layouts) { return layouts.of(type).alignment; }));
-        add_enumerators(type);
+        for (const Enumerator &each : type.enumerators) {
+            text += fmt::format("    {} = {}\n", each.name, each.value);
+        }
         add_members(type);
         add_fields(type);
     }
 
     static std::string heading(const Type &type) {
-        switch (type.kind) {
-        case Kind::Enumeration:
-            return fmt::format("enum {} = {}", type.name, type.tag);
-        case Kind::Structure:
-            return fmt::format("struct {} = {}", type.name, type.tag);
-        case Kind::Message:
-            return fmt::format("message {}", type.name);
-        case Kind::ElementArray:
-        case Kind::PackedArray:
-            return fmt::format("array {} of {}[{}]", type.name, type.element->name, type.capacity);
-        case Kind::ByteArray:
-            return fmt::format("bytes {}[{}]", type.name, type.capacity);
-        case Kind::DynamicElements:
-            return fmt::format("dynamic array {} of {} counted by {}", type.name, type.element->name,
-                               type.count->name);
-        case Kind::DynamicBytes:
-            return fmt::format("dynamic bytes {} counted by {}", type.name, type.count->name);
-        case Kind::Union:
-            return fmt::format("union {} by {} {}{}", type.name, type.selector->name, type.selector_name,
-                               type.enclosing != nullptr ? " in " + type.enclosing->name : "");
-        case Kind::Scalar:
-            break;
+        constexpr std::string_view words[] = {"",      "enum",  "struct",        "message",       "array",
+                                              "array", "bytes", "dynamic array", "dynamic bytes", "union"};
+        static_assert(std::size(words) == kinds);
+        std::string text = fmt::format("{} {}", words[static_cast<size_t>(type.kind)], type.name);
+        text += has_tag(type) ? fmt::format(" = {}", type.tag) : "";
+        if (is_array(type)) {
+            text += holds_bytes(type) ? "" : " of " + type.element->name;
+            text += is_dynamic(type) ? " counted by " + type.count->name : fmt::format("[{}]", type.capacity);
+        } else if (type.kind == Kind::Union) {
+            text += fmt::format(" by {} {}", type.selector->name, type.selector_name);
+            text += type.enclosing != nullptr ? " in " + type.enclosing->name : "";
         }
-        return type.name;
-    }
-
-    void add_enumerators(const Type &type) {
-        for (const Enumerator &each : type.enumerators) {
-            text += fmt::format("    {} = {}\n", each.name, each.value);
-        }
+        return text;
     }
 
     // In the order of the wire, with the counts and selectors that are elements of their own. A union that lives in
@@ -110,16 +95,9 @@ private:
     }
 
     static std::string declarator(const Type &owner, const Field &field) {
-        switch (field.storage) {
-        case Field::Storage::Plain:
-        case Field::Storage::Alternatives:
-            return field.name;
-        case Field::Storage::Array:
-            return fmt::format("{}[{}]", field.name, owner.capacity);
-        case Field::Storage::Pointer:
-            return "*" + field.name;
-        }
-        return {};
+        return field.storage == Field::Storage::Array     ? fmt::format("{}[{}]", field.name, owner.capacity)
+               : field.storage == Field::Storage::Pointer ? "*" + field.name
+                                                          : field.name;
     }
 
     std::string offset(const Type &record, size_t field) {

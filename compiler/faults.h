@@ -242,6 +242,11 @@ inline constexpr Fault path_too_long{
 Faults spell the whole way from the type to the member at fault in a buffer of fixed size. Shorten the
 names of members, or nest the type less.)"};
 
+inline constexpr Fault interface_changed{"T047",
+                                         R"(interface that tlvc did not print: this line should be '{}'
+Of the types in this file, 'tlvc interface' prints another line here: the file has been changed by hand or
+damaged, since sizes and offsets follow from the types. Print it again from the schema.)"};
+
 // Allowed, and yet hardly meant.
 
 inline constexpr Fault array_never_full{
@@ -277,8 +282,8 @@ inline constexpr const Fault *all[] = {
     &large_value,          &unknown_attribute,    &misplaced_attribute, &enclosing_record,
     &circular_type,        &circular_families,    &fixed_size,          &member_named_as_type,
     &unknown_enumerator,   &duplicate_enumerator, &taken_name,          &name_generated_twice,
-    &nested_too_deeply,    &path_too_long,        &array_never_full,    &unused_enumeration,
-    &undocumented_type,    &library_tag};
+    &nested_too_deeply,    &path_too_long,        &interface_changed,   &array_never_full,
+    &unused_enumeration,   &undocumented_type,    &library_tag};
 
 } // namespace fault
 

@@ -66,9 +66,12 @@ inline const Help tags = {
 
 inline const Help compare = {
     "Tell what the changes from one schema to another break",
-    {"Four things can break: wire, where peers refuse or misread each other; json, of documents; source, "
-     "where programs no longer compile; and layout, of records in memory. tlvc explain says more about a "
-     "change's code.",
+    {"Four things can break: wire, where either peer refuses or misreads what the other sends; json, where "
+     "documents of OLD are refused or misread with NEW; source, where programs for OLD no longer compile "
+     "with NEW; and layout, where their records in memory do not fit NEW. Documents of NEW are for readers "
+     "of NEW: others refuse every name that they do not know. tlvc explain says more about a change's code.",
+     "A family is called like the directory that its files lie in. Where OLD or NEW is a single schema file "
+     "or standard input, the names of families are not compared.",
      "The exit status is that of diff: 1 when something breaks, 2 for trouble."},
     {{"tlvc compare interface.txt relay", "the family now, with what was promised"},
      {"tlvc compare --level wire interface.txt relay", "only what peers would notice"}}};

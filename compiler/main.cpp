@@ -153,7 +153,12 @@ int compare_schemas(const Options &options) try {
         return exit_usage;
     }
     const Levels levels = options.levels == Nothing ? all_levels : options.levels;
-    const auto findings = select(compare(*before, *after), levels, options.all || options.as_json);
+    const auto tells_families = [](const std::string &path, const Schema &schema) {
+        const bool is_interface = std::ranges::none_of(schema.sections, &Section::named);
+        return is_interface || std::filesystem::is_directory(path);
+    };
+    const bool families = tells_families(options.before, *before) && tells_families(options.after, *after);
+    const auto findings = select(compare(*before, *after, families), levels, options.all || options.as_json);
     const ComparedSources sources{old_sources, new_sources};
     print(options.as_json ? render_json(findings, sources) : render(findings, sources));
     const auto breaks = [](const Finding &each) { return each.levels != Nothing; };

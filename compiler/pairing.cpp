@@ -20,10 +20,10 @@ std::vector<Part> parts_of(const Type &type) {
     }
     for (const Member &each : type.members) {
         const std::string name = each.path.empty() ? each.type->name : joined(each.path);
-        parts.push_back({name, each.type, {}, each.zero_count ? "@zero_count" : "", each.span, &each});
+        parts.push_back({name, each.type, {}, each.zero_count ? "@zero_count" : "plain", each.span, &each});
     }
     for (const Alternative &each : type.alternatives) {
-        const char *const attribute = each.end_by_length ? "@end_by_length" : "";
+        const char *const attribute = each.end_by_length ? "@end_by_length" : "plain";
         parts.push_back({each.name, each.type, each.values, attribute, each.span, nullptr});
     }
     return parts;
@@ -31,13 +31,14 @@ std::vector<Part> parts_of(const Type &type) {
 
 // Messages have no tags: they are known by what they carry. Nor have arrays and unions: what stands where the other
 // stood is the same one.
-Pairing::Pairing(const Schema &before, const Schema &after) {
+Pairing::Pairing(const Schema &before, const Schema &after, bool families_count)
+    : families_count_(families_count) {
     pair_where(before, after, [](const Type &old, const Type &now) { return old.name == now.name; });
     pair_where(before, after,
                [](const Type &old, const Type &now) { return has_tag(old) && old.tag == now.tag; });
     pair_where(before, after, [this](const Type &old, const Type &now) {
-        return old.kind == Kind::Message && now.kind == Kind::Message &&
-               old.family->name == now.family->name && same_members(old, now);
+        return old.kind == Kind::Message && now.kind == Kind::Message && same_family(old, now) &&
+               same_members(old, now);
     });
     for (const Type &old : before.types) {
         const Type *const now = partner(&old);
@@ -66,6 +67,10 @@ void Pairing::pair_if_free(const Type &before, const Type &after) {
         partners_[&before] = &after;
         partners_[&after] = &before;
     }
+}
+
+bool Pairing::same_family(const Type &before, const Type &after) const {
+    return !families_count_ || before.family == nullptr || before.family->name == after.family->name;
 }
 
 bool Pairing::same_members(const Type &before, const Type &after) const {

@@ -14,7 +14,7 @@ struct Part {
     std::string name;             // of a member: where its record has it, unless it takes the whole record
     const Type *type;             // null for an enumerator
     std::vector<uint32_t> values; // an enumerator's, or those that choose an alternative
-    std::string attribute;        // with its '@'
+    std::string attribute;        // with its '@', or plain
     Span span;
     const Member *member; // null for others
 
@@ -33,10 +33,12 @@ struct PartPair {
 
 class Pairing {
 public:
-    Pairing(const Schema &before, const Schema &after);
+    Pairing(const Schema &before, const Schema &after, bool families_count);
 
     // Of either side; null for a type that has no partner.
     const Type *partner(const Type *type) const;
+
+    bool same_family(const Type &before, const Type &after) const;
 
     // The old parts in their order, then those that are new.
     std::vector<PartPair> parts(const std::vector<Part> &before, const std::vector<Part> &after) const;
@@ -47,6 +49,7 @@ private:
     void pair_if_free(const Type &before, const Type &after);
     bool same_members(const Type &before, const Type &after) const;
 
+    const bool families_count_;
     std::map<const Type *, const Type *> partners_; // both ways
 };
 

@@ -1,8 +1,8 @@
 #include "report_changes.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 namespace tlvc {
 
@@ -20,27 +20,7 @@ std::string describe(const Finding &finding) {
     return fmt::format("{}: {}; {}", subject, what, finding.effect);
 }
 
-std::string quoted(std::string_view text) {
-    std::string out = "\"";
-    for (const char c : text) {
-        const bool special = c == '"' || c == '\\';
-        const bool control = static_cast<unsigned char>(c) < 0x20;
-        out += control ? fmt::format("\\u{:04x}", c) : fmt::format("{}{}", special ? "\\" : "", c);
-    }
-    return out + "\"";
-}
-
-std::string json(const std::string &text) { return text.empty() ? "null" : quoted(text); }
-
-std::string json(const Finding &finding, const ComparedSources &sources) {
-    return fmt::format(
-        R"({{"id": {}, "severity": {}, "levels": [{}], "type": {}, "member": {}, "old": {}, "new": {}, )"
-        R"("text": {}, "old_place": {}, "new_place": {}}})",
-        quoted(finding.rule->code), quoted(finding.levels != Nothing ? "breaks" : "safe"),
-        finding.levels != Nothing ? "\"" + names_of(finding.levels, "\", \"") + "\"" : "", json(finding.type),
-        json(finding.member), json(finding.was), json(finding.is), json(describe(finding)),
-        json(spelled(sources.before, finding.old_span)), json(spelled(sources.after, finding.new_span)));
-}
+std::string_view severity(const Finding &finding) { return finding.levels != Nothing ? "breaks" : "safe"; }
 
 } // namespace
 
@@ -56,10 +36,10 @@ std::string render(const std::vector<Finding> &findings, const ComparedSources &
     std::string out;
     for (const Finding &each : findings) {
         const std::string old_place = spelled(sources.before, each.old_span);
-        const std::string verdict = each.levels != Nothing ? "breaks" : "safe";
-        out += fmt::format(
-            "{}: {}[{}]{}: {}\n", each.new_span ? spelled(sources.after, each.new_span) : old_place, verdict,
-            each.rule->code, each.levels != Nothing ? " " + names_of(each.levels) : "", describe(each));
+        out += fmt::format("{}: {}[{}]{}: {}\n",
+                           each.new_span ? spelled(sources.after, each.new_span) : old_place, severity(each),
+                           each.rule->code, each.levels != Nothing ? " " + names_of(each.levels) : "",
+                           describe(each));
         if (each.new_span && each.old_span) {
             out += fmt::format("  note: {}: it was here\n", old_place);
         }
@@ -68,11 +48,22 @@ std::string render(const std::vector<Finding> &findings, const ComparedSources &
 }
 
 std::string render_json(const std::vector<Finding> &findings, const ComparedSources &sources) {
-    std::string text;
+    using Json = nlohmann::ordered_json;
+    const auto or_null = [](const std::string &text) { return text.empty() ? Json() : Json(text); };
+    Json all = Json::array();
     for (const Finding &each : findings) {
-        text += (text.empty() ? "\n  " : ",\n  ") + json(each, sources);
+        all.push_back({{"id", each.rule->code},
+                       {"severity", severity(each)},
+                       {"levels", names_in(each.levels)},
+                       {"type", each.type},
+                       {"member", or_null(each.member)},
+                       {"old", or_null(each.was)},
+                       {"new", or_null(each.is)},
+                       {"text", describe(each)},
+                       {"old_place", or_null(spelled(sources.before, each.old_span))},
+                       {"new_place", or_null(spelled(sources.after, each.new_span))}});
     }
-    return "[" + text + (text.empty() ? "]\n" : "\n]\n");
+    return all.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; // texts may be no UTF-8
 }
 
 std::string render(const Rule &rule) {

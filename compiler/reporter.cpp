@@ -18,6 +18,8 @@ constexpr std::string_view green = "\x1b[1;32m";
 constexpr std::string_view cyan = "\x1b[1;36m";
 constexpr std::string_view plain = "\x1b[0m";
 
+constexpr size_t most_shown = 50; // more than anyone reads
+
 std::string_view word(Severity severity) { return severity == Severity::Error ? "error" : "warning"; }
 
 struct Reporter {
@@ -45,16 +47,15 @@ struct Reporter {
 
     // The first line of the span, a caret under its first character and tildes under the rest of it.
     std::string excerpt(Span span) const {
-        Span line = sources.line(span.file, span.begin);
-        std::string text(sources.text(line));
+        std::string text(sources.text(sources.line(span.file, span.begin)));
         // Every control character becomes one column, so that the caret stands right on any terminal.
         std::replace_if(
             text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
 
         Position at = sources.position(span.file, span.begin);
-        uint32_t end = std::max(span.begin, std::min(span.end, line.end));
-        size_t width = character_count(sources.text(Span{span.file, span.begin, end}));
-        std::string mark = "^" + std::string(std::max<size_t>(width, 1) - 1, '~');
+        const std::string_view marked = sources.text(span);
+        const size_t width = character_count(marked.substr(0, marked.find_first_of("\r\n")));
+        const std::string mark = "^" + std::string(std::max<size_t>(width, 1) - 1, '~');
         return fmt::format("{:5} | {}\n{:5} | {:{}}{}\n", at.line, text, "", "", at.column - 1,
                            paint(green, mark));
     }
@@ -75,9 +76,11 @@ Json json_place(Span span, const Sources &sources) {
 std::string render(const Diagnostics &faults, const Sources &sources, bool colour) {
     const Reporter reporter{sources, colour};
     std::string out;
+    size_t found = 0;
     for (const Diagnostic &fault : faults.in_file_order()) {
-        out += reporter.fault(fault);
+        out += ++found <= most_shown ? reporter.fault(fault) : "";
     }
+    out += found > most_shown ? fmt::format("and {} more\n", found - most_shown) : "";
     for (const Severity severity : {Severity::Error, Severity::Warning}) {
         if (const size_t count = faults.count(severity); count != 0) {
             out += fmt::format("{} {}{}\n", count, word(severity), count == 1 ? "" : "s");

@@ -4,7 +4,7 @@
 
 namespace tlvc {
 
-// The faults as the user reads them, in file order, with their source lines, and how many there are.
+// The first faults as the user reads them, in file order, with their source lines, and how many there are in all.
 std::string render(const Diagnostics &faults, const Sources &sources, bool colour);
 
 // An array of objects, in file order. Lines and columns count from 1, columns in characters; ends are behind.

@@ -6,8 +6,8 @@
 
 namespace tlvc {
 
-uint32_t Sources::add(std::string path, std::string text) {
-    File file{std::move(path), std::move(text), {0}};
+uint32_t Sources::add(std::string path, std::string text, std::optional<uint32_t> shown) {
+    File file{std::move(path), std::move(text), {0}, shown.value_or(size())};
     for (size_t i = 0; i < file.text.size(); ++i) {
         if (file.text[i] == '\n') {
             file.line_begins.push_back(static_cast<uint32_t>(i + 1));
@@ -35,14 +35,13 @@ std::string Sources::place(Span span) const {
 }
 
 Span Sources::line(uint32_t file, uint32_t offset) const {
-    const File &source = files_[file];
-    size_t index = line_index(source, offset);
-    uint32_t begin = source.line_begins[index];
+    const File &source = files_[files_[file].shown];
+    uint32_t begin = source.line_begins[line_index(files_[file], offset)];
     size_t end = std::min(source.text.find('\n', begin), source.text.size());
     if (end > begin && source.text[end - 1] == '\r') {
         --end;
     }
-    return {file, begin, static_cast<uint32_t>(end)};
+    return {files_[file].shown, begin, static_cast<uint32_t>(end)};
 }
 
 size_t character_count(std::string_view utf8) {

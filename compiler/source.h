@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,7 +24,8 @@ struct Position {
 
 class Sources {
 public:
-    uint32_t add(std::string path, std::string text);
+    // Of a text made of another one, line by line, the lines of that file are shown.
+    uint32_t add(std::string path, std::string text, std::optional<uint32_t> shown = {});
     uint32_t size() const { return static_cast<uint32_t>(files_.size()); }
 
     // The views stay valid as long as the Sources do: files never move.
@@ -35,13 +37,14 @@ public:
 
     Position position(uint32_t file, uint32_t offset) const;
     std::string place(Span span) const;              // "a.tlv:3:1", of its beginning
-    Span line(uint32_t file, uint32_t offset) const; // the whole line around the offset, without its end
+    Span line(uint32_t file, uint32_t offset) const; // to show: all of the offset's line, without its end
 
 private:
     struct File {
         std::string path;
         std::string text;
         std::vector<uint32_t> line_begins;
+        uint32_t shown;
     };
     static size_t line_index(const File &file, uint32_t offset);
 

@@ -195,6 +195,44 @@ TEST(RealSchema, is_what_its_interface_says) {
     EXPECT_TRUE(emit_interface(*interface.schema) == read_file(schema_directory + "/interface.txt"));
 }
 
+TEST(Interface, is_refused_where_its_lines_contradict_each_other) {
+    SchemaDirectory directory;
+    const auto refused = [&](const std::string &text) -> std::string {
+        try {
+            Side{directory.add("interface.txt", text)};
+        } catch (const std::invalid_argument &refusal) {
+            const std::string what = refusal.what();
+            return what.substr(what.find("interface.txt"));
+        }
+        return "";
+    };
+    const std::string good = "# printed\n\nfamily relay\n\n"
+                             "struct port = 2001, 15 bytes, record 4 aligned 2\n"
+                             "        0  uint16 slot\n"
+                             "        2  uint8 unit\n";
+    EXPECT_EQ(refused(good), "");
+    const auto with = [&](const std::string &old, const std::string &now) {
+        std::string text = good;
+        return refused(text.replace(text.find(old), old.size(), now));
+    };
+    EXPECT_EQ(with("\n\n", "\r\n# a remark of whoever keeps it\n"), "");
+    EXPECT_EQ(
+        with("15 bytes", "99 bytes"),
+        "interface.txt:5:1: error[T047]: this line should be 'struct port = 2001, 15 bytes, record 4 aligned "
+        "2'\n    5 | struct port = 2001, 99 bytes, record 4 aligned 2\n"
+        "      | ^~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~\n1 error\n");
+    EXPECT_EQ(with("  2  uint8", "  3  uint8").substr(0, 32), "interface.txt:7:1: error[T047]: ");
+    EXPECT_EQ(with("        2  uint8 unit\n", "").substr(0, 32), "interface.txt:5:1: error[T047]: ");
+    EXPECT_EQ(with("0  uint16", "\u00E9  uint99"),
+              "interface.txt:6:12: error[T012]: type 'uint99' is not defined\n"
+              "    6 |         \u00E9  uint99 slot\n"
+              "      |            ^~~~~~\n"
+              "  help: did you mean 'uint16'?\n1 error\n");
+    EXPECT_EQ(refused("# printed\n\nfamily relay\n").substr(0, 59),
+              "interface.txt:3:1: error[T047]: this line should be 'family");
+    EXPECT_EQ(refused("").substr(0, 32), "interface.txt:1:1: error[T047]: ");
+}
+
 // A change to every type that it applies to, and what must be found then.
 struct Mutation {
     const char *name;
@@ -295,15 +333,34 @@ TEST(Report, says_where_and_what) {
               "  note: old/a.tlv:2:12: it was here\n");
     EXPECT_EQ(render(select(findings, Json, true), sources).substr(0, 34),
               "new/a.tlv:2:13: safe[C013]: port.s");
-    EXPECT_EQ(render_json(findings, sources),
-              R"([
-  {"id": "C013", "severity": "breaks", "levels": ["wire", "source"], "type": "port", "member": "slot", )"
-              R"("old": "uint8", "new": "uint16", "text": "port.slot: was uint8, is uint16; why", )"
-              R"("old_place": "old/a.tlv:2:12", )"
-              R"("new_place": "new/a.tlv:2:13"},
-  {"id": "C009", "severity": "safe", "levels": [], "type": "port", "member": "\"\\\u000a", "old": null, )"
-              R"("new": "uint8", "text": "port.\"\\\u000a: is new: uint8; so", "old_place": null, )"
-              R"("new_place": "new/a.tlv:3:12"}
+    EXPECT_EQ(render_json(findings, sources), R"([
+  {
+    "id": "C013",
+    "severity": "breaks",
+    "levels": [
+      "wire",
+      "source"
+    ],
+    "type": "port",
+    "member": "slot",
+    "old": "uint8",
+    "new": "uint16",
+    "text": "port.slot: was uint8, is uint16; why",
+    "old_place": "old/a.tlv:2:12",
+    "new_place": "new/a.tlv:2:13"
+  },
+  {
+    "id": "C009",
+    "severity": "safe",
+    "levels": [],
+    "type": "port",
+    "member": "\"\\\n",
+    "old": null,
+    "new": "uint8",
+    "text": "port.\"\\\n: is new: uint8; so",
+    "old_place": null,
+    "new_place": "new/a.tlv:3:12"
+  }
 ]
 )");
     EXPECT_EQ(render_json({}, sources), "[]\n");

@@ -60,6 +60,18 @@ TEST(Catalogue, has_an_entry_for_every_example) {
     }
 }
 
+TEST(Report, stops_where_nobody_reads_on) {
+    std::string text;
+    for (int i = 0; i < 60; ++i) {
+        text += "enum e\n";
+    }
+    const Parsed parsed(text);
+    const std::string shown = render(parsed.faults, parsed.sources, false);
+    EXPECT_NE(shown.find("test.tlv:51:1: "), shown.npos) << shown;
+    EXPECT_EQ(shown.find("test.tlv:52:1: "), shown.npos);
+    EXPECT_TRUE(shown.ends_with("\nand 10 more\n60 errors\n"));
+}
+
 // What is reported of each, and no more: nothing follows from what could not be read, found or imported.
 TEST(Phases, all_report_what_they_find_and_nothing_that_follows_from_other_faults) {
     const std::pair<const char *, const char *> cases[] = {

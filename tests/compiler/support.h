@@ -42,7 +42,9 @@ private:
 };
 
 struct Compiled {
-    explicit Compiled(const std::vector<std::string> &paths) : schema(compile(paths, sources, faults)) {}
+    explicit Compiled(const std::vector<std::string> &paths)
+        : schema(paths.size() == 1 ? compile_any(paths[0], sources, faults)
+                                   : compile(paths, sources, faults)) {}
 
     std::vector<std::string> codes() const {
         std::vector<std::string> result;
