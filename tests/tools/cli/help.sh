@@ -97,7 +97,7 @@ complete_words tlv annotate led.b; prints '^led.bin$'
 complete_words tlvc comp; prints '^compare$'
 complete_words tlvc compare --lev; prints '^--level$'
 complete_words tlvc compare --level = la; prints '^layout$'
-complete_words tlvc explain T04; prints '^T040 T041 .*T046$'
+complete_words tlvc explain T04; prints '^T040 T041 .*T04[0-9]$'
 complete_words tlvc check --strict relay/re; prints '^relay/relay.tlv$'
 complete_words tlvc help gen; prints '^generate$'
 
