@@ -245,7 +245,8 @@ names of members, or nest the type less.)"};
 inline constexpr Fault interface_changed{"T047",
                                          R"(interface that tlvc did not print: this line should be '{}'
 Of the types in this file, 'tlvc interface' prints another line here: the file has been changed by hand or
-damaged, since sizes and offsets follow from the types. Print it again from the schema.)"};
+damaged, since sizes and offsets follow from the types, or another version of tlvc has printed it. Print it
+again from the schema.)"};
 
 // Allowed, and yet hardly meant.
 
