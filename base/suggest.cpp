@@ -6,8 +6,11 @@ namespace tlvmsg::base {
 
 namespace {
 
-// Insertions, deletions, replacements and swaps of neighbours that turn one name into the other.
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+// Insertions, deletions, replacements and swaps of neighbours that turn one name into the other, whatever the case.
 size_t edit_distance(std::string_view a, std::string_view b) {
+    const auto same = [&](size_t i, size_t j) { return lower(a[i]) == lower(b[j]); };
     std::vector<size_t> before_last(b.size() + 1);
     std::vector<size_t> last(b.size() + 1);
     std::vector<size_t> row(b.size() + 1);
@@ -19,9 +22,9 @@ size_t edit_distance(std::string_view a, std::string_view b) {
         last.swap(row);
         row[0] = i;
         for (size_t j = 1; j <= b.size(); ++j) {
-            size_t replaced = last[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1);
+            size_t replaced = last[j - 1] + (same(i - 1, j - 1) ? 0 : 1);
             row[j] = std::min({replaced, last[j] + 1, row[j - 1] + 1});
-            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
+            if (i > 1 && j > 1 && same(i - 1, j - 2) && same(i - 2, j - 1)) {
                 row[j] = std::min(row[j], before_last[j - 2] + 1);
             }
         }
@@ -31,8 +34,9 @@ size_t edit_distance(std::string_view a, std::string_view b) {
 
 } // namespace
 
-std::string_view nearest(std::string_view name, const std::vector<std::string_view> &candidates) {
-    size_t best = name.size() / 3 + 1; // a third of the letters wrong is no longer a slip
+std::string_view nearest(std::string_view name, const std::vector<std::string_view> &candidates,
+                         size_t slips) {
+    size_t best = std::min(name.size() / 3, slips) + 1; // a third of the letters wrong is no longer a slip
     std::string_view found;
     for (std::string_view candidate : candidates) {
         size_t longer = std::max(name.size(), candidate.size());

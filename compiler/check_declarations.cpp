@@ -169,6 +169,9 @@ void check_element(const Declared &declared, Diagnostics &faults) {
         fault.help(type->kind == Kind::DynamicElements
                        ? fmt::format("write: dynamic bytes {} counted by {}", type->name, type->count->name)
                        : fmt::format("write: bytes {}[{}]", type->name, syntax->number.value));
+    } else {
+        fault.help(element.scalar != nullptr ? "put it in a structure, or give the array a capacity"
+                                             : "put it in a structure");
     }
 }
 

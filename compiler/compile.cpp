@@ -13,6 +13,9 @@ namespace tlvc {
 
 // Each phase finds all that it can, and leaves alone what an earlier one has found fault with.
 std::unique_ptr<const Schema> compile(const Program &program, Diagnostics &faults) {
+    if (program.split) {
+        return nullptr;
+    }
     Resolution resolution = resolve(program, faults);
     find_records(*resolution.schema);
     Diagnostics of_checks;

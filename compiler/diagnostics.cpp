@@ -13,10 +13,7 @@ std::string_view Fault::message() const {
 }
 
 Diagnostic &Diagnostic::suggest(std::string_view name, const std::vector<std::string_view> &candidates) {
-    if (std::string meant = tlvmsg::base::did_you_mean(name, candidates); !meant.empty()) {
-        help(std::move(meant));
-    }
-    return *this;
+    return help(tlvmsg::base::did_you_mean(name, candidates));
 }
 
 std::vector<Diagnostic> Diagnostics::in_file_order() const {

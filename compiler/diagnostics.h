@@ -27,8 +27,9 @@ struct Diagnostic {
         notes.push_back({place, std::move(text)});
         return *this;
     }
+    // Unless it is empty.
     Diagnostic &help(std::string text) {
-        helps.push_back(std::move(text));
+        helps.resize(helps.size() + (text.empty() ? 0 : 1), text);
         return *this;
     }
     // "did you mean 'x'?", if a candidate is near enough.

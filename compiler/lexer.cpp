@@ -1,6 +1,7 @@
 #include "lexer.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace tlvc {
 
@@ -10,7 +11,14 @@ bool is_blank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 bool is_name_start(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
 bool is_name_part(char c) { return is_name_start(c) || is_digit(c); }
-bool is_punctuation(char c) { return std::string_view("{}[]=:,@").find(c) != std::string_view::npos; }
+bool is_punctuation(char c) { return std::string_view("{}[]=:,;@").find(c) != std::string_view::npos; }
+
+// What to do about characters that mean something elsewhere.
+constexpr std::pair<std::string_view, const char *> helps[] = {
+    {"#/", "a remark begins with '//'"},
+    {"-", "numbers are not negative: in 32 bits -1 is 4294967295"},
+    {"*", "there are no pointers: declare 'dynamic array NAME of TYPE counted by uint16' and use that"},
+};
 
 class Lexer {
 public:
@@ -82,7 +90,12 @@ private:
         std::string_view digits = text_.substr(begin, at_ - begin);
         const bool malformed = digits.find_first_not_of("0123456789") != std::string_view::npos;
         if (malformed) {
-            faults_.report(fault::malformed_number, span(begin), digits);
+            Diagnostic &fault = faults_.report(fault::malformed_number, span(begin), digits);
+            uint64_t value = 0;
+            const auto end =
+                std::from_chars(digits.begin() + std::min<size_t>(digits.size(), 2), digits.end(), value, 16)
+                    .ptr;
+            fault.help(digits.starts_with("0x") && end == digits.end() ? fmt::format("write {}", value) : "");
         }
         add(TokenKind::Number, span(begin), malformed);
     }
@@ -141,10 +154,8 @@ private:
         bool printable = static_cast<unsigned char>(character[0]) >= 0x20 && character[0] != 0x7F;
         Diagnostic &fault = faults_.report(fault::unexpected_character, span(begin),
                                            printable ? character : "control character");
-        if (character == ";") {
-            fault.help("nothing ends a line here: leave it out");
-        } else if (character == "#" || character == "/") {
-            fault.help("a remark begins with '//'");
+        for (const auto &[characters, help] : helps) {
+            fault.help(characters.find(character) != characters.npos ? help : "");
         }
     }
 

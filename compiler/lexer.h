@@ -4,22 +4,13 @@
 
 namespace tlvc {
 
+// Doc is a "///" line, FileDoc a "//!" line.
+// clang-format off
 enum class TokenKind {
-    Name,
-    Number,
-    String,
-    Doc,     // a "///" line
-    FileDoc, // a "//!" line
-    LeftBrace = '{',
-    RightBrace = '}',
-    LeftBracket = '[',
-    RightBracket = ']',
-    Equals = '=',
-    Colon = ':',
-    Comma = ',',
-    At = '@',
-    End,
+    Name, Number, String, Doc, FileDoc, LeftBrace = '{', RightBrace = '}', LeftBracket = '[',
+    RightBracket = ']', Equals = '=', Colon = ':', Comma = ',', Semicolon = ';', At = '@', End,
 };
+// clang-format on
 
 struct Token {
     TokenKind kind;

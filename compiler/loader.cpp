@@ -69,6 +69,16 @@ private:
         return {};
     }
 
+    // What may be meant by a name, or where files are looked for.
+    std::string instead_of_missing(uint32_t file, const fs::path &name) const {
+        const auto same = [&](const auto &each) { return fs::path(each.second.path).filename() == name; };
+        const auto shipped = std::find_if(library().begin(), library().end(), same);
+        if (const bool found = !find(file, name.string()).empty(); found || shipped != library().end()) {
+            return fmt::format("did you mean \"{}\"?", found ? name.string() : shipped->second.path);
+        }
+        return "the path starts at this file's directory, at one that -I gives, or at the library's schema";
+    }
+
     void open_imports(uint32_t file) {
         std::vector<syntax::Import> imports = program_.units[file].syntax.imports; // the units move
         for (const syntax::Import &import : imports) {
@@ -76,8 +86,7 @@ private:
             if (path.empty()) {
                 program_.units[file].syntax.imports_found = false;
                 faults_.report(fault::import_not_found, import.path.span, import.path.text)
-                    .help("the path starts at this file's directory, at one that -I gives, or at the "
-                          "library's schema: \"common/session.tlv\"");
+                    .help(instead_of_missing(file, fs::path(import.path.text).filename()));
                 continue;
             }
             uint32_t imported = open(path);
@@ -112,8 +121,12 @@ private:
             if (std::string_view reason = why_no_family_name(unit.family); !reason.empty()) {
                 faults_.report(fault::family_name, start, unit.family, reason);
             }
+            if (!unit.shipped && !shipped_.empty() && fs::is_directory(shipped_ / unit.family)) {
+                faults_.report(fault::library_name, start, "family", unit.family);
+            }
             auto [first, is_new] = first_of_family.try_emplace(unit.family, file);
             if (!is_new) {
+                program_.split = true;
                 faults_.report(fault::family_split, start, unit.family)
                     .note({first->second, 0, 0}, "the other directory is this file's");
             }
@@ -159,6 +172,26 @@ fs::path installed_schema() {
     const fs::path program = fs::read_symlink("/proc/self/exe", error);
     const fs::path schema = (program.parent_path() / TLVC_SCHEMA_FROM_PROGRAM).lexically_normal();
     return fs::is_directory(schema, error) ? schema : fs::path();
+}
+
+const LibraryTypes &library() {
+    static const LibraryTypes types = [root = installed_schema()] {
+        LibraryTypes result;
+        Sources sources;
+        Diagnostics ignored;
+        for (const std::string &file :
+             root.empty() ? std::vector<std::string>() : files_of({root.string()})) {
+            const std::string path = fs::path(file).lexically_relative(root).string();
+            const syntax::File read =
+                parse(sources, sources.add(file, tlvmsg::base::read_file(file)), ignored);
+            for (const syntax::Declaration &each : read.declarations) {
+                const uint64_t tag = each.form <= syntax::Form::Structure ? each.number.value : 0;
+                result[std::string(each.name.text)] = {path, tag};
+            }
+        }
+        return result;
+    }();
+    return types;
 }
 
 Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults,

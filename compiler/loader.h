@@ -21,6 +21,7 @@ struct Unit {
 
 struct Program {
     std::vector<Unit> units; // one a file, by the file's number in the Sources
+    bool split = false;      // whether a family is in two directories, whose types may clash
 };
 
 // Texts that stand in for those of files, by canonical path: what an editor holds, saved or not.
@@ -34,6 +35,15 @@ std::vector<std::string> files_of(const std::vector<std::string> &paths);
 
 // Where the families of the library are installed, going by where the program is; empty if it is nowhere.
 std::filesystem::path installed_schema();
+
+struct LibraryType {
+    std::string path; // as imports spell it: "common/session.tlv"
+    uint64_t tag;     // 0 if it has none
+};
+using LibraryTypes = std::map<std::string, LibraryType, std::less<>>;
+
+// What is declared there, by name; read when it is first asked for.
+const LibraryTypes &library();
 
 // Of files, and of all schema files in directories and below. Throws IoError for what cannot be read; an import that leads to no file is a fault of its file.
 Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults,

@@ -57,7 +57,7 @@ Json diagnostic(const Documents &documents, const Analysis &analysis, const Diag
         notes.push_back({{"location", documents.location(analysis, note.span)}, {"message", note.text}});
     }
     return {{"range", range(analysis.sources, fault.span)},
-            {"severity", 1},
+            {"severity", fault.severity == Severity::Error ? 1 : 2},
             {"code", fault.fault->code},
             {"source", "tlvc"},
             {"message", std::move(message)},

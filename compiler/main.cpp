@@ -37,7 +37,7 @@ struct Options {
     std::string after;
     Levels levels = Nothing;
     bool all = false;
-    std::string code;
+    std::vector<std::string> codes;
 };
 
 void show(const Diagnostics &faults, const Sources &sources, const Options &options = {}) {
@@ -180,17 +180,17 @@ Candidates explanations() {
 }
 
 int explain(const Options &options) {
-    bool found = options.code.empty();
-    for (const auto &[code, text] : explanations()) {
-        if (options.code.empty()) {
-            print(text.substr(0, text.find('\n') + 1));
-        } else if (options.code == code) {
-            print(text);
-            found = true;
-        }
+    const Candidates all = explanations();
+    const std::map<std::string, std::string> texts(all.begin(), all.end());
+    for (const auto &[code, text] : all) {
+        print(options.codes.empty() ? text.substr(0, text.find('\n') + 1) : "");
     }
-    if (!found) {
-        throw Failure(exit_usage, fmt::format("no code is called '{}'; see 'tlvc explain'", options.code));
+    for (std::string code : options.codes) {
+        code[0] = static_cast<char>(std::toupper(code[0]));
+        if (!texts.contains(code)) {
+            throw Failure(exit_usage, fmt::format("no code is called '{}'; see 'tlvc explain'", code));
+        }
+        print(texts.at(code));
     }
     return exit_fine;
 }
@@ -231,6 +231,8 @@ int run(int argc, char **argv) {
         std::ios::sync_with_stdio(false); // unbuffered otherwise
         return lsp::serve(std::cin, std::cout, said.import_path);
     });
+    lsp_command->add_flag_callback(
+        "--stdio", [] {}, "What it does anyway; many editors say so");
     cli.add_help();
 
     for (CLI::App *command :
@@ -259,13 +261,14 @@ int run(int argc, char **argv) {
         add_choice(command, "--format", options.as_json, {{"text", false}, {"json", true}},
                    "json: an array on standard output");
     }
-    explain_command->add_option("CODE", options.code, "Such as T012; without it, all are listed")
+    explain_command->add_option("CODE", options.codes, "Such as T012; without it, all are listed")
         ->type_name("CODE");
 
     for (CLI::App *command :
          {check_command, generate_command, interface_command, tags_command, compare_command, lsp_command}) {
         command->add_option("-I", options.import_path, "Directory below which imports are looked for")
             ->type_name("DIR")
+            ->check(CLI::ExistingDirectory)
             ->allow_extra_args(false);
     }
     const int status = cli.run(argc, argv);

@@ -62,26 +62,12 @@ private:
         sound_ = sound_ && !token.faulty;
         return token;
     }
-    bool take_if(TokenKind kind) {
-        bool found = at(kind);
-        if (found) {
-            take();
-        }
-        return found;
-    }
+    bool take_if(TokenKind kind) { return at(kind) && (take(), true); }
 
     std::string found() const {
-        switch (peek().kind) {
-        case TokenKind::End:
-            return "the end of the file";
-        case TokenKind::Doc:
-        case TokenKind::FileDoc:
-            return "a documentation line";
-        case TokenKind::String:
-            return "the string " + std::string(text(peek()));
-        default:
-            return "'" + std::string(text(peek())) + "'";
-        }
+        const std::string quoted = fmt::format("{1}{0}{1}", text(peek()), at(TokenKind::String) ? "" : "'");
+        const bool doc = at(TokenKind::Doc) || at(TokenKind::FileDoc);
+        return at(TokenKind::End) ? "the end of the file" : doc ? "a documentation line" : quoted;
     }
     Diagnostic &unexpected(std::string_view wanted) {
         sound_ = false;
@@ -94,9 +80,9 @@ private:
         }
         return take();
     }
-    void expect_word(std::string_view word) {
+    void expect_word(std::string_view word, const char *help = "") {
         if (!at_word(word)) {
-            unexpected("'" + std::string(word) + "'");
+            unexpected(fmt::format("'{}'", word)).help(help);
             throw Unreadable();
         }
         take();
@@ -108,11 +94,8 @@ private:
     Number number(std::string_view wanted) {
         const Token &token = expect(TokenKind::Number, wanted);
         std::string_view digits = text(token);
-        Number result{0, token.span};
-        if (std::from_chars(digits.begin(), digits.end(), result.value).ec ==
-            std::errc::result_out_of_range) {
-            result.value = std::numeric_limits<uint64_t>::max();
-        }
+        Number result{std::numeric_limits<uint64_t>::max(), token.span}; // it stays when it is greater still
+        std::from_chars(digits.begin(), digits.end(), result.value);
         return result;
     }
     Span since(size_t start) const {
@@ -134,13 +117,17 @@ private:
             ++first;
         }
         const Token &third = peek(first + 2);
+        const TokenKind sixth =
+            peek(first + 5).kind; // behind "bytes NAME[CAPACITY]", which a member may look like
+        const bool member = (sixth == TokenKind::Name && !at_keyword(first + 5)) ||
+                            sixth == TokenKind::RightBrace || sixth == TokenKind::Semicolon;
         const auto reads = [&](std::string_view keyword, size_t ahead, std::string_view word) {
             return third.kind == TokenKind::Name && at_word(keyword, first) && at_word(word, first + ahead);
         };
         return at_keyword(first) && !third.starts_line &&
                (third.kind == TokenKind::Equals || third.kind == TokenKind::LeftBrace ||
-                third.kind == TokenKind::LeftBracket || reads("union", 2, "by") || reads("array", 2, "of") ||
-                reads("dynamic", 1, "array") || reads("dynamic", 1, "bytes"));
+                (third.kind == TokenKind::LeftBracket && !member) || reads("union", 2, "by") ||
+                reads("array", 2, "of") || reads("dynamic", 1, "array") || reads("dynamic", 1, "bytes"));
     }
 
     // The faulty declaration's own keyword is behind already, so this does not stay where it is.
@@ -174,9 +161,10 @@ private:
         return result;
     }
 
-    void documents_nothing(const Doc &doc) {
+    void documents_nothing(const Doc &doc, const char *help = "") {
         if (!doc.lines.empty()) {
-            faults_.report(fault::misplaced_doc, doc.span, "nothing follows that it could document");
+            faults_.report(fault::misplaced_doc, doc.span, "nothing follows that it could document")
+                .help(help);
         }
     }
 
@@ -186,8 +174,10 @@ private:
         if (at(TokenKind::End)) {
             documents_nothing(documentation);
         } else if (at_word("import")) {
-            documents_nothing(documentation);
+            documents_nothing(documentation, "write '//!' for what the file is about");
             import();
+        } else if (at(TokenKind::Semicolon)) {
+            skip_separators();
         } else {
             declaration(start, std::move(documentation));
         }
@@ -255,21 +245,21 @@ private:
         throw Unreadable();
     }
 
-    void tag(Declaration &result) {
-        expect(TokenKind::Equals, "'=' and the tag");
-        result.number = number("the tag");
-    }
-
-    void enumeration(Declaration &result) {
-        tag(result);
-        if (at(TokenKind::LeftBrace)) {
+    // Without its tag, what is in it is read all the same.
+    void tagged(Declaration &result) {
+        const bool equals = take_if(TokenKind::Equals);
+        if (equals && at(TokenKind::Number)) {
+            result.number = number("");
+        } else {
+            unexpected(equals ? "the tag" : "'=' and the tag")
+                .help("tags of your own families are 32768 to 65535; 'tlvc tags FILES' prints free ones");
+            if (!at(TokenKind::LeftBrace)) {
+                throw Unreadable();
+            }
+        }
+        if (result.form == Form::Structure || at(TokenKind::LeftBrace)) {
             body(result);
         }
-    }
-
-    void structure(Declaration &result) {
-        tag(result);
-        body(result);
     }
 
     void message(Declaration &result) {
@@ -309,13 +299,13 @@ private:
             result.form = Form::DynamicBytes;
             result.name = name("the name of the byte array");
         }
-        expect_word("counted");
+        expect_word("counted", "add: counted by uint16, or by uint8 for up to 255 items");
         expect_word("by");
         result.count = name("the type of the count");
     }
 
     void union_(Declaration &result) {
-        expect_word("by");
+        expect_word("by", "an enumeration chooses: 'union NAME by ENUM SELECTOR { VALUE: TYPE NAME ... }'");
         result.selector = name("the enumeration that selects");
         result.selector_name = name("the name of the selector");
         if (at_word("in")) {
@@ -334,12 +324,25 @@ private:
                 sound_ = false;
                 faults_.report(fault::unclosed_body, peek().span, found())
                     .note(lexed_.tokens[start].span,
-                          fmt::format("the body of '{}' begins here", result.name.text));
+                          fmt::format("the body of '{}' begins here", result.name.text))
+                    .help(at(TokenKind::End) ? ""
+                                             : "the type of a member is declared outside, and named here");
                 break;
             }
             entry_or_recover(result);
+            skip_separators();
         }
         result.body = since(start);
+    }
+
+    void skip_separators() { // the first of a file is told of
+        while (at(TokenKind::Comma) || at(TokenKind::Semicolon)) {
+            if (!std::exchange(separator_told_, true)) {
+                faults_.report(fault::unexpected_token, peek().span, "no separator", found())
+                    .help("leave it out, here and elsewhere: members and declarations need no separator");
+            }
+            take();
+        }
     }
 
     void entry_or_recover(Declaration &result) {
@@ -354,6 +357,7 @@ private:
                 member(result, start, std::move(documentation));
             }
         } catch (const Unreadable &) {
+            result.readable = false;
             skip_to_member(start);
         }
     }
@@ -362,7 +366,15 @@ private:
         Enumerator enumerator;
         enumerator.doc = std::move(documentation);
         enumerator.name = name("the name of a value");
-        expect(TokenKind::Equals, "'=' and the value");
+        if (!take_if(TokenKind::Equals)) {
+            unexpected("'=' and the value")
+                .help(fmt::format("each has a value, and no comma: write '{} = 0'", enumerator.name.text));
+            separator_told_ = true;
+            while (!at(TokenKind::End) && !at(TokenKind::RightBrace) && !at_keyword()) {
+                take(); // nor have the others one
+            }
+            return;
+        }
         enumerator.value = number("the value");
         enumerator.span = since(start);
         result.enumerators.push_back(std::move(enumerator));
@@ -378,6 +390,7 @@ private:
         member.name = name("the name of the member");
         if (at(TokenKind::LeftBracket)) {
             array_as_member(member);
+            member.type = {}; // whatever it is
         }
         while (take_if(TokenKind::At)) {
             member.attributes.push_back(name("an attribute"));
@@ -415,8 +428,11 @@ private:
 
     // Written as in C.
     void array_as_member(const Member &member) {
-        const std::string_view of = member.type.text;
-        const bool bytes = of == "uint8" || of == "int8" || of == "char";
+        const std::string write = instead_of(member.type.text);
+        const std::string_view of = write.starts_with("write ")
+                                        ? std::string_view(write).substr(6, write.find(' ', 6) - 6)
+                                        : member.type.text.substr(member.type.text.rfind(' ') + 1);
+        const bool bytes = of == "uint8" || of == "int8" || of == "char" || of == "bytes" || of == "string";
         const std::string name = fmt::format("{}_array", bytes ? member.name.text : of);
         const std::string array = bytes ? "bytes " + name : fmt::format("array {} of {}", name, of);
         const std::string_view capacity =
@@ -435,12 +451,13 @@ private:
     Tokens lexed_;
     size_t at_ = 0;
     bool sound_ = true; // the declaration so far
+    bool separator_told_ = false;
     File result_;
 };
 
 const std::array<Parser::Keyword, 7> Parser::keywords = {{
-    {"enum", Form::Enumeration, "the name of the enumeration", &Parser::enumeration},
-    {"struct", Form::Structure, "the name of the structure", &Parser::structure},
+    {"enum", Form::Enumeration, "the name of the enumeration", &Parser::tagged},
+    {"struct", Form::Structure, "the name of the structure", &Parser::tagged},
     {"message", Form::Message, "the name of the message", &Parser::message},
     {"array", Form::Array, "the name of the array", &Parser::array},
     {"bytes", Form::Bytes, "the name of the byte array", &Parser::capacity},

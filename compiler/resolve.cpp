@@ -1,6 +1,7 @@
 #include "resolve.h"
 
 #include "attributes.h"
+#include "base/suggest.h"
 #include "references.h"
 #include "reserved.h"
 
@@ -28,7 +29,7 @@ public:
         for (const Declared &declared : result_.declared) {
             const size_t missing = missing_;
             certain_ =
-                declared.syntax->sound && program_.units[declared.type->span.file].syntax.imports_found;
+                declared.syntax->readable && program_.units[declared.type->span.file].syntax.imports_found;
             link(declared);
             declared.type->sound = declared.type->sound && missing == missing_;
         }
@@ -156,11 +157,14 @@ private:
             fault.help(std::move(instead));
             return;
         }
-        std::vector<std::string_view> candidates;
-        for (const auto &[known, type] : types_) {
-            candidates.push_back(known);
+        std::vector<std::string_view> candidates = tlvmsg::base::names_of(types_);
+        candidates.push_back(tlvmsg::base::nearest(name.text, tlvmsg::base::names_of(library()), 2));
+        const std::string_view meant = tlvmsg::base::nearest(name.text, candidates);
+        fault.help(meant == name.text || meant.empty() ? "" : fmt::format("did you mean '{}'?", meant));
+        if (const auto shipped = library().find(meant);
+            shipped != library().end() && !types_.contains(meant)) {
+            fault.help(fmt::format("add: import \"{}\"", shipped->second.path));
         }
-        fault.suggest(name.text, candidates);
     }
 
     void not_imported(const syntax::Name &name, const Type &type) {

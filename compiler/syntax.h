@@ -61,7 +61,8 @@ struct Declaration {
     std::vector<Member> members;         // structure, message, union
     std::vector<Enumerator> enumerators; // enumeration
     Span span;                           // documentation included
-    bool sound = true;                   // else a fault in it is reported, and only the name is certain
+    bool sound = true;                   // else a fault in it is reported, and only the name is certain ...
+    bool readable = true;                // ... or, if it is so nevertheless, all names in it
 
     bool has_body() const { return body.begin != body.end; }
 };

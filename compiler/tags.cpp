@@ -1,4 +1,5 @@
 #include "emit.h"
+#include "loader.h"
 
 #include <fmt/format.h>
 
@@ -10,6 +11,9 @@ std::string list_tags(const Schema &schema) {
     std::set<uint64_t> used;
     for (const Type &type : schema.types) {
         used.insert(has_tag(type) ? type.tag : 0);
+    }
+    for (const auto &[name, type] : library()) {
+        used.insert(type.tag);
     }
     std::string out;
     for (uint64_t first = wire::lowest_tag, next = first; first <= wire::highest_tag; first = next) {

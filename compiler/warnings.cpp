@@ -41,6 +41,9 @@ void find_warnings(const Schema &schema, Diagnostics &warnings) {
         if (has_tag(type) && type.tag < wire::first_own_tag && !type.section->shipped) {
             warnings.report(fault::library_tag, type.span, type.tag);
         }
+        if (library().contains(type.name) && !type.section->shipped) {
+            warnings.report(fault::library_name, type.span, "type", type.name);
+        }
         if (type.doc.empty()) {
             warnings.report(fault::undocumented_type, type.span, type.name);
         }

@@ -96,11 +96,16 @@ TEST(Phases, all_report_what_they_find_and_nothing_that_follows_from_other_fault
          "struct large_one = 1002 { large_two a  large_two b }\nstruct large_two = 1003 { huge h }\n"
          "array huge of tiny[40000]\nstruct tiny = 1004 { uint8 x }\nenum a = 1005\n",
          "T005 T014"},
+        // What is written as in C hides nothing behind it.
+        {"struct a { uint32_t x; bool y; };\nstruct b = 0x9C41 { string z; nowhere w[2]; u8 v; }\n"
+         "enum c = 40000 {\n    off,\n    on\n};\nenum d = 40001 { off = 0, on = 1, }\n",
+         "T005 T012 T005 T012 T003 T012 T005 T012 T005"},
+        {"struct a = 40000 {\n    bytes b[16]\n    uint8 import\n}\nbytes c[1]\nbytes d[1]\n", "T005"},
     };
     SchemaDirectory directory;
     for (const auto &[text, expected] : cases) {
         std::string found;
-        for (const std::string &each : Compiled({directory.add("voice/a.tlv", text)}).codes()) {
+        for (const std::string &each : Compiled({directory.add("acme/a.tlv", text)}).codes()) {
             found += (found.empty() ? "" : " ") + each;
         }
         EXPECT_EQ(found, expected) << text;
@@ -110,10 +115,10 @@ TEST(Phases, all_report_what_they_find_and_nothing_that_follows_from_other_fault
 // Whoever imports is newer than what he imports, and what is named last is newer than the rest.
 TEST(Phases, the_newer_file_is_blamed_for_what_two_declare) {
     SchemaDirectory directory;
-    const std::string released = directory.add("voice/released.tlv", "enum a = 1001\nenum b = 1002\n");
-    const std::string own = directory.add("acme/own.tlv", "enum own = 1001\nenum b = 1003\n");
+    const std::string released = directory.add("acme/released.tlv", "enum a = 1001\nenum b = 1002\n");
+    const std::string own = directory.add("own/own.tlv", "enum own = 1001\nenum b = 1003\n");
     const std::string user =
-        directory.add("acme/user.tlv", "import \"../voice/released.tlv\"\nenum own = 1001\nenum b = 1003\n");
+        directory.add("own/user.tlv", "import \"../acme/released.tlv\"\nenum own = 1001\nenum b = 1003\n");
     for (const std::vector<std::string> &files : {std::vector{released, own}, std::vector{user}}) {
         Compiled compiled(files);
         ASSERT_EQ(compiled.codes().size(), 2u);
@@ -126,9 +131,9 @@ TEST(Phases, the_newer_file_is_blamed_for_what_two_declare) {
 
 TEST(Phases, syntax_faults_of_all_files_come_in_file_order) {
     SchemaDirectory directory;
-    directory.add("voice/imported.tlv", "enum a\nenum b\n");
-    std::string second = directory.add("voice/second.tlv", "enum x\n");
-    std::string first = directory.add("voice/first.tlv", "import \"imported.tlv\"\nenum y\n");
+    directory.add("acme/imported.tlv", "enum a\nenum b\n");
+    std::string second = directory.add("acme/second.tlv", "enum x\n");
+    std::string first = directory.add("acme/first.tlv", "import \"imported.tlv\"\nenum y\n");
     Compiled compiled({first, second});
     std::vector<std::string> places;
     for (const Diagnostic &fault : compiled.faults.in_file_order()) {
@@ -175,6 +180,7 @@ TEST(Suggestion, is_the_nearest_name_or_none) {
     EXPECT_EQ(tlvmsg::base::nearest("ab", {"xy", "completely_different"}), "");
     EXPECT_EQ(tlvmsg::base::nearest("slot_c", {"slot_b", "slot_a", "slot_d"}), "slot_a")
         << "whatever the order of the candidates";
+    EXPECT_EQ(tlvmsg::base::nearest("Uint16", {"int16", "uint16"}), "uint16") << "whatever the case";
     EXPECT_EQ(tlvmsg::base::nearest("x", {}), "");
 }
 

@@ -20,3 +20,11 @@ struct led_header = 1359 {
     uint8      name[16] @zero_count
     led_mode   others[]
 }
+struct led_port = 1360 {
+    uint16_t  slot, port;
+    bytes  serial[4];
+    string name[8];
+};
+enum led_kind { off, dim = 2 }
+dynamic array led_names of led_name
+union led_choice { uint8 octet }

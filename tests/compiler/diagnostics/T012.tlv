@@ -14,4 +14,8 @@ struct led_habits = 1358 {
     string  f
     double  g
     int     h
+    u8      i
+    Uint16  j
+    app_sess_hdr  session
+    app_ses_hdr   other
 }

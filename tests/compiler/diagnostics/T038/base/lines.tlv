@@ -1,2 +1,2 @@
-import "../voice/leds.tlv"
+import "../acme/leds.tlv"
 struct line = 1357 { led led }

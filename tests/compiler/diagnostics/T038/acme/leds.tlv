@@ -1,5 +1,5 @@
 // No import leads in a circle, but the families do.
-import "../tdm/slots.tlv"
+import "../base/slots.tlv"
 struct led = 1359 {
     slot first
     slot last

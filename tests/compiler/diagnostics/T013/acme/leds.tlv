@@ -1,4 +1,4 @@
-import "../common/session.tlv"
+import "../base/session.tlv"
 message led_request {
     session    session
     id_number  number

@@ -1,1 +1,0 @@
-enum led_mode = 1363
