@@ -68,10 +68,8 @@ private:
             comment();
         } else if (c == '/' && peek(1) == '*') {
             enclosed_remark();
-        } else if (is_name_start(c)) {
-            size_t begin = at_;
-            skip_while(is_name_part);
-            add(TokenKind::Name, span(begin));
+        } else if (is_name_start(c) || c == '<' || text_.substr(at_).starts_with("#include")) {
+            word();
         } else if (is_digit(c)) {
             number();
         } else if (c == '"') {
@@ -82,6 +80,15 @@ private:
         } else {
             unexpected_character();
         }
+    }
+
+    void word() {
+        const size_t begin = at_++;
+        skip_while(is_name_part);
+        const bool path = peek() == '.' || (peek() == '/' && peek(1) != '/' && peek(1) != '*');
+        const bool foreign = path || !is_name_start(text_[begin]);
+        skip_while([&](char c) { return foreign && !is_blank(c) && c != ';' && c != '"' && c != '<'; });
+        add(foreign ? TokenKind::Foreign : TokenKind::Name, span(begin));
     }
 
     void number() {

@@ -4,10 +4,10 @@
 
 namespace tlvc {
 
-// Doc is a "///" line, FileDoc a "//!" line.
+// Doc is a "///" line, FileDoc a "//!" line; Foreign is what only other languages have: #include, a path without quotes.
 // clang-format off
 enum class TokenKind {
-    Name, Number, String, Doc, FileDoc, LeftBrace = '{', RightBrace = '}', LeftBracket = '[',
+    Name, Number, String, Doc, FileDoc, Foreign, LeftBrace = '{', RightBrace = '}', LeftBracket = '[',
     RightBracket = ']', Equals = '=', Colon = ':', Comma = ',', Semicolon = ';', At = '@', End,
 };
 // clang-format on

@@ -173,11 +173,15 @@ private:
         Doc documentation = doc(TokenKind::Doc);
         if (at(TokenKind::End)) {
             documents_nothing(documentation);
-        } else if (at_word("import")) {
+        } else if (at_word("import") || text(peek()) == "#include") {
             documents_nothing(documentation, "write '//!' for what the file is about");
             import();
         } else if (at(TokenKind::Semicolon)) {
             skip_separators();
+        } else if (at_word("typedef")) {
+            unexpected("a declaration")
+                .help("leave it out: a type has one name, behind the word that declares it");
+            take();
         } else {
             declaration(start, std::move(documentation));
         }
@@ -185,8 +189,16 @@ private:
 
     void import() {
         size_t start = at_;
-        take();
         const bool others_found = std::exchange(result_.imports_found, false);
+        if (take().kind == TokenKind::Foreign || at(TokenKind::Foreign)) {
+            std::string path(text(take()));
+            std::erase_if(path, [](char c) { return c == '<' || c == '>' || c == '"'; });
+            faults_
+                .report(fault::unexpected_token, since(start), "an import",
+                        fmt::format("'{}'", sources_.text(since(start))))
+                .help(fmt::format("write: import \"{}\"", path));
+            return;
+        }
         const Token &path = expect(TokenKind::String, "the path of a file in quotes");
         if (!result_.declarations.empty()) {
             faults_.report(fault::late_import, since(start));

@@ -44,6 +44,11 @@ void find_warnings(const Schema &schema, Diagnostics &warnings) {
         if (library().contains(type.name) && !type.section->shipped) {
             warnings.report(fault::library_name, type.span, "type", type.name);
         }
+        for (const Member &member : type.members) {
+            if (member.type->name == "char") {
+                warnings.report(fault::char_member, member.span, member.name);
+            }
+        }
         if (type.doc.empty()) {
             warnings.report(fault::undocumented_type, type.span, type.name);
         }

@@ -100,6 +100,10 @@ TEST(Phases, all_report_what_they_find_and_nothing_that_follows_from_other_fault
         {"struct a { uint32_t x; bool y; };\nstruct b = 0x9C41 { string z; nowhere w[2]; u8 v; }\n"
          "enum c = 40000 {\n    off,\n    on\n};\nenum d = 40001 { off = 0, on = 1, }\n",
          "T005 T012 T005 T012 T003 T012 T005 T012 T005"},
+        {"//\n#include <a.h>\n#include \"b.h\"\nimport <c.tlv>;\nimport c/d.tlv\nstruct a = 40000 { nowhere "
+         "x "
+         "}\n",
+         "T005 T005 T005 T005 T005"},
         {"struct a = 40000 {\n    bytes b[16]\n    uint8 import\n}\nbytes c[1]\nbytes d[1]\n", "T005"},
     };
     SchemaDirectory directory;

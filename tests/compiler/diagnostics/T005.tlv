@@ -1,3 +1,7 @@
+// As C has them.
+#include "led.h"
+import <led.tlv>
+import common/led.tlv
 strcut led_control = 1357 {
     uint16 slot
 }
@@ -20,7 +24,7 @@ struct led_header = 1359 {
     uint8      name[16] @zero_count
     led_mode   others[]
 }
-struct led_port = 1360 {
+typedef struct led_port = 1360 {
     uint16_t  slot, port;
     bytes  serial[4];
     string name[8];
