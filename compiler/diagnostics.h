@@ -29,7 +29,9 @@ struct Diagnostic {
     }
     // Unless it is empty.
     Diagnostic &help(std::string text) {
-        helps.resize(helps.size() + (text.empty() ? 0 : 1), text);
+        if (!text.empty()) {
+            helps.push_back(std::move(text));
+        }
         return *this;
     }
     // "did you mean 'x'?", if a candidate is near enough.

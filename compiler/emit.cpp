@@ -20,15 +20,6 @@ GeneratedFiles emit_scalars(const Schema &schema);   // src/all_bounded.cpp
 GeneratedFiles emit_index(const Schema &schema);     // src/all_types.cpp
 GeneratedFiles emit_exports(const Schema &schema);   // src/tlvmsg.map, src/tlvmsg.symbols
 
-namespace {
-
-bool is_named(const Family &family) {
-    return std::any_of(family.sections.begin(), family.sections.end(),
-                       [](const Section *section) { return section->named; });
-}
-
-} // namespace
-
 GeneratedFiles emit(const Schema &schema, Product product) {
     GeneratedFiles files;
     const auto add = [&](GeneratedFiles more) {
@@ -37,7 +28,7 @@ GeneratedFiles emit(const Schema &schema, Product product) {
     for (const Family *family : schema.in_order) {
         for (auto *const emitter :
              {emit_header, emit_bounded, emit_traits, emit_codecs, emit_types, emit_layout}) {
-            if (product == Product::Library || is_named(*family)) {
+            if (product == Product::Library || std::ranges::any_of(family->sections, &Section::named)) {
                 add(emitter(*family, product));
             }
         }

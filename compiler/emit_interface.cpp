@@ -1,6 +1,5 @@
 // interface.txt: what the schema promises to programs and peers, a line a type, a field and an enumerator, to
 // be reviewed when it changes. The schema says the same, but not where C puts a field.
-#include "checks.h"
 #include "emit.h"
 #include "layout.h"
 

@@ -241,24 +241,15 @@ private:
         const Analysis &document = analysis(params);
         const Unit &unit = document.program.units.front();
         const uint32_t at = offset(document, params);
-        for (const syntax::Import &import : unit.syntax.imports) {
-            if (covers(import.span, at)) {
-                return file(document, unit.canonical.parent_path() / import.path.text);
+        for (size_t i = 0; i < unit.imports.size() && unit.syntax.imports_found; ++i) {
+            if (covers(unit.syntax.imports[i].span, at)) {
+                return documents_.location(document, {unit.imports[i], 0, 0});
             }
         }
         const auto *const name = type_named_at(unit.syntax, at);
         const auto *const declaration =
             name != nullptr ? declaration_of(document.program, name->text) : nullptr;
         return declaration != nullptr ? documents_.location(document, declaration->name.span) : Json();
-    }
-
-    Json file(const Analysis &analysis, const std::filesystem::path &path) const {
-        for (const Unit &each : analysis.program.units) {
-            if (each.canonical == path.lexically_normal()) {
-                return documents_.location(analysis, {each.syntax.file, 0, 0});
-            }
-        }
-        return nullptr;
     }
 
     // A file with faults of syntax stays as it is.

@@ -1,6 +1,5 @@
 #include "report_changes.h"
 
-#include <algorithm>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 

@@ -6,7 +6,6 @@
 #include "reserved.h"
 
 #include <algorithm>
-#include <array>
 #include <map>
 
 namespace tlvc {

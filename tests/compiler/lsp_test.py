@@ -89,6 +89,13 @@ def conversation(client):
     client.open("acme/fans.tlv", FANS)
     assert client.published("acme/fans.tlv") == []
 
+    # So is one of the library's, wherever that is installed.
+    client.open("acme/report.tlv", 'import "common/session.tlv"\nmessage report { app_sess_hdr session }\n')
+    assert client.published("acme/report.tlv") == []
+    for at in ((0, 12), (1, 20)):
+        assert client.about("definition", "acme/report.tlv", at)["uri"].endswith("/common/session.tlv"), at
+    client.tell("textDocument/didClose", textDocument={"uri": uri("acme/report.tlv")})
+
     # A fault comes and goes. Columns count UTF-16 units: the face is two, the accent one.
     client.type("acme/fans.tlv", FANS.replace("colour  led", "color  led").replace("{\n", "{ // \n", 1))
     (fault,) = client.published("acme/fans.tlv")
