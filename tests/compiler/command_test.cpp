@@ -229,8 +229,9 @@ TEST(CommandLine, compare_exits_as_diff_does) {
     directory.add("old.txt", "#\nfamily acme\nenum color = 1001, 12 bytes\nenum color = 1002\n");
     EXPECT_TRUE(Command("compare " + old_text + " " + above).says(old_text + ":4:6: error[T014]"));
     directory.add("new/acme/more.tlv", "enum color_of_day = 1004\n");
+    const std::string spare = directory.add("spare/a.tlv", good);
     for (const std::string &one :
-         {"- " + above + " < " + old_file, directory.add("spare/a.tlv", good) + " " + above}) {
+         {fmt::format("- {} < {}", above, old_file), fmt::format("{} {}", spare, above)}) {
         EXPECT_EQ(Command("compare " + one).output, "")
             << "what it holds is all still there, in whatever family";
     }

@@ -260,7 +260,7 @@ TEST_P(Strict, EncodesWhatTheEngineEncodes) {
             if (type.operations->allocates) {
                 return;
             }
-            GuardedBuffer any((type.size + 7) / 8 * 8);
+            GuardedBuffer any(size_t{type.size + 7} / 8 * 8);
             const uint8_t mask = random() % 2 != 0 ? 0xFF : 0x07;
             std::generate(any.begin(), any.end(), [&] { return static_cast<uint8_t>(random() & mask); });
             comparison.check_encoding(any.data());
