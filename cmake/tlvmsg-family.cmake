@@ -7,6 +7,9 @@
 # directory of its files. What they import is looked for beside the file, below each DIRECTORY, and in the library's
 # own schema.
 #
+# Headers are generated into TARGET_family/include of the binary directory; to install the library for others, install
+# that directory's content, to CMAKE_INSTALL_INCLUDEDIR or include, and TARGET as usual.
+#
 # Generated code is C++20 that needs no C++ run time: a project whose own code is C enables CXX for it. A cross build
 # takes a tlvc that runs on the host: -DTLVC_EXECUTABLE=/usr/bin/tlvc.
 function(tlvmsg_add_family target)
@@ -46,6 +49,9 @@ function(tlvmsg_add_family target)
         cmake_path(ABSOLUTE_PATH file BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} NORMALIZE)
         if(NOT EXISTS ${file})
             message(FATAL_ERROR "tlvmsg_add_family: there is no '${file}'")
+        endif()
+        if(IS_DIRECTORY ${file})
+            message(FATAL_ERROR "tlvmsg_add_family: '${file}' is a directory: name its schema files")
         endif()
         list(APPEND files ${file})
         cmake_path(GET file PARENT_PATH directory)
@@ -88,6 +94,7 @@ function(tlvmsg_add_family target)
     endif()
     add_dependencies(${target} ${target}_generated)
     target_sources(${target} PRIVATE $<TARGET_OBJECTS:${target}_codecs>)
-    target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${out}/include> $<BUILD_INTERFACE:${out}/src>)
+    target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${out}/include> $<BUILD_INTERFACE:${out}/src>
+                               $<INSTALL_INTERFACE:$<IF:$<BOOL:${CMAKE_INSTALL_INCLUDEDIR}>,${CMAKE_INSTALL_INCLUDEDIR},include>>)
     target_link_libraries(${target} PUBLIC tlvmsg::${arg_LIBRARY})
 endfunction()

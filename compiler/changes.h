@@ -191,7 +191,7 @@ Numbers travel, and documents say names: each comes out as something else on the
 inline constexpr Rule choice_added{
     "C023", LayoutIfResized,
     R"(value chooses, at the end of structures: old decoders skip what it chooses
-At the end of a structure they skip what they do not know. This holds for values that old peers do not send.
+This holds for values that old peers do not send. Where they have a name for it, or it is 0, the wire breaks.
 - enum kind = 2001  union u by kind which { 1: uint8 a }  struct s = 2002 { kind which  u u }
 + enum kind = 2001  union u by kind which { 1: uint8 a  2: uint64 b }  struct s = 2002 { kind which  u u }
 = enum kind = 2001 { first = 1 }  union u by kind which { first: uint8 a }  struct s = 2002 { kind which  u u })"};

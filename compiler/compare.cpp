@@ -218,12 +218,21 @@ private:
     // Values that chose nothing choose something. Old decoders stop there, which at the end is no loss.
     void report_choice(const Subject &subject) {
         const auto has_more_behind = [&](const Type &holder) {
-            return std::any_of(holder.members.begin(), holder.members.end(), [&](const Member &each) {
-                return each.type == subject.before && &each != &holder.members.back();
-            });
+            const auto held = std::ranges::find(holder.members, subject.before, &Member::type);
+            return held != holder.members.end() && held + 1 != holder.members.end();
         };
         const bool inserted = std::any_of(before_.types.begin(), before_.types.end(), has_more_behind);
         report(inserted ? choice_inserted : choice_added, subject);
+        const auto is_sent =
+            [&](uint32_t value) { // by old peers: zeroed records have 0, and names are for use
+                const auto &named = subject.before->selector->enumerators;
+                return !chooses(*subject.before, value) &&
+                       (value == 0 || std::ranges::count(named, value, &Enumerator::value) > 0);
+            };
+        if (!inserted && std::ranges::any_of(subject.part.after->values, is_sent)) {
+            found_.back().levels |= Wire;
+            found_.back().effect = "old ones send the value, and new decoders then take what follows for it";
+        }
     }
 
     bool same_extent(const Type &before, const Type &after) {

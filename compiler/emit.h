@@ -17,7 +17,6 @@ using GeneratedFiles = std::vector<GeneratedFile>;
 // be built with an installed library.
 enum class Product { Library, Families };
 
-// What all emitters write.
 GeneratedFiles emit(const Schema &schema, Product product);
 
 // interface.txt: what the schema promises to its users, for people to review.

@@ -115,12 +115,10 @@ Members of a message are recognised by their tags. Put scalars, arrays and union
 
 inline constexpr Fault array_element{"T022", R"(type that an array cannot hold: '{}' is {} and cannot be the element of {}
 An array with a capacity holds integers of 16, 32 or 64 bits, enumerations or structures; a dynamic
-array holds enumerations or structures. For bytes there is a form of its own:
+array holds enumerations or structures. Wrap anything else in a structure, but for bytes, which have their own forms:
 
     bytes serial_number_array[32]
-    dynamic bytes if_name_array counted by uint8
-
-Wrap anything else in a structure.)"};
+    dynamic bytes if_name_array counted by uint8)"};
 
 inline constexpr Fault alternative_type{"T023", R"(type that cannot be an alternative: '{}' is {} and cannot be an alternative
 An alternative is a scalar, an enumeration or a structure: one element, with no count or selector
@@ -223,9 +221,8 @@ Faults spell the whole way from the type to the member at fault in a buffer of f
 names of members, or nest the type less.)"};
 
 inline constexpr Fault interface_changed{"T047", R"(interface that tlvc did not print: this line should be '{}'
-Of the types in this file, 'tlvc interface' prints another line here: the file has been changed by hand or
-damaged, since sizes and offsets follow from the types, or another version of tlvc has printed it. Print it
-again from the schema.)"};
+Of the types in this file, 'tlvc interface' prints another line here: it has been changed by hand or damaged, since sizes
+and offsets follow from the types, or another version of tlvc has printed it. Print it again from the schema.)"};
 
 // Allowed, and yet hardly meant.
 

@@ -14,8 +14,7 @@ inline const Help program = {
      "begin with. Schema files are named by their paths, standard input by -.",
      "Faults tell the place, what was found and what would do; tlvc explain says more about their codes."},
     {{"tlvc check relay/*.tlv", "find the faults of a family of messages"},
-     {"tlvc generate --out generated relay/*.tlv", "make headers and codecs of it"},
-     {"tlvc explain T012", "learn what a fault means"}}};
+     {"tlvc generate --out generated relay/*.tlv", "make headers and codecs of it"}}};
 
 inline const std::vector<ExitMeaning> exit_meanings = {
     {exit_fine, "all is well; also when the reader of a pipe has gone"},
@@ -56,7 +55,6 @@ inline const Help format = {"Bring schema files into the canonical layout",
                             {"Files are rewritten, standard input goes to standard output. Remarks and the "
                              "order of declarations stay. A file that is no schema stays as it is."},
                             {{"tlvc format relay/*.tlv", "rewrite a family"},
-                             {"tlvc format - < relay/relay.tlv", "as editors do it"},
                              {"tlvc format --check relay/*.tlv", "name what would change, as a test"}}};
 
 inline const Help tags = {

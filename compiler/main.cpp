@@ -281,11 +281,10 @@ int main(int argc, char **argv) {
         return run(argc, argv);
     } catch (const ReaderGone &) {
         return exit_fine;
-    } catch (const Failure &failure) {
-        complain(fmt::format("tlvc: {}", failure.what()));
-        return failure.exit_status;
-    } catch (const std::exception &error) { // an IoError or the file system's
+    } catch (const std::exception &error) {
         complain(fmt::format("tlvc: {}", error.what()));
-        return exit_io;
+        const auto *const failure =
+            dynamic_cast<const Failure *>(&error); // or an IoError or the file system's
+        return failure != nullptr ? failure->exit_status : exit_io;
     }
 }

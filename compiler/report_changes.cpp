@@ -24,10 +24,11 @@ std::string_view severity(const Finding &finding) { return finding.levels != Not
 } // namespace
 
 std::vector<Finding> select(std::vector<Finding> findings, Levels levels, bool safe) {
-    for (Finding &each : findings) {
+    std::erase_if(findings, [&](Finding &each) { // what breaks something else is not safe
+        const bool breaks = each.levels != Nothing;
         each.levels &= levels;
-    }
-    std::erase_if(findings, [&](const Finding &each) { return each.levels == Nothing && !safe; });
+        return each.levels == Nothing && (breaks || !safe);
+    });
     return findings;
 }
 

@@ -145,6 +145,12 @@ TEST(Levels, of_counts_and_choices_hold_for_both_directions) {
     EXPECT_EQ(summary(choice("1, 2: uint8 a"), choice("1: uint8 a")), "C025 wire, json\n")
         << "the new side expects nothing, not another element";
     EXPECT_EQ(summary(choice("1: uint8 a"), choice("1, 2: uint8 a")), "C023 nothing\n");
+    EXPECT_EQ(summary(choice("1: uint8 a"), choice("0, 1: uint8 a")), "C023 wire\n")
+        << "zeroed records send it";
+    const std::string named =
+        "enum k = 2001 { two = 2 }  struct s = 2002 { k which  u u }  union u by k which ";
+    EXPECT_EQ(summary(named + "{ 1: uint8 a }", named + "{ 1: uint8 a  2: uint8 b }"), "C023 wire\n")
+        << "old peers have a name for it";
 }
 
 TEST(AppendedMember, is_safe_only_where_its_absence_shows) {
@@ -331,8 +337,9 @@ TEST(Report, says_where_and_what) {
     EXPECT_EQ(render(select(findings, Source | Layout, false), sources),
               "new/a.tlv:2:13: breaks[C013] source: port.slot: was uint8, is uint16; why\n"
               "  note: old/a.tlv:2:12: it was here\n");
-    EXPECT_EQ(render(select(findings, Json, true), sources).substr(0, 34),
-              "new/a.tlv:2:13: safe[C013]: port.s");
+    EXPECT_EQ(render(select(findings, Json, true), sources).substr(0, 35),
+              "new/a.tlv:3:12: safe[C009]: port.\"\\")
+        << "what breaks something else is not safe";
     EXPECT_EQ(render_json(findings, sources), R"([
   {
     "id": "C013",

@@ -51,7 +51,9 @@ std::vector<std::string> wanted_files() {
     std::vector<std::string> files;
     std::istringstream paths(variable);
     for (std::string path; std::getline(paths, path, ':');) {
-        files.push_back(path);
+        if (!path.empty()) {
+            files.push_back(path);
+        }
     }
     return files;
 }
