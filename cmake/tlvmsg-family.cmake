@@ -89,12 +89,16 @@ function(tlvmsg_add_family target)
     # What the library is linked with may be another family, whose types this one names.
     target_link_libraries(${target}_codecs PRIVATE tlvmsg::tlvmsg_rules $<TARGET_PROPERTY:${target},LINK_LIBRARIES>)
 
+    set(installed_headers include)
+    if(CMAKE_INSTALL_INCLUDEDIR)
+        set(installed_headers ${CMAKE_INSTALL_INCLUDEDIR})
+    endif()
     if(NOT TARGET ${target})
         add_library(${target})
     endif()
     add_dependencies(${target} ${target}_generated)
     target_sources(${target} PRIVATE $<TARGET_OBJECTS:${target}_codecs>)
     target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${out}/include> $<BUILD_INTERFACE:${out}/src>
-                               $<INSTALL_INTERFACE:$<IF:$<BOOL:${CMAKE_INSTALL_INCLUDEDIR}>,${CMAKE_INSTALL_INCLUDEDIR},include>>)
+                               $<INSTALL_INTERFACE:${installed_headers}>)
     target_link_libraries(${target} PUBLIC tlvmsg::${arg_LIBRARY})
 endfunction()
