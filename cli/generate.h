@@ -11,8 +11,8 @@ namespace tlvmsg::cli {
 // Writes the manual pages where systems look for them below share/: man/man1/tlv.1, man/man1/tlv-decode.1.
 void generate(const Cli &cli, const std::string &directory);
 
-// Prints what may be meant by the last of the words that were typed behind the program's name: a line each, with a tab and what it
-// means where that is known, or ":files" for the names of files.
+// Prints what may be meant by the last of the words that were typed behind the program's name: a line each, with a tab
+// and what it means where that is known, or ":files" for the names of files.
 void complete(const Cli &cli, std::vector<std::string> words);
 
 // The public options of a command, with their dashes.

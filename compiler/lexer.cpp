@@ -99,10 +99,9 @@ private:
         if (malformed) {
             Diagnostic &fault = faults_.report(fault::malformed_number, span(begin), digits);
             uint64_t value = 0;
-            const auto end =
-                std::from_chars(digits.begin() + std::min<size_t>(digits.size(), 2), digits.end(), value, 16)
-                    .ptr;
-            fault.help(digits.starts_with("0x") && end == digits.end() ? fmt::format("write {}", value) : "");
+            const std::string_view hex = digits.starts_with("0x") ? digits.substr(2) : digits;
+            const auto end = std::from_chars(hex.begin(), hex.end(), value, 16).ptr;
+            fault.help(digits.starts_with("0x") && end == hex.end() ? fmt::format("write {}", value) : "");
         }
         add(TokenKind::Number, span(begin), malformed);
     }

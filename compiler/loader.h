@@ -45,7 +45,8 @@ using LibraryTypes = std::map<std::string, LibraryType, std::less<>>;
 // What is declared there, by name; read when it is first asked for.
 const LibraryTypes &library();
 
-// Of files, and of all schema files in directories and below. Throws IoError for what cannot be read; an import that leads to no file is a fault of its file.
+// Of files, and of all schema files in directories and below. Throws IoError for what cannot be read; an import that
+// leads to no file is a fault of its file.
 Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults,
              const ImportPath &import_path, const OpenTexts &open = {});
 

@@ -281,10 +281,11 @@ int main(int argc, char **argv) {
         return run(argc, argv);
     } catch (const ReaderGone &) {
         return exit_fine;
-    } catch (const std::exception &error) {
+    } catch (const Failure &failure) {
+        complain(fmt::format("tlvc: {}", failure.what()));
+        return failure.exit_status;
+    } catch (const std::exception &error) { // an IoError or the file system's
         complain(fmt::format("tlvc: {}", error.what()));
-        const auto *const failure =
-            dynamic_cast<const Failure *>(&error); // or an IoError or the file system's
-        return failure != nullptr ? failure->exit_status : exit_io;
+        return exit_io;
     }
 }

@@ -117,8 +117,7 @@ private:
             ++first;
         }
         const Token &third = peek(first + 2);
-        const TokenKind sixth =
-            peek(first + 5).kind; // behind "bytes NAME[CAPACITY]", which a member may look like
+        const TokenKind sixth = peek(first + 5).kind; // behind "bytes NAME[CAPACITY]", as a member may look
         const bool member = (sixth == TokenKind::Name && !at_keyword(first + 5)) ||
                             sixth == TokenKind::RightBrace || sixth == TokenKind::Semicolon;
         const auto reads = [&](std::string_view keyword, size_t ahead, std::string_view word) {

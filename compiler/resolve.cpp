@@ -159,7 +159,7 @@ private:
         std::vector<std::string_view> candidates = tlvmsg::base::names_of(types_);
         candidates.push_back(tlvmsg::base::nearest(name.text, tlvmsg::base::names_of(library()), 2));
         const std::string_view meant = tlvmsg::base::nearest(name.text, candidates);
-        fault.help(meant == name.text || meant.empty() ? "" : fmt::format("did you mean '{}'?", meant));
+        fault.suggest(name.text, {meant == name.text ? "" : meant}); // which may just lack its import
         if (const auto shipped = library().find(meant);
             shipped != library().end() && !types_.contains(meant)) {
             fault.help(fmt::format("add: import \"{}\"", shipped->second.path));
@@ -192,7 +192,8 @@ private:
             if (type.kind == Kind::Union) {
                 type.alternatives.push_back(alternative(written, type.selector));
             } else {
-                type.members.push_back(member(written));
+                type.members.push_back(part<Member>(written));
+                type.members.back().zero_count = has_attribute(written, zero_count);
             }
         }
     }
@@ -205,27 +206,24 @@ private:
         return form == Form::Array && packed ? Kind::PackedArray : kinds[static_cast<size_t>(form)];
     }
 
-    Member member(const syntax::Member &written) {
-        Member member;
-        member.name = written.name.text;
-        member.type = find(written.type);
-        member.doc = written.doc.lines;
-        member.zero_count = has_attribute(written, zero_count);
-        member.span = written.name.span;
-        return member;
+    // What members and alternatives have in common.
+    template <typename Part>
+    Part part(const syntax::Member &written) {
+        Part part;
+        part.name = written.name.text;
+        part.type = find(written.type);
+        part.doc = written.doc.lines;
+        part.span = written.name.span;
+        return part;
     }
 
     Alternative alternative(const syntax::Member &written, const Type *selector) {
-        Alternative alternative;
+        auto alternative = part<Alternative>(written);
         for (const syntax::Value &value : written.values) {
             alternative.values.push_back(value.name.empty() ? static_cast<uint32_t>(value.number)
                                                             : enumerator(value, selector));
         }
-        alternative.name = written.name.text;
-        alternative.type = find(written.type);
-        alternative.doc = written.doc.lines;
         alternative.end_by_length = has_attribute(written, end_by_length);
-        alternative.span = written.name.span;
         return alternative;
     }
 
