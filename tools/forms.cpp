@@ -2,7 +2,7 @@
 
 #include "cli/failure.h"
 #include "cli/terminal.h"
-#include "forms/relay.h"
+#include "forms/border/relay.h"
 #include "tools/types/lookup.h"
 
 #include <fmt/format.h>

@@ -1,7 +1,7 @@
 // The library of forms in C++: what it hands out releases itself, and its faults are thrown.
 #pragma once
 
-#include "forms/record.h"
+#include "forms/record/record.h"
 
 #include <tlvmsg/forms.h>
 

@@ -1,4 +1,4 @@
-#include "changes.h"
+#include "compiler/compare/changes.h"
 #include "support.h"
 
 #include <array>

@@ -1,10 +1,10 @@
 // Each rule of the catalogue has an example that it alone finds and one that comes near; the real schema is changed
 // all over, a kind of change at a time.
-#include "report_changes.h"
+#include "compiler/compare/report.h"
 #include "support.h"
 
-#include "emit.h"
-#include "reporter.h"
+#include "compiler/emit/emit.h"
+#include "compiler/text/reporter.h"
 
 #include <set>
 #include <sstream>

@@ -1,8 +1,8 @@
 // Every fault of the catalogue has a bad example in diagnostics/: a file, or a directory of files, with all
 // that is printed about it beside it. Paths in there are relative to that directory.
 #include "base/suggest.h"
-#include "checks.h"
-#include "reporter.h"
+#include "compiler/checks/checks.h"
+#include "compiler/text/reporter.h"
 #include "support.h"
 
 #include <algorithm>

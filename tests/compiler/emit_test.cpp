@@ -1,5 +1,5 @@
 // What is generated for a small schema with every kind of type, against a reviewed copy.
-#include "emit.h"
+#include "compiler/emit/emit.h"
 #include "support.h"
 
 #include <algorithm>

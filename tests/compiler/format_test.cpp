@@ -1,4 +1,4 @@
-#include "format.h"
+#include "compiler/language/format.h"
 #include "support.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "reporter.h"
+#include "compiler/text/reporter.h"
 #include "support.h"
 
 namespace tlvc {

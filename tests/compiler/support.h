@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/files.h"
-#include "compile.h"
-#include "parser.h"
+#include "compiler/build/compile.h"
+#include "compiler/language/parser.h"
 
 #include <filesystem>
 #include <fstream>

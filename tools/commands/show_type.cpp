@@ -1,6 +1,6 @@
 #include "show_type.h"
 
-#include "forms/element.h"
+#include "forms/bytes/element.h"
 #include "tools/types/lookup.h"
 
 #include <tlvmsg/record.h>

@@ -3,7 +3,7 @@
 #include "file.h"
 
 #include "cli/failure.h"
-#include "forms/element.h"
+#include "forms/bytes/element.h"
 #include "tools/forms.h"
 
 #include <fmt/format.h>

@@ -3,9 +3,9 @@
 #include "base/files.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
-#include "compiler/compile.h"
-#include "compiler/layout.h"
-#include "compiler/reporter.h"
+#include "compiler/build/compile.h"
+#include "compiler/model/layout.h"
+#include "compiler/text/reporter.h"
 
 #include <fmt/format.h>
 

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "compiler/model/model.h"
+
+namespace tlvc {
+
+// Fills in min_size, max_size and max_count. The types must not hold each other in a circle.
+void measure(Schema &schema);
+
+// How many items an array has at the most when its element takes up to `size` bytes.
+uint64_t most_items(const Type &array, uint64_t size);
+
+} // namespace tlvc

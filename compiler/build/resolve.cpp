@@ -1,0 +1,286 @@
+#include "compiler/build/resolve.h"
+
+#include "base/suggest.h"
+#include "compiler/language/reserved.h"
+#include "compiler/model/attributes.h"
+#include "compiler/model/references.h"
+
+#include <algorithm>
+#include <map>
+
+namespace tlvc {
+
+namespace {
+
+using syntax::Declaration;
+using syntax::Form;
+
+class Resolver {
+public:
+    Resolver(const Program &program, Diagnostics &faults)
+        : program_(program), faults_(faults), result_{std::make_unique<Schema>(), {}, program} {}
+
+    Resolution run() {
+        add_scalars();
+        for (const auto &[place, file] : files_in_schema_order()) {
+            declare_file(file);
+        }
+        for (const Declared &declared : result_.declared) {
+            const size_t missing = missing_;
+            certain_ =
+                declared.syntax->readable && program_.units[declared.type->span.file].syntax.imports_found;
+            link(declared);
+            declared.type->sound = declared.type->sound && missing == missing_;
+        }
+        spread_faults();
+        for (const Declared &declared : result_.declared) {
+            assign_roles(*declared.type);
+        }
+        return std::move(result_);
+    }
+
+private:
+    void add_scalars() {
+        for (const wire::Scalar &scalar : wire::scalars) {
+            Type &type = result_.schema->types.emplace_back();
+            type.name = scalar.name;
+            type.scalar = &scalar;
+            type.tag = scalar.tag;
+            types_[scalar.name] = &type;
+        }
+    }
+
+    // By family and name, whatever the order in which they were given.
+    using Files = std::multimap<std::pair<std::string, std::filesystem::path>, uint32_t>;
+    Files files_in_schema_order() const {
+        Files files;
+        for (uint32_t file = 0; file < program_.units.size(); ++file) {
+            const Unit &unit = program_.units[file];
+            files.emplace(std::pair(unit.family, unit.canonical.filename()), file);
+        }
+        return files;
+    }
+
+    void declare_file(uint32_t file) {
+        const Unit &unit = program_.units[file];
+        auto &families = result_.schema->families;
+        if (families.empty() || families.back().name != unit.family) {
+            families.emplace_back().name = unit.family;
+        }
+        Family &family = families.back();
+        Section &section = result_.schema->sections.emplace_back();
+        family.sections.push_back(&section);
+        section.named = unit.named;
+        section.shipped = unit.shipped;
+        const bool speaks_for_family = unit.canonical.filename() == "family.tlv";
+        (speaks_for_family ? family.doc : section.doc) = unit.syntax.doc.lines;
+        for (const Declaration &declaration : unit.syntax.declarations) {
+            declare(declaration, family, section);
+        }
+    }
+
+    void declare(const Declaration &syntax, const Family &family, Section &section) {
+        Type &type = result_.schema->types.emplace_back();
+        type.name = syntax.name.text;
+        type.doc = syntax.doc.lines;
+        type.family = &family;
+        type.section = &section;
+        type.span = syntax.name.span;
+        type.sound = syntax.sound;
+        for (const syntax::Enumerator &each : syntax.enumerators) {
+            type.enumerators.push_back({std::string(each.name.text), static_cast<uint32_t>(each.value.value),
+                                        each.doc.lines, each.name.span});
+        }
+        auto [first, is_new] = types_.try_emplace(syntax.name.text, &type);
+        if (!is_new) {
+            type.sound = false;
+            duplicate(syntax, *first->second);
+        }
+        section.types.push_back(&type);
+        result_.declared.push_back({&syntax, &type});
+    }
+
+    void duplicate(const Declaration &syntax, const Type &first) {
+        if (first.family == nullptr) {
+            faults_.report(fault::duplicate_name, syntax.name.span, syntax.name.text)
+                .help("it is a scalar type that every file knows");
+            return;
+        }
+        const bool newer = result_.is_newer(syntax.name.span, first.span);
+        faults_.report(fault::duplicate_name, newer ? syntax.name.span : first.span, syntax.name.text)
+            .note(newer ? first.span : syntax.name.span, "first declared here");
+    }
+
+    // What names a type that is not sound is not sound itself.
+    void spread_faults() {
+        const auto unsound = [](const Reference &each) { return !each.type->sound; };
+        for (bool again = true; again;) {
+            again = false;
+            for (const Declared &declared : result_.declared) {
+                Type &type = *declared.type;
+                const std::vector<Reference> named = references(type);
+                if (type.sound && std::any_of(named.begin(), named.end(), unsound)) {
+                    type.sound = false;
+                    again = true;
+                }
+            }
+        }
+    }
+
+    // The file of a name is that of its span: it decides what may be named there.
+    const Type *find(const syntax::Name &name) {
+        if (name.text.empty()) { // it could not be read
+            return nullptr;
+        }
+        auto found = types_.find(name.text);
+        if (found == types_.end()) {
+            ++missing_;
+            if (certain_) {
+                undefined(name);
+            }
+            return nullptr;
+        }
+        const Type &type = *found->second;
+        const std::vector<uint32_t> &imports = program_.units[name.span.file].imports;
+        bool visible = type.family == nullptr || type.span.file == name.span.file || !certain_ ||
+                       std::find(imports.begin(), imports.end(), type.span.file) != imports.end();
+        if (!visible) {
+            not_imported(name, type);
+        }
+        return &type;
+    }
+
+    void undefined(const syntax::Name &name) {
+        Diagnostic &fault = faults_.report(fault::undefined_type, name.span, name.text);
+        if (std::string instead = instead_of(name.text); !instead.empty()) {
+            fault.help(std::move(instead));
+            return;
+        }
+        std::vector<std::string_view> candidates = tlvmsg::base::names_of(types_);
+        candidates.push_back(tlvmsg::base::nearest(name.text, tlvmsg::base::names_of(library()), 2));
+        const std::string_view meant = tlvmsg::base::nearest(name.text, candidates);
+        fault.suggest(name.text, {meant == name.text ? "" : meant}); // which may just lack its import
+        if (const auto shipped = library().find(meant);
+            shipped != library().end() && !types_.contains(meant)) {
+            fault.help(fmt::format("add: import \"{}\"", shipped->second.path));
+        }
+    }
+
+    void not_imported(const syntax::Name &name, const Type &type) {
+        const std::filesystem::path &there = program_.units[type.span.file].canonical;
+        std::filesystem::path here = program_.units[name.span.file].canonical.parent_path();
+        faults_.report(fault::type_not_imported, name.span, name.text)
+            .note(type.span, "it is declared here")
+            .help(fmt::format("add: import \"{}\"", there.lexically_relative(here).generic_string()));
+    }
+
+    // What a form does not have is empty in its syntax, and finds nothing.
+    void link(const Declared &declared) {
+        const Declaration &syntax = *declared.syntax;
+        Type &type = *declared.type;
+        const bool bounded = syntax.form == Form::Array || syntax.form == Form::Bytes;
+        const bool bytes = syntax.form == Form::Bytes || syntax.form == Form::DynamicBytes;
+        type.element = bytes ? types_.at("uint8") : find(syntax.element);
+        type.kind = kind_of(syntax.form, type.element);
+        type.count = bounded ? types_.at("uint16") : find(syntax.count);
+        type.capacity = bounded ? static_cast<uint32_t>(syntax.number.value) : 0;
+        type.tag = is_array(type) ? wire::array_tag : static_cast<uint16_t>(syntax.number.value);
+        type.selector = find(syntax.selector);
+        type.selector_name = syntax.selector_name.text;
+        type.enclosing = syntax.enclosing ? find(*syntax.enclosing) : nullptr;
+        for (const syntax::Member &written : syntax.members) {
+            if (type.kind == Kind::Union) {
+                type.alternatives.push_back(alternative(written, type.selector));
+            } else {
+                type.members.push_back(part<Member>(written));
+                type.members.back().zero_count = has_attribute(written, zero_count);
+            }
+        }
+    }
+
+    static Kind kind_of(Form form, const Type *element) {
+        constexpr Kind kinds[] = {Kind::Enumeration,  Kind::Structure, Kind::Message,
+                                  Kind::ElementArray, Kind::ByteArray, Kind::DynamicElements,
+                                  Kind::DynamicBytes, Kind::Union};
+        const bool packed = element != nullptr && element->scalar != nullptr && element->scalar->width > 1;
+        return form == Form::Array && packed ? Kind::PackedArray : kinds[static_cast<size_t>(form)];
+    }
+
+    // What members and alternatives have in common.
+    template <typename Part>
+    Part part(const syntax::Member &written) {
+        Part part;
+        part.name = written.name.text;
+        part.type = find(written.type);
+        part.doc = written.doc.lines;
+        part.span = written.name.span;
+        return part;
+    }
+
+    Alternative alternative(const syntax::Member &written, const Type *selector) {
+        auto alternative = part<Alternative>(written);
+        for (const syntax::Value &value : written.values) {
+            alternative.values.push_back(value.name.empty() ? static_cast<uint32_t>(value.number)
+                                                            : enumerator(value, selector));
+        }
+        alternative.end_by_length = has_attribute(written, end_by_length);
+        return alternative;
+    }
+
+    uint32_t enumerator(const syntax::Value &value, const Type *selector) {
+        if (selector == nullptr || !selector->sound || !certain_) {
+            ++missing_; // for which there is a fault already
+            return 0;
+        }
+        std::vector<std::string_view> candidates;
+        for (const Enumerator &each : selector->enumerators) {
+            if (each.name == value.name) {
+                return each.value;
+            }
+            candidates.push_back(each.name);
+        }
+        ++missing_;
+        faults_.report(fault::unknown_enumerator, value.span, value.name, selector->name)
+            .suggest(value.name, candidates)
+            .note(selector->span, "it is declared here");
+        return 0;
+    }
+
+    static bool has_attribute(const syntax::Member &written, const Attribute &attribute) {
+        return std::any_of(written.attributes.begin(), written.attributes.end(),
+                           [&](const syntax::Name &name) { return name.text == attribute.name; });
+    }
+
+    static void assign_roles(Type &type) {
+        for (size_t i = 0; i + 1 < type.members.size(); ++i) {
+            Member &member = type.members[i];
+            const Type *next = type.members[i + 1].type;
+            if (member.type == nullptr || next == nullptr) {
+                continue;
+            }
+            if (member.type->kind == Kind::Scalar && is_dynamic(*next)) {
+                member.role = Member::Role::CountOfNext;
+            } else if (member.type->kind == Kind::Enumeration && next->kind == Kind::Union) {
+                member.role = Member::Role::SelectorOfNext;
+            }
+        }
+    }
+
+    const Program &program_;
+    Diagnostics &faults_;
+    Resolution result_;
+    std::map<std::string_view, Type *> types_;
+    size_t missing_ = 0;  // names that lead nowhere
+    bool certain_ = true; // that names in the declaration are what they seem
+};
+
+} // namespace
+
+bool Resolution::is_newer(Span place, Span than) const {
+    const auto age = [this](Span span) { return std::pair(program.units[span.file].age, span.begin); };
+    return age(place) > age(than);
+}
+
+Resolution resolve(const Program &program, Diagnostics &faults) { return Resolver(program, faults).run(); }
+
+} // namespace tlvc

@@ -1,0 +1,24 @@
+// What the grammar cannot say. Each check is one small function that knows nothing of the others.
+#pragma once
+
+#include "compiler/build/resolve.h"
+
+namespace tlvc {
+
+void check(const Resolution &resolution, Diagnostics &faults);
+
+// For the model as measured.
+void check_sizes(const Resolution &resolution, Diagnostics &faults);
+
+// What is allowed, and yet hardly meant, in the files that were named.
+void find_warnings(const Schema &schema, Diagnostics &warnings);
+
+// The parts of check().
+void check_declarations(const Resolution &resolution, Diagnostics &faults); // each for itself
+void check_neighbours(const Resolution &resolution, Diagnostics &faults);   // what must stand together
+void check_names(const Resolution &resolution, Diagnostics &faults);        // what C makes of them
+void check_whole(const Resolution &resolution, Diagnostics &faults);        // tags, circles
+
+std::string_view describe(const Type &type); // "a structure"
+
+} // namespace tlvc

@@ -1,0 +1,291 @@
+// The command line of the schema compiler.
+#include "base/files.h"
+#include "cli/terminal.h"
+#include "compiler/build/compile.h"
+#include "compiler/checks/checks.h"
+#include "compiler/commands/help.h"
+#include "compiler/compare/report.h"
+#include "compiler/emit/emit.h"
+#include "compiler/language/format.h"
+#include "compiler/language/parser.h"
+#include "compiler/lsp/lsp.h"
+#include "compiler/text/reporter.h"
+
+#include <csignal>
+#include <filesystem>
+#include <iostream>
+#include <unistd.h>
+
+namespace {
+
+using namespace tlvc;
+using namespace tlvmsg::base;
+using namespace tlvmsg::cli;
+
+// What the command line says; each command reads its part.
+struct Options {
+    std::vector<std::string> files;
+    ImportPath import_path;
+    bool as_json = false;
+    bool warn = false;
+    bool strict = false;
+    std::string directory;
+    std::string stamp;
+    bool library = false;
+    bool check_only = false;
+    std::string before;
+    std::string after;
+    Levels levels = Nothing;
+    bool all = false;
+    std::vector<std::string> codes;
+};
+
+void show(const Diagnostics &faults, const Sources &sources, const Options &options = {}) {
+    if (options.as_json) {
+        print(render_json(faults, sources));
+    } else {
+        fmt::print(stderr, "{}", render(faults, sources, Paint(STDERR_FILENO).is_on()));
+    }
+}
+
+std::unique_ptr<const Schema> compile_and_show(const Options &options, Sources &sources) {
+    Diagnostics faults;
+    auto schema = compile(options.files, sources, faults, options.import_path);
+    if (schema && (options.warn || options.strict)) {
+        find_warnings(*schema, faults);
+    }
+    if (options.strict) {
+        faults.refuse_warnings();
+    }
+    show(faults, sources, options);
+    return faults.any() ? nullptr : std::move(schema);
+}
+
+std::string escaped_for_make(const std::string &path) {
+    std::string text;
+    for (const char c : path) {
+        text += c == ' ' || c == '#' ? "\\" : c == '$' ? "$" : "";
+        text += c;
+    }
+    return text;
+}
+
+// Touches the stamp, and writes beside it, for make, what it depends on.
+void write_stamp(const std::string &stamp, const Sources &sources) {
+    std::string rule = escaped_for_make(stamp) + ":";
+    for (uint32_t file = 0; file < sources.size(); ++file) {
+        rule += " \\\n  " + escaped_for_make(std::filesystem::absolute(sources.path(file)).string());
+    }
+    write_if_changed(stamp + ".d", rule + "\n");
+    write_if_changed(stamp, "");
+    std::filesystem::last_write_time(stamp, std::filesystem::file_time_type::clock::now());
+}
+
+int generate(const Options &options) {
+    Sources sources;
+    auto schema = compile_and_show(options, sources);
+    if (!schema) {
+        return exit_found;
+    }
+    for (const GeneratedFile &file : emit(*schema, options.library ? Product::Library : Product::Families)) {
+        write_if_changed((std::filesystem::path(options.directory) / file.path).string(), file.text);
+    }
+    if (!options.stamp.empty()) {
+        write_stamp(options.stamp, sources);
+    }
+    return exit_fine;
+}
+
+std::string nothing(const Schema & /*schema*/) { return ""; }
+
+template <std::string (*text_of)(const Schema &)>
+int describe(const Options &options) {
+    Sources sources;
+    auto schema = compile_and_show(options, sources);
+    print(schema ? text_of(*schema) : "");
+    return schema ? exit_fine : exit_found;
+}
+
+int format_files(const Options &options) {
+    Sources sources;
+    Diagnostics faults;
+    bool all_formatted = true;
+    for (const std::string &path : files_of(options.files)) {
+        uint32_t file = sources.add(path, read_file(path));
+        Diagnostics own;
+        syntax::File syntax = parse(sources, file, own);
+        if (own.any()) {
+            faults.append(own);
+            continue;
+        }
+        std::string text = format(syntax, sources);
+        if (!options.check_only && path == "-") {
+            print(text);
+        } else if (!options.check_only) {
+            write_if_changed(path, text);
+        } else if (text != sources.text(file)) {
+            print(path + "\n");
+            all_formatted = false;
+        }
+    }
+    show(faults, sources);
+    return !faults.any() && all_formatted ? exit_fine : exit_found;
+}
+
+std::unique_ptr<const Schema> compile_side(const std::string &path, Sources &sources,
+                                           const Options &options) {
+    Diagnostics faults;
+    auto schema = compile_any(path, sources, faults, options.import_path);
+    show(faults.any() ? faults : Diagnostics(), sources); // whose families they are does not matter here
+    return schema;
+}
+
+// Exits as diff does: 1 for what differs, 2 for trouble.
+int compare_schemas(const Options &options) try {
+    Sources old_sources;
+    Sources new_sources;
+    const auto before = compile_side(options.before, old_sources, options);
+    const auto after = compile_side(options.after, new_sources, options);
+    if (!before || !after) {
+        return exit_usage;
+    }
+    const Levels levels = options.levels == Nothing ? all_levels : options.levels;
+    const auto tells_families = [](const std::string &path, const Schema &schema) {
+        const bool is_interface = std::ranges::none_of(schema.sections, &Section::named);
+        return is_interface || std::filesystem::is_directory(path);
+    };
+    const bool families = tells_families(options.before, *before) && tells_families(options.after, *after);
+    const auto findings = select(compare(*before, *after, families), levels, options.all || options.as_json);
+    const ComparedSources sources{old_sources, new_sources};
+    print(options.as_json ? render_json(findings, sources) : render(findings, sources));
+    const auto breaks = [](const Finding &each) { return each.levels != Nothing; };
+    return std::any_of(findings.begin(), findings.end(), breaks) ? exit_found : exit_fine;
+} catch (const std::exception &error) {
+    throw Failure(exit_usage, error.what());
+}
+
+// What there is to say of each code, with the title in the first line.
+Candidates explanations() {
+    Candidates all;
+    for (const Fault *each : fault::all) {
+        all.emplace_back(each->code, render(*each));
+    }
+    for (const Rule *rule : rules) {
+        all.emplace_back(rule->code, render(*rule));
+    }
+    return all;
+}
+
+int explain(const Options &options) {
+    const Candidates all = explanations();
+    const std::map<std::string, std::string> texts(all.begin(), all.end());
+    for (const auto &[code, text] : all) {
+        print(options.codes.empty() ? text.substr(0, text.find('\n') + 1) : "");
+    }
+    for (std::string code : options.codes) {
+        code[0] = static_cast<char>(std::toupper(code[0]));
+        if (!texts.contains(code)) {
+            throw Failure(exit_usage, fmt::format("no code is called '{}'; see 'tlvc explain'", code));
+        }
+        print(texts.at(code));
+    }
+    return exit_fine;
+}
+
+Candidates candidates(const std::string &type_name, const std::vector<std::string> &) {
+    Candidates codes = type_name == "CODE" ? explanations() : Candidates();
+    for (auto &[code, text] : codes) {
+        text = text.substr(code.size() + 2, text.find('\n') - code.size() - 2);
+    }
+    return codes;
+}
+
+void add_compare_options(CLI::App *command, Options &options) {
+    const char *const side = "Schema file, directory of them, or what 'tlvc interface' printed";
+    command->add_option("OLD", options.before, side)->type_name("FILE")->required();
+    command->add_option("NEW", options.after, side)->type_name("FILE")->required();
+    add_choices(command, "--level", options.levels,
+                {{"wire", Wire}, {"json", Json}, {"source", Source}, {"layout", Layout}},
+                "Tell only what breaks this; can be given several times");
+    command->add_flag("--all", options.all, "Tell also what is safe, as JSON does always");
+}
+
+int run(int argc, char **argv) {
+    Cli cli(
+        {"tlvc", TLVC_VERSION, help::program, help::exit_meanings, {"tlv(1)", "tlv-schema(5)"}, candidates});
+    Options options;
+    const auto add = [&](const char *name, const Help &help, int (*work)(const Options &)) {
+        return cli.add(name, help, [&options, work] { return work(options); });
+    };
+    CLI::App *const check_command = add("check", help::check, describe<nothing>);
+    CLI::App *const generate_command = add("generate", help::generate, generate);
+    CLI::App *const interface_command = add("interface", help::describe, describe<emit_interface>);
+    CLI::App *const format_command = add("format", help::format, format_files);
+    CLI::App *const tags_command = add("tags", help::tags, describe<list_tags>);
+    CLI::App *const compare_command = add("compare", help::compare, compare_schemas);
+    CLI::App *const explain_command = add("explain", help::explain, explain);
+    CLI::App *const lsp_command = add("lsp", help::lsp, [](const Options &said) {
+        std::ios::sync_with_stdio(false); // unbuffered otherwise
+        return lsp::serve(std::cin, std::cout, said.import_path);
+    });
+    lsp_command->add_flag_callback(
+        "--stdio", [] {}, "What it does anyway; many editors say so");
+    cli.add_help();
+
+    for (CLI::App *command :
+         {check_command, generate_command, interface_command, format_command, tags_command}) {
+        command->add_option("FILE", options.files, "Schema files, directories of them, or -")
+            ->type_name("FILE")
+            ->required();
+    }
+    generate_command->add_option("--out", options.directory, "Where to write them")
+        ->type_name("DIR")
+        ->required();
+    generate_command
+        ->add_option("--stamp", options.stamp,
+                     "File to touch; beside it, with .d behind its name, make is told what it depends on")
+        ->type_name("FILE");
+    generate_command->add_flag("--library", options.library,
+                               "The whole library: also what is of all families together");
+    for (CLI::App *command : {check_command, generate_command}) {
+        command->add_flag("--warn", options.warn, "Tell also what is allowed, and yet hardly meant");
+        command->add_flag("--strict", options.strict, "The same, as faults");
+    }
+    format_command->add_flag("--check", options.check_only,
+                             "Change nothing, but name the files that would change");
+    add_compare_options(compare_command, options);
+    for (CLI::App *command : {check_command, generate_command, compare_command}) {
+        add_choice(command, "--format", options.as_json, {{"text", false}, {"json", true}},
+                   "json: an array on standard output");
+    }
+    explain_command->add_option("CODE", options.codes, "Such as T012; without it, all are listed")
+        ->type_name("CODE");
+
+    for (CLI::App *command :
+         {check_command, generate_command, interface_command, tags_command, compare_command, lsp_command}) {
+        command->add_option("-I", options.import_path, "Directory below which imports are looked for")
+            ->type_name("DIR")
+            ->check(CLI::ExistingDirectory)
+            ->allow_extra_args(false);
+    }
+    const int status = cli.run(argc, argv);
+    finish_output();
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    std::signal(SIGPIPE, SIG_IGN); // print notices
+    try {
+        return run(argc, argv);
+    } catch (const ReaderGone &) {
+        return exit_fine;
+    } catch (const Failure &failure) {
+        complain(fmt::format("tlvc: {}", failure.what()));
+        return failure.exit_status;
+    } catch (const std::exception &error) { // an IoError or the file system's
+        complain(fmt::format("tlvc: {}", error.what()));
+        return exit_io;
+    }
+}

@@ -1,0 +1,33 @@
+#include "compiler/compare/changes.h"
+
+#include <fmt/format.h>
+
+namespace tlvc {
+
+namespace {
+
+constexpr std::pair<std::string_view, Levels> names[] = {
+    {"wire", Wire}, {"json", Json}, {"source", Source}, {"layout", Layout | LayoutIfResized}};
+
+} // namespace
+
+std::vector<std::string_view> names_in(Levels levels) {
+    std::vector<std::string_view> found;
+    for (const auto &[name, level] : names) {
+        if ((levels & level) != 0) {
+            found.push_back(name);
+        }
+    }
+    return found;
+}
+
+std::string names_of(Levels levels) {
+    return levels == Nothing ? "nothing" : fmt::format("{}", fmt::join(names_in(levels), ", "));
+}
+
+std::string_view Rule::effect() const {
+    const std::string_view line = text.substr(0, text.find('\n'));
+    return line.substr(line.find(": ") + 2);
+}
+
+} // namespace tlvc

@@ -1,0 +1,56 @@
+// Which type of one schema has become which of another, and which part of it which: by name, and what is called
+// otherwise by what else makes it recognizable.
+#pragma once
+
+#include "compiler/model/model.h"
+
+#include <functional>
+#include <map>
+
+namespace tlvc {
+
+// A member, an enumerator, an alternative, a union's selector or an array's items.
+struct Part {
+    std::string name;             // of a member: where its record has it, unless it takes the whole record
+    const Type *type;             // null for an enumerator
+    std::vector<uint32_t> values; // an enumerator's, or those that choose an alternative
+    std::string attribute;        // with its '@', or plain
+    Span span;
+    const Member *member; // null for others
+
+    bool lives_in_next() const { return member != nullptr && member->lives_in_next(); }
+};
+
+std::vector<Part> parts_of(const Type &type);
+
+// Null on the side that does not have it.
+struct PartPair {
+    const Part *before = nullptr;
+    const Part *after = nullptr;
+
+    bool both() const { return before != nullptr && after != nullptr; }
+};
+
+class Pairing {
+public:
+    Pairing(const Schema &before, const Schema &after, bool families_count);
+
+    // Of either side; null for a type that has no partner.
+    const Type *partner(const Type *type) const;
+
+    bool same_family(const Type &before, const Type &after) const;
+
+    // The old parts in their order, then those that are new.
+    std::vector<PartPair> parts(const std::vector<Part> &before, const std::vector<Part> &after) const;
+
+private:
+    using Sameness = std::function<bool(const Type &before, const Type &after)>;
+    void pair_where(const Schema &before, const Schema &after, const Sameness &same);
+    void pair_if_free(const Type &before, const Type &after);
+    bool same_members(const Type &before, const Type &after) const;
+
+    const bool families_count_;
+    std::map<const Type *, const Type *> partners_; // both ways
+};
+
+} // namespace tlvc

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "compiler/compare/compare.h"
+#include "compiler/text/source.h"
+
+namespace tlvc {
+
+struct ComparedSources {
+    const Sources &before;
+    const Sources &after;
+};
+
+// What of the findings breaks one of the levels, and no more than these; with `safe`, also what breaks none.
+std::vector<Finding> select(std::vector<Finding> findings, Levels levels, bool safe);
+
+// A line a finding, and below it where the old one is.
+std::string render(const std::vector<Finding> &findings, const ComparedSources &sources);
+
+// An array of objects.
+std::string render_json(const std::vector<Finding> &findings, const ComparedSources &sources);
+
+// What `tlvc explain` prints.
+std::string render(const Rule &rule);
+
+} // namespace tlvc

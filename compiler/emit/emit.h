@@ -1,0 +1,28 @@
+// The products of the compiler. Each emitter turns the frozen model into whole files and does nothing else;
+// what is written depends on the schema alone, so the same input gives the same bytes.
+#pragma once
+
+#include "compiler/model/model.h"
+
+namespace tlvc {
+
+struct GeneratedFile {
+    std::string path; // below the output directory
+    std::string text;
+};
+
+using GeneratedFiles = std::vector<GeneratedFile>;
+
+// The whole library: every family, and what is of all together. Or the families of the files that the user named, to
+// be built with an installed library.
+enum class Product { Library, Families };
+
+GeneratedFiles emit(const Schema &schema, Product product);
+
+// interface.txt: what the schema promises to its users, for people to review.
+std::string emit_interface(const Schema &schema);
+
+// Every tag that a type can have, as ranges of used and of free ones.
+std::string list_tags(const Schema &schema);
+
+} // namespace tlvc

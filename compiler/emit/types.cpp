@@ -1,0 +1,197 @@
+// FAMILY_types.cpp: the descriptors, and of users' families what registers them. all_types.cpp: the scalars', and the
+// index of the library's own.
+#include "compiler/emit/emit.h"
+#include "compiler/model/names.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace tlvc {
+
+namespace {
+
+std::string quoted(const std::string &text) {
+    std::string result = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\' || c == '?') { // "??/" would be a trigraph
+            result += '\\';
+        }
+        result += c;
+    }
+    return result + "\"";
+}
+
+std::string quoted(const Doc &lines) {
+    std::string text;
+    for (const std::string &line : lines) {
+        text += (text.empty() ? "" : " ") + line;
+    }
+    return quoted(text);
+}
+
+std::string offset_of(const std::string &record, const std::string &path) {
+    return path.empty() ? "0" : fmt::format("offsetof({}, {})", record, path);
+}
+
+std::string any_of(std::initializer_list<std::pair<bool, const char *>> flags) {
+    std::string text;
+    for (const auto &[set, name] : flags) {
+        if (set) {
+            text += (text.empty() ? "" : " | ") + std::string(name);
+        }
+    }
+    return text.empty() ? "0" : text;
+}
+
+std::string members(const Type &type) {
+    std::string text = fmt::format("const tlvmsg_member {}[] = {{\n", names::members_table(type));
+    for (const Member &member : type.members) {
+        const std::string path = joined(member.path);
+        text += fmt::format("    {{{}, {}, &{}, {}, {}}},\n", quoted(path), quoted(member.doc),
+                            names::descriptor(*member.type), offset_of(type.name, path),
+                            any_of({{member.lives_in_next(), "TLVMSG_SHARED_WITH_NEXT"},
+                                    {member.zero_count, "TLVMSG_ZERO_COUNT"}}));
+    }
+    return text + "};\n";
+}
+
+std::string alternatives(const Type &type) {
+    std::string text;
+    for (const Alternative &alternative : type.alternatives) {
+        text += fmt::format("const uint32_t {}[] = {{{}}};\n", names::values_table(type, alternative),
+                            fmt::join(alternative.values, ", "));
+    }
+    text += fmt::format("const tlvmsg_alternative {}[] = {{\n", names::alternatives_table(type));
+    for (const Alternative &alternative : type.alternatives) {
+        text += fmt::format("    {{{}, &{}, {}, {}, {}, {}}},\n", quoted(alternative.name),
+                            names::descriptor(*alternative.type), names::values_table(type, alternative),
+                            alternative.values.size(), offset_of(names::record(type), alternative.name),
+                            any_of({{alternative.end_by_length, "TLVMSG_END_BY_LENGTH"}}));
+    }
+    return text + "};\n";
+}
+
+std::string enumerators(const Type &type) {
+    std::string text = fmt::format("const tlvmsg_enumerator {}[] = {{\n", names::enumerators_table(type));
+    for (const Enumerator &each : type.enumerators) {
+        text += fmt::format("    {{{}, {}, {}}},\n", quoted(each.name), quoted(each.doc), each.value);
+    }
+    return text + "};\n";
+}
+
+// The fields that only some kinds have.
+std::string particulars(const Type &type) {
+    if (has_members(type)) {
+        return fmt::format("    .members = {}, .member_count = {},\n", names::members_table(type),
+                           type.members.size());
+    }
+    if (type.kind == Kind::Union) {
+        return fmt::format("    .alternatives = {}, .alternative_count = {},\n"
+                           "    .selector = &{}, .selector_name = {}, .selector_offset = {},\n",
+                           names::alternatives_table(type), type.alternatives.size(),
+                           names::descriptor(*type.selector), quoted(type.selector_name),
+                           offset_of(names::record(type), type.selector_name));
+    }
+    if (is_array(type)) {
+        return fmt::format("    .element = &{}, .capacity = {}, .count_width = {}, .items_offset = {},\n",
+                           names::descriptor(*type.element), type.capacity, type.count->scalar->width,
+                           offset_of(type.name, type.fields.back().name));
+    }
+    if (!type.enumerators.empty()) {
+        return fmt::format("    .enumerators = {}, .enumerator_count = {},\n", names::enumerators_table(type),
+                           type.enumerators.size());
+    }
+    return "";
+}
+
+std::string descriptor(const Type &type) {
+    const std::string record = names::record(type);
+    return fmt::format("extern const tlvmsg_operations {};\n"
+                       "TLVMSG_TYPE_OBJECT({}) = {{\n"
+                       "    .name = {}, .family = {},\n"
+                       "    .section = {}, .doc = {},\n"
+                       "    .kind = {}, .tag = {},\n"
+                       "    .size = sizeof({}), .alignment = alignof({}),\n"
+                       "    .min_encoded = {}, .max_encoded = {},\n"
+                       "{}    .operations = TLVMSG_OPERATIONS_OF({}),\n}};\n\n",
+                       names::operations(type), type.name, quoted(type.name),
+                       quoted(type.family == nullptr ? "" : type.family->name),
+                       quoted(type.section == nullptr ? Doc() : type.section->doc), quoted(type.doc),
+                       names::kind(type.kind), type.tag, record, record, type.min_size, type.max_size,
+                       particulars(type), names::operations(type));
+}
+
+// The tables of a type, and the descriptor that refers to them.
+std::string definition(const Type &type) {
+    if (has_members(type)) {
+        return members(type) + descriptor(type);
+    }
+    const std::string tables = type.kind == Kind::Union    ? alternatives(type)
+                               : !type.enumerators.empty() ? enumerators(type)
+                                                           : "";
+    return tables + descriptor(type);
+}
+
+std::string opening(const std::string &what, const std::string &header) {
+    return fmt::format(
+        "// Generated by tlvc. {}\n#include \"runtime/operations.h\"\n\n#include <tlvmsg/{}>\n\n"
+        // What a descriptor does not mention is zero.
+        "#pragma GCC diagnostic ignored \"-Wmissing-field-initializers\"\n\n",
+        what, header);
+}
+
+std::string table(const char *name, const std::vector<const Type *> &types) {
+    std::string text = fmt::format("static const tlvmsg_type *const {}[] = {{\n", name);
+    for (const Type *type : types) {
+        text += fmt::format("    &{},\n", names::descriptor(*type));
+    }
+    return text + "    nullptr,\n};\n\n";
+}
+
+// What makes types findable: by name and by tag.
+std::string registration(const std::string &object, const std::string &family,
+                         std::vector<const Type *> types) {
+    const std::string version = fmt::format("TLVMSG_VERSION_NUMBER({})", TLVC_VERSION_NUMBERS);
+    std::sort(types.begin(), types.end(), [](auto *a, auto *b) { return a->name < b->name; });
+    std::string text = table("by_name", types);
+    const size_t count = types.size();
+    std::erase_if(types, [](auto *type) { return !has_tag(*type); });
+    std::sort(types.begin(), types.end(), [](auto *a, auto *b) { return a->tag < b->tag; });
+    return text + table("by_tag", types) +
+           fmt::format("#if {0} / 1000 != TLVMSG_VERSION / 1000\n"
+                       "#error \"generated by the tlvc of another version of tlvmsg\"\n#endif\n"
+                       "tlvmsg_family {1} = {{\n    .version = {0}, .name = \"{2}\",\n"
+                       "    .types = by_name, .type_count = {3}, .tagged = by_tag, .tagged_count = {4},\n"
+                       "    .next = nullptr,\n}};\n",
+                       version, object, family, count, types.size());
+}
+
+} // namespace
+
+GeneratedFiles emit_types(const Family &family, Product product) {
+    std::string text = opening("Descriptors of the family's types.", "bounded/" + family.name + ".h");
+    for (const Type *type : family.types) {
+        text += definition(*type);
+    }
+    if (product == Product::Families) {
+        text += "#pragma GCC visibility push(default)\n" +
+                registration("tlvmsg_family_" + family.name, family.name, family.types) +
+                "#pragma GCC visibility pop\n";
+    }
+    return {{"src/" + family.name + "_types.cpp", text}};
+}
+
+GeneratedFiles emit_index(const Schema &schema) {
+    std::string text = opening("The scalars' descriptors, and every type by name and by tag.", "register.h");
+    std::vector<const Type *> types;
+    for (const Type &type : schema.types) {
+        types.push_back(&type);
+        text += type.scalar != nullptr
+                    ? definition(type)
+                    : fmt::format("extern const tlvmsg_type {};\n", names::descriptor(type));
+    }
+    return {{"src/all_types.cpp", text + registration("tlvmsg_built_in", "", types)}};
+}
+
+} // namespace tlvc

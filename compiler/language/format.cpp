@@ -1,0 +1,296 @@
+#include "compiler/language/format.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace tlvc {
+
+namespace {
+
+using namespace syntax;
+
+constexpr size_t line_width = 110;
+constexpr size_t long_values = 16;
+constexpr std::string_view indent = "    ";
+
+enum class Gap { None, AsWritten, One };
+
+// In the order of the forms.
+constexpr std::string_view headers[] = {"enum {name} = {number}",
+                                        "struct {name} = {number}",
+                                        "message {name}",
+                                        "array {name} of {element}[{number}]",
+                                        "bytes {name}[{number}]",
+                                        "dynamic array {name} of {element} counted by {count}",
+                                        "dynamic bytes {name} counted by {count}",
+                                        "union {name} by {selector} {selector_name}"};
+
+class Formatter {
+public:
+    Formatter(const File &file, const Sources &sources) : file_(file), sources_(sources) {}
+
+    std::string run() {
+        Gap gap = file_top();
+        for (const Import &import : file_.imports) {
+            lead({}, "", import.span, import.span.end, gap);
+            line(fmt::format("import \"{}\"", import.path.text), import.span.end);
+            gap = Gap::AsWritten;
+        }
+        for (const Declaration &declaration : file_.declarations) {
+            const bool opens_file = &declaration == &file_.declarations.front() && file_.imports.empty();
+            declare(declaration, opens_file ? gap : Gap::One);
+        }
+        comments_before(static_cast<uint32_t>(sources_.text(file_.file).size()), Gap::AsWritten, "");
+        return std::move(out_);
+    }
+
+private:
+    Gap file_top() {
+        if (file_.doc.lines.empty()) {
+            return Gap::AsWritten;
+        }
+        lead({}, "", file_.doc.span, file_.doc.span.end, Gap::None);
+        documentation(file_.doc, "//!", "");
+        return Gap::One;
+    }
+
+    void declare(const Declaration &declaration, Gap gap) {
+        const std::string single = single_line(declaration);
+        const std::string keyword = declaration.doc.lines.empty() ? single.substr(0, single.find(' ')) : "";
+        const bool grouped = !keyword.empty() && keyword == last_single_;
+        uint32_t header_end = declaration.has_body() ? declaration.body.begin : declaration.span.end;
+        lead(declaration.doc, "", declaration.span, header_end, grouped ? Gap::AsWritten : gap);
+        if (single.empty()) {
+            body(declaration);
+        } else {
+            line(single, declaration.span.end);
+        }
+        last_single_ = keyword;
+    }
+
+    std::string header(const Declaration &d) const {
+        const std::string result =
+            fmt::format(fmt::runtime(headers[static_cast<size_t>(d.form)]), fmt::arg("name", d.name.text),
+                        fmt::arg("number", sources_.text(d.number.span)), fmt::arg("element", d.element.text),
+                        fmt::arg("count", d.count.text), fmt::arg("selector", d.selector.text),
+                        fmt::arg("selector_name", d.selector_name.text));
+        return d.enclosing ? fmt::format("{} in {}", result, d.enclosing->text) : result;
+    }
+
+    // An enumerator, a member or an alternative.
+    struct Entry {
+        const Doc &doc;
+        Span span;
+        std::string text;    // when it stands beside others on one line
+        std::string aligned; // when it stands below others
+        bool several_lines = false;
+    };
+
+    std::vector<Entry> entries(const Declaration &declaration) const {
+        std::vector<Entry> result;
+        size_t width = 0;
+        for (const Enumerator &each : declaration.enumerators) {
+            width = std::max(width, each.name.text.size());
+        }
+        for (const Enumerator &each : declaration.enumerators) {
+            const std::string_view value = sources_.text(each.value.span);
+            result.push_back({each.doc, each.span, fmt::format("{} = {}", each.name.text, value),
+                              fmt::format("{:<{}} = {}", each.name.text, width, value)});
+        }
+        for (const Member &member : declaration.members) {
+            const std::string text =
+                fmt::format("{} {}{}", member.type.text, member.name.text, attributes(member));
+            result.push_back({member.doc, member.span, text, {}, is_long(member)});
+        }
+        align_members(declaration.members, result);
+        return result;
+    }
+
+    // Nothing if the declaration takes several lines.
+    std::string single_line(const Declaration &declaration) const {
+        if (!declaration.has_body()) {
+            return header(declaration);
+        }
+        const bool may_be_single = declaration.form == Form::Message || declaration.form == Form::Enumeration;
+        if (!may_be_single || has_comment(declaration.body)) {
+            return {};
+        }
+        std::string result = header(declaration) + " {";
+        const char *separator = " ";
+        for (const Entry &entry : entries(declaration)) {
+            if (!entry.doc.lines.empty()) {
+                return {};
+            }
+            result += separator + entry.text;
+            separator = "  ";
+        }
+        result += " }";
+        return result.size() <= line_width ? result : std::string();
+    }
+
+    void body(const Declaration &declaration) {
+        line(header(declaration) + " {", declaration.body.begin + 1);
+        std::vector<Entry> all = entries(declaration);
+        align_remarks(all);
+        Gap gap = Gap::None;
+        for (const Entry &entry : all) {
+            lead(entry.doc, indent, entry.span, entry.span.end, gap);
+            line(std::string(indent) + entry.aligned, entry.span.end);
+            gap = Gap::AsWritten;
+        }
+        comments_before(declaration.body.end, gap, indent);
+        line("}", declaration.span.end);
+    }
+
+    // Values, types and names below each other. Long lists of values stay out of that: they would push
+    // everything to the right.
+    void align_members(const std::vector<Member> &members, std::vector<Entry> &result) const {
+        size_t values_width = 0;
+        size_t type_width = 0;
+        for (const Member &member : members) {
+            if (!is_long(member)) {
+                values_width = std::max(values_width, values(member).size());
+                type_width = std::max(type_width, member.type.text.size());
+            }
+        }
+        for (size_t i = 0; i < members.size(); ++i) {
+            const Member &member = members[i];
+            result[i].aligned = is_long(member) ? wrapped_alternative(member)
+                                                : fmt::format("{:>{}}{:<{}}  {}{}", values(member),
+                                                              values_width, member.type.text, type_width,
+                                                              member.name.text, attributes(member));
+        }
+    }
+
+    // The remarks behind entries below each other.
+    void align_remarks(std::vector<Entry> &all) const {
+        const auto has_remark = [&](const Entry &entry) {
+            return !entry.several_lines && trailing(entry.span.end) != nullptr;
+        };
+        size_t width = 0;
+        for (const Entry &entry : all) {
+            width = has_remark(entry) ? std::max(width, entry.aligned.size()) : width;
+        }
+        for (Entry &entry : all) {
+            if (has_remark(entry)) {
+                entry.aligned.resize(width, ' ');
+            }
+        }
+    }
+
+    bool is_long(const Member &member) const { return values(member).size() > long_values; }
+
+    std::string values(const Member &member) const {
+        std::string result;
+        for (const Value &value : member.values) {
+            result += fmt::format("{}{}", result.empty() ? "" : ", ", sources_.text(value.span));
+        }
+        return result.empty() ? result : result + ": ";
+    }
+
+    std::string wrapped_alternative(const Member &member) const {
+        std::string result;
+        size_t column = indent.size();
+        for (const Value &value : member.values) {
+            bool last = &value == &member.values.back();
+            std::string piece(sources_.text(value.span));
+            piece += last ? fmt::format(": {}  {}{}", member.type.text, member.name.text, attributes(member))
+                          : ",";
+            bool fits = column + 1 + piece.size() <= line_width;
+            if (!result.empty()) {
+                result += fits ? " " : fmt::format("\n{}", indent);
+                column = fits ? column + 1 : indent.size();
+            }
+            result += piece;
+            column += piece.size();
+        }
+        return result;
+    }
+
+    static std::string attributes(const Member &member) {
+        std::string result;
+        for (const Name &attribute : member.attributes) {
+            result += fmt::format(" @{}", attribute.text);
+        }
+        return result;
+    }
+
+    // What stands before the thing itself. Remarks from within its text, up to `end`, move before it.
+    void lead(const Doc &doc, std::string_view indentation, Span thing, uint32_t end, Gap gap) {
+        gap = comments_before(thing.begin, gap, indentation);
+        space(gap, thing.begin);
+        comments_before(end, Gap::None, indentation, Gap::None);
+        documentation(doc, "///", indentation);
+    }
+
+    Gap comments_before(uint32_t end, Gap gap, std::string_view indentation, Gap following = Gap::AsWritten) {
+        for (; next_ < file_.comments.size() && file_.comments[next_].begin < end; ++next_) {
+            Span comment = file_.comments[next_];
+            space(gap, comment.begin);
+            out_ += fmt::format("{}{}\n", indentation, sources_.text(comment));
+            gap = following;
+        }
+        return gap;
+    }
+
+    void documentation(const Doc &doc, std::string_view slashes, std::string_view indentation) {
+        for (const std::string &text : doc.lines) {
+            out_ += fmt::format("{}{}{}{}\n", indentation, slashes, text.empty() ? "" : " ", text);
+        }
+    }
+
+    void space(Gap gap, uint32_t offset) {
+        if (!out_.empty() && (gap == Gap::One || (gap == Gap::AsWritten && follows_empty_line(offset)))) {
+            out_ += '\n';
+        }
+    }
+
+    bool follows_empty_line(uint32_t offset) const {
+        std::string_view before = sources_.text(file_.file).substr(0, offset);
+        size_t begin = before.find_last_not_of(" \t\r\n") + 1;
+        return std::count(before.begin() + static_cast<std::ptrdiff_t>(begin), before.end(), '\n') > 1;
+    }
+
+    bool has_comment(Span span) const {
+        auto first = first_comment(span.begin);
+        return first != file_.comments.end() && first->begin < span.end;
+    }
+
+    std::vector<Span>::const_iterator first_comment(uint32_t from) const {
+        return std::lower_bound(file_.comments.begin(), file_.comments.end(), from,
+                                [](const Span &comment, uint32_t offset) { return comment.begin < offset; });
+    }
+
+    // The remark behind a thing, on the same line and with nothing between.
+    const Span *trailing(uint32_t end) const {
+        auto comment = first_comment(end);
+        if (comment == file_.comments.end()) {
+            return nullptr;
+        }
+        std::string_view between = sources_.text(Span{file_.file, end, comment->begin});
+        return between.find_first_not_of(" \t") == std::string_view::npos ? &*comment : nullptr;
+    }
+
+    void line(const std::string &text, uint32_t end) {
+        out_ += text;
+        if (const Span *comment = trailing(end)) {
+            out_ += fmt::format("  {}", sources_.text(*comment));
+            ++next_;
+        }
+        out_ += '\n';
+    }
+
+    const File &file_;
+    const Sources &sources_;
+    std::string out_;
+    size_t next_ = 0;         // the first remark that is not yet written
+    std::string last_single_; // the keyword of the declaration before, if it takes one line and has no doc
+};
+
+} // namespace
+
+std::string format(const syntax::File &syntax, const Sources &sources) {
+    return Formatter(syntax, sources).run();
+}
+
+} // namespace tlvc

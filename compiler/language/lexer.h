@@ -1,0 +1,29 @@
+#pragma once
+
+#include "compiler/text/diagnostics.h"
+
+namespace tlvc {
+
+// Doc is a "///" line, FileDoc a "//!" line; Foreign is what only other languages have: #include, a path without quotes.
+// clang-format off
+enum class TokenKind {
+    Name, Number, String, Doc, FileDoc, Foreign, LeftBrace = '{', RightBrace = '}', LeftBracket = '[',
+    RightBracket = ']', Equals = '=', Colon = ':', Comma = ',', Semicolon = ';', At = '@', End,
+};
+// clang-format on
+
+struct Token {
+    TokenKind kind;
+    Span span;
+    bool starts_line;    // nothing but blanks before it on its line
+    bool faulty = false; // and that is reported
+};
+
+struct Tokens {
+    std::vector<Token> tokens;  // the last is End
+    std::vector<Span> comments; // "//" lines, kept apart: only the formatter looks at them
+};
+
+Tokens lex(const Sources &sources, uint32_t file, Diagnostics &faults);
+
+} // namespace tlvc

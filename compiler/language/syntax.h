@@ -1,0 +1,84 @@
+// What a schema file says, before any name in it is looked up. Names are views into the file's text.
+#pragma once
+
+#include "compiler/text/source.h"
+
+#include <optional>
+
+namespace tlvc::syntax {
+
+struct Name {
+    std::string_view text;
+    Span span;
+};
+
+struct Number {
+    uint64_t value = 0; // the greatest uint64_t if it is greater still: every limit is far below
+    Span span;
+};
+
+struct Doc {
+    std::vector<std::string> lines; // without the slashes
+    Span span;
+};
+
+// What chooses an alternative: a number, or an enumerator's name.
+struct Value {
+    std::string_view name; // empty for a number
+    uint64_t number = 0;
+    Span span;
+};
+
+struct Enumerator {
+    Doc doc;
+    Name name;
+    Number value;
+    Span span; // documentation included
+};
+
+struct Member {
+    Doc doc;
+    std::vector<Value> values; // an alternative's; a member has none
+    Name type;
+    Name name;
+    std::vector<Name> attributes; // without the '@'
+    Span span;                    // documentation included
+};
+
+enum class Form { Enumeration, Structure, Message, Array, Bytes, DynamicArray, DynamicBytes, Union };
+
+struct Declaration {
+    Form form = Form::Enumeration;
+    Doc doc;
+    Name name;
+    Number number;      // the tag of an enumeration or structure, the capacity of an array or bytes
+    Name element;       // array, dynamic array
+    Name count;         // dynamic
+    Name selector;      // union
+    Name selector_name; // union
+    std::optional<Name> enclosing;       // union
+    Span body;                           // the braces and what is between; empty where there are none
+    std::vector<Member> members;         // structure, message, union
+    std::vector<Enumerator> enumerators; // enumeration
+    Span span;                           // documentation included
+    bool sound = true;                   // else a fault in it is reported, and only the name is certain ...
+    bool readable = true;                // ... or, if it is so nevertheless, all names in it
+
+    bool has_body() const { return body.begin != body.end; }
+};
+
+struct Import {
+    Name path; // without the quotes
+    Span span;
+};
+
+struct File {
+    uint32_t file = 0;
+    Doc doc;
+    std::vector<Import> imports;
+    bool imports_found = true; // else a fault is reported, and names may be unknown for that
+    std::vector<Declaration> declarations;
+    std::vector<Span> comments;
+};
+
+} // namespace tlvc::syntax

@@ -1,0 +1,13 @@
+// The schema compiler as a server of editors: the language server protocol, which is JSON-RPC.
+#pragma once
+
+#include "compiler/build/loader.h"
+
+#include <iosfwd>
+
+namespace tlvc::lsp {
+
+// Until the client says 'exit' or the input ends. The exit code: 0 if the client said 'shutdown' before.
+int serve(std::istream &in, std::ostream &out, const ImportPath &import_path);
+
+} // namespace tlvc::lsp

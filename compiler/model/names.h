@@ -1,0 +1,47 @@
+// How generated code spells things, and only that. Every emitter asks here, so that a name has one spelling
+// everywhere, and what collides is known before anything is written.
+#pragma once
+
+#include "compiler/model/model.h"
+
+namespace tlvc::names {
+
+// As an operation's parameter or a descriptor's record: "uint16_t", "zel_led_color", "ifid". A union without
+// a record of its own answers with the structure that encloses it.
+std::string record(const Type &type);
+
+// As a field is declared. Records are spelled "struct ifid", so that a field may bear the name of its type,
+// which C++ would otherwise refuse.
+std::string field_type(const Type &type);
+
+// As the codecs call it: "uint16", "tlv_char", "ifid".
+std::string codec(const Type &type);
+
+std::string size_operation(const Type &type);
+std::string encode_operation(const Type &type);
+std::string decode_operation(const Type &type);
+
+// Macros: TLVMSG_TAG_x, TLVMSG_SIZE_x, ...
+enum class Constant { Tag, Size, MinSize, MaxSize, Capacity };
+std::string constant(Constant what, const Type &type);
+std::string enumerator(const Type &enumeration, const Enumerator &enumerator);
+std::string guard(const std::string &header); // of the header of that name
+
+// The descriptor of a type, its kind, and the tables that it refers to.
+const char *kind(Kind kind);
+std::string descriptor(const Type &type);
+std::string operations(const Type &type);
+std::string members_table(const Type &type);
+std::string alternatives_table(const Type &type);
+std::string enumerators_table(const Type &type);
+std::string values_table(const Type &type, const Alternative &alternative);
+
+// Lines of the headers in bounded/: what they declare is spelled in include/tlvmsg/typed.h.
+std::string descriptor_accessor(const Type &type);
+std::string declared_descriptor(const Type &type);
+std::string typed_operations(const Type &type); // the descriptor included
+
+// The union of a record's alternatives, which has no name there, where assertions need one.
+std::string alternatives_union(const Type &type);
+
+} // namespace tlvc::names

@@ -1,0 +1,52 @@
+#include "compiler/text/source.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace tlvc {
+
+uint32_t Sources::add(std::string path, std::string text, std::optional<uint32_t> shown) {
+    File file{std::move(path), std::move(text), {0}, shown.value_or(size())};
+    for (size_t i = 0; i < file.text.size(); ++i) {
+        if (file.text[i] == '\n') {
+            file.line_begins.push_back(static_cast<uint32_t>(i + 1));
+        }
+    }
+    files_.push_back(std::move(file));
+    return size() - 1;
+}
+
+size_t Sources::line_index(const File &file, uint32_t offset) {
+    auto next = std::upper_bound(file.line_begins.begin(), file.line_begins.end(), offset);
+    return static_cast<size_t>(next - file.line_begins.begin()) - 1;
+}
+
+Position Sources::position(uint32_t file, uint32_t offset) const {
+    size_t index = line_index(files_[file], offset);
+    uint32_t begin = files_[file].line_begins[index];
+    size_t characters = character_count(text({file, begin, offset}));
+    return {static_cast<uint32_t>(index + 1), static_cast<uint32_t>(characters + 1)};
+}
+
+std::string Sources::place(Span span) const {
+    const Position at = position(span.file, span.begin);
+    return fmt::format("{}:{}:{}", path(span.file), at.line, at.column);
+}
+
+Span Sources::line(uint32_t file, uint32_t offset) const {
+    const File &source = files_[files_[file].shown];
+    uint32_t begin = source.line_begins[line_index(files_[file], offset)];
+    size_t end = std::min(source.text.find('\n', begin), source.text.size());
+    if (end > begin && source.text[end - 1] == '\r') {
+        --end;
+    }
+    return {files_[file].shown, begin, static_cast<uint32_t>(end)};
+}
+
+size_t character_count(std::string_view utf8) {
+    auto continues = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
+    return utf8.size() - static_cast<size_t>(std::count_if(utf8.begin(), utf8.end(), continues));
+}
+
+} // namespace tlvc

@@ -1,0 +1,62 @@
+// Results that are lists of entries with lists of types: one block each.
+#pragma once
+
+#include "forms/border/block.h"
+#include "forms/border/text_fault.h"
+
+#include <tlvmsg/types.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace tlvmsg::forms {
+
+template <class Entry>
+struct Listed {
+    Entry entry; // that is to point to the types
+    std::vector<const tlvmsg_type *> types;
+};
+
+// Null for none.
+template <class Entry>
+Entry *block_of(const std::vector<Listed<Entry>> &listed) {
+    if (listed.empty()) {
+        return nullptr;
+    }
+    size_t size = listed.size() * sizeof(Entry);
+    for (const Listed<Entry> &each : listed) {
+        size += each.types.size() * sizeof(const tlvmsg_type *);
+    }
+    auto *const entries = static_cast<Entry *>(new_block(size));
+    auto **types = reinterpret_cast<const tlvmsg_type **>(entries + listed.size());
+    for (size_t i = 0; i < listed.size(); ++i) {
+        entries[i] = listed[i].entry;
+        entries[i].types = types;
+        entries[i].type_count = listed[i].types.size();
+        types = std::copy(listed[i].types.begin(), listed[i].types.end(), types);
+    }
+    return entries;
+}
+
+// At the border: hands out what `work` lists about the input.
+template <class Entry, class Work>
+bool give_listed(const uint8_t *in, size_t in_len, Entry **entries, const char *name, size_t *count,
+                 tlvmsg_text_fault *fault, Work work) {
+    if (entries != nullptr) {
+        *entries = nullptr;
+    }
+    if (count != nullptr) {
+        *count = 0;
+    }
+    if (entries == nullptr || count == nullptr || (in == nullptr && in_len > 0)) {
+        give_null_argument(fault, entries == nullptr ? name : count == nullptr ? "count" : "in");
+        return false;
+    }
+    return guarded(fault, "", [&] {
+        const std::vector<Listed<Entry>> listed = work();
+        *entries = block_of(listed);
+        *count = listed.size();
+    });
+}
+
+} // namespace tlvmsg::forms

@@ -1,0 +1,76 @@
+#include "forms/border/text_fault.h"
+
+#include "base/suggest.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+
+namespace tlvmsg::forms {
+
+namespace {
+
+constexpr const char *code_names[] = {
+    "ok",         "syntax",       "wrong-value",   "unknown-name",  "duplicate-name", "too-many",
+    "not-chosen", "memory-limit", "out-of-memory", "null-argument", "record-size"};
+static_assert(std::size(code_names) == TLVMSG_TEXT_CODE_COUNT, "a name for each code");
+
+// Cut to the buffer.
+template <size_t Size>
+void copy(std::string_view text, char (&buffer)[Size]) {
+    const size_t size = std::min(text.size(), Size - 1);
+    std::memcpy(buffer, text.data(), size);
+    buffer[size] = '\0';
+}
+
+} // namespace
+
+std::string cut(std::string text, size_t longest) {
+    if (text.size() > longest) {
+        text.resize(longest);
+        text += "...";
+    }
+    return text;
+}
+
+std::string quoted(const std::string &text) {
+    constexpr size_t enough = 64; // to be cut
+    const nlohmann::json start(text.substr(0, enough));
+    return cut(start.dump(-1, ' ', true, nlohmann::json::error_handler_t::replace));
+}
+
+std::string no_such(const std::string &what, const std::string &name,
+                    const std::vector<std::string_view> &names) {
+    const std::string hint = base::did_you_mean(name, names);
+    return "no " + what + " " + quoted(name) + (hint.empty() ? "" : ", " + hint);
+}
+
+void give(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view path, std::string_view message) {
+    if (wanted != nullptr) {
+        wanted->code = code;
+        wanted->offset = 0;
+        wanted->line = 1;
+        wanted->column = 1;
+        copy(path, wanted->path);
+        copy(message, wanted->message);
+    }
+}
+
+void give(tlvmsg_text_fault *wanted, const TextFault &fault, std::string_view text) {
+    give(wanted, fault.code, fault.path, fault.message);
+    if (wanted != nullptr) {
+        const std::string_view before = text.substr(0, std::min(fault.offset, text.size()));
+        wanted->offset = before.size();
+        wanted->line += static_cast<size_t>(std::count(before.begin(), before.end(), '\n'));
+        wanted->column = before.size() - (before.find_last_of('\n') + 1) + 1; // npos + 1 is 0
+    }
+}
+
+} // namespace tlvmsg::forms
+
+const char *tlvmsg_text_code_name(tlvmsg_text_code code) {
+    using tlvmsg::forms::code_names;
+    return static_cast<unsigned>(code) < TLVMSG_TEXT_CODE_COUNT ? code_names[code] : "unknown";
+}

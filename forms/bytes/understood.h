@@ -1,0 +1,33 @@
+// Bytes as far as they make sense for a type, however much of them is broken or missing.
+#pragma once
+
+#include "forms/bytes/element.h"
+
+#include <tlvmsg/types.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace tlvmsg::forms {
+
+using Bytes = std::span<const uint8_t>;
+
+constexpr size_t tag_size = 2;
+
+inline uint16_t number_at(Bytes bytes, size_t at) {
+    return static_cast<uint16_t>(bytes[at] << 8 | bytes[at + 1]);
+}
+
+// That decoders look for; 0 for messages and unions.
+uint16_t tag_read(const tlvmsg_type *type);
+
+// How many bytes decoders take for the element that the bytes begin with, going by its header alone; more than there
+// are when that is cut.
+size_t size_by_header(const tlvmsg_type *type, Bytes bytes);
+
+// How many of the bytes belong to elements that stand where the type has them. Other than decoders, this goes on
+// behind an element that is broken.
+size_t understood(const tlvmsg_type *type, Bytes bytes);
+
+} // namespace tlvmsg::forms

@@ -1,0 +1,487 @@
+// JSON to records. The type says what belongs where, so each value goes from the parser right into the
+// record, and no tree of the text is ever built.
+#include "forms/border/text_fault.h"
+#include "forms/record/fields.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <iterator>
+#include <new>
+
+namespace tlvmsg::forms {
+
+namespace {
+
+using Json = nlohmann::json;
+
+// ---- Words -------------------------------------------------------------------------------------------
+
+// Without the parser's own prefix.
+std::string syntax_message(const Json::exception &error) {
+    std::string message = error.what();
+    message = cut(message.substr(message.find("] ") + 2), 240);
+    std::replace_if(
+        message.begin(), message.end(), [](char c) { return c < 0x20 || c > 0x7e; }, '?');
+    return "not JSON: " + message;
+}
+
+bool read_hex(const std::string &digits, std::string &bytes) {
+    bool right = digits.size() % 2 == 0;
+    for (size_t i = 0; right && i < digits.size(); i += 2) {
+        uint8_t byte = 0;
+        const char *const end = digits.data() + i + 2;
+        right = std::from_chars(end - 2, end, byte, 16).ptr == end;
+        bytes += static_cast<char>(byte);
+    }
+    return right;
+}
+
+std::string described(const tlvmsg_type *type, uint64_t value) {
+    const tlvmsg_enumerator *const named = tlvmsg_enumerator_by_value(type, value);
+    return named != nullptr ? named->name : std::to_string(value);
+}
+
+// ---- What values are for -----------------------------------------------------------------------------
+
+enum class Role { value, selector, alternative, hex, count, no_items };
+
+struct Target {
+    Role role;
+    const tlvmsg_type *type; // of the value; of the array whose hex, count or absent items it is
+    void *field;
+
+    bool is_number() const {
+        return role == Role::count || type->kind == TLVMSG_SCALAR || type->kind == TLVMSG_ENUMERATION;
+    }
+
+    bool is_array() const {
+        return role == Role::value && type->element != nullptr && !tlvmsg_type_is_bytes(type);
+    }
+
+    std::string expected() const {
+        if (is_number()) {
+            return "a whole number from " + std::to_string(tlvmsg_least(type)) + " to " +
+                   std::to_string(tlvmsg_most(type)) + (type->enumerator_count > 0 ? " or a name" : "");
+        }
+        if (role == Role::hex || role == Role::no_items) {
+            return role == Role::hex ? "pairs of hexadecimal digits" : "null";
+        }
+        if (tlvmsg_type_is_bytes(type)) {
+            return R"(text or {"hex": "..."})";
+        }
+        return is_array() ? "an array" : "an object";
+    }
+};
+
+// A name that an object may have.
+struct Name {
+    const char *text;
+    Target target;
+    const tlvmsg_type *union_type = nullptr;         // of selectors and alternatives
+    const tlvmsg_alternative *alternative = nullptr; // of alternatives
+    bool seen = false;
+    size_t offset = 0; // where
+
+    bool is_choice_of(const tlvmsg_type *type) const {
+        return seen && alternative != nullptr && union_type == type;
+    }
+};
+
+void add_alternatives(std::vector<Name> &names, const tlvmsg_type *type, void *record) {
+    for (uint32_t i = 0; i < type->alternative_count; ++i) {
+        const tlvmsg_alternative &each = type->alternatives[i];
+        const Target target{Role::alternative, each.type, at_offset(record, each.offset)};
+        if (each.value_count > 0) { // otherwise it is never chosen
+            names.push_back({each.name, target, type, &each});
+        }
+    }
+}
+
+// None for what cannot be an object.
+std::vector<Name> names_in(const Target &object) {
+    const tlvmsg_type *const type = object.type;
+    void *const record = object.field;
+    std::vector<Name> names;
+    if (object.role >= Role::hex) {
+        return names;
+    }
+    for (uint32_t i = 0; i < type->member_count; ++i) {
+        const tlvmsg_member &member = type->members[i];
+        void *const field = at_offset(record, member.offset);
+        if (*member.path == '\0') { // a union whose selector is the member before it
+            names.back().target.role = Role::selector;
+            names.back().union_type = member.type;
+            add_alternatives(names, member.type, field);
+        } else if ((member.flags & TLVMSG_SHARED_WITH_NEXT) == 0) {
+            names.push_back({member.path, {Role::value, member.type, field}});
+        }
+    }
+    if (type->kind == TLVMSG_UNION) {
+        const Target selector{Role::selector, type->selector, at_offset(record, type->selector_offset)};
+        names.push_back({type->selector_name, selector, type});
+        add_alternatives(names, type, record);
+    }
+    if (tlvmsg_type_is_bytes(type)) {
+        names.push_back({"hex", {Role::hex, type, record}});
+    }
+    if (tlvmsg_type_is_dynamic(type)) {
+        names.push_back({"count", {Role::count, type, record}});
+        names.push_back({"items", {Role::no_items, type, record}});
+    }
+    return names;
+}
+
+// ---- Reading -----------------------------------------------------------------------------------------
+
+// Characters for the parser. It does not say where it is, so how far it has come is noted.
+struct Cursor : std::iterator_traits<const char *> {
+    using iterator_category = std::input_iterator_tag;
+
+    Cursor(const char *first, const char *&mark) : next(first), reached(&mark) {}
+    const char &operator*() const { return *next; }
+    Cursor &operator++() {
+        *reached = ++next;
+        return *this;
+    }
+    bool operator==(const Cursor &other) const { return next == other.next; }
+
+    const char *next;
+    const char **reached;
+};
+
+// What the parser calls, a function for each thing that it comes across.
+class Reader {
+public:
+    Reader(const tlvmsg_type *type, void *record, std::string_view text, size_t allocation)
+        : whole_{Role::value, type, record}, text_(text), allocation_(allocation) {}
+
+    void read() {
+        if (const size_t zero = text_.find('\0'); zero != text_.npos) { // which would end it for the parser
+            throw TextFault{TLVMSG_TEXT_SYNTAX, zero, "$", "not JSON: a zero byte"};
+        }
+        const Cursor end(text_.data() + text_.size(), reached_);
+        Json::sax_parse(Cursor(text_.data(), reached_), end, this);
+    }
+
+    bool null() { return scalar({"null"}); }
+    bool boolean(bool value) { return scalar({value ? "true" : "false"}); }
+    bool number_integer(int64_t value) {
+        return scalar({std::to_string(value), nullptr, true, value < 0, static_cast<uint64_t>(value)});
+    }
+    bool number_unsigned(uint64_t value) {
+        return scalar({std::to_string(value), nullptr, true, false, value});
+    }
+    bool number_float(double /*value*/, const std::string &digits) { return scalar({digits}); }
+    bool string(const std::string &text) { return scalar({"", &text}); }
+    bool binary(const Json::binary_t & /*value*/) { return false; } // JSON has none
+    bool start_object(size_t /*size*/) {
+        const Target target = next_target();
+        std::vector<Name> names = names_in(target);
+        if (names.empty()) {
+            fail_value(target, "an object");
+        }
+        open_.push_back({target, false, offset_, 0, std::move(names), nullptr});
+        return true;
+    }
+    bool key(const std::string &text);
+    bool end_object();
+    bool start_array(size_t /*size*/) {
+        const Target target = next_target();
+        if (!target.is_array()) {
+            fail_value(target, "an array");
+        }
+        open_.push_back({target, true, offset_, 0, {}, nullptr});
+        return true;
+    }
+    bool end_array() {
+        take_place();
+        resize(open_.back().target, open_.back().index);
+        open_.pop_back();
+        return value_is_complete();
+    }
+    [[noreturn]] static bool parse_error(size_t position, const std::string & /*token*/,
+                                         const Json::exception &error) {
+        throw TextFault{TLVMSG_TEXT_SYNTAX, position - std::min<size_t>(position, 1), "$",
+                        syntax_message(error)};
+    }
+
+private:
+    // A value that is no array and no object.
+    struct Found {
+        std::string written;
+        const std::string *text = nullptr;
+        bool whole_number = false;
+        bool negative = false;
+        uint64_t number = 0; // sign-extended when negative
+
+        std::string described() const { return text ? quoted(*text) : cut(written); }
+    };
+
+    // An array or object whose end is to come.
+    struct Open {
+        Target target;
+        bool array;
+        size_t offset;
+        size_t index; // of the array's item that is read, or of the next one
+        std::vector<Name> names;
+        Name *name; // whose value is read
+    };
+
+    // The parser has read what it tells, and behind numbers one character more. So what it tells next begins
+    // at the first one that does not only separate.
+    void take_place() {
+        offset_ = text_.find_first_not_of(" \t\r\n,:", behind_);
+        behind_ = static_cast<size_t>(reached_ - text_.data());
+    }
+    Target next_target() {
+        take_place();
+        if (open_.empty()) {
+            return whole_;
+        }
+        Open &inner = open_.back();
+        return inner.array ? Target{Role::value, inner.target.type->element, next_item(inner)}
+                           : inner.name->target;
+    }
+    bool value_is_complete() {
+        if (!open_.empty() && open_.back().array) {
+            ++open_.back().index;
+        }
+        return true;
+    }
+    bool scalar(const Found &found);
+    void read_name(const Target &target, const std::string &name);
+    void read_number(const Target &target, const Found &found);
+    void read_bytes(const Target &array, const std::string &bytes);
+    void *next_item(Open &array);
+    void resize(const Target &array, size_t count);
+    void choose(Open &object, const Name &alternative);
+    void check_choice(Open &object, const Name &selector, uint64_t value);
+    [[noreturn]] void fail(tlvmsg_text_code code, const std::string &message) const;
+    [[noreturn]] void fail_value(const Target &target, const std::string &found) const {
+        fail(TLVMSG_TEXT_WRONG_VALUE, "found " + found + ", expected " + target.expected());
+    }
+
+    Target whole_;
+    std::string_view text_;
+    size_t allocation_; // that is left
+    const char *reached_ = text_.data();
+    size_t behind_ = 0; // what was told last
+    size_t offset_ = 0; // of what is told now
+    std::vector<Open> open_;
+};
+
+bool Reader::scalar(const Found &found) {
+    const Target target = next_target();
+    std::string bytes;
+    if (target.type->enumerator_count > 0 && found.text != nullptr) {
+        read_name(target, *found.text);
+    } else if (target.is_number()) {
+        read_number(target, found);
+    } else if (target.role == Role::hex && found.text != nullptr && read_hex(*found.text, bytes)) {
+        open_.back().name = nullptr; // whether they fit is the array's
+        read_bytes(target, bytes);
+    } else if (target.role == Role::value && found.text != nullptr && tlvmsg_type_is_bytes(target.type)) {
+        read_bytes(target, *found.text);
+    } else if (target.role != Role::no_items || found.written != "null") {
+        fail_value(target, found.described());
+    }
+    return value_is_complete();
+}
+
+void Reader::read_name(const Target &target, const std::string &name) {
+    const tlvmsg_enumerator *const named = tlvmsg_enumerator_by_name(target.type, name.c_str());
+    if (named == nullptr || named->name != name) { // which may have a zero byte in it
+        std::vector<std::string_view> names;
+        for (uint32_t i = 0; i < target.type->enumerator_count; ++i) {
+            names.emplace_back(target.type->enumerators[i].name);
+        }
+        fail(TLVMSG_TEXT_UNKNOWN_NAME, no_such("value", name, names));
+    }
+    read_number(target, {"", nullptr, true, false, named->value});
+}
+
+void Reader::read_number(const Target &target, const Found &found) {
+    const bool fits = found.negative ? static_cast<int64_t>(found.number) >= tlvmsg_least(target.type)
+                                     : found.number <= tlvmsg_most(target.type);
+    if (!found.whole_number || !fits) {
+        fail_value(target, found.described());
+    }
+    if (target.role == Role::selector) {
+        check_choice(open_.back(), *open_.back().name, found.number);
+    }
+    tlvmsg_store(target.type, target.field, found.number);
+}
+
+// ---- Arrays ----
+
+// Dynamic arrays double, as far as is allowed, until their end tells the count.
+void *Reader::next_item(Open &array) {
+    const tlvmsg_type *const type = array.target.type;
+    const auto most = static_cast<size_t>(tlvmsg_most_items(type));
+    if (array.index == most) {
+        open_.pop_back(); // the place is the array's
+        fail(TLVMSG_TEXT_TOO_MANY,
+             std::to_string(most + 1) + " items or more, at most " + std::to_string(most) + " fit");
+    }
+    if (array.index == tlvmsg_items_of(type, array.target.field).readable) {
+        const size_t affordable = array.index + allocation_ / type->element->size;
+        const size_t room = tlvmsg_type_is_dynamic(type) ? std::min({2 * array.index, most, affordable}) : 0;
+        resize(array.target, std::max(room, array.index + 1));
+    }
+    return item_at(type, tlvmsg_items_of(type, array.target.field), array.index);
+}
+
+void Reader::read_bytes(const Target &array, const std::string &bytes) {
+    const uint64_t most = tlvmsg_most_items(array.type);
+    if (bytes.size() > most) {
+        fail(TLVMSG_TEXT_TOO_MANY,
+             std::to_string(bytes.size()) + " bytes, at most " + std::to_string(most) + " fit");
+    }
+    resize(array, bytes.size());
+    std::copy(bytes.begin(), bytes.end(), tlvmsg_items_of(array.type, array.field).first);
+}
+
+void Reader::resize(const Target &array, size_t count) {
+    const auto before = static_cast<size_t>(tlvmsg_items_of(array.type, array.field).readable);
+    if (tlvmsg_type_is_dynamic(array.type) && count > before) {
+        const size_t terminator = tlvmsg_type_is_bytes(array.type) ? 1 : 0;
+        const size_t more = (count - before) * array.type->element->size + terminator;
+        if (more > allocation_) {
+            fail(TLVMSG_TEXT_MEMORY_LIMIT, "needs more memory than is allowed");
+        }
+        allocation_ -= more;
+    }
+    if (!tlvmsg_resize(array.type, array.field, count, nullptr)) { // the count is one that fits
+        throw std::bad_alloc();
+    }
+}
+
+// ---- Objects ----
+
+bool Reader::key(const std::string &text) {
+    take_place();
+    Open &object = open_.back();
+    object.name = nullptr; // the place of what is wrong with a name is the object
+    const auto found = std::find_if(object.names.begin(), object.names.end(),
+                                    [&](const Name &each) { return each.text == text; });
+    // Of an array there are either bytes, or a count without items.
+    const auto excludes = [&](const Name &other) {
+        return other.seen && (other.target.role == Role::hex) != (found->target.role == Role::hex);
+    };
+    if (found == object.names.end() || std::any_of(object.names.begin(), object.names.end(), excludes)) {
+        std::vector<std::string_view> names;
+        for (const Name &each : object.names) {
+            names.emplace_back(each.text == text ? "" : each.text);
+        }
+        fail(TLVMSG_TEXT_UNKNOWN_NAME, no_such("member", text, names));
+    }
+    if (found->seen) {
+        fail(TLVMSG_TEXT_DUPLICATE_NAME, "member " + quoted(text) + " is there twice");
+    }
+    found->seen = true;
+    found->offset = offset_;
+    object.name = &*found;
+    if (found->alternative != nullptr) {
+        choose(object, *found);
+    }
+    return true;
+}
+
+bool Reader::end_object() {
+    take_place();
+    Open &object = open_.back();
+    object.name = nullptr;
+    bool says_something = object.target.type->element == nullptr;
+    for (const Name &each : object.names) {
+        if (each.target.role == Role::selector && !each.seen) {
+            check_choice(object, each, 0);
+            tlvmsg_store(each.target.type, each.target.field, 0);
+        }
+        says_something = says_something || (each.seen && each.target.role != Role::no_items);
+    }
+    if (!says_something) {
+        offset_ = object.offset;
+        fail_value(object.target, "an object");
+    }
+    open_.pop_back();
+    return value_is_complete();
+}
+
+// An alternative is about to be read. Until its selector comes, a value that chooses it stands there, so that
+// its blocks are the record's at any time.
+void Reader::choose(Open &object, const Name &alternative) {
+    const tlvmsg_type *const type = alternative.union_type;
+    const auto selector = std::find_if(object.names.begin(), object.names.end(), [&](const Name &each) {
+        return each.target.role == Role::selector && each.union_type == type;
+    });
+    if (selector->seen) {
+        return check_choice(object, *selector, tlvmsg_load(type->selector, selector->target.field));
+    }
+    for (const Name &each : object.names) {
+        if (each.is_choice_of(type) && &each != &alternative) {
+            fail(TLVMSG_TEXT_NOT_CHOSEN, "stands beside \"" + std::string(each.text) + "\"");
+        }
+    }
+    tlvmsg_store(type->selector, selector->target.field, alternative.alternative->values[0]);
+}
+
+// Whether the selector's value chooses the alternative that is there, if any.
+void Reader::check_choice(Open &object, const Name &selector, uint64_t value) {
+    const tlvmsg_type *const type = selector.union_type;
+    const tlvmsg_alternative *const chosen = tlvmsg_chosen_by(type, static_cast<uint32_t>(value));
+    for (Name &each : object.names) {
+        if (!each.is_choice_of(type) || each.alternative == chosen) {
+            continue;
+        }
+        std::string right;
+        for (uint32_t i = 0; i < each.alternative->value_count; ++i) {
+            right += (i > 0 ? " or " : "") + described(type->selector, each.alternative->values[i]);
+        }
+        object.name = &each;
+        offset_ = each.offset;
+        fail(TLVMSG_TEXT_NOT_CHOSEN, std::string(selector.text) + " is " + described(type->selector, value) +
+                                         ", which does not choose this; " + right + " does");
+    }
+}
+
+// ---- Faults ----
+
+void Reader::fail(tlvmsg_text_code code, const std::string &message) const {
+    std::string path = "$";
+    for (const Open &each : open_) {
+        if (each.array) {
+            path += "[" + std::to_string(each.index) + "]";
+        } else if (each.name != nullptr) {
+            path += "." + std::string(each.name->text);
+        }
+    }
+    throw TextFault{code, offset_, path, message};
+}
+
+} // namespace
+
+} // namespace tlvmsg::forms
+
+bool tlvmsg_from_json(const tlvmsg_type *type, const char *text, size_t length, const tlvmsg_limits *limits,
+                      void *record, tlvmsg_text_fault *fault) {
+    using namespace tlvmsg::forms;
+    if (type != nullptr && record != nullptr) {
+        std::memset(record, 0, type->size);
+    }
+    if (type == nullptr || record == nullptr || (text == nullptr && length > 0)) {
+        give_null_argument(fault, type == nullptr ? "type" : record == nullptr ? "record" : "text");
+        return false;
+    }
+    const std::string_view whole(text != nullptr ? text : "", length);
+    const bool limited = limits != nullptr && limits->allocation > 0;
+    const size_t allocation = limited ? limits->allocation : tlvmsg_default_allocation(length);
+    if (guarded(fault, whole, [&] { Reader(type, record, whole, allocation).read(); })) {
+        return true;
+    }
+    tlvmsg_release(type, record);
+    std::memset(record, 0, type->size);
+    return false;
+}

@@ -1,0 +1,164 @@
+// Records to JSON.
+#include "forms/border/block.h"
+#include "forms/json/writer.h"
+#include "forms/print/words.h"
+#include "forms/record/fields.h"
+
+#include <fmt/format.h>
+
+namespace tlvmsg::forms {
+
+void JsonWriter::value(const tlvmsg_type *type, const void *record) {
+    switch (type->kind) {
+    case TLVMSG_SCALAR:
+    case TLVMSG_ENUMERATION:
+        return number(type, tlvmsg_load(type, record));
+    case TLVMSG_STRUCTURE:
+    case TLVMSG_MESSAGE:
+        open('{');
+        members(type, record);
+        return close('}');
+    case TLVMSG_UNION:
+        open('{');
+        key(type->selector_name);
+        value(type->selector, at_offset(record, type->selector_offset));
+        alternative(type, record);
+        return close('}');
+    default:
+        return array(type, record);
+    }
+}
+
+void JsonWriter::number(const tlvmsg_type *type, uint64_t value) {
+    if (const tlvmsg_enumerator *named = tlvmsg_enumerator_by_value(type, value)) {
+        text += '"';
+        text += named->name;
+        text += '"';
+    } else {
+        const bool is_signed = tlvmsg_type_is_signed(type);
+        text += is_signed ? std::to_string(static_cast<int64_t>(value)) : std::to_string(value);
+    }
+}
+
+void JsonWriter::members(const tlvmsg_type *type, const void *record) {
+    for (uint32_t i = 0; i < type->member_count; ++i) {
+        const tlvmsg_member &member = type->members[i];
+        const void *const field = at_offset(record, member.offset);
+        if (*member.path == '\0') { // a union whose selector is the member before it
+            alternative(member.type, field);
+        } else if ((member.flags & TLVMSG_SHARED_WITH_NEXT) == 0) {
+            key(member.path);
+            value(member.type, field);
+        }
+    }
+}
+
+void JsonWriter::alternative(const tlvmsg_type *type, const void *record) {
+    if (const tlvmsg_alternative *chosen = tlvmsg_chosen_in(type, record)) {
+        key(chosen->name);
+        value(chosen->type, at_offset(record, chosen->offset));
+    }
+}
+
+void JsonWriter::array(const tlvmsg_type *type, const void *record) {
+    const tlvmsg_items items = tlvmsg_items_of(type, record);
+    if (items_missing(items)) {
+        return missing_items(items.count);
+    }
+    if (tlvmsg_type_is_bytes(type)) {
+        return bytes({items.first, static_cast<size_t>(items.readable)});
+    }
+    open('[');
+    for (size_t i = 0; i < items.readable; ++i) {
+        next();
+        value(type->element, item_at(type, items, i));
+    }
+    close(']');
+}
+
+void JsonWriter::missing_items(uint64_t count) {
+    open('{');
+    key("count");
+    text += std::to_string(count);
+    key("items");
+    text += "null";
+    close('}');
+}
+
+void JsonWriter::bytes(std::span<const uint8_t> bytes) {
+    if (is_printable(bytes)) {
+        text += bytes_text(bytes);
+    } else {
+        hex(bytes);
+    }
+}
+
+void JsonWriter::hex(std::span<const uint8_t> bytes) {
+    open('{');
+    key("hex");
+    text += fmt::format("\"{:02x}\"", fmt::join(bytes, ""));
+    close('}');
+}
+
+// ---- Layout ------------------------------------------------------------------------------------------
+
+void JsonWriter::open(char bracket) {
+    text += bracket;
+    ++level_;
+    empty_ = true;
+}
+
+void JsonWriter::next() {
+    if (!empty_) {
+        text += ',';
+    }
+    new_line();
+    empty_ = false;
+}
+
+void JsonWriter::key(std::string_view name) {
+    next();
+    text += '"';
+    text += name;
+    text += indent_ > 0 ? "\": " : "\":";
+}
+
+void JsonWriter::close(char bracket) {
+    --level_;
+    if (!empty_) {
+        new_line();
+    }
+    text += bracket;
+    empty_ = false;
+}
+
+void JsonWriter::new_line() {
+    if (indent_ > 0) {
+        text += '\n';
+        text.append(size_t{indent_} * level_, ' ');
+    }
+}
+
+} // namespace tlvmsg::forms
+
+bool tlvmsg_to_json(const tlvmsg_type *type, const void *record, const tlvmsg_json_options *options,
+                    char **text, size_t *length, tlvmsg_text_fault *fault) {
+    using namespace tlvmsg::forms;
+    if (text != nullptr) {
+        *text = nullptr;
+    }
+    if (length != nullptr) {
+        *length = 0;
+    }
+    if (is_missing(fault, type == nullptr     ? "type"
+                          : record == nullptr ? "record"
+                          : text == nullptr   ? "text"
+                                              : nullptr)) {
+        return false;
+    }
+    return guarded(fault, "", [&] {
+        JsonWriter writer(options);
+        writer.value(type, record);
+        *text = text_block(writer.text, length);
+    });
+}

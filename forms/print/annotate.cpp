@@ -1,0 +1,344 @@
+#include "forms/border/relay.h"
+#include "forms/bytes/untyped.h"
+#include "forms/print/words.h"
+
+#include <tlvmsg/forms/annotate.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace tlvmsg::forms {
+
+namespace {
+
+constexpr size_t bytes_a_line = 16;
+constexpr size_t byte_columns = 3 * bytes_a_line - 1;
+
+// What a terminal is told.
+constexpr const char *dim = "2";
+constexpr const char *red = "1;31";
+constexpr const char *yellow = "33";
+constexpr const char *bold = "1";
+
+// Lines of explained bytes, which never leave one out nor print one twice, whatever is explained.
+class Page {
+public:
+    Page(Output &output, Bytes bytes, bool color) : output_(output), bytes_(bytes), color_(color) {}
+
+    enum class Aside { nothing, characters };
+
+    void heading(std::string_view text, std::string_view type) {
+        output_.write(fmt::format("# {} bytes{}\n", bytes_.size(), text));
+        if (!type.empty()) {
+            output_.write(fmt::format("type {}\n", painted(bold, type)));
+        }
+    }
+
+    // Bytes that were printed before are named only.
+    void explain(size_t offset, size_t size, const std::string &text, Aside aside = Aside::nothing) {
+        if (offset > covered_) {
+            explain(covered_, offset - covered_, "not understood", Aside::characters);
+        }
+        const size_t end = offset + size;
+        if (end <= covered_) {
+            note(dim, fmt::format("bytes {} to {} again: {}", offset, end - 1, text));
+            return;
+        }
+        const bool again = offset < covered_;
+        std::string head = again ? fmt::format("from byte {}: {}", offset, text) : text;
+        while (covered_ < end) {
+            const size_t width = std::min(bytes_a_line, end - covered_);
+            const Bytes part = bytes_.subspan(covered_, width);
+            if (aside == Aside::characters) {
+                head += fmt::format("{}\"{}\"", head.empty() ? "" : " ", printable(part));
+            }
+            line(fmt::format("{:4}", covered_), hex_pairs(part), head);
+            covered_ += width;
+            head.clear();
+        }
+    }
+
+    void note(const char *color, const std::string &text) {
+        output_.write(fmt::format("{:{}}| {}\n", "", 4 + 2 + byte_columns + 2, painted(color, text)));
+    }
+
+    size_t covered() const { return covered_; }
+
+    void rest(size_t end, const std::string &text) {
+        if (covered_ < end) {
+            explain(covered_, end - covered_, text, Aside::characters);
+        }
+    }
+
+private:
+    void line(const std::string &offset, const std::string &bytes, const std::string &text) {
+        const size_t width = 4 + byte_columns - std::min(4 + byte_columns, offset.size() + bytes.size());
+        output_.write(fmt::format("{}  {}{:{}}  |{}{}\n", painted(dim, offset), bytes, "", width,
+                                  text.empty() ? "" : " ", text));
+    }
+
+    std::string painted(const char *color, std::string_view text) const {
+        return color_ ? fmt::format("\033[{}m{}\033[0m", color, text) : std::string(text);
+    }
+
+    Output &output_;
+    Bytes bytes_;
+    bool color_;
+    size_t covered_ = 0;
+};
+
+std::string line_of(const tlvmsg_fault &fault, const char *label) {
+    std::string text(TLVMSG_FAULT_TEXT, '\0');
+    text.resize(std::min(tlvmsg_fault_message(&fault, text.data(), text.size()), text.size() - 1));
+    return fmt::format("! {}[{}]: {}", label, tlvmsg_code_name(fault.code), text);
+}
+
+void explain_untyped(Page &page, const tlvmsg_type_set *set, Bytes bytes, const UntypedElement &read,
+                     const std::string &above);
+
+// Puts the pieces of a trace on a page. A number's headers and its value make one line.
+class Explainer {
+public:
+    Explainer(Page &page, const tlvmsg_type_set *set, Bytes bytes, size_t base, std::string whole)
+        : page_(page), set_(set), bytes_(bytes), base_(base), whole_(std::move(whole)) {}
+
+    // Of the bytes from the base on. Gives whether the type accepts them.
+    bool trace(const tlvmsg_type *type, Bytes own) {
+        const auto add = [](void *context, const tlvmsg_piece *piece) {
+            auto &self = *static_cast<Explainer *>(context);
+            self.relay_.run([&] { self.add(*piece); });
+        };
+        const bool accepted =
+            tlvmsg_trace(type, own.data(), own.size(), nullptr, add, this, nullptr, nullptr);
+        relay_.throw_on();
+        finish();
+        return accepted;
+    }
+
+    // Behind a fault: every element around it ends somewhere, and behind that others may be known.
+    void go_on() {
+        open_.insert(open_.begin(), bytes_.size());
+        for (bool said = false; !open_.empty(); open_.pop_back()) {
+            const size_t end = std::min(open_.back(), bytes_.size());
+            if (!said && likely_element(page_.covered(), end)) {
+                page_.note(dim, "what can be told of the rest, by its tags:");
+                said = true;
+            }
+            explain_by_tags(end, "");
+            page_.rest(end, "not understood");
+        }
+    }
+
+private:
+    // Headers whose value may follow.
+    struct Pending {
+        size_t offset = 0;
+        size_t size = 0;
+        std::string path;
+        std::string text;
+    };
+
+    void finish() {
+        if (pending_.size > 0) {
+            const Pending pending = std::exchange(pending_, {});
+            page_.explain(pending.offset, pending.size, pending.text);
+        }
+    }
+
+    void add(const tlvmsg_piece &piece) {
+        const std::string path = path_of(*piece.place, whole_);
+        const size_t offset = base_ + piece.offset;
+        const bool continues =
+            pending_.size > 0 && pending_.path == path && pending_.offset + pending_.size == offset;
+        switch (piece.kind) {
+        case TLVMSG_PIECE_HEADER:
+            enter(offset, header_size + (piece.value & 0xFFFF));
+            if (continues) {
+                pending_.size += piece.size;
+                return;
+            }
+            finish();
+            pending_ = {offset, piece.size, path, header_text(piece, path)};
+            return;
+        case TLVMSG_PIECE_VALUE:
+        case TLVMSG_PIECE_COUNT: {
+            const size_t start = continues ? pending_.offset : offset;
+            if (continues) {
+                pending_ = {};
+            }
+            finish();
+            page_.explain(start, offset + piece.size - start, number_line(piece, path));
+            return;
+        }
+        case TLVMSG_PIECE_BYTES:
+            finish();
+            page_.explain(offset, piece.size, fmt::format("{}: {} bytes", path, piece.size),
+                          Page::Aside::characters);
+            return;
+        case TLVMSG_PIECE_TERMINATOR:
+            finish();
+            page_.explain(offset, piece.size, path + ": terminator");
+            return;
+        case TLVMSG_PIECE_SKIPPED:
+            finish();
+            skip(offset, piece.size, path + ": skipped");
+            return;
+        case TLVMSG_PIECE_DEVIATION:
+            finish();
+            page_.note(yellow, line_of(*piece.fault, "tolerated"));
+        }
+    }
+
+    // An element, which is open as long as nothing behind it begins.
+    void enter(size_t offset, size_t size) {
+        while (!open_.empty() && open_.back() <= offset) {
+            open_.pop_back();
+        }
+        open_.push_back(offset + size);
+    }
+
+    void skip(size_t offset, size_t size, const std::string &text) {
+        if (offset != page_.covered()) {
+            return page_.explain(offset, size, text, Page::Aside::characters);
+        }
+        explain_by_tags(offset + size, text + ", ");
+        page_.rest(offset + size, text);
+    }
+
+    // From where the page is up to `end`, as long as there are elements that make sense.
+    void explain_by_tags(size_t end, const std::string &above) {
+        while (const auto element = likely_element(page_.covered(), end)) {
+            explain_untyped(page_, set_, bytes_, *element, above);
+        }
+    }
+
+    // A whole element that its type takes, or that the end or a known tag follows.
+    std::optional<UntypedElement> likely_element(size_t at, size_t end) const {
+        const std::optional<Element> element = at < end ? element_at(bytes_.first(end), at) : std::nullopt;
+        if (!element || element->tag == 0) {
+            return std::nullopt;
+        }
+        UntypedElement read = read_untyped(set_, bytes_, *element);
+        const bool taken = read.kind == UntypedKind::typed || read.kind == UntypedKind::number;
+        const bool likely = taken || element->end() == end || is_known(element->end(), end);
+        return likely ? std::optional(std::move(read)) : std::nullopt;
+    }
+
+    bool is_known(size_t at, size_t end) const {
+        if (end - at < header_size) {
+            return false;
+        }
+        const auto tag = static_cast<uint16_t>(bytes_[at] << 8 | bytes_[at + 1]);
+        return tag == array_tag || tlvmsg_type_set_by_tag(set_, tag) != nullptr;
+    }
+
+    static std::string header_text(const tlvmsg_piece &piece, const std::string &path) {
+        const tlvmsg_type *const type = piece.place->type;
+        const std::string what = type->element != nullptr ? "array" : type->name;
+        const std::string of = path == what ? path : fmt::format("{}: {}", path, what);
+        return fmt::format("{}, tag {}, length {}", of, piece.value >> 16, piece.value & 0xFFFF);
+    }
+
+    static std::string number_line(const tlvmsg_piece &piece, const std::string &path) {
+        const tlvmsg_type *const type = piece.place->type;
+        const bool named = piece.kind == TLVMSG_PIECE_VALUE && path != type->name;
+        return fmt::format("{}{} = {}", path, named ? fmt::format(": {}", type->name) : "",
+                           number_text(type, piece.value));
+    }
+
+    Page &page_;
+    const tlvmsg_type_set *set_;
+    Bytes bytes_;
+    size_t base_;
+    std::string whole_;
+    Relay relay_;
+    Pending pending_;
+    std::vector<size_t> open_; // ends of the elements around what comes next
+};
+
+void explain_untyped(Page &page, const tlvmsg_type_set *set, Bytes bytes, const UntypedElement &read,
+                     const std::string &above) {
+    const Element &element = read.element;
+    const std::string path = above + read.name();
+    const bool known = read.type != nullptr || element.tag == array_tag; // otherwise the name is the tag
+    const std::string tag = known ? fmt::format(", tag {}", element.tag) : "";
+    const std::string head = fmt::format("{}{}, length {}", path, tag, element.length);
+    switch (read.kind) {
+    case UntypedKind::typed:
+        Explainer(page, set, bytes, element.offset, path).trace(read.type, element.own(bytes));
+        break;
+    case UntypedKind::number:
+        page.explain(element.offset, element.end() - element.offset,
+                     fmt::format("{} = {}", path, number_text(read.type, number_in(bytes, read))));
+        break;
+    case UntypedKind::bytes: {
+        const Bytes part = array_bytes(bytes, read);
+        const size_t start = static_cast<size_t>(part.data() - bytes.data());
+        page.explain(element.offset, start - element.offset, fmt::format("{}, count {}", head, part.size()));
+        page.rest(start + part.size(), path);
+        if (page.covered() < element.end()) {
+            page.explain(page.covered(), 1, path + ": terminator");
+        }
+        break;
+    }
+    case UntypedKind::elements:
+    case UntypedKind::array: {
+        const size_t start = read.inside.empty() ? element.end() : read.inside.front().element.offset;
+        page.explain(element.offset, start - element.offset, head);
+        for (const UntypedElement &inside : read.inside) {
+            explain_untyped(page, set, bytes, inside, path + ".");
+        }
+        break;
+    }
+    case UntypedKind::opaque:
+        page.explain(element.offset, header_size, head);
+        page.rest(element.end(), path);
+    }
+}
+
+void annotate(Page &page, const tlvmsg_type_set *set, const tlvmsg_type *type, Bytes bytes,
+              tlvmsg_verdict &verdict) {
+    page.heading("", type->name);
+    tlvmsg_judge(type, bytes.data(), bytes.size(), nullptr, &verdict);
+    Explainer explainer(page, set, bytes, 0, "");
+    if (!explainer.trace(type, bytes)) {
+        page.note(red, line_of(verdict.fault, "error"));
+        explainer.go_on();
+    }
+    page.rest(bytes.size(), fmt::format("behind the end of {}", type->name));
+}
+
+void annotate_elements(Page &page, const tlvmsg_type_set *set, Bytes bytes, tlvmsg_verdict &verdict) {
+    page.heading(", by their tags", "");
+    verdict.extent.consumed = for_each_element(bytes, [&](const Element &element) {
+        explain_untyped(page, set, bytes, read_untyped(set, bytes, element), "");
+    });
+    verdict.fit = verdict.extent.consumed == bytes.size() ? TLVMSG_FITS : TLVMSG_FITS_PART;
+    page.rest(bytes.size(), "no whole element");
+}
+
+} // namespace
+
+} // namespace tlvmsg::forms
+
+bool tlvmsg_annotate(const tlvmsg_type_set *set, const tlvmsg_type *type, const uint8_t *in, size_t in_len,
+                     const tlvmsg_text_options *options, tlvmsg_sink sink, void *context,
+                     tlvmsg_verdict *verdict, tlvmsg_text_fault *fault) {
+    using namespace tlvmsg::forms;
+    tlvmsg_verdict ignored;
+    tlvmsg_verdict &found = verdict != nullptr ? *verdict : ignored;
+    found = {};
+    if (is_missing(fault, in == nullptr && in_len > 0 ? "in" : sink == nullptr ? "sink" : nullptr)) {
+        return false;
+    }
+    return told(sink, context, fault, [&](Output &output) {
+        Page page(output, {in, in_len}, options != nullptr && options->color);
+        if (type != nullptr) {
+            annotate(page, set, type, {in, in_len}, found);
+        } else {
+            annotate_elements(page, set, {in, in_len}, found);
+        }
+    });
+}

@@ -1,0 +1,170 @@
+// What differs between two records, member by member.
+#include "forms/border/block.h"
+#include "forms/border/text_fault.h"
+#include "forms/json/writer.h"
+#include "forms/record/fields.h"
+
+#include <tlvmsg/forms/diff.h>
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+namespace tlvmsg::forms {
+
+namespace {
+
+struct Difference {
+    std::string path;
+    std::string a, b; // empty where that record has nothing
+};
+
+// From the place up to the whole: each link outlives those below it.
+class Path {
+public:
+    Path() = default;
+    Path(const Path *parent, std::string_view name) : parent_(parent), name_(name) {}
+    Path(const Path *parent, size_t index) : parent_(parent), index_(index) {}
+
+    // Of the whole it is empty.
+    std::string text() const {
+        if (parent_ == nullptr) {
+            return "";
+        }
+        const std::string above = parent_->text();
+        return name_.empty() ? above + "[" + std::to_string(index_) + "]"
+                             : above + (above.empty() ? "" : ".") + std::string(name_);
+    }
+
+private:
+    const Path *parent_ = nullptr;
+    std::string_view name_; // empty for an item
+    size_t index_ = 0;
+};
+
+class Comparison {
+public:
+    // A null record is one that is not there.
+    void compare(const tlvmsg_type *type, const void *a, const void *b, const Path &path) {
+        if (a == nullptr || b == nullptr) {
+            return compare_whole(type, a, b, path);
+        }
+        switch (type->kind) {
+        case TLVMSG_STRUCTURE:
+        case TLVMSG_MESSAGE:
+            return compare_members(type, a, b, path);
+        case TLVMSG_UNION:
+            return compare_union(type, a, b, path);
+        case TLVMSG_ELEMENT_ARRAY:
+        case TLVMSG_PACKED_ARRAY:
+        case TLVMSG_DYNAMIC_ELEMENTS:
+            return compare_items(type, a, b, path);
+        default:
+            return compare_whole(type, a, b, path);
+        }
+    }
+
+    std::vector<Difference> found;
+
+private:
+    void compare_whole(const tlvmsg_type *type, const void *a, const void *b, const Path &path) {
+        const auto text = [&](const void *record) { return record != nullptr ? json_of(type, record) : ""; };
+        Difference difference{path.text(), text(a), text(b)};
+        if (difference.a != difference.b) {
+            found.push_back(std::move(difference));
+        }
+    }
+
+    void compare_members(const tlvmsg_type *type, const void *a, const void *b, const Path &path) {
+        for (uint32_t i = 0; i < type->member_count; ++i) {
+            const tlvmsg_member &member = type->members[i];
+            const void *const in_a = at_offset(a, member.offset);
+            const void *const in_b = at_offset(b, member.offset);
+            if (*member.path == '\0') {
+                compare_alternatives(member.type, in_a, in_b, path);
+            } else if ((member.flags & TLVMSG_SHARED_WITH_NEXT) == 0) {
+                compare(member.type, in_a, in_b, Path(&path, member.path));
+            }
+        }
+    }
+
+    void compare_items(const tlvmsg_type *array, const void *a, const void *b, const Path &path) {
+        const tlvmsg_items in_a = tlvmsg_items_of(array, a);
+        const tlvmsg_items in_b = tlvmsg_items_of(array, b);
+        if (items_missing(in_a) || items_missing(in_b)) {
+            return compare_whole(array, a, b, path);
+        }
+        for (size_t i = 0; i < std::max(in_a.readable, in_b.readable); ++i) {
+            compare(array->element, i < in_a.readable ? item_at(array, in_a, i) : nullptr,
+                    i < in_b.readable ? item_at(array, in_b, i) : nullptr, Path(&path, i));
+        }
+    }
+
+    void compare_union(const tlvmsg_type *type, const void *a, const void *b, const Path &path) {
+        compare(type->selector, at_offset(a, type->selector_offset), at_offset(b, type->selector_offset),
+                Path(&path, type->selector_name));
+        compare_alternatives(type, a, b, path);
+    }
+
+    void compare_alternatives(const tlvmsg_type *type, const void *a, const void *b, const Path &path) {
+        const tlvmsg_alternative *const in_a = tlvmsg_chosen_in(type, a);
+        const tlvmsg_alternative *const in_b = tlvmsg_chosen_in(type, b);
+        if (in_a != nullptr) {
+            compare(in_a->type, at_offset(a, in_a->offset),
+                    in_a == in_b ? at_offset(b, in_a->offset) : nullptr, Path(&path, in_a->name));
+        }
+        if (in_b != nullptr && in_b != in_a) {
+            compare(in_b->type, nullptr, at_offset(b, in_b->offset), Path(&path, in_b->name));
+        }
+    }
+};
+
+// The differences, and behind them their texts.
+tlvmsg_difference *new_differences(const std::vector<Difference> &found, const char *whole) {
+    size_t size = found.size() * sizeof(tlvmsg_difference);
+    for (const Difference &each : found) {
+        size += std::max(each.path.size(), std::strlen(whole)) + each.a.size() + each.b.size() + 3;
+    }
+    auto *const block = static_cast<tlvmsg_difference *>(new_block(size));
+    auto *next = reinterpret_cast<char *>(block + found.size());
+    const auto add = [&](const std::string &text) {
+        char *const start = next;
+        next = std::copy(text.begin(), text.end(), start) + 1; // zero as the block is
+        return start;
+    };
+    for (size_t i = 0; i < found.size(); ++i) {
+        const Difference &each = found[i];
+        block[i] = {add(each.path.empty() ? whole : each.path), each.a.empty() ? nullptr : add(each.a),
+                    each.b.empty() ? nullptr : add(each.b)};
+    }
+    return block;
+}
+
+} // namespace
+
+} // namespace tlvmsg::forms
+
+bool tlvmsg_diff(const tlvmsg_type *type, const void *a, const void *b, tlvmsg_difference **differences,
+                 size_t *count, tlvmsg_text_fault *fault) {
+    using namespace tlvmsg::forms;
+    if (differences != nullptr) {
+        *differences = nullptr;
+    }
+    if (count != nullptr) {
+        *count = 0;
+    }
+    if (is_missing(fault, type == nullptr          ? "type"
+                          : a == nullptr           ? "a"
+                          : b == nullptr           ? "b"
+                          : differences == nullptr ? "differences"
+                          : count == nullptr       ? "count"
+                                                   : nullptr)) {
+        return false;
+    }
+    return guarded(fault, "", [&] {
+        Comparison comparison;
+        comparison.compare(type, a, b, Path());
+        *differences = new_differences(comparison.found, type->name);
+        *count = comparison.found.size();
+    });
+}

@@ -1,0 +1,121 @@
+// Messages without a type as JSON and as lines.
+#include "forms/bytes/untyped.h"
+#include "forms/json/writer.h"
+#include "forms/print/words.h"
+#include "forms/record/record.h"
+
+#include <fmt/format.h>
+
+namespace tlvmsg::forms {
+
+namespace {
+
+Record record_of(Bytes bytes, const UntypedElement &element) {
+    Record record(element.type);
+    const Bytes own = element.element.own(bytes);
+    tlvmsg_fault fault;
+    if (!tlvmsg_decode(element.type, own.data(), own.size(), nullptr, record.data(), nullptr, &fault) &&
+        fault.code == TLVMSG_OUT_OF_MEMORY) {
+        throw std::bad_alloc();
+    }
+    return record;
+}
+
+// A member of the list that is open.
+void write_json(JsonWriter &json, Bytes bytes, const UntypedElement &element) {
+    json.next();
+    json.open('{');
+    json.key(element.name());
+    switch (element.kind) {
+    case UntypedKind::typed:
+        json.value(element.type, record_of(bytes, element).data());
+        break;
+    case UntypedKind::number:
+        json.number(element.type, number_in(bytes, element));
+        break;
+    case UntypedKind::elements:
+    case UntypedKind::array:
+        json.open('[');
+        for (const UntypedElement &inside : element.inside) {
+            write_json(json, bytes, inside);
+        }
+        json.close(']');
+        break;
+    case UntypedKind::bytes:
+        json.bytes(array_bytes(bytes, element));
+        break;
+    case UntypedKind::opaque:
+        json.hex(element.element.inside(bytes));
+    }
+    json.close('}');
+}
+
+void write_lines(Output &output, Bytes bytes, const std::string &above, const UntypedElement &element) {
+    const std::string path = above + element.name();
+    const auto line = [&](const std::string &value) { output.write(fmt::format("{} = {}\n", path, value)); };
+    switch (element.kind) {
+    case UntypedKind::typed:
+        return write_text(output, element.type, record_of(bytes, element).data(), path);
+    case UntypedKind::number:
+        return line(number_text(element.type, number_in(bytes, element)));
+    case UntypedKind::elements:
+    case UntypedKind::array:
+        for (const UntypedElement &inside : element.inside) {
+            write_lines(output, bytes, path + ".", inside);
+        }
+        return;
+    case UntypedKind::bytes:
+        return line(bytes_text(array_bytes(bytes, element)));
+    case UntypedKind::opaque:
+        return line(fmt::format("hex({})", hex_pairs(element.element.inside(bytes))));
+    }
+}
+
+// Tells each whole element, and stores where they end.
+template <class Write>
+void tell_elements(const tlvmsg_type_set *set, Bytes bytes, size_t *end, Write write) {
+    const size_t last =
+        for_each_element(bytes, [&](const Element &element) { write(read_untyped(set, bytes, element)); });
+    if (end != nullptr) {
+        *end = last;
+    }
+}
+
+} // namespace
+
+} // namespace tlvmsg::forms
+
+bool tlvmsg_untyped_to_json(const tlvmsg_type_set *set, const uint8_t *in, size_t in_len,
+                            const tlvmsg_json_options *options, tlvmsg_sink sink, void *context, size_t *end,
+                            tlvmsg_text_fault *fault) {
+    using namespace tlvmsg::forms;
+    if (is_missing(fault, in == nullptr && in_len > 0 ? "in" : sink == nullptr ? "sink" : nullptr)) {
+        return false;
+    }
+    return told(sink, context, fault, [&](Output &output) {
+        JsonWriter json(options);
+        json.open('[');
+        tell_elements(set, {in, in_len}, end, [&](const UntypedElement &element) {
+            write_json(json, {in, in_len}, element);
+            output.write(json.text);
+            json.text.clear();
+        });
+        json.close(']');
+        output.write(json.text);
+    });
+}
+
+bool tlvmsg_untyped_to_text(const tlvmsg_type_set *set, const uint8_t *in, size_t in_len,
+                            const tlvmsg_text_options *options, tlvmsg_sink sink, void *context, size_t *end,
+                            tlvmsg_text_fault *fault) {
+    using namespace tlvmsg::forms;
+    if (is_missing(fault, in == nullptr && in_len > 0 ? "in" : sink == nullptr ? "sink" : nullptr)) {
+        return false;
+    }
+    return told(sink, context, fault, [&](Output &output) {
+        const std::string whole(whole_of(options));
+        tell_elements(set, {in, in_len}, end, [&](const UntypedElement &element) {
+            write_lines(output, {in, in_len}, whole.empty() ? "" : whole + ".", element);
+        });
+    });
+}

@@ -1,0 +1,249 @@
+// Records for samples, filled as the kind and the settings say.
+#include "forms/record/fields.h"
+#include "forms/sample/setting.h"
+
+#include <tlvmsg/forms/sample.h>
+
+#include <algorithm>
+#include <cstring>
+#include <initializer_list>
+#include <new>
+#include <random>
+
+namespace tlvmsg::forms {
+
+namespace {
+
+constexpr uint64_t most_encoded_bytes = UINT16_MAX;
+constexpr uint64_t header_bytes = 4;
+constexpr uint64_t small_count = 32;
+constexpr uint64_t room_inside = 16; // at least, for each dynamic array in the items of one
+
+// The most bytes that a type needs while its dynamic arrays are empty, and how many of those it may hold.
+struct Needs {
+    uint64_t bytes;
+    uint64_t dynamic_arrays;
+};
+
+Needs needs(const tlvmsg_type *type) {
+    if (tlvmsg_type_is_dynamic(type)) {
+        return {type->min_encoded, 1};
+    }
+    if (type->kind == TLVMSG_ELEMENT_ARRAY) {
+        const Needs item = needs(type->element);
+        return {type->min_encoded + type->capacity * item.bytes, type->capacity * item.dynamic_arrays};
+    }
+    if (type->member_count == 0 && type->alternative_count == 0) {
+        return {type->max_encoded, 0};
+    }
+    Needs all{type->kind == TLVMSG_STRUCTURE ? header_bytes : 0, 0};
+    for (uint32_t i = 0; i < type->member_count; ++i) {
+        const Needs member = needs(type->members[i].type);
+        all = {all.bytes + member.bytes, all.dynamic_arrays + member.dynamic_arrays};
+    }
+    for (uint32_t i = 0; i < type->alternative_count; ++i) {
+        const Needs alternative = needs(type->alternatives[i].type);
+        all = {std::max(all.bytes, alternative.bytes),
+               std::max(all.dynamic_arrays, alternative.dynamic_arrays)};
+    }
+    return all;
+}
+
+std::string below(const std::string &path, std::string_view name) {
+    return path + (path.empty() || name.empty() ? "" : ".") + std::string(name);
+}
+
+class Sampler {
+public:
+    Sampler(const tlvmsg_type *type, const tlvmsg_sample_options &options, Settings &settings)
+        : kind_(options.kind), settings_(settings), random_(options.seed) {
+        dynamic_share_ = share_within(type, most_encoded_bytes);
+    }
+
+    // What is all zero. A path alone is enough to have an alternative.
+    void fill(const tlvmsg_type *type, void *record, const std::string &path, bool alternative = false) {
+        const Setting *const setting = settings_.of(path);
+        if (setting != nullptr && (setting->value || !alternative)) {
+            return settings_.read(*setting, type, record);
+        }
+        switch (type->kind) {
+        case TLVMSG_SCALAR:
+        case TLVMSG_ENUMERATION:
+            return tlvmsg_store(type, record, number(type));
+        case TLVMSG_STRUCTURE:
+        case TLVMSG_MESSAGE:
+            return fill_members(type, record, path);
+        case TLVMSG_UNION:
+            return fill_union(type, record, path);
+        default:
+            return fill_array(type, record, path);
+        }
+    }
+
+private:
+    // Modulo, because the standard's distributions differ between libraries.
+    uint64_t draw(uint64_t below) { return random_() % below; }
+    uint64_t one_of(std::initializer_list<uint64_t> values) { return values.begin()[draw(values.size())]; }
+
+    static uint64_t share_within(const tlvmsg_type *type, uint64_t bytes) {
+        const Needs rest = needs(type);
+        return rest.dynamic_arrays == 0 ? 0 : (bytes - std::min(rest.bytes, bytes)) / rest.dynamic_arrays;
+    }
+
+    uint64_t number(const tlvmsg_type *type);
+    uint64_t count(const tlvmsg_type *array);
+    void fill_bytes(uint8_t *first, size_t count);
+    void fill_members(const tlvmsg_type *type, void *record, const std::string &path);
+    void fill_array(const tlvmsg_type *array, void *record, const std::string &path);
+    void fill_union(const tlvmsg_type *type, void *record, const std::string &path);
+
+    const tlvmsg_sample_kind kind_;
+    Settings &settings_;
+    std::mt19937_64 random_;
+    uint64_t dynamic_share_; // bytes for the items of each dynamic array
+};
+
+uint64_t Sampler::number(const tlvmsg_type *type) {
+    const auto least = static_cast<uint64_t>(tlvmsg_least(type));
+    const uint64_t most = tlvmsg_most(type);
+    switch (kind_) {
+    case TLVMSG_SAMPLE_MIN:
+        return 0;
+    case TLVMSG_SAMPLE_MAX:
+        return most;
+    case TLVMSG_SAMPLE_BOUNDARY:
+        return one_of({least, least + 1, 0, 1, most - 1, most});
+    default:
+        return random_() >> draw(64); // small ones as often as large ones
+    }
+}
+
+uint64_t Sampler::count(const tlvmsg_type *array) {
+    uint64_t most = tlvmsg_most_items(array);
+    if (tlvmsg_type_is_dynamic(array)) {
+        const Needs item = tlvmsg_type_is_bytes(array) ? Needs{1, 0} : needs(array->element);
+        most = std::min(most, dynamic_share_ / (item.bytes + item.dynamic_arrays * room_inside));
+    }
+    switch (kind_) {
+    case TLVMSG_SAMPLE_MIN:
+        return 0;
+    case TLVMSG_SAMPLE_MAX:
+        return most;
+    case TLVMSG_SAMPLE_BOUNDARY:
+        return one_of({0, std::min<uint64_t>(most, 1), most - std::min<uint64_t>(most, 1), most});
+    default:
+        return draw(std::min(most, small_count) + 1);
+    }
+}
+
+// Text and bytes that are no text, and for the boundary the bytes next to where one becomes the other.
+void Sampler::fill_bytes(uint8_t *first, size_t count) {
+    if (kind_ == TLVMSG_SAMPLE_MIN) {
+        return;
+    }
+    const bool text = draw(2) == 0;
+    std::generate_n(first, count, [&]() -> uint8_t {
+        switch (kind_) {
+        case TLVMSG_SAMPLE_MAX:
+            return UINT8_MAX;
+        case TLVMSG_SAMPLE_BOUNDARY:
+            return static_cast<uint8_t>(text ? one_of({' ', '"', '\\', '~'}) : one_of({0, 0x1f, 0x7f, 0xff}));
+        default:
+            return static_cast<uint8_t>(text ? 'a' + draw(26) : random_());
+        }
+    });
+}
+
+void Sampler::fill_members(const tlvmsg_type *type, void *record, const std::string &path) {
+    for (uint32_t i = 0; i < type->member_count; ++i) {
+        const tlvmsg_member &member = type->members[i];
+        if (*member.path == '\0') { // a union whose selector is the member before it
+            fill_union(member.type, at_offset(record, member.offset), path);
+        } else if ((member.flags & TLVMSG_SHARED_WITH_NEXT) == 0) {
+            fill(member.type, at_offset(record, member.offset), below(path, member.path));
+        }
+    }
+}
+
+void Sampler::fill_array(const tlvmsg_type *array, void *record, const std::string &path) {
+    const uint64_t named = settings_.items(array, path);
+    const Setting *const wanted = settings_.of(below(path, "count"));
+    const auto total = static_cast<size_t>(wanted != nullptr ? settings_.read_count(*wanted, array)
+                                                             : std::max(count(array), named));
+    if (!tlvmsg_resize(array, record, total, nullptr)) {
+        throw std::bad_alloc(); // the count is none that does not fit
+    }
+    const tlvmsg_items items = tlvmsg_items_of(array, record);
+    const bool bytes = tlvmsg_type_is_bytes(array);
+    if (bytes) {
+        fill_bytes(items.first, total);
+    }
+    const uint64_t share = dynamic_share_;
+    if (tlvmsg_type_is_dynamic(array) && !bytes && total > 0) {
+        dynamic_share_ = share_within(array->element, share / total);
+    }
+    for (size_t i = 0; i < (bytes ? std::min<uint64_t>(named, total) : total); ++i) {
+        const std::string item = path + "[" + std::to_string(i) + "]";
+        if (!bytes) {
+            fill(array->element, item_at(array, items, i), item);
+        } else if (const Setting *const byte = settings_.of(item)) {
+            settings_.read(*byte, array->element, items.first + i);
+        }
+    }
+    dynamic_share_ = share;
+}
+
+// Every value that chooses something is as likely as the next.
+void Sampler::fill_union(const tlvmsg_type *type, void *record, const std::string &path) {
+    void *const selector = at_offset(record, type->selector_offset);
+    std::vector<uint32_t> values;
+    for (uint32_t i = 0; i < type->alternative_count; ++i) {
+        const tlvmsg_alternative &each = type->alternatives[i];
+        values.insert(values.end(), each.values, each.values + each.value_count);
+    }
+    if (const Setting *const wanted = settings_.of(below(path, type->selector_name))) {
+        settings_.read(*wanted, type->selector, selector);
+    } else if (const tlvmsg_alternative *const named = settings_.alternative(type, path)) {
+        tlvmsg_store(type->selector, selector, named->values[0]);
+    } else if (kind_ != TLVMSG_SAMPLE_MIN && !values.empty()) {
+        tlvmsg_store(type->selector, selector, values[static_cast<size_t>(draw(values.size()))]);
+    }
+    if (const tlvmsg_alternative *const chosen = tlvmsg_chosen_in(type, record)) {
+        fill(chosen->type, at_offset(record, chosen->offset), below(path, chosen->name), true);
+    }
+}
+
+} // namespace
+
+} // namespace tlvmsg::forms
+
+bool tlvmsg_sample(const tlvmsg_type *type, const tlvmsg_sample_options *options, void *record,
+                   tlvmsg_text_fault *fault) {
+    using namespace tlvmsg::forms;
+    if (is_missing(fault, type == nullptr ? "type" : record == nullptr ? "record" : nullptr)) {
+        return false;
+    }
+    std::memset(record, 0, type->size);
+    const tlvmsg_sample_options wanted = options != nullptr ? *options : tlvmsg_sample_options{};
+    const auto *const end = wanted.settings == nullptr ? nullptr : wanted.settings + wanted.setting_count;
+    const bool lacking = wanted.settings == nullptr ? wanted.setting_count > 0
+                                                    : std::find(wanted.settings, end, nullptr) != end;
+    if (is_missing(fault, lacking ? "settings" : nullptr)) {
+        return false;
+    }
+    std::string text; // a line each
+    const auto join = [&] {
+        std::for_each(wanted.settings, end, [&](const char *each) { text += std::string(each) + '\n'; });
+    };
+    const auto fill = [&] {
+        Settings settings(text);
+        Sampler(type, wanted, settings).fill(type, record, "");
+        settings.check();
+    };
+    if (guarded(fault, "", join) && guarded(fault, text, fill)) {
+        return true;
+    }
+    tlvmsg_release(type, record);
+    std::memset(record, 0, type->size);
+    return false;
+}

@@ -1,0 +1,88 @@
+#include "forms/types/type_index.h"
+
+#include <algorithm>
+
+namespace tlvmsg::forms {
+
+namespace {
+
+// By tag; types of one tag, as arrays are, stay apart.
+bool member_before(const tlvmsg_member &a, const tlvmsg_member &b) {
+    const uint16_t tag_a = tag_read(a.type);
+    const uint16_t tag_b = tag_read(b.type);
+    return tag_a != tag_b ? tag_a < tag_b : std::less<>()(a.type, b.type);
+}
+
+bool members_before(const tlvmsg_type *a, const tlvmsg_type *b) {
+    return std::lexicographical_compare(a->members, a->members + a->member_count, b->members,
+                                        b->members + b->member_count, member_before);
+}
+
+// Those that have the tag which is there, of types that are sorted by what `tag_of` gives.
+template <class TagOf>
+Types of_tag(Types types, Bytes bytes, TagOf tag_of) {
+    if (bytes.size() < tag_size) {
+        return {};
+    }
+    const uint16_t tag = number_at(bytes, 0);
+    const auto first = std::partition_point(types.begin(), types.end(),
+                                            [&](const auto *type) { return tag_of(type) < tag; });
+    const auto last =
+        std::partition_point(first, types.end(), [&](const auto *type) { return tag_of(type) == tag; });
+    return {first, last};
+}
+
+// All of these messages have the same first `depth` members, whose elements end at `at`.
+void follow(Types types, uint32_t depth, Bytes bytes, size_t at, const tlvmsg_type_set::Found &found) {
+    const auto longer = std::partition_point(types.begin(), types.end(),
+                                             [&](const auto *type) { return type->member_count == depth; });
+    if (depth > 0 && longer != types.begin()) {
+        found({types.begin(), longer}, depth, at);
+    }
+    types = {longer, types.end()};
+    const auto member_of = [&](const tlvmsg_type *type) { return type->members[depth].type; };
+    const Bytes rest = bytes.subspan(at);
+    Types right = of_tag(types, rest, [&](const auto *type) { return tag_read(member_of(type)); });
+    if (right.empty() && depth > 0 && !types.empty()) {
+        found(types, depth, at);
+    }
+    while (!right.empty()) {
+        const tlvmsg_type *const member = member_of(right.front());
+        const auto same = std::partition_point(right.begin(), right.end(),
+                                               [&](const auto *type) { return member_of(type) == member; });
+        const size_t size = size_by_header(member, rest);
+        if (size > rest.size()) {
+            found({right.begin(), same}, depth, at);
+        } else {
+            follow({right.begin(), same}, depth + 1, bytes, at + size, found);
+        }
+        right = {same, right.end()};
+    }
+}
+
+} // namespace
+
+} // namespace tlvmsg::forms
+
+using namespace tlvmsg::forms;
+
+tlvmsg_type_set::tlvmsg_type_set(std::vector<const tlvmsg_type *> sorted) : by_name(std::move(sorted)) {
+    for (const tlvmsg_type *type : by_name) {
+        if (type->kind == TLVMSG_MESSAGE) {
+            messages.push_back(type);
+        } else if (type->kind != TLVMSG_UNION) {
+            elements.push_back(type);
+            by_tag.insert(by_tag.end(), type->element == nullptr ? 1 : 0, type);
+        }
+    }
+    const auto sort = [](auto &types, auto before) { std::stable_sort(types.begin(), types.end(), before); };
+    sort(by_tag, [](const auto *a, const auto *b) { return a->tag < b->tag; });
+    sort(elements, [](const auto *a, const auto *b) { return tag_read(a) < tag_read(b); });
+    sort(messages, members_before);
+}
+
+Types tlvmsg_type_set::beginning_like(Bytes bytes) const { return of_tag(elements, bytes, tag_read); }
+
+void tlvmsg_type_set::follow_messages(Bytes bytes, const Found &found) const {
+    follow(messages, 0, bytes, 0, found);
+}

@@ -1,0 +1,144 @@
+// Sets of types, and all the ways to look into them.
+#include "forms/border/text_fault.h"
+#include "forms/types/type_index.h"
+
+#include <tlvmsg/forms/types.h>
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <map>
+#include <mutex>
+
+namespace tlvmsg::forms {
+
+namespace {
+
+// In the order of the names.
+std::vector<const tlvmsg_type *> checked(const tlvmsg_type *const *types, size_t count) {
+    for (size_t i = 0; i < count; ++i) {
+        if (types[i] == nullptr) {
+            throw TextFault{TLVMSG_TEXT_NULL_ARGUMENT, 0, "types[" + std::to_string(i) + "]",
+                            "a null pointer was passed"};
+        }
+    }
+    std::vector<const tlvmsg_type *> sorted(types, types + count);
+    std::sort(sorted.begin(), sorted.end(), name_before);
+    sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
+    const auto twice = std::adjacent_find(sorted.begin(), sorted.end(),
+                                          [](const auto *a, const auto *b) { return !name_before(a, b); });
+    if (twice != sorted.end()) {
+        throw TextFault{TLVMSG_TEXT_DUPLICATE_NAME, 0, "types",
+                        "two types are called " + quoted((*twice)->name)};
+    }
+    return sorted;
+}
+
+const tlvmsg_type *scalar_by_tag(uint16_t tag) {
+    static constexpr const char *names[] = {"",      "char",   "uint8", "int8",   "uint16",
+                                            "int16", "uint32", "int32", "uint64", "int64"};
+    return tag < std::size(names) ? tlvmsg_type_find(names[tag]) : nullptr;
+}
+
+std::vector<const tlvmsg_type *> all_types() {
+    std::vector<const tlvmsg_type *> types(tlvmsg_type_count());
+    for (size_t i = 0; i < types.size(); ++i) {
+        types[i] = tlvmsg_type_at(i);
+    }
+    std::sort(types.begin(), types.end(), name_before);
+    return types;
+}
+
+} // namespace
+
+bool name_before(const tlvmsg_type *a, const tlvmsg_type *b) { return std::strcmp(a->name, b->name) < 0; }
+
+} // namespace tlvmsg::forms
+
+const tlvmsg_type_set &tlvmsg_type_set::chosen(const tlvmsg_type_set *set) {
+    if (set != nullptr) {
+        return *set;
+    }
+    // One for each number of types that there has been: families may be registered while others use the last one.
+    static std::mutex mutex;
+    static std::map<size_t, tlvmsg_type_set> sets;
+    const std::lock_guard lock(mutex);
+    if (const auto known = sets.find(tlvmsg_type_count()); known != sets.end()) {
+        return known->second;
+    }
+    const std::vector<const tlvmsg_type *> types = tlvmsg::forms::all_types();
+    return sets.try_emplace(types.size(), types).first->second;
+}
+
+tlvmsg_type_set *tlvmsg_type_set_new(const tlvmsg_type *const *types, size_t count,
+                                     tlvmsg_text_fault *fault) {
+    using namespace tlvmsg::forms;
+    tlvmsg_type_set *set = nullptr;
+    if (types == nullptr && count > 0) {
+        give_null_argument(fault, "types");
+    } else {
+        guarded(fault, "", [&] { set = new tlvmsg_type_set(checked(types, count)); });
+    }
+    return set;
+}
+
+void tlvmsg_type_set_free(tlvmsg_type_set *set) { delete set; }
+
+// What follows cannot fail, so for all types it does without the set of them, which may not have been made yet.
+
+size_t tlvmsg_type_set_count(const tlvmsg_type_set *set) {
+    return set != nullptr ? set->by_name.size() : tlvmsg_type_count();
+}
+
+const tlvmsg_type *tlvmsg_type_set_at(const tlvmsg_type_set *set, size_t index) {
+    if (set == nullptr) {
+        return tlvmsg_type_at(index);
+    }
+    return index < set->by_name.size() ? set->by_name[index] : nullptr;
+}
+
+const tlvmsg_type *tlvmsg_type_set_find(const tlvmsg_type_set *set, const char *name) {
+    if (set == nullptr || name == nullptr) {
+        return tlvmsg_type_find(name);
+    }
+    const auto found = std::lower_bound(
+        set->by_name.begin(), set->by_name.end(), name,
+        [](const auto *type, const char *wanted) { return std::strcmp(type->name, wanted) < 0; });
+    return found != set->by_name.end() && std::strcmp((*found)->name, name) == 0 ? *found : nullptr;
+}
+
+const tlvmsg_type *tlvmsg_type_set_by_tag(const tlvmsg_type_set *set, uint16_t tag) {
+    if (set == nullptr) {
+        const tlvmsg_type *const scalar = tlvmsg::forms::scalar_by_tag(tag);
+        return scalar != nullptr ? scalar : tlvmsg_type_by_tag(tag);
+    }
+    const auto found =
+        std::lower_bound(set->by_tag.begin(), set->by_tag.end(), tag,
+                         [](const tlvmsg_type *type, uint16_t wanted) { return type->tag < wanted; });
+    return found != set->by_tag.end() && (*found)->tag == tag ? *found : nullptr;
+}
+
+const char *tlvmsg_kind_name(tlvmsg_kind kind) {
+    switch (kind) {
+    case TLVMSG_SCALAR:
+        return "scalar";
+    case TLVMSG_ENUMERATION:
+        return "enumeration";
+    case TLVMSG_STRUCTURE:
+        return "structure";
+    case TLVMSG_MESSAGE:
+        return "message";
+    case TLVMSG_ELEMENT_ARRAY:
+    case TLVMSG_PACKED_ARRAY:
+        return "array";
+    case TLVMSG_BYTE_ARRAY:
+        return "byte array";
+    case TLVMSG_DYNAMIC_ELEMENTS:
+        return "dynamic array";
+    case TLVMSG_DYNAMIC_BYTES:
+        return "dynamic byte array";
+    case TLVMSG_UNION:
+        return "union";
+    }
+    return "";
+}
