@@ -4,8 +4,8 @@
 #include "cli/cli.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
-#include "tools/cli/faults.h"
-#include "tools/cli/message_options.h"
+#include "tools/commands/message_options.h"
+#include "tools/faults/faults.h"
 #include "tools/forms.h"
 #include "tools/output/printer.h"
 #include "tools/words.h"
@@ -55,7 +55,7 @@ int decode_typed(Printer &printer, const Input &input, const Reading &reading) {
     if (input.frame) {
         return exit_found;
     }
-    report(verdict.fault, input);
+    report(verdict.fault, input.name, input.bytes);
     return exit_malformed;
 }
 
@@ -68,7 +68,7 @@ int decode_untyped(Printer &printer, const Input &input, const Reading &reading)
     if (end == input.bytes.size()) {
         return exit_fine;
     }
-    report(incomplete_element(input, end), input);
+    report(incomplete_element(input, end), input.name, input.bytes);
     return exit_malformed;
 }
 
