@@ -226,7 +226,7 @@ int run(int argc, char **argv) {
     CLI::App *const explain_command = add("explain", help::explain, explain);
     CLI::App *const lsp_command = add("lsp", help::lsp, [](const Options &said) {
         std::ios::sync_with_stdio(false); // unbuffered otherwise
-        return lsp::serve(std::cin, std::cout, said.import_path);
+        return lsp::serve(STDIN_FILENO, std::cout, said.import_path);
     });
     lsp_command->add_flag_callback(
         "--stdio", [] {}, "What it does anyway; many editors say so");
