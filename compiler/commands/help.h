@@ -88,9 +88,10 @@ inline const Help explain = {
     {},
     {{"tlvc explain T012", "what it means, and what to write instead"}, {"tlvc explain", "list the codes"}}};
 
-inline const Help lsp = {
-    "Serve an editor, over standard input and output",
-    {"The language server protocol: faults as typed, sizes and wire layout, definitions and formatting."},
-    {{"tlvc lsp", "what an editor is told to start for files that end in .tlv"}}};
+inline const Help lsp = {"Serve an editor, over standard input and output",
+                         {"The language server protocol: faults and warnings of families with open files, "
+                          "whenever you pause, sizes and "
+                          "wire layout, definitions and formatting."},
+                         {{"tlvc lsp", "what an editor is told to start for files that end in .tlv"}}};
 
 } // namespace tlvc::help

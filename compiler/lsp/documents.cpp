@@ -117,6 +117,9 @@ Documents::Open Documents::place(const std::string &uri) {
 }
 
 void Documents::put(const std::string &uri, std::string text) {
+    if (!is_open(uri)) {
+        spell_again();
+    }
     const Open &open = open_.try_emplace(uri, place(uri)).first->second;
     const auto [known, is_new] = texts_.try_emplace(open.path);
     if (is_new || known->second != text) {
@@ -133,6 +136,7 @@ void Documents::remove(const std::string &uri) {
     }
     const Open open = closed->second;
     open_.erase(closed);
+    spell_again();
     texts_.erase(open.path);
     changed(open.path);
     if (std::ranges::none_of(open_, [&](const auto &each) { return each.second.family == open.family; })) {
@@ -143,6 +147,13 @@ void Documents::remove(const std::string &uri) {
 void Documents::files_have_changed() {
     for (auto &[family, analysis] : analyses_) {
         analysis.stale = true;
+    }
+}
+
+// How files are called, and whose warnings are told, goes by what is open.
+void Documents::spell_again() {
+    for (auto &[family, analysis] : analyses_) {
+        analysis.told.reset();
     }
 }
 
@@ -225,7 +236,25 @@ Json Documents::location(const Analysis &analysis, Span span) const {
             {"range", range(analysis.sources, span)}};
 }
 
-// Two families that import a file find its faults twice. Warnings are for who is at work on the file.
+// Warnings are for who is at work on the file.
+const std::vector<std::pair<std::string, Json>> &Documents::told(Analysis &analysis) const {
+    if (!analysis.told) {
+        analysis.told.emplace();
+        std::map<std::string, size_t> counts;
+        const auto &units = analysis.program.units;
+        for (const Diagnostic &fault : analysis.faults.in_file_order()) {
+            const std::string file =
+                fault.span.file < units.size() ? uri(units[fault.span.file].canonical) : "";
+            const bool wanted = !file.empty() && (fault.severity == Severity::Error || is_open(file));
+            if (wanted && counts[file]++ < most_diagnostics) {
+                analysis.told->emplace_back(file, diagnostic(*this, analysis, fault));
+            }
+        }
+    }
+    return *analysis.told;
+}
+
+// Two families that import a file find its faults twice.
 std::map<std::string, Json> Documents::diagnostics() {
     std::map<std::string, Json> found;
     const auto add = [&](const std::string &uri, const Json &each) {
@@ -244,14 +273,9 @@ std::map<std::string, Json> Documents::diagnostics() {
                       {"message", failure}});
         }
     }
-    for (const auto &[family, analysis] : analyses_) {
-        for (const Diagnostic &fault : analysis.faults.in_file_order()) {
-            const auto &units = analysis.program.units;
-            const std::string file =
-                fault.span.file < units.size() ? uri(units[fault.span.file].canonical) : "";
-            if (!file.empty() && (fault.severity == Severity::Error || is_open(file))) {
-                add(file, diagnostic(*this, analysis, fault));
-            }
+    for (auto &[family, analysis] : analyses_) {
+        for (const auto &[file, fault] : told(analysis)) {
+            add(file, fault);
         }
     }
     return found;

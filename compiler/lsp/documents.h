@@ -6,6 +6,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <optional>
+
 namespace tlvc::lsp {
 
 using Json = nlohmann::json;
@@ -18,6 +20,8 @@ struct Analysis {
     std::unique_ptr<const Schema> schema; // null if there are faults
     std::string failure;                  // why a file cannot be read
     bool stale = true;                    // something that it comes from has changed
+    std::optional<std::vector<std::pair<std::string, Json>>>
+        told; // the faults by URI, once they were asked for
 };
 
 // An open document, a file of an analysis.
@@ -59,6 +63,8 @@ private:
     };
     Open place(const std::string &uri);
     void changed(const std::filesystem::path &path);
+    void spell_again();
+    const std::vector<std::pair<std::string, Json>> &told(Analysis &analysis) const;
     std::vector<std::string> files_of_family(const std::filesystem::path &family) const;
     Analysis &refreshed(const std::filesystem::path &family);
     void analyse(const std::filesystem::path &family, Analysis &analysis) const;
