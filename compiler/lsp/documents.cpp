@@ -236,7 +236,8 @@ Json Documents::location(const Analysis &analysis, Span span) const {
             {"range", range(analysis.sources, span)}};
 }
 
-// Warnings are for who is at work on the file.
+// Warnings are for who is at work on the file. Whether nothing uses an enumeration cannot be told, since families that
+// are not open may.
 const std::vector<std::pair<std::string, Json>> &Documents::told(Analysis &analysis) const {
     if (!analysis.told) {
         analysis.told.emplace();
@@ -245,8 +246,9 @@ const std::vector<std::pair<std::string, Json>> &Documents::told(Analysis &analy
         for (const Diagnostic &fault : analysis.faults.in_file_order()) {
             const std::string file =
                 fault.span.file < units.size() ? uri(units[fault.span.file].canonical) : "";
-            const bool wanted = !file.empty() && (fault.severity == Severity::Error || is_open(file));
-            if (wanted && counts[file]++ < most_diagnostics) {
+            const bool warns = fault.severity == Severity::Warning;
+            const bool doubtful = warns && (!is_open(file) || fault.fault == &fault::unused_enumeration);
+            if (!file.empty() && !doubtful && counts[file]++ < most_diagnostics) {
                 analysis.told->emplace_back(file, diagnostic(*this, analysis, fault));
             }
         }
