@@ -1,5 +1,7 @@
 #include "compiler/lsp/documents.h"
 
+#include "base/ascii.h"
+
 #include <algorithm>
 
 namespace tlvc::lsp {
@@ -41,7 +43,8 @@ std::string uri_of(const fs::path &path) {
     std::string uri = "file://";
     for (const char c : path.string()) {
         const auto byte = static_cast<unsigned char>(c);
-        const bool plain = std::isalnum(byte) != 0 || std::string_view("-._~/").find(c) != std::string::npos;
+        const bool plain =
+            tlvmsg::base::is_letter_or_digit(c) || std::string_view("-._~/").find(c) != std::string::npos;
         uri += plain ? std::string(1, c) : fmt::format("%{:02X}", byte);
     }
     return uri;
