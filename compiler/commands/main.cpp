@@ -1,4 +1,5 @@
 // The command line of the schema compiler.
+#include "base/ascii.h"
 #include "base/files.h"
 #include "cli/terminal.h"
 #include "compiler/build/compile.h"
@@ -191,7 +192,7 @@ int explain(const Options &options) {
         print(options.codes.empty() ? text.substr(0, text.find('\n') + 1) : "");
     }
     for (std::string code : options.codes) {
-        code[0] = static_cast<char>(std::toupper(code[0]));
+        code[0] = tlvmsg::base::upper(code[0]);
         if (!texts.contains(code)) {
             throw Failure(exit_usage, fmt::format("no code is called '{}'; see 'tlvc explain'", code));
         }

@@ -1,5 +1,6 @@
 #include "compiler/lsp/documents.h"
 
+#include "base/ascii.h"
 #include "base/files.h"
 #include "compiler/checks/checks.h"
 
@@ -57,11 +58,11 @@ fs::path path_of(const std::string &uri) {
 }
 
 std::string uri_of(const fs::path &path) {
-    constexpr std::string_view plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
     std::string uri = "file://";
     for (const char c : path.string()) {
-        uri += plain.find(c) != plain.npos ? std::string(1, c)
-                                           : fmt::format("%{:02X}", static_cast<unsigned char>(c));
+        const bool plain = tlvmsg::base::is_letter_or_digit(c) ||
+                           std::string_view("-._~/").find(c) != std::string_view::npos;
+        uri += plain ? std::string(1, c) : fmt::format("%{:02X}", static_cast<unsigned char>(c));
     }
     return uri;
 }

@@ -16,6 +16,7 @@
 #include <tlvmsg/forms/json.h>
 #include <tlvmsg/tlvmsg.hpp>
 
+#include <memory>
 #include <string>
 
 namespace tlvmsg {
@@ -63,8 +64,8 @@ result<std::string, text_fault> to_json(const R &record, const tlvmsg_json_optio
     if (detail::fits<detail::record_t<R>>(written.fault) &&
         tlvmsg_to_json(detail::type_of<R>(), &detail::raw(record), &options, &text, &length,
                        &written.fault)) {
+        const std::unique_ptr<char, void (*)(void *)> block(text, tlvmsg_free); /* also when assign throws */
         written.value.assign(text, length);
-        tlvmsg_free(text);
     }
     return written;
 }

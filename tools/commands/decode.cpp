@@ -122,7 +122,7 @@ void add_decode(Cli &cli) {
     command->add_flag("--compact", options->print.compact, "JSON in one line")->excludes(text);
     command
         ->add_flag("--partial", options->print.partial,
-                   "Of a message that is broken, print as JSON what is in front of the fault")
+                   "Of a message that is broken, print as JSON what can be read of it")
         ->excludes(text);
     command->add_flag("--bytes", options->print.bytes, "The bytes of each message of a capture, in hex");
 }
