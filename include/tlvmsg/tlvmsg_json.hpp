@@ -59,23 +59,18 @@ bool fits(text_fault &fault) noexcept {
     return false;
 }
 
-/* Released also where a string finds no memory and throws. */
-struct block {
-    char *bytes = nullptr;
-    ~block() { tlvmsg_free(bytes); }
-};
-
 } // namespace detail
 
 template <record_like R>
 result<std::string, text_fault> to_json(const R &record, const tlvmsg_json_options &options = {}) {
     result<std::string, text_fault> written;
-    detail::block text;
+    char *text = nullptr;
     size_t length = 0;
     if (detail::fits<detail::record_t<R>>(written.fault) &&
-        tlvmsg_to_json(detail::type_of<R>(), &detail::raw(record), &options, &text.bytes, &length,
+        tlvmsg_to_json(detail::type_of<R>(), &detail::raw(record), &options, &text, &length,
                        &written.fault)) {
-        written.value.assign(text.bytes, length);
+        written.value.assign(text, length);
+        tlvmsg_free(text);
     }
     return written;
 }

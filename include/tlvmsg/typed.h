@@ -33,14 +33,17 @@
  *     }
  *
  * Descriptors. tlvmsg_descriptor_X() gives that of any type X, enumerations included, without the look-up that
- * tlvmsg_type_find takes. The object itself is called tlvmsg_type_of_X, and &tlvmsg_type_of_X is an address
- * constant, for initializers:
+ * tlvmsg_type_find takes. Tables in a program hold the function, whose address is a constant:
  *
- *     const tlvmsg_type *expected[] = {&tlvmsg_type_of_zel_led_control, &tlvmsg_type_of_ifid};
+ *     static const struct {
+ *         int message;
+ *         const tlvmsg_type *(*type)(void);
+ *     } expected[] = {{17, tlvmsg_descriptor_zel_led_control}, {18, tlvmsg_descriptor_ifid}};
  *
- * What programs share is the address, never a copy (R_*_COPY): so the library may make descriptors longer, and
- * they go on working. Many compilers make a copy of an object that code names itself; linkers refuse that here,
- * as the symbols are protected, and the program writes tlvmsg_descriptor_X() instead.
+ *     puts(expected[0].type()->name); // zel_led_control
+ *
+ * Such a program links however it is compiled, and goes on working when descriptors become longer. The object behind
+ * the function is the library's: a program that names it links with some options only.
  */
 #ifndef TLVMSG_TYPED_H
 #define TLVMSG_TYPED_H
