@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char *code_names[] = {
     "ok",         "syntax",       "wrong-value",   "unknown-name",  "duplicate-name", "too-many",
-    "not-chosen", "memory-limit", "out-of-memory", "null-argument", "record-size"};
+    "not-chosen", "memory-limit", "out-of-memory", "null-argument", "record-size",    "reserved-word"};
 static_assert(std::size(code_names) == TLVMSG_TEXT_CODE_COUNT, "a name for each code");
 
 // Cut to the buffer.
@@ -55,6 +55,7 @@ void give(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view pat
         wanted->column = 1;
         copy(path, wanted->path);
         copy(message, wanted->message);
+        std::fill(std::begin(wanted->reserved), std::end(wanted->reserved), 0);
     }
 }
 

@@ -334,6 +334,7 @@ bool tlvmsg_annotate(const tlvmsg_type_set *set, const tlvmsg_type *type, const 
         return false;
     }
     return told(sink, context, fault, [&](Output &output) {
+        check_reserved("options", options);
         Page page(output, {in, in_len}, options != nullptr && options->color);
         if (type != nullptr) {
             annotate(page, set, type, {in, in_len}, found);

@@ -134,8 +134,10 @@ tlvmsg_difference *new_differences(const std::vector<Difference> &found, const c
     };
     for (size_t i = 0; i < found.size(); ++i) {
         const Difference &each = found[i];
-        block[i] = {add(each.path.empty() ? whole : each.path), each.a.empty() ? nullptr : add(each.a),
-                    each.b.empty() ? nullptr : add(each.b)};
+        block[i] = {add(each.path.empty() ? whole : each.path),
+                    each.a.empty() ? nullptr : add(each.a),
+                    each.b.empty() ? nullptr : add(each.b),
+                    {}};
     }
     return block;
 }

@@ -128,7 +128,7 @@ TEST(Json, HasOneFormForEachKind) {
 
 TEST(Json, NamesValuesThatHaveOne) {
     static const tlvmsg_enumerator enumerators[] = {
-        {"off", "", 0}, {"all", "Every colour.", UINT32_MAX}, {"dark", "", 0}};
+        {"off", "", 0, 0}, {"all", "Every colour.", UINT32_MAX, 0}, {"dark", "", 0, 0}};
     tlvmsg_type colour = *tlvmsg_type_find("zel_led_color");
     colour.enumerators = enumerators;
     colour.enumerator_count = 3;
@@ -230,7 +230,7 @@ TEST(Json, StopsAtTheTypesDepthAndAtTheLimit) {
     EXPECT_FALSE(Record(tlvmsg_type_find("zel_vlan_stat_bundle_vlan_counters_array")).read(deep, &fault));
     EXPECT_EQ(fault.offset, 1u);
 
-    const tlvmsg_limits limits{4 * sizeof(zel_vlan_counters), false};
+    const tlvmsg_limits limits{4 * sizeof(zel_vlan_counters), false, {}};
     Record counters(tlvmsg_type_find("zel_vlan_stat_bundle_vlan_counters_array"));
     EXPECT_TRUE(counters.read("[{},{},{},{}]", &fault, &limits));
     tlvmsg_release(tlvmsg_type_find("zel_vlan_stat_bundle_vlan_counters_array"), counters.data());
@@ -238,7 +238,7 @@ TEST(Json, StopsAtTheTypesDepthAndAtTheLimit) {
     EXPECT_EQ(fault.code, TLVMSG_TEXT_MEMORY_LIMIT);
     EXPECT_STREQ(fault.path, "$[4]");
     Record text(tlvmsg_type_find("if_name"));
-    const tlvmsg_limits five{5, false};
+    const tlvmsg_limits five{5, false, {}};
     EXPECT_TRUE(text.read(R"({"name": "four"})", &fault, &five));
     tlvmsg_release(tlvmsg_type_find("if_name"), text.data());
     EXPECT_FALSE(text.read(R"({"name": "fives"})", &fault, &five));

@@ -27,7 +27,7 @@ bool tells(What what) { return what < What::hex; }
 bool run(What what, const tlvmsg_type *type, const void *record, tlvmsg_sink sink, tlvmsg_text_fault *fault) {
     static const char text[] = "DEBUG 0000: 61\nDEBUG 0001: 62\n";
     static const char *const settings[] = {"name.count=200", "name[2]=7"};
-    static const tlvmsg_sample_options options{TLVMSG_SAMPLE_RANDOM, 1, settings, 2};
+    static const tlvmsg_sample_options options{TLVMSG_SAMPLE_RANDOM, 1, settings, 2, {}};
     static const uint64_t zero[4] = {};
     const uint8_t *in = message.data();
     const size_t size = message.size();
