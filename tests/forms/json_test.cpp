@@ -79,7 +79,8 @@ TEST_P(JsonOfFamily, SaysAllThatRecordsSay) {
             const Sample sample(type, seed, counts, choice);
             Record back(&type);
             tlvmsg_text_fault fault;
-            const std::string text = written(&type, sample.record(), {static_cast<unsigned>(seed % 3), 0});
+            const std::string text =
+                written(&type, sample.record(), {static_cast<unsigned>(seed % 3), 0, {}});
             ASSERT_TRUE(back.read(text, &fault)) << type.name << fault.path << fault.message;
             ASSERT_TRUE(tlvmsg_equal(&type, sample.record(), back.data())) << type.name << text;
         });
@@ -120,7 +121,7 @@ TEST(Json, HasOneFormForEachKind) {
     EXPECT_EQ(through("ip_address", R"({"length": 1, "address": {"ipv4": 5, "type": 1}})"),
               R"({"address":{"type":1,"ipv4":5},"length":1})");
     EXPECT_EQ(through("zel_mac_addr_mac_array", R"({"hex": "6A6b"})"), R"("jk")");
-    EXPECT_EQ(through("zel_wrrq_cosmap", R"({"qmap": [1, 2]})", {2, 1}),
+    EXPECT_EQ(through("zel_wrrq_cosmap", R"({"qmap": [1, 2]})", {2, 1, {}}),
               "{\n    \"qmap\": [\n      1,\n      2\n    ]\n  }");
     const std::string many = "[" + std::string(65534, ' ') + std::string("{}");
     EXPECT_EQ(through("zel_vlan_stat_bundle_vlan_counters_array", many + ",{}]").substr(0, 3), R"([{")");
