@@ -31,6 +31,7 @@ LD_LIBRARY_PATH=$libraries "$work/earlier"
 
 # The engine anew; descriptors and strict operations, which know nothing of it, as they are.
 mkdir "$work/objects" "$work/newer"
+# shellcheck disable=SC2016
 for file in "$source"/inspect/*.cpp; do
     echo "$file"
 done | xargs -P 2 -I FILE sh -c 'c++ -std=c++20 -O0 -fPIC -fno-exceptions -fno-rtti -fno-threadsafe-statics \
