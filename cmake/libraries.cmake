@@ -1,3 +1,5 @@
+include(${CMAKE_CURRENT_LIST_DIR}/exports.cmake)
+
 # The exact library (shared and static, from one set of objects), and the layout assertions.
 list(TRANSFORM TLVMSG_FAMILIES REPLACE "(.+)" "${TLVMSG_GENERATED}/\\1_codecs.cpp" OUTPUT_VARIABLE codec_sources)
 list(TRANSFORM TLVMSG_FAMILIES REPLACE "(.+)" "${TLVMSG_GENERATED}/\\1_layout.c" OUTPUT_VARIABLE layout_c_sources)
@@ -26,10 +28,9 @@ set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
 # Linked by the C compiler driver with every symbol resolved: that nothing of the C++ run time is needed is thereby
 # checked at every build.
 add_library(tlvmsg SHARED $<TARGET_OBJECTS:tlvmsg_objects>)
-set_target_properties(tlvmsg PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE C
-                                        LINK_DEPENDS ${TLVMSG_GENERATED}/tlvmsg.map)
-target_link_options(tlvmsg PRIVATE -Wl,--version-script=${TLVMSG_GENERATED}/tlvmsg.map -Wl,-Bsymbolic-functions
-                                   -Wl,-z,defs)
+set_target_properties(tlvmsg PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE C)
+tlvmsg_exports(tlvmsg ${TLVMSG_GENERATED}/tlvmsg.symbols)
+target_link_options(tlvmsg PRIVATE -Wl,-Bsymbolic-functions -Wl,-z,defs)
 
 add_library(tlvmsg_static STATIC $<TARGET_OBJECTS:tlvmsg_objects>)
 set_target_properties(tlvmsg_static PROPERTIES OUTPUT_NAME tlvmsg LINKER_LANGUAGE C)

@@ -12,7 +12,8 @@ foreach(file IN LISTS schema_files)
 endforeach()
 list(REMOVE_DUPLICATES TLVMSG_FAMILIES)
 
-set(generated ${TLVMSG_GENERATED}/all_types.cpp ${TLVMSG_GENERATED}/all_bounded.cpp ${TLVMSG_GENERATED}/tlvmsg.map ${TLVMSG_GENERATED}/tlvmsg.symbols)
+set(generated ${TLVMSG_GENERATED}/all_types.cpp ${TLVMSG_GENERATED}/all_bounded.cpp ${TLVMSG_GENERATED}/tlvmsg.symbols
+              ${TLVMSG_GENERATED}/types.symbols)
 foreach(family IN LISTS TLVMSG_FAMILIES)
     foreach(suffix codecs.h codecs.cpp bounded.cpp types.cpp layout.c layout.cpp)
         list(APPEND generated ${TLVMSG_GENERATED}/${family}_${suffix})

@@ -30,7 +30,7 @@ void check_encoding(const tlvmsg_type &type, const uint8_t *record, const uint8_
                           (size == extent.consumed && std::memcmp(out.get(), in, size) == 0));
 
     const Block again(type.size);
-    const tlvmsg_limits no_limit{SIZE_MAX, true};
+    const tlvmsg_limits no_limit{SIZE_MAX, true, {}};
     TLVMSG_PROMISE(8, tlvmsg_decode(&type, out.get(), size, &no_limit, again.get(), nullptr, nullptr));
     TLVMSG_PROMISE(8, tlvmsg_equal(&type, record, again.get()));
     tlvmsg_release(&type, again.get());
@@ -43,7 +43,7 @@ void check(const tlvmsg_type &type, const uint8_t *in, size_t size) {
     TLVMSG_PROMISE(3, accepted == (fault.code == TLVMSG_OK));
     TLVMSG_PROMISE(3, accepted || fault.offset <= size);
     TLVMSG_PROMISE(1, extent.consumed <= extent.examined && extent.examined <= size);
-    const tlvmsg_limits strict{0, true};
+    const tlvmsg_limits strict{0, true, {}};
     TLVMSG_PROMISE(5, tlvmsg_verify(&type, in, size, &strict, nullptr, nullptr) ==
                           (accepted && extent.deviations == 0 && extent.consumed == size));
 

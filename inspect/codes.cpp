@@ -76,6 +76,12 @@ const Code codes[] = {
      "A family has a type whose tag another registered one has, or the library. Tags from 32768 on are never "
      "the "
      "library's; who uses them agrees with all others whose families meet in one program."},
+    {"reserved-word", "reserved words are not zero: #",
+     "A structure that a function was handed has a reserved word that is not zero. Either the program does "
+     "not zero the "
+     "structure, as `= {0}` does, or it was compiled for a later version of the library and asks for what "
+     "this "
+     "one does not have."},
 };
 
 static_assert(sizeof codes / sizeof codes[0] == TLVMSG_CODE_COUNT, "a row for each code");

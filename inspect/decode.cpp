@@ -23,12 +23,25 @@ size_t allocation(const tlvmsg_limits *limits, size_t in_len) {
 bool is_strict(const tlvmsg_limits *limits) { return limits != nullptr && limits->strict; }
 
 tlvmsg_limits effective(const tlvmsg_limits *limits, size_t in_len) {
-    return {allocation(limits, in_len), is_strict(limits)};
+    return {allocation(limits, in_len), is_strict(limits), {}};
 }
 
 // The name of the argument that must not be null but is; null when all is well.
 const char *missing_argument(const tlvmsg_type *type, const uint8_t *in, size_t in_len) {
     return type == nullptr ? "type" : in == nullptr && in_len > 0 ? "in" : nullptr;
+}
+
+// What the caller is refused for, if anything, whatever the bytes are.
+bool misused(const tlvmsg_type *type, const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,
+             tlvmsg_fault *fault) {
+    const char *const argument = missing_argument(type, in, in_len);
+    const uintptr_t bits = reserved_bits(limits);
+    if (argument != nullptr) {
+        give(fault, null_argument(argument));
+    } else if (bits != 0) {
+        give(fault, reserved_word("limits", bits));
+    }
+    return argument != nullptr || bits != 0;
 }
 
 // Whether bytes behind the end are none of the caller's business, or there are none.
@@ -45,9 +58,11 @@ bool may_end_at(const uint8_t *end, const Input &input, const tlvmsg_limits *lim
     if (type != nullptr && record != nullptr) {
         std::memset(record, 0, type->size);
     }
-    const char *argument = missing_argument(type, in, in_len);
-    if (argument != nullptr || record == nullptr) {
-        give(fault, null_argument(argument != nullptr ? argument : "record"));
+    if (misused(type, in, in_len, limits, fault)) {
+        return false;
+    }
+    if (record == nullptr) {
+        give(fault, null_argument("record"));
         return false;
     }
     Decoder decoder({in, in_len, effective(limits, in_len)}, {nullptr, nullptr});
@@ -65,7 +80,7 @@ bool may_end_at(const uint8_t *end, const Input &input, const tlvmsg_limits *lim
 // The engine finds out where the last block belongs, to which it does not allocate anything.
 [[gnu::noinline]] void give_lost_block(const tlvmsg_type &type, const uint8_t *in, const Input &input,
                                        tlvmsg_fault *fault) {
-    Decoder decoder({in, static_cast<size_t>(input.end - in), {input.limit, false}, input.blocks - 1},
+    Decoder decoder({in, static_cast<size_t>(input.end - in), {input.limit, false, {}}, input.blocks - 1},
                     {nullptr, nullptr});
     const bool changed = decoder.decode(type, nullptr) || decoder.fault().code != TLVMSG_OUT_OF_MEMORY;
     give(fault, changed ? fault_at(whole(type), TLVMSG_OUT_OF_MEMORY, 0, 0, 0) : decoder.fault());
@@ -77,9 +92,8 @@ size_t tlvmsg_default_allocation(size_t in_len) { return default_allocation(in_l
 
 bool tlvmsg_trace(const tlvmsg_type *type, const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,
                   tlvmsg_tracer tracer, void *context, tlvmsg_extent *extent, tlvmsg_fault *fault) {
-    if (const char *argument = missing_argument(type, in, in_len)) {
+    if (misused(type, in, in_len, limits, fault)) {
         give(extent, tlvmsg_extent{});
-        give(fault, null_argument(argument));
         return false;
     }
     Decoder decoder({in, in_len, effective(limits, in_len)}, {tracer, context});
@@ -97,7 +111,7 @@ bool tlvmsg_trace(const tlvmsg_type *type, const uint8_t *in, size_t in_len, con
 
 bool tlvmsg_verify(const tlvmsg_type *type, const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,
                    tlvmsg_extent *extent, tlvmsg_fault *fault) {
-    if (type != nullptr && in != nullptr && type->operations != nullptr) {
+    if (type != nullptr && in != nullptr && type->operations != nullptr && reserved_bits(limits) == 0) {
         Input input{in + in_len, allocation(limits, in_len)};
         const uint8_t *end = type->operations->verify(in, &input);
         if (may_end_at(end, input, limits)) {
@@ -107,6 +121,7 @@ bool tlvmsg_verify(const tlvmsg_type *type, const uint8_t *in, size_t in_len, co
                 extent->blocks = input.blocks;
                 extent->deviations = 0;
                 give_success(&extent->first_deviation);
+                std::memset(extent->reserved, 0, sizeof extent->reserved);
             }
             give_success(fault);
             return true;
@@ -117,7 +132,8 @@ bool tlvmsg_verify(const tlvmsg_type *type, const uint8_t *in, size_t in_len, co
 
 bool tlvmsg_decode(const tlvmsg_type *type, const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,
                    void *record, size_t *consumed, tlvmsg_fault *fault) {
-    if (type != nullptr && in != nullptr && record != nullptr && type->operations != nullptr) {
+    if (type != nullptr && in != nullptr && record != nullptr && type->operations != nullptr &&
+        reserved_bits(limits) == 0) {
         Input input{in + in_len, allocation(limits, in_len)};
         const uint8_t *end = type->operations->decode(in, &input, record);
         if (may_end_at(end, input, limits)) {

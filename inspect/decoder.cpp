@@ -39,8 +39,13 @@ bool Decoder::decode(const tlvmsg_type &type, uint8_t *record) {
 }
 
 tlvmsg_extent Decoder::extent() const {
-    return {extent_.consumed, extent_.examined,   extent_.allocated,
-            extent_.blocks,   extent_.deviations, extent_.deviations > 0 ? first_deviation_ : tlvmsg_fault{}};
+    return {extent_.consumed,
+            extent_.examined,
+            extent_.allocated,
+            extent_.blocks,
+            extent_.deviations,
+            extent_.deviations > 0 ? first_deviation_ : tlvmsg_fault{},
+            {}};
 }
 
 Outcome Decoder::any(const Place &place, size_t &at, uint8_t *record, Before before) {

@@ -25,13 +25,19 @@ void write_path(const Place &place, Text &text) {
 Place count_of(const Place &array) { return {&array, &tlvmsg_type_of_uint16, "count", 0, nullptr, nullptr}; }
 
 tlvmsg_fault fault_at(const Place &place, tlvmsg_code code, size_t offset, uint64_t found, uint64_t allowed) {
-    tlvmsg_fault fault{code, offset, found, allowed, {}};
+    tlvmsg_fault fault{code, offset, found, allowed, {}, {}};
     tlvmsg_place_path(&place, fault.path, sizeof fault.path);
     return fault;
 }
 
 tlvmsg_fault null_argument(const char *argument) {
-    tlvmsg_fault fault{TLVMSG_NULL_ARGUMENT, 0, 0, 0, {}};
+    tlvmsg_fault fault{TLVMSG_NULL_ARGUMENT, 0, 0, 0, {}, {}};
+    Text(fault.path, sizeof fault.path).add(argument);
+    return fault;
+}
+
+tlvmsg_fault reserved_word(const char *argument, uintptr_t bits) {
+    tlvmsg_fault fault{TLVMSG_RESERVED_WORD, 0, bits, 0, {}, {}};
     Text(fault.path, sizeof fault.path).add(argument);
     return fault;
 }

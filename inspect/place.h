@@ -29,6 +29,21 @@ tlvmsg_fault fault_at(const Place &place, tlvmsg_code code, size_t offset, uint6
 // A fault of the caller's: `argument` is the name of what is null.
 tlvmsg_fault null_argument(const char *argument);
 
+// Likewise: reserved words in it have these bits.
+tlvmsg_fault reserved_word(const char *argument, uintptr_t bits);
+
+// The bits of all words that have no meaning yet; zero for a structure that is not there.
+template <class Structure>
+uintptr_t reserved_bits(const Structure *structure) {
+    uintptr_t bits = 0;
+    if (structure != nullptr) {
+        for (const uintptr_t word : structure->reserved) {
+            bits |= word;
+        }
+    }
+    return bits;
+}
+
 // Stores a result for a caller who may not want it.
 template <class T>
 void give(T *wanted, const T &value) {

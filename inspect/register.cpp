@@ -9,7 +9,7 @@ namespace {
 
 tlvmsg_fault refusal(tlvmsg_code code, uint64_t found, uint64_t allowed, const char *name,
                      const char *other = nullptr) {
-    tlvmsg_fault fault{code, 0, found, allowed, {}};
+    tlvmsg_fault fault{code, 0, found, allowed, {}, {}};
     Text path(fault.path, sizeof fault.path);
     path.add(name);
     if (other != nullptr) {

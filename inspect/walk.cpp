@@ -95,7 +95,7 @@ private:
 
 void tlvmsg_walk(const tlvmsg_type *type, const void *record, const tlvmsg_visitor *visitor, void *context) {
     using namespace tlvmsg::inspect;
-    if (type != nullptr && record != nullptr && visitor != nullptr) {
+    if (type != nullptr && record != nullptr && visitor != nullptr && reserved_bits(visitor) == 0) {
         Walk(*visitor, context).visit(whole(*type), record);
     }
 }

@@ -75,7 +75,7 @@ bool decode(Record &record, std::span<const uint8_t> bytes, tlvmsg_verdict &verd
 }
 
 List<tlvmsg_guess> guess(std::span<const uint8_t> bytes, size_t most) {
-    const tlvmsg_guess_options options{most, true};
+    const tlvmsg_guess_options options{most, true, {}};
     return listed<tlvmsg_guess>([&](auto **guesses, size_t *count, auto *fault) {
         return tlvmsg_guess_types(type_set(), bytes.data(), bytes.size(), &options, guesses, count, fault);
     });
@@ -98,7 +98,7 @@ std::string partial_json(const tlvmsg_type *type, std::span<const uint8_t> bytes
 }
 
 std::string to_json(const tlvmsg_type *type, const void *record, unsigned indent, unsigned level) {
-    const tlvmsg_json_options options{indent, level};
+    const tlvmsg_json_options options{indent, level, {}};
     char *text = nullptr;
     size_t length = 0;
     if (!tlvmsg_to_json(type, record, &options, &text, &length, nullptr)) {
@@ -124,7 +124,7 @@ void print_text(const tlvmsg_type *type, const void *record) {
 }
 
 size_t print_untyped_json(std::span<const uint8_t> bytes, unsigned indent) {
-    const tlvmsg_json_options options{indent, 0};
+    const tlvmsg_json_options options{indent, 0, {}};
     size_t end = 0;
     print_told([&](auto sink, void *context, auto *fault) {
         return tlvmsg_untyped_to_json(type_set(), bytes.data(), bytes.size(), &options, sink, context, &end,
@@ -144,7 +144,7 @@ size_t print_untyped_text(std::span<const uint8_t> bytes) {
 }
 
 tlvmsg_verdict print_annotated(const tlvmsg_type *type, std::span<const uint8_t> bytes) {
-    const tlvmsg_text_options options{nullptr, Paint(STDOUT_FILENO).is_on()};
+    const tlvmsg_text_options options{nullptr, Paint(STDOUT_FILENO).is_on(), {}};
     tlvmsg_verdict verdict;
     print_told([&](auto sink, void *context, auto *fault) {
         return tlvmsg_annotate(type_set(), type, bytes.data(), bytes.size(), &options, sink, context,
@@ -169,7 +169,7 @@ Record make_sample(const tlvmsg_type *type, tlvmsg_sample_kind kind, uint64_t se
     for (const std::string &each : settings) {
         texts.push_back(each.c_str());
     }
-    const tlvmsg_sample_options options{kind, seed, texts.data(), texts.size()};
+    const tlvmsg_sample_options options{kind, seed, texts.data(), texts.size(), {}};
     Record record(type);
     tlvmsg_text_fault fault;
     if (!tlvmsg_sample(type, &options, record.data(), &fault)) {

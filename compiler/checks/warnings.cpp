@@ -1,4 +1,6 @@
 #include "compiler/checks/checks.h"
+#include "compiler/language/system_names.h"
+#include "compiler/model/names.h"
 #include "compiler/model/references.h"
 
 #include <set>
@@ -21,6 +23,31 @@ void check_array(const Type &type, Diagnostics &warnings) {
     }
 }
 
+// Members live in their records, where macros alone reach them.
+void check_member(const std::string &name, const Span &span, Diagnostics &warnings) {
+    if (is_system_macro(name)) {
+        warnings.report(fault::system_name, span, name, "member");
+    }
+}
+
+void check_system_names(const Type &type, Diagnostics &warnings) {
+    if (is_system_name(names::record(type))) {
+        warnings.report(fault::system_name, type.span, type.name, "type");
+    }
+    for (const Enumerator &each : type.enumerators) {
+        if (const std::string macro = names::enumerator(type, each); is_system_name(macro)) {
+            warnings.report(fault::system_name, each.span, macro, "macro");
+        }
+    }
+    for (const Member &member : type.members) {
+        check_member(member.name, member.span, warnings);
+    }
+    check_member(type.selector_name, type.span, warnings); // empty for most
+    for (const Alternative &each : type.alternatives) {
+        check_member(each.name, each.span, warnings);
+    }
+}
+
 } // namespace
 
 void find_warnings(const Schema &schema, Diagnostics &warnings) {
@@ -35,6 +62,7 @@ void find_warnings(const Schema &schema, Diagnostics &warnings) {
             continue;
         }
         check_array(type, warnings);
+        check_system_names(type, warnings);
         if (type.kind == Kind::Enumeration && !used.contains(&type)) {
             warnings.report(fault::unused_enumeration, type.span, type.name);
         }

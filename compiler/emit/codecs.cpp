@@ -15,7 +15,7 @@ std::string member_codec(const Type &owner, size_t index) {
     const Member &member = owner.members[index];
     std::string text = fmt::format("::tlvmsg::rules::{}<{}", member.zero_count ? "zero_count" : "member",
                                    names::codec(*member.type));
-    std::string record = owner.name;
+    std::string record = names::record(owner);
     for (const std::string &step : member.path) {
         text += fmt::format(", &::{}::{}", record, step);
         if (index + 1 < owner.members.size()) {
@@ -68,7 +68,7 @@ std::string member_codecs(const Type &owner) {
         text += ",\n    ";
         text += length == 1 ? member_codec(owner, i)
                             : fmt::format("::tlvmsg::rules::run<{}, {}, &::{}::{}>",
-                                          names::codec(*owner.members[i].type), length, owner.name,
+                                          names::codec(*owner.members[i].type), length, names::record(owner),
                                           owner.members[i].name);
         i += length;
     }

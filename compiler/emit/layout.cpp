@@ -36,6 +36,7 @@ std::string alternatives_union(const Type &owner, const Type &union_type) {
 
 // A line a field: where it begins, given the end of the one before it, and how large it is. Then the record.
 std::string assertions(const Type &type) {
+    const std::string record = names::record(type);
     std::string text;
     std::string end = "0";
     std::string alignments;
@@ -47,16 +48,16 @@ std::string assertions(const Type &type) {
             first = field.type->alternatives.front().name;
             text += alternatives_union(type, *field.type);
             for (const Alternative &alternative : field.type->alternatives) {
-                text += fmt::format("TLVMSG_ALTERNATIVE({}, {}, {}, {});\n", type.name, alternative.name,
-                                    item, end);
+                text +=
+                    fmt::format("TLVMSG_ALTERNATIVE({}, {}, {}, {});\n", record, alternative.name, item, end);
             }
         } else {
-            text += fmt::format("TLVMSG_FIELD({}, {}, {}, {}, {});\n", type.name, first, item, length, end);
+            text += fmt::format("TLVMSG_FIELD({}, {}, {}, {}, {});\n", record, first, item, length, end);
         }
-        end = fmt::format("TLVMSG_END({}, {}, {}, {})", type.name, first, item, length);
+        end = fmt::format("TLVMSG_END({}, {}, {}, {})", record, first, item, length);
         alignments += (alignments.empty() ? "" : " | ") + fmt::format("TLVMSG_ALIGNOF({})", item);
     }
-    return text + fmt::format("TLVMSG_RECORD({}, {}, {});\n\n", type.name, end, alignments);
+    return text + fmt::format("TLVMSG_RECORD({}, {}, {});\n\n", record, end, alignments);
 }
 
 std::string family_layout(const Family &family) {
@@ -65,7 +66,7 @@ std::string family_layout(const Family &family) {
                                    family.name);
     for (const Type *type : family.types) {
         if (type->kind == Kind::Enumeration) {
-            text += fmt::format("TLVMSG_ASSERT(sizeof({0}) == 4, \"{0}: size\");\n\n", type->name);
+            text += fmt::format("TLVMSG_ASSERT(sizeof({0}) == 4, \"{0}: size\");\n\n", names::record(*type));
         } else if (type->enclosing == nullptr) {
             text += assertions(*type);
         }

@@ -49,7 +49,7 @@ std::string members(const Type &type) {
     for (const Member &member : type.members) {
         const std::string path = joined(member.path);
         text += fmt::format("    {{{}, {}, &{}, {}, {}}},\n", quoted(path), quoted(member.doc),
-                            names::descriptor(*member.type), offset_of(type.name, path),
+                            names::descriptor(*member.type), offset_of(names::record(type), path),
                             any_of({{member.lives_in_next(), "TLVMSG_SHARED_WITH_NEXT"},
                                     {member.zero_count, "TLVMSG_ZERO_COUNT"}}));
     }
@@ -96,7 +96,7 @@ std::string particulars(const Type &type) {
     if (is_array(type)) {
         return fmt::format("    .element = &{}, .capacity = {}, .count_width = {}, .items_offset = {},\n",
                            names::descriptor(*type.element), type.capacity, type.count->scalar->width,
-                           offset_of(type.name, type.fields.back().name));
+                           offset_of(names::record(type), type.fields.back().name));
     }
     if (!type.enumerators.empty()) {
         return fmt::format("    .enumerators = {}, .enumerator_count = {},\n", names::enumerators_table(type),

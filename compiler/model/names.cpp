@@ -1,7 +1,5 @@
 #include "compiler/model/names.h"
 
-#include "base/ascii.h"
-
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -10,10 +8,14 @@ namespace tlvc::names {
 
 namespace {
 
-std::string upper(std::string name) {
-    std::transform(name.begin(), name.end(), name.begin(), tlvmsg::base::upper);
-    return name;
-}
+struct Elsewhere {
+    std::string_view name;
+    std::string_view record;
+};
+
+// Types whose names system headers have for structures of their own: <netinet/ip.h> has a struct timestamp. A further
+// line changes the C name of a type that programs use, so it is written for a name that was never released.
+constexpr Elsewhere names_elsewhere[] = {{"timestamp", "tlvmsg_timestamp"}};
 
 } // namespace
 
@@ -21,7 +23,10 @@ std::string record(const Type &type) {
     if (type.scalar != nullptr) {
         return std::string(type.scalar->record);
     }
-    return type.enclosing != nullptr ? type.enclosing->name : type.name;
+    const std::string &name = type.enclosing != nullptr ? type.enclosing->name : type.name;
+    const auto *const elsewhere = std::find_if(std::begin(names_elsewhere), std::end(names_elsewhere),
+                                               [&](const Elsewhere &each) { return each.name == name; });
+    return elsewhere != std::end(names_elsewhere) ? std::string(elsewhere->record) : name;
 }
 
 std::string field_type(const Type &type) { return is_number(type) ? record(type) : "struct " + record(type); }
@@ -46,7 +51,11 @@ std::string enumerator(const Type &enumeration, const Enumerator &enumerator) {
     return enumeration.name + "_" + enumerator.name;
 }
 
-std::string guard(const std::string &header) { return "TLVMSG_" + upper(header) + "_H"; }
+// The name stands last and as it is, so that no two headers come out the same.
+std::string guard(Header form, const std::string &name) {
+    constexpr std::string_view words[] = {"RECORDS", "BOUNDED", "TRAITS"};
+    return fmt::format("TLVMSG_{}_OF_{}", words[static_cast<size_t>(form)], name);
+}
 
 const char *kind(Kind kind) {
     constexpr const char *constants[] = {
@@ -71,7 +80,9 @@ std::string values_table(const Type &type, const Alternative &alternative) {
 std::string descriptor_accessor(const Type &type) { return "tlvmsg_descriptor_" + type.name; }
 std::string declared_descriptor(const Type &type) { return "TLVMSG_DESCRIPTOR(" + type.name + ")"; }
 std::string typed_operations(const Type &type) {
-    return (is_array(type) ? "TLVMSG_TYPED_ARRAY(" : "TLVMSG_TYPED(") + type.name + ")";
+    const std::string macro = is_array(type) ? "TLVMSG_TYPED_ARRAY" : "TLVMSG_TYPED";
+    return record(type) == type.name ? fmt::format("{}({})", macro, type.name)
+                                     : fmt::format("{}_AS({}, {})", macro, type.name, record(type));
 }
 
 std::string alternatives_union(const Type &type) { return "tlvmsg_union_of_" + type.name; }

@@ -7,7 +7,7 @@
 namespace tlvc::names {
 
 // As an operation's parameter or a descriptor's record: "uint16_t", "zel_led_color", "ifid". A union without
-// a record of its own answers with the structure that encloses it.
+// a record of its own answers with the structure that encloses it. A few types have another name in C than in the schema.
 std::string record(const Type &type);
 
 // As a field is declared. Records are spelled "struct ifid", so that a field may bear the name of its type,
@@ -25,7 +25,10 @@ std::string decode_operation(const Type &type);
 enum class Constant { Tag, Size, MinSize, MaxSize, Capacity };
 std::string constant(Constant what, const Type &type);
 std::string enumerator(const Type &enumeration, const Enumerator &enumerator);
-std::string guard(const std::string &header); // of the header of that name
+
+// FAMILY.h, bounded/FAMILY.h, FAMILY.hpp.
+enum class Header { Records, Bounded, Traits };
+std::string guard(Header form, const std::string &name); // of a family's header, or of that of all
 
 // The descriptor of a type, its kind, and the tables that it refers to.
 const char *kind(Kind kind);

@@ -252,6 +252,10 @@ Types of one name cannot be in one program, and <tlvmsg/voice.h> cannot be of tw
 inline constexpr Fault char_member{"W006", R"(char as a member: '{}' is written under tag 1 and expected under tag 2
 char exists for the sake of old messages. Write uint8, and declare text as bytes.)"};
 
+inline constexpr Fault system_name{"W007", R"(name that system headers have: '{}' names a {} here, and something else in headers of the C library or of Linux
+Programs that include such a header beside the generated one do not compile, as <netinet/ip.h> has a struct timestamp.
+Others do. Begin the names of types with a name of your own: 'relay_timestamp'.)"};
+
 inline constexpr const Fault *all[] = {
     &unexpected_character, &unterminated_string, &malformed_number, &misplaced_doc, &unexpected_token, &unclosed_body,
     &late_import, &import_not_found, &circular_import, &family_name, &family_split, &undefined_type,
@@ -261,7 +265,8 @@ inline constexpr const Fault *all[] = {
     &large_value, &unknown_attribute, &misplaced_attribute, &enclosing_record, &circular_type, &circular_families,
     &fixed_size, &member_named_as_type, &unknown_enumerator, &duplicate_enumerator, &taken_name,
     &name_generated_twice, &nested_too_deeply, &path_too_long, &interface_changed, &array_never_full,
-    &unused_enumeration, &undocumented_type, &library_tag, &library_name, &char_member};
+    &unused_enumeration, &undocumented_type, &library_tag, &library_name, &char_member,
+    &system_name};
 // clang-format on
 
 } // namespace fault

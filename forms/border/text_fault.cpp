@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char *code_names[] = {
     "ok",         "syntax",       "wrong-value",   "unknown-name",  "duplicate-name", "too-many",
-    "not-chosen", "memory-limit", "out-of-memory", "null-argument", "record-size"};
+    "not-chosen", "memory-limit", "out-of-memory", "null-argument", "record-size",    "reserved-word"};
 static_assert(std::size(code_names) == TLVMSG_TEXT_CODE_COUNT, "a name for each code");
 
 // Cut to the buffer.
@@ -58,6 +58,7 @@ void give(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view pat
         // A text that somebody changes meanwhile may have shown anything.
         const auto is_unprintable = [](char c) { return c < ' ' || c > '~'; };
         std::replace_if(wanted->message, wanted->message + std::strlen(wanted->message), is_unprintable, '?');
+        std::fill(std::begin(wanted->reserved), std::end(wanted->reserved), 0);
     }
 }
 

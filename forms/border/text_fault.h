@@ -3,7 +3,9 @@
 
 #include <tlvmsg/forms.h>
 
+#include <algorithm>
 #include <exception>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,6 +51,15 @@ inline bool is_missing(tlvmsg_text_fault *wanted, const char *argument) {
         give_null_argument(wanted, argument);
     }
     return argument != nullptr;
+}
+
+// Refuses an argument, which may be null, of which a word that has no meaning yet is not zero. Throws TextFault.
+template <class Structure>
+void check_reserved(const char *argument, const Structure *structure) {
+    if (structure != nullptr && std::any_of(std::begin(structure->reserved), std::end(structure->reserved),
+                                            [](uintptr_t word) { return word != 0; })) {
+        throw TextFault{TLVMSG_TEXT_RESERVED_WORD, 0, argument, "a reserved word is not zero"};
+    }
 }
 
 // Does the work and lets nothing out. Gives whether it succeeded; if not, the fault says why.

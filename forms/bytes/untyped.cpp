@@ -16,7 +16,7 @@ constexpr size_t count_size = 6;
 
 // Only the element's own bytes are looked at: what an element is does not depend on what follows it.
 bool is_accepted(const tlvmsg_type *type, Bytes own) {
-    constexpr tlvmsg_limits strict{0, true};
+    constexpr tlvmsg_limits strict{0, true, {}};
     return tlvmsg_judge(type, own.data(), own.size(), &strict, nullptr) == TLVMSG_FITS;
 }
 

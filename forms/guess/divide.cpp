@@ -63,7 +63,7 @@ private:
 
     void find_messages(const tlvmsg_type_set &set, Bytes rest, Place &from) const {
         set.follow_messages(rest, [&](Types alike, uint32_t matched, size_t size) {
-            constexpr tlvmsg_limits strict{0, true};
+            constexpr tlvmsg_limits strict{0, true, {}};
             if (matched < alike.front()->member_count ||
                 tlvmsg_judge(alike.front(), rest.data(), size, &strict, nullptr) != TLVMSG_FITS) {
                 return;

@@ -69,7 +69,7 @@ tlvmsg_hex_message *new_messages(const HexMessages &messages) {
     for (size_t i = 0; i < messages.size(); ++i) {
         const HexMessage &each = messages[i];
         uint8_t *const type = std::copy(each.bytes.begin(), each.bytes.end(), next);
-        block[i] = {next, each.bytes.size(), reinterpret_cast<const char *>(type), each.line};
+        block[i] = {next, each.bytes.size(), reinterpret_cast<const char *>(type), each.line, {}};
         next = std::copy(each.type.begin(), each.type.end(), type) + 1; // zero as the block is
     }
     return block;

@@ -79,7 +79,7 @@ public:
         if (failed_) {
             throw std::bad_alloc();
         }
-        const tlvmsg_json_options options{indent, 0};
+        const tlvmsg_json_options options{indent, 0, {}};
         JsonWriter writer(&options);
         whole_.write(writer);
         return std::move(writer.text);

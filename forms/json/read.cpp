@@ -448,7 +448,11 @@ bool tlvmsg_from_json(const tlvmsg_type *type, const char *text, size_t length, 
     const std::string_view whole(text != nullptr ? text : "", length);
     const bool limited = limits != nullptr && limits->allocation > 0;
     const size_t allocation = limited ? limits->allocation : tlvmsg_default_allocation(length);
-    if (guarded(fault, whole, [&] { Reader(type, record, whole, allocation).read(); })) {
+    const auto read = [&] {
+        check_reserved("limits", limits);
+        Reader(type, record, whole, allocation).read();
+    };
+    if (guarded(fault, whole, read)) {
         return true;
     }
     tlvmsg_release(type, record);

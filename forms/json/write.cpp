@@ -139,6 +139,7 @@ bool tlvmsg_to_json(const tlvmsg_type *type, const void *record, const tlvmsg_js
         return false;
     }
     return guarded(fault, "", [&] {
+        check_reserved("options", options);
         JsonWriter writer(options);
         writer.value(type, record);
         *text = text_block(writer.text, length);

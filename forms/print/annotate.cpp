@@ -335,6 +335,7 @@ bool tlvmsg_annotate(const tlvmsg_type_set *set, const tlvmsg_type *type, const 
         return false;
     }
     return told(sink, context, fault, [&](Output &output) {
+        check_reserved("options", options);
         const std::vector<uint8_t> bytes = copy_of(in, in_len);
         Page page(output, bytes, options != nullptr && options->color);
         if (type != nullptr) {

@@ -147,7 +147,9 @@ tlvmsg_difference *new_differences(const std::vector<Difference> &found, std::st
     for (size_t i = 0; i < found.size(); ++i) {
         const Difference &each = found[i];
         block[i] = {add(each.path.empty() ? whole : std::string_view(each.path)),
-                    each.a.empty() ? nullptr : add(each.a), each.b.empty() ? nullptr : add(each.b)};
+                    each.a.empty() ? nullptr : add(each.a),
+                    each.b.empty() ? nullptr : add(each.b),
+                    {}};
     }
     return block;
 }

@@ -97,6 +97,7 @@ bool tlvmsg_untyped_to_json(const tlvmsg_type_set *set, const uint8_t *in, size_
         return false;
     }
     return told(sink, context, fault, [&](Output &output) {
+        check_reserved("options", options);
         JsonWriter json(options);
         json.open('[');
         tell_elements(set, {in, in_len}, end, [&](Bytes bytes, const UntypedElement &element) {
@@ -117,6 +118,7 @@ bool tlvmsg_untyped_to_text(const tlvmsg_type_set *set, const uint8_t *in, size_
         return false;
     }
     return told(sink, context, fault, [&](Output &output) {
+        check_reserved("options", options);
         const std::string whole(whole_of(options));
         tell_elements(set, {in, in_len}, end, [&](Bytes bytes, const UntypedElement &element) {
             write_lines(output, bytes, whole.empty() ? "" : whole + ".", element);

@@ -98,7 +98,7 @@ std::string bytes_text(std::span<const uint8_t> bytes) {
 
 void write_text(Output &output, const tlvmsg_type *type, const void *record, std::string_view whole) {
     Lines lines(output, whole);
-    const tlvmsg_visitor visitor{Lines::enter, nullptr, Lines::number, Lines::bytes};
+    const tlvmsg_visitor visitor{Lines::enter, nullptr, Lines::number, Lines::bytes, {}};
     tlvmsg_walk(type, record, &visitor, &lines);
     lines.relay.throw_on();
 }
@@ -114,6 +114,8 @@ bool tlvmsg_to_text(const tlvmsg_type *type, const void *record, const tlvmsg_te
                                               : nullptr)) {
         return false;
     }
-    return told(sink, context, fault,
-                [&](Output &output) { write_text(output, type, record, whole_of(options)); });
+    return told(sink, context, fault, [&](Output &output) {
+        check_reserved("options", options);
+        write_text(output, type, record, whole_of(options));
+    });
 }

@@ -233,6 +233,7 @@ bool tlvmsg_sample(const tlvmsg_type *type, const tlvmsg_sample_options *options
     }
     std::string text; // a line each
     const auto join = [&] {
+        check_reserved("options", options);
         std::for_each(wanted.settings, end, [&](const char *each) { text += std::string(each) + '\n'; });
     };
     const auto fill = [&] {

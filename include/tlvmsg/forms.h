@@ -28,6 +28,9 @@
  * Failure. No exception leaves the library. Running out of memory is a fault, TLVMSG_TEXT_OUT_OF_MEMORY, like
  * others, and so is null where an object is needed. Whoever does not want to know passes null for `fault`.
  *
+ * Growth. Structures end in reserved words as those of inspect.h do: zero them in what is handed in. Another value is
+ * refused as TLVMSG_TEXT_RESERVED_WORD.
+ *
  * Threads. No state that a caller could see: any thread may call anything on its own objects.
  */
 #ifndef TLVMSG_FORMS_H

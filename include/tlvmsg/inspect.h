@@ -31,6 +31,11 @@
  * tlv_calloc, so that tlv_free releases them as well; tlvmsg_release releases all blocks of a record.
  * tlvmsg_encode_alloc allocates its output there. Nothing else here allocates.
  *
+ * Growth. Structures that programs declare end in reserved words. Zero is the meaning that later versions of the library
+ * will give to programs that know of none: programs zero what they hand in, as `{0}` does. Another value asks for what
+ * this library does not have; it is refused as TLVMSG_RESERVED_WORD, and functions without a result do nothing. What the
+ * library hands out has zeros there.
+ *
  * Threads. No state, no locks: any thread may call anything on its own records and buffers. Descriptors are
  * constants and shared freely.
  *
@@ -100,6 +105,7 @@ typedef enum tlvmsg_code {
     TLVMSG_OTHER_VERSION, /* a family generated for another library [its TLVMSG_VERSION, the library's] */
     TLVMSG_NAME_TAKEN,    /* a type of a name that there is [0, 0] */
     TLVMSG_TAG_TAKEN,     /* a type of a tag that there is [the tag, 0] */
+    TLVMSG_RESERVED_WORD, /* a reserved word that is not zero; the path is the argument's name [all words' bits, 0] */
     TLVMSG_CODE_COUNT
 } tlvmsg_code;
 
@@ -122,6 +128,7 @@ typedef struct tlvmsg_fault {
     uint64_t found; /* see tlvmsg_code */
     uint64_t allowed;
     char path[TLVMSG_MAX_PATH]; /* "ether_config_message.ether_cfg.vlan_bitmask.count", "...pairs[3].slot" */
+    uintptr_t reserved[2];
 } tlvmsg_fault;
 
 /*
@@ -166,6 +173,7 @@ bool tlvmsg_type_is_signed(const tlvmsg_type *type);
 typedef struct tlvmsg_limits {
     size_t allocation; /* bytes of all blocks together; 0: tlvmsg_default_allocation(in_len) */
     bool strict;       /* refuse deviations, and bytes behind the type's end */
+    uintptr_t reserved[4];
 } tlvmsg_limits;
 
 /* 64 * in_len + 64 KiB: enough for everything that an encoder of the library produces. */
@@ -187,6 +195,7 @@ typedef struct tlvmsg_extent {
     size_t blocks;     /* how many */
     size_t deviations; /* how many; 0 is a flawless encoding */
     tlvmsg_fault first_deviation; /* TLVMSG_OK when there are none */
+    uintptr_t reserved[4];
 } tlvmsg_extent;
 
 /*
@@ -304,9 +313,11 @@ typedef struct tlvmsg_visitor {
     void (*leave)(void *context, const tlvmsg_place *place);
     void (*number)(void *context, const tlvmsg_place *place, uint64_t value);
     void (*bytes)(void *context, const tlvmsg_place *place, const uint8_t *bytes, size_t size);
+    uintptr_t reserved[4];
 } tlvmsg_visitor;
 
-/* Visits everything in the record, in the order of the wire. Does nothing when an argument is null. */
+/* Visits everything in the record, in the order of the wire. Does nothing when an argument is null, or a
+ * reserved word is not zero. */
 void tlvmsg_walk(const tlvmsg_type *type, const void *record, const tlvmsg_visitor *visitor, void *context);
 
 #ifdef __GNUC__

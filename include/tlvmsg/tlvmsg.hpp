@@ -292,7 +292,7 @@ concept record_like = requires {
 /* ---- Operations ------------------------------------------------------------------------------------------ */
 
 /* Default limits, and nothing that is merely tolerated. */
-inline constexpr tlvmsg_limits strict{0, true};
+inline constexpr tlvmsg_limits strict{0, true, {}};
 
 /* Decodes; `*consumed` becomes the end of what was decoded, 0 on failure. */
 template <record_type T>

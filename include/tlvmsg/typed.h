@@ -32,6 +32,9 @@
  *         tlvmsg_release_analogbri_led_control_req_message(&request);
  *     }
  *
+ * X is the name in the schema. The record is called the same, but for one whose name system headers have for a
+ * structure of theirs: that of timestamp is `tlvmsg_timestamp`, as the comment in its header says.
+ *
  * Descriptors. tlvmsg_descriptor_X() gives that of any type X, enumerations included, without the look-up that
  * tlvmsg_type_find takes. Tables in a program hold the function, whose address is a constant:
  *
@@ -157,20 +160,20 @@ TLVMSG_INLINE bool tlvmsg_sized_equal(const tlvmsg_type *type, size_t size, cons
         return address;                                                                                      \
     }
 
-/* "struct X", because parameters may bear the name of a type. */
-#define TLVMSG_TYPED(X)                                                                                      \
+/* "struct RECORD", because parameters may bear the name of a type. */
+#define TLVMSG_TYPED_AS(X, RECORD)                                                                           \
     TLVMSG_DESCRIPTOR(X)                                                                                     \
     TLVMSG_INLINE bool tlvmsg_decode_##X(const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,      \
-                                         struct X *record, size_t *consumed, tlvmsg_fault *fault) {          \
+                                         struct RECORD *record, size_t *consumed, tlvmsg_fault *fault) {     \
         return tlvmsg_sized_decode(tlvmsg_descriptor_##X(), sizeof *record, in, in_len, limits, record,      \
                                    consumed, fault);                                                         \
     }                                                                                                        \
-    TLVMSG_INLINE bool tlvmsg_encode_##X(const struct X *record, uint8_t *out, size_t out_capacity,          \
+    TLVMSG_INLINE bool tlvmsg_encode_##X(const struct RECORD *record, uint8_t *out, size_t out_capacity,     \
                                          size_t *written, tlvmsg_fault *fault) {                             \
         return tlvmsg_sized_encode(tlvmsg_descriptor_##X(), sizeof *record, record, out, out_capacity,       \
                                    written, fault);                                                          \
     }                                                                                                        \
-    TLVMSG_INLINE uint8_t *tlvmsg_encode_alloc_##X(const struct X *record, size_t *written,                  \
+    TLVMSG_INLINE uint8_t *tlvmsg_encode_alloc_##X(const struct RECORD *record, size_t *written,             \
                                                    tlvmsg_fault *fault) {                                    \
         return tlvmsg_sized_encode_alloc(tlvmsg_descriptor_##X(), sizeof *record, record, written, fault);   \
     }                                                                                                        \
@@ -178,24 +181,27 @@ TLVMSG_INLINE bool tlvmsg_sized_equal(const tlvmsg_type *type, size_t size, cons
                                          tlvmsg_extent *extent, tlvmsg_fault *fault) {                       \
         return tlvmsg_verify(tlvmsg_descriptor_##X(), in, in_len, limits, extent, fault);                    \
     }                                                                                                        \
-    TLVMSG_INLINE bool tlvmsg_size_##X(const struct X *record, size_t *size, tlvmsg_fault *fault) {          \
+    TLVMSG_INLINE bool tlvmsg_size_##X(const struct RECORD *record, size_t *size, tlvmsg_fault *fault) {     \
         return tlvmsg_sized_size(tlvmsg_descriptor_##X(), sizeof *record, record, size, fault);              \
     }                                                                                                        \
-    TLVMSG_INLINE void tlvmsg_release_##X(struct X *record) {                                                \
+    TLVMSG_INLINE void tlvmsg_release_##X(struct RECORD *record) {                                           \
         tlvmsg_sized_release(tlvmsg_descriptor_##X(), sizeof *record, record);                               \
     }                                                                                                        \
-    TLVMSG_INLINE bool tlvmsg_copy_##X(struct X *to, const struct X *from, tlvmsg_fault *fault) {            \
+    TLVMSG_INLINE bool tlvmsg_copy_##X(struct RECORD *to, const struct RECORD *from, tlvmsg_fault *fault) {  \
         return tlvmsg_sized_copy(tlvmsg_descriptor_##X(), sizeof *to, to, from, fault);                      \
     }                                                                                                        \
-    TLVMSG_INLINE bool tlvmsg_equal_##X(const struct X *a, const struct X *b) {                              \
+    TLVMSG_INLINE bool tlvmsg_equal_##X(const struct RECORD *a, const struct RECORD *b) {                    \
         return tlvmsg_sized_equal(tlvmsg_descriptor_##X(), sizeof *a, a, b);                                 \
     }
 
-#define TLVMSG_TYPED_ARRAY(X)                                                                                \
-    TLVMSG_TYPED(X)                                                                                          \
-    TLVMSG_INLINE bool tlvmsg_resize_##X(struct X *array, size_t count, tlvmsg_fault *fault) {               \
+#define TLVMSG_TYPED_ARRAY_AS(X, RECORD)                                                                     \
+    TLVMSG_TYPED_AS(X, RECORD)                                                                               \
+    TLVMSG_INLINE bool tlvmsg_resize_##X(struct RECORD *array, size_t count, tlvmsg_fault *fault) {          \
         return tlvmsg_sized_resize(tlvmsg_descriptor_##X(), sizeof *array, array, count, fault);             \
     }
+
+#define TLVMSG_TYPED(X) TLVMSG_TYPED_AS(X, X)
+#define TLVMSG_TYPED_ARRAY(X) TLVMSG_TYPED_ARRAY_AS(X, X)
 
 TLVMSG_DESCRIPTOR(char)
 TLVMSG_DESCRIPTOR(uint8)

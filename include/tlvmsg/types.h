@@ -5,7 +5,7 @@
  * so that code which knows no type by name can walk any record. They are constants: nobody builds or releases
  * them. Later versions of the library may add members at the end of tlvmsg_type, and only there: programs may
  * hold pointers to it, but no tlvmsg_type of their own, and its size means nothing to them. The
- * structures of which it holds arrays keep their sizes.
+ * structures of which it holds arrays keep their sizes; what later versions add to them stands in `reserved`.
  *
  * Example, every field of a record:
  *
@@ -59,6 +59,7 @@ typedef struct tlvmsg_enumerator {
     const char *name;
     const char *doc; /* "" when nothing is said */
     uint32_t value;
+    uint32_t reserved; /* zero */
 } tlvmsg_enumerator;
 
 /* A member of a structure or message, in wire order. */
@@ -79,6 +80,7 @@ typedef struct tlvmsg_alternative {
     uint32_t value_count;
     uint32_t offset; /* of its field in the union's record */
     uint32_t flags;
+    uint32_t reserved; /* zero */
 } tlvmsg_alternative;
 
 struct tlvmsg_type {

@@ -70,7 +70,7 @@ TEST(CommandLine, generate_leaves_unchanged_files_alone) {
     EXPECT_GT(fs::last_write_time(header), long_ago);
     EXPECT_EQ(fs::last_write_time(other), long_ago);
 
-    EXPECT_TRUE(fs::exists(out + "/src/tlvmsg.map"));
+    EXPECT_TRUE(fs::exists(out + "/src/tlvmsg.symbols"));
 }
 
 TEST(CommandLine, imports_are_found_beside_the_file_then_by_path_then_in_the_library) {
@@ -108,7 +108,7 @@ TEST(CommandLine, generate_writes_the_named_families_and_a_stamp_with_what_was_r
     ASSERT_EQ(Command(generate).exit_code, 0);
     EXPECT_TRUE(fs::exists(out + "/src/acme_codecs.cpp"));
     for (const char *other : {"/src/base_codecs.h", "/include/tlvmsg/base.h", "/include/tlvmsg/all.h",
-                              "/src/all_types.cpp", "/src/tlvmsg.map"}) {
+                              "/src/all_types.cpp", "/src/tlvmsg.symbols"}) {
         EXPECT_FALSE(fs::exists(out + other)) << other;
     }
     EXPECT_EQ(read_file(stamp + ".d"), stamp + ": \\\n  " + directory.path("acme/leds.tlv").string() +

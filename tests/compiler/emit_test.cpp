@@ -1,8 +1,10 @@
 // What is generated for a small schema with every kind of type, against a reviewed copy.
 #include "compiler/emit/emit.h"
+#include "compiler/model/names.h"
 #include "support.h"
 
 #include <algorithm>
+#include <set>
 
 namespace tlvc {
 namespace {
@@ -20,6 +22,15 @@ TEST(Emitters, write_the_reviewed_files) {
                                        [&](const GeneratedFile &each) { return each.path == path; });
         ASSERT_NE(file, files.end()) << path;
         EXPECT_EQ(file->text, read_file((golden / "generated" / path).string())) << path;
+    }
+}
+
+TEST(Emitters, guard_every_header_by_a_name_of_its_own) {
+    std::set<std::string> guards;
+    for (const auto form : {names::Header::Records, names::Header::Bounded, names::Header::Traits}) {
+        for (const char *family : {"relay", "Relay", "bounded_relay", "relay_hpp", "records_of_relay"}) {
+            EXPECT_TRUE(guards.insert(names::guard(form, family)).second) << family;
+        }
     }
 }
 

@@ -39,7 +39,7 @@ using Guesses = std::vector<Found<tlvmsg_guess>>;
 using Parts = std::vector<Found<tlvmsg_part>>;
 
 Guesses guesses(const Bytes &bytes, size_t most = 3) {
-    const tlvmsg_guess_options options{most, true};
+    const tlvmsg_guess_options options{most, true, {}};
     tlvmsg_guess *list = nullptr;
     size_t count = 0;
     EXPECT_TRUE(tlvmsg_guess_types(nullptr, bytes.data(), bytes.size(), &options, &list, &count, nullptr));
@@ -298,7 +298,7 @@ TEST(Divide, NamesAllThatMayBeginWhereDivisionsDisagree) {
 
 TEST(Guess, SurvivesWithoutMemory) {
     const Bytes bytes = sample(*tlvmsg_type_find("analogbri_led_control_req_message"));
-    const tlvmsg_guess_options options{3, true};
+    const tlvmsg_guess_options options{3, true, {}};
     size_t failed = 0;
     for (size_t nth = 0; nth <= 40; ++nth) {
         osal_double_reset();

@@ -80,7 +80,8 @@ TEST_P(JsonOfFamily, SaysAllThatRecordsSay) {
             const Sample sample(type, seed, counts, choice);
             Record back(&type);
             tlvmsg_text_fault fault;
-            const std::string text = written(&type, sample.record(), {static_cast<unsigned>(seed % 3), 0});
+            const std::string text =
+                written(&type, sample.record(), {static_cast<unsigned>(seed % 3), 0, {}});
             ASSERT_TRUE(back.read(text, &fault)) << type.name << fault.path << fault.message;
             ASSERT_TRUE(tlvmsg_equal(&type, sample.record(), back.data())) << type.name << text;
         });
@@ -131,7 +132,7 @@ TEST(Json, HasOneFormForEachKind) {
     EXPECT_EQ(through("ip_address", R"({"length": 1, "address": {"ipv4": 5, "type": 1}})"),
               R"({"address":{"type":1,"ipv4":5},"length":1})");
     EXPECT_EQ(through("zel_mac_addr_mac_array", R"({"hex": "6A6b"})"), R"("jk")");
-    EXPECT_EQ(through("zel_wrrq_cosmap", R"({"qmap": [1, 2]})", {2, 1}),
+    EXPECT_EQ(through("zel_wrrq_cosmap", R"({"qmap": [1, 2]})", {2, 1, {}}),
               "{\n    \"qmap\": [\n      1,\n      2\n    ]\n  }");
     const std::string many = "[" + std::string(65534, ' ') + std::string("{}");
     EXPECT_EQ(through("zel_vlan_stat_bundle_vlan_counters_array", many + ",{}]").substr(0, 3), R"([{")");
@@ -139,7 +140,7 @@ TEST(Json, HasOneFormForEachKind) {
 
 TEST(Json, NamesValuesThatHaveOne) {
     static const tlvmsg_enumerator enumerators[] = {
-        {"off", "", 0}, {"all", "Every colour.", UINT32_MAX}, {"dark", "", 0}};
+        {"off", "", 0, 0}, {"all", "Every colour.", UINT32_MAX, 0}, {"dark", "", 0, 0}};
     tlvmsg_type colour = *tlvmsg_type_find("zel_led_color");
     colour.enumerators = enumerators;
     colour.enumerator_count = 3;
@@ -250,7 +251,7 @@ TEST(Json, StopsAtTheTypesDepthAndAtTheLimit) {
     EXPECT_FALSE(Record(tlvmsg_type_find("zel_vlan_stat_bundle_vlan_counters_array")).read(deep, &fault));
     EXPECT_EQ(fault.offset, 1u);
 
-    const tlvmsg_limits limits{4 * sizeof(zel_vlan_counters), false};
+    const tlvmsg_limits limits{4 * sizeof(zel_vlan_counters), false, {}};
     Record counters(tlvmsg_type_find("zel_vlan_stat_bundle_vlan_counters_array"));
     EXPECT_TRUE(counters.read("[{},{},{},{}]", &fault, &limits));
     tlvmsg_release(tlvmsg_type_find("zel_vlan_stat_bundle_vlan_counters_array"), counters.data());
@@ -258,7 +259,7 @@ TEST(Json, StopsAtTheTypesDepthAndAtTheLimit) {
     EXPECT_EQ(fault.code, TLVMSG_TEXT_MEMORY_LIMIT);
     EXPECT_STREQ(fault.path, "$[4]");
     Record text(tlvmsg_type_find("if_name"));
-    const tlvmsg_limits five{5, false};
+    const tlvmsg_limits five{5, false, {}};
     EXPECT_TRUE(text.read(R"({"name": "four"})", &fault, &five));
     tlvmsg_release(tlvmsg_type_find("if_name"), text.data());
     EXPECT_FALSE(text.read(R"({"name": "fives"})", &fault, &five));

@@ -16,7 +16,7 @@ public:
     Sample(const char *name, tlvmsg_sample_kind kind, uint64_t seed,
            const std::vector<const char *> &settings = {})
         : type_(tlvmsg_type_find(name)), record_(type_->size / sizeof(uint64_t) + 1, UINT64_MAX) {
-        const tlvmsg_sample_options options{kind, seed, settings.data(), settings.size()};
+        const tlvmsg_sample_options options{kind, seed, settings.data(), settings.size(), {}};
         made = tlvmsg_sample(type_, &options, record_.data(), &fault);
     }
     ~Sample() { tlvmsg_release(type_, record_.data()); }

@@ -54,7 +54,7 @@ const Bytes &usual_input(What what) {
 bool run(What what, const tlvmsg_type *type, const void *record, const uint8_t *in, size_t size,
          tlvmsg_sink sink, tlvmsg_text_fault *fault) {
     static const char *const settings[] = {"name.count=200", "name[2]=7"};
-    static const tlvmsg_sample_options options{TLVMSG_SAMPLE_RANDOM, 1, settings, 2};
+    static const tlvmsg_sample_options options{TLVMSG_SAMPLE_RANDOM, 1, settings, 2, {}};
     static const uint64_t zero[4] = {};
     static const tlvmsg_guess_options search{2, true};
     const char *const text = reinterpret_cast<const char *>(in);

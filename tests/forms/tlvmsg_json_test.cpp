@@ -40,7 +40,7 @@ TEST(TlvmsgJson, ReadsWhatItWrites) {
     EXPECT_EQ(refused.fault.name(), "unknown-name"sv);
     EXPECT_EQ(printed.str(),
               "error[unknown-name]: $: no member \"nane\", did you mean 'name'? in line 1, column 2");
-    EXPECT_EQ(tlvmsg::from_json<if_name>(*text, {1, false}).fault.code, TLVMSG_TEXT_MEMORY_LIMIT);
+    EXPECT_EQ(tlvmsg::from_json<if_name>(*text, {1, false, {}}).fault.code, TLVMSG_TEXT_MEMORY_LIMIT);
 }
 
 TEST(TlvmsgJson, KeepsNoBlockWhenMemoryRunsOut) {

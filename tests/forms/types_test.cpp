@@ -89,7 +89,7 @@ TEST(Verdict, IsYesInPartOrNo) {
     EXPECT_EQ(verdict.type, type);
     EXPECT_EQ(tlvmsg_judge(type, bytes, 7, nullptr, &verdict), TLVMSG_FITS_PART);
     EXPECT_EQ(verdict.extent.consumed, 6u);
-    const tlvmsg_limits strict{0, true};
+    const tlvmsg_limits strict{0, true, {}};
     EXPECT_EQ(tlvmsg_judge(type, bytes, 7, &strict, &verdict), TLVMSG_FITS_NOT);
     EXPECT_EQ(verdict.fault.code, TLVMSG_TRAILING_BYTES);
     EXPECT_EQ(verdict.extent.consumed, 0u);

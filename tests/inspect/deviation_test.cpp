@@ -79,7 +79,7 @@ TEST_P(Deviations, AreToleratedUnlessStrict) {
     EXPECT_EQ(extent.consumed, expected.consumed);
     EXPECT_EQ(extent.examined, expected.examined);
 
-    const tlvmsg_limits strict{0, true};
+    const tlvmsg_limits strict{0, true, {}};
     tlvmsg_fault fault;
     EXPECT_FALSE(tlvmsg_verify(type, bytes.data(), bytes.size(), &strict, nullptr, &fault));
     EXPECT_EQ(facts_of(fault), expected.facts);
@@ -93,7 +93,7 @@ INSTANTIATE_TEST_SUITE_P(Each, Deviations, testing::ValuesIn(deviations),
 
 // The char decoder takes a uint8, and refuses what the char encoder gives.
 TEST(Deviation, IsNotACharUnderTheTagOfAnother) {
-    const tlvmsg_limits strict{0, true};
+    const tlvmsg_limits strict{0, true, {}};
     const Bytes uint8 = hex("00 02 00 01 41");
     const Bytes character = hex("00 01 00 01 41");
     const tlvmsg_type *type = tlvmsg_type_find("char");
@@ -105,7 +105,7 @@ TEST(Deviation, IsNotACharUnderTheTagOfAnother) {
 TEST(Deviation, IsNotASelectorThatChoosesNothing) {
     const Bytes bytes =
         hex("03 FA 00 18  04 01 00 08 00 06 00 04 00 00 00 07  03 F5 00 08 00 06 00 04 00 00 00 04");
-    const tlvmsg_limits strict{0, true};
+    const tlvmsg_limits strict{0, true, {}};
     ip_address address;
     ASSERT_TRUE(tlvmsg_decode(tlvmsg_type_find("ip_address"), bytes.data(), bytes.size(), &strict, &address,
                               nullptr, nullptr));
@@ -121,7 +121,7 @@ TEST(Deviation, OrBytesBehindTheType) {
     EXPECT_EQ(extent.deviations, 0u);
     EXPECT_EQ(extent.consumed, 6u);
 
-    const tlvmsg_limits strict{0, true};
+    const tlvmsg_limits strict{0, true, {}};
     tlvmsg_fault fault;
     EXPECT_FALSE(tlvmsg_verify(type, bytes.data(), bytes.size(), &strict, nullptr, &fault));
     EXPECT_EQ(fault.code, TLVMSG_TRAILING_BYTES);

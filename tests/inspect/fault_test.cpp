@@ -52,7 +52,7 @@ TEST(Fault, OfAnInputSaysWhatAndWhere) {
 
 TEST(Fault, OfAllocationSaysHowMuch) {
     const Bytes bytes = hex("00 0A 00 09  00 04 00 02 00 02 61 62 00");
-    const tlvmsg_limits less{2, false};
+    const tlvmsg_limits less{2, false, {}};
     EXPECT_EQ(refusal("if_name_name_array", bytes, &less),
               "error[allocation-limit]: if_name_name_array: 3 bytes to be allocated exceed the limit of 2 at "
               "byte 8");
@@ -67,7 +67,7 @@ TEST(Fault, OfAllocationNeedNotBeTheDefaultLimit) {
     EXPECT_FALSE(tlvmsg_decode(type, bytes.data(), bytes.size(), nullptr, &record, nullptr, &fault));
     EXPECT_EQ(fault.code, TLVMSG_ALLOCATION_LIMIT);
     EXPECT_EQ(fault.allowed, 64 * bytes.size() + size_t{64} * 1024);
-    const tlvmsg_limits enough{static_cast<size_t>(fault.found), false};
+    const tlvmsg_limits enough{static_cast<size_t>(fault.found), false, {}};
     EXPECT_TRUE(tlvmsg_decode(type, bytes.data(), bytes.size(), &enough, &record, nullptr, nullptr));
     EXPECT_EQ(record.count, 65535u);
     tlvmsg_release(type, &record);
@@ -106,8 +106,12 @@ TEST(Fault, NamesTheMissingArgument) {
 }
 
 TEST(Fault, TextIsCutToTheBuffer) {
-    tlvmsg_fault fault{TLVMSG_COUNT_EXCEEDS_CAPACITY, 212, 200, 128,
-                       "ether_config_message.ether_cfg.vlan_bitmask.count"};
+    tlvmsg_fault fault{TLVMSG_COUNT_EXCEEDS_CAPACITY,
+                       212,
+                       200,
+                       128,
+                       "ether_config_message.ether_cfg.vlan_bitmask.count",
+                       {}};
     const std::string line =
         "error[count-exceeds-capacity]: ether_config_message.ether_cfg.vlan_bitmask.count: "
         "200 exceeds capacity 128 at byte 212";
@@ -126,7 +130,7 @@ TEST(Fault, TextIsCutToTheBuffer) {
 
 TEST(Fault, TextFitsItsBufferForEveryCode) {
     for (int code = 0; code < TLVMSG_CODE_COUNT; ++code) {
-        tlvmsg_fault fault{static_cast<tlvmsg_code>(code), SIZE_MAX, UINT64_MAX, UINT64_MAX, {}};
+        tlvmsg_fault fault{static_cast<tlvmsg_code>(code), SIZE_MAX, UINT64_MAX, UINT64_MAX, {}, {}};
         std::memset(fault.path, 'x', sizeof fault.path - 1);
         EXPECT_LT(tlvmsg_fault_text(&fault, nullptr, 0), size_t{TLVMSG_FAULT_TEXT}) << code;
     }

@@ -143,12 +143,12 @@ void Bench::check_accepted(const uint8_t *in, size_t size, const tlvmsg_extent &
 // byte less.
 void Bench::check_limits(const uint8_t *in, size_t size, bool accepted, const tlvmsg_extent &extent) {
     const bool flawless = accepted && extent.deviations == 0 && extent.consumed == size;
-    check_under({0, false}, in, size, accepted ? extent.consumed : 0, accepted);
-    check_under({0, true}, in, size, size, flawless);
+    check_under({0, false, {}}, in, size, accepted ? extent.consumed : 0, accepted);
+    check_under({0, true, {}}, in, size, size, flawless);
     if (extent.allocated > 1) { // a limit of 0 would be the default
-        check_under({extent.allocated, true}, in, size, size, flawless);
-        check_under({extent.allocated, false}, in, size, extent.consumed, true);
-        const tlvmsg_fault fault = check_under({extent.allocated - 1, false}, in, size, 0, false);
+        check_under({extent.allocated, true, {}}, in, size, size, flawless);
+        check_under({extent.allocated, false, {}}, in, size, extent.consumed, true);
+        const tlvmsg_fault fault = check_under({extent.allocated - 1, false, {}}, in, size, 0, false);
         EXPECT_EQ(fault.code, TLVMSG_ALLOCATION_LIMIT);
         EXPECT_EQ(fault.found, extent.allocated);
     }

@@ -48,6 +48,7 @@ TEST(Records, AreWalkedInWireOrder) {
             tlvmsg_place_path(place, path, sizeof path);
             *static_cast<std::ostringstream *>(context) << path << "=" << to_hex(bytes, size) << "\n";
         },
+        {},
     };
     tlvmsg_walk(tlvmsg_type_find("ip_address"), &r.union_, &printer, &lines);
     tlvmsg_walk(tlvmsg_type_find("if_name"), &r.bytes, &printer, &lines);
@@ -102,9 +103,9 @@ TEST(Records, WithBlocksInsideBlocksAreLimitedAndReleased) {
                             "03 F0 00 12  00 02 00 01 02  00 0A 00 09  00 04 00 02 00 02 63 64 00");
 
     const size_t allocated = 2 * sizeof(if_name) + 3 + 3;
-    const tlvmsg_limits enough{allocated, false};
+    const tlvmsg_limits enough{allocated, false, {}};
     EXPECT_TRUE(tlvmsg_verify(&names, bytes.data(), bytes.size(), &enough, nullptr, nullptr));
-    const tlvmsg_limits less{allocated - 1, false};
+    const tlvmsg_limits less{allocated - 1, false, {}};
     EXPECT_FALSE(tlvmsg_verify(&names, bytes.data(), bytes.size(), &less, nullptr, nullptr));
 
     Names record;

@@ -47,7 +47,7 @@ public:
         in_ = input_.end() - bytes.size();
         size_ = bytes.size();
         std::copy(bytes.begin(), bytes.end(), in_);
-        limits_ = {allocation != 0 ? allocation : tlvmsg_default_allocation(size_), false};
+        limits_ = {allocation != 0 ? allocation : tlvmsg_default_allocation(size_), false, {}};
         tlvmsg_extent extent;
         const bool accepted = tlvmsg_verify(&engine_, in_, size_, &limits_, &extent, nullptr);
         const bool flawless = accepted && extent.deviations == 0;

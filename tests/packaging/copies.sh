@@ -14,9 +14,9 @@ for source in "$@"; do
     esac
     for compiler in $compilers; do
         command -v "$compiler" > /dev/null || continue
-        for kind in "-fPIE -pie" "-fno-pie -no-pie"; do
+        for kind in "-fPIE -pie -O0" "-fPIE -pie -O2" "-fno-pie -no-pie -O0" "-fno-pie -no-pie -O2"; do
             # shellcheck disable=SC2086
-            "$compiler" $options $kind -O2 "$source" -I"$include" -L"$libraries" -ltlvmsg_inspect -losal_pelix \
+            "$compiler" $options $kind "$source" -I"$include" -L"$libraries" -ltlvmsg_inspect -losal_pelix \
                 -Wl,-rpath,"$libraries" -o "$work/program"
             "$work/program"
             readelf -rW "$work/program" > "$work/relocations"

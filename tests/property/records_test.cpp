@@ -70,6 +70,7 @@ const tlvmsg_visitor tourist = {
     [](void *context, const tlvmsg_place *place, const uint8_t *, size_t) {
         static_cast<Tour *>(context)->visit(place);
     },
+    {},
 };
 
 TEST_P(Records, AreWalkedAsAnnounced) {

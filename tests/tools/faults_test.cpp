@@ -11,7 +11,7 @@ using namespace cli;
 namespace {
 
 TEST(Faults, are_json_objects) {
-    const tlvmsg_fault fault{TLVMSG_WRONG_TAG, 48, 1040, 1039, "m.interface"};
+    const tlvmsg_fault fault{TLVMSG_WRONG_TAG, 48, 1040, 1039, "m.interface", {}};
     EXPECT_EQ(error_json(fault).dump(),
               R"({"code":"wrong-tag","path":"m.interface","offset":48,"found":1040,)"
               R"("allowed":1039,"text":"m.interface: tag 1040 where 1039 belongs at byte 48"})");

@@ -128,7 +128,7 @@ void check(const Known &known) {
 }
 
 TEST(Traits, SayWhatDescriptorsSay) {
-#define CHECK(X) check(known<X>(#X));
+#define CHECK(X, RECORD) check(known<RECORD>(#X));
 #include "typed_records.inc"
 }
 

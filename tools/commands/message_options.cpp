@@ -117,7 +117,7 @@ tlvmsg_fault incomplete_element(const Input &input, size_t end) {
     const size_t left = input.bytes.size() - end;
     const uint8_t *const header = input.bytes.data() + end;
     const size_t length = left < 4 ? 0 : size_t{header[2]} << 8 | header[3];
-    tlvmsg_fault fault{TLVMSG_TRUNCATED, end, left, 4 + length, {}};
+    tlvmsg_fault fault{TLVMSG_TRUNCATED, end, left, 4 + length, {}, {}};
     std::strcpy(fault.path, "element");
     return fault;
 }

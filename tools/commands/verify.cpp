@@ -51,7 +51,7 @@ int verify_reading(const Options &options, const Input &input, const Reading &re
         throw Failure(exit_usage, "verify needs a type: -t TYPE; 'tlv guess' finds those that fit");
     }
     if (reading.type != nullptr) {
-        const tlvmsg_limits limits{0, options.strict};
+        const tlvmsg_limits limits{0, options.strict, {}};
         tlvmsg_judge(reading.type, reading.bytes.data(), reading.bytes.size(), &limits, &verdict);
     }
     const bool refused = reading.type == nullptr || verdict.fit == TLVMSG_FITS_NOT;

@@ -77,7 +77,7 @@ private:
     void fill_enumerators(const tlvc::Type &type, tlvmsg_type &descriptor) {
         auto &table = result_.enumerators_.emplace_back();
         for (const tlvc::Enumerator &each : type.enumerators) {
-            table.push_back({each.name.c_str(), text(each.doc), each.value});
+            table.push_back({each.name.c_str(), text(each.doc), each.value, 0});
         }
         descriptor.enumerators = table.empty() ? nullptr : table.data();
         descriptor.enumerator_count = static_cast<uint32_t>(table.size());
@@ -101,7 +101,7 @@ private:
         for (const tlvc::Alternative &each : type.alternatives) {
             table.push_back({each.name.c_str(), descriptors_.at(each.type), each.values.data(),
                              static_cast<uint32_t>(each.values.size()), offset_of_alternatives(record, type),
-                             flag(each.end_by_length, TLVMSG_END_BY_LENGTH)});
+                             flag(each.end_by_length, TLVMSG_END_BY_LENGTH), 0});
         }
         descriptor.alternatives = table.data();
         descriptor.alternative_count = static_cast<uint32_t>(table.size());

@@ -32,7 +32,7 @@ std::string doc_behind(const char *separator, const char *doc) {
 
 // The library's words for a fault, with names in braces where a fault has its numbers.
 std::string fault_template(tlvmsg_code code) {
-    const tlvmsg_fault fault{code, 1000001, 2000002, 3000003, "{path}"};
+    const tlvmsg_fault fault{code, 1000001, 2000002, 3000003, "{path}", {}};
     std::string text(TLVMSG_FAULT_TEXT, '\0');
     text.resize(tlvmsg_fault_message(&fault, text.data(), text.size()));
     constexpr std::pair<std::string_view, const char *> names[] = {

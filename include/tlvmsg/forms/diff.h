@@ -18,6 +18,7 @@
 
 #include <stdbool.h>
 #include <stddef.h>
+#include <stdint.h>
 
 #ifdef __cplusplus
 extern "C" {
@@ -27,6 +28,7 @@ typedef struct tlvmsg_difference {
     const char *path; /* "led_control.color", "vlan_counters[3]"; the type's name for the whole record */
     const char *a;    /* as JSON in a line; null where that record has nothing */
     const char *b;
+    uintptr_t reserved[2];
 } tlvmsg_difference;
 
 /*

@@ -7,6 +7,7 @@
 #include <tlvmsg/inspect.h>
 
 #include <stddef.h>
+#include <stdint.h>
 
 #ifdef __cplusplus
 extern "C" {
@@ -29,6 +30,7 @@ typedef enum tlvmsg_text_code {
     TLVMSG_TEXT_OUT_OF_MEMORY,  /* there is no more memory */
     TLVMSG_TEXT_NULL_ARGUMENT,  /* null where an object is needed; the path is the argument's name */
     TLVMSG_TEXT_RECORD_SIZE,    /* the program has another record than the library; from tlvmsg_json.hpp */
+    TLVMSG_TEXT_RESERVED_WORD,  /* a reserved word that is not zero; the path is the argument's name */
     TLVMSG_TEXT_CODE_COUNT
 } tlvmsg_text_code;
 
@@ -44,6 +46,7 @@ typedef struct tlvmsg_text_fault {
     char path[TLVMSG_MAX_PATH]; /* "$.led_control.color", "$.vlan_counters[3]"; "$" is the whole */
     char message[TLVMSG_TEXT_MESSAGE]; /* one line of printable ASCII without the place: "found -1, expected a
                                           whole number from 0 to 65535"; not for programs to take apart */
+    uintptr_t reserved[2];
 } tlvmsg_text_fault;
 
 #ifdef __cplusplus

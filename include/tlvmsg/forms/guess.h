@@ -37,11 +37,13 @@ typedef struct tlvmsg_guess {
     size_t type_count;
     size_t offset;     /* where they begin; only where other offsets are searched it can be other than 0 */
     size_t understood; /* bytes from there on that stand where the type has them */
+    uintptr_t reserved[2];
 } tlvmsg_guess;
 
 typedef struct tlvmsg_guess_options {
     size_t most; /* how many guesses at most, beside those that take all bytes from offset 0 on */
     bool search; /* look for messages at other offsets as well: behind a header, or behind another message */
+    uintptr_t reserved[4];
 } tlvmsg_guess_options;
 
 /*
@@ -75,6 +77,7 @@ typedef struct tlvmsg_part {
     size_t size;
     const tlvmsg_type *const *types; /* by name; more than one: ambiguous */
     size_t type_count;
+    uintptr_t reserved[2];
 } tlvmsg_part;
 
 /*

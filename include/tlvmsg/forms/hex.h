@@ -54,6 +54,7 @@ typedef struct tlvmsg_hex_message {
     size_t size;
     const char *type; /* that annotated text names, or "" */
     size_t line;      /* where it begins, from 1 */
+    uintptr_t reserved[2];
 } tlvmsg_hex_message;
 
 /* Whether nothing but printable characters, blanks and line ends is in it; bytes from 0x80 on are printable. */

@@ -63,6 +63,7 @@
 
 #include <stdbool.h>
 #include <stddef.h>
+#include <stdint.h>
 
 #ifdef __cplusplus
 extern "C" {
@@ -72,6 +73,7 @@ extern "C" {
 typedef struct tlvmsg_json_options {
     unsigned indent; /* spaces a level; 0 for one line */
     unsigned level;  /* how deep in another text this will stand: all lines but the first begin further in */
+    uintptr_t reserved[4];
 } tlvmsg_json_options;
 
 /*

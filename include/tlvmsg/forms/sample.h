@@ -15,7 +15,7 @@
  * Example:
  *
  *     const char *settings[] = {"vlan_stat_bundle.vlan_counters.count=64"};
- *     tlvmsg_sample_options options = {TLVMSG_SAMPLE_MIN, 0, settings, 1};
+ *     tlvmsg_sample_options options = {.kind = TLVMSG_SAMPLE_MIN, .settings = settings, .setting_count = 1};
  *     zel_tib_vlan_stats_message message;
  *     if (tlvmsg_sample(type, &options, &message, &fault)) {
  *         tlvmsg_release(type, &message);
@@ -48,6 +48,7 @@ typedef struct tlvmsg_sample_options {
         seed; /* the same gives the same sample on every machine; of unions, it chooses the alternatives */
     const char *const *settings;
     size_t setting_count;
+    uintptr_t reserved[4];
 } tlvmsg_sample_options;
 
 /*

@@ -16,6 +16,7 @@
 
 #include <stdbool.h>
 #include <stddef.h>
+#include <stdint.h>
 
 #ifdef __cplusplus
 extern "C" {
@@ -32,6 +33,7 @@ typedef bool (*tlvmsg_sink)(void *context, const char *text, size_t length);
 typedef struct tlvmsg_text_options {
     const char *whole; /* what every path begins with; null for members' paths alone */
     bool color;        /* for a terminal; only annotations have colours */
+    uintptr_t reserved[4];
 } tlvmsg_text_options;
 
 /*

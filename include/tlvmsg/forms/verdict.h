@@ -31,6 +31,7 @@ typedef struct tlvmsg_verdict {
     tlvmsg_fit fit;
     tlvmsg_extent extent; /* of what was accepted; otherwise zero */
     tlvmsg_fault fault;   /* why it was refused; otherwise zero */
+    uintptr_t reserved[2];
 } tlvmsg_verdict;
 
 /*
