@@ -1,7 +1,7 @@
 // Bytes as far as they make sense for a type, however much of them is broken or missing.
 #pragma once
 
-#include "forms/bytes/element.h"
+#include "base/element.h"
 
 #include <tlvmsg/types.h>
 
@@ -10,6 +10,8 @@
 #include <span>
 
 namespace tlvmsg::forms {
+
+using namespace base; // elements
 
 using Bytes = std::span<const uint8_t>;
 

@@ -1,7 +1,7 @@
 // Elements of which nobody said the type, taken apart; tlvmsg/forms/untyped.h says how.
 #pragma once
 
-#include "forms/bytes/element.h"
+#include "base/element.h"
 
 #include <tlvmsg/forms/untyped.h>
 
@@ -9,6 +9,8 @@
 #include <vector>
 
 namespace tlvmsg::forms {
+
+using namespace base; // elements
 
 using Bytes = std::span<const uint8_t>;
 

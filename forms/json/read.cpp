@@ -82,16 +82,6 @@ struct Name {
     }
 };
 
-void add_alternatives(std::vector<Name> &names, const tlvmsg_type *type, void *record) {
-    for (uint32_t i = 0; i < type->alternative_count; ++i) {
-        const tlvmsg_alternative &each = type->alternatives[i];
-        const Target target{Role::alternative, each.type, at_offset(record, each.offset)};
-        if (each.value_count > 0) { // otherwise it is never chosen
-            names.push_back({each.name, target, type, &each});
-        }
-    }
-}
-
 // None for what cannot be an object.
 std::vector<Name> names_in(const Target &object) {
     const tlvmsg_type *const type = object.type;
@@ -100,21 +90,14 @@ std::vector<Name> names_in(const Target &object) {
     if (object.role >= Role::hex) {
         return names;
     }
-    for (uint32_t i = 0; i < type->member_count; ++i) {
-        const tlvmsg_member &member = type->members[i];
-        void *const field = at_offset(record, member.offset);
-        if (*member.path == '\0') { // a union whose selector is the member before it
-            names.back().target.role = Role::selector;
-            names.back().union_type = member.type;
-            add_alternatives(names, member.type, field);
-        } else if ((member.flags & TLVMSG_SHARED_WITH_NEXT) == 0) {
-            names.push_back({member.path, {Role::value, member.type, field}});
+    for (tlvmsg_field field{}; tlvmsg_next_field(type, nullptr, &field);) {
+        const Role role = field.alternative != nullptr  ? Role::alternative
+                          : field.union_type != nullptr ? Role::selector
+                                                        : Role::value;
+        const Target target{role, field.type, at_offset(record, field.offset)};
+        if (role != Role::alternative || field.alternative->value_count > 0) { // otherwise it is never chosen
+            names.push_back({field.name, target, field.union_type, field.alternative});
         }
-    }
-    if (type->kind == TLVMSG_UNION) {
-        const Target selector{Role::selector, type->selector, at_offset(record, type->selector_offset)};
-        names.push_back({type->selector_name, selector, type});
-        add_alternatives(names, type, record);
     }
     if (tlvmsg_type_is_bytes(type)) {
         names.push_back({"hex", {Role::hex, type, record}});

@@ -1,5 +1,5 @@
+#include "base/relay.h"
 #include "forms/border/input.h"
-#include "forms/border/relay.h"
 #include "forms/bytes/untyped.h"
 #include "forms/print/words.h"
 
@@ -254,7 +254,7 @@ private:
     Bytes bytes_;
     size_t base_;
     std::string whole_;
-    Relay relay_;
+    base::Relay relay_;
     Pending pending_;
     std::vector<size_t> open_; // ends of the elements around what comes next
 };

@@ -51,9 +51,8 @@ public:
         switch (type->kind) {
         case TLVMSG_STRUCTURE:
         case TLVMSG_MESSAGE:
-            return compare_members(type, a, b, path);
         case TLVMSG_UNION:
-            return compare_union(type, a, b, path);
+            return compare_fields(type, a, b, path);
         case TLVMSG_ELEMENT_ARRAY:
         case TLVMSG_PACKED_ARRAY:
         case TLVMSG_DYNAMIC_ELEMENTS:
@@ -79,15 +78,18 @@ private:
         }
     }
 
-    void compare_members(const tlvmsg_type *type, const void *a, const void *b, const Path &path) {
-        for (uint32_t i = 0; i < type->member_count; ++i) {
-            const tlvmsg_member &member = type->members[i];
-            const void *const in_a = at_offset(a, member.offset);
-            const void *const in_b = at_offset(b, member.offset);
-            if (*member.path == '\0') {
-                compare_alternatives(member.type, in_a, in_b, path);
-            } else if ((member.flags & TLVMSG_SHARED_WITH_NEXT) == 0) {
-                compare(member.type, in_a, in_b, Path(&path, member.path));
+    // Of unions whatever either of them has chosen.
+    void compare_fields(const tlvmsg_type *type, const void *a, const void *b, const Path &path) {
+        const auto in = [](const tlvmsg_field &field, const void *record) {
+            const bool there = field.alternative == nullptr ||
+                               field.alternative == tlvmsg_chosen_in(field.union_type, record);
+            return there ? at_offset(record, field.offset) : nullptr;
+        };
+        for (tlvmsg_field field{}; tlvmsg_next_field(type, nullptr, &field);) {
+            const void *const in_a = in(field, a);
+            const void *const in_b = in(field, b);
+            if (in_a != nullptr || in_b != nullptr) {
+                compare(field.type, in_a, in_b, Path(&path, field.name));
             }
         }
     }
@@ -106,24 +108,6 @@ private:
         for (size_t i = 0; i < std::max(in_a.readable, in_b.readable); ++i) {
             compare(array->element, i < in_a.readable ? item_at(array, in_a, i) : nullptr,
                     i < in_b.readable ? item_at(array, in_b, i) : nullptr, Path(&path, i));
-        }
-    }
-
-    void compare_union(const tlvmsg_type *type, const void *a, const void *b, const Path &path) {
-        compare(type->selector, at_offset(a, type->selector_offset), at_offset(b, type->selector_offset),
-                Path(&path, type->selector_name));
-        compare_alternatives(type, a, b, path);
-    }
-
-    void compare_alternatives(const tlvmsg_type *type, const void *a, const void *b, const Path &path) {
-        const tlvmsg_alternative *const in_a = tlvmsg_chosen_in(type, a);
-        const tlvmsg_alternative *const in_b = tlvmsg_chosen_in(type, b);
-        if (in_a != nullptr) {
-            compare(in_a->type, at_offset(a, in_a->offset),
-                    in_a == in_b ? at_offset(b, in_a->offset) : nullptr, Path(&path, in_a->name));
-        }
-        if (in_b != nullptr && in_b != in_a) {
-            compare(in_b->type, nullptr, at_offset(b, in_b->offset), Path(&path, in_b->name));
         }
     }
 };

@@ -1,6 +1,6 @@
 #include "forms/print/words.h"
 
-#include "forms/border/relay.h"
+#include "base/relay.h"
 
 #include <tlvmsg/record.h>
 
@@ -32,7 +32,7 @@ public:
         add(context, place, [&] { return bytes_text({first, size}); });
     }
 
-    Relay relay;
+    base::Relay relay;
 
 private:
     template <class Value>

@@ -50,13 +50,8 @@ public:
             return number(type, tlvmsg_load(&type, record));
         case TLVMSG_STRUCTURE:
         case TLVMSG_MESSAGE:
-            return members(type, record);
         case TLVMSG_UNION:
-            text_ += '{';
-            named(type.selector_name, *type.selector, at(record, type.selector_offset));
-            chosen(type, record);
-            text_ += '}';
-            return;
+            return fields(type, record);
         default:
             return tlvmsg_type_is_bytes(&type) ? quoted(tlvmsg_items_of(&type, record))
                                                : items(*type.element, tlvmsg_items_of(&type, record));
@@ -66,19 +61,9 @@ public:
     std::string text_;
 
 private:
-    static const void *at(const void *record, size_t offset) {
-        return static_cast<const char *>(record) + offset;
-    }
-
     void separate() {
         const char last = text_.back();
         text_ += last == '{' || last == '[' ? "" : ", ";
-    }
-
-    void named(std::string_view name, const tlvmsg_type &type, const void *field) {
-        separate();
-        text_.append(name).append(": ");
-        print(type, field);
     }
 
     void number(const tlvmsg_type &type, uint64_t value) {
@@ -88,23 +73,14 @@ private:
                                                 : std::to_string(value);
     }
 
-    void members(const tlvmsg_type &type, const void *record) {
+    void fields(const tlvmsg_type &type, const void *record) {
         text_ += '{';
-        for (uint32_t i = 0; i < type.member_count; ++i) {
-            const tlvmsg_member &member = type.members[i];
-            if (member.path[0] == '\0') { // a union in this very record, behind its selector
-                chosen(*member.type, record);
-            } else if ((member.flags & TLVMSG_SHARED_WITH_NEXT) == 0) {
-                named(member.path, *member.type, at(record, member.offset));
-            }
+        for (tlvmsg_field field{}; tlvmsg_next_field(&type, record, &field);) {
+            separate();
+            text_.append(field.name).append(": ");
+            print(*field.type, static_cast<const char *>(record) + field.offset);
         }
         text_ += '}';
-    }
-
-    void chosen(const tlvmsg_type &type, const void *record) {
-        if (const tlvmsg_alternative *alternative = tlvmsg_chosen_in(&type, record)) {
-            named(alternative->name, *alternative->type, at(record, alternative->offset));
-        }
     }
 
     void items(const tlvmsg_type &item, const tlvmsg_items &there) {

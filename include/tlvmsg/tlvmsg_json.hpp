@@ -60,20 +60,30 @@ bool fits(text_fault &fault) noexcept {
     return false;
 }
 
+/* The text that `make` makes, or why there is none. */
+template <class Make>
+result<std::string, text_fault> text_of(Make make) {
+    result<std::string, text_fault> made;
+    char *text = nullptr;
+    size_t length = 0;
+    if (make(&text, &length, &made.fault)) {
+        const std::unique_ptr<char, void (*)(void *)> block(text, tlvmsg_free); /* also when assign throws */
+        made.value.assign(text, length);
+    }
+    return made;
+}
+
 } // namespace detail
 
 template <record_like R>
 result<std::string, text_fault> to_json(const R &record, const tlvmsg_json_options &options = {}) {
-    result<std::string, text_fault> written;
-    char *text = nullptr;
-    size_t length = 0;
-    if (detail::fits<detail::record_t<R>>(written.fault) &&
-        tlvmsg_to_json(detail::type_of<R>(), &detail::raw(record), &options, &text, &length,
-                       &written.fault)) {
-        const std::unique_ptr<char, void (*)(void *)> block(text, tlvmsg_free); /* also when assign throws */
-        written.value.assign(text, length);
+    result<std::string, text_fault> unfit;
+    if (!detail::fits<detail::record_t<R>>(unfit.fault)) {
+        return unfit;
     }
-    return written;
+    return detail::text_of([&](char **text, size_t *length, text_fault *fault) {
+        return tlvmsg_to_json(detail::type_of<R>(), &detail::raw(record), &options, text, length, fault);
+    });
 }
 
 template <record_type T>

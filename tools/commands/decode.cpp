@@ -42,10 +42,10 @@ void warn_of(const tlvmsg_verdict &verdict, const Input &input) {
 }
 
 int decode_typed(Printer &printer, const Input &input, const Reading &reading) {
-    Record record(reading.type);
     tlvmsg_verdict verdict;
-    if (decode(record, reading.bytes, verdict)) {
-        printer.message(input, reading, verdict, record.data());
+    const any_record record = decode(reading.type, reading.bytes, verdict);
+    if (record.data() != nullptr) {
+        printer.message(input, reading, verdict, record);
         if (!input.frame) { // whose object says so
             warn_of(verdict, input);
         }

@@ -65,7 +65,7 @@ bool takes_all(const tlvmsg_type *type, const Reading &reading) {
 
 // The best guess for one message that takes the other as well.
 const tlvmsg_type *common_type(const Message &a, const Message &b) {
-    const List<tlvmsg_guess> guesses = guess(a.reading.bytes, 0);
+    const list<tlvmsg_guess> guesses = guess(a.reading.bytes, 0);
     for (const tlvmsg_guess &each : guesses) {
         for (const tlvmsg_type *type : std::span(each.types, each.type_count)) {
             if (takes_all(type, a.reading) && takes_all(type, b.reading)) {
@@ -79,13 +79,14 @@ const tlvmsg_type *common_type(const Message &a, const Message &b) {
     throw Failure(exit_usage, "no type takes both messages as a whole; give one with -t TYPE");
 }
 
-bool decode_into(Record &record, const Message &message) {
+// An empty record is reported.
+any_record decoded(const tlvmsg_type *type, const Message &message) {
     tlvmsg_verdict verdict;
-    if (decode(record, message.reading.bytes, verdict)) {
-        return true;
+    any_record record = decode(type, message.reading.bytes, verdict);
+    if (record.data() == nullptr) {
+        report(verdict.fault, message.input->name, message.input->bytes);
     }
-    report(verdict.fault, message.input->name, message.input->bytes);
-    return false;
+    return record;
 }
 
 // Differences to standard output, each with what it is about where there are several messages.
@@ -146,14 +147,12 @@ bool compare(const Message &a, const Message &b, size_t number, Report &differen
         differences.add(number, "(type)", quoted_name(type).c_str(), quoted_name(b.reading.type).c_str());
         return true;
     }
-    Record record_a(type);
-    Record record_b(type);
-    const bool decoded_a = decode_into(record_a, a);
-    const bool decoded_b = decode_into(record_b, b);
-    if (!decoded_a || !decoded_b) {
+    const any_record record_a = decoded(type, a);
+    const any_record record_b = decoded(type, b);
+    if (record_a.data() == nullptr || record_b.data() == nullptr) {
         return false;
     }
-    const List<tlvmsg_difference> found = diff(type, record_a.data(), record_b.data());
+    const list<tlvmsg_difference> found = tool::differences(record_a, record_b);
     for (const tlvmsg_difference &each : found) {
         differences.add(number, each.path, each.a, each.b);
     }

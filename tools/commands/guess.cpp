@@ -79,7 +79,7 @@ std::string guess_json(const tlvmsg_guess &guess) {
     return line.object();
 }
 
-void print_guesses(const Options &options, const Input &input, const List<tlvmsg_guess> &guesses) {
+void print_guesses(const Options &options, const Input &input, const list<tlvmsg_guess> &guesses) {
     const size_t size = input.bytes.size();
     if (options.json) {
         std::string all;
@@ -105,7 +105,7 @@ int guess_input(const Options &options, const Input &input) {
                input.name);
         return input.frame ? exit_found : exit_malformed;
     }
-    const List<tlvmsg_guess> guesses = guess(input.bytes, options.near);
+    const list<tlvmsg_guess> guesses = guess(input.bytes, options.near);
     print_guesses(options, input, guesses);
     if (guesses.size() == 0) {
         complain(fmt::format("tlv: {}: no type begins like these {} bytes", input.name, input.bytes.size()));

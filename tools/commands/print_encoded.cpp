@@ -37,24 +37,17 @@ void add_output_option(CLI::App *command, OutputForm &form) {
                "Raw bytes, hex, or all of it as JSON; hex on a terminal and raw elsewhere unless given");
 }
 
-int print_encoded(const Record &record, OutputForm form) {
+int print_encoded(const any_record &record, OutputForm form) {
     if (form == OutputForm::json) {
-        print(to_json(record.type(), record.data(), 2) + "\n");
+        print(to_json(record, 2) + "\n");
         return exit_fine;
     }
-    size_t size = 0;
-    tlvmsg_fault fault;
-    std::vector<uint8_t> bytes;
-    bool done = tlvmsg_size(record.type(), record.data(), &size, &fault);
-    if (done) {
-        bytes.resize(size);
-        done = tlvmsg_encode(record.type(), record.data(), bytes.data(), bytes.size(), &size, &fault);
-    }
-    if (!done) {
-        report(fault);
+    const auto bytes = encode(record);
+    if (!bytes) {
+        report(bytes.fault);
         return exit_malformed;
     }
-    print_bytes(bytes, form);
+    print_bytes({bytes->data(), bytes->size()}, form);
     return exit_fine;
 }
 

@@ -11,6 +11,6 @@ enum class OutputForm { automatic, raw, hex, json }; // automatic: hex on a term
 void add_output_option(CLI::App *command, OutputForm &form);
 
 // Gives the exit status: exit_malformed, reported, for a record that cannot be encoded.
-int print_encoded(const Record &record, OutputForm form);
+int print_encoded(const any_record &record, OutputForm form);
 
 } // namespace tlvmsg::tool

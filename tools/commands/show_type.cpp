@@ -1,6 +1,6 @@
 #include "show_type.h"
 
-#include "forms/bytes/element.h"
+#include "base/element.h"
 #include "tools/types/lookup.h"
 
 #include <tlvmsg/record.h>
@@ -116,7 +116,7 @@ public:
     }
 
 private:
-    static constexpr uint32_t longest = forms::header_size + UINT16_MAX;
+    static constexpr uint32_t longest = base::header_size + UINT16_MAX;
 
     void row(uint32_t least, uint32_t most, unsigned depth, const std::string &what) {
         text_ += fmt::format("{:>8}  {:>11}  {:{}}{}\n", fmt::format("{}{}", offset_, fixed_ ? "" : "+"),
@@ -136,7 +136,7 @@ private:
             return members(type, depth, longest);
         case TLVMSG_STRUCTURE:
             row(type->min_encoded, type->max_encoded, depth, fmt::format("{}, tag {}", what, type->tag));
-            offset_ += forms::header_size;
+            offset_ += base::header_size;
             return members(type, depth + 1, room - type->min_encoded);
         case TLVMSG_UNION:
             row(type->min_encoded, type->max_encoded, depth, what);

@@ -2,8 +2,8 @@
 
 #include "file.h"
 
+#include "base/element.h"
 #include "cli/failure.h"
-#include "forms/bytes/element.h"
 #include "tools/forms.h"
 
 #include <fmt/format.h>
@@ -54,7 +54,7 @@ bool is_capture(std::FILE *file) {
 
 // Raw bytes that end in a line feed, as `echo` and editors leave it, when it is not part of the last element.
 void drop_newline(std::vector<uint8_t> &bytes) {
-    const size_t end = forms::for_each_element(bytes, [](const forms::Element &) {});
+    const size_t end = base::for_each_element(bytes, [](const base::Element &) {});
     const std::string_view rest(reinterpret_cast<const char *>(bytes.data()) + end, bytes.size() - end);
     if (rest == "\n" || rest == "\r\n") {
         bytes.resize(end);
@@ -98,7 +98,7 @@ Source::Source(const std::string &path, const InputOptions &options) : file_(fil
 
 void Source::read_text(const std::string &text) {
     try {
-        const List<tlvmsg_hex_message> messages = read_hex(text);
+        const list<tlvmsg_hex_message> messages = read_hex(text);
         const bool alone = messages.size() == 1;
         for (const tlvmsg_hex_message &each : messages) {
             inputs_.push_back({file_,

@@ -20,12 +20,12 @@ public:
     explicit JsonPrinter(const PrintOptions &options) : options_(options) {}
 
     void message(const Input &input, const Reading &reading, const tlvmsg_verdict &verdict,
-                 const void *record) override {
+                 const any_record &record) override {
         if (!input.frame) {
-            return print(to_json(reading.type, record, indent()) + "\n");
+            return print(to_json(record, indent()) + "\n");
         }
         JsonLine line = line_of(input, reading);
-        line.json("message", to_json(reading.type, record, 0));
+        line.json("message", to_json(record, 0));
         if (verdict.extent.deviations > 0) {
             line.number("deviations", verdict.extent.deviations);
             line.json("tolerated", error_json(verdict.extent.first_deviation).dump());

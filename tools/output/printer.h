@@ -8,7 +8,7 @@
 
 #include "tools/reading/reading.h"
 
-#include <tlvmsg/forms.h>
+#include <tlvmsg/tlvmsg_forms.hpp>
 
 #include <memory>
 
@@ -30,7 +30,7 @@ public:
 
     // What decoders accept, with all that they tolerate.
     virtual void message(const Input &input, const Reading &reading, const tlvmsg_verdict &verdict,
-                         const void *record) = 0;
+                         const any_record &record) = 0;
 
     // Elements by their tags. Gives how many bytes whole elements take.
     virtual size_t untyped(const Input &input, const Reading &reading) = 0;

@@ -19,9 +19,9 @@ public:
     explicit TextPrinter(const PrintOptions &options) : options_(options) {}
 
     void message(const Input &input, const Reading &reading, const tlvmsg_verdict &verdict,
-                 const void *record) override {
+                 const any_record &record) override {
         heading(input, reading.type->name);
-        print_text(reading.type, record);
+        print_text(record);
         if (input.frame && verdict.extent.deviations > 0) {
             print(fmt::format("# {}\n", tolerated_text(verdict.extent.first_deviation)));
         }

@@ -40,12 +40,11 @@ std::optional<uint64_t> message_type_of(std::span<const uint8_t> payload) {
     const tlvmsg_member *const last = type->members + type->member_count;
     const tlvmsg_member *const member =
         std::find_if(type->members, last, [](const auto &each) { return each.path == header_member; });
-    Record record(type);
-    if (member == last ||
-        !tlvmsg_decode(type, payload.data(), payload.size(), nullptr, record.data(), nullptr, nullptr)) {
+    const auto header = tlvmsg::decode(*type, payload);
+    if (member == last || !header) {
         return std::nullopt;
     }
-    return tlvmsg_load(member->type, static_cast<const uint8_t *>(record.data()) + member->offset);
+    return tlvmsg_load(member->type, static_cast<const uint8_t *>(header->data()) + member->offset);
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 #include <optional>
 #include <span>
 
-namespace tlvmsg::forms {
+namespace tlvmsg::base {
 
 constexpr size_t header_size = 4;
 constexpr uint16_t array_tag = 10;
@@ -49,4 +49,4 @@ size_t for_each_element(std::span<const uint8_t> bytes, Visit visit) {
     return end;
 }
 
-} // namespace tlvmsg::forms
+} // namespace tlvmsg::base

@@ -3,7 +3,7 @@
 
 #include <exception>
 
-namespace tlvmsg::forms {
+namespace tlvmsg::base {
 
 class Relay {
 public:
@@ -30,4 +30,4 @@ private:
     std::exception_ptr thrown_;
 };
 
-} // namespace tlvmsg::forms
+} // namespace tlvmsg::base
