@@ -1,5 +1,7 @@
 #include "compiler/lsp/documents.h"
 
+#include "compiler/checks/checks.h"
+
 #include <algorithm>
 
 namespace tlvc::lsp {
@@ -112,6 +114,9 @@ void Documents::analyse() {
             result.program =
                 load({document.path.string()}, result.sources, result.faults, import_path_, texts_);
             result.schema = compile(result.program, result.faults);
+            if (result.schema) {
+                check_own_tags(*result.schema, result.faults);
+            }
         } catch (const std::exception &error) { // an IoError or the file system's
             result.failure = error.what();
         }
