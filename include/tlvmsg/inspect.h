@@ -78,7 +78,7 @@ enum {
 
 /* ---- Faults ------------------------------------------------------------------------------------------ */
 
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201103L
 #define TLVMSG_ANY_NUMBER : int /* without it an enum of C++ holds only what its enumerators need */
 #else
 #define TLVMSG_ANY_NUMBER
