@@ -11,54 +11,54 @@ using tlvmsg::inspect::Text;
 
 struct Code {
     const char *name;
-    const char
-        *message; // behind the path; # is what was found, $ what is allowed, % and & the same as versions
+    const char *message; // # is what was found, $ what is allowed, % and & the same as versions, @ the offset
     const char *text;
 };
 
 const Code codes[] = {
     {"ok", "no fault", "Nothing was refused."},
-    {"truncated", "needs $ bytes, # are left",
+    {"truncated", "needs $ bytes, # are left at byte @",
      "The input ends inside an element, or before one that the type has. Either bytes were lost, or the "
      "type is not the one that was sent, or the sender left trailing members out: decoders then look for "
      "them behind the end. Compare the length of the input with what the sender wrote."},
-    {"wrong-tag", "tag # where $ belongs",
+    {"wrong-tag", "tag # where $ belongs at byte @",
      "An element has another tag than the member that belongs there. The type may be another than was sent, "
      "the sender may know more or fewer members, or an earlier length may be wrong. Inside a structure or "
      "array this is tolerated: what follows up to the element's end is skipped and reads as zero."},
-    {"wrong-length", "length # where $ belongs",
+    {"wrong-length", "length # where $ belongs at byte @",
      "A number's element has the right tag but not the number's width. Decoders treat it as an element of "
      "another type."},
-    {"count-exceeds-capacity", "# exceeds capacity $",
+    {"count-exceeds-capacity", "# exceeds capacity $ at byte @",
      "An array announces more items than its record has room for. The exact decoder would write past the "
      "array, so such input must never reach it. Encoding refuses such a count as well."},
-    {"count-exceeds-field", "# exceeds $, the most its field can hold",
+    {"count-exceeds-field", "# exceeds $, the most its field can hold at byte @",
      "An array announces more items than the count field of its record can say. The exact decoder would "
      "store the low bits of the count only, and most of the items could not be found again."},
-    {"allocation-limit", "# bytes to be allocated exceed the limit of $",
+    {"allocation-limit", "# bytes to be allocated exceed the limit of $ at byte @",
      "The dynamic arrays of the input need more memory than the caller allows. The default, 64 times the "
      "input and 64 KiB, is never reached by what an encoder of the library wrote; raise it only for input "
      "that you trust."},
-    {"out-of-memory", "no memory for # bytes", "The platform's allocator gave no block for a dynamic array."},
-    {"output-full", "needs # bytes, the output has $",
+    {"out-of-memory", "no memory for # bytes at byte @",
+     "The platform's allocator gave no block for a dynamic array."},
+    {"output-full", "needs # bytes, the output has $ at byte @",
      "The encoding is longer than the output. Ask for the size of the record first."},
-    {"value-too-long", "a value of # bytes exceeds $",
+    {"value-too-long", "a value of # bytes exceeds $ at byte @",
      "An element's value does not fit its 16-bit length. Split the record's content over several messages."},
-    {"items-missing", "# items behind a null pointer",
+    {"items-missing", "# items behind a null pointer at byte @",
      "A dynamic array has a count but a null pointer. Set its count to 0 or its pointer to that many items."},
-    {"trailing-bytes", "# bytes behind the end",
+    {"trailing-bytes", "# bytes behind the end at byte @",
      "The input goes on behind the end of the type. Only strict callers mind; to others the position behind "
      "the type tells."},
-    {"length-mismatch", "length # where $ is needed",
+    {"length-mismatch", "length # where $ is needed at byte @",
      "An element's length is not what its members or items take. A longer one may come from a newer sender, "
      "and the rest is skipped. With a shorter one the members are decoded from bytes behind the element, "
      "which the next element then uses again; no encoder of the library writes that."},
-    {"count-mismatch", "# where the array has $",
+    {"count-mismatch", "# where the array has $ at byte @",
      "The member before a dynamic array gives another count than the array itself. Decoders go by the "
      "array."},
-    {"terminator-missing", "no terminator",
+    {"terminator-missing", "no terminator at byte @",
      "No zero byte follows the bytes of an array that leaves room for one. Decoders supply it."},
-    {"terminator-not-zero", "terminator # is not zero",
+    {"terminator-not-zero", "terminator # is not zero at byte @",
      "Another byte stands where the zero byte behind an array's bytes belongs. Decoders pass over it."},
     {"null-argument", "a null pointer was passed",
      "A function was handed a null pointer where it needs an object. The path is the argument's name."},
@@ -69,13 +69,21 @@ const Code codes[] = {
      "The code of a family was generated for another version of the library, in which descriptors may look "
      "different. Generate it again, with the tlvc that belongs to the library, and compile it."},
     {"name-taken", "there is a type of this name, or the family is registered already",
-     "A family has a type whose name another registered one has, or the library. The same family may have "
-     "been "
-     "registered twice, perhaps by two libraries that both contain it."},
+     "A family has a type whose name another type has, of the library, of a registered family or its own. "
+     "The "
+     "same family may have been registered twice, perhaps by two libraries that both contain it."},
     {"tag-taken", "both have tag #",
-     "A family has a type whose tag another registered one has, or the library. Tags from 32768 on are never "
-     "the "
-     "library's; who uses them agrees with all others whose families meet in one program."},
+     "A family has a type whose tag another type has, of a registered family or its own. Who uses tags "
+     "agrees "
+     "with all others whose families meet in one program."},
+    {"library-tag", "tag # is below $",
+     "A family has a type with a tag that the library keeps for itself, whose next version may give it out. "
+     "Families of your own have the tags from 32768 to 65535, of which the library never uses one."},
+    {"not-sorted", "they stand in this order and belong in the other",
+     "A family's types are found by halving: they stand in the order of their names, as strcmp has it, and "
+     "those "
+     "that have tags once more in the order of these. tlvc sorts them; a family made by hand has to be "
+     "sorted, too."},
     {"reserved-word", "reserved words are not zero: #",
      "A structure that a function was handed has a reserved word that is not zero. Either the program does "
      "not zero the "
@@ -95,7 +103,9 @@ void add_version(uint64_t number, Text &text) {
 }
 
 void write_message(const tlvmsg_fault &fault, Text &text) {
-    text.add(fault.path).add(": ");
+    if (fault.code != TLVMSG_OK) { // which has no path
+        text.add(fault.path).add(": ");
+    }
     const Code *row = row_of(fault.code);
     for (const char *c = row != nullptr ? row->message : "unknown code"; *c != '\0'; ++c) {
         const char plain[] = {*c, '\0'};
@@ -107,12 +117,11 @@ void write_message(const tlvmsg_fault &fault, Text &text) {
             add_version(fault.found, text);
         } else if (*c == '&') {
             add_version(fault.allowed, text);
+        } else if (*c == '@') {
+            text.add(uint64_t{fault.offset});
         } else {
             text.add(plain);
         }
-    }
-    if (fault.code < TLVMSG_OTHER_VERSION) { // those of families are about no bytes
-        text.add(" at byte ").add(uint64_t{fault.offset});
     }
 }
 
@@ -140,7 +149,9 @@ bool tlvmsg_code_find(const char *name, tlvmsg_code *code) {
 
 size_t tlvmsg_fault_text(const tlvmsg_fault *fault, char *buffer, size_t size) {
     Text text(buffer, size);
-    text.add("error[").add(tlvmsg_code_name(fault->code)).add("]: ");
+    if (fault->code != TLVMSG_OK) {
+        text.add("error[").add(tlvmsg_code_name(fault->code)).add("]: ");
+    }
     write_message(*fault, text);
     return text.length();
 }

@@ -2,8 +2,6 @@
 #include "field.h"
 #include "place.h"
 
-#include "runtime/operations.h"
-
 using namespace tlvmsg::inspect;
 
 namespace {
@@ -13,13 +11,10 @@ namespace {
 class Separation {
 public:
     void separate(const tlvmsg_type &type, void *copy) {
-        if (type.operations != nullptr && !type.operations->allocates) {
+        if (is_flat(type)) {
             return;
         }
         switch (type.kind) {
-        case TLVMSG_SCALAR:
-        case TLVMSG_ENUMERATION:
-            return;
         case TLVMSG_STRUCTURE:
         case TLVMSG_MESSAGE:
             for (uint32_t i = 0; i < type.member_count; ++i) {
@@ -43,7 +38,7 @@ private:
         if (is_dynamic(type)) {
             store_pointer(type, copy, block(type, items_of(type, copy)));
         }
-        if (is_bytes(type) || type.element->kind == TLVMSG_SCALAR) {
+        if (is_flat(*type.element)) {
             return;
         }
         const Items own = items_of(type, copy);

@@ -7,7 +7,8 @@ using namespace tlvmsg::inspect;
 
 namespace {
 
-// By the descriptors alone. Apart, so that the way to the strict operations is short.
+// By the descriptors alone, into the output when there is one. Apart, so that the way to the strict operations is
+// short. Nothing is written of a record that is refused: a caller who has measured may name any capacity.
 [[gnu::noinline]] bool interpret(const tlvmsg_type *type, const void *record, uint8_t *out, size_t capacity,
                                  size_t *size, tlvmsg_fault *fault) {
     give(size, size_t{0});
@@ -15,12 +16,15 @@ namespace {
         give(fault, null_argument(type == nullptr ? "type" : "record"));
         return false;
     }
-    Encoder encoder(out, capacity);
-    if (!encoder.encode(whole(*type), record)) {
-        give(fault, encoder.fault());
+    Encoder trial(nullptr, capacity);
+    if (!trial.encode(whole(*type), record)) {
+        give(fault, trial.fault());
         return false;
     }
-    give(size, encoder.written());
+    if (out != nullptr) {
+        Encoder(out, capacity).encode(whole(*type), record);
+    }
+    give(size, trial.written());
     give_success(fault);
     return true;
 }
@@ -45,8 +49,7 @@ bool tlvmsg_encode(const tlvmsg_type *type, const void *record, uint8_t *out, si
         give(fault, null_argument("out"));
         return false;
     }
-    uint8_t nothing = 0; // a null output would take any amount
-    return interpret(type, record, out != nullptr ? out : &nothing, out_capacity, written, fault);
+    return interpret(type, record, out, out_capacity, written, fault);
 }
 
 bool tlvmsg_size(const tlvmsg_type *type, const void *record, size_t *size, tlvmsg_fault *fault) {
@@ -59,5 +62,5 @@ bool tlvmsg_size(const tlvmsg_type *type, const void *record, size_t *size, tlvm
             return true;
         }
     }
-    return interpret(type, record, nullptr, 0, size, fault);
+    return interpret(type, record, nullptr, SIZE_MAX, size, fault);
 }

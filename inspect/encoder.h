@@ -1,4 +1,4 @@
-// Encoding by descriptors, into an output or, to learn the size, into none.
+// Encoding by descriptors, into an output or, to learn the size or the fault, into none.
 #pragma once
 
 #include "field.h"
@@ -8,9 +8,9 @@ namespace tlvmsg::inspect {
 
 class Encoder {
 public:
-    // A null output takes any amount.
+    // Into a null output nothing is written; its capacity counts all the same.
     // NOLINTNEXTLINE(clang-analyzer-optin.cplusplus.UninitializedObject): a fault is large and mostly unused
-    Encoder(uint8_t *out, size_t capacity) : out_(out), capacity_(out == nullptr ? SIZE_MAX : capacity) {}
+    Encoder(uint8_t *out, size_t capacity) : out_(out), capacity_(capacity) {}
 
     bool encode(const Place &place, const void *record);
 

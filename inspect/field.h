@@ -1,6 +1,8 @@
 // Fields of records, as descriptors describe them.
 #pragma once
 
+#include "runtime/operations.h"
+
 #include <tlvmsg/record.h>
 
 #include <cstddef>
@@ -25,6 +27,15 @@ inline bool is_bounded(const tlvmsg_type &type) {
 // The signed scalars are those of tags 3, 5, 7 and 9; 1 is char, which is a plain byte.
 inline bool is_signed(const tlvmsg_type &type) {
     return type.kind == TLVMSG_SCALAR && type.tag % 2 == 1 && type.tag > 1;
+}
+
+inline bool is_number(const tlvmsg_type &type) {
+    return type.kind == TLVMSG_SCALAR || type.kind == TLVMSG_ENUMERATION;
+}
+
+// Whether it is known at once that records of the type hold no blocks.
+inline bool is_flat(const tlvmsg_type &type) {
+    return type.operations != nullptr ? !type.operations->allocates : is_number(type);
 }
 
 inline const uint8_t *at_offset(const void *record, size_t offset) {

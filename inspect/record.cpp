@@ -3,21 +3,24 @@
 #include "memory.h"
 #include "place.h"
 
-#include "runtime/operations.h"
-
 using namespace tlvmsg::inspect;
 
 namespace {
 
 void release(const tlvmsg_type &type, void *record);
 
-void release_items(const tlvmsg_type &array, void *record) {
-    const Items there = items_of(array, record);
-    if (array.element->kind != TLVMSG_SCALAR && array.element->kind != TLVMSG_ENUMERATION) {
-        for (size_t i = 0; i < there.readable; ++i) {
-            release(*array.element, there.item(array, i));
-        }
+void release_items(const tlvmsg_type &array, const Items &there, size_t first) {
+    if (is_flat(*array.element)) {
+        return;
     }
+    for (size_t i = first; i < there.readable; ++i) {
+        release(*array.element, there.item(array, i));
+    }
+}
+
+void release_array(const tlvmsg_type &array, void *record) {
+    const Items there = items_of(array, record);
+    release_items(array, there, 0);
     if (is_dynamic(array)) {
         tlvmsg_free(there.first);
         store_pointer(array, record, nullptr);
@@ -26,13 +29,10 @@ void release_items(const tlvmsg_type &array, void *record) {
 }
 
 void release(const tlvmsg_type &type, void *record) {
-    if (type.operations != nullptr && !type.operations->allocates) {
+    if (is_flat(type)) {
         return;
     }
     switch (type.kind) {
-    case TLVMSG_SCALAR:
-    case TLVMSG_ENUMERATION:
-        return;
     case TLVMSG_STRUCTURE:
     case TLVMSG_MESSAGE:
         for (uint32_t i = 0; i < type.member_count; ++i) {
@@ -45,24 +45,26 @@ void release(const tlvmsg_type &type, void *record) {
         }
         return;
     default:
-        release_items(type, record);
+        release_array(type, record);
     }
 }
 
 // ---- Resizing ----
 
 void drop_items(const tlvmsg_type &array, const Items &there, size_t kept) {
-    for (size_t i = kept; i < there.readable; ++i) {
-        release(*array.element, there.item(array, i));
-    }
+    release_items(array, there, kept);
     if (kept < there.readable) {
         std::memset(there.item(array, kept), 0, Items::size(array, there.readable - kept));
     }
 }
 
-// A block with room for `count` items and, behind bytes, the zero byte that readers may count on.
+// Of a block for `count` items and, behind bytes, the zero byte that readers may count on.
+uint64_t block_size(const tlvmsg_type &array, size_t count) {
+    return uint64_t{count} * array.element->size + (is_bytes(array) ? 1 : 0);
+}
+
 bool move_items(const tlvmsg_type &array, void *record, const Items &there, size_t count) {
-    const uint64_t size = uint64_t{count} * array.element->size + (is_bytes(array) ? 1 : 0);
+    const uint64_t size = block_size(array, count);
     void *const block = size <= UINT32_MAX ? tlvmsg_allocate(static_cast<size_t>(size)) : nullptr;
     if (block == nullptr) {
         return false;
@@ -113,6 +115,10 @@ bool equal_items(const tlvmsg_type &array, const void *a, const void *b) {
     const Items right = items_of(array, b);
     if (left.count != right.count || left.readable != right.readable) {
         return false;
+    }
+    if (is_number(*array.element)) { // which have no padding
+        const size_t size = Items::size(array, left.readable);
+        return size == 0 || std::memcmp(left.first, right.first, size) == 0;
     }
     for (size_t i = 0; i < left.readable; ++i) {
         if (!equal(*array.element, left.item(array, i), right.item(array, i))) {
@@ -173,8 +179,7 @@ bool tlvmsg_resize(const tlvmsg_type *array, void *record, size_t count, tlvmsg_
         return false;
     }
     if (!resize(*array, record, count)) {
-        give(fault,
-             fault_at(whole(*array), TLVMSG_OUT_OF_MEMORY, 0, uint64_t{count} * array->element->size, 0));
+        give(fault, fault_at(whole(*array), TLVMSG_OUT_OF_MEMORY, 0, block_size(*array, count), 0));
         return false;
     }
     give(fault, tlvmsg_fault{});

@@ -20,9 +20,10 @@ uint8_t *tlvmsg_encode_alloc(const tlvmsg_type *type, const void *record, size_t
     if (!tlvmsg_size(type, record, &size, fault)) {
         return nullptr;
     }
-    auto *const out = static_cast<uint8_t *>(tlvmsg_allocate(size > 0 ? size : 1));
+    const size_t room = size > 0 ? size : 1;
+    auto *const out = static_cast<uint8_t *>(tlvmsg_allocate(room));
     if (out == nullptr) {
-        give(fault, fault_at(whole(*type), TLVMSG_OUT_OF_MEMORY, 0, size, 0));
+        give(fault, fault_at(whole(*type), TLVMSG_OUT_OF_MEMORY, 0, room, 0));
         return nullptr;
     }
     if (!tlvmsg_encode(type, record, out, size, written, fault)) {

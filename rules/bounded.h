@@ -26,7 +26,9 @@ struct Bounded {
 
     static uint8_t *encode(const void *from, uint8_t *out, size_t capacity) {
         const auto *in = static_cast<const record *>(from);
-        return size(in) <= capacity ? Use<Codec>::template encode<Library::Bounded>(in, out) : nullptr;
+        const uint64_t room =
+            capacity < largest_size ? capacity : largest_size; // none is enough for what is refused
+        return size(in) <= room ? Use<Codec>::template encode<Library::Bounded>(in, out) : nullptr;
     }
 
     static uint64_t size(const void *in) {

@@ -10,6 +10,9 @@ void check(const Resolution &resolution, Diagnostics &faults);
 // For the model as measured.
 void check_sizes(const Resolution &resolution, Diagnostics &faults);
 
+// Of families that are to be used beside the library, whose tags they leave alone; in the files that were named.
+void check_own_tags(const Schema &schema, Diagnostics &faults);
+
 // What is allowed, and yet hardly meant, in the files that were named.
 void find_warnings(const Schema &schema, Diagnostics &warnings);
 

@@ -50,6 +50,15 @@ void check_system_names(const Type &type, Diagnostics &warnings) {
 
 } // namespace
 
+void check_own_tags(const Schema &schema, Diagnostics &faults) {
+    for (const Type &type : schema.types) {
+        const bool own = type.section != nullptr && type.section->named && !type.section->shipped;
+        if (own && has_tag(type) && type.tag < wire::first_own_tag) {
+            faults.report(fault::library_tag, type.span, type.tag);
+        }
+    }
+}
+
 void find_warnings(const Schema &schema, Diagnostics &warnings) {
     std::set<const Type *> used;
     for (const Type &type : schema.types) {
@@ -65,9 +74,6 @@ void find_warnings(const Schema &schema, Diagnostics &warnings) {
         check_system_names(type, warnings);
         if (type.kind == Kind::Enumeration && !used.contains(&type)) {
             warnings.report(fault::unused_enumeration, type.span, type.name);
-        }
-        if (has_tag(type) && type.tag < wire::first_own_tag && !type.section->shipped) {
-            warnings.report(fault::library_tag, type.span, type.tag);
         }
         if (library().contains(type.name) && !type.section->shipped) {
             warnings.report(fault::library_name, type.span, "type", type.name);

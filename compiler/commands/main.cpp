@@ -55,9 +55,13 @@ void show(const Diagnostics &faults, const Sources &sources, const Options &opti
     }
 }
 
-std::unique_ptr<const Schema> compile_and_show(const Options &options, Sources &sources) {
+// What is only described may be of another library.
+std::unique_ptr<const Schema> compile_and_show(const Options &options, Sources &sources, bool described) {
     Diagnostics faults;
     auto schema = compile(options.files, sources, faults, options.import_path);
+    if (schema && !described && !options.library) {
+        check_own_tags(*schema, faults);
+    }
     if (schema && (options.warn || options.strict)) {
         find_warnings(*schema, faults);
     }
@@ -90,7 +94,7 @@ void write_stamp(const std::string &stamp, const Sources &sources) {
 
 int generate(const Options &options) {
     Sources sources;
-    auto schema = compile_and_show(options, sources);
+    auto schema = compile_and_show(options, sources, false);
     if (!schema) {
         return exit_found;
     }
@@ -108,7 +112,7 @@ std::string nothing(const Schema & /*schema*/) { return ""; }
 template <std::string (*text_of)(const Schema &)>
 int describe(const Options &options) {
     Sources sources;
-    auto schema = compile_and_show(options, sources);
+    auto schema = compile_and_show(options, sources, text_of != nothing);
     print(schema ? text_of(*schema) : "");
     return schema ? exit_fine : exit_found;
 }

@@ -195,6 +195,7 @@ void Documents::analyse(const fs::path &family, Analysis &analysis) const {
             load(files_of_family(family), analysis.sources, analysis.faults, import_path_, texts_);
         analysis.schema = compile(analysis.program, analysis.faults);
         if (analysis.schema) {
+            check_own_tags(*analysis.schema, analysis.faults);
             find_warnings(*analysis.schema, analysis.faults);
         }
     } catch (const tlvmsg::base::IoError &error) {

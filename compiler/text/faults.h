@@ -92,7 +92,8 @@ A receiver tells elements apart by their tags, so no two enumerations or structu
 that was in use must not come back with another meaning: take a number that was never used.)"};
 
 inline constexpr Fault tag_out_of_range{"T016", R"(tag out of range: a tag is a number from {} to {}
-Tags travel in 16 bits, and those up to 1000 are kept for scalars, arrays and future use.)"};
+Tags travel in 16 bits, and those up to 1000 are kept for scalars, arrays and future use. Families of your own have
+those from 32768 on.)"};
 
 inline constexpr Fault keyword_name{"T017", R"(keyword as a name: '{}' is a keyword of C or C++
 Names of types, members and selectors appear in headers for C and C++. Write 'class_', for instance,
@@ -224,6 +225,12 @@ inline constexpr Fault interface_changed{"T047", R"(interface that tlvc did not 
 Of the types in this file, 'tlvc interface' prints another line here: it has been changed by hand or damaged, since sizes
 and offsets follow from the types, or another version of tlvc has printed it. Print it again from the schema.)"};
 
+inline constexpr Fault library_tag{"T048", R"(tag that is the library's: tag {} is one of the library's
+Tags up to 32767 are for types of the library, whose next version may give them out, and tlvmsg_register refuses
+families that have them. Families of your own have the tags from 32768 to 65535; 'tlvc tags' prints free ones:
+
+    struct acme_fan = 32768 { uint8 tray })"};
+
 // Allowed, and yet hardly meant.
 
 inline constexpr Fault array_never_full{"W001", R"(array that cannot travel when full: '{}' takes {} bytes when full, and an element at most {}
@@ -239,12 +246,6 @@ What '///' lines say of a type is in the header, and in what tools show of it:
 
     /// Which relay, and how.
     struct zel_relay = 2001 { uint16 slot  uint16 port })"};
-
-inline constexpr Fault library_tag{"W004", R"(tag that the library may take: tag {} is one of the library's
-Tags up to 32767 are for types of the library, whose next version may give them out: two families with one tag
-cannot be registered in one program. Families of your own have the tags from 32768 to 65535:
-
-    struct acme_fan = 32768 { uint8 tray })"};
 
 inline constexpr Fault library_name{"W005", R"(name that the library has: the library has a {} '{}'
 Types of one name cannot be in one program, and <tlvmsg/voice.h> cannot be of two families. Begin with a name of your own.)"};
@@ -264,9 +265,8 @@ inline constexpr const Fault *all[] = {
     &count_type, &missing_count, &wrong_count, &selector_type, &missing_selector, &wrong_selector, &duplicate_value,
     &large_value, &unknown_attribute, &misplaced_attribute, &enclosing_record, &circular_type, &circular_families,
     &fixed_size, &member_named_as_type, &unknown_enumerator, &duplicate_enumerator, &taken_name,
-    &name_generated_twice, &nested_too_deeply, &path_too_long, &interface_changed, &array_never_full,
-    &unused_enumeration, &undocumented_type, &library_tag, &library_name, &char_member,
-    &system_name};
+    &name_generated_twice, &nested_too_deeply, &path_too_long, &interface_changed, &library_tag,
+    &array_never_full, &unused_enumeration, &undocumented_type, &library_name, &char_member, &system_name};
 // clang-format on
 
 } // namespace fault

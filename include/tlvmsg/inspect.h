@@ -26,7 +26,7 @@
  * decode_tlv_TYPE would not look at the missing part, and so is a header of which less than four bytes are
  * there.
  *
- * Ownership. Records, buffers, limits and results are the caller's; nothing is kept between calls.
+ * Ownership. Records, buffers, limits and results are the caller's; nothing of them is kept between calls.
  * tlvmsg_decode and tlvmsg_copy allocate the blocks of dynamic arrays, from the same platform pool as
  * tlv_calloc, so that tlv_free releases them as well; tlvmsg_release releases all blocks of a record.
  * tlvmsg_encode_alloc allocates its output there. Nothing else here allocates.
@@ -36,8 +36,13 @@
  * this library does not have; it is refused as TLVMSG_RESERVED_WORD, and functions without a result do nothing. What the
  * library hands out has zeros there.
  *
- * Threads. No state, no locks: any thread may call anything on its own records and buffers. Descriptors are
- * constants and shared freely.
+ * Alignment. Records, and the blocks of their dynamic arrays, lie where the compiler would put an object of
+ * their type: at multiples of type->alignment, which is at most 8. What malloc gives always does; a record
+ * inside a buffer of bytes may not. Input and output may lie anywhere.
+ *
+ * Threads. No locks: any thread may call anything on its own records and buffers. Descriptors are constants and
+ * shared freely. The only state is the list of registered families, which any thread may extend at any time
+ * (register.h); of the functions here none reads it.
  *
  * Example:
  *
@@ -78,8 +83,14 @@ enum {
 
 /* ---- Faults ------------------------------------------------------------------------------------------ */
 
+#if defined(__cplusplus) && __cplusplus >= 201103L
+#define TLVMSG_ANY_NUMBER : int /* without it an enum of C++ holds only what its enumerators need */
+#else
+#define TLVMSG_ANY_NUMBER
+#endif
+
 /* Why something was refused. In brackets: what `found` and `allowed` of the fault are. */
-typedef enum tlvmsg_code {
+typedef enum tlvmsg_code TLVMSG_ANY_NUMBER {
     TLVMSG_OK,
     /* From bytes. */
     TLVMSG_TRUNCATED,              /* the input ends inside an element [bytes left, bytes needed] */
@@ -105,6 +116,8 @@ typedef enum tlvmsg_code {
     TLVMSG_OTHER_VERSION, /* a family generated for another library [its TLVMSG_VERSION, the library's] */
     TLVMSG_NAME_TAKEN,    /* a type of a name that there is [0, 0] */
     TLVMSG_TAG_TAKEN,     /* a type of a tag that there is [the tag, 0] */
+    TLVMSG_LIBRARY_TAG,   /* a type of a tag that is the library's [the tag, the least that is not] */
+    TLVMSG_NOT_SORTED,    /* types of a family in another order than that of names or tags [0, 0] */
     TLVMSG_RESERVED_WORD, /* a reserved word that is not zero; the path is the argument's name [all words' bits, 0] */
     TLVMSG_CODE_COUNT
 } tlvmsg_code;
@@ -135,6 +148,8 @@ typedef struct tlvmsg_fault {
  * Writes the fault as one line without a newline, cut to `size` bytes with its zero byte:
  *
  *     error[count-exceeds-capacity]: zel_mac_addr.mac.count: 7 exceeds capacity 6 at byte 12
+ *
+ * and "no fault" for one that says that there was none. Faults of the caller name no byte.
  *
  * Returns the length of the whole line, as snprintf does. A null buffer with size 0 only measures.
  */
@@ -239,6 +254,7 @@ typedef struct tlvmsg_piece {
     const tlvmsg_fault *fault; /* deviations; otherwise null */
 } tlvmsg_piece;
 
+/* Must return: no exception leaves it, no longjmp. */
 typedef void (*tlvmsg_tracer)(void *context, const tlvmsg_piece *piece);
 
 /*
@@ -253,15 +269,16 @@ bool tlvmsg_trace(const tlvmsg_type *type, const uint8_t *in, size_t in_len, con
 /* ---- From records ------------------------------------------------------------------------------------ */
 
 /*
- * Records are believed to be laid out as their type says, with pointers that are null or designate `count`
- * items. tlvmsg_encode and tlvmsg_size refuse counts above the capacity, and counts beside a null pointer. The
+ * Records are believed to be laid out and aligned as their type says, with pointers that are null or designate
+ * `count` items. tlvmsg_encode and tlvmsg_size refuse counts above the capacity, and counts beside a null pointer. The
  * other functions then take the items that there are: as many as the capacity, or none.
  */
 
 /*
  * Encodes the record into at most out_capacity bytes. `written` and `fault` may be null; a null `out` is
  * allowed when out_capacity is 0, which an encoding without bytes fits. On failure `*written` is 0, `*fault`
- * says why, and out[0, out_capacity) holds nothing of use.
+ * says why, and nothing is written. Nothing but the encoding is ever written: whoever knows that there is room for
+ * it, because tlvmsg_size or type->max_encoded says so, may give any larger capacity, SIZE_MAX included.
  */
 bool tlvmsg_encode(const tlvmsg_type *type, const void *record, uint8_t *out, size_t out_capacity,
                    size_t *written, tlvmsg_fault *fault);
@@ -306,7 +323,7 @@ bool tlvmsg_equal(const tlvmsg_type *type, const void *a, const void *b);
  *   number  a scalar, an enumeration, or an item of a packed array (see tlvmsg_type_is_signed).
  *   bytes   a byte array; null and 0 when it is empty.
  * A count or selector that is a member of its own comes as such a number before its array or union; its
- * member's flags say TLVMSG_SHARED_WITH_NEXT when both share one field.
+ * member's flags say TLVMSG_SHARED_WITH_NEXT when both share one field. All of them must return, as tracers must.
  */
 typedef struct tlvmsg_visitor {
     bool (*enter)(void *context, const tlvmsg_place *place, size_t count);

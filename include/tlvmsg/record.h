@@ -13,9 +13,9 @@
  * in the array or union behind it (TLVMSG_SHARED_WITH_NEXT), and a union may live in the record of its structure
  * (its member's path is ""). tlvmsg_next_field gives the fields themselves.
  *
- * Records are believed to be laid out as their type says, and pointers in them to designate `count` items or
- * to be null. No argument may be null unless it says so. Nothing here knows limits or locks; see inspect.h
- * for bytes that nobody vouches for.
+ * Records are believed to be laid out and aligned as their type says, and pointers in them to designate `count` items
+ * or to be null. No argument may be null unless it says so. Nothing here knows limits
+ * or locks; see inspect.h for bytes that nobody vouches for.
  *
  * Example, a text into the dynamic array of an if_name:
  *
@@ -97,8 +97,8 @@ uint64_t tlvmsg_most_items(const tlvmsg_type *array);
  * Makes the array one of `count` items: keeps the first ones, releases the blocks of those that go, and adds
  * zero ones. A dynamic array that grows gets a new block, where a zero byte lies behind bytes; one that
  * becomes empty has none. On failure the record is unchanged and `*fault`, which may be null, says why:
- * TLVMSG_COUNT_EXCEEDS_CAPACITY, TLVMSG_COUNT_EXCEEDS_FIELD, TLVMSG_VALUE_TOO_LONG, TLVMSG_OUT_OF_MEMORY, at
- * offset 0.
+ * TLVMSG_COUNT_EXCEEDS_CAPACITY, TLVMSG_COUNT_EXCEEDS_FIELD, TLVMSG_VALUE_TOO_LONG, TLVMSG_OUT_OF_MEMORY (of the
+ * whole block, with the zero byte behind bytes), at offset 0; or TLVMSG_NULL_ARGUMENT.
  */
 bool tlvmsg_resize(const tlvmsg_type *array, void *record, size_t count, tlvmsg_fault *fault);
 

@@ -37,13 +37,16 @@ extern "C" {
 /* The least tag that no version of the library gives to a type of its own. Up to 65535 they are yours. */
 enum { TLVMSG_FIRST_OWN_TAG = 32768 };
 
-/* What tlvc generates of a family: tlvmsg_family_X, which <tlvmsg/bounded/X.h> declares. Programs hand it on. */
+/*
+ * What tlvc generates of a family: tlvmsg_family_X, which <tlvmsg/bounded/X.h> declares. Programs hand it on. Who makes
+ * one by hand sorts both lists, strictly, and sets `next` to null.
+ */
 typedef struct tlvmsg_family {
     uint32_t version; /* of the tlvc that generated it: TLVMSG_VERSION_NUMBER */
     const char *name;
-    const tlvmsg_type *const *types; /* by name */
+    const tlvmsg_type *const *types; /* by name, as strcmp orders them */
     uint32_t type_count;
-    const tlvmsg_type *const *tagged; /* those that have one, by tag */
+    const tlvmsg_type *const *tagged; /* the enumerations and structures among them, by tag */
     uint32_t tagged_count;
     struct tlvmsg_family *next; /* the library's */
 } tlvmsg_family;
@@ -55,11 +58,15 @@ typedef struct tlvmsg_family {
  *     TLVMSG_NULL_ARGUMENT    the family is a null pointer
  *     TLVMSG_OTHER_VERSION    tlvc and library are not of one version, patch levels aside; the path is the
  *                             family's name
- *     TLVMSG_NAME_TAKEN       a type has the name of another one; the path is that name
- *     TLVMSG_TAG_TAKEN        a type has the tag of another one; the path is "acme_fan and other_fan"
+ *     TLVMSG_NAME_TAKEN       a type has the name of another one, also in the family itself; the path is that name.
+ *                             Or the family is registered already, also if it is empty; the path is its name
+ *     TLVMSG_TAG_TAKEN        a type has the tag of another one, also in the family itself; the path is "acme_fan
+ *                             and other_fan"
+ *     TLVMSG_LIBRARY_TAG      a type has a tag below TLVMSG_FIRST_OWN_TAG; the path is its name
+ *     TLVMSG_NOT_SORTED       two neighbours are not in the order of names or tags; the path is "b_type and a_type"
  *
- * A family that is registered already is refused as well: its names are taken. Any thread may call this at any
- * time, also while others look types up: they find all types of the family or none of them.
+ * Any thread may call this at any time, also while others look types up: they find all types of the family or none
+ * of them.
  */
 bool tlvmsg_register(tlvmsg_family *family, tlvmsg_fault *fault);
 

@@ -91,8 +91,8 @@ struct tlvmsg_type {
     tlvmsg_kind kind;
     uint16_t tag; /* that its encoder writes; 0 for messages and unions */
 
-    uint32_t size; /* of the record, with its alignment */
-    uint32_t alignment;
+    uint32_t size;      /* of the record, a multiple of its alignment */
+    uint32_t alignment; /* of the record: a condition of every function that takes one (inspect.h) */
     /* Bytes on the wire, header included: the least, with every array empty, and the most that tlvmsg_encode
      * can write. */
     uint32_t min_encoded;

@@ -26,7 +26,7 @@ struct Command {
     int exit_code = -1;
 };
 
-const std::string good = "//! For tests.\n\nenum color = 1001\n\nstruct led = 1002 {\n    color  tint\n}\n";
+const std::string good = "//! For tests.\n\nenum color = 40001\n\nstruct led = 40002 {\n    color  tint\n}\n";
 
 TEST(CommandLine, exit_code_tells_what_happened) {
     SchemaDirectory directory;
@@ -138,12 +138,12 @@ TEST(CommandLine, format_rewrites_only_readable_files_and_check_none) {
 TEST(CommandLine, standard_input_is_a_file_of_the_current_directory) {
     SchemaDirectory directory;
     directory.add("acme/ids.tlv", "enum id = 1003\n");
-    const std::string messy = directory.add("acme/messy.tlv", "import \"ids.tlv\"\nstruct  s=1001{id i}\n");
-    const std::string formatted = "import \"ids.tlv\"\n\nstruct s = 1001 {\n    id  i\n}\n";
+    const std::string messy = directory.add("acme/messy.tlv", "import \"ids.tlv\"\nstruct  s=40001{id i}\n");
+    const std::string formatted = "import \"ids.tlv\"\n\nstruct s = 40001 {\n    id  i\n}\n";
     fs::current_path(directory.path("acme"));
     EXPECT_EQ(Command("format - < messy.tlv").output, formatted);
     EXPECT_EQ(Command("format --check - < messy.tlv").output, "-\n");
-    EXPECT_EQ(read_file(messy), "import \"ids.tlv\"\nstruct  s=1001{id i}\n");
+    EXPECT_EQ(read_file(messy), "import \"ids.tlv\"\nstruct  s=40001{id i}\n");
     EXPECT_TRUE(Command("interface - < messy.tlv").says("family acme\n"));
     EXPECT_EQ(Command("check - < messy.tlv").exit_code, 0);
     fs::current_path(directory.path(""));
@@ -154,7 +154,7 @@ TEST(CommandLine, standard_input_is_a_file_of_the_current_directory) {
 TEST(CommandLine, json_has_the_places_of_all_faults) {
     SchemaDirectory directory;
     fs::current_path(directory.path(""));
-    directory.add("a/fine.tlv", "enum color = 1001\n");
+    directory.add("a/fine.tlv", "enum color = 40001\n");
     directory.add("a/bad.tlv", "enum state = 1001\nstruct s = 1001 { stat \xC3\xA9\xFF x }\n");
     EXPECT_EQ(Command("check --format json a/fine.tlv").output, "[]\n");
     const Command run("check --format json a/bad.tlv");
@@ -205,6 +205,11 @@ TEST(CommandLine, tags_are_used_here_or_by_the_library_or_free) {
                           "32768 to 32768  used, for families of your own\n"
                           "32769 to 65534  free, for families of your own\n"
                           "65535 to 65535  used, for families of your own\n"));
+    const std::string out = " --out " + directory.path("out").string() + " " + file;
+    EXPECT_TRUE(Command("check " + file).says("error[T048]: tag 32767 is one of the library's"));
+    EXPECT_EQ(Command("generate" + out).exit_code, 1);
+    EXPECT_EQ(Command("generate --library" + out).output, "") << "which is whoever builds it";
+    EXPECT_EQ(Command("interface " + file).exit_code, 0);
 }
 
 TEST(CommandLine, compare_exits_as_diff_does) {

@@ -25,6 +25,7 @@ TEST_P(Example, is_reported_as_expected) {
     ASSERT_TRUE(fs::exists(name + ".tlv") || fs::exists(name)) << "no bad example for " << name;
     Compiled compiled({fs::exists(name) ? name : name + ".tlv"});
     if (compiled.schema) {
+        check_own_tags(*compiled.schema, compiled.faults);
         find_warnings(*compiled.schema, compiled.faults);
     }
     EXPECT_EQ(compiled.faults.any(), GetParam()->severity() == Severity::Error);

@@ -29,12 +29,17 @@ TEST(Encoding, SendsTheBlockOfDynamicBytes) {
     EXPECT_EQ(out, hex("03 F0 00 10  00 02 00 01 00  00 0A 00 07  00 04 00 02 00 00  00"));
 }
 
-std::string refusal(const char *type, const void *record) {
-    tlvmsg_fault fault;
-    size_t size = 1;
-    EXPECT_FALSE(tlvmsg_size(tlvmsg_type_find(type), record, &size, &fault));
-    EXPECT_EQ(size, 0u);
-    return facts_of(fault);
+// Whatever room there is said to be, and nothing is written.
+std::string refusal(const char *name, const void *record) {
+    const tlvmsg_type *type = tlvmsg_type_find(name);
+    tlvmsg_fault fault[2];
+    size_t size[2] = {1, 1};
+    EXPECT_FALSE(tlvmsg_size(type, record, &size[0], &fault[0]));
+    GuardedBuffer out(1);
+    EXPECT_FALSE(tlvmsg_encode(type, record, out.end(), SIZE_MAX, &size[1], &fault[1]));
+    EXPECT_EQ(size[0] + size[1], 0u);
+    EXPECT_EQ(facts_of(fault[0]), facts_of(fault[1]));
+    return facts_of(fault[0]);
 }
 
 // Strictly, and by the engine alone.
@@ -62,6 +67,8 @@ TEST(Encoding, RefusesWhatTheWireCannotSay) {
     zel_mac_addr mac{};
     mac.mac.count = 7;
     EXPECT_EQ(refusal("zel_mac_addr", &mac), "count-exceeds-capacity at 4: zel_mac_addr.mac.count, 7, 6");
+    mac.mac.count = 65535;
+    EXPECT_EQ(refusal("zel_mac_addr", &mac), "count-exceeds-capacity at 4: zel_mac_addr.mac.count, 65535, 6");
 
     if_name name{};
     name.name.count = 2;

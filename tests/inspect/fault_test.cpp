@@ -79,7 +79,7 @@ TEST(Fault, NamesTheMissingArgument) {
     const uint8_t bytes[6] = {};
     uint16_t record = 1;
     EXPECT_FALSE(tlvmsg_verify(nullptr, bytes, sizeof bytes, nullptr, nullptr, &fault));
-    EXPECT_EQ(text_of(fault), "error[null-argument]: type: a null pointer was passed at byte 0");
+    EXPECT_EQ(text_of(fault), "error[null-argument]: type: a null pointer was passed");
     EXPECT_FALSE(tlvmsg_decode(type, nullptr, 1, nullptr, &record, nullptr, &fault));
     EXPECT_STREQ(fault.path, "in");
     EXPECT_EQ(record, 0u);
@@ -128,6 +128,15 @@ TEST(Fault, TextIsCutToTheBuffer) {
     EXPECT_EQ(tlvmsg_fault_text(&fault, nullptr, 0), line.size());
 }
 
+// What else it holds is not defined.
+TEST(Fault, TextOfASuccessSaysThatAndNothingElse) {
+    tlvmsg_fault fault{TLVMSG_OK, 7, 8, 9, ""};
+    EXPECT_EQ(text_of(fault), "no fault");
+    char message[TLVMSG_FAULT_TEXT];
+    tlvmsg_fault_message(&fault, message, sizeof message);
+    EXPECT_STREQ(message, "no fault");
+}
+
 TEST(Fault, TextFitsItsBufferForEveryCode) {
     for (int code = 0; code < TLVMSG_CODE_COUNT; ++code) {
         tlvmsg_fault fault{static_cast<tlvmsg_code>(code), SIZE_MAX, UINT64_MAX, UINT64_MAX, {}, {}};
@@ -152,8 +161,12 @@ TEST(Code, HasAStableNameAndAnExplanation) {
     EXPECT_FALSE(tlvmsg_code_find("no-such-code", &untouched));
     EXPECT_FALSE(tlvmsg_code_find(nullptr, &untouched));
     EXPECT_EQ(untouched, TLVMSG_TRUNCATED);
-    EXPECT_STREQ(tlvmsg_code_name(TLVMSG_CODE_COUNT), "unknown");
-    EXPECT_STREQ(tlvmsg_code_text(TLVMSG_CODE_COUNT), "");
+    for (const unsigned none : {TLVMSG_CODE_COUNT + 0u, 1u << 20, UINT32_MAX / 2, UINT32_MAX}) {
+        tlvmsg_fault fault{static_cast<tlvmsg_code>(none), 0, 0, 0, "a"};
+        EXPECT_STREQ(tlvmsg_code_name(fault.code), "unknown");
+        EXPECT_STREQ(tlvmsg_code_text(fault.code), "");
+        EXPECT_EQ(text_of(fault), "error[unknown]: a: unknown code");
+    }
 }
 
 } // namespace

@@ -144,6 +144,9 @@ void Bench::check_accepted(const uint8_t *in, size_t size, const tlvmsg_extent &
 void Bench::check_limits(const uint8_t *in, size_t size, bool accepted, const tlvmsg_extent &extent) {
     const bool flawless = accepted && extent.deviations == 0 && extent.consumed == size;
     check_under({0, false, {}}, in, size, accepted ? extent.consumed : 0, accepted);
+    if (accepted) {
+        check_under({SIZE_MAX, false, {}}, in, size, extent.consumed, true);
+    }
     check_under({0, true, {}}, in, size, size, flawless);
     if (extent.allocated > 1) { // a limit of 0 would be the default
         check_under({extent.allocated, true, {}}, in, size, size, flawless);

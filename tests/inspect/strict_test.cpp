@@ -87,15 +87,19 @@ public:
         EXPECT_EQ(type_.operations->size(record), encodable ? size[1] : type_.operations->size(record));
         EXPECT_EQ(type_.operations->size(record) <= tlvmsg::largest_size, encodable) << type_.name;
 
-        GuardedBuffer strict(size[1] + 1);
-        GuardedBuffer engine(size[1] + 1);
-        for (const size_t room : {size[1], size[1] + 1, size[1] / 2, size_t{0}}) {
-            uint8_t *out = strict.end() - room;
-            const bool fits = tlvmsg_encode(&engine_, record, engine.data(), room, &size[1], &fault[1]);
+        const size_t needed = size[1];
+        GuardedBuffer strict(needed + 1);
+        GuardedBuffer engine(needed + 1);
+        for (const size_t room : {needed, needed + 1, needed / 2, size_t{0}, SIZE_MAX / 2, SIZE_MAX}) {
+            const size_t there = room <= needed ? room : needed;
+            uint8_t *const out = strict.end() - there;
+            uint8_t *const by_engine = engine.end() - there;
+            const bool fits = tlvmsg_encode(&engine_, record, by_engine, room, &size[1], &fault[1]);
+            EXPECT_EQ(fits, encodable && room >= needed);
             EXPECT_EQ(tlvmsg_encode(&type_, record, out, room, &size[0], &fault[0]), fits) << type_.name;
             EXPECT_EQ(size[0], size[1]) << type_.name;
             EXPECT_EQ(line(fault[0]), line(fault[1]));
-            EXPECT_EQ(std::memcmp(out, engine.data(), size[1]), 0) << type_.name;
+            EXPECT_EQ(std::memcmp(out, by_engine, size[1]), 0) << type_.name;
             EXPECT_EQ(type_.operations->encode(record, out, room), fits ? out + size[1] : nullptr);
         }
     }

@@ -20,7 +20,7 @@ namespace {
 void expect_record_size(const tlvmsg_fault &fault) {
     char line[TLVMSG_FAULT_TEXT];
     tlvmsg_fault_text(&fault, line, sizeof line);
-    EXPECT_STREQ(line, "error[record-size]: ifid: a record of 4 bytes, the library's has 20 at byte 0");
+    EXPECT_STREQ(line, "error[record-size]: ifid: a record of 4 bytes, the library's has 20");
 }
 
 TEST(RecordsOfAnotherHeader, AreNotHandedOn) {
