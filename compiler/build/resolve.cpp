@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace tlvc {
 
@@ -113,15 +114,22 @@ private:
 
     // What names a type that is not sound is not sound itself.
     void spread_faults() {
-        const auto unsound = [](const Reference &each) { return !each.type->sound; };
-        for (bool again = true; again;) {
-            again = false;
-            for (const Declared &declared : result_.declared) {
-                Type &type = *declared.type;
-                const std::vector<Reference> named = references(type);
-                if (type.sound && std::any_of(named.begin(), named.end(), unsound)) {
-                    type.sound = false;
-                    again = true;
+        std::map<const Type *, std::vector<Type *>> users;
+        std::vector<const Type *> unsound;
+        for (const Declared &declared : result_.declared) {
+            for (const Reference &each : references(*declared.type)) {
+                users[each.type].push_back(declared.type);
+            }
+            if (!declared.type->sound) {
+                unsound.push_back(declared.type);
+            }
+        }
+        while (!unsound.empty()) {
+            const Type *const type = unsound.back();
+            unsound.pop_back();
+            for (Type *const user : users[type]) {
+                if (std::exchange(user->sound, false)) {
+                    unsound.push_back(user);
                 }
             }
         }

@@ -172,7 +172,10 @@ TEST(CommandLine, json_has_the_places_of_all_faults) {
     "notes": []
   })")) << run.output;
     EXPECT_TRUE(run.says("\"end_column\": 18,\n        \"message\": \"'state' has it\"\n      }\n    ]\n"));
-    EXPECT_TRUE(run.says("'\xC3\xA9' means nothing here") && run.says("'\xEF\xBF\xBD' means nothing here"))
+    EXPECT_TRUE(run.says("'\xC3\xA9' (U+00E9) means nothing here") &&
+                run.says("the byte FF means nothing here"));
+    directory.add("a/odd.tlv", "import \"\xFF\"\n");
+    EXPECT_TRUE(Command("check --format json a/odd.tlv").says("cannot find '\xEF\xBF\xBD'"))
         << "whatever the file is, its faults are UTF-8";
     fs::current_path(data_directory);
 }
