@@ -164,6 +164,10 @@ private:
             fault.help(std::move(instead));
             return;
         }
+        if (suggestions_left_ == 0) {
+            return;
+        }
+        --suggestions_left_;
         std::vector<std::string_view> candidates = tlvmsg::base::names_of(types_);
         candidates.push_back(tlvmsg::base::nearest(name.text, tlvmsg::base::names_of(library()), 2));
         const std::string_view meant = tlvmsg::base::nearest(name.text, candidates);
@@ -248,9 +252,12 @@ private:
             candidates.push_back(each.name);
         }
         ++missing_;
-        faults_.report(fault::unknown_enumerator, value.span, value.name, selector->name)
-            .suggest(value.name, candidates)
-            .note(selector->span, "it is declared here");
+        Diagnostic &fault = faults_.report(fault::unknown_enumerator, value.span, value.name, selector->name)
+                                .note(selector->span, "it is declared here");
+        if (suggestions_left_ != 0) {
+            --suggestions_left_;
+            fault.suggest(value.name, candidates);
+        }
         return 0;
     }
 
@@ -278,8 +285,9 @@ private:
     Diagnostics &faults_;
     Resolution result_;
     std::map<std::string_view, Type *> types_;
-    size_t missing_ = 0;  // names that lead nowhere
-    bool certain_ = true; // that names in the declaration are what they seem
+    size_t missing_ = 0;            // names that lead nowhere
+    size_t suggestions_left_ = 200; // each compares a name with all others, and nobody reads more
+    bool certain_ = true;           // that names in the declaration are what they seem
 };
 
 } // namespace

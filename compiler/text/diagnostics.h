@@ -61,7 +61,7 @@ public:
     std::vector<Diagnostic> in_file_order() const;
 
 private:
-    static constexpr size_t most_kept = 10'000; // what is no schema has as many faults as characters
+    static constexpr size_t most_kept = 100'000; // what is no schema has as many faults as characters
 
     std::vector<Diagnostic> kept_;
     Diagnostic spare_{};
