@@ -154,6 +154,7 @@ private:
             if (const fs::path path = find(file, import.text); !path.empty()) {
                 const Opened imported = open(path);
                 program_.units[file].imports.push_back(imported.file);
+                program_.units[file].leads_to[import.span.begin] = imported.file;
                 edges_.push_back({file, imported.file, import.span});
                 return imported;
             }
