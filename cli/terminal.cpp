@@ -2,6 +2,8 @@
 
 #include "failure.h"
 
+#include "base/visible.h"
+
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
@@ -41,25 +43,7 @@ bool set(const char *variable) {
     return value != nullptr && *value != '\0';
 }
 
-std::string escaped(std::string_view text) {
-    std::string result;
-    for (const char c : text) {
-        const auto byte = static_cast<uint8_t>(c);
-        result += byte >= ' ' && byte <= '~' ? std::string(1, c) : fmt::format("\\x{:02X}", byte);
-    }
-    return result;
-}
-
 } // namespace
-
-std::string shown(std::string_view text) {
-    constexpr size_t head = 600;
-    constexpr size_t tail = 200; // what to do about it stands at the end
-    if (text.size() <= head + tail) {
-        return escaped(text);
-    }
-    return escaped(text.substr(0, head)) + "..." + escaped(text.substr(text.size() - tail));
-}
 
 std::string wrapped(std::string_view text, size_t columns) {
     std::string result;
@@ -92,9 +76,9 @@ void finish_output() {
 }
 
 void complain(std::string_view before, Colour colour, std::string_view label, std::string_view after) {
-    const std::string painted = label.empty() ? "" : Paint(STDERR_FILENO)(colour, shown(label));
+    const std::string painted = label.empty() ? "" : Paint(STDERR_FILENO)(colour, base::visible_head(label));
     // Nobody is left to be told when this fails.
-    std::fputs((shown(before) + painted + shown(after) + "\n").c_str(), stderr);
+    std::fputs((base::visible_head(before) + painted + base::visible_head(after) + "\n").c_str(), stderr);
 }
 
 Paint::Paint(int descriptor)

@@ -36,10 +36,6 @@ void finish_output();
 // In lines of at most that many columns.
 std::string wrapped(std::string_view text, size_t columns);
 
-// Text from outside as a terminal may be told it: printable ASCII, all else as \x1B, and of more than some hundred
-// bytes the first and the last.
-std::string shown(std::string_view text);
-
 enum class ColourWhen { automatic, always, never };
 
 // What the command line says. Automatic: on terminals, unless NO_COLOR is set.
@@ -47,7 +43,7 @@ inline ColourWhen colour_when = ColourWhen::automatic;
 
 enum class Colour { dim, red, yellow, bold };
 
-// A line to standard error, with a label in colour. All of it is from outside, as far as this knows.
+// A line to standard error, with a label in colour. All of it is from outside, as far as this knows, and made visible.
 void complain(std::string_view before, Colour colour = Colour::dim, std::string_view label = "",
               std::string_view after = "");
 

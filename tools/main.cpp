@@ -40,6 +40,7 @@ int run(int argc, char **argv) {
 int main(int argc, char **argv) {
     std::set_new_handler(give_up);
     std::signal(SIGPIPE, SIG_IGN); // print notices
+    std::signal(SIGXFSZ, SIG_IGN); // whatever writes files notices
     try {
         return run(argc, argv);
     } catch (const ReaderGone &) {

@@ -20,7 +20,8 @@ std::unique_ptr<const Schema> compile(const Program &program, Diagnostics &fault
     find_records(*resolution.schema);
     Diagnostics of_checks;
     check(resolution, of_checks);
-    if (!of_checks.any()) { // circles have no size
+    if (!of_checks.any()) { // circles have no depth and no size
+        check_nesting(resolution, of_checks);
         measure(*resolution.schema);
         check_sizes(resolution, of_checks);
     }
@@ -41,10 +42,12 @@ std::unique_ptr<const Schema> compile(const std::vector<std::string> &paths, Sou
 // No schema begins with '#', and every interface.txt does. Nor is an empty file one.
 std::unique_ptr<const Schema> compile_any(const std::string &path, Sources &sources, Diagnostics &faults,
                                           const ImportPath &import_path) {
-    if (std::filesystem::is_directory(path)) {
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error)) {
         return compile(std::vector{path}, sources, faults, import_path);
     }
-    const std::string text = tlvmsg::base::read_file(path); // once, as it may be standard input
+    const std::string read = tlvmsg::base::read_file(path); // once, as it may be standard input
+    const std::string text(without_mark(read));
     const OpenTexts open{{std::filesystem::weakly_canonical(std::filesystem::absolute(path)), text}};
     if (!text.empty() && !text.starts_with('#')) {
         return compile(load({path}, sources, faults, import_path, open), faults);

@@ -5,6 +5,8 @@
 #include "compiler/language/reserved.h"
 #include "compiler/model/cycles.h"
 
+#include <algorithm>
+#include <optional>
 #include <set>
 
 namespace tlvc {
@@ -23,7 +25,7 @@ public:
 
     Program run(const std::vector<std::string> &paths) {
         for (const std::string &file : files_of(paths)) {
-            program_.units[open(file)].named = true;
+            program_.units[open_with_imports(file)].named = true;
         }
         check_imports();
         check_families();
@@ -31,19 +33,66 @@ public:
     }
 
 private:
-    uint32_t open(const fs::path &path) {
-        fs::path canonical = fs::weakly_canonical(fs::absolute(path));
-        auto [known, is_new] = known_.try_emplace(canonical, sources_.size());
-        uint32_t file = known->second;
-        if (is_new) {
-            sources_.add(path.lexically_normal().string(), text(path, canonical));
-            program_.units.push_back(
-                {parse(sources_, file, faults_), canonical, canonical.parent_path().filename().string(), {}});
-            program_.units[file].shipped = canonical.parent_path().parent_path() == shipped_;
-            open_imports(file);
-            program_.units[file].age = complete_++;
+    // A file whose imports are being followed.
+    struct Reading {
+        uint32_t file;
+        size_t imports_taken = 0;
+    };
+
+    // The number of a named file, which is loaded with all that it leads to. Imports may follow one another as far as
+    // they like, so there is no recursion.
+    uint32_t open_with_imports(const fs::path &path) {
+        const Opened first = open(path);
+        std::vector<Reading> unfinished;
+        if (first.is_new) {
+            unfinished.push_back({first.file});
         }
-        return file;
+        while (!unfinished.empty()) {
+            Reading &last = unfinished.back();
+            const std::vector<syntax::Import> &imports = program_.units[last.file].syntax.imports;
+            if (last.imports_taken == imports.size()) {
+                program_.units[last.file].age = complete_++;
+                unfinished.pop_back();
+            } else if (const auto imported = follow(last.file, imports[last.imports_taken++].path);
+                       imported && imported->is_new) {
+                unfinished.push_back({imported->file});
+            }
+        }
+        return first.file;
+    }
+
+    struct Opened {
+        uint32_t file;
+        bool is_new;
+    };
+
+    Opened open(const fs::path &path) {
+        const fs::path canonical = canonical_path(path);
+        if (const auto known = known_.find(canonical); known != known_.end()) {
+            return {known->second, false};
+        }
+        const uint32_t file = sources_.add(spelled(path), text(path, canonical));
+        known_.emplace(canonical, file);
+        program_.units.push_back(
+            {parse(sources_, file, faults_), canonical, canonical.parent_path().filename().string(), {}});
+        program_.units[file].shipped = canonical.parent_path().parent_path() == shipped_;
+        return {file, true};
+    }
+
+    // What the system cannot follow stays as it is, and cannot be read then.
+    static fs::path canonical_path(const fs::path &path) {
+        std::error_code error;
+        const fs::path absolute = fs::absolute(path, error);
+        const fs::path canonical = fs::weakly_canonical(absolute, error);
+        return error ? absolute : canonical;
+    }
+
+    // As faults call the file: without detours, unless these lead elsewhere by symbolic links.
+    static std::string spelled(const fs::path &path) {
+        std::error_code error;
+        const fs::path normal = path.lexically_normal();
+        const bool same = normal == path || !fs::exists(path, error) || fs::equivalent(normal, path, error);
+        return (same ? normal : path).string();
     }
 
     std::string text(const fs::path &path, const fs::path &canonical) const {
@@ -52,21 +101,40 @@ private:
     }
 
     bool exists(const fs::path &path) const {
-        return fs::is_regular_file(path) || open_texts_.contains(fs::weakly_canonical(path));
+        std::error_code error;
+        return fs::is_regular_file(path, error) || open_texts_.contains(canonical_path(path));
     }
 
-    // The first that is there, seen from the file that has the import, then from each directory of the import path.
+    // The first that is there: seen from the file that has the import, as it was named and where symbolic links lead to,
+    // then from each directory of the import path.
     fs::path find(uint32_t file, std::string_view import) const {
-        fs::path beside = (fs::path(sources_.path(file)).parent_path() / import).lexically_normal();
-        if (exists(beside)) {
-            return beside;
-        }
+        const fs::path beside = fs::path(sources_.path(file)).parent_path() / import;
+        std::vector<fs::path> candidates{beside, program_.units[file].canonical.parent_path() / import,
+                                         beside.lexically_normal()};
         for (const fs::path &directory : import_path_) {
-            if (!directory.empty() && exists(directory / import)) {
-                return (directory / import).lexically_normal();
+            if (!directory.empty()) {
+                candidates.push_back(directory / import);
             }
         }
-        return {};
+        const auto found = std::find_if(candidates.begin(), candidates.end(),
+                                        [this](const fs::path &each) { return exists(each); });
+        return found != candidates.end() ? *found : fs::path();
+    }
+
+    // What the system has against a path, if it is more than that nothing is there.
+    static std::string why_missing(const fs::path &directory, const fs::path &import) {
+        const fs::path path = directory / import;
+        std::error_code error;
+        if (fs::exists(path, error)) {
+            return "what is there is no regular file";
+        }
+        if (error) {
+            return error.message();
+        }
+        if (fs::is_symlink(path, error)) {
+            return "what is there is a symbolic link that leads nowhere";
+        }
+        return import.is_absolute() ? "a path that begins with '/' is looked for nowhere else" : "";
     }
 
     // What may be meant by a name, or where files are looked for.
@@ -79,21 +147,25 @@ private:
         return "the path starts at this file's directory, at one that -I gives, or at the library's schema";
     }
 
-    void open_imports(uint32_t file) {
-        std::vector<syntax::Import> imports = program_.units[file].syntax.imports; // the units move
-        for (const syntax::Import &import : imports) {
-            const fs::path path = find(file, import.path.text);
-            if (path.empty()) {
-                program_.units[file].syntax.imports_found = false;
-                faults_.report(fault::import_not_found, import.path.span, import.path.text)
-                    .help(instead_of_missing(file, fs::path(import.path.text).filename()));
-                continue;
+    // Nothing for an import that leads to no file, or to one that cannot be read, which is a fault.
+    std::optional<Opened> follow(uint32_t file, const syntax::Name &import) {
+        std::string help;
+        try {
+            if (const fs::path path = find(file, import.text); !path.empty()) {
+                const Opened imported = open(path);
+                program_.units[file].imports.push_back(imported.file);
+                program_.units[file].leads_to[import.span.begin] = imported.file;
+                edges_.push_back({file, imported.file, import.span});
+                return imported;
             }
-            uint32_t imported = open(path);
-            program_.units[file].imports.push_back(imported);
-            program_.units[file].leads_to[import.path.span.begin] = imported;
-            edges_.push_back({file, imported, import.path.span});
+            help = why_missing(fs::path(sources_.path(file)).parent_path(), import.text);
+            help = help.empty() ? instead_of_missing(file, fs::path(import.text).filename()) : help;
+        } catch (const tlvmsg::base::IoError &error) {
+            help = error.what();
         }
+        program_.units[file].syntax.imports_found = false;
+        faults_.report(fault::import_not_found, import.span, import.text).help(help);
+        return std::nullopt;
     }
 
     void check_imports() {
@@ -147,19 +219,39 @@ private:
 
 } // namespace
 
+namespace {
+
+// The schema files in a directory and below, in order. Hidden ones are somebody's own, as the locks of editors are.
+std::set<std::string> files_below(const std::string &directory) {
+    std::set<std::string> found;
+    std::error_code error;
+    fs::recursive_directory_iterator each(directory, error);
+    for (; !error && each != fs::recursive_directory_iterator(); each.increment(error)) {
+        const fs::path &path = each->path();
+        std::error_code ignored;
+        if (path.filename().string().starts_with('.')) {
+            each.disable_recursion_pending();
+        } else if (path.extension() == ".tlv" && !each->is_directory(ignored)) {
+            found.insert(path.string());
+        }
+    }
+    if (error) {
+        throw tlvmsg::base::IoError("cannot read all of '" + directory + "': " + error.message());
+    }
+    return found;
+}
+
+} // namespace
+
 std::vector<std::string> files_of(const std::vector<std::string> &paths) {
     std::vector<std::string> files;
     for (const std::string &path : paths) {
-        if (!fs::is_directory(path)) {
+        std::error_code error;
+        if (!fs::is_directory(path, error)) {
             files.push_back(path);
             continue;
         }
-        std::set<std::string> found;
-        for (const auto &each : fs::recursive_directory_iterator(path)) {
-            if (each.path().extension() == ".tlv") {
-                found.insert(each.path().string());
-            }
-        }
+        const std::set<std::string> found = files_below(path);
         if (found.empty()) {
             throw tlvmsg::base::IoError("there are no .tlv files in '" + path + "'");
         }

@@ -31,7 +31,7 @@ using OpenTexts = std::map<std::filesystem::path, std::string>;
 // Directories below which imports are looked for when the file's own has none; the installed schema is always the last.
 using ImportPath = std::vector<std::filesystem::path>;
 
-// For each directory the schema files in it and below. Throws IoError if there are none.
+// For each directory the schema files in it and below, hidden ones left out. Throws IoError if there are none.
 std::vector<std::string> files_of(const std::vector<std::string> &paths);
 
 // Where the families of the library are installed, going by where the program is; empty if it is nowhere.
@@ -47,7 +47,7 @@ using LibraryTypes = std::map<std::string, LibraryType, std::less<>>;
 const LibraryTypes &library();
 
 // Of files, and of all schema files in directories and below. Throws IoError for what cannot be read; an import that
-// leads to no file is a fault of its file.
+// leads to no file, or to one that cannot be read, is a fault of its file.
 Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults,
              const ImportPath &import_path, const OpenTexts &open = {});
 

@@ -41,12 +41,7 @@ public:
         return known != sizes_.end() ? known->second : sizes_[&type] = bounded(type, unbounded(type));
     }
 
-    bool may_wrap(const Type &type) {
-        const std::vector<Reference> named = references(type);
-        return unbounded(type).max > UINT16_MAX ||
-               std::any_of(named.begin(), named.end(),
-                           [this](const Reference &each) { return each.held && may_wrap(*each.type); });
-    }
+    bool may_wrap(const Type &type) { return unbounded(type).max > UINT16_MAX; }
 
 private:
     Size item_size(const Type &array) {
@@ -120,7 +115,18 @@ void measure(Schema &schema) {
         const Size size = type.sound ? sizes.of(type) : Size{0, 0};
         type.min_size = size.min;
         type.max_size = size.max;
-        type.wraps = type.sound && sizes.may_wrap(type);
+    }
+    for (Type *const type : bottom_up(schema.types)) {
+        type->wraps = sizes.may_wrap(*type);
+        type->holds_blocks = is_dynamic(*type);
+        type->holds_dynamic_bytes = type->kind == Kind::DynamicBytes;
+        for (const Reference &each : references(*type)) {
+            if (each.held) {
+                type->wraps = type->wraps || each.type->wraps;
+                type->holds_blocks = type->holds_blocks || each.type->holds_blocks;
+                type->holds_dynamic_bytes = type->holds_dynamic_bytes || each.type->holds_dynamic_bytes;
+            }
+        }
     }
     for (Type &type : schema.types) {
         type.max_count = type.sound && is_array(type) ? most_items(type, wire::largest_element) : 0;

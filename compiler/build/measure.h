@@ -4,7 +4,7 @@
 
 namespace tlvc {
 
-// Fills in min_size, max_size and max_count. The types must not hold each other in a circle.
+// Fills in min_size, max_size, max_count and what a type has because what it holds has it. The types must not hold each other in a circle.
 void measure(Schema &schema);
 
 // How many items an array has at the most when its element takes up to `size` bytes.

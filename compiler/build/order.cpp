@@ -2,7 +2,7 @@
 
 #include "compiler/model/references.h"
 
-#include <algorithm>
+#include <map>
 #include <set>
 
 namespace tlvc {
@@ -13,39 +13,41 @@ namespace {
 class TypeOrder {
 public:
     explicit TypeOrder(const Family &family) : family_(family) {
+        const auto used = [this](const Section *section) { return used_sections(*section); };
         for (const Section *section : family.sections) {
-            visit(*section);
+            walk_depth_first<const Section *>(section, sections_, used,
+                                              [this](const Section *each) { add_types(*each); });
         }
     }
     std::vector<const Type *> result;
 
 private:
-    void visit(const Section &section) {
-        if (!sections_.insert(&section).second) {
-            return;
-        }
+    std::vector<const Section *> used_sections(const Section &section) const {
+        std::vector<const Section *> used;
         for (const Type *type : section.types) {
             for (const Reference &reference : references(*type)) {
                 if (reference.type->family == &family_) {
-                    visit(*reference.type->section);
+                    used.push_back(reference.type->section);
                 }
             }
         }
-        for (const Type *type : section.types) {
-            visit(*type, section);
-        }
+        return used;
     }
 
-    void visit(const Type &type, const Section &section) {
-        if (type.section != &section || !types_.insert(&type).second) {
-            return;
-        }
-        for (const Reference &reference : references(type)) {
-            if (reference.held) {
-                visit(*reference.type, section);
+    void add_types(const Section &section) {
+        const auto held = [&](const Type *type) {
+            std::vector<const Type *> types;
+            for (const Reference &reference : references(*type)) {
+                if (reference.held && reference.type->section == &section) {
+                    types.push_back(reference.type);
+                }
             }
+            return types;
+        };
+        for (const Type *type : section.types) {
+            walk_depth_first<const Type *>(type, types_, held,
+                                           [this](const Type *each) { result.push_back(each); });
         }
-        result.push_back(&type);
     }
 
     const Family &family_;
@@ -67,15 +69,28 @@ std::vector<const Family *> used_families(const Family &family) {
 
 // Takes the first family by name whose uses have all been taken, again and again.
 std::vector<const Family *> in_order(const std::deque<Family> &families) {
+    const auto by_name = [](const Family *a, const Family *b) { return a->name < b->name; };
+    std::set<const Family *, decltype(by_name)> next(by_name);
+    std::map<const Family *, std::vector<const Family *>> users;
+    std::map<const Family *, size_t> missing; // uses that have not been taken
+    for (const Family &family : families) {
+        missing[&family] = family.uses.size();
+        for (const Family *used : family.uses) {
+            users[used].push_back(&family);
+        }
+        if (family.uses.empty()) {
+            next.insert(&family);
+        }
+    }
     std::vector<const Family *> result;
-    const auto is_taken = [&](const Family *family) {
-        return std::find(result.begin(), result.end(), family) != result.end();
-    };
-    const auto is_next = [&](const Family &family) {
-        return !is_taken(&family) && std::all_of(family.uses.begin(), family.uses.end(), is_taken);
-    };
-    while (result.size() < families.size()) {
-        result.push_back(&*std::find_if(families.begin(), families.end(), is_next));
+    while (!next.empty()) {
+        result.push_back(*next.begin());
+        next.erase(next.begin());
+        for (const Family *user : users[result.back()]) {
+            if (--missing[user] == 0) {
+                next.insert(user);
+            }
+        }
     }
     return result;
 }

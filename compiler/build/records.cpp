@@ -1,10 +1,6 @@
 #include "compiler/build/records.h"
 
-#include "compiler/model/references.h"
-
 #include <fmt/format.h>
-
-#include <algorithm>
 
 namespace tlvc {
 
@@ -71,13 +67,6 @@ void find_records(Schema &schema) {
         }
         type.fields = fields_of(type);
     }
-}
-
-bool holds_blocks(const Type &type) {
-    const std::vector<Reference> named = references(type);
-    return is_dynamic(type) || std::any_of(named.begin(), named.end(), [](const Reference &each) {
-               return each.held && holds_blocks(*each.type);
-           });
 }
 
 std::string joined(const std::vector<std::string> &path) { return fmt::format("{}", fmt::join(path, ".")); }

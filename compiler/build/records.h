@@ -10,7 +10,4 @@ namespace tlvc {
 
 void find_records(Schema &schema);
 
-// Whether a record of the type can have a dynamic array in it.
-bool holds_blocks(const Type &type);
-
 } // namespace tlvc

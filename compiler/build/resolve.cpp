@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace tlvc {
 
@@ -113,15 +114,22 @@ private:
 
     // What names a type that is not sound is not sound itself.
     void spread_faults() {
-        const auto unsound = [](const Reference &each) { return !each.type->sound; };
-        for (bool again = true; again;) {
-            again = false;
-            for (const Declared &declared : result_.declared) {
-                Type &type = *declared.type;
-                const std::vector<Reference> named = references(type);
-                if (type.sound && std::any_of(named.begin(), named.end(), unsound)) {
-                    type.sound = false;
-                    again = true;
+        std::map<const Type *, std::vector<Type *>> users;
+        std::vector<const Type *> unsound;
+        for (const Declared &declared : result_.declared) {
+            for (const Reference &each : references(*declared.type)) {
+                users[each.type].push_back(declared.type);
+            }
+            if (!declared.type->sound) {
+                unsound.push_back(declared.type);
+            }
+        }
+        while (!unsound.empty()) {
+            const Type *const type = unsound.back();
+            unsound.pop_back();
+            for (Type *const user : users[type]) {
+                if (std::exchange(user->sound, false)) {
+                    unsound.push_back(user);
                 }
             }
         }
@@ -156,6 +164,10 @@ private:
             fault.help(std::move(instead));
             return;
         }
+        if (suggestions_left_ == 0) {
+            return;
+        }
+        --suggestions_left_;
         std::vector<std::string_view> candidates = tlvmsg::base::names_of(types_);
         candidates.push_back(tlvmsg::base::nearest(name.text, tlvmsg::base::names_of(library()), 2));
         const std::string_view meant = tlvmsg::base::nearest(name.text, candidates);
@@ -240,9 +252,12 @@ private:
             candidates.push_back(each.name);
         }
         ++missing_;
-        faults_.report(fault::unknown_enumerator, value.span, value.name, selector->name)
-            .suggest(value.name, candidates)
-            .note(selector->span, "it is declared here");
+        Diagnostic &fault = faults_.report(fault::unknown_enumerator, value.span, value.name, selector->name)
+                                .note(selector->span, "it is declared here");
+        if (suggestions_left_ != 0) {
+            --suggestions_left_;
+            fault.suggest(value.name, candidates);
+        }
         return 0;
     }
 
@@ -270,8 +285,9 @@ private:
     Diagnostics &faults_;
     Resolution result_;
     std::map<std::string_view, Type *> types_;
-    size_t missing_ = 0;  // names that lead nowhere
-    bool certain_ = true; // that names in the declaration are what they seem
+    size_t missing_ = 0;            // names that lead nowhere
+    size_t suggestions_left_ = 200; // each compares a name with all others, and nobody reads more
+    bool certain_ = true;           // that names in the declaration are what they seem
 };
 
 } // namespace

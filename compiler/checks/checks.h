@@ -7,6 +7,10 @@ namespace tlvc {
 
 void check(const Resolution &resolution, Diagnostics &faults);
 
+// For a model in which no type holds itself: how deep types nest. Those nested too deeply are not sound any more, so that
+// whatever comes behind may follow the nesting of sound ones by recursion.
+void check_nesting(const Resolution &resolution, Diagnostics &faults);
+
 // For the model as measured.
 void check_sizes(const Resolution &resolution, Diagnostics &faults);
 

@@ -235,10 +235,14 @@ void check_attributes(const Declared &declared, Diagnostics &faults) {
                              [&](const Attribute *each) { return each->name == name.text; });
             if (known == std::end(attributes)) {
                 std::vector<std::string_view> names;
+                std::string all;
                 for (const Attribute *each : attributes) {
                     names.push_back(each->name);
+                    all += fmt::format("{}@{}, for {}", all.empty() ? "" : "; ", each->name, each->place);
                 }
-                faults.report(fault::unknown_attribute, name.span, name.text).suggest(name.text, names);
+                faults.report(fault::unknown_attribute, name.span, name.text)
+                    .suggest(name.text, names)
+                    .help("the attributes are " + all);
             } else if (auto [first, is_new] = seen.try_emplace(name.text, name.span); !is_new) {
                 faults.report(fault::misplaced_attribute, name.span, name.text, "it is given already")
                     .note(first->second, "the first is here");

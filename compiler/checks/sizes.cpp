@@ -1,5 +1,6 @@
 // Limits on what types add up to: bytes, nesting, and the length of paths.
 #include "compiler/checks/checks.h"
+#include "compiler/model/references.h"
 
 #include <algorithm>
 #include <map>
@@ -14,63 +15,75 @@ constexpr uint64_t largest_size = 65535; // that a size operation can return
 constexpr size_t deepest = 16;
 constexpr size_t longest_path = 127;
 
-// Of the types below a type: how many there are one in another, and how long the names on the way get.
-struct Extent {
-    size_t depth = 0;
-    size_t path = 0;
-
-    void include(const Extent &inside, size_t name) {
-        depth = std::max(depth, inside.depth + 1);
-        path = std::max(path, name + inside.path);
-    }
-};
-
-class Extents {
+// How long the names on the way to what a type holds get.
+class Paths {
 public:
-    const Extent &of(const Type &type) {
+    size_t longest(const Type &type) {
         auto known = known_.find(&type);
         return known != known_.end() ? known->second : known_[&type] = below(type);
     }
 
 private:
-    Extent below(const Type &type) {
-        Extent extent;
+    size_t below(const Type &type) {
+        size_t path = 0;
         for (const Member &member : type.members) {
-            extent.include(of(*member.type), member.path.empty() ? 0 : 1 + joined(member.path).size());
+            path = std::max(path, (member.path.empty() ? 0 : 1 + joined(member.path).size()) +
+                                      longest(*member.type));
         }
         for (const Alternative &alternative : type.alternatives) {
-            extent.include(of(*alternative.type), 1 + alternative.name.size());
+            path = std::max(path, 1 + alternative.name.size() + longest(*alternative.type));
         }
         if (is_array(type)) {
-            extent.include({}, std::string_view(".count").size());
-            extent.include(of(*type.element), 2 + std::to_string(type.max_count).size());
+            const size_t item = 2 + std::to_string(type.max_count).size() + longest(*type.element);
+            path = std::max({path, std::string_view(".count").size(), item});
         }
-        return extent;
+        return path;
     }
 
-    std::map<const Type *, Extent> known_;
+    std::map<const Type *, size_t> known_;
 };
+
+// A fault of a type is one of all that hold it, and told once: these are no longer sound.
+bool holds_unsound(const Type &type) {
+    const std::vector<Reference> named = references(type);
+    return std::any_of(named.begin(), named.end(),
+                       [](const Reference &each) { return each.held && !each.type->sound; });
+}
+
+// Whether it is within the limits.
+bool check_size(const Type &type, Paths &paths, Diagnostics &faults) {
+    const bool fits = type.kind != Kind::Structure || type.min_size <= largest_size;
+    if (!fits) {
+        faults.report(fault::fixed_size, type.span, type.name, type.min_size, largest_size);
+    }
+    const size_t path = type.name.size() + paths.longest(type);
+    if (path > longest_path) {
+        faults.report(fault::path_too_long, type.span, type.name, path, longest_path);
+    }
+    return fits && path <= longest_path;
+}
 
 } // namespace
 
+void check_nesting(const Resolution &resolution, Diagnostics &faults) {
+    std::map<const Type *, size_t> depths;
+    for (Type *const type : bottom_up(resolution.schema->types)) {
+        size_t within = is_number(*type) ? 0 : 1; // at the least scalars
+        for (const Reference &each : references(*type)) {
+            within = std::max(within, each.held ? depths[each.type] : 0);
+        }
+        const size_t depth = depths[type] = within + 1;
+        if (depth > deepest && !holds_unsound(*type)) {
+            faults.report(fault::nested_too_deeply, type->span, type->name, depth, deepest);
+        }
+        type->sound = depth <= deepest;
+    }
+}
+
 void check_sizes(const Resolution &resolution, Diagnostics &faults) {
-    Extents extents;
-    for (const Declared &declared : resolution.declared) {
-        const Type &type = *declared.type;
-        if (!type.sound) {
-            continue;
-        }
-        if (type.kind == Kind::Structure && type.min_size > largest_size) {
-            faults.report(fault::fixed_size, type.span, type.name, type.min_size, largest_size);
-        }
-        const Extent &extent = extents.of(type);
-        if (extent.depth + 1 > deepest) {
-            faults.report(fault::nested_too_deeply, type.span, type.name, extent.depth + 1, deepest);
-        }
-        if (type.name.size() + extent.path > longest_path) {
-            faults.report(fault::path_too_long, type.span, type.name, type.name.size() + extent.path,
-                          longest_path);
-        }
+    Paths paths;
+    for (Type *const type : bottom_up(resolution.schema->types)) {
+        type->sound = !holds_unsound(*type) && check_size(*type, paths, faults);
     }
 }
 

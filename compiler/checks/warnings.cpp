@@ -17,9 +17,11 @@ void check_array(const Type &type, Diagnostics &warnings) {
     const uint64_t item = whole_elements ? type.element->max_size : type.element->scalar->width;
     const uint64_t full = wire::array_prefix + type.capacity * item;
     if (full > wire::largest_element) {
+        const uint64_t fitting = (wire::largest_element - wire::array_prefix) / item;
         warnings.report(fault::array_never_full, type.span, type.name, full, wire::largest_element)
-            .help(fmt::format("a capacity of {} always fits",
-                              (wire::largest_element - wire::array_prefix) / item));
+            .help(fitting != 0 ? fmt::format("a capacity of {} always fits", fitting)
+                               : fmt::format("not one '{}' fits when it is full: lower the capacities in it",
+                                             type.element->name));
     }
 }
 

@@ -27,7 +27,9 @@ inline const Help check = {
     {"Names and tags are unique over all files that are named or imported: name all of a family, and all "
      "families that meet in one program.",
      "In JSON, faults are an array of objects with file, line, column, end_line, end_column, code, severity, "
-     "message, help and notes. Lines and columns count from 1, columns in characters."},
+     "message, help and notes. Lines and columns count from 1, columns in characters. Faults beyond 100,000 "
+     "are "
+     "only counted."},
     {{"tlvc check relay/*.tlv", "silent when all is well"},
      {"tlvc check --strict --format json relay/*.tlv | jq -r '.[].code'", "nothing doubtful, either"}}};
 
@@ -51,11 +53,15 @@ inline const Help describe = {
      "64 bits, with 32, and on i386. tlvc compare reads it like a schema."},
     {{"tlvc interface relay/*.tlv > interface.txt", "what is promised from now on"}}};
 
-inline const Help format = {"Bring schema files into the canonical layout",
-                            {"Files are rewritten, standard input goes to standard output. Remarks and the "
-                             "order of declarations stay. A file that is no schema stays as it is."},
-                            {{"tlvc format relay/*.tlv", "rewrite a family"},
-                             {"tlvc format --check relay/*.tlv", "name what would change, as a test"}}};
+inline const Help format = {
+    "Bring schema files into the canonical layout",
+    {"Files are rewritten, standard input goes to standard output. Remarks and the "
+     "order of declarations stay. A file that is no schema stays as it is.",
+     "Whatever fails, a file has either its old text or the new one: that is written "
+     "beside it and takes its place, with its mode. Symbolic links are followed; a file "
+     "with several hard links is refused."},
+    {{"tlvc format relay/*.tlv", "rewrite a family"},
+     {"tlvc format --check relay/*.tlv", "name what would change, as a test"}}};
 
 inline const Help tags = {
     "Print which tags are used, and which are free",

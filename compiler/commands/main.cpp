@@ -58,7 +58,13 @@ void show(const Diagnostics &faults, const Sources &sources, const Options &opti
 // What is only described may be of another library.
 std::unique_ptr<const Schema> compile_and_show(const Options &options, Sources &sources, bool described) {
     Diagnostics faults;
-    auto schema = compile(options.files, sources, faults, options.import_path);
+    std::unique_ptr<const Schema> schema;
+    try {
+        schema = compile(options.files, sources, faults, options.import_path);
+    } catch (const IoError &) {
+        show(faults, sources, options); // those of the files before
+        throw;
+    }
     if (schema && !described && !options.library) {
         check_own_tags(*schema, faults);
     }
@@ -88,8 +94,7 @@ void write_stamp(const std::string &stamp, const Sources &sources) {
         rule += " \\\n  " + escaped_for_make(std::filesystem::absolute(sources.path(file)).string());
     }
     write_if_changed(stamp + ".d", rule + "\n");
-    write_if_changed(stamp, "");
-    std::filesystem::last_write_time(stamp, std::filesystem::file_time_type::clock::now());
+    touch_file(stamp);
 }
 
 int generate(const Options &options) {
@@ -117,30 +122,46 @@ int describe(const Options &options) {
     return schema ? exit_fine : exit_found;
 }
 
+// Whether nothing is left to do to it; of a file that is no schema the faults say why.
+bool format_file(const std::string &path, bool check_only, Sources &sources, Diagnostics &faults) {
+    const std::string before = read_file(path);
+    Diagnostics own;
+    const syntax::File syntax = parse(sources, sources.add(path, before), own);
+    if (own.any()) {
+        faults.append(own);
+        return true;
+    }
+    const std::string text = format(syntax, sources);
+    if (check_only && text != before) {
+        print(path + "\n");
+        return false;
+    }
+    if (!check_only && path == "-") {
+        print(text);
+    } else if (!check_only) {
+        replace_file(path, text);
+    }
+    return true;
+}
+
+// A file that cannot be read or written does not keep the others from being formatted.
 int format_files(const Options &options) {
     Sources sources;
     Diagnostics faults;
     bool all_formatted = true;
+    std::vector<std::string> problems;
     for (const std::string &path : files_of(options.files)) {
-        uint32_t file = sources.add(path, read_file(path));
-        Diagnostics own;
-        syntax::File syntax = parse(sources, file, own);
-        if (own.any()) {
-            faults.append(own);
-            continue;
-        }
-        std::string text = format(syntax, sources);
-        if (!options.check_only && path == "-") {
-            print(text);
-        } else if (!options.check_only) {
-            write_if_changed(path, text);
-        } else if (text != sources.text(file)) {
-            print(path + "\n");
-            all_formatted = false;
+        try {
+            all_formatted = format_file(path, options.check_only, sources, faults) && all_formatted;
+        } catch (const IoError &error) {
+            problems.emplace_back(error.what());
         }
     }
     show(faults, sources);
-    return !faults.any() && all_formatted ? exit_fine : exit_found;
+    for (const std::string &problem : problems) {
+        complain(fmt::format("tlvc: {}", problem));
+    }
+    return !problems.empty() ? exit_io : !faults.any() && all_formatted ? exit_fine : exit_found;
 }
 
 std::unique_ptr<const Schema> compile_side(const Side &side, Sources &sources) {
@@ -302,6 +323,7 @@ int run(int argc, char **argv) {
 
 int main(int argc, char **argv) {
     std::signal(SIGPIPE, SIG_IGN); // print notices
+    std::signal(SIGXFSZ, SIG_IGN); // whatever writes files notices
     try {
         return run(argc, argv);
     } catch (const ReaderGone &) {

@@ -1,5 +1,4 @@
 // FAMILY.hpp: what tlvmsg.hpp knows about each record.
-#include "compiler/build/records.h"
 #include "compiler/emit/emit.h"
 #include "compiler/model/names.h"
 
@@ -40,7 +39,7 @@ std::string traits(const Type &type) {
                        "    static constexpr tlvmsg_kind kind = {};\n"
                        "    static constexpr bool holds_blocks = {};\n"
                        "    static const tlvmsg_type &type() noexcept {{ return *{}(); }}\n{}}};\n\n",
-                       names::record(type), names::kind(type.kind), holds_blocks(type),
+                       names::record(type), names::kind(type.kind), type.holds_blocks,
                        names::descriptor_accessor(type), is_array(type) ? "" : visit(type));
 }
 

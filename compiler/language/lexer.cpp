@@ -1,6 +1,7 @@
 #include "compiler/language/lexer.h"
 
 #include "base/ascii.h"
+#include "base/visible.h"
 
 #include <algorithm>
 #include <charconv>
@@ -101,12 +102,24 @@ private:
         const bool malformed = digits.find_first_not_of("0123456789") != std::string_view::npos;
         if (malformed) {
             Diagnostic &fault = faults_.report(fault::malformed_number, span(begin), digits);
-            uint64_t value = 0;
-            const std::string_view hex = digits.starts_with("0x") ? digits.substr(2) : digits;
-            const auto end = std::from_chars(hex.begin(), hex.end(), value, 16).ptr;
-            fault.help(digits.starts_with("0x") && end == hex.end() ? fmt::format("write {}", value) : "");
+            fault.help(decimal_of(digits));
         }
         add(TokenKind::Number, span(begin), malformed);
+    }
+
+    // What to write instead of a hexadecimal number, if it is one.
+    static std::string decimal_of(std::string_view digits) {
+        if (!digits.starts_with("0x") && !digits.starts_with("0X")) {
+            return "";
+        }
+        digits.remove_prefix(2);
+        uint64_t value = 0;
+        const auto [end, error] = std::from_chars(digits.begin(), digits.end(), value, 16);
+        if (digits.empty() || end != digits.end()) {
+            return "";
+        }
+        return error == std::errc() ? fmt::format("write {}", value)
+                                    : fmt::format("no number in a schema is above {}", UINT32_MAX);
     }
 
     void string() {
@@ -146,7 +159,7 @@ private:
         const size_t begin = at_;
         const size_t end = text_.find("*/", begin + 2);
         at_ = end != std::string_view::npos ? end + 2 : std::min(text_.find('\n', begin), text_.size());
-        faults_.report(fault::unexpected_character, span(begin, begin + 2), "/*")
+        faults_.report(fault::unexpected_character, span(begin, begin + 2), "'/*'")
             .help("a remark begins with '//' and ends with its line");
     }
 
@@ -155,14 +168,16 @@ private:
         return span(begin, begin + line.find_last_not_of(" \t\r") + 1);
     }
 
-    // A character of several bytes is one fault.
+    // A character of several bytes is one fault, and so is a row of the same.
     void unexpected_character() {
         size_t begin = at_++;
         skip_while([](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; });
         std::string_view character = text_.substr(begin, at_ - begin);
-        bool printable = static_cast<unsigned char>(character[0]) >= 0x20 && character[0] != 0x7F;
-        Diagnostic &fault = faults_.report(fault::unexpected_character, span(begin),
-                                           printable ? character : "control character");
+        while (text_.substr(at_).starts_with(character)) {
+            at_ += character.size();
+        }
+        Diagnostic &fault =
+            faults_.report(fault::unexpected_character, span(begin), tlvmsg::base::named(character));
         for (const auto &[characters, help] : helps) {
             fault.help(characters.find(character) != characters.npos ? help : "");
         }

@@ -2,8 +2,10 @@
 
 #include "compiler/text/source.h"
 
-#include <algorithm>
+#include <cstdint>
 #include <map>
+#include <set>
+#include <utility>
 #include <vector>
 
 namespace tlvc {
@@ -17,50 +19,78 @@ struct Edge {
 
 // The circles that a depth-first walk along the edges meets, each as the edges that lead around it. Every graph with
 // a circle gives at least one, and the order of edges decides which. Of several edges between the same two nodes the
-// first counts.
+// first counts. Circles share their edges, so that all of a large graph would take its square: behind some thousand
+// edges no further circle is told.
 template <typename Node>
 class CycleFinder {
 public:
     using Cycle = std::vector<Edge<Node>>;
 
     explicit CycleFinder(const std::vector<Edge<Node>> &edges) {
+        std::set<std::pair<Node, Node>> known;
         for (const Edge<Node> &edge : edges) {
-            std::vector<Edge<Node>> &known = outgoing_[edge.from];
-            bool again = std::any_of(known.begin(), known.end(),
-                                     [&](const Edge<Node> &other) { return other.to == edge.to; });
-            if (!again) {
-                known.push_back(edge);
+            if (known.emplace(edge.from, edge.to).second) {
+                outgoing_[edge.from].push_back(edge);
             }
         }
         for (const Edge<Node> &edge : edges) {
-            visit(edge.from);
+            walk(edge.from);
         }
     }
 
     std::vector<Cycle> cycles;
 
 private:
-    enum class State { Open, Done };
+    static constexpr size_t enough = 10'000; // edges in circles
 
-    void visit(const Node &node) {
-        const auto [state, is_new] = states_.try_emplace(node, State::Open);
-        if (is_new) {
-            for (const Edge<Node> &edge : outgoing_[node]) {
-                path_.push_back(edge);
-                visit(edge.to);
+    struct Step {
+        Node node;
+        size_t taken = 0; // edges that the walk went along, the last of them to the next step
+    };
+
+    // Without recursion: schemas chain as many types and files as they like.
+    void walk(const Node &root) {
+        enter(root);
+        while (!path_.empty()) {
+            Step &last = path_.back();
+            const std::vector<Edge<Node>> &edges = outgoing_[last.node];
+            if (last.taken == edges.size()) {
+                open_[last.node] = done;
                 path_.pop_back();
+            } else {
+                const Edge<Node> &edge = edges[last.taken++];
+                enter(edge.to);
             }
-            state->second = State::Done;
-        } else if (state->second == State::Open) {
-            const auto first = std::find_if(path_.begin(), path_.end(),
-                                            [&](const Edge<Node> &edge) { return edge.from == node; });
-            cycles.emplace_back(first, path_.end());
         }
     }
 
+    void enter(const Node &node) {
+        const auto [known, is_new] = open_.try_emplace(node, path_.size());
+        if (is_new) {
+            path_.push_back({node});
+        } else if (known->second != done) {
+            tell(known->second);
+        }
+    }
+
+    // The circle from that step of the path back to it.
+    void tell(size_t first) {
+        if (told_ >= enough) {
+            return;
+        }
+        Cycle &cycle = cycles.emplace_back();
+        for (size_t i = first; i < path_.size(); ++i) {
+            cycle.push_back(outgoing_[path_[i].node][path_[i].taken - 1]);
+        }
+        told_ += cycle.size();
+    }
+
+    static constexpr size_t done = SIZE_MAX;
+
     std::map<Node, std::vector<Edge<Node>>> outgoing_;
-    std::map<Node, State> states_;
-    Cycle path_;
+    std::map<Node, size_t> open_; // where on the path a node is, or that it is done
+    std::vector<Step> path_;
+    size_t told_ = 0;
 };
 
 template <typename Node>

@@ -117,8 +117,10 @@ struct Type {
     uint64_t min_size = 0;
     uint64_t max_size = 0;
     bool fixed_size() const { return min_size == max_size; }
-    bool wraps = false;     // whether records can be filled so that their 16-bit size wraps
-    uint64_t max_count = 0; // every array: the most items that an element of it can hold
+    bool wraps = false;               // whether records can be filled so that their 16-bit size wraps
+    bool holds_blocks = false;        // whether a record can have a dynamic array in it ...
+    bool holds_dynamic_bytes = false; // ... and one of bytes
+    uint64_t max_count = 0;           // every array: the most items that an element of it can hold
 };
 
 // What a schema file declares.

@@ -165,25 +165,19 @@ std::string headline(const Type &type) {
     return {};
 }
 
-// The dynamic byte array that a type is or holds, with its path.
-std::optional<std::string> path_to_dynamic_bytes(const Type &type, const std::string &path) {
-    if (type.kind == Kind::DynamicBytes) {
-        return path;
+// Where the first dynamic byte array is that a type is or holds.
+std::string path_to_dynamic_bytes(const Type &type, const std::string &path) {
+    const auto leads_there = [](const auto &part) { return part.type->holds_dynamic_bytes; };
+    const auto member = std::find_if(type.members.begin(), type.members.end(), leads_there);
+    if (member != type.members.end()) {
+        return path_to_dynamic_bytes(*member->type, below(path, joined(member->path)));
     }
-    std::optional<std::string> found;
-    const auto look = [&](const Type &part, const std::string &name) {
-        found = found ? found : path_to_dynamic_bytes(part, below(path, name));
-    };
-    for (const Member &member : type.members) {
-        look(*member.type, joined(member.path));
+    const auto alternative = std::find_if(type.alternatives.begin(), type.alternatives.end(), leads_there);
+    if (alternative != type.alternatives.end()) {
+        return path_to_dynamic_bytes(*alternative->type, below(path, alternative->name));
     }
-    for (const Alternative &alternative : type.alternatives) {
-        look(*alternative.type, alternative.name);
-    }
-    if (type.element != nullptr) {
-        look(*type.element, "items");
-    }
-    return found;
+    const bool in_items = type.element != nullptr && type.element->holds_dynamic_bytes;
+    return in_items ? path_to_dynamic_bytes(*type.element, below(path, "items")) : path;
 }
 
 // The array that alone makes the size vary, with its path; null if there is none or more than one.
@@ -250,8 +244,8 @@ std::vector<std::string> describe_pitfalls(const Type &type) {
             sentences.push_back("The decoder's count is that of the array, not the 32-bit one before it.");
         }
     }
-    if (const auto path = path_to_dynamic_bytes(type, "")) {
-        sentences.push_back(about_dynamic_bytes(type, *path));
+    if (type.holds_dynamic_bytes) {
+        sentences.push_back(about_dynamic_bytes(type, path_to_dynamic_bytes(type, "")));
     }
     if (type.wraps) {
         sentences.push_back(about_wrapping(type));

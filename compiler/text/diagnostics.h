@@ -4,7 +4,7 @@
 #include "compiler/text/faults.h"
 #include "compiler/text/source.h"
 
-#include <algorithm>
+#include <array>
 #include <fmt/format.h>
 #include <vector>
 
@@ -43,28 +43,29 @@ public:
     // The result is good until the next report.
     template <typename... Args>
     Diagnostic &report(const Fault &fault, Span span, const Args &...args) {
+        ++counts_[static_cast<size_t>(fault.severity())];
+        if (kept_.size() == most_kept) {
+            return spare_ = {&fault, fault.severity(), span, {}, {}, {}};
+        }
         std::string message = fmt::vformat(fault.message(), fmt::make_format_args(args...));
-        found_.push_back({&fault, fault.severity(), span, std::move(message), {}, {}});
-        return found_.back();
+        kept_.push_back({&fault, fault.severity(), span, std::move(message), {}, {}});
+        return kept_.back();
     }
 
-    void append(const Diagnostics &others) {
-        found_.insert(found_.end(), others.found_.begin(), others.found_.end());
-    }
-    size_t count(Severity severity) const {
-        return static_cast<size_t>(std::count_if(
-            found_.begin(), found_.end(), [=](const auto &each) { return each.severity == severity; }));
-    }
+    void append(const Diagnostics &others);
+    void refuse_warnings();
+    size_t count(Severity severity) const { return counts_[static_cast<size_t>(severity)]; }
     bool any() const { return count(Severity::Error) != 0; }
-    void refuse_warnings() {
-        for (Diagnostic &each : found_) {
-            each.severity = Severity::Error;
-        }
-    }
+
+    // The first that were found, as many as a program may want to read: the others are only counted.
     std::vector<Diagnostic> in_file_order() const;
 
 private:
-    std::vector<Diagnostic> found_;
+    static constexpr size_t most_kept = 100'000; // what is no schema has as many faults as characters
+
+    std::vector<Diagnostic> kept_;
+    Diagnostic spare_{};
+    std::array<size_t, 2> counts_{}; // by severity
 };
 
 } // namespace tlvc

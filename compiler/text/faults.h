@@ -23,7 +23,7 @@ namespace fault {
 
 // clang-format off
 
-inline constexpr Fault unexpected_character{"T001", R"(unexpected character: '{}' means nothing here
+inline constexpr Fault unexpected_character{"T001", R"(unexpected character: {} means nothing here
 Outside remarks and quoted paths a schema consists of names, decimal numbers and { } [ ] = : , @.
 Members need no separator: write 'uint16 slot', not 'uint16 slot;'.)"};
 

@@ -1,5 +1,6 @@
 #include "compiler/text/reporter.h"
 
+#include "base/visible.h"
 #include "compiler/model/attributes.h"
 
 #include <algorithm>
@@ -10,6 +11,8 @@ namespace tlvc {
 namespace {
 
 using Json = nlohmann::ordered_json;
+using tlvmsg::base::visible;
+using tlvmsg::base::visible_head;
 
 constexpr std::string_view bold = "\x1b[1m";
 constexpr std::string_view red = "\x1b[1;31m";
@@ -19,6 +22,11 @@ constexpr std::string_view cyan = "\x1b[1;36m";
 constexpr std::string_view plain = "\x1b[0m";
 
 constexpr size_t most_shown = 50; // more than anyone reads
+constexpr size_t most_notes = 20; // to one fault
+
+// Characters of a line, before the caret and from there on.
+constexpr size_t most_before = 100;
+constexpr size_t most_behind = 160;
 
 std::string_view word(Severity severity) { return severity == Severity::Error ? "error" : "warning"; }
 
@@ -27,37 +35,59 @@ struct Reporter {
     bool colour;
 
     std::string fault(const Diagnostic &fault) const {
-        std::string out = fmt::format("{}: {}: {}\n", paint(bold, sources.place(fault.span)),
+        std::string out = fmt::format("{}: {}: {}\n", paint(bold, place(fault.span)),
                                       paint(fault.severity == Severity::Error ? red : yellow,
                                             fmt::format("{}[{}]", word(fault.severity), fault.fault->code)),
-                                      paint(bold, fault.message));
+                                      paint(bold, visible_head(fault.message)));
         out += excerpt(fault.span);
-        for (const Diagnostic::Note &note : fault.notes) {
-            out += fmt::format("  {} {}: {}\n", paint(cyan, "note:"), sources.place(note.span), note.text);
+        for (size_t i = 0; i < std::min(fault.notes.size(), most_notes); ++i) {
+            const Diagnostic::Note &note = fault.notes[i];
+            out +=
+                fmt::format("  {} {}: {}\n", paint(cyan, "note:"), place(note.span), visible_head(note.text));
+        }
+        if (fault.notes.size() > most_notes) {
+            out += fmt::format("  {} and {} more\n", paint(cyan, "note:"), fault.notes.size() - most_notes);
         }
         for (const std::string &help : fault.helps) {
-            out += fmt::format("  {} {}\n", paint(cyan, "help:"), help);
+            out += fmt::format("  {} {}\n", paint(cyan, "help:"), visible_head(help));
         }
         return out;
     }
+
+    std::string place(Span span) const { return visible(sources.place(span)); }
 
     std::string paint(std::string_view style, std::string_view text) const {
         return colour ? fmt::format("{}{}{}", style, text, plain) : std::string(text);
     }
 
-    // The first line of the span, a caret under its first character and tildes under the rest of it.
+    // The first line of the span, a caret under its first character and tildes under the rest of it; of a long line
+    // what is near.
     std::string excerpt(Span span) const {
-        std::string text(sources.text(sources.line(span.file, span.begin)));
-        // Every control character becomes one column, so that the caret stands right on any terminal.
-        std::replace_if(
-            text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
+        const Position at = sources.position(span.file, span.begin);
+        const size_t left_out = at.column - 1 - std::min<size_t>(at.column - 1, most_before);
+        const size_t columns_before = at.column - 1 - left_out;
 
-        Position at = sources.position(span.file, span.begin);
-        const std::string_view marked = sources.text(span);
-        const size_t width = character_count(marked.substr(0, marked.find_first_of("\r\n")));
+        std::string_view line = sources.text(sources.line(span.file, span.begin));
+        line.remove_prefix(characters(line, left_out).size());
+        const std::string_view before = characters(line, columns_before);
+        const std::string_view rest = line.substr(before.size());
+        const std::string_view behind = characters(rest, most_behind);
+        const std::string head = (left_out != 0 ? "..." : "") + in_columns(before);
+        const std::string tail = in_columns(behind) + (behind.size() < rest.size() ? "..." : "");
+
+        const std::string_view marked = characters(sources.text(span), most_behind);
+        const size_t width = character_count(in_columns(marked.substr(0, marked.find_first_of("\r\n"))));
         const std::string mark = "^" + std::string(std::max<size_t>(width, 1) - 1, '~');
-        return fmt::format("{:5} | {}\n{:5} | {:{}}{}\n", at.line, text, "", "", at.column - 1,
+        const size_t indent = character_count(head) + columns_before - character_count(before);
+        return fmt::format("{:5} | {}{}\n{:5} | {:{}}{}\n", at.line, head, tail, "", "", indent,
                            paint(green, mark));
+    }
+
+    // One column for each character, so that the caret stands right on any terminal.
+    static std::string in_columns(std::string_view text) {
+        std::string blank(text);
+        std::replace(blank.begin(), blank.end(), '\t', ' ');
+        return visible(blank);
     }
 };
 
@@ -76,10 +106,11 @@ Json json_place(Span span, const Sources &sources) {
 std::string render(const Diagnostics &faults, const Sources &sources, bool colour) {
     const Reporter reporter{sources, colour};
     std::string out;
-    size_t found = 0;
+    size_t shown = 0;
     for (const Diagnostic &fault : faults.in_file_order()) {
-        out += ++found <= most_shown ? reporter.fault(fault) : "";
+        out += ++shown <= most_shown ? reporter.fault(fault) : "";
     }
+    const size_t found = faults.count(Severity::Error) + faults.count(Severity::Warning);
     out += found > most_shown ? fmt::format("and {} more\n", found - most_shown) : "";
     for (const Severity severity : {Severity::Error, Severity::Warning}) {
         if (const size_t count = faults.count(severity); count != 0) {

@@ -6,8 +6,8 @@
 
 namespace tlvc {
 
-uint32_t Sources::add(std::string path, std::string text, std::optional<uint32_t> shown) {
-    File file{std::move(path), std::move(text), {0}, shown.value_or(size())};
+uint32_t Sources::add(std::string path, std::string_view text, std::optional<uint32_t> shown) {
+    File file{std::move(path), std::string(without_mark(text)), {0}, shown.value_or(size())};
     for (size_t i = 0; i < file.text.size(); ++i) {
         if (file.text[i] == '\n') {
             file.line_begins.push_back(static_cast<uint32_t>(i + 1));
@@ -44,9 +44,27 @@ Span Sources::line(uint32_t file, uint32_t offset) const {
     return {files_[file].shown, begin, static_cast<uint32_t>(end)};
 }
 
+std::string_view without_mark(std::string_view text) {
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    return text.substr(text.starts_with(mark) ? mark.size() : 0);
+}
+
+namespace {
+
+bool continues_character(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+
+} // namespace
+
 size_t character_count(std::string_view utf8) {
-    auto continues = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
-    return utf8.size() - static_cast<size_t>(std::count_if(utf8.begin(), utf8.end(), continues));
+    return utf8.size() - static_cast<size_t>(std::count_if(utf8.begin(), utf8.end(), continues_character));
+}
+
+std::string_view characters(std::string_view utf8, size_t count) {
+    size_t end = 0;
+    while (end < utf8.size() && (continues_character(utf8[end]) || count-- != 0)) {
+        ++end;
+    }
+    return utf8.substr(0, end);
 }
 
 } // namespace tlvc

@@ -24,8 +24,9 @@ struct Position {
 
 class Sources {
 public:
+    // A byte-order mark at the beginning is no part of the text.
     // Of a text made of another one, line by line, the lines of that file are shown.
-    uint32_t add(std::string path, std::string text, std::optional<uint32_t> shown = {});
+    uint32_t add(std::string path, std::string_view text, std::optional<uint32_t> shown = {});
     uint32_t size() const { return static_cast<uint32_t>(files_.size()); }
 
     // The views stay valid as long as the Sources do: files never move.
@@ -51,6 +52,10 @@ private:
     std::deque<File> files_;
 };
 
+// Without the byte-order mark that some editors put before UTF-8.
+std::string_view without_mark(std::string_view text);
+
 size_t character_count(std::string_view utf8);
+std::string_view characters(std::string_view utf8, size_t count); // the first so many
 
 } // namespace tlvc

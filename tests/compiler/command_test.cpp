@@ -3,6 +3,8 @@
 
 #include <array>
 #include <cstdio>
+#include <fmt/format.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 namespace tlvc {
@@ -11,8 +13,8 @@ namespace {
 namespace fs = std::filesystem;
 
 struct Command {
-    explicit Command(const std::string &arguments) {
-        FILE *pipe = popen((std::string(TLVC) + " " + arguments + " 2>&1").c_str(), "r");
+    explicit Command(const std::string &arguments, const std::string &before = "") {
+        FILE *pipe = popen((before + TLVC + " " + arguments + " 2>&1").c_str(), "r");
         std::array<char, 4096> buffer;
         for (size_t n = 0; (n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) {
             output.append(buffer.data(), n);
@@ -135,6 +137,97 @@ TEST(CommandLine, format_rewrites_only_readable_files_and_check_none) {
     EXPECT_EQ(Command("format --check " + messy + " " + fine).exit_code, 0);
 }
 
+TEST(CommandLine, format_replaces_files_as_a_whole) {
+    SchemaDirectory directory;
+    std::string text;
+    for (int i = 0; i < 300; ++i) {
+        text += fmt::format("struct   s{} = {} {{ uint8 a }}\n", i, 40000 + i);
+    }
+    const std::string file = directory.add("acme/a.tlv", text);
+    const std::string shared = directory.add("acme/b.tlv", text);
+    const std::string beside = directory.path("acme/c.tlv").string();
+    fs::permissions(file, fs::perms(0640));
+    EXPECT_EQ(Command("format " + file).exit_code, 0);
+    EXPECT_TRUE(read_file(file).starts_with("struct s0 = 40000 {\n"));
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms(0640));
+
+    directory.add("acme/a.tlv", text);
+    const Command full("format " + file, "ulimit -f 4; ");
+    EXPECT_EQ(full.exit_code, 4);
+    EXPECT_TRUE(full.says("cannot write '" + file + "': File too large"));
+    EXPECT_EQ(read_file(file), text);
+
+    fs::create_symlink("a.tlv", directory.path("acme/link.tlv"));
+    EXPECT_EQ(Command("format " + directory.path("acme/link.tlv").string()).exit_code, 0);
+    EXPECT_TRUE(fs::is_symlink(directory.path("acme/link.tlv")));
+    EXPECT_NE(read_file(file), text);
+
+    fs::create_hard_link(shared, beside);
+    EXPECT_TRUE(Command("format " + shared).says("has 2 hard links"));
+    EXPECT_EQ(read_file(beside), text);
+    EXPECT_EQ(std::distance(fs::directory_iterator(directory.path("acme")), {}), 4) << "nothing is left over";
+
+    EXPECT_THROW(tlvmsg::base::replace_file("/dev/full", text), IoError);
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+    tlvmsg::base::replace_file(directory.path("new/below.tlv").string(), text);
+    EXPECT_EQ(read_file(directory.path("new/below.tlv").string()), text);
+
+    // A stamp is touched, whatever it is; and a fault is told though another file is missing.
+    Command("generate --stamp " + beside + " --out " + directory.path("out").string() + " " + file);
+    EXPECT_EQ(read_file(beside), text);
+    const std::string faulty = directory.add("acme/bad.tlv", "enum   colour\n");
+    for (const char *command : {"format ", "check "}) {
+        const Command both(command + faulty + " " + file + ".gone");
+        EXPECT_EQ(both.exit_code, 4);
+        EXPECT_TRUE(both.says("bad.tlv:1:14: error[T005]") && both.says("a.tlv.gone': No such file"))
+            << both.output;
+    }
+}
+
+TEST(CommandLine, files_that_are_none_and_detours_work_or_are_named) {
+    SchemaDirectory directory;
+    fs::current_path(directory.path(""));
+    directory.add("real/base/ids.tlv", "\xEF\xBB\xBF"
+                                       "enum id = 40000\n");
+    directory.add("real/acme/a.tlv", "import \"../base/ids.tlv\"\nstruct fan = 40001 { id i }\n");
+    directory.add("absolute.tlv", "import \"" + directory.path("real/base/ids.tlv").string() + "\"\n");
+    directory.add("nowhere.tlv", "import \"/nowhere.tlv\"\n");
+    directory.add("long.tlv", "import \"" + std::string(5000, 'x') + "\"\n");
+    directory.add("indirect.tlv", "import \"dangling.tlv\"\nimport \"real\"\n");
+    fs::create_symlink("real/acme", "acme");
+    fs::create_symlink("real/acme/a.tlv", "a.tlv");
+    fs::create_symlink("somebody@host.1:2", "real/acme/.#a.tlv");
+    fs::create_symlink("nowhere at all", "dangling.tlv");
+    fs::create_symlink("loop.tlv", "loop.tlv");
+    ASSERT_EQ(mkfifo("pipe.tlv", 0600), 0);
+    const struct {
+        const char *files;
+        int exit_code;
+        const char *says;
+    } all[] = {
+        {"real", 0, ""},
+        {"acme/a.tlv", 0, ""},
+        {"a.tlv", 0, ""},
+        {"absolute.tlv", 0, ""},
+        {"nowhere.tlv", 1, "nowhere.tlv:1:8: error[T008]"},
+        {"long.tlv", 1, "File name too long"},
+        {"indirect.tlv", 1, "a symbolic link that leads nowhere"},
+        {"indirect.tlv", 1, "cannot find 'real'\n"},
+        {"dangling.tlv", 4, "'dangling.tlv': it is a symbolic link that leads nowhere"},
+        {"loop.tlv", 4, "'loop.tlv': Too many levels"},
+        {"pipe.tlv", 4, "'pipe.tlv': it is a pipe, and nobody writes to it"},
+        {"/dev/zero", 4, "'/dev/zero': it has more than"},
+        {"/dev/stdin < real/acme/a.tlv", 0, ""},
+        {"--help", 0, "-I DIR ...  "},
+    };
+    for (const auto &each : all) {
+        const Command run(std::string("check ") + each.files);
+        EXPECT_EQ(run.exit_code, each.exit_code) << each.files << ": " << run.output;
+        EXPECT_TRUE(run.says(each.says)) << each.files << ": " << run.output;
+    }
+    fs::current_path(data_directory);
+}
+
 TEST(CommandLine, standard_input_is_a_file_of_the_current_directory) {
     SchemaDirectory directory;
     directory.add("acme/ids.tlv", "enum id = 1003\n");
@@ -172,7 +265,10 @@ TEST(CommandLine, json_has_the_places_of_all_faults) {
     "notes": []
   })")) << run.output;
     EXPECT_TRUE(run.says("\"end_column\": 18,\n        \"message\": \"'state' has it\"\n      }\n    ]\n"));
-    EXPECT_TRUE(run.says("'\xC3\xA9' means nothing here") && run.says("'\xEF\xBF\xBD' means nothing here"))
+    EXPECT_TRUE(run.says("'\xC3\xA9' (U+00E9) means nothing here") &&
+                run.says("the byte FF means nothing here"));
+    directory.add("a/odd.tlv", "import \"\xFF\"\n");
+    EXPECT_TRUE(Command("check --format json a/odd.tlv").says("cannot find '\xEF\xBF\xBD'"))
         << "whatever the file is, its faults are UTF-8";
     fs::current_path(data_directory);
 }

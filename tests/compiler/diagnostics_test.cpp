@@ -135,17 +135,19 @@ TEST(Phases, syntax_faults_of_all_files_come_in_file_order) {
 
 TEST(Rendering, caret_stands_under_the_character_whatever_precedes_it) {
     Sources sources;
-    uint32_t file = sources.add("a.tlv", "// first\n\t\xC3\xA9\x1B[1m bad\r\nlast");
+    const std::string wide(300, 'w');
+    uint32_t file = sources.add("a\x07.tlv", "\xEF\xBB\xBF// first\n\t\xC3\xA9\x1B[1m bad\r\nlast" + wide);
     Diagnostics faults;
     faults.report(fault::undefined_type, {file, 17, 20}, "bad");
-    faults.report(fault::unexpected_token, {file, 26, 26}, "x", "y");
-    EXPECT_EQ(render(faults, sources, false), "a.tlv:2:8: error[T012]: type 'bad' is not defined\n"
-                                              "    2 |  \xC3\xA9 [1m bad\n"
-                                              "      |        ^~~\n"
-                                              "a.tlv:3:5: error[T005]: expected x, found y\n"
-                                              "    3 | last\n"
-                                              "      |     ^\n"
-                                              "2 errors\n");
+    faults.report(fault::unexpected_token, {file, 322, 326}, "\xE2\x80\xAE", "\xC2\x9B").help("\xFF");
+    EXPECT_EQ(render(faults, sources, false),
+              "a<U+0007>.tlv:2:8: error[T012]: type 'bad' is not defined\n"
+              "    2 |  \xC3\xA9<U+001B>[1m bad\n"
+              "      |               ^~~\n"
+              "a<U+0007>.tlv:3:301: error[T005]: expected <U+202E>, found <U+009B>\n"
+              "    3 | ..." +
+                  wide.substr(0, 104) + "\n      | " + std::string(103, ' ') +
+                  "^~~~\n  help: <FF>\n2 errors\n");
 }
 
 TEST(Rendering, colour_changes_nothing_else) {

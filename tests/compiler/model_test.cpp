@@ -1,3 +1,4 @@
+#include "compiler/model/wire_layout.h"
 #include "compiler/text/reporter.h"
 #include "support.h"
 
@@ -208,6 +209,54 @@ enum kind = 1001 {
     EXPECT_EQ(kind.enumerators[1].doc, Doc{"Too large for a signed number."});
     EXPECT_EQ(compiled.type("value").alternatives[0].values, (std::vector<uint32_t>{4294967295, 8}));
     EXPECT_EQ(compiled.type("value").alternatives[1].values, (std::vector<uint32_t>{0}));
+}
+
+// However long a chain is, or wide a nest, the stack holds and time grows with the text; and one cause is one fault.
+TEST(Model, is_made_of_any_chain_and_nest) {
+    SchemaDirectory directory;
+    std::string chain;
+    std::string circle = "struct first = 1001 { second m }\n";
+    for (int i = 0; i < 60'000; ++i) {
+        chain += fmt::format("struct s{0} = {1} {{ a{0} m }}\narray a{0} of s{2}[1]\n", i, 1001 + i, i + 1);
+        circle +=
+            fmt::format("struct c{0} = {1} {{ c{2} m  c{3} n }}\n", i, 1002 + i, (i + 1) % 60'000, i / 2);
+    }
+    const std::string last = "struct s60000 = 65000 { uint8 x }\n";
+    EXPECT_EQ(Compiled({directory.add("chain/a.tlv", chain + last)}).codes(),
+              std::vector<std::string>{"T045"});
+    EXPECT_EQ(Compiled({directory.add("missing/a.tlv", chain)}).codes(), std::vector<std::string>{"T012"});
+    EXPECT_EQ(Compiled({directory.add("circle/a.tlv", circle)}).codes(),
+              (std::vector<std::string>{"T012", "T037"}));
+
+    OpenTexts texts;
+    for (int i = 0; i < 30'002; ++i) {
+        texts[directory.path(fmt::format("imports/i{}.tlv", i))] =
+            fmt::format("import \"i{}.tlv\"\nstruct i{} = {} {{ uint8 a }}\n", i + 1, i, 1001 + i);
+    }
+    texts[directory.path("imports/i30002.tlv")] = "enum e = 60000\n";
+    Sources sources;
+    Diagnostics faults;
+    const auto imported =
+        compile(load({directory.path("imports/i0.tlv").string()}, sources, faults, {}, texts), faults);
+    ASSERT_TRUE(imported) << render(faults, sources, false);
+    EXPECT_EQ(imported->families[0].types.size(), 30'003u);
+
+    std::string nest =
+        "enum k = 1001\ndynamic bytes b counted by uint8\nstruct l0 = 1002 { uint8 count  b bytes }\n";
+    for (int level = 1; level <= 6; ++level) {
+        nest += fmt::format("union u{0} by k s {{ ", level);
+        for (int i = 0; i < 40; ++i) {
+            nest += fmt::format("{}: l{} m{} ", i, level - 1, i);
+        }
+        nest += fmt::format("}}\nstruct l{0} = {1} {{ k s  u{0} u }}\n", level, 1002 + level);
+    }
+    const Compiled nested({directory.add("nest/a.tlv", nest)});
+    ASSERT_TRUE(nested.schema);
+    EXPECT_TRUE(nested.type("l6").holds_blocks && nested.type("l6").holds_dynamic_bytes);
+    EXPECT_FALSE(nested.type("l6").wraps);
+    const std::vector<std::string> pitfalls = describe_pitfalls(nested.type("l6"));
+    EXPECT_NE(pitfalls.at(0).find("u.m0.u.m0.u.m0.u.m0.u.m0.u.m0.bytes.bytes"), std::string::npos)
+        << pitfalls.at(0);
 }
 
 // One line a family: what it uses, then its types, each section after its own text.

@@ -63,7 +63,7 @@ int run(const Options &options) {
     }
     const std::string path = fmt::format("{}/.local/lib/wireshark/plugins/{}.lua", home(), options.name);
     try {
-        base::write_if_changed(path, dissector(options.name));
+        base::replace_file(path, dissector(options.name));
     } catch (const base::IoError &error) {
         throw Failure(exit_io, error.what());
     }

@@ -1,5 +1,6 @@
 #include "faults.h"
 
+#include "base/visible.h"
 #include "cli/terminal.h"
 #include "tools/words.h"
 
@@ -89,7 +90,7 @@ nlohmann::ordered_json error_json(const tlvmsg_fault &fault) {
 }
 
 nlohmann::ordered_json error_json(ToolCode code, std::string_view text) {
-    return {{"code", code_name(code)}, {"text", shown(text)}};
+    return {{"code", code_name(code)}, {"text", base::visible_head(text)}};
 }
 
 nlohmann::ordered_json error_json(const Problem &problem) { return error_json(problem.code, problem.text); }

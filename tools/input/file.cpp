@@ -1,5 +1,6 @@
 #include "file.h"
 
+#include "base/visible.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
 
@@ -26,6 +27,8 @@ File open_file(const std::string &path) {
     return file;
 }
 
-std::string file_name(const std::string &path) { return path == "-" ? "standard input" : shown(path); }
+std::string file_name(const std::string &path) {
+    return path == "-" ? "standard input" : base::visible_head(path);
+}
 
 } // namespace tlvmsg::tool

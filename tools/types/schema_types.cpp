@@ -1,6 +1,7 @@
 #include "schema_types.h"
 
 #include "base/files.h"
+#include "base/visible.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
 #include "compiler/build/compile.h"
@@ -133,7 +134,9 @@ private:
     }
 
     const char *keep(std::string text) { return result_.texts_.emplace_back(std::move(text)).c_str(); }
-    const char *text(const tlvc::Doc &lines) { return keep(fmt::format("{}", fmt::join(lines, " "))); }
+    const char *text(const tlvc::Doc &lines) {
+        return keep(base::visible(fmt::format("{}", fmt::join(lines, " "))));
+    }
 
     SchemaTypes &result_;
     std::map<const tlvc::Type *, tlvmsg_type *> descriptors_;

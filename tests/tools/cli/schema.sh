@@ -46,6 +46,12 @@ equal "$(jq '[.units[].reason.hex | length] | length > 100 and min >= 16' <out)"
 for seed in 1 2 3 4 5 6 7 8; do tlv sample --schema acme/psu.tlv --seed $seed --out json psu_list; done |
     jq -es 'any(.[]; (.units | length) > 1)' >out || fail 'no units'
 
+# What a schema says controls no terminal.
+printf 'struct acme_odd = 40020 {\n/// x\033[31m\007\302\233\342\200\256y\nuint8 a\n}\n' >acme/odd.tlv
+run show --schema acme/odd.tlv acme_odd; prints 'x<U\+001B>\[31m<U\+0007><U\+009B><U\+202E>y'
+run find --schema acme/odd.tlv 31m; prints 'acme_odd.a: uint8, x<U\+001B>'
+rm acme/odd.tlv
+
 sed -i 's/speed$/sped/; s/acme_fan_speed  /acme_fan_sped  /' acme/fan.tlv
 run types $own; is 2; error_has "fan.tlv:4:5: error\[T012\]"; error_has "did you mean 'acme_fan_speed'"
 run types --schema missing.tlv; is 4; error_has missing.tlv

@@ -24,10 +24,10 @@ run sample --seed 0x7 --out hex $message; is 0; equal "$(cat out)" "$(tlv sample
 run help decod; is 2; error_has 'none of decode\|'
 
 # Whatever is asked for, no terminal is controlled by the answer, nor flooded.
-control=$(printf 'a\033[31m\302\233\001\342\200\240')
+control=$(printf 'a\033[31m\302\233\001\377\342\200\240')
 for words in "$control" "decode -t $control" "decode $control" "decode --in $control" "explain $control" "decode --$control"; do
     run $words; [ "$status" -ne 0 ] || fail "$words"
-    error_has 'a\\x1B\[31m\\xC2\\x9B\\x01\\xE2\\x80\\xA0'
+    error_has 'a<U\+001B>\[31m<U\+009B><U\+0001><FF>.*†'
 done
 run sample "$(printf '%0100000d' 99999)"; is 2; error_has "^tlv: .*'tlv types' lists"
 [ "$(wc -c <err)" -lt 2000 ] || fail 'a flood'
