@@ -100,9 +100,7 @@ TEST(RawElement, ReadingStoresNothingWhenAPointerIsMissing) {
 // The header alone decides: a refused element's value is never read.
 template <class Value>
 void expect_refused(const Operations<Value> &operations, uint16_t tag, uint16_t length) {
-    const Decoded<Value> decoded = decode(operations, be16(tag) + be16(length));
-    EXPECT_EQ(decoded.end, Distance()) << tag << " " << length;
-    EXPECT_EQ(decoded.record, Image<Value>());
+    expect_decoded(operations, be16(tag) + be16(length), Distance(), Image<Value>());
 }
 
 // `sent` is what the encoder writes; the decoder wants the same value under the tag `accepted`.
@@ -114,9 +112,7 @@ void expect_scalar(const Operations<Value> &operations, Value value, const Bytes
     EXPECT_EQ(encoding(operations, record), sent);
 
     const Bytes received = be16(accepted) + Bytes(sent.begin() + 2, sent.end());
-    const Decoded<Value> decoded = decode(operations, received);
-    EXPECT_EQ(decoded.end, sent.size());
-    EXPECT_EQ(decoded.record, record);
+    expect_decoded(operations, received, sent.size(), record);
 
     constexpr uint16_t length = sizeof(Value);
     for (const int tag : {accepted - 1, accepted + 1, accepted + 256, 0}) {
