@@ -160,22 +160,17 @@ protected:
     }
 };
 
-TEST_F(Memory, IsThePlatformsPoolZero) {
+TEST_F(Memory, IsThePlatformsPoolZeroWhichAlsoClears) {
     void *block = tlv_malloc(5);
-    ASSERT_NE(block, nullptr);
     tlv_free(block);
-    ASSERT_EQ(osal_double_call_count(), 2U);
+    auto *zero = static_cast<uint8_t *>(tlv_calloc(3, 5));
+    ASSERT_NE(zero, nullptr);
+    EXPECT_EQ(Bytes(zero, zero + 15), Bytes(15, 0));
+    ASSERT_EQ(osal_double_call_count(), 4U);
     expect_call(0, OSAL_MALLOC, 5, block);
     expect_call(1, OSAL_FREE, 5, block);
-}
-
-TEST_F(Memory, CallocClearsThroughThePlatform) {
-    auto *block = static_cast<uint8_t *>(tlv_calloc(3, 5));
-    ASSERT_NE(block, nullptr);
-    EXPECT_EQ(Bytes(block, block + 15), Bytes(15, 0));
-    ASSERT_EQ(osal_double_call_count(), 2U);
-    expect_call(0, OSAL_MALLOC, 15, block);
-    expect_call(1, OSAL_MEMSET, 15, block);
+    expect_call(2, OSAL_MALLOC, 15, zero);
+    expect_call(3, OSAL_MEMSET, 15, zero);
 }
 
 TEST_F(Memory, CallocWrapsAt32Bits) {

@@ -150,10 +150,12 @@ TEST(Records, AreCopiedUpToTheirCount) {
 
     from.count = 2;
     for (const auto &[failing, size] :
-         {std::pair(1, 3u), std::pair(2, 5u)}) { // with the zero byte behind them
+         {std::pair(1u, 3u), std::pair(2u, 5u)}) { // with the zero byte behind them
         tlvmsg_fault fault;
-        osal_double_fail(static_cast<uint32_t>(failing), 0);
+        osal_double_reset();
+        osal_double_fail(failing, 0);
         EXPECT_FALSE(tlvmsg_copy(&names, &to, &from, &fault));
+        EXPECT_EQ(osal_double_allocations(), failing) << "what follows is not copied";
         EXPECT_EQ(osal_double_blocks_out(), 0u);
         EXPECT_EQ(std::tuple(fault.code, fault.found, fault.allowed, fault.offset),
                   std::tuple(TLVMSG_OUT_OF_MEMORY, size, 0u, 0u));
