@@ -10,7 +10,7 @@ namespace {
 
 const std::filesystem::path golden = data_directory / "golden";
 
-TEST(Emitters, write_the_reviewed_header_and_interface) {
+TEST(Emitters, WriteTheReviewedHeaderAndInterface) {
     Compiled compiled({(golden / "relay/relays.tlv").string(), (golden / "relay/family.tlv").string()});
     ASSERT_TRUE(compiled.schema);
     EXPECT_EQ(emit_interface(*compiled.schema), read_file((golden / "interface.txt").string()));

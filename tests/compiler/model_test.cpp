@@ -5,7 +5,7 @@ namespace tlvc {
 namespace {
 
 // What no element can be larger than; golden/interface.txt has the sizes of all else.
-TEST(Model, limits_sizes_to_what_a_length_can_say) {
+TEST(Model, LimitsSizesToWhatALengthCanSay) {
     SchemaDirectory directory;
     Compiled compiled({directory.add("voice/leds.tlv", R"(
 struct control = 1002 { char a  uint16 b  int32 c  uint64 d  uint64 e }
@@ -59,7 +59,7 @@ std::string outline(const Schema &schema) {
     return out;
 }
 
-TEST(Model, order_depends_on_the_schema_alone) {
+TEST(Model, OrderDependsOnTheSchemaAlone) {
     SchemaDirectory directory;
     directory.add("zcommon/session.tlv", "//! Sessions.\nenum session = 1001\n");
     const std::string text = directory.add("zcommon/family.tlv", "//! Shared.\n");
