@@ -53,30 +53,21 @@ TEST(ElementArray, IsItsCountAndItsElements) {
 }
 
 TEST(ElementArray, EndsByItsLengthWhateverItHolds) {
-    struct Case {
-        const char *what;
-        Bytes wire;
-        size_t end;
-        uint16_t count;
-        uint16_t decoded;
-    };
-    const Bytes three = hex("00 0A 00 5A 00 04 00 02 00 03");
-    const Case cases[] = {
-        {"longer than its elements", hex("00 0A 00 40 00 04 00 02 00 01") + pair_1, 68, 1, 1},
-        {"shorter than its elements", hex("00 0A 00 06 00 04 00 02 00 01") + pair_1, 10, 1, 1},
-        {"length 0", hex("00 0A 00 00 00 04 00 02 00 01") + pair_1, 4, 1, 1},
-        {"count missing", hex("00 0A 00 22 00 06 00 04"), 38, 0, 0},
-        {"count of 32 bits", hex("00 0A 00 22 00 04 00 04"), 38, 0, 0},
-        {"second mistagged", three + pair_1 + hex("05 47 00 18"), 94, 3, 1},
-        {"first mistagged", three + hex("05 47 00 18"), 94, 3, 0},
-    };
-    for (const Case &each : cases) {
-        SCOPED_TRACE(each.what);
+    const auto expect_pairs = [](const Bytes &wire, size_t end, uint16_t count, uint16_t decoded) {
         Image<PairArray> expected(room_for_two_more);
-        set_pairs(*expected, each.decoded);
-        expected->count = each.count;
-        expect_decoded(pair_array, each.wire, each.end, expected);
-    }
+        set_pairs(*expected, decoded);
+        expected->count = count;
+        expect_decoded(pair_array, wire, end, expected);
+    };
+    expect_pairs(hex("00 0A 00 40 00 04 00 02 00 01") + pair_1, 68, 1, 1);
+    expect_pairs(hex("00 0A 00 06 00 04 00 02 00 01") + pair_1, 10, 1, 1);
+    expect_pairs(hex("00 0A 00 00 00 04 00 02 00 01") + pair_1, 4, 1, 1);
+    // A count that is no uint16 is none; an item of another tag ends the decoding of items.
+    expect_pairs(hex("00 0A 00 22 00 06 00 04"), 38, 0, 0);
+    expect_pairs(hex("00 0A 00 22 00 04 00 04"), 38, 0, 0);
+    const Bytes three = hex("00 0A 00 5A 00 04 00 02 00 03");
+    expect_pairs(three + pair_1 + hex("05 47 00 18"), 94, 3, 1);
+    expect_pairs(three + hex("05 47 00 18"), 94, 3, 0);
 }
 
 TEST(ElementArray, FailsOnAnotherTag) {

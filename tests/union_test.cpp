@@ -1,7 +1,6 @@
 // Unions: the element of the chosen alternative, or nothing at all.
 #include "support/operations.h"
 
-#include <tlvmsg/cellular.h>
 #include <tlvmsg/common.h>
 #include <tlvmsg/server.h>
 #include <tlvmsg/tdm.h>
@@ -123,23 +122,6 @@ TEST(Union, MayBeChosenByZeroAndBySeveralValues) {
     }
     record->layer1_mode = 3;
     EXPECT_EQ(encoding(operations, record), Bytes());
-}
-
-// The shell command, ping and LED records stand for two values each, not for those between.
-TEST(Union, GivesEachValueItsOwnAlternative) {
-    const auto operations = OPERATIONS(cwan_ipc_type_union);
-    Image<cwan_ipc_type_union> led;
-    led->led_status = {1, 2, 3, 4};
-    for (const uint32_t type : {16U, 27U}) {
-        led->type = type;
-        EXPECT_EQ(operations.size(&*led), 52) << type;
-        const Bytes wire = encoding(operations, led);
-        EXPECT_EQ(Bytes(wire.begin(), wire.begin() + 4), hex("06 3C 00 30")) << type;
-    }
-    led->type = 17;
-    EXPECT_EQ(operations.size(&*led), 5);
-    led->type = 31;
-    EXPECT_EQ(operations.size(&*led), 0);
 }
 
 // This union has no record of its own: its operations take the record that holds it, selector and all.
