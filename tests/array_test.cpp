@@ -3,9 +3,7 @@
 
 #include <tlvmsg/common.h>
 #include <tlvmsg/ethernet.h>
-#include <tlvmsg/module.h>
 #include <tlvmsg/qos.h>
-#include <tlvmsg/server.h>
 #include <tlvmsg/switch.h>
 #include <tlvmsg/voice.h>
 
@@ -74,42 +72,6 @@ TEST(ElementArray, FailsOnAnotherTag) {
     for (const char *header : {"00 0B 00 06", "0A 0A 00 06", "00 04 00 02"}) {
         expect_decoded(pair_array, hex(header), Distance(), Image<PairArray>());
     }
-}
-
-// Elements of different sizes: an address of version 4 and one of no known type.
-TEST(ElementArray, MayHoldElementsThatVary) {
-    Image<svrm_dns> record;
-    record->value = 1;
-    record->entries.count = 2;
-    record->entries.items[0].address.type = 1;
-    record->entries.items[0].address.ipv4 = 0x0A000001;
-    record->entries.items[0].length = 4;
-    record->entries.items[1].address.type = 9;
-    record->entries.items[1].length = 5;
-    expect_exchange(OPERATIONS(svrm_dns), record,
-                    hex("04 BF 00 53  00 02 00 01 01  00 0A 00 4A 00 04 00 02 00 02"
-                        "03 FA 00 24  04 01 00 08 00 06 00 04 00 00 00 01"
-                        "03 F6 00 08 00 06 00 04 0A 00 00 01  03 F5 00 08 00 06 00 04 00 00 00 04"
-                        "03 FA 00 18  04 01 00 08 00 06 00 04 00 00 00 09"
-                        "03 F5 00 08 00 06 00 04 00 00 00 05"));
-}
-
-TEST(ElementArray, EncodingStopsAtTheElementThatFails) {
-    Image<kavu_mm_mod_codesign_resp_payload_payload_array> record;
-    record->count = 2;
-    record->items[0].type = 7;
-    record->items[0].codesign_data.count = 513;
-    record->items[1].type = 8;
-    record->items[1].codesign_data.count = 0;
-    const auto operations = OPERATIONS(kavu_mm_mod_codesign_resp_payload_payload_array);
-    constexpr size_t first = 4 + 12 + 10 + 513;
-    constexpr size_t second = 4 + 12 + 10 + 1;
-    ASSERT_EQ(operations.size(&*record), 10 + first + second);
-    const Encoded encoded = encode(operations, record, 10 + first + second);
-    EXPECT_EQ(encoded.end, Distance());
-    EXPECT_EQ(Bytes(encoded.bytes.begin() + 10, encoded.bytes.begin() + 36),
-              hex("05 BE 02 17  05 BD 00 08 00 06 00 04 00 00 00 07  00 0A 02 07 00 04 00 02 02 01"));
-    EXPECT_EQ(Bytes(encoded.bytes.begin() + 10 + first, encoded.bytes.end()), Bytes(second, untouched));
 }
 
 // A structure sets the count to the capacity before it decodes, even behind a failed member; a bad count is not a

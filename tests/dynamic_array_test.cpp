@@ -169,14 +169,6 @@ const Bytes circuit_2 =
 const Bytes two_circuits =
     hex("04 F4 00 4A  00 04 00 02 00 02  00 0A 00 40  00 04 00 02 00 02") + circuit_1 + circuit_2;
 
-TEST_F(DynamicArray, SendsTheElementsBehindItsPointer) {
-    plim_vc_cfg items[] = {{1, 2, 3}, {4, 5, 6}};
-    Image<plim_qos_vc_info> record;
-    record->vc_info.count = 2;
-    record->vc_info.items = items;
-    EXPECT_EQ(encoding(circuits, record), two_circuits);
-}
-
 TEST_F(DynamicArray, DecodesElementsIntoABlock) {
     const auto decoded = decode_once(circuits, two_circuits);
     EXPECT_EQ(decoded.end, two_circuits.size());

@@ -73,24 +73,14 @@ TEST(Message, FollowsTheLengthsOfItsMembers) {
 // An enumeration ends behind its 12 bytes, and can fail by what is inside.
 TEST(Message, MayEndWithAnEnumeration) {
     const auto operations = OPERATIONS(bri_L1_function_message);
-    const Bytes config = hex("05 AD 00 2A  00 04 00 02 00 01  00 04 00 02 00 02  00 04 00 02 00 03"
-                             "00 04 00 02 00 04  00 04 00 02 00 05  00 04 00 02 00 06  00 04 00 02 00 07");
     auto record = zeroed<bri_L1_function_message>();
     record->session = session_record;
     record->interface = interface_record;
-    record->config = {1, 2, 3, 4, 5, 6, 7};
+    const Bytes leading = session + interface + hex("05 AD 00 00");
+    expect_decoded(operations, leading + hex("05 B5 00 08 00 07 00 04 00 00 00 08"), Distance(), record);
     record->function = 8;
-    const Bytes leading = session + interface + config;
-    expect_exchange(operations, record, leading + hex("05 B5 00 08 00 06 00 04 00 00 00 08"));
-
-    auto decoded = decode(operations, leading + hex("05 B5 00 14 00 06 00 04 00 00 00 08"));
-    EXPECT_EQ(decoded.end, leading.size() + 12);
-    EXPECT_EQ(decoded.record->function, 8U);
-
-    decoded = decode(operations, leading + hex("05 B5 00 08 00 07 00 04 00 00 00 08"));
-    EXPECT_EQ(decoded.end, Distance());
-    EXPECT_EQ(decoded.record->config.value_7, 7);
-    EXPECT_EQ(decoded.record->function, 0U);
+    expect_decoded(operations, leading + hex("05 B5 00 14 00 06 00 04 00 00 00 08"), leading.size() + 12,
+                   record);
 }
 
 // One structure alone: its element, but into a cleared record.

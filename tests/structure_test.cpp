@@ -155,41 +155,6 @@ TEST(Structure, LooksAtEveryBitOfItsHeaders) {
     });
 }
 
-// An enumeration in the middle is passed by its 12 bytes, whatever its length says.
-TEST(Structure, FindsTheMemberBehindAnEnumeration) {
-    Image<zel_bri_clock_update> expected;
-    expected->value = 7;
-    expected->loop_back_kind = 8;
-    expected->kind = 9;
-    expect_decoded(OPERATIONS(zel_bri_clock_update),
-                   hex("05 B3 00 1E"
-                       "00 04 00 02 00 07"
-                       "05 B4 00 14 00 06 00 04 00 00 00 08"
-                       "05 B6 00 08 00 06 00 04 00 00 00 09"),
-                   34, expected);
-}
-
-// A structure in the middle is passed by its own length, whatever became of its members, unless it is another one.
-TEST(Structure, FindsTheMemberBehindAStructure) {
-    const Bytes first_counter = hex("00 08 00 08 00 00 00 00 00 00 00 09  00 00 00 00");
-    const auto expect_counters = [&](const char *vlan_id, bool has_id, bool has_counter) {
-        Image<zel_vlan_counters> expected;
-        if (has_id) {
-            expected->vlan_id.id = 5;
-            expected->vlan_id.flag = 1;
-        }
-        if (has_counter) {
-            expected->counter_1 = 9;
-        }
-        expect_decoded(OPERATIONS(zel_vlan_counters), hex("04 65 00 44") + hex(vlan_id) + first_counter, 72,
-                       expected);
-    };
-    expect_counters("04 5C 00 03  00 05 00", false, true);
-    expect_counters("04 5C 00 16  00 04 00 02 00 05  04 02 00 08 00 06 00 04 00 00 00 01  FF FF FF FF", true,
-                    true);
-    expect_counters("04 5D 00 00", false, false);
-}
-
 // The seventh byte of a six-byte address fails the address, once it is written, and all that would follow.
 TEST(Structure, EncodingStopsAtTheMemberThatFails) {
     Image<mac_acct_stats> record;

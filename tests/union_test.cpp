@@ -3,7 +3,6 @@
 
 #include <tlvmsg/common.h>
 #include <tlvmsg/server.h>
-#include <tlvmsg/tdm.h>
 
 namespace tlvmsg_test {
 
@@ -107,21 +106,6 @@ TEST(Union, WithoutAChosenElementLeavesThePositionWhereItIs) {
     expect_null_results(address_union, record, ipv4_element, {0, Distance()});
     auto out = record;
     EXPECT_EQ(address_union.decode(nullptr, &*out), nullptr);
-}
-
-TEST(Union, MayBeChosenByZeroAndBySeveralValues) {
-    const auto operations = OPERATIONS(zel_cem_id_mode_union);
-    Image<zel_cem_id_mode_union> record;
-    record->value = 9;
-    for (const uint32_t mode : {0U, 1U, 2U}) {
-        record->layer1_mode = mode;
-        EXPECT_EQ(encoding(operations, record), hex("00 02 00 01 09")) << mode;
-        auto before = record;
-        before->value = 0;
-        EXPECT_EQ(decode(operations, hex("00 02 00 01 09"), before).record, record) << mode;
-    }
-    record->layer1_mode = 3;
-    EXPECT_EQ(encoding(operations, record), Bytes());
 }
 
 // This union has no record of its own: its operations take the record that holds it, selector and all.
