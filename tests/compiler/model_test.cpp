@@ -4,7 +4,7 @@
 namespace tlvc {
 namespace {
 
-// What no element can be larger than; golden/interface.txt has the sizes of all else.
+// What no element can be larger than; schema/interface.txt has the sizes of all else.
 TEST(Model, LimitsSizesToWhatALengthCanSay) {
     SchemaDirectory directory;
     Compiled compiled({directory.add("voice/leds.tlv", R"(
