@@ -1,5 +1,5 @@
-// schema/interface.txt says of every type what peers and programs rely on. That it is what the schema says, tlvc is asked
-// for; this is about sizes and offsets, which the records have as this compiler laid them out.
+// schema/interface.txt says of every type what peers and programs rely on. That the schema says the same, tests of
+// tlvc compare have; this is about sizes and offsets, which the records have as this compiler laid them out.
 #include <tlvmsg/register.h>
 #include <tlvmsg/types.h>
 
