@@ -2,7 +2,6 @@
 #include "support/operations.h"
 
 #include <tlvmsg/common.h>
-#include <tlvmsg/macsec.h>
 #include <tlvmsg/voice.h>
 
 namespace tlvmsg_test {
@@ -41,89 +40,47 @@ TEST(Message, DecoderClearsTheRecordEvenWithoutInput) {
     EXPECT_EQ(led_request.decode(nullptr, &*record), nullptr);
     EXPECT_EQ(record, zeroed<LedRequest>());
 
-    const auto decoded = decode(led_request, hex("03 E8 00 2C"));
-    EXPECT_EQ(decoded.end, Distance());
-    EXPECT_EQ(decoded.record, zeroed<LedRequest>());
+    expect_decoded(led_request, hex("03 E8 00 2C"), Distance(), zeroed<LedRequest>());
 }
 
 TEST(Message, FailsWhenAMemberIsMissing) {
     auto expected = zeroed<LedRequest>();
     expected->session = session_record;
-    auto decoded = decode(led_request, session + led);
-    EXPECT_EQ(decoded.end, Distance());
-    EXPECT_EQ(decoded.record, expected);
+    expect_decoded(led_request, session + led, Distance(), expected);
 
     expected->interface = interface_record;
-    decoded = decode(led_request, session + interface + hex("05 4C 00 18"));
-    EXPECT_EQ(decoded.end, Distance());
-    EXPECT_EQ(decoded.record, expected);
+    expect_decoded(led_request, session + interface + hex("05 4C 00 18"), Distance(), expected);
 }
 
 // Below the tags of its members nothing makes a message fail: a session header that announces more than its
-// members, or holds fewer, still leads to the interface.
+// members, or holds fewer, still leads to the interface, and the message ends where its last member says.
 TEST(Message, FollowsTheLengthsOfItsMembers) {
-    auto decoded = decode(led_request, hex("03 E9 00 3C") + Bytes(session.begin() + 4, session.end()) +
-                                           Bytes(16, 0xFF) + interface + led);
-    EXPECT_EQ(decoded.end, 136U);
-    EXPECT_EQ(decoded.record, led_record());
-
-    auto expected = led_record();
-    expected->session.msg_type = 0;
-    decoded = decode(led_request, hex("03 E9 00 20") + session_values + interface + led);
-    EXPECT_EQ(decoded.end, 108U);
-    EXPECT_EQ(decoded.record, expected);
-
-    const Bytes mistagged_type = hex("03 EB 00 08 00 06 00 04 00 00 00 15");
-    decoded = decode(led_request, hex("03 E9 00 2C") + session_values + mistagged_type + interface + led);
-    EXPECT_EQ(decoded.end, 120U);
-    EXPECT_EQ(decoded.record, expected);
-}
-
-TEST(Message, EndsWhereItsLastMemberSays) {
-    auto expected = led_record();
-    expected->led_control = {2, 7, 0};
-    auto decoded =
-        decode(led_request,
-               session + interface + hex("05 4D 00 40  00 04 00 02 00 02  00 04 00 02 00 07  05 53 00 08"));
-    EXPECT_EQ(decoded.end, 160U);
-    EXPECT_EQ(decoded.record, expected);
-
-    expected->led_control = {0, 0, 0};
-    decoded = decode(led_request, session + interface + hex("05 4D 00 00 00 00 00 00"));
-    EXPECT_EQ(decoded.end, 96U);
-    EXPECT_EQ(decoded.record, expected);
+    const auto expect_led = [](const Bytes &wire, size_t end, uint32_t msg_type,
+                               const zel_led_control &led_control) {
+        auto expected = led_record();
+        expected->session.msg_type = msg_type;
+        expected->led_control = led_control;
+        expect_decoded(led_request, wire, end, expected);
+    };
+    const Bytes longer = hex("03 E9 00 3C") + Bytes(session.begin() + 4, session.end()) + Bytes(16, 0xFF);
+    expect_led(longer + interface + led, 136, 0x15, {2, 7, 3});
+    expect_led(hex("03 E9 00 20") + session_values + interface + led, 108, 0, {2, 7, 3});
+    const Bytes short_led = hex("05 4D 00 40  00 04 00 02 00 02  00 04 00 02 00 07  05 53 00 08");
+    expect_led(session + interface + short_led, 160, 0x15, {2, 7, 0});
+    expect_led(session + interface + hex("05 4D 00 00 00 00 00 00"), 96, 0x15, {0, 0, 0});
 }
 
 // An enumeration ends behind its 12 bytes, and can fail by what is inside.
 TEST(Message, MayEndWithAnEnumeration) {
     const auto operations = OPERATIONS(bri_L1_function_message);
-    const Bytes config = hex("05 AD 00 2A  00 04 00 02 00 01  00 04 00 02 00 02  00 04 00 02 00 03"
-                             "00 04 00 02 00 04  00 04 00 02 00 05  00 04 00 02 00 06  00 04 00 02 00 07");
     auto record = zeroed<bri_L1_function_message>();
     record->session = session_record;
     record->interface = interface_record;
-    record->config = {1, 2, 3, 4, 5, 6, 7};
+    const Bytes leading = session + interface + hex("05 AD 00 00");
+    expect_decoded(operations, leading + hex("05 B5 00 08 00 07 00 04 00 00 00 08"), Distance(), record);
     record->function = 8;
-    const Bytes leading = session + interface + config;
-    expect_exchange(operations, record, leading + hex("05 B5 00 08 00 06 00 04 00 00 00 08"));
-
-    auto decoded = decode(operations, leading + hex("05 B5 00 14 00 06 00 04 00 00 00 08"));
-    EXPECT_EQ(decoded.end, leading.size() + 12);
-    EXPECT_EQ(decoded.record->function, 8U);
-
-    decoded = decode(operations, leading + hex("05 B5 00 08 00 07 00 04 00 00 00 08"));
-    EXPECT_EQ(decoded.end, Distance());
-    EXPECT_EQ(decoded.record->config.value_7, 7);
-    EXPECT_EQ(decoded.record->function, 0U);
-}
-
-TEST(Message, MayOpenWithAnotherElementThanTheSession) {
-    auto record = zeroed<macsec_after_post_verify_msg_message>();
-    record->post_index.index = 7;
-    record->session = session_record;
-    const Bytes wire = encoding(OPERATIONS(macsec_after_post_verify_msg_message), record);
-    EXPECT_EQ(Bytes(wire.begin(), wire.begin() + 9), hex("06 C2 00 05 00 02 00 01 07"));
-    EXPECT_EQ(Bytes(wire.begin() + 9, wire.begin() + 9 + 48), session);
+    expect_decoded(operations, leading + hex("05 B5 00 14 00 06 00 04 00 00 00 08"), leading.size() + 12,
+                   record);
 }
 
 // One structure alone: its element, but into a cleared record.
@@ -151,46 +108,14 @@ TEST(Message, OfOneStructureIsThatStructure) {
 // Whatever there is of it, the record is otherwise clear. Without its array it says how much it could hold.
 TEST(Message, OfOneStructureDecodesIntoAClearedRecord) {
     const Bytes value = hex("05 45 00 40  00 02 00 01 09");
-    struct Case {
-        const char *what;
-        Bytes wire;
-        Image<Report> expected;
-    };
-    const Case cases[] = {
-        {"a text", value + hex("00 0A 00 0A  00 04 00 02 00 03  61 62 63"),
-         report_record(9, 3, hex("61 62 63"))},
-        {"just not full", value + hex("00 0A 00 00  00 04 00 02 07 6B") + Bytes(1899, 'x'),
-         report_record(9, 1899, Bytes(1899, 'x'))},
-        {"full", value + hex("00 0A 00 00  00 04 00 02 07 6C") + Bytes(1900, 'x'),
-         report_record(9, 1900, Bytes(1900, 'x'))},
-        {"more than full", value + hex("00 0A 00 00  00 04 00 02 07 6F") + Bytes(1903, 'x'),
-         report_record(9, 1903, Bytes(1903, 'x'))},
-        {"a bad count", value + hex("00 0A 00 0A  00 02 00 01 03"), report_record(9, 0, {})},
-        {"another tag", value + hex("00 0B 00 0A"), report_record(9, 1900, {})},
-        {"another element", value + hex("05 45 00 40"), report_record(9, 1900, {})},
-        {"no value before", hex("05 45 00 40  00 03 00 01"), report_record(0, 1900, {})},
-    };
-    for (const Case &each : cases) {
-        SCOPED_TRACE(each.what);
-        const auto decoded = decode(report, each.wire, Image<Report>(8));
-        EXPECT_EQ(decoded.end, 68U);
-        EXPECT_EQ(decoded.record, each.expected);
-    }
-    const auto decoded = decode(report, hex("05 44 00 10"), Image<Report>(8));
-    EXPECT_EQ(decoded.end, Distance());
-    EXPECT_EQ(decoded.record, report_record(0, 0, {}));
-}
-
-TEST(Message, EncodingFailsWithItsMember) {
-    using Request = analogbri_ds0_dump_req_message;
-    auto record = zeroed<Request>(16);
-    record->session = session_record;
-    record->interface = interface_record;
-    record->ds0_dump_req.destination.count = 336;
-    const Encoded encoded = encode(OPERATIONS(analogbri_ds0_dump_req_message), record, 48 + 44 + 386);
-    EXPECT_EQ(encoded.end, Distance());
-    EXPECT_EQ(Bytes(encoded.bytes.begin(), encoded.bytes.begin() + 48), session);
-    EXPECT_EQ(Bytes(encoded.bytes.end() - 341, encoded.bytes.end() - 336), hex("04 00 02 01 50"));
+    expect_decoded(report, value + hex("00 0A 00 0A  00 04 00 02 00 03  61 62 63"), 68,
+                   report_record(9, 3, hex("61 62 63")));
+    expect_decoded(report, value + hex("00 0A 00 00  00 04 00 02 07 6F") + Bytes(1903, 'x'), 68,
+                   report_record(9, 1903, Bytes(1903, 'x')));
+    expect_decoded(report, value + hex("00 0A 00 0A  00 02 00 01 03"), 68, report_record(9, 0, {}));
+    expect_decoded(report, value + hex("05 45 00 40"), 68, report_record(9, 1900, {}));
+    expect_decoded(report, hex("05 45 00 40  00 03 00 01"), 68, report_record(0, 1900, {}));
+    expect_decoded(report, hex("05 44 00 10"), Distance(), report_record(0, 0, {}));
 }
 
 } // namespace

@@ -100,9 +100,7 @@ TEST(RawElement, ReadingStoresNothingWhenAPointerIsMissing) {
 // The header alone decides: a refused element's value is never read.
 template <class Value>
 void expect_refused(const Operations<Value> &operations, uint16_t tag, uint16_t length) {
-    const Decoded<Value> decoded = decode(operations, be16(tag) + be16(length));
-    EXPECT_EQ(decoded.end, Distance()) << tag << " " << length;
-    EXPECT_EQ(decoded.record, Image<Value>());
+    expect_decoded(operations, be16(tag) + be16(length), Distance(), Image<Value>());
 }
 
 // `sent` is what the encoder writes; the decoder wants the same value under the tag `accepted`.
@@ -114,9 +112,7 @@ void expect_scalar(const Operations<Value> &operations, Value value, const Bytes
     EXPECT_EQ(encoding(operations, record), sent);
 
     const Bytes received = be16(accepted) + Bytes(sent.begin() + 2, sent.end());
-    const Decoded<Value> decoded = decode(operations, received);
-    EXPECT_EQ(decoded.end, sent.size());
-    EXPECT_EQ(decoded.record, record);
+    expect_decoded(operations, received, sent.size(), record);
 
     constexpr uint16_t length = sizeof(Value);
     for (const int tag : {accepted - 1, accepted + 1, accepted + 256, 0}) {
@@ -164,22 +160,17 @@ protected:
     }
 };
 
-TEST_F(Memory, IsThePlatformsPoolZero) {
+TEST_F(Memory, IsThePlatformsPoolZeroWhichAlsoClears) {
     void *block = tlv_malloc(5);
-    ASSERT_NE(block, nullptr);
     tlv_free(block);
-    ASSERT_EQ(osal_double_call_count(), 2U);
+    auto *zero = static_cast<uint8_t *>(tlv_calloc(3, 5));
+    ASSERT_NE(zero, nullptr);
+    EXPECT_EQ(Bytes(zero, zero + 15), Bytes(15, 0));
+    ASSERT_EQ(osal_double_call_count(), 4U);
     expect_call(0, OSAL_MALLOC, 5, block);
     expect_call(1, OSAL_FREE, 5, block);
-}
-
-TEST_F(Memory, CallocClearsThroughThePlatform) {
-    auto *block = static_cast<uint8_t *>(tlv_calloc(3, 5));
-    ASSERT_NE(block, nullptr);
-    EXPECT_EQ(Bytes(block, block + 15), Bytes(15, 0));
-    ASSERT_EQ(osal_double_call_count(), 2U);
-    expect_call(0, OSAL_MALLOC, 15, block);
-    expect_call(1, OSAL_MEMSET, 15, block);
+    expect_call(2, OSAL_MALLOC, 15, zero);
+    expect_call(3, OSAL_MEMSET, 15, zero);
 }
 
 TEST_F(Memory, CallocWrapsAt32Bits) {

@@ -1,11 +1,8 @@
 // Unions: the element of the chosen alternative, or nothing at all.
 #include "support/operations.h"
 
-#include <tlvmsg/cellular.h>
 #include <tlvmsg/common.h>
-#include <tlvmsg/module.h>
 #include <tlvmsg/server.h>
-#include <tlvmsg/tdm.h>
 
 namespace tlvmsg_test {
 
@@ -35,6 +32,7 @@ TEST(Address, OfVersion4) {
     expect_nothing_from_null(address);
 }
 
+// Every alternative has a tag and a capacity of its own.
 TEST(Address, OfBytesFullOrShort) {
     auto version_6 = address_record(2);
     version_6->address.ipv6.addr.count = 4;
@@ -42,19 +40,6 @@ TEST(Address, OfBytesFullOrShort) {
     expect_exchange(address, version_6,
                     hex("03 FA 00 2B") + address_type(2) +
                         hex("03 F7 00 0F  00 0A 00 0B 00 04 00 02 00 04  01 02 03 04 00") + address_length);
-
-    version_6->address.ipv6.addr.count = 16;
-    version_6.put(version_6->address.ipv6.addr.bytes, repeated(16, hex("20")));
-    expect_exchange(address, version_6,
-                    hex("03 FA 00 36") + address_type(2) + hex("03 F7 00 1A  00 0A 00 16 00 04 00 02 00 10") +
-                        repeated(16, hex("20")) + address_length);
-
-    auto of_8_bytes = address_record(3);
-    of_8_bytes->address.ipv4_maddr.addr.count = 8;
-    of_8_bytes.put(of_8_bytes->address.ipv4_maddr.addr.bytes, repeated(8, hex("E0")));
-    expect_exchange(address, of_8_bytes,
-                    hex("03 FA 00 2E") + address_type(3) + hex("03 F8 00 12  00 0A 00 0E 00 04 00 02 00 08") +
-                        repeated(8, hex("E0")) + address_length);
 
     auto of_32_bytes = address_record(4);
     of_32_bytes->address.ipv6_maddr.addr.count = 32;
@@ -71,27 +56,19 @@ TEST(Address, OfAnyOtherTypeHasNoElement) {
     }
 }
 
-TEST(Address, WithAnotherTypesElementEndsThere) {
-    Image<ip_address> expected;
-    expected->address.type = 1;
-    const auto decoded = decode(address, hex("03 FA 00 24") + address_type(1) + hex("03 F7 00 08"));
-    EXPECT_EQ(decoded.end, 40U);
-    EXPECT_EQ(decoded.record, expected);
-}
-
 // In contrast to enumerations everywhere else: the length counts, the value may be anything.
 TEST(Address, OfVersion4EndsByItsLength) {
     auto expected = address_record(1);
-    auto decoded = decode(address, hex("03 FA 00 24") + address_type(1) +
-                                       hex("03 F6 00 08 00 07 00 04 0A 00 00 01") + address_length);
-    EXPECT_EQ(decoded.end, 40U);
-    EXPECT_EQ(decoded.record, expected);
+    expect_decoded(address,
+                   hex("03 FA 00 24") + address_type(1) + hex("03 F6 00 08 00 07 00 04 0A 00 00 01") +
+                       address_length,
+                   40, expected);
 
     expected->address.ipv4 = 0x0A000001;
-    decoded = decode(address, hex("03 FA 00 26") + address_type(1) +
-                                  hex("03 F6 00 0A 00 06 00 04 0A 00 00 01 FF FF") + address_length);
-    EXPECT_EQ(decoded.end, 42U);
-    EXPECT_EQ(decoded.record, expected);
+    expect_decoded(address,
+                   hex("03 FA 00 26") + address_type(1) + hex("03 F6 00 0A 00 06 00 04 0A 00 00 01 FF FF") +
+                       address_length,
+                   42, expected);
 
     // The enumeration of the same tag, by itself, ends behind its 12 bytes and takes nothing but a uint32.
     EXPECT_EQ(decode(OPERATIONS(ipv4_addr), hex("03 F6 00 0A 00 06 00 04 0A 00 00 01")).end, 12U);
@@ -102,19 +79,7 @@ TEST(Address, OfVersion4EndsByItsLength) {
 TEST(Address, WithoutItsTypeIsNotDecoded) {
     Image<ip_address> before;
     before->address.type = 1;
-    const auto decoded = decode(address, hex("03 FA 00 0C") + ipv4_element, before);
-    EXPECT_EQ(decoded.end, 16U);
-    EXPECT_EQ(decoded.record, before);
-}
-
-// The presets of the alternatives hold in a union as anywhere.
-TEST(Address, WithoutItsBytesSaysWhatItCouldHold) {
-    Image<ip_address> expected = address_record(2);
-    expected->address.ipv6.addr.count = 16;
-    const auto decoded =
-        decode(address, hex("03 FA 00 1C") + address_type(2) + hex("03 F7 00 00") + address_length);
-    EXPECT_EQ(decoded.end, 32U);
-    EXPECT_EQ(decoded.record, expected);
+    expect_decoded(address, hex("03 FA 00 0C") + ipv4_element, 16, before, before);
 }
 
 Image<ip_address_type_union> union_record(addr_type type) {
@@ -127,9 +92,7 @@ TEST(Union, ByItselfIsTheChosenElement) {
     auto record = union_record(1);
     record->ipv4 = 0x0A000001;
     EXPECT_EQ(encoding(address_union, record), ipv4_element);
-    const auto decoded = decode(address_union, ipv4_element, union_record(1));
-    EXPECT_EQ(decoded.end, 12U);
-    EXPECT_EQ(decoded.record, record);
+    expect_decoded(address_union, ipv4_element, 12, record, union_record(1));
     expect_null_results(address_union, record, ipv4_element, {0, Distance()});
 }
 
@@ -139,69 +102,10 @@ TEST(Union, WithoutAChosenElementLeavesThePositionWhereItIs) {
     EXPECT_EQ(address_union.size(&*record), 0);
     const Encoded encoded = encode(address_union, record, 0);
     EXPECT_EQ(encoded.end, 0U);
-    const auto decoded = decode(address_union, {}, record);
-    EXPECT_EQ(decoded.end, 0U);
-    EXPECT_EQ(decoded.record, record);
+    expect_decoded(address_union, {}, 0, record, record);
     expect_null_results(address_union, record, ipv4_element, {0, Distance()});
     auto out = record;
     EXPECT_EQ(address_union.decode(nullptr, &*out), nullptr);
-}
-
-TEST(Union, MayBeChosenByZeroAndBySeveralValues) {
-    const auto operations = OPERATIONS(zel_cem_id_mode_union);
-    Image<zel_cem_id_mode_union> record;
-    record->value = 9;
-    for (const uint32_t mode : {0U, 1U, 2U}) {
-        record->layer1_mode = mode;
-        EXPECT_EQ(encoding(operations, record), hex("00 02 00 01 09")) << mode;
-        auto before = record;
-        before->value = 0;
-        EXPECT_EQ(decode(operations, hex("00 02 00 01 09"), before).record, record) << mode;
-    }
-    record->layer1_mode = 3;
-    EXPECT_EQ(encoding(operations, record), Bytes());
-}
-
-// The shell command, ping and LED records stand for two values each, not for those between.
-TEST(Union, GivesEachValueItsOwnAlternative) {
-    const auto operations = OPERATIONS(cwan_ipc_type_union);
-    Image<cwan_ipc_type_union> led;
-    led->led_status = {1, 2, 3, 4};
-    for (const uint32_t type : {16U, 27U}) {
-        led->type = type;
-        EXPECT_EQ(operations.size(&*led), 52) << type;
-        const Bytes wire = encoding(operations, led);
-        EXPECT_EQ(Bytes(wire.begin(), wire.begin() + 4), hex("06 3C 00 30")) << type;
-    }
-    led->type = 17;
-    EXPECT_EQ(operations.size(&*led), 5);
-    led->type = 31;
-    EXPECT_EQ(operations.size(&*led), 0);
-}
-
-// One alternative after another of the same union: the sensor readings.
-TEST(Union, ReadsTheAlternativeThatTheStructureNames) {
-    const auto sensor = OPERATIONS(zel_env_monitoring_sensor_info);
-    const Bytes opening =
-        hex("00 02 00 01 01  06 A7 00 08 00 06 00 04 00 00 00 02  06 A8 00 08 00 06 00 04 00 00 00");
-    Image<zel_env_monitoring_sensor_info> record;
-    record->value = 1;
-    record->status = 2;
-    record->reading.mon_type = 1;
-    record->reading.voltage = {-1, -2, 3, 4};
-    const Bytes voltage =
-        hex("06 A4 00 17  00 03 00 01 FF  00 05 00 02 FF FE  00 05 00 02 00 03  00 05 00 02 00 04");
-    EXPECT_EQ(encoding(sensor, record), hex("06 A3 00 38") + opening + hex("01") + voltage);
-    const auto decoded = decode(sensor, hex("06 A3 00 38") + opening + hex("01") + voltage);
-    EXPECT_EQ(decoded.end, 60U);
-    EXPECT_EQ(decoded.record->reading.voltage.value_1, -1);
-    EXPECT_EQ(decoded.record->reading.voltage.value_2, -2);
-    EXPECT_EQ(decoded.record->reading.voltage.value_4, 4);
-
-    auto byte = decode(sensor, hex("06 A3 00 22") + opening + hex("03  00 02 00 01 FF"));
-    EXPECT_EQ(byte.end, 38U);
-    EXPECT_EQ(byte.record->reading.value, 255);
-    EXPECT_EQ(decode(sensor, hex("06 A3 00 1D") + opening + hex("04")).record->reading.mon_type, 4U);
 }
 
 // This union has no record of its own: its operations take the record that holds it, selector and all.
@@ -218,9 +122,7 @@ TEST(Union, MayLiveInTheEnclosingRecord) {
     EXPECT_EQ(encoding(operations, record), dhcp);
     auto before = record;
     before->dhcp_info.dhcp = 0;
-    const auto decoded = decode(operations, dhcp, before);
-    EXPECT_EQ(decoded.end, 16U);
-    EXPECT_EQ(decoded.record, record);
+    expect_decoded(operations, dhcp, 16, record, before);
     record->ip_type = 2;
     EXPECT_EQ(encoding(operations, record), Bytes());
 }

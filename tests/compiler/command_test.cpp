@@ -30,7 +30,7 @@ struct Command {
 
 const std::string good = "//! For tests.\n\nenum color = 40001\n\nstruct led = 40002 {\n    color  tint\n}\n";
 
-TEST(CommandLine, exit_code_tells_what_happened) {
+TEST(CommandLine, ExitCodeTellsWhatHappened) {
     SchemaDirectory directory;
     std::string fine = directory.add("acme/leds.tlv", good);
     std::string faulty = directory.add("acme/bad.tlv", "enum colour\n");
@@ -51,7 +51,7 @@ TEST(CommandLine, exit_code_tells_what_happened) {
     EXPECT_EQ(Command("generate --out " + fine + "/below " + fine).exit_code, 4);
 }
 
-TEST(CommandLine, generate_leaves_unchanged_files_alone) {
+TEST(CommandLine, GenerateLeavesUnchangedFilesAlone) {
     SchemaDirectory directory;
     directory.add("base/ids.tlv", "//! Ids.\nenum id = 1003\n");
     std::string schema = directory.add("acme/leds.tlv", "import \"../base/ids.tlv\"\n" + good.substr(16));
@@ -75,7 +75,7 @@ TEST(CommandLine, generate_leaves_unchanged_files_alone) {
     EXPECT_TRUE(fs::exists(out + "/src/tlvmsg.symbols"));
 }
 
-TEST(CommandLine, imports_are_found_beside_the_file_then_by_path_then_in_the_library) {
+TEST(CommandLine, ImportsAreFoundBesideTheFileThenByPathThenInTheLibrary) {
     SchemaDirectory directory;
     const std::string file = directory.add("acme/fan.tlv", "import \"common/session.tlv\"\n"
                                                            "message fan_message { app_sess_hdr session }\n");
@@ -96,7 +96,7 @@ TEST(CommandLine, imports_are_found_beside_the_file_then_by_path_then_in_the_lib
     EXPECT_TRUE(Command(tags).says("warning[W005]: the library has a family 'common'"));
 }
 
-TEST(CommandLine, generate_writes_the_named_families_and_a_stamp_with_what_was_read) {
+TEST(CommandLine, GenerateWritesTheNamedFamiliesAndAStampWithWhatWasRead) {
     SchemaDirectory directory;
     directory.add("base/ids.tlv", "enum id = 1003\n");
     const std::string file =
@@ -121,7 +121,7 @@ TEST(CommandLine, generate_writes_the_named_families_and_a_stamp_with_what_was_r
     EXPECT_GT(fs::last_write_time(stamp), before);
 }
 
-TEST(CommandLine, format_rewrites_only_readable_files_and_check_none) {
+TEST(CommandLine, FormatRewritesOnlyReadableFilesAndCheckNone) {
     SchemaDirectory directory;
     std::string messy = directory.add("acme/messy.tlv", "enum   color=1001\n");
     std::string fine = directory.add("acme/fine.tlv", good);
@@ -137,7 +137,7 @@ TEST(CommandLine, format_rewrites_only_readable_files_and_check_none) {
     EXPECT_EQ(Command("format --check " + messy + " " + fine).exit_code, 0);
 }
 
-TEST(CommandLine, format_replaces_files_as_a_whole) {
+TEST(CommandLine, FormatReplacesFilesAsAWhole) {
     SchemaDirectory directory;
     std::string text;
     for (int i = 0; i < 300; ++i) {
@@ -184,7 +184,7 @@ TEST(CommandLine, format_replaces_files_as_a_whole) {
     }
 }
 
-TEST(CommandLine, files_that_are_none_and_detours_work_or_are_named) {
+TEST(CommandLine, FilesThatAreNoneAndDetoursWorkOrAreNamed) {
     SchemaDirectory directory;
     fs::current_path(directory.path(""));
     directory.add("real/base/ids.tlv", "\xEF\xBB\xBF"
@@ -228,7 +228,7 @@ TEST(CommandLine, files_that_are_none_and_detours_work_or_are_named) {
     fs::current_path(data_directory);
 }
 
-TEST(CommandLine, standard_input_is_a_file_of_the_current_directory) {
+TEST(CommandLine, StandardInputIsAFileOfTheCurrentDirectory) {
     SchemaDirectory directory;
     directory.add("acme/ids.tlv", "enum id = 1003\n");
     const std::string messy = directory.add("acme/messy.tlv", "import \"ids.tlv\"\nstruct  s=40001{id i}\n");
@@ -244,7 +244,7 @@ TEST(CommandLine, standard_input_is_a_file_of_the_current_directory) {
     fs::current_path(data_directory);
 }
 
-TEST(CommandLine, json_has_the_places_of_all_faults) {
+TEST(CommandLine, JsonHasThePlacesOfAllFaults) {
     SchemaDirectory directory;
     fs::current_path(directory.path(""));
     directory.add("a/fine.tlv", "enum color = 40001\n");
@@ -273,7 +273,7 @@ TEST(CommandLine, json_has_the_places_of_all_faults) {
     fs::current_path(data_directory);
 }
 
-TEST(CommandLine, warnings_are_told_or_refused_of_the_named_files_alone) {
+TEST(CommandLine, WarningsAreToldOrRefusedOfTheNamedFilesAlone) {
     SchemaDirectory directory;
     directory.add("acme/ids.tlv", "enum id = 33003\nenum unused = 33004\n");
     const std::string file = directory.add("acme/s.tlv", "import \"ids.tlv\"\nstruct s = 33001 { id i }\n");
@@ -291,7 +291,7 @@ TEST(CommandLine, warnings_are_told_or_refused_of_the_named_files_alone) {
     EXPECT_TRUE(fs::exists(directory.path("out")));
 }
 
-TEST(CommandLine, tags_are_used_here_or_by_the_library_or_free) {
+TEST(CommandLine, TagsAreUsedHereOrByTheLibraryOrFree) {
     SchemaDirectory directory;
     const std::string file = directory.add("acme/s.tlv", "enum d = 32767\nenum e = 32768\nenum f = 65535\n");
     const Command tags("tags " + file);
@@ -308,7 +308,7 @@ TEST(CommandLine, tags_are_used_here_or_by_the_library_or_free) {
     EXPECT_EQ(Command("interface " + file).exit_code, 0);
 }
 
-TEST(CommandLine, compare_exits_as_diff_does) {
+TEST(CommandLine, CompareExitsAsDiffDoes) {
     SchemaDirectory directory;
     const std::string old_file = directory.add("old/acme/leds.tlv", good);
     const std::string new_file = directory.add("new/acme/leds.tlv", good + "enum color_of_night = 1003\n");
@@ -345,7 +345,7 @@ TEST(CommandLine, compare_exits_as_diff_does) {
     }
 }
 
-TEST(CommandLine, compare_looks_for_imports_on_each_side) {
+TEST(CommandLine, CompareLooksForImportsOnEachSide) {
     SchemaDirectory directory;
     for (const auto &[side, number] : {std::pair("old", "uint16"), std::pair("new", "uint32")}) {
         directory.add(fmt::format("{}/base/a.tlv", side),
@@ -364,7 +364,7 @@ TEST(CommandLine, compare_looks_for_imports_on_each_side) {
     EXPECT_TRUE(Command("compare -I . a b").says("say --old-import or --new-import"));
 }
 
-TEST(CommandLine, explain_knows_every_code) {
+TEST(CommandLine, ExplainKnowsEveryCode) {
     EXPECT_EQ(Command("explain t010 c001").output,
               Command("explain T010").output + Command("explain C001").output);
     EXPECT_EQ(Command("lsp --stdio </dev/null").exit_code, Command("lsp </dev/null").exit_code);

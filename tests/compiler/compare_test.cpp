@@ -77,7 +77,7 @@ std::string example(const Rule &rule, char mark) {
 
 class EachRule : public testing::TestWithParam<const Rule *> {};
 
-TEST_P(EachRule, finds_its_example_and_passes_the_other) {
+TEST_P(EachRule, FindsItsExampleAndPassesTheOther) {
     const Rule &rule = *GetParam();
     for (const char mark : {'-', '+', '='}) {
         ASSERT_NE(example(rule, mark), "") << "no example after " << mark;
@@ -102,7 +102,7 @@ TEST_P(EachRule, finds_its_example_and_passes_the_other) {
 INSTANTIATE_TEST_SUITE_P(Catalogue, EachRule, testing::ValuesIn(std::begin(rules), std::end(rules) - 1),
                          [](const auto &instance) { return std::string(instance.param->code); });
 
-TEST(Rules, have_the_codes_of_their_places) {
+TEST(Rules, HaveTheCodesOfTheirPlaces) {
     for (size_t i = 0; i < std::size(rules); ++i) {
         EXPECT_EQ(rules[i]->code, fmt::format("C{:03}", i + 1));
     }
@@ -110,7 +110,7 @@ TEST(Rules, have_the_codes_of_their_places) {
 
 // ---- Single changes ----------------------------------------------------------------------------------
 
-TEST(Levels, of_a_changed_type_follow_from_what_both_can_hold) {
+TEST(Levels, OfAChangedTypeFollowFromWhatBothCanHold) {
     const auto member = [](const char *type) {
         return std::string(
                    "enum plain = 2002  enum named = 2003 { one = 1 }  bytes one[4]  bytes two[4]  "
@@ -142,7 +142,7 @@ TEST(Levels, of_a_changed_type_follow_from_what_both_can_hold) {
     }
 }
 
-TEST(Levels, of_counts_and_choices_hold_for_both_directions) {
+TEST(Levels, OfCountsAndChoicesHoldForBothDirections) {
     const auto array = [](const std::string &count) {
         return "dynamic bytes text counted by " + count + "  struct s = 2001 { " + count +
                " count  text text }";
@@ -165,7 +165,7 @@ TEST(Levels, of_counts_and_choices_hold_for_both_directions) {
         << "old peers have a name for it";
 }
 
-TEST(AppendedMember, is_safe_only_where_its_absence_shows) {
+TEST(AppendedMember, IsSafeOnlyWhereItsAbsenceShows) {
     const auto summary_of = [](const std::string &rest, const char *type = "uint16") {
         const std::string begin = "enum end = 2002  struct port = 2001 { uint8 slot ";
         return summary(begin + "} " + rest, begin + type + " unit } " + rest).substr(0, 4);
@@ -187,7 +187,7 @@ TEST(AppendedMember, is_safe_only_where_its_absence_shows) {
         "C009");
 }
 
-TEST(AppendedMember, is_seen_where_decoders_fill_it) {
+TEST(AppendedMember, IsSeenWhereDecodersFillIt) {
     const auto summary_of = [](const std::string &member) {
         const std::string types =
             "bytes l[4]  array a of uint32[4]  dynamic bytes d counted by uint8  struct packed = 2002 { l l "
@@ -206,7 +206,7 @@ TEST(AppendedMember, is_seen_where_decoders_fill_it) {
     }
 }
 
-TEST(Renames, are_known_again) {
+TEST(Renames, AreKnownAgain) {
     const std::string before = "bytes port_name[8]  struct port = 2001 { uint16 slot  port_name name }  "
                                "message m { port port }  struct end = 2002 { uint8 a }";
     EXPECT_EQ(summary(before,
@@ -225,7 +225,7 @@ TEST(Renames, are_known_again) {
     EXPECT_EQ(summary("bytes a[8]", "bytes b[9]").substr(0, 4), "C001");
 }
 
-TEST(InlinedUnion, keeps_the_layout_where_nothing_moves) {
+TEST(InlinedUnion, KeepsTheLayoutWhereNothingMoves) {
     const auto levels = [](const std::string &type, const std::string &before_it) {
         const auto schema = [&](const char *in) {
             return fmt::format(
@@ -240,7 +240,7 @@ TEST(InlinedUnion, keeps_the_layout_where_nothing_moves) {
 }
 
 // It took half a minute when each type was looked for among all: arrays, messages and structures.
-TEST(Renames, of_many_types_take_no_time_to_speak_of) {
+TEST(Renames, OfManyTypesTakeNoTimeToSpeakOf) {
     constexpr int count = 10000;
     const auto schema = [](const std::string &name) {
         std::string text;
@@ -263,7 +263,7 @@ TEST(Renames, of_many_types_take_no_time_to_speak_of) {
 
 const std::string schema_directory = (data_directory / "../../schema").string();
 
-TEST(RealSchema, is_what_its_interface_says) {
+TEST(RealSchema, IsWhatItsInterfaceSays) {
     const Side schema(schema_directory);
     const Side interface(schema_directory + "/interface.txt");
     EXPECT_EQ(summary(compare(schema, interface)), "");
@@ -271,7 +271,7 @@ TEST(RealSchema, is_what_its_interface_says) {
     EXPECT_TRUE(emit_interface(*interface.schema) == read_file(schema_directory + "/interface.txt"));
 }
 
-TEST(Interface, is_refused_where_its_lines_contradict_each_other) {
+TEST(Interface, IsRefusedWhereItsLinesContradictEachOther) {
     SchemaDirectory directory;
     const auto refused = [&](const std::string &text) -> std::string {
         try {
@@ -361,7 +361,7 @@ const Mutation mutations[] = {
 
 class EachMutation : public testing::TestWithParam<Mutation> {};
 
-TEST_P(EachMutation, is_found_in_every_type_and_in_reverse) {
+TEST_P(EachMutation, IsFoundInEveryTypeAndInReverse) {
     const Side before(schema_directory);
     const Side after(schema_directory);
     const auto int64 = std::find_if(after.schema->types.begin(), after.schema->types.end(),
@@ -393,7 +393,7 @@ INSTANTIATE_TEST_SUITE_P(RealSchema, EachMutation, testing::ValuesIn(mutations),
 
 // ---- Reports -----------------------------------------------------------------------------------------
 
-TEST(Report, says_where_and_what) {
+TEST(Report, SaysWhereAndWhat) {
     Sources old_sources;
     Sources new_sources;
     old_sources.add("old/a.tlv", "struct port {\n    uint8  slot\n}\n");

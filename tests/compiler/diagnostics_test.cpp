@@ -1,12 +1,14 @@
-// Every fault of the catalogue has a bad example in diagnostics/: a file, or a directory of files, with all
-// that is printed about it beside it. Paths in there are relative to that directory.
+// Every fault of the catalogue has a bad example in diagnostics/: a file, or a directory of files, with what is
+// said about it beside it. Paths in there are relative to that directory.
 #include "base/suggest.h"
 #include "compiler/checks/checks.h"
 #include "compiler/text/reporter.h"
 #include "support.h"
 
 #include <algorithm>
+#include <fmt/format.h>
 #include <set>
+#include <sstream>
 
 namespace tlvc {
 namespace {
@@ -15,12 +17,29 @@ namespace fs = std::filesystem;
 
 const fs::path examples = data_directory / "diagnostics";
 
+// A report without the lines that it quotes and the number of faults: how many characters are marked stands in
+// brackets behind the message.
+std::string brief(const std::string &report) {
+    std::istringstream lines(report);
+    std::string text;
+    for (std::string line; std::getline(lines, line);) {
+        const size_t bar = line.find_first_not_of(" 0123456789");
+        const size_t mark = line.find('^', bar);
+        if (line.at(bar) != '|') {
+            text += std::isdigit(static_cast<unsigned char>(line[0])) != 0 ? "" : line + "\n";
+        } else if (line.find_first_not_of(" |") == mark) {
+            text.insert(text.size() - 1, fmt::format(" [{}]", line.size() - mark));
+        }
+    }
+    return text;
+}
+
 class Example : public testing::TestWithParam<const Fault *> {
 protected:
     void SetUp() override { fs::current_path(examples); }
 };
 
-TEST_P(Example, is_reported_as_expected) {
+TEST_P(Example, IsReportedAsExpected) {
     const std::string name(GetParam()->code);
     ASSERT_TRUE(fs::exists(name + ".tlv") || fs::exists(name)) << "no bad example for " << name;
     Compiled compiled({fs::exists(name) ? name : name + ".tlv"});
@@ -31,13 +50,13 @@ TEST_P(Example, is_reported_as_expected) {
     EXPECT_EQ(compiled.faults.any(), GetParam()->severity() == Severity::Error);
     std::vector<std::string> codes = compiled.codes();
     EXPECT_NE(std::find(codes.begin(), codes.end(), name), codes.end());
-    EXPECT_EQ(render(compiled.faults, compiled.sources, false), read_file(name + ".txt"));
+    EXPECT_EQ(brief(render(compiled.faults, compiled.sources, false)), read_file(name + ".txt"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Catalogue, Example, testing::ValuesIn(fault::all),
                          [](const auto &instance) { return std::string(instance.param->code); });
 
-TEST(Catalogue, has_an_entry_for_every_example) {
+TEST(Catalogue, HasAnEntryForEveryExample) {
     std::set<std::string_view> codes;
     for (const Fault *each : fault::all) {
         EXPECT_TRUE(codes.insert(each->code).second) << each->code;
@@ -47,7 +66,7 @@ TEST(Catalogue, has_an_entry_for_every_example) {
     }
 }
 
-TEST(Report, stops_where_nobody_reads_on) {
+TEST(Report, StopsWhereNobodyReadsOn) {
     std::string text;
     for (int i = 0; i < 60; ++i) {
         text += "enum e\n";
@@ -60,7 +79,7 @@ TEST(Report, stops_where_nobody_reads_on) {
 }
 
 // What is reported of each, and no more: nothing follows from what could not be read, found or imported.
-TEST(Phases, all_report_what_they_find_and_nothing_that_follows_from_other_faults) {
+TEST(Phases, AllReportWhatTheyFindAndNothingThatFollowsFromOtherFaults) {
     const std::pair<const char *, const char *> cases[] = {
         // Readable declarations beside unreadable ones, which they name.
         {"enum kind 1362\nstruct a = 5 { kind x  nowhere y }\nmessage { kind k }\nbytes name[0\nbytes c[0]\n",
@@ -104,7 +123,7 @@ TEST(Phases, all_report_what_they_find_and_nothing_that_follows_from_other_fault
 }
 
 // Whoever imports is newer than what he imports, and what is named last is newer than the rest.
-TEST(Phases, the_newer_file_is_blamed_for_what_two_declare) {
+TEST(Phases, TheNewerFileIsBlamedForWhatTwoDeclare) {
     SchemaDirectory directory;
     const std::string released = directory.add("acme/released.tlv", "enum a = 1001\nenum b = 1002\n");
     const std::string own = directory.add("own/own.tlv", "enum own = 1001\nenum b = 1003\n");
@@ -120,7 +139,7 @@ TEST(Phases, the_newer_file_is_blamed_for_what_two_declare) {
     }
 }
 
-TEST(Phases, syntax_faults_of_all_files_come_in_file_order) {
+TEST(Phases, SyntaxFaultsOfAllFilesComeInFileOrder) {
     SchemaDirectory directory;
     directory.add("acme/imported.tlv", "enum a\nenum b\n");
     std::string second = directory.add("acme/second.tlv", "enum x\n");
@@ -133,7 +152,7 @@ TEST(Phases, syntax_faults_of_all_files_come_in_file_order) {
     EXPECT_EQ(places, (std::vector<std::string>{"first.tlv", "imported.tlv", "imported.tlv", "second.tlv"}));
 }
 
-TEST(Rendering, caret_stands_under_the_character_whatever_precedes_it) {
+TEST(Rendering, CaretStandsUnderTheCharacterWhateverPrecedesIt) {
     Sources sources;
     const std::string wide(300, 'w');
     uint32_t file = sources.add("a\x07.tlv", "\xEF\xBB\xBF// first\n\t\xC3\xA9\x1B[1m bad\r\nlast" + wide);
@@ -150,7 +169,7 @@ TEST(Rendering, caret_stands_under_the_character_whatever_precedes_it) {
                   "^~~~\n  help: <FF>\n2 errors\n");
 }
 
-TEST(Rendering, colour_changes_nothing_else) {
+TEST(Rendering, ColourChangesNothingElse) {
     fs::current_path(examples);
     Compiled compiled({"T012.tlv"});
     std::string coloured = render(compiled.faults, compiled.sources, true);
@@ -166,7 +185,7 @@ TEST(Rendering, colour_changes_nothing_else) {
     EXPECT_EQ(stripped, render(compiled.faults, compiled.sources, false));
 }
 
-TEST(Suggestion, is_the_nearest_name_or_none) {
+TEST(Suggestion, IsTheNearestNameOrNone) {
     EXPECT_EQ(tlvmsg::base::nearest("zel_led_colour", {"zel_led_control", "zel_led_color", "led_color"}),
               "zel_led_color");
     EXPECT_EQ(tlvmsg::base::nearest("unit8", {"int8", "uint8", "uint16"}), "uint8") << "a swap is one slip";

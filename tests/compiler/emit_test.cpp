@@ -1,4 +1,5 @@
-// What is generated for a small schema with every kind of type, against a reviewed copy.
+// What people read of a small schema with every kind of type, against a reviewed copy. What else is generated, programs
+// compile and run for all types.
 #include "compiler/emit/emit.h"
 #include "compiler/model/names.h"
 #include "support.h"
@@ -11,18 +12,15 @@ namespace {
 
 const std::filesystem::path golden = data_directory / "golden";
 
-TEST(Emitters, write_the_reviewed_files) {
+TEST(Emitters, WriteTheReviewedHeader) {
     Compiled compiled({(golden / "relay/relays.tlv").string(), (golden / "relay/family.tlv").string()});
     ASSERT_TRUE(compiled.schema);
-    EXPECT_EQ(emit_interface(*compiled.schema), read_file((golden / "interface.txt").string()));
     const GeneratedFiles files = emit(*compiled.schema, Product::Library);
-    for (const char *path : {"include/tlvmsg/relay.h", "include/tlvmsg/bounded/relay.h",
-                             "include/tlvmsg/relay.hpp", "src/relay_codecs.h", "src/relay_layout.c"}) {
-        const auto file = std::find_if(files.begin(), files.end(),
-                                       [&](const GeneratedFile &each) { return each.path == path; });
-        ASSERT_NE(file, files.end()) << path;
-        EXPECT_EQ(file->text, read_file((golden / "generated" / path).string())) << path;
-    }
+    const auto header = std::find_if(files.begin(), files.end(), [](const GeneratedFile &each) {
+        return each.path == "include/tlvmsg/relay.h";
+    });
+    ASSERT_NE(header, files.end());
+    EXPECT_EQ(header->text, read_file((golden / "relay.h").string()));
 }
 
 TEST(Emitters, guard_every_header_by_a_name_of_its_own) {

@@ -70,12 +70,12 @@ void expect_stable(const std::string &text) {
     ASSERT_EQ(remarks(once), remarks(text)) << text;
 }
 
-TEST(Format, gives_the_canonical_layout) {
+TEST(Format, GivesTheCanonicalLayout) {
     EXPECT_EQ(formatted(read_file((data_directory / "format/messy.tlv").string())),
               read_file((data_directory / "format/canonical.tlv").string()));
 }
 
-TEST(Format, keeps_a_message_on_one_line_up_to_the_width) {
+TEST(Format, KeepsAMessageOnOneLineUpToTheWidth) {
     std::string head = "message request { structure ";
     std::string fits = head + std::string(110 - head.size() - 2, 'n') + " }\n";
     EXPECT_EQ(formatted(fits), fits);
@@ -84,7 +84,7 @@ TEST(Format, keeps_a_message_on_one_line_up_to_the_width) {
 }
 
 // The messy file with a remark, a line or both put in wherever that leaves it readable.
-TEST(Format, is_stable_and_loses_nothing) {
+TEST(Format, IsStableAndLosesNothing) {
     const std::string text = read_file((data_directory / "format/messy.tlv").string());
     size_t tried = 0;
     for (const std::string inserted :

@@ -14,7 +14,7 @@ std::vector<std::string> names(const std::vector<Declaration> &declarations) {
     return result;
 }
 
-TEST(Parser, reads_every_form) {
+TEST(Parser, ReadsEveryForm) {
     Parsed parsed("//! For tests.\n"
                   "//!\n"
                   "import \"../common/session.tlv\"\n"
@@ -55,7 +55,7 @@ TEST(Parser, reads_every_form) {
     EXPECT_EQ(u.members[1].values[0].number, UINT64_MAX) << "too large a number must not wrap";
 }
 
-TEST(Parser, keywords_are_names_where_names_belong) {
+TEST(Parser, KeywordsAreNamesWhereNamesBelong) {
     Parsed parsed("struct struct = 1001 {\n"
                   "    enum     enum\n"
                   "    message  of\n"
@@ -70,7 +70,7 @@ TEST(Parser, keywords_are_names_where_names_belong) {
     EXPECT_EQ(parsed.syntax.declarations[0].members.size(), 5u);
 }
 
-TEST(Parser, goes_on_behind_a_fault) {
+TEST(Parser, GoesOnBehindAFault) {
     Parsed parsed("struct a = 1001 {\n"
                   "    uint8 ok\n"
                   "    uint8 = 5\n"
@@ -103,7 +103,7 @@ TEST(Parser, goes_on_behind_a_fault) {
     EXPECT_EQ(parsed.syntax.declarations[0].members.size(), 2u);
 }
 
-TEST(Parser, accepts_files_of_nothing_but_blanks_and_remarks) {
+TEST(Parser, AcceptsFilesOfNothingButBlanksAndRemarks) {
     for (const char *text : {"", "\n", "// only this", "//! about\n", "\t\r\n//// ruler ////\n"}) {
         Parsed parsed(text);
         EXPECT_FALSE(parsed.faults.any()) << text;
@@ -112,7 +112,7 @@ TEST(Parser, accepts_files_of_nothing_but_blanks_and_remarks) {
 }
 
 // Whatever is missing, the parser ends, stays within the text and keeps its spans in order.
-TEST(Parser, survives_every_cut) {
+TEST(Parser, SurvivesEveryCut) {
     const std::string text = read_file((data_directory / "format/messy.tlv").string());
     auto check = [](const std::string &damaged) {
         Parsed parsed(damaged);

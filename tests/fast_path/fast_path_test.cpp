@@ -115,7 +115,7 @@ private:
 
 class Family : public testing::TestWithParam<std::string> {};
 
-TEST_P(Family, encodes_and_decodes_the_same_with_and_without_fast_paths) {
+TEST_P(Family, EncodesAndDecodesTheSameWithAndWithoutFastPaths) {
     for_each_type_of(GetParam(), [](const tlvmsg_type &type) {
         const Both codecs(type);
         for_each_sample(type, [&](uint64_t seed, Counts counts, uint32_t choice) {
@@ -135,7 +135,7 @@ TEST_P(Family, encodes_and_decodes_the_same_with_and_without_fast_paths) {
     });
 }
 
-TEST_P(Family, tolerates_damage_the_same_with_and_without_fast_paths) {
+TEST_P(Family, ToleratesDamageTheSameWithAndWithoutFastPaths) {
     for_each_type_of(GetParam(), [](const tlvmsg_type &type) {
         if (type.kind == TLVMSG_UNION) {
             return;

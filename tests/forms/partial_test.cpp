@@ -63,7 +63,7 @@ void check(const tlvmsg_type *type, const Sample &sample) {
     }
 }
 
-TEST(Partial, of_every_type_is_the_whole_and_of_every_cut_a_part) {
+TEST(Partial, OfEveryTypeIsTheWholeAndOfEveryCutAPart) {
     for (size_t i = 0; i < tlvmsg_type_count(); ++i) {
         const tlvmsg_type *const type = tlvmsg_type_at(i);
         // A union alone lacks its selector, and a char is written under another tag than it is read.
@@ -75,7 +75,7 @@ TEST(Partial, of_every_type_is_the_whole_and_of_every_cut_a_part) {
 }
 
 // Of structures and arrays that the cut goes through, what is inside is shown as well.
-TEST(Partial, of_what_is_cut_shows_what_is_left) {
+TEST(Partial, OfWhatIsCutShowsWhatIsLeft) {
     struct Cut {
         const char *type;
         const char *whole;

@@ -146,14 +146,28 @@ Decoded<Record> decode(const Operations<Record> &operations, const Bytes &wire,
     return decoded;
 }
 
+// Expects decoding over `before` to end there and leave `expected`.
+template <class Record>
+void expect_decoded(const Operations<Record> &operations, const Bytes &wire, Distance end,
+                    const Image<Record> &expected, const Image<Record> &before) {
+    const Decoded<Record> decoded = decode(operations, wire, before);
+    EXPECT_EQ(decoded.end, end) << wire;
+    EXPECT_EQ(decoded.record, expected) << wire;
+}
+
+// Over 0xA5 bytes.
+template <class Record>
+void expect_decoded(const Operations<Record> &operations, const Bytes &wire, Distance end,
+                    const Image<Record> &expected) {
+    const size_t behind = expected.bytes().size() - sizeof(Record);
+    expect_decoded(operations, wire, end, expected, Image<Record>(behind));
+}
+
 // Expects `wire` to be the encoding of `record`, and to decode to just that, over 0xA5 bytes.
 template <class Record>
 void expect_exchange(const Operations<Record> &operations, const Image<Record> &record, const Bytes &wire) {
     EXPECT_EQ(encoding(operations, record), wire);
-    const Decoded<Record> decoded =
-        decode(operations, wire, Image<Record>(record.bytes().size() - sizeof(Record)));
-    EXPECT_EQ(decoded.end, wire.size());
-    EXPECT_EQ(decoded.record, record);
+    expect_decoded(operations, wire, wire.size(), record);
 }
 
 // What the operations of a type do with null pointers.

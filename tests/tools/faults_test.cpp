@@ -10,7 +10,7 @@ using namespace cli;
 
 namespace {
 
-TEST(Faults, are_json_objects) {
+TEST(Faults, AreJsonObjects) {
     const tlvmsg_fault fault{TLVMSG_WRONG_TAG, 48, 1040, 1039, "m.interface", {}};
     EXPECT_EQ(error_json(fault).dump(),
               R"({"code":"wrong-tag","path":"m.interface","offset":48,"found":1040,)"

@@ -108,7 +108,7 @@ Lines all(int link_type, const std::vector<Recorded> &frames, const std::string 
 constexpr int link_ethernet = 1;
 constexpr int link_ip = 101;
 
-TEST(Packets, find_the_payload_behind_the_headers_of_every_link) {
+TEST(Packets, FindThePayloadBehindTheHeadersOfEveryLink) {
     const Octets v4 = ipv4(17, udp("hello")), v6 = ipv6(17, udp("hello"));
     const Octets cooked = "\0\4\0\1\0\6\2\2\2\2\2\2\0\0"s, cooked2 = "\0\0\0\0\0\1\0\1\4\6\2\2\2\2\2\2\0\0"s;
     const std::pair<int, Octets> frames[] = {
@@ -152,7 +152,7 @@ TEST(Packets, find_the_payload_behind_the_headers_of_every_link) {
     EXPECT_EQ(reader.next(), "1 llo");
 }
 
-TEST(Packets, begin_behind_the_innermost_known_header) {
+TEST(Packets, BeginBehindTheInnermostKnownHeader) {
     Reader own(capture_of(link_ethernet, {ethernet(0x88B5, "hello")}));
     EXPECT_EQ(own.next(), "1 hello");
     EXPECT_EQ(own.facts.protocol, "ethertype 0x88B5");
@@ -176,7 +176,7 @@ TEST(Packets, begin_behind_the_innermost_known_header) {
     EXPECT_EQ(all(link_ip, {few, length, version}), (Lines{"1 " + few, "2 " + length, "3 " + version}));
 }
 
-TEST(Packets, tell_what_the_snap_length_cut) {
+TEST(Packets, TellWhatTheSnapLengthCut) {
     const Octets frame = ethernet(0x0800, ipv4(17, udp("hello")));
     EXPECT_EQ(
         all(link_ethernet, {{frame + "padding", 7}, {frame, 1}, {frame, 7}, {frame, 27}, {frame, 46}, frame}),
@@ -198,7 +198,7 @@ Octets part(size_t index, size_t id = 1, size_t size = 16) {
     return ipv4(17, whole.substr(16 * index, size), id, 2 * index | (index < 2 ? 0x2000 : 0));
 }
 
-TEST(Packets, put_fragments_together) {
+TEST(Packets, PutFragmentsTogether) {
     const std::string whole = Octets(20, 'a') + Octets(20, 'b');
     const Recorded other = ipv4(17, Octets(16, 'x'), 1, 0x2001), behind = ipv4(17, "beyond", 1, 0x2010);
     const std::pair<std::vector<Recorded>, Lines> cases[] = {
@@ -224,7 +224,7 @@ TEST(Packets, put_fragments_together) {
               (Lines{"2 hello", "3 whole"}));
 }
 
-TEST(Packets, keep_a_bounded_number_of_datagrams) {
+TEST(Packets, KeepABoundedNumberOfDatagrams) {
     for (const size_t count : {64U, 65U}) {
         std::vector<Recorded> frames;
         for (const size_t index : {0U, 2U, 1U}) {
@@ -238,7 +238,7 @@ TEST(Packets, keep_a_bounded_number_of_datagrams) {
     }
 }
 
-TEST(Packets, put_segments_in_order) {
+TEST(Packets, PutSegmentsInOrder) {
     EXPECT_EQ(all(link_ip, {tcp(0xFFFFFFFB, "", syn), tcp(0xFFFFFFFC, "abc"), tcp(2, "ghi"), tcp(2, "ghi"),
                             tcp(0xFFFFFFFF, "def"), tcp(0xFFFFFFFB, "", syn), tcp(0xFFFFFFFC, "abc"),
                             tcp(0xFFFFFFFF, "defghijk"), tcp(7, "", 1)}),
@@ -251,7 +251,7 @@ TEST(Packets, put_segments_in_order) {
                      "4 def", "5 segment: no data (SYN)", "6 ghi", "7 jkl"}));
 }
 
-TEST(Packets, tell_what_is_missing_in_a_stream) {
+TEST(Packets, TellWhatIsMissingInAStream) {
     const std::string gap = "2 segment: bytes missing before this segment: 5";
     EXPECT_EQ(all(link_ip, {tcp(1, "abc"), tcp(9, "ghi"), tcp(12, "jkl")}),
               (Lines{"1 abc", gap, "2 ghi", "3 jkl"}));
@@ -267,7 +267,7 @@ TEST(Packets, tell_what_is_missing_in_a_stream) {
     EXPECT_EQ(lines.back(), "12 now");
 }
 
-TEST(Packets, keep_a_bounded_number_of_streams) {
+TEST(Packets, KeepABoundedNumberOfStreams) {
     std::vector<Recorded> frames;
     for (size_t i = 0; i < 514; ++i) { // the first is used again, the second and third are too many
         frames.emplace_back(tcp(1, be16(9) + "abc", ack, i));
@@ -290,7 +290,7 @@ TEST(Packets, keep_a_bounded_number_of_streams) {
     EXPECT_GT(std::find(held.begin(), held.end(), "401 now") - held.begin(), 100 + 30);
 }
 
-TEST(Packets, cut_messages_out_by_their_lengths) {
+TEST(Packets, CutMessagesOutByTheirLengths) {
     const Octets one = "\xAA\0\3\xBB"s + "one", two = "\xAA\0\5\xBB"s + "three", none = "\xAA\0\0\xBB"s;
     EXPECT_EQ(all(link_ip,
                   {tcp(0, "", syn), tcp(1, one + two.substr(0, 2)), tcp(10, two.substr(2, 4)),
@@ -312,7 +312,7 @@ TEST(Packets, cut_messages_out_by_their_lengths) {
     }
 }
 
-TEST(Packets, come_before_the_next_frame_is_there) {
+TEST(Packets, ComeBeforeTheNextFrameIsThere) {
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     const Octets file = capture_of(link_ip, {ipv4(17, udp("hello")), tcp(1, "abc")});
@@ -325,7 +325,7 @@ TEST(Packets, come_before_the_next_frame_is_there) {
     close(ends[0]);
 }
 
-TEST(Packets, have_a_time_and_are_told_before_a_broken_frame) {
+TEST(Packets, HaveATimeAndAreToldBeforeABrokenFrame) {
     const Octets file = capture_of(link_ip, {{ipv4(17, udp("hello")), 0, 2500001}, part(0), part(1)});
     Reader reader(file.substr(0, file.size() - 1));
     EXPECT_EQ(reader.next(), "1 hello");
@@ -342,7 +342,7 @@ TEST(Packets, have_a_time_and_are_told_before_a_broken_frame) {
 }
 
 // Whatever the bytes: it ends, every frame of an unknown link is told, nothing grows beyond its bounds.
-TEST(Packets, stand_any_bytes) {
+TEST(Packets, StandAnyBytes) {
     std::mt19937 random(1);
     const Octets fragment = ipv6(0, "\x2C"s + Octets(7, 0) + "\x11\0\0\1\0\0\0\7"s + udp("\1a\2bc"));
     const Octets packets[] = {fragment,          part(1),         part(2),

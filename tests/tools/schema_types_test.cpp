@@ -43,7 +43,7 @@ std::string description(const tlvmsg_type &type) {
     return out.str();
 }
 
-TEST(SchemaTypes, are_those_that_were_compiled) {
+TEST(SchemaTypes, AreThoseThatWereCompiled) {
     std::vector<std::string> files;
     for (const auto &entry : std::filesystem::recursive_directory_iterator(TLVMSG_SCHEMA)) {
         if (entry.path().extension() == ".tlv") {

@@ -10,7 +10,7 @@ namespace tlvmsg::tool {
 
 namespace {
 
-TEST(Show, names_every_type_and_its_parts) {
+TEST(Show, NamesEveryTypeAndItsParts) {
     for (size_t i = 0; i < tlvmsg_type_count(); ++i) {
         const tlvmsg_type &type = *tlvmsg_type_at(i);
         const std::string text = show(&type);
@@ -26,7 +26,7 @@ TEST(Show, names_every_type_and_its_parts) {
     }
 }
 
-TEST(Show, says_what_is_said_beside_fields) {
+TEST(Show, SaysWhatIsSaidBesideFields) {
     const auto shown = [](const char *name) { return show(tlvmsg_type_find(name)); };
     const auto has = [](const std::string &text, const std::string &what) {
         EXPECT_NE(text.find(what), text.npos) << what << "\n" << text;
@@ -38,7 +38,7 @@ TEST(Show, says_what_is_said_beside_fields) {
 }
 
 // Whatever the type, its JSON has each part with its place, its sizes and what is particular to it.
-TEST(Show, json_has_all_parts_of_every_type) {
+TEST(Show, JsonHasAllPartsOfEveryType) {
     const auto place = [](const nlohmann::ordered_json &json, const auto &part) {
         EXPECT_EQ(json["type"], part.type->name);
         EXPECT_EQ(json["offset"], part.offset);
@@ -67,7 +67,7 @@ TEST(Show, json_has_all_parts_of_every_type) {
 }
 
 // 65,535 bytes hold a structure's member less often than the array alone, and a count of eight bits holds even less.
-TEST(Show, says_how_many_items_fit) {
+TEST(Show, SaysHowManyItemsFit) {
     const auto fits = [](const char *name, const char *item) {
         const std::string text = show(tlvmsg_type_find(name));
         const size_t at = text.find("count and ");

@@ -113,19 +113,20 @@ fish_words 'tlvc explain C00'; prints '^C002.type added'
 fish_words 'tlvc check --format js'; prints '^json'
 fish_words 'tlvc generate --out gen'; prints '^generated/'
 
-# zsh completes only at a terminal: it gets one, a tab, and a pattern to find in what it draws.
-zsh_words() {
-    cat >zshrc <<END
+# zsh completes only at a terminal, which zpty gives it: it draws a prompt, gets a tab, and draws the word.
+zsh_words() { # what is typed, what must appear
+    cat >.zshrc <<END
 fpath=($TLV_SHARE/zsh/site-functions \$fpath); autoload -Uz compinit; compinit -u -d $scratch/zcompdump
-PS1='> '
+PS1='ready> '
 END
-    mkdir -p dot && cp zshrc dot/.zshrc
-    { sleep 1.5; printf '%s\t' "$1"; sleep 1.5; printf '\003exit\n'; sleep 0.3; } |
-        ZDOTDIR=$scratch/dot TERM=dumb script -qec 'zsh -i' /dev/null >out 2>err
+    ZDOTDIR=$PWD TERM=dumb timeout 20 zsh -fc '
+        zmodload zsh/zpty; zpty shell zsh -i; zpty -r shell text "*ready> "
+        zpty -w -n shell "$1$(printf "\t")"; zpty -r shell text "*$2*"; print -r -- "$text"' - "$@" >out 2>err
+    prints "$2"
 }
 for program in tlv tlvc; do zsh -n "$TLV_SHARE/zsh/site-functions/_$program" || fail 'zsh: syntax'; done
-zsh_words 'tlv decode -t zel_led_contr'; prints 'zel_led_control'
-zsh_words 'tlv decode --type=zel_led_contr'; prints 'zel_led_control'
-zsh_words 'tlv sample --kind bo'; prints 'boundary'
-zsh_words 'tlvc check --format=js'; prints 'json'
+zsh_words 'tlv decode -t zel_led_contr' zel_led_control
+zsh_words 'tlv decode --type=zel_led_contr' zel_led_control
+zsh_words 'tlv sample --kind bo' boundary
+zsh_words 'tlvc check --format=js' json
 finish
