@@ -11,6 +11,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 enum {
     TLVMSG_TEXT_MESSAGE = 320 /* bytes of a message about a text, its zero byte included */
@@ -46,6 +49,9 @@ typedef struct tlvmsg_text_fault {
                                           whole number from 0 to 65535"; not for programs to take apart */
 } tlvmsg_text_fault;
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif
