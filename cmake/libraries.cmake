@@ -1,6 +1,4 @@
-include(${CMAKE_CURRENT_LIST_DIR}/exports.cmake)
-
-# The exact library (shared and static, from one set of objects), and the layout assertions.
+# The exact library, and the layout assertions.
 list(TRANSFORM TLVMSG_FAMILIES REPLACE "(.+)" "${TLVMSG_GENERATED}/\\1_codecs.cpp" OUTPUT_VARIABLE codec_sources)
 list(TRANSFORM TLVMSG_FAMILIES REPLACE "(.+)" "${TLVMSG_GENERATED}/\\1_layout.c" OUTPUT_VARIABLE layout_c_sources)
 list(TRANSFORM TLVMSG_FAMILIES REPLACE "(.+)" "${TLVMSG_GENERATED}/\\1_layout.cpp" OUTPUT_VARIABLE layout_cpp_sources)
@@ -25,22 +23,8 @@ target_link_libraries(tlvmsg_objects PRIVATE tlvmsg_warnings PUBLIC osal_pelix)
 # CMake adds the C++ run time to whatever has C++ objects, the linker's language notwithstanding.
 set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
 
-# Linked by the C compiler driver with every symbol resolved: that nothing of the C++ run time is needed is thereby
-# checked at every build.
-add_library(tlvmsg SHARED $<TARGET_OBJECTS:tlvmsg_objects>)
-set_target_properties(tlvmsg PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE C)
-tlvmsg_exports(tlvmsg ${TLVMSG_GENERATED}/tlvmsg.symbols)
-target_link_options(tlvmsg PRIVATE -Wl,-Bsymbolic-functions -Wl,-z,defs)
-
-add_library(tlvmsg_static STATIC $<TARGET_OBJECTS:tlvmsg_objects>)
-set_target_properties(tlvmsg_static PROPERTIES OUTPUT_NAME tlvmsg LINKER_LANGUAGE C)
-
-foreach(library tlvmsg tlvmsg_static)
-    add_dependencies(${library} tlvmsg_schema)
-    target_include_directories(${library} INTERFACE $<BUILD_INTERFACE:${TLVMSG_INCLUDE}>
-                                                    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-    target_link_libraries(${library} PUBLIC osal_pelix ${TLVMSG_PLATFORM_LIBRARIES})
-endforeach()
+tlvmsg_add_library(tlvmsg LANGUAGE C EXPORTS ${TLVMSG_GENERATED}/tlvmsg.symbols OBJECTS $<TARGET_OBJECTS:tlvmsg_objects>
+                   OPTIONS -Wl,-Bsymbolic-functions NEEDS osal_pelix ${TLVMSG_PLATFORM_LIBRARIES})
 
 # What the codecs of other families are made of.
 add_library(tlvmsg_rules INTERFACE)

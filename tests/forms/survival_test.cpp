@@ -56,7 +56,7 @@ bool run(What what, const tlvmsg_type *type, const void *record, const uint8_t *
     static const char *const settings[] = {"name.count=200", "name[2]=7"};
     static const tlvmsg_sample_options options{TLVMSG_SAMPLE_RANDOM, 1, settings, 2, {}};
     static const uint64_t zero[4] = {};
-    static const tlvmsg_guess_options search{2, true};
+    static const tlvmsg_guess_options search{2, true, {}};
     const char *const text = reinterpret_cast<const char *>(in);
     tlvmsg_hex_message *messages = nullptr;
     tlvmsg_difference *differences = nullptr;

@@ -130,7 +130,7 @@ TEST(Fault, TextIsCutToTheBuffer) {
 
 // What else it holds is not defined.
 TEST(Fault, TextOfASuccessSaysThatAndNothingElse) {
-    tlvmsg_fault fault{TLVMSG_OK, 7, 8, 9, ""};
+    tlvmsg_fault fault{TLVMSG_OK, 7, 8, 9, "", {}};
     EXPECT_EQ(text_of(fault), "no fault");
     char message[TLVMSG_FAULT_TEXT];
     tlvmsg_fault_message(&fault, message, sizeof message);
@@ -162,7 +162,7 @@ TEST(Code, HasAStableNameAndAnExplanation) {
     EXPECT_FALSE(tlvmsg_code_find(nullptr, &untouched));
     EXPECT_EQ(untouched, TLVMSG_TRUNCATED);
     for (const unsigned none : {TLVMSG_CODE_COUNT + 0u, 1u << 20, UINT32_MAX / 2, UINT32_MAX}) {
-        tlvmsg_fault fault{static_cast<tlvmsg_code>(none), 0, 0, 0, "a"};
+        tlvmsg_fault fault{static_cast<tlvmsg_code>(none), 0, 0, 0, "a", {}};
         EXPECT_STREQ(tlvmsg_code_name(fault.code), "unknown");
         EXPECT_STREQ(tlvmsg_code_text(fault.code), "");
         EXPECT_EQ(text_of(fault), "error[unknown]: a: unknown code");

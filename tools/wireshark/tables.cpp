@@ -14,7 +14,7 @@ namespace tlvmsg::tool {
 
 namespace {
 
-std::string quoted(std::string_view text) {
+std::string in_quotes(std::string_view text) {
     std::string result = "\"";
     for (const char c : text) {
         if (c == '"' || c == '\\') {
@@ -27,7 +27,7 @@ std::string quoted(std::string_view text) {
 
 // Nothing where nothing is said.
 std::string doc_behind(const char *separator, const char *doc) {
-    return *doc == '\0' ? "" : separator + quoted(doc);
+    return *doc == '\0' ? "" : separator + in_quotes(doc);
 }
 
 // The library's words for a fault, with names in braces where a fault has its numbers.
@@ -60,7 +60,7 @@ uint16_t tag_read(const tlvmsg_type *scalar) {
 std::string values_of(const tlvmsg_type *type) {
     std::string text;
     for (uint32_t i = 0; i < type->enumerator_count; ++i) {
-        text += fmt::format("[{}]={},", type->enumerators[i].value, quoted(type->enumerators[i].name));
+        text += fmt::format("[{}]={},", type->enumerators[i].value, in_quotes(type->enumerators[i].name));
     }
     return text.empty() ? "" : ", values={" + text + "}";
 }
@@ -69,7 +69,7 @@ std::string members_of(const tlvmsg_type *type) {
     std::string text;
     for (uint32_t i = 0; i < type->member_count; ++i) {
         const tlvmsg_member &member = type->members[i];
-        text += fmt::format("\n  {{{},{}{}}},", quoted(member.path), quoted(member.type->name),
+        text += fmt::format("\n  {{{},{}{}}},", in_quotes(member.path), in_quotes(member.type->name),
                             doc_behind(",", member.doc));
     }
     return ", members={" + text + "}";
@@ -79,7 +79,7 @@ std::string alternatives_of(const tlvmsg_type *type) {
     std::string text;
     for (uint32_t i = 0; i < type->alternative_count; ++i) {
         const tlvmsg_alternative &each = type->alternatives[i];
-        text += fmt::format("\n  {{{},{},{{{}}},{}}},", quoted(each.name), quoted(each.type->name),
+        text += fmt::format("\n  {{{},{},{{{}}},{}}},", in_quotes(each.name), in_quotes(each.type->name),
                             fmt::join(each.values, each.values + each.value_count, ","),
                             (each.flags & TLVMSG_END_BY_LENGTH) != 0);
     }
@@ -88,7 +88,7 @@ std::string alternatives_of(const tlvmsg_type *type) {
 
 // A bounded array has a capacity, a dynamic one the width of its count and, unless of bytes, the size of an item.
 std::string array_of(const tlvmsg_type *type) {
-    const std::string element = ", element=" + quoted(type->element->name);
+    const std::string element = ", element=" + in_quotes(type->element->name);
     if (!tlvmsg_type_is_dynamic(type)) {
         return fmt::format("{}, capacity={}", element, type->capacity);
     }
@@ -128,16 +128,16 @@ std::string wireshark_tables(const std::string &name) {
     std::string text =
         fmt::format("local tables = {{\nname = {}, session = {{\"app_sess_hdr\", \"msg_type\"}},\n"
                     "codes = {{\n",
-                    quoted(name));
+                    in_quotes(name));
     for (int i = TLVMSG_TRUNCATED; i <= TLVMSG_TERMINATOR_NOT_ZERO; ++i) {
         const auto code = static_cast<tlvmsg_code>(i);
-        text += fmt::format("[{}]={},\n", quoted(tlvmsg_code_name(code)), quoted(fault_template(code)));
+        text += fmt::format("[{}]={},\n", in_quotes(tlvmsg_code_name(code)), in_quotes(fault_template(code)));
     }
     text += "},\ntypes = {\n";
     for (const tlvmsg_type *type : all_types()) {
         const auto [kind, rest] = entry_of(type);
         const bool has_tag = type->tag != 0 && type->element == nullptr;
-        text += fmt::format("{{name={}, kind={}{}{}{}}},\n", quoted(type->name), quoted(kind),
+        text += fmt::format("{{name={}, kind={}{}{}{}}},\n", in_quotes(type->name), in_quotes(kind),
                             has_tag ? fmt::format(", tag={}", type->tag) : "", rest,
                             doc_behind(", doc=", type->doc));
     }

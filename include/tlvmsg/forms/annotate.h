@@ -21,6 +21,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 /*
  * Explains the input by the type, or by its tags when that is null; `*verdict` is then about elements: whether
@@ -33,6 +36,9 @@ bool tlvmsg_annotate(const tlvmsg_type_set *set, const tlvmsg_type *type, const 
                      const tlvmsg_text_options *options, tlvmsg_sink sink, void *context,
                      tlvmsg_verdict *verdict, tlvmsg_text_fault *fault);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

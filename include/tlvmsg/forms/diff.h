@@ -23,6 +23,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 typedef struct tlvmsg_difference {
     const char *path; /* "led_control.color", "vlan_counters[3]"; the type's name for the whole record */
@@ -42,6 +45,9 @@ typedef struct tlvmsg_difference {
 bool tlvmsg_diff(const tlvmsg_type *type, const void *a, const void *b, tlvmsg_difference **differences,
                  size_t *count, tlvmsg_text_fault *fault);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

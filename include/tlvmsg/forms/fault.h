@@ -12,6 +12,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 enum {
     TLVMSG_TEXT_MESSAGE = 320 /* bytes of a message about a text, its zero byte included */
@@ -49,6 +52,9 @@ typedef struct tlvmsg_text_fault {
     uintptr_t reserved[2];
 } tlvmsg_text_fault;
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

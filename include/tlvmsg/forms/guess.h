@@ -30,6 +30,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 typedef struct tlvmsg_guess {
     tlvmsg_verdict verdict;          /* of the first type; bytes are counted from `offset` */
@@ -93,6 +96,9 @@ typedef struct tlvmsg_part {
 bool tlvmsg_divide(const tlvmsg_type_set *set, const uint8_t *in, size_t in_len, tlvmsg_part **parts,
                    size_t *count, tlvmsg_text_fault *fault);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

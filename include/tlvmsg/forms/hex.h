@@ -44,6 +44,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 enum {
     TLVMSG_MOST_REPEATED = 1 << 24 /* bytes that a text's messages may reach together by repetition */
@@ -70,6 +73,9 @@ bool tlvmsg_is_text(const char *text, size_t length);
 bool tlvmsg_read_hex(const char *text, size_t length, tlvmsg_hex_message **messages, size_t *count,
                      tlvmsg_text_fault *fault);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

@@ -68,6 +68,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 /* How JSON is laid out. `{0}` and a null pointer say the same: all in one line without blanks. */
 typedef struct tlvmsg_json_options {
@@ -94,6 +97,9 @@ bool tlvmsg_to_json(const tlvmsg_type *type, const void *record, const tlvmsg_js
 bool tlvmsg_from_json(const tlvmsg_type *type, const char *text, size_t length, const tlvmsg_limits *limits,
                       void *record, tlvmsg_text_fault *fault);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

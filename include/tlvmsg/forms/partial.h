@@ -30,6 +30,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 /*
  * Writes what can be read of the input, `indent` spaces a level or, with 0, in one line. `length`, `stopped` and
@@ -42,6 +45,9 @@ extern "C" {
 bool tlvmsg_partial_to_json(const tlvmsg_type *type, const uint8_t *in, size_t in_len, unsigned indent,
                             char **text, size_t *length, tlvmsg_fault *stopped, tlvmsg_text_fault *fault);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

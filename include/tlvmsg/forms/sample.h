@@ -33,6 +33,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 typedef enum tlvmsg_sample_kind {
     TLVMSG_SAMPLE_RANDOM,  /* small counts, numbers of all magnitudes, some byte arrays readable text */
@@ -61,6 +64,9 @@ typedef struct tlvmsg_sample_options {
 bool tlvmsg_sample(const tlvmsg_type *type, const tlvmsg_sample_options *options, void *record,
                    tlvmsg_text_fault *fault);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

@@ -21,6 +21,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 /*
  * Is told a text in pieces, in their order and without a zero byte behind them. False stops it: the function
@@ -43,6 +46,9 @@ typedef struct tlvmsg_text_options {
 bool tlvmsg_to_text(const tlvmsg_type *type, const void *record, const tlvmsg_text_options *options,
                     tlvmsg_sink sink, void *context, tlvmsg_text_fault *fault);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

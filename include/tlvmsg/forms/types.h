@@ -25,6 +25,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 /* Never changes: any number of threads may use one. */
 typedef struct tlvmsg_type_set tlvmsg_type_set;
@@ -56,6 +59,9 @@ const tlvmsg_type *tlvmsg_type_set_by_tag(const tlvmsg_type_set *set, uint16_t t
 /* What people call it: "dynamic array"; "" for what is no kind. */
 const char *tlvmsg_kind_name(tlvmsg_kind kind);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

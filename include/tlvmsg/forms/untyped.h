@@ -25,6 +25,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 /*
  * Tell the sink all elements that are whole, up to the first that is not, and store in `*end` where that is.
@@ -38,6 +41,9 @@ bool tlvmsg_untyped_to_text(const tlvmsg_type_set *set, const uint8_t *in, size_
                             const tlvmsg_text_options *options, tlvmsg_sink sink, void *context, size_t *end,
                             tlvmsg_text_fault *fault);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

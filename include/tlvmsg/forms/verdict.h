@@ -19,6 +19,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 
 typedef enum tlvmsg_fit {
     TLVMSG_FITS_NOT,  /* refused */
@@ -42,6 +45,9 @@ typedef struct tlvmsg_verdict {
 tlvmsg_fit tlvmsg_judge(const tlvmsg_type *type, const uint8_t *in, size_t in_len,
                         const tlvmsg_limits *limits, tlvmsg_verdict *verdict);
 
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
 #ifdef __cplusplus
 }
 #endif

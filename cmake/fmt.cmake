@@ -1,0 +1,9 @@
+# fmt as headers alone, which serve every machine: its package is for this one, and CMake refuses it where pointers have
+# another size.
+find_package(fmt QUIET)
+if(NOT TARGET fmt::fmt-header-only)
+    find_path(FMT_INCLUDE_DIRECTORY fmt/format.h REQUIRED)
+    add_library(fmt::fmt-header-only INTERFACE IMPORTED)
+    target_include_directories(fmt::fmt-header-only INTERFACE ${FMT_INCLUDE_DIRECTORY})
+    target_compile_definitions(fmt::fmt-header-only INTERFACE FMT_HEADER_ONLY=1)
+endif()
