@@ -1,12 +1,12 @@
 #include "suggest.h"
 
+#include "ascii.h"
+
 #include <algorithm>
 
 namespace tlvmsg::base {
 
 namespace {
-
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 // Insertions, deletions, replacements and swaps of neighbours that turn one name into the other, whatever the case.
 size_t edit_distance(std::string_view a, std::string_view b) {

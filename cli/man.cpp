@@ -2,10 +2,11 @@
 #include "cli.h"
 #include "generate.h"
 
+#include "base/ascii.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cctype>
 
 namespace tlvmsg::cli {
 
@@ -27,7 +28,7 @@ std::string plain(std::string_view text) {
 }
 
 std::string uncapitalised(std::string text) {
-    text[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(text[0])));
+    text[0] = base::lower(text[0]);
     return text;
 }
 
@@ -139,8 +140,7 @@ std::string page_name(const Cli &cli, const CLI::App &command) {
 std::string man_page(const Cli &cli, const CLI::App &command) {
     const std::string name = page_name(cli, command);
     std::string title = name;
-    std::transform(title.begin(), title.end(), title.begin(),
-                   [](char c) { return static_cast<char>(std::toupper(static_cast<unsigned char>(c))); });
+    std::transform(title.begin(), title.end(), title.begin(), base::upper);
     return fmt::format(".TH {} 1 \"\" \"tlvmsg {}\" \"User Commands\"\n.SH NAME\n{} \\- {}\n", plain(title),
                        cli.program().version, plain(name), plain(uncapitalised(cli.help(command).summary))) +
            synopsis(cli, command) + description(cli, command) + options(command) + examples(cli, command) +

@@ -1,9 +1,9 @@
 // tlv: TLV messages from the shell.
 #include "cli/failure.h"
 #include "cli/terminal.h"
-#include "tools/cli/faults.h"
-#include "tools/cli/program.h"
 #include "tools/commands/commands.h"
+#include "tools/commands/program.h"
+#include "tools/faults/faults.h"
 
 #include <csignal>
 #include <cstdio>

@@ -91,6 +91,7 @@ private:
             }
             uint32_t imported = open(path);
             program_.units[file].imports.push_back(imported);
+            program_.units[file].leads_to[import.path.span.begin] = imported;
             edges_.push_back({file, imported, import.path.span});
         }
     }

@@ -70,8 +70,17 @@ inline const Help compare = {
      "of NEW: others refuse every name that they do not know. tlvc explain says more about a change's code.",
      "A family is called like the directory that its files lie in. Where OLD or NEW is a single schema file "
      "or standard input, the names of families are not compared.",
+     "Each side finds its imports in its own files' directories, where its own option says, and in the "
+     "schema "
+     "of the library that is installed. A file that is read for both sides is told of, as its changes do not "
+     "show.",
+     "A type that no message holds travels only where programs send it alone: lines and JSON say so of it.",
+     "In JSON, changes are an array of objects with file, line, column, end_line, end_column, code, severity "
+     "and message, as those of tlvc check, and levels, type, member and in_message; below old and new they "
+     "say what there is on that side, and its place by the same keys.",
      "The exit status is that of diff: 1 when something breaks, 2 for trouble."},
     {{"tlvc compare interface.txt relay", "the family now, with what was promised"},
+     {"tlvc compare --in-messages interface.txt relay", "of types that travel in messages"},
      {"tlvc compare --level wire interface.txt relay", "only what peers would notice"}}};
 
 inline const Help explain = {
@@ -79,9 +88,10 @@ inline const Help explain = {
     {},
     {{"tlvc explain T012", "what it means, and what to write instead"}, {"tlvc explain", "list the codes"}}};
 
-inline const Help lsp = {
-    "Serve an editor, over standard input and output",
-    {"The language server protocol: faults as typed, sizes and wire layout, definitions and formatting."},
-    {{"tlvc lsp", "what an editor is told to start for files that end in .tlv"}}};
+inline const Help lsp = {"Serve an editor, over standard input and output",
+                         {"The language server protocol: faults and warnings of families with open files, "
+                          "whenever you pause, sizes and "
+                          "wire layout, definitions and formatting."},
+                         {{"tlvc lsp", "what an editor is told to start for files that end in .tlv"}}};
 
 } // namespace tlvc::help

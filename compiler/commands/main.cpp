@@ -1,10 +1,12 @@
 // The command line of the schema compiler.
+#include "base/ascii.h"
 #include "base/files.h"
 #include "cli/terminal.h"
 #include "compiler/build/compile.h"
 #include "compiler/checks/checks.h"
 #include "compiler/commands/help.h"
 #include "compiler/compare/report.h"
+#include "compiler/compare/shared_files.h"
 #include "compiler/emit/emit.h"
 #include "compiler/language/format.h"
 #include "compiler/language/parser.h"
@@ -22,6 +24,12 @@ using namespace tlvc;
 using namespace tlvmsg::base;
 using namespace tlvmsg::cli;
 
+// One of the two schemas that are compared.
+struct Side {
+    std::string path;
+    ImportPath import_path;
+};
+
 // What the command line says; each command reads its part.
 struct Options {
     std::vector<std::string> files;
@@ -33,10 +41,9 @@ struct Options {
     std::string stamp;
     bool library = false;
     bool check_only = false;
-    std::string before;
-    std::string after;
-    Levels levels = Nothing;
-    bool all = false;
+    Side before;
+    Side after;
+    Selection selection{Nothing};
     std::vector<std::string> codes;
 };
 
@@ -136,10 +143,9 @@ int format_files(const Options &options) {
     return !faults.any() && all_formatted ? exit_fine : exit_found;
 }
 
-std::unique_ptr<const Schema> compile_side(const std::string &path, Sources &sources,
-                                           const Options &options) {
+std::unique_ptr<const Schema> compile_side(const Side &side, Sources &sources) {
     Diagnostics faults;
-    auto schema = compile_any(path, sources, faults, options.import_path);
+    auto schema = compile_any(side.path, sources, faults, side.import_path);
     show(faults.any() ? faults : Diagnostics(), sources); // whose families they are does not matter here
     return schema;
 }
@@ -148,18 +154,21 @@ std::unique_ptr<const Schema> compile_side(const std::string &path, Sources &sou
 int compare_schemas(const Options &options) try {
     Sources old_sources;
     Sources new_sources;
-    const auto before = compile_side(options.before, old_sources, options);
-    const auto after = compile_side(options.after, new_sources, options);
+    const auto before = compile_side(options.before, old_sources);
+    const auto after = compile_side(options.after, new_sources);
     if (!before || !after) {
         return exit_usage;
     }
-    const Levels levels = options.levels == Nothing ? all_levels : options.levels;
-    const auto tells_families = [](const std::string &path, const Schema &schema) {
+    const auto tells_families = [](const Side &side, const Schema &schema) {
         const bool is_interface = std::ranges::none_of(schema.sections, &Section::named);
-        return is_interface || std::filesystem::is_directory(path);
+        return is_interface || std::filesystem::is_directory(side.path);
     };
     const bool families = tells_families(options.before, *before) && tells_families(options.after, *after);
-    const auto findings = select(compare(*before, *after, families), levels, options.all || options.as_json);
+    Selection selection = options.selection;
+    selection.levels = selection.levels == Nothing ? all_levels : selection.levels;
+    selection.safe |= options.as_json;
+    std::vector<Finding> findings = shared_files(old_sources, new_sources);
+    std::ranges::move(select(compare(*before, *after, families), selection), std::back_inserter(findings));
     const ComparedSources sources{old_sources, new_sources};
     print(options.as_json ? render_json(findings, sources) : render(findings, sources));
     const auto breaks = [](const Finding &each) { return each.levels != Nothing; };
@@ -187,7 +196,7 @@ int explain(const Options &options) {
         print(options.codes.empty() ? text.substr(0, text.find('\n') + 1) : "");
     }
     for (std::string code : options.codes) {
-        code[0] = static_cast<char>(std::toupper(code[0]));
+        code[0] = tlvmsg::base::upper(code[0]);
         if (!texts.contains(code)) {
             throw Failure(exit_usage, fmt::format("no code is called '{}'; see 'tlvc explain'", code));
         }
@@ -204,14 +213,29 @@ Candidates candidates(const std::string &type_name, const std::vector<std::strin
     return codes;
 }
 
+void add_import_path(CLI::App *command, const char *name, ImportPath &import_path, const char *description) {
+    command->add_option(name, import_path, description)
+        ->type_name("DIR")
+        ->check(CLI::Validator(CLI::ExistingDirectory).description("")) // else help says DIR:DIR
+        ->allow_extra_args(false);
+}
+
 void add_compare_options(CLI::App *command, Options &options) {
     const char *const side = "Schema file, directory of them, or what 'tlvc interface' printed";
-    command->add_option("OLD", options.before, side)->type_name("FILE")->required();
-    command->add_option("NEW", options.after, side)->type_name("FILE")->required();
-    add_choices(command, "--level", options.levels,
+    command->add_option("OLD", options.before.path, side)->type_name("FILE")->required();
+    command->add_option("NEW", options.after.path, side)->type_name("FILE")->required();
+    add_import_path(command, "--old-import", options.before.import_path,
+                    "Directory below which imports of OLD are looked for");
+    add_import_path(command, "--new-import", options.after.import_path, "The same for imports of NEW");
+    add_choices(command, "--level", options.selection.levels,
                 {{"wire", Wire}, {"json", Json}, {"source", Source}, {"layout", Layout}},
                 "Tell only what breaks this; can be given several times");
-    command->add_flag("--all", options.all, "Tell also what is safe, as JSON does always");
+    command->add_flag("--in-messages", options.selection.only_in_messages,
+                      "Leave out types that no message holds");
+    command->add_flag("--all", options.selection.safe, "Tell also what is safe, as JSON does always");
+    add_argument(command, "-I", "", "names no side; say --old-import or --new-import",
+                 [](const std::string &) { return false; })
+        ->group(""); // as no other command, whose users try it here
 }
 
 int run(int argc, char **argv) {
@@ -230,7 +254,7 @@ int run(int argc, char **argv) {
     CLI::App *const explain_command = add("explain", help::explain, explain);
     CLI::App *const lsp_command = add("lsp", help::lsp, [](const Options &said) {
         std::ios::sync_with_stdio(false); // unbuffered otherwise
-        return lsp::serve(std::cin, std::cout, said.import_path);
+        return lsp::serve(STDIN_FILENO, std::cout, said.import_path);
     });
     lsp_command->add_flag_callback(
         "--stdio", [] {}, "What it does anyway; many editors say so");
@@ -266,11 +290,8 @@ int run(int argc, char **argv) {
         ->type_name("CODE");
 
     for (CLI::App *command :
-         {check_command, generate_command, interface_command, tags_command, compare_command, lsp_command}) {
-        command->add_option("-I", options.import_path, "Directory below which imports are looked for")
-            ->type_name("DIR")
-            ->check(CLI::ExistingDirectory)
-            ->allow_extra_args(false);
+         {check_command, generate_command, interface_command, tags_command, lsp_command}) {
+        add_import_path(command, "-I", options.import_path, "Directory below which imports are looked for");
     }
     const int status = cli.run(argc, argv);
     finish_output();

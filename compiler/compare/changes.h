@@ -27,7 +27,8 @@ struct Rule {
     std::string_view code;
     Levels levels; // the most that it breaks
     // A line with the title and what comes of the change, sentences on why, and examples in schema language: from
-    // '-' to '+' is such a change and no other, from '-' to '=' breaks nothing. A path may precede a schema.
+    // '-' to '+' is such a change and no other, from '-' to '=' breaks nothing. A path may precede a schema. What is
+    // no change of a schema has no examples.
     std::string_view text;
 
     std::string_view effect() const;
@@ -47,7 +48,8 @@ A new type is a tag and names that nobody had. Members of that type are changes 
 = enum mode = 2002  enum state = 2001)"};
 
 inline constexpr Rule type_renamed{"C003", Source, R"(type renamed: functions and macros are called after it
-A renamed type is known again by its tag, a message by its members, an array or union by where it stands.
+A renamed type is known again by its tag, a message by its members, an array or union by where it stands or, where
+nothing holds it, by what it is made of.
 - enum state = 2001
 + enum relay_state = 2001
 = enum state = 2001 { relay = 1 })"};
@@ -89,7 +91,7 @@ inline constexpr Rule member_appended{
     "C009", Layout,
     R"(member appended: old decoders skip it, and new ones see that it is absent
 A structure ends where its own length says, so old decoders pass over the rest. New ones see by the tag of what
-follows that it is absent: it is zero, an array with a capacity full of zeros. Records that hold it grow, too.
+follows that it is absent, and leave it zero and empty. Records that hold it grow, too.
 - struct port = 2001 { uint16 slot }  enum end = 2002  message m { port port  end last }
 + struct port = 2001 { uint16 slot  uint16 unit }  enum end = 2002  message m { port port  end last }
 = struct port = 2001 { uint16 slot }  message m { port port  end last }  enum end = 2002)"};
@@ -119,7 +121,8 @@ Members are found by their order alone. That of enumerators, alternatives and de
 
 inline constexpr Rule type_changed{"C013", all_levels,
                                    R"(type of a part changed: each side expects another element there
-Numbers of another size or sign have another tag. Documents hold when every old number fits and none has a name.
+Numbers of another size or sign have another tag. Documents hold when what they say fits the new type: every old
+number and its names, or members of the same names. To programs every enumeration is a uint32_t.
 The count of a dynamic array is such a number: where its tag is another, decoders find no items, be there few or many.
 - struct port = 2001 { uint16 slot }
 + struct port = 2001 { uint8 slot }
@@ -134,10 +137,11 @@ Names do not travel, so peers do not notice. A renamed part is known again by it
 inline constexpr Rule record_changed{
     "C015", Json | Source | Layout,
     R"(member moved to another record: documents and programs look for it elsewhere
-A selector lives in the record of its union, or beside it when the union is 'in' its structure.
-- enum kind = 2001  union u by kind which { 1: uint8 a }  struct s = 2002 { kind which  u u }
-+ enum kind = 2001  union u by kind which in s { 1: uint8 a }  struct s = 2002 { kind which  u u }
-= enum kind = 2001  struct s = 2002 { kind which  u u }  union u by kind which { 1: uint8 a })"};
+A selector lives in the record of its union, or beside it when the union is 'in' its structure. Layouts hold when
+every field stays at its offset and the union begins its structure, which its functions take then.
+- enum kind = 2001  union u by kind which { 1: uint8 a }  struct s = 2002 { uint8 b  kind which  u u }
++ enum kind = 2001  union u by kind which in s { 1: uint8 a }  struct s = 2002 { uint8 b  kind which  u u }
+= enum kind = 2001  struct s = 2002 { uint8 b  kind which  u u }  union u by kind which { 1: uint8 a })"};
 
 inline constexpr Rule attribute_changed{"C016", Wire,
                                         R"(attribute changed: the sides read damaged elements differently
@@ -219,12 +223,29 @@ A value belongs to its alternative for good.
 + enum kind = 2001  union u by kind which { 1: uint8 a  2, 3: uint8 b }
 = enum kind = 2001  union u by kind which { 2, 1: uint8 a  3: uint8 b })"};
 
+inline constexpr Rule member_filled{
+    "C027", Wire | Layout,
+    R"(appended member that seems sent: new decoders fill it where old peers lack it
+An array with a capacity that is absent is read as full: as many items as it has room for, all zero. An absent selector
+is 0, and what a union has for 0 seems chosen. Programs see what nobody sent, and pass it on. Put the array into a
+structure of its own, which is empty where it is absent, or declare it dynamic; let 0 choose nothing.
+- bytes l[64]  enum e = 2001  struct p = 2002 { uint16 slot }  message m { p port  e end }
++ bytes l[64]  enum e = 2001  struct p = 2002 { uint16 slot  l label }  message m { p port  e end }
+= bytes l[64]  enum e = 2001  struct p = 2002 { uint16 slot }  message m { p port  e end }  struct q = 2003 { l label })"};
+
+// No change of a schema, but why changes may have been overlooked.
+inline constexpr Rule file_shared{"C028", Nothing,
+                                  R"(file read for both sides: whether it has changed cannot be told
+An import of OLD and one of NEW lead to the same file, so each side has the types in it as they are now. When they have
+changed since OLD was released, say with --old-import where the old ones are, and with --new-import where the new
+ones are. What 'tlvc interface' printed has no imports: it holds all types that it needs.)"};
+
 inline constexpr const Rule *rules[] = {
     &type_removed,       &type_added,       &type_renamed,    &family_moved,     &tag_changed,
     &kind_changed,       &member_removed,   &member_inserted, &member_appended,  &member_missed,
     &message_extended,   &order_changed,    &type_changed,    &name_changed,     &record_changed,
     &attribute_changed,  &room_grown,       &room_shrunk,     &enumerator_added, &enumerator_removed,
     &enumerator_renamed, &enumerator_value, &choice_added,    &choice_inserted,  &choice_removed,
-    &choice_changed};
+    &choice_changed,     &member_filled,    &file_shared};
 
 } // namespace tlvc

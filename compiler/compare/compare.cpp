@@ -3,12 +3,11 @@
 #include "compiler/checks/checks.h"
 #include "compiler/compare/missed.h"
 #include "compiler/compare/pairing.h"
-#include "compiler/model/layout.h"
+#include "compiler/compare/replacement.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 
 namespace tlvc {
 
@@ -23,27 +22,35 @@ struct Subject {
     PartPair part;
 };
 
-// Whether documents with the old number can be read as the new one.
-bool number_fits(const Type &old, const Type &now) {
-    const auto width = [](const Type &type) { return type.scalar != nullptr ? type.scalar->width : 4; };
-    const auto is_unsigned = [](const Type &type) {
-        return type.scalar == nullptr || type.scalar->is_unsigned;
-    };
-    return old.enumerators.empty() &&
-           (is_unsigned(old) == is_unsigned(now) ? width(old) <= width(now)
-                                                 : is_unsigned(old) && width(old) < width(now));
+std::set<uint32_t> values_that_choose(const Type &type) {
+    std::set<uint32_t> values;
+    for (const Alternative &each : type.alternatives) {
+        values.insert(each.values.begin(), each.values.end());
+    }
+    return values;
 }
 
-// The two kinds of arrays with a capacity are one to a reader.
-Kind broad_kind(const Type &type) { return type.kind == Kind::PackedArray ? Kind::ElementArray : type.kind; }
-
-bool chooses(const std::vector<uint32_t> &values, uint32_t value) {
-    return std::find(values.begin(), values.end(), value) != values.end();
+// What old peers send as a selector: zeroed records have 0, and names are for use.
+std::set<uint32_t> values_in_use(const Type &selector) {
+    std::set<uint32_t> values{0};
+    for (const Enumerator &each : selector.enumerators) {
+        values.insert(each.value);
+    }
+    return values;
 }
 
-bool chooses(const Type &type, uint32_t value) {
-    return std::ranges::any_of(type.alternatives, [=](auto &each) { return chooses(each.values, value); });
-}
+// What is worked out of a type once, however many findings ask for it.
+template <auto work_out>
+class Known {
+public:
+    const auto &of(const Type &type) {
+        const auto found = known_.find(&type);
+        return found != known_.end() ? found->second : known_.emplace(&type, work_out(type)).first->second;
+    }
+
+private:
+    std::map<const Type *, std::invoke_result_t<decltype(work_out), const Type &>> known_;
+};
 
 std::string spelled(const Part *part) {
     if (part == nullptr) {
@@ -56,7 +63,8 @@ std::string spelled(const Part *part) {
 class Comparison {
 public:
     Comparison(const Schema &before, const Schema &after, bool families_count)
-        : before_(before), after_(after), pairing_(before, after, families_count) {}
+        : before_(before), after_(after), holders_(before), pairing_(before, after, holders_, families_count),
+          old_in_messages_(types_in_messages(before)), new_in_messages_(types_in_messages(after)) {}
 
     std::vector<Finding> run() {
         for (const Type &type : before_.types) {
@@ -146,9 +154,21 @@ private:
             report_choice(subject);
         } else if (inserted || type.kind == Kind::Message) {
             report(inserted ? member_inserted : message_extended, subject);
-        } else if (const std::string why = why_missed(*first->type, *subject.before, before_); !why.empty()) {
+        } else {
+            report_appended(subject, *first->type);
+        }
+    }
+
+    // The first of the appended members decides whether they are missed.
+    void report_appended(const Subject &subject, const Type &first) {
+        const std::string why = missed_.why_missed(first, *subject.before);
+        const std::string filling = what_fills(*subject.part.after->type);
+        if (!why.empty()) {
             report(member_missed, subject);
             found_.back().effect += ": " + why;
+        } else if (!filling.empty()) {
+            report(member_filled, subject);
+            found_.back().effect += ": " + filling;
         } else {
             report(member_appended, subject);
         }
@@ -165,6 +185,9 @@ private:
         };
         if (steps(*old) != steps(*now)) {
             report(record_changed, subject, old->name, now->name);
+            if (keeps_place(subject)) {
+                found_.back().levels &= ~Levels{Layout};
+            }
         } else if (old->name != now->name && steps(*old) > 0) {
             report(old->type != nullptr ? name_changed : enumerator_renamed, subject, old->name, now->name);
         }
@@ -175,6 +198,18 @@ private:
         compare_values(subject);
     }
 
+    // Whether a selector or union that has moved into another record is where it was. The union's functions take the
+    // record that it is in, so it also has to begin its structure.
+    bool keeps_place(const Subject &subject) {
+        const auto &[before, after, part] = subject;
+        const auto begins = [](const Type &structure, const Member &moved) {
+            const auto index = static_cast<size_t>(&moved - structure.members.data());
+            return index == (moved.type->kind == Kind::Union ? 1 : 0); // behind its selector
+        };
+        return begins(*before, *part.before->member) && begins(*after, *part.after->member) &&
+               records_.same_extent(*before, *after) && records_.same_offsets(*before, *after);
+    }
+
     void compare_type(const Subject &subject) {
         if (subject.part.before->type == nullptr) {
             return;
@@ -182,18 +217,9 @@ private:
         const Type &old = *subject.part.before->type;
         const Type &now = *subject.part.after->type;
         if (pairing_.partner(&old) != &now) {
-            const bool reads = is_number(old) && is_number(now) ? number_fits(old, now) : same_wire(old, now);
             report(type_changed, subject, old.name, now.name);
-            found_.back().levels = (same_wire(old, now) ? Nothing : Wire) | (reads ? Nothing : Json) |
-                                   Source | (same_extent(old, now) ? Nothing : Layout);
+            found_.back().levels = replacement_.breaks(old, now);
         }
-    }
-
-    // Of types that are no partners: arrays are the same when they hold the same.
-    bool same_wire(const Type &old, const Type &now) const {
-        return is_array(old) && is_array(now) && broad_kind(old) == broad_kind(now) &&
-               old.capacity == now.capacity && old.count->name == now.count->name &&
-               pairing_.partner(old.element) == now.element;
     }
 
     void compare_values(const Subject &subject) {
@@ -201,15 +227,16 @@ private:
         if (old->type == nullptr && old->values != now->values) {
             return report(enumerator_value, subject);
         }
+        const std::set<uint32_t> values(now->values.begin(), now->values.end());
         for (const uint32_t value : old->values) {
-            if (!chooses(now->values, value)) {
-                const bool elsewhere = chooses(*subject.after, value);
+            if (!values.contains(value)) {
+                const bool elsewhere = choosing_.of(*subject.after).contains(value);
                 report(elsewhere ? choice_changed : choice_removed, subject,
                        fmt::format("chosen by {}", value), "not");
                 found_.back().levels = Wire | Json; // the alternative is still there
             }
         }
-        const auto is_new = [&](uint32_t value) { return !chooses(*subject.before, value); };
+        const auto is_new = [&](uint32_t value) { return !choosing_.of(*subject.before).contains(value); };
         if (old->type != nullptr && std::any_of(now->values.begin(), now->values.end(), is_new)) {
             report_choice(subject);
         }
@@ -217,30 +244,26 @@ private:
 
     // Values that chose nothing choose something. Old decoders stop there, which at the end is no loss.
     void report_choice(const Subject &subject) {
-        const auto has_more_behind = [&](const Type &holder) {
-            const auto held = std::ranges::find(holder.members, subject.before, &Member::type);
-            return held != holder.members.end() && held + 1 != holder.members.end();
-        };
-        const bool inserted = std::any_of(before_.types.begin(), before_.types.end(), has_more_behind);
+        const bool inserted = stands_before_others(*subject.before);
         report(inserted ? choice_inserted : choice_added, subject);
-        const auto is_sent =
-            [&](uint32_t value) { // by old peers: zeroed records have 0, and names are for use
-                const auto &named = subject.before->selector->enumerators;
-                return !chooses(*subject.before, value) &&
-                       (value == 0 || std::ranges::count(named, value, &Enumerator::value) > 0);
-            };
+        const auto is_sent = [&](uint32_t value) {
+            return !choosing_.of(*subject.before).contains(value) &&
+                   in_use_.of(*subject.before->selector).contains(value);
+        };
         if (!inserted && std::ranges::any_of(subject.part.after->values, is_sent)) {
             found_.back().levels |= Wire;
             found_.back().effect = "old ones send the value, and new decoders then take what follows for it";
         }
     }
 
-    bool same_extent(const Type &before, const Type &after) {
-        return std::all_of(layouts_.begin(), layouts_.end(), [&](Layouts &layouts) {
-            const RecordLayout &old = layouts.of(before);
-            const RecordLayout &now = layouts.of(after);
-            return old.size == now.size && old.alignment == now.alignment;
-        });
+    bool stands_before_others(const Type &old) {
+        const auto [known, is_new] = before_others_.try_emplace(&old);
+        if (is_new) {
+            known->second = std::ranges::any_of(holders_.of(old), [](const Holder &each) {
+                return each.member + 1 < each.type->members.size();
+            });
+        }
+        return known->second;
     }
 
     void report(const Rule &rule, const Subject &subject) {
@@ -250,7 +273,7 @@ private:
     void report(const Rule &rule, const Subject &subject, std::string was, std::string is) {
         const auto &[before, after, part] = subject;
         const Part *const named = part.after != nullptr ? part.after : part.before;
-        const bool resized = rule.levels > all_levels && !same_extent(*before, *after);
+        const bool resized = rule.levels > all_levels && !records_.same_extent(*before, *after);
         const auto place = [](const Type *type, const Part *part_of_it) {
             return part_of_it != nullptr ? std::optional(part_of_it->span)
                    : type != nullptr     ? std::optional(type->span)
@@ -259,14 +282,23 @@ private:
         found_.push_back({&rule, (rule.levels & all_levels) | (resized ? Layout : Nothing),
                           (after != nullptr ? after : before)->name, named != nullptr ? named->name : "",
                           std::move(was), std::move(is), std::string(rule.effect()),
+                          old_in_messages_.contains(before) || new_in_messages_.contains(after),
                           place(named == part.before ? before : nullptr, part.before),
                           place(after, part.after)});
     }
 
     const Schema &before_;
     const Schema &after_;
+    const Holders holders_; // of the old side
     const Pairing pairing_;
-    std::array<Layouts, 3> layouts_{Layouts(lp64), Layouts(ilp32), Layouts(i386)};
+    const std::set<const Type *> old_in_messages_;
+    const std::set<const Type *> new_in_messages_;
+    MissedMembers missed_{holders_};
+    Records records_;
+    Replacement replacement_{pairing_, records_};
+    Known<values_that_choose> choosing_;
+    Known<values_in_use> in_use_;
+    std::map<const Type *, bool> before_others_; // of unions
     std::vector<Finding> found_;
 };
 

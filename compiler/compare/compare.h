@@ -16,6 +16,7 @@ struct Finding {
     std::string was;         // empty for what is new
     std::string is;          // empty for what is gone
     std::string effect;
+    bool in_message = true;       // whether a message of either side holds the type, or is it
     std::optional<Span> old_span; // in the old sources
     std::optional<Span> new_span; // in the new ones
 };

@@ -1,54 +1,76 @@
 #include "compiler/compare/missed.h"
 
-#include "compiler/model/references.h"
-
 #include <fmt/format.h>
+
+#include <algorithm>
 
 namespace tlvc {
 
 namespace {
 
-struct Search {
-    const Schema &schema;
-    uint16_t tag;
-
-    // Where what has the tag, or nothing, stands right behind the type.
-    std::string behind(const Type &type) {
-        bool held = false;
-        std::string found;
-        for (auto holder = schema.types.begin(); holder != schema.types.end() && found.empty(); ++holder) {
-            for (size_t i = 0; i < holder->members.size() && found.empty(); ++i) {
-                if (holder->members[i].type == &type) {
-                    held = true;
-                    found = at(*holder, i + 1);
-                }
-            }
-            for (const Reference &each : references(*holder)) {
-                if (each.held && each.type == &type && holder->members.empty()) { // an array or union
-                    held = true;
-                    found = behind(*holder);
-                }
-            }
+const Alternative *chosen_by_zero(const Type &type) {
+    for (const Alternative &each : type.alternatives) {
+        if (std::find(each.values.begin(), each.values.end(), 0u) != each.values.end()) {
+            return &each;
         }
-        return held ? found : fmt::format("{} may end the input", type.name);
     }
+    return nullptr;
+}
 
-    // A union stands behind its selector, never here.
-    std::string at(const Type &holder, size_t index) {
-        if (index == holder.members.size()) {
-            return holder.kind == Kind::Message ? fmt::format("{} ends with it", holder.name)
-                                                : behind(holder);
-        }
-        const Member &next = holder.members[index];
-        return next.type->tag == tag ? fmt::format("{}.{} has its tag", holder.name, next.name) : "";
+// Where a cleared record seems to hold something.
+std::string what_zeros_choose(const Type &type) {
+    if (const Alternative *const chosen = chosen_by_zero(type)) {
+        return fmt::format("{}.{} is chosen by 0", type.name, chosen->name);
     }
-};
+    for (const Member &each : type.members) {
+        if (std::string found = what_zeros_choose(*each.type); !found.empty()) {
+            return found;
+        }
+    }
+    return "";
+}
 
 } // namespace
 
-std::string why_missed(const Type &member, const Type &structure, const Schema &schema) {
+std::string MissedMembers::why_missed(const Type &member, const Type &structure) {
     const bool is_char = member.name == "char"; // whose decoder wants the tag of uint8
-    return Search{schema, is_char ? uint16_t{2} : member.tag}.behind(structure);
+    return behind(structure, is_char ? uint16_t{2} : member.tag);
+}
+
+// Where what has the tag, or nothing, stands right behind the type.
+const std::string &MissedMembers::behind(const Type &type, uint16_t tag) {
+    const auto [known, is_new] = known_.try_emplace({&type, tag});
+    std::string &found = known->second;
+    if (is_new) {
+        const std::vector<Holder> &places = holders_.of(type);
+        for (auto place = places.begin(); place != places.end() && found.empty(); ++place) {
+            found = behind(*place, tag);
+        }
+        if (places.empty()) {
+            found = fmt::format("{} may end the input", type.name);
+        }
+    }
+    return found;
+}
+
+// A union stands behind its selector, never behind anything else.
+std::string MissedMembers::behind(const Holder &place, uint16_t tag) {
+    const Type &holder = *place.type;
+    if (!has_members(holder)) { // an array or union
+        return behind(holder, tag);
+    }
+    if (place.member + 1 < holder.members.size()) {
+        const Member &next = holder.members[place.member + 1];
+        return next.type->tag == tag ? fmt::format("{}.{} has its tag", holder.name, next.name) : "";
+    }
+    return holder.kind == Kind::Message ? fmt::format("{} ends with it", holder.name) : behind(holder, tag);
+}
+
+std::string what_fills(const Type &member) {
+    if (member.capacity > 0) {
+        return fmt::format("{} items of zero", member.capacity);
+    }
+    return what_zeros_choose(member);
 }
 
 } // namespace tlvc

@@ -1,12 +1,30 @@
-// What new decoders find where an old peer's structure ends before a member that was appended since.
+// What new decoders make of an old peer's structure that ends before a member which was appended since.
 #pragma once
 
-#include "compiler/model/model.h"
+#include "compiler/compare/holders.h"
+
+#include <string>
 
 namespace tlvc {
 
-// Why a first member of that type is not simply absent behind a structure that ends before it: in the structure's own
-// schema, an element that would be taken for it or nothing at all may follow. Empty if it is.
-std::string why_missed(const Type &member, const Type &structure, const Schema &schema);
+// In the schema of the old peer.
+class MissedMembers {
+public:
+    explicit MissedMembers(const Holders &holders) : holders_(holders) {}
+
+    // Why a first member of that type is not simply absent behind a structure that ends before it: an element that
+    // would be taken for it, or nothing at all, may follow. Empty if it is.
+    std::string why_missed(const Type &member, const Type &structure);
+
+private:
+    const std::string &behind(const Type &type, uint16_t tag);
+    std::string behind(const Holder &place, uint16_t tag);
+
+    const Holders &holders_;
+    std::map<std::pair<const Type *, uint16_t>, std::string> known_;
+};
+
+// What a decoder puts into the record for an absent member of that type, as if it had been sent. Empty if it clears it.
+std::string what_fills(const Type &member);
 
 } // namespace tlvc

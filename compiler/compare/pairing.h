@@ -2,9 +2,8 @@
 // otherwise by what else makes it recognizable.
 #pragma once
 
-#include "compiler/model/model.h"
+#include "compiler/compare/holders.h"
 
-#include <functional>
 #include <map>
 
 namespace tlvc {
@@ -23,6 +22,9 @@ struct Part {
 
 std::vector<Part> parts_of(const Type &type);
 
+// The two kinds of arrays with a capacity are one to a reader.
+Kind broad_kind(const Type &type);
+
 // Null on the side that does not have it.
 struct PartPair {
     const Part *before = nullptr;
@@ -33,7 +35,7 @@ struct PartPair {
 
 class Pairing {
 public:
-    Pairing(const Schema &before, const Schema &after, bool families_count);
+    Pairing(const Schema &before, const Schema &after, const Holders &old_holders, bool families_count);
 
     // Of either side; null for a type that has no partner.
     const Type *partner(const Type *type) const;
@@ -44,10 +46,13 @@ public:
     std::vector<PartPair> parts(const std::vector<Part> &before, const std::vector<Part> &after) const;
 
 private:
-    using Sameness = std::function<bool(const Type &before, const Type &after)>;
-    void pair_where(const Schema &before, const Schema &after, const Sameness &same);
+    void pair_names(const Schema &before, const Schema &after);
+    void pair_tags(const Schema &before, const Schema &after);
+    void pair_alike(const Schema &before, const Schema &after, const Holders &old_holders, bool messages);
+    void pair_by_place(const Schema &before);
     void pair_if_free(const Type &before, const Type &after);
-    bool same_members(const Type &before, const Type &after) const;
+    bool is_free(const Type &type) const { return partner(&type) == nullptr; }
+    std::string make_of(const Type &type, bool old) const;
 
     const bool families_count_;
     std::map<const Type *, const Type *> partners_; // both ways

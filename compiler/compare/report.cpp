@@ -1,5 +1,7 @@
 #include "compiler/compare/report.h"
 
+#include "compiler/text/reporter.h"
+
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
@@ -7,27 +9,47 @@ namespace tlvc {
 
 namespace {
 
-std::string spelled(const Sources &sources, const std::optional<Span> &span) {
-    return span ? sources.place(*span) : "";
-}
+using nlohmann::ordered_json;
+
+bool is_about_types(const Finding &finding) { return finding.rule != &file_shared; }
 
 std::string describe(const Finding &finding) {
+    if (!is_about_types(finding)) {
+        return "this file is read for OLD and for NEW; " + finding.effect;
+    }
     const std::string subject = finding.type + (finding.member.empty() ? "" : "." + finding.member);
     const std::string what = finding.was.empty()  ? "is new: " + finding.is
                              : finding.is.empty() ? "is gone: " + finding.was
                                                   : fmt::format("was {}, is {}", finding.was, finding.is);
-    return fmt::format("{}: {}; {}", subject, what, finding.effect);
+    return fmt::format("{}{}: {}; {}", subject, finding.in_message ? "" : " (in no message)", what,
+                       finding.effect);
 }
 
-std::string_view severity(const Finding &finding) { return finding.levels != Nothing ? "breaks" : "safe"; }
+std::string_view severity(const Finding &finding) {
+    return !is_about_types(finding) ? "unknown" : finding.levels != Nothing ? "breaks" : "safe";
+}
+
+ordered_json or_null(const std::string &text) { return text.empty() ? ordered_json() : ordered_json(text); }
+
+// Where a side has what a finding is about, and what it is there; null where the side has nothing of it.
+ordered_json side(const std::optional<Span> &span, const Sources &sources, const std::string &what) {
+    if (!span) {
+        return {};
+    }
+    ordered_json json = json_place(*span, sources);
+    json["what"] = or_null(what);
+    return json;
+}
 
 } // namespace
 
-std::vector<Finding> select(std::vector<Finding> findings, Levels levels, bool safe) {
-    std::erase_if(findings, [&](Finding &each) { // what breaks something else is not safe
-        const bool breaks = each.levels != Nothing;
-        each.levels &= levels;
-        return each.levels == Nothing && (breaks || !safe);
+std::vector<Finding> select(std::vector<Finding> findings, const Selection &selection) {
+    std::erase_if(findings, [&](Finding &each) {
+        const bool breaks = each.levels != Nothing; // what breaks something else is not safe
+        each.levels &= selection.levels;
+        const bool wanted = each.levels != Nothing || (!breaks && selection.safe);
+        const bool left_out = selection.only_in_messages && !each.in_message;
+        return is_about_types(each) && (!wanted || left_out);
     });
     return findings;
 }
@@ -35,12 +57,12 @@ std::vector<Finding> select(std::vector<Finding> findings, Levels levels, bool s
 std::string render(const std::vector<Finding> &findings, const ComparedSources &sources) {
     std::string out;
     for (const Finding &each : findings) {
-        const std::string old_place = spelled(sources.before, each.old_span);
-        out += fmt::format("{}: {}[{}]{}: {}\n",
-                           each.new_span ? spelled(sources.after, each.new_span) : old_place, severity(each),
-                           each.rule->code, each.levels != Nothing ? " " + names_of(each.levels) : "",
-                           describe(each));
-        if (each.new_span && each.old_span) {
+        const std::string old_place = each.old_span ? sources.before.place(*each.old_span) : "";
+        out +=
+            fmt::format("{}: {}[{}]{}: {}\n", each.new_span ? sources.after.place(*each.new_span) : old_place,
+                        severity(each), each.rule->code,
+                        each.levels != Nothing ? " " + names_of(each.levels) : "", describe(each));
+        if (each.new_span && each.old_span && is_about_types(each)) {
             out += fmt::format("  note: {}: it was here\n", old_place);
         }
     }
@@ -48,27 +70,29 @@ std::string render(const std::vector<Finding> &findings, const ComparedSources &
 }
 
 std::string render_json(const std::vector<Finding> &findings, const ComparedSources &sources) {
-    using Json = nlohmann::ordered_json;
-    const auto or_null = [](const std::string &text) { return text.empty() ? Json() : Json(text); };
-    Json all = Json::array();
+    ordered_json all = ordered_json::array();
     for (const Finding &each : findings) {
-        all.push_back({{"id", each.rule->code},
-                       {"severity", severity(each)},
-                       {"levels", names_in(each.levels)},
-                       {"type", each.type},
-                       {"member", or_null(each.member)},
-                       {"old", or_null(each.was)},
-                       {"new", or_null(each.is)},
-                       {"text", describe(each)},
-                       {"old_place", or_null(spelled(sources.before, each.old_span))},
-                       {"new_place", or_null(spelled(sources.after, each.new_span))}});
+        ordered_json &json = all.emplace_back(each.new_span ? json_place(*each.new_span, sources.after)
+                                                            : json_place(*each.old_span, sources.before));
+        json["code"] = each.rule->code;
+        json["severity"] = severity(each);
+        json["message"] = describe(each);
+        json["levels"] = names_in(each.levels);
+        json["type"] = or_null(each.type);
+        json["member"] = or_null(each.member);
+        json["in_message"] = is_about_types(each) ? ordered_json(each.in_message) : ordered_json();
+        json["old"] = side(each.old_span, sources.before, each.was);
+        json["new"] = side(each.new_span, sources.after, each.is);
     }
-    return all.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; // texts may be no UTF-8
+    return all.dump(2, ' ', false, ordered_json::error_handler_t::replace) + "\n"; // texts may be no UTF-8
 }
 
 std::string render(const Rule &rule) {
-    return fmt::format("{}: {}\nFrom '-' to '+' breaks {}, from '-' to '=' nothing.\n", rule.code, rule.text,
-                       names_of(rule.levels));
+    const bool has_examples = rule.text.find("\n- ") != rule.text.npos;
+    return fmt::format("{}: {}\n{}", rule.code, rule.text,
+                       has_examples ? fmt::format("From '-' to '+' breaks {}, from '-' to '=' nothing.\n",
+                                                  names_of(rule.levels))
+                                    : "");
 }
 
 } // namespace tlvc

@@ -10,8 +10,14 @@ struct ComparedSources {
     const Sources &after;
 };
 
-// What of the findings breaks one of the levels, and no more than these; with `safe`, also what breaks none.
-std::vector<Finding> select(std::vector<Finding> findings, Levels levels, bool safe);
+struct Selection {
+    Levels levels = all_levels;
+    bool safe = false;             // also what breaks nothing
+    bool only_in_messages = false; // no types that no message holds
+};
+
+// What of the findings breaks one of the levels, and no more than these. What cannot be told is always among it.
+std::vector<Finding> select(std::vector<Finding> findings, const Selection &selection);
 
 // A line a finding, and below it where the old one is.
 std::string render(const std::vector<Finding> &findings, const ComparedSources &sources);

@@ -1,5 +1,7 @@
 #include "compiler/language/lexer.h"
 
+#include "base/ascii.h"
+
 #include <algorithm>
 #include <charconv>
 
@@ -7,9 +9,10 @@ namespace tlvc {
 
 namespace {
 
+using tlvmsg::base::is_digit;
+
 bool is_blank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-bool is_name_start(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
+bool is_name_start(char c) { return tlvmsg::base::is_letter(c) || c == '_'; }
 bool is_name_part(char c) { return is_name_start(c) || is_digit(c); }
 bool is_punctuation(char c) { return std::string_view("{}[]=:,;@").find(c) != std::string_view::npos; }
 

@@ -1,5 +1,7 @@
 #include "compiler/language/reserved.h"
 
+#include "base/ascii.h"
+
 #include <algorithm>
 #include <iterator>
 #include <set>
@@ -92,7 +94,7 @@ bool is_name(std::string_view name) {
 // As INT32_MAX, SIZE_MAX and TLVMSG_TAG_x are.
 bool looks_like_macro(std::string_view name) {
     constexpr std::string_view beginnings[] = {"INT", "UINT", "PTRDIFF_", "SIG", "SIZE_", "WCHAR_", "WINT_"};
-    const bool lower = std::any_of(name.begin(), name.end(), [](char c) { return c >= 'a' && c <= 'z'; });
+    const bool lower = std::any_of(name.begin(), name.end(), tlvmsg::base::is_lower);
     return name.starts_with("TLVMSG_") ||
            (!lower && std::any_of(std::begin(beginnings), std::end(beginnings),
                                   [&](std::string_view beginning) { return name.starts_with(beginning); }));

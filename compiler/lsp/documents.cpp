@@ -1,8 +1,12 @@
 #include "compiler/lsp/documents.h"
 
+#include "base/ascii.h"
+#include "base/files.h"
 #include "compiler/checks/checks.h"
 
 #include <algorithm>
+#include <charconv>
+#include <set>
 
 namespace tlvc::lsp {
 
@@ -26,25 +30,39 @@ Json position(const Sources &sources, uint32_t file, uint32_t offset) {
     return {{"line", sources.position(file, offset).line - 1}, {"character", units}};
 }
 
+// "%C3" and the like stand for bytes. Nothing if one stands for none, or for a zero.
+std::optional<std::string> without_escapes(std::string_view text) {
+    std::string plain;
+    for (size_t i = 0; i < text.size(); ++i) {
+        unsigned char byte = static_cast<unsigned char>(text[i]);
+        if (text[i] == '%') {
+            const std::string_view digits = text.substr(i + 1, 2);
+            const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), byte, 16);
+            if (digits.size() != 2 || end != digits.data() + 2 || error != std::errc() || byte == 0) {
+                return {};
+            }
+            i += 2;
+        }
+        plain += static_cast<char>(byte);
+    }
+    return plain;
+}
+
 // Empty for what is no file.
 fs::path path_of(const std::string &uri) {
     constexpr std::string_view scheme = "file://";
-    std::string path;
-    for (size_t i = uri.starts_with(scheme) ? uri.find('/', scheme.size()) : uri.npos; i < uri.size(); ++i) {
-        const bool escaped = uri[i] == '%' && i + 2 < uri.size();
-        path += escaped ? static_cast<char>(std::strtol(uri.substr(i + 1, 2).c_str(), nullptr, 16)) : uri[i];
-        i += escaped ? 2 : 0;
-    }
+    const size_t begin = uri.starts_with(scheme) ? uri.find('/', scheme.size()) : uri.npos;
+    const auto path = begin != uri.npos ? without_escapes(std::string_view(uri).substr(begin)) : std::nullopt;
     std::error_code error;
-    return fs::weakly_canonical(path, error);
+    return path ? fs::weakly_canonical(*path, error) : fs::path();
 }
 
 std::string uri_of(const fs::path &path) {
     std::string uri = "file://";
     for (const char c : path.string()) {
-        const auto byte = static_cast<unsigned char>(c);
-        const bool plain = std::isalnum(byte) != 0 || std::string_view("-._~/").find(c) != std::string::npos;
-        uri += plain ? std::string(1, c) : fmt::format("%{:02X}", byte);
+        const bool plain = tlvmsg::base::is_letter_or_digit(c) ||
+                           std::string_view("-._~/").find(c) != std::string_view::npos;
+        uri += plain ? std::string(1, c) : fmt::format("%{:02X}", static_cast<unsigned char>(c));
     }
     return uri;
 }
@@ -74,13 +92,12 @@ Json range(const Sources &sources, Span span) {
 }
 
 // Behind the end of a line is its end, and behind the last line the end of the text.
-uint32_t offset_of(std::string_view text, const Json &position) {
+uint32_t offset_of(std::string_view text, uint64_t line, uint64_t column) {
     size_t at = 0;
-    for (auto line = position.at("line").get<uint32_t>(); line > 0 && at < text.size(); --line) {
+    for (; line > 0 && at < text.size(); --line) {
         at = std::min(text.find('\n', at), text.size() - 1) + 1;
     }
-    const auto column = position.at("character").get<uint32_t>();
-    for (uint32_t units = 0; at < text.size() && text[at] != '\n'; ++at) {
+    for (uint64_t units = 0; at < text.size() && text[at] != '\n'; ++at) {
         units += utf16_units(text[at]);
         if (units > column) {
             break;
@@ -89,50 +106,131 @@ uint32_t offset_of(std::string_view text, const Json &position) {
     return static_cast<uint32_t>(at);
 }
 
+Documents::Open Documents::place(const std::string &uri) {
+    if (const auto open = open_.find(uri); open != open_.end()) {
+        return open->second;
+    }
+    if (const fs::path path = path_of(uri); !path.empty()) {
+        return {path, path.parent_path()};
+    }
+    const fs::path path = fmt::format("/untitled/{}.tlv", ++unfiled_); // whose imports are the library's
+    return {path, path};
+}
+
 void Documents::put(const std::string &uri, std::string text) {
-    const fs::path path = path_of(uri);
-    if (!path.empty()) {
-        texts_[path] = std::move(text);
-        documents_[uri].path = path;
-        analyse();
+    if (!is_open(uri)) {
+        spell_again();
+    }
+    const Open &open = open_.try_emplace(uri, place(uri)).first->second;
+    const auto [known, is_new] = texts_.try_emplace(open.path);
+    if (is_new || known->second != text) {
+        known->second = std::move(text);
+        analyses_[open.family].stale = true;
+        changed(open.path);
     }
 }
 
 void Documents::remove(const std::string &uri) {
-    if (const auto document = documents_.find(uri); document != documents_.end()) {
-        texts_.erase(document->second.path);
-        documents_.erase(document);
-        analyse();
+    const auto closed = open_.find(uri);
+    if (closed == open_.end()) {
+        return;
+    }
+    const Open open = closed->second;
+    open_.erase(closed);
+    spell_again();
+    texts_.erase(open.path);
+    changed(open.path);
+    if (std::ranges::none_of(open_, [&](const auto &each) { return each.second.family == open.family; })) {
+        analyses_.erase(open.family);
     }
 }
 
-// All of them, because they may import what has changed.
-void Documents::analyse() {
-    for (auto &[uri, document] : documents_) {
-        Analysis &result = document.analysis = {};
-        try {
-            result.program =
-                load({document.path.string()}, result.sources, result.faults, import_path_, texts_);
-            result.schema = compile(result.program, result.faults);
-            if (result.schema) {
-                check_own_tags(*result.schema, result.faults);
-            }
-        } catch (const std::exception &error) { // an IoError or the file system's
-            result.failure = error.what();
+void Documents::files_have_changed() {
+    for (auto &[family, analysis] : analyses_) {
+        analysis.stale = true;
+    }
+}
+
+// How files are called, and whose warnings are told, goes by what is open.
+void Documents::spell_again() {
+    for (auto &[family, analysis] : analyses_) {
+        analysis.told.reset();
+    }
+}
+
+// What has read the file has to be made again, and what may have looked for it in vain.
+void Documents::changed(const fs::path &path) {
+    for (auto &[family, analysis] : analyses_) {
+        const auto is_it = [&](const Unit &unit) { return unit.canonical == path; };
+        const auto lacks_imports = [](const Unit &unit) { return !unit.syntax.imports_found; };
+        const auto &units = analysis.program.units;
+        analysis.stale |=
+            units.empty() || std::ranges::any_of(units, is_it) || std::ranges::any_of(units, lacks_imports);
+    }
+}
+
+// Editors keep locks and copies of files beside them, under names that begin with a dot.
+std::vector<std::string> Documents::files_of_family(const fs::path &family) const {
+    std::set<std::string> files;
+    for (const auto &[uri, open] : open_) {
+        if (open.family == family) {
+            files.insert(open.path.string());
         }
     }
+    std::error_code error;
+    for (fs::directory_iterator each(family, error), end; !error && each != end; each.increment(error)) {
+        const fs::path &path = each->path();
+        std::error_code vanished;
+        if (path.extension() == ".tlv" && !path.filename().string().starts_with('.') &&
+            each->is_regular_file(vanished)) {
+            files.insert(path.string());
+        }
+    }
+    return {files.begin(), files.end()};
 }
 
-const Analysis *Documents::find(const std::string &uri) const {
-    const auto document = documents_.find(uri);
-    return document != documents_.end() ? &document->second.analysis : nullptr;
+void Documents::analyse(const fs::path &family, Analysis &analysis) const {
+    try {
+        analysis.program =
+            load(files_of_family(family), analysis.sources, analysis.faults, import_path_, texts_);
+        analysis.schema = compile(analysis.program, analysis.faults);
+        if (analysis.schema) {
+            check_own_tags(*analysis.schema, analysis.faults);
+            find_warnings(*analysis.schema, analysis.faults);
+        }
+    } catch (const tlvmsg::base::IoError &error) {
+        analysis.failure = error.what();
+    } catch (const fs::filesystem_error &error) {
+        analysis.failure = fmt::format("'{}': {}", error.path1().string(), error.code().message());
+    }
+}
+
+Analysis &Documents::refreshed(const fs::path &family) {
+    Analysis &analysis = analyses_[family];
+    if (analysis.stale) {
+        analysis = {};
+        analysis.stale = false;
+        analyse(family, analysis);
+    }
+    return analysis;
+}
+
+Document Documents::find(const std::string &uri) {
+    const Open &open = open_.at(uri);
+    const Analysis &analysis = refreshed(open.family);
+    const auto &units = analysis.program.units;
+    const auto unit = std::ranges::find(units, open.path, &Unit::canonical);
+    if (unit == units.end()) {
+        throw tlvmsg::base::IoError(analysis.failure);
+    }
+    return {analysis, static_cast<uint32_t>(unit - units.begin())};
 }
 
 // As the client spells it if it has the file open.
 std::string Documents::uri(const fs::path &canonical) const {
-    const auto open = std::find_if(documents_.begin(), documents_.end(),
-                                   [&](const auto &each) { return each.second.path == canonical; });
-    return open != documents_.end() ? open->first : uri_of(canonical);
+    const auto open =
+        std::ranges::find_if(open_, [&](const auto &each) { return each.second.path == canonical; });
+    return open != open_.end() ? open->first : uri_of(canonical);
 }
 
 Json Documents::location(const Analysis &analysis, Span span) const {
@@ -140,28 +238,48 @@ Json Documents::location(const Analysis &analysis, Span span) const {
             {"range", range(analysis.sources, span)}};
 }
 
-// Two documents that import a file find its faults twice.
-std::map<std::string, Json> Documents::diagnostics() const {
+// Warnings are for who is at work on the file. Whether nothing uses an enumeration cannot be told, since families that
+// are not open may.
+const std::vector<std::pair<std::string, Json>> &Documents::told(Analysis &analysis) const {
+    if (!analysis.told) {
+        analysis.told.emplace();
+        std::map<std::string, size_t> counts;
+        const auto &units = analysis.program.units;
+        for (const Diagnostic &fault : analysis.faults.in_file_order()) {
+            const std::string file =
+                fault.span.file < units.size() ? uri(units[fault.span.file].canonical) : "";
+            const bool warns = fault.severity == Severity::Warning;
+            const bool doubtful = warns && (!is_open(file) || fault.fault == &fault::unused_enumeration);
+            if (!file.empty() && !doubtful && counts[file]++ < most_diagnostics) {
+                analysis.told->emplace_back(file, diagnostic(*this, analysis, fault));
+            }
+        }
+    }
+    return *analysis.told;
+}
+
+// Two families that import a file find its faults twice.
+std::map<std::string, Json> Documents::diagnostics() {
     std::map<std::string, Json> found;
     const auto add = [&](const std::string &uri, const Json &each) {
-        Json &list = found[uri];
-        if (std::find(list.begin(), list.end(), each) == list.end()) {
+        Json &list = found.try_emplace(uri, Json::array()).first->second;
+        if (list.size() < most_diagnostics && std::find(list.begin(), list.end(), each) == list.end()) {
             list.push_back(each);
         }
     };
-    for (const auto &[uri, document] : documents_) {
-        const Analysis &analysis = document.analysis;
+    for (const auto &[uri, open] : open_) {
         found.try_emplace(uri, Json::array());
-        if (!analysis.failure.empty()) {
+        if (const std::string &failure = refreshed(open.family).failure; !failure.empty()) {
             const Json start = {{"line", 0}, {"character", 0}};
-            add(uri, {{"range", {{"start", start}, {"end", start}}}, {"message", analysis.failure}});
-            continue;
+            add(uri, {{"range", {{"start", start}, {"end", start}}},
+                      {"severity", 1},
+                      {"source", "tlvc"},
+                      {"message", failure}});
         }
-        for (const Diagnostic &fault : analysis.faults.in_file_order()) {
-            const std::string file = this->uri(analysis.program.units[fault.span.file].canonical);
-            if (found[file].size() < most_diagnostics) {
-                add(file, diagnostic(*this, analysis, fault));
-            }
+    }
+    for (auto &[family, analysis] : analyses_) {
+        for (const auto &[file, fault] : told(analysis)) {
+            add(file, fault);
         }
     }
     return found;

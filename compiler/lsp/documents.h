@@ -6,46 +6,74 @@
 
 #include <nlohmann/json.hpp>
 
+#include <optional>
+
 namespace tlvc::lsp {
 
 using Json = nlohmann::json;
 
-// Of a document, the first file, with all that it imports. Model and syntax refer to the texts.
+// Of a family with all that it imports: its open documents, and its files on disk. Model and syntax refer to the texts.
 struct Analysis {
     Sources sources;
     Diagnostics faults;
     Program program;                      // empty if a file cannot be read
     std::unique_ptr<const Schema> schema; // null if there are faults
     std::string failure;                  // why a file cannot be read
+    bool stale = true;                    // something that it comes from has changed
+    std::optional<std::vector<std::pair<std::string, Json>>>
+        told; // the faults by URI, once they were asked for
+};
+
+// An open document, a file of an analysis.
+struct Document {
+    const Analysis &analysis;
+    uint32_t file;
+
+    const Unit &unit() const { return analysis.program.units[file]; }
+    std::string_view text() const { return analysis.sources.text(file); }
 };
 
 Json range(const Sources &sources, Span span);
-uint32_t offset_of(std::string_view text, const Json &position);
+uint32_t offset_of(std::string_view text, uint64_t line, uint64_t column);
 
+// Nothing is compiled before somebody asks, and then what has changed since.
 class Documents {
 public:
     explicit Documents(ImportPath import_path) : import_path_(std::move(import_path)) {}
 
-    void put(const std::string &uri, std::string text); // documents that are no files are ignored
+    void put(const std::string &uri, std::string text);
     void remove(const std::string &uri);
+    void files_have_changed(); // on disk
 
-    const Analysis *find(const std::string &uri) const; // null if it is not open
+    bool is_open(const std::string &uri) const { return open_.contains(uri); }
+
+    // Throws the reason, an IoError, if a file cannot be read. The document must be open.
+    Document find(const std::string &uri);
+
     std::string uri(const std::filesystem::path &canonical) const;
     Json location(const Analysis &analysis, Span span) const;
 
-    // By URI: of every open document, and of the files with faults that they import.
-    std::map<std::string, Json> diagnostics() const;
+    // By URI: of every open document, and of the files with faults in their families and imports.
+    std::map<std::string, Json> diagnostics();
 
 private:
-    struct Document {
-        std::filesystem::path path;
-        Analysis analysis;
+    struct Open {
+        std::filesystem::path path;   // canonical; of what is no file, one that no file has
+        std::filesystem::path family; // the directory; what is no file is a family of its own
     };
-    void analyse();
+    Open place(const std::string &uri);
+    void changed(const std::filesystem::path &path);
+    void spell_again();
+    const std::vector<std::pair<std::string, Json>> &told(Analysis &analysis) const;
+    std::vector<std::string> files_of_family(const std::filesystem::path &family) const;
+    Analysis &refreshed(const std::filesystem::path &family);
+    void analyse(const std::filesystem::path &family, Analysis &analysis) const;
 
     ImportPath import_path_;
     OpenTexts texts_;
-    std::map<std::string, Document> documents_; // by URI
+    std::map<std::string, Open> open_;                   // by URI
+    std::map<std::filesystem::path, Analysis> analyses_; // by the family
+    size_t unfiled_ = 0;                                 // documents so far that are no files
 };
 
 } // namespace tlvc::lsp

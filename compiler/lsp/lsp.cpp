@@ -1,62 +1,46 @@
 #include "compiler/lsp/lsp.h"
 
+#include "base/files.h"
 #include "compiler/language/format.h"
 #include "compiler/language/parser.h"
 #include "compiler/lsp/documents.h"
+#include "compiler/lsp/messages.h"
 #include "compiler/model/layout.h"
 #include "compiler/model/names.h"
 #include "compiler/model/wire_layout.h"
 
 #include <algorithm>
-#include <charconv>
-#include <iostream>
+#include <optional>
+#include <ostream>
 
 namespace tlvc::lsp {
 
 namespace {
 
-constexpr size_t longest_message = 16 << 20;
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::milliseconds pause_in_typing{150};
 
-// Its numbers are those of the protocol.
-struct Refusal : std::runtime_error {
-    Refusal(int number, const std::string &message) : std::runtime_error(message), code(number) {}
-    int code;
-};
-constexpr int not_json = -32700, invalid_request = -32600, method_not_found = -32601, invalid_params = -32602,
-              internal_error = -32603, not_initialized = -32002;
-
-// The length in a header. Throws a Refusal if it has none.
-size_t read_header(std::istream &in) {
-    constexpr std::string_view name = "Content-Length: ";
-    size_t length = 0;
-    bool known = false;
-    for (std::string line; std::getline(in, line) && line != "\r" && !line.empty();) {
-        if (line.starts_with(name)) {
-            known = std::from_chars(&line[name.size()], line.data() + line.size(), length).ec == std::errc();
-        }
+// What the parameters have at a path like "/textDocument/uri". Throws a Refusal unless it is there and of that type.
+const Json &parameter(const Json &params, const std::string &path, Json::value_t type) {
+    const Json::json_pointer pointer(path);
+    if (!params.contains(pointer) || params.at(pointer).type() != type) {
+        const std::string_view what = type == Json::value_t::string            ? "a string"
+                                      : type == Json::value_t::number_unsigned ? "a number from 0"
+                                                                               : "an array";
+        throw Refusal(invalid_params, fmt::format("the parameters need {} as '{}'", what, path.substr(1)));
     }
-    if (!known) {
-        throw Refusal(not_json, "a header without a Content-Length");
-    }
-    return length;
+    return params.at(pointer);
 }
 
-// Throws a Refusal for what is no message; the next one can be read all the same.
-Json read_message(std::istream &in) {
-    const size_t length = read_header(in);
-    if (length > longest_message) {
-        in.ignore(static_cast<std::streamsize>(std::min<size_t>(length, INT64_MAX)) - 1);
-        in.get(); // 'ignore' would wait for what follows
-        throw Refusal(invalid_request, fmt::format("more than {} bytes", longest_message));
-    }
-    std::string text(length, '\0');
-    in.read(text.data(), static_cast<std::streamsize>(length));
-    Json message = Json::parse(text, nullptr, false);
-    if (message.is_discarded()) {
-        throw Refusal(not_json, fmt::format("the {} bytes are not JSON", length));
-    }
-    return message;
+std::string text_in(const Json &params, const std::string &path) {
+    return parameter(params, path, Json::value_t::string);
 }
+
+uint64_t number_in(const Json &params, const std::string &path) {
+    return parameter(params, path, Json::value_t::number_unsigned);
+}
+
+std::string uri_in(const Json &params) { return text_in(params, "/textDocument/uri"); }
 
 // Directly behind it too, where a cursor is that has just typed the name.
 bool covers(Span span, uint32_t offset) { return span.begin <= offset && offset <= span.end; }
@@ -120,23 +104,40 @@ std::string describe(const Analysis &analysis, std::string_view name) {
 
 class Server {
 public:
-    Server(std::istream &in, std::ostream &out, const ImportPath &import_path)
+    Server(int in, std::ostream &out, const ImportPath &import_path)
         : in_(in), out_(out), documents_(import_path) {}
 
     int run() {
-        while (!exited_ && in_.peek() != std::istream::traits_type::eof()) {
-            try {
-                take(read_message(in_));
-            } catch (const Refusal &refusal) {
-                refuse(nullptr, refusal.code, refusal.what());
+        while (!exited_) {
+            if (publish_at_ && !in_.arrive_within(time_left())) {
+                publish();
+            } else if (in_.at_end()) {
+                break;
+            } else {
+                take_next();
             }
         }
         return exited_ && shut_down_ ? 0 : 1;
     }
 
 private:
+    static constexpr const char *internal_text = "an internal fault of tlvc";
     using Method = Json (Server::*)(const Json &params);
     static const std::map<std::string, Method> methods;
+
+    // Until what has changed is to be compiled, if nothing else happens before.
+    std::chrono::milliseconds time_left() const {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(*publish_at_ - Clock::now());
+        return std::max(left, std::chrono::milliseconds(0));
+    }
+
+    void take_next() {
+        try {
+            take(in_.read());
+        } catch (const Refusal &refusal) {
+            refuse(nullptr, refusal.code, refusal.what());
+        }
+    }
 
     void take(const Json &message) {
         const Json id = message.is_object() ? message.value("id", Json()) : Json();
@@ -166,10 +167,8 @@ private:
             write({{"id", id}, {"result", (this->*found->second)(params)}});
         } catch (const Refusal &refusal) {
             refuse(id, refusal.code, refusal.what());
-        } catch (const Json::exception &error) {
-            refuse(id, invalid_params, error.what());
-        } catch (const std::exception &error) {
-            refuse(id, internal_error, error.what());
+        } catch (const std::exception &) {
+            refuse(id, internal_error, internal_text);
         }
     }
 
@@ -180,8 +179,10 @@ private:
         if (initialized_ && found != methods.end()) {
             try {
                 (this->*found->second)(params);
-            } catch (const std::exception &error) {
-                notify("window/logMessage", {{"type", 1}, {"message", method + ": " + error.what()}});
+            } catch (const Refusal &refusal) {
+                log(method, refusal.what());
+            } catch (const std::exception &) {
+                log(method, internal_text);
             }
         }
     }
@@ -195,6 +196,9 @@ private:
     void refuse(const Json &id, int code, const char *why) {
         write({{"id", id}, {"error", {{"code", code}, {"message", why}}}});
     }
+    void log(const std::string &method, const char *why) {
+        notify("window/logMessage", {{"type", 1}, {"message", method + ": " + why}});
+    }
     void notify(const char *method, Json params) {
         write({{"method", method}, {"params", std::move(params)}});
     }
@@ -203,7 +207,7 @@ private:
         initialized_ = true;
         constexpr int full_texts = 1;
         return {{"capabilities",
-                 {{"textDocumentSync", {{"openClose", true}, {"change", full_texts}}},
+                 {{"textDocumentSync", {{"openClose", true}, {"change", full_texts}, {"save", true}}},
                   {"hoverProvider", true},
                   {"definitionProvider", true},
                   {"documentFormattingProvider", true}}},
@@ -215,80 +219,96 @@ private:
         return nullptr;
     }
 
-    const Analysis &analysis(const Json &params) const {
-        const std::string uri = params.at("textDocument").at("uri");
-        const Analysis *const found = documents_.find(uri);
-        if (found == nullptr || found->program.units.empty()) {
-            throw Refusal(invalid_params, fmt::format("'{}' is not open or cannot be read", uri));
+    Document document(const Json &params) {
+        const std::string uri = uri_in(params);
+        if (!documents_.is_open(uri)) {
+            throw Refusal(invalid_params, fmt::format("'{}' is not open", uri));
         }
-        return *found;
+        try {
+            return documents_.find(uri);
+        } catch (const tlvmsg::base::IoError &error) {
+            throw Refusal(invalid_params, fmt::format("'{}' cannot be compiled: {}", uri, error.what()));
+        }
     }
 
-    static uint32_t offset(const Analysis &analysis, const Json &params) {
-        return offset_of(analysis.sources.text(0), params.at("position"));
+    static uint32_t offset(const Document &document, const Json &params) {
+        const uint64_t line = number_in(params, "/position/line");
+        return offset_of(document.text(), line, number_in(params, "/position/character"));
     }
 
     Json hover(const Json &params) {
-        const Analysis &document = analysis(params);
-        const auto *const name =
-            type_named_at(document.program.units.front().syntax, offset(document, params));
-        const std::string text = name != nullptr ? describe(document, name->text) : "";
+        const Document at = document(params);
+        const auto *const name = type_named_at(at.unit().syntax, offset(at, params));
+        const std::string text = name != nullptr ? describe(at.analysis, name->text) : "";
         const Json contents = {{"kind", "markdown"}, {"value", text}};
         return text.empty() ? Json() : Json{{"contents", contents}};
     }
 
     Json definition(const Json &params) {
-        const Analysis &document = analysis(params);
-        const Unit &unit = document.program.units.front();
-        const uint32_t at = offset(document, params);
-        for (size_t i = 0; i < unit.imports.size() && unit.syntax.imports_found; ++i) {
-            if (covers(unit.syntax.imports[i].span, at)) {
-                return documents_.location(document, {unit.imports[i], 0, 0});
+        const Document at = document(params);
+        const uint32_t cursor = offset(at, params);
+        for (const syntax::Import &each : at.unit().syntax.imports) {
+            const auto found = at.unit().leads_to.find(each.path.span.begin);
+            if (covers(each.span, cursor) && found != at.unit().leads_to.end()) {
+                return documents_.location(at.analysis, {found->second, 0, 0});
             }
         }
-        const auto *const name = type_named_at(unit.syntax, at);
+        const auto *const name = type_named_at(at.unit().syntax, cursor);
         const auto *const declaration =
-            name != nullptr ? declaration_of(document.program, name->text) : nullptr;
-        return declaration != nullptr ? documents_.location(document, declaration->name.span) : Json();
+            name != nullptr ? declaration_of(at.analysis.program, name->text) : nullptr;
+        return declaration != nullptr ? documents_.location(at.analysis, declaration->name.span) : Json();
     }
 
     // A file with faults of syntax stays as it is.
     Json formatting(const Json &params) {
-        const Analysis &document = analysis(params);
-        const std::string_view before = document.sources.text(0);
+        const Document at = document(params);
         Diagnostics faults;
-        const syntax::File syntax = parse(document.sources, 0, faults);
+        const syntax::File syntax = parse(at.analysis.sources, at.file, faults);
         if (faults.any()) {
             return nullptr;
         }
-        const Span whole{0, 0, static_cast<uint32_t>(before.size())};
-        const std::string text = format(syntax, document.sources);
-        const Json edit = {{"range", range(document.sources, whole)}, {"newText", text}};
-        return text == before ? Json::array() : Json::array({edit});
+        const Span whole{at.file, 0, static_cast<uint32_t>(at.text().size())};
+        const std::string text = format(syntax, at.analysis.sources);
+        const Json edit = {{"range", range(at.analysis.sources, whole)}, {"newText", text}};
+        return text == at.text() ? Json::array() : Json::array({edit});
     }
 
     Json opened(const Json &params) {
-        const Json &document = params.at("textDocument");
-        documents_.put(document.at("uri"), document.at("text"));
-        return publish();
+        const std::string uri = uri_in(params);
+        documents_.put(uri, text_in(params, "/textDocument/text"));
+        return publish_soon();
     }
 
+    // Of several whole texts the last one holds.
     Json changed(const Json &params) {
-        const std::string uri = params.at("textDocument").at("uri");
-        const Json &changes = params.at("contentChanges");
-        if (documents_.find(uri) != nullptr) {
-            documents_.put(uri, changes.at(changes.size() - 1).at("text"));
+        const std::string uri = uri_in(params);
+        const size_t count = parameter(params, "/contentChanges", Json::value_t::array).size();
+        const std::string text =
+            text_in(params, fmt::format("/contentChanges/{}/text", std::max<size_t>(count, 1) - 1));
+        if (documents_.is_open(uri)) {
+            documents_.put(uri, text);
         }
-        return publish();
+        return publish_soon();
     }
 
     Json closed(const Json &params) {
-        documents_.remove(params.at("textDocument").at("uri"));
-        return publish();
+        documents_.remove(uri_in(params));
+        return publish_soon();
+    }
+
+    Json changed_on_disk(const Json & /*params*/) {
+        documents_.files_have_changed();
+        return publish_soon();
+    }
+
+    Json publish_soon() {
+        publish_at_ = Clock::now() + pause_in_typing;
+        return nullptr;
     }
 
     // What differs from what the client was told before.
-    Json publish() {
+    void publish() {
+        publish_at_.reset();
         std::map<std::string, Json> found = documents_.diagnostics();
         for (const auto &[uri, list] : published_) {
             found.try_emplace(uri, Json::array());
@@ -300,13 +320,13 @@ private:
             }
         }
         published_ = std::move(found);
-        return nullptr;
     }
 
-    std::istream &in_;
+    Messages in_;
     std::ostream &out_;
     Documents documents_;
-    std::map<std::string, Json> published_; // by URI
+    std::map<std::string, Json> published_;       // by URI
+    std::optional<Clock::time_point> publish_at_; // when something has changed since
     bool initialized_ = false;
     bool shut_down_ = false;
     bool exited_ = false;
@@ -321,11 +341,13 @@ const std::map<std::string, Server::Method> Server::methods = {
     {"textDocument/didOpen", &Server::opened},
     {"textDocument/didChange", &Server::changed},
     {"textDocument/didClose", &Server::closed},
+    {"textDocument/didSave", &Server::changed_on_disk},
+    {"workspace/didChangeWatchedFiles", &Server::changed_on_disk},
 };
 
 } // namespace
 
-int serve(std::istream &in, std::ostream &out, const ImportPath &import_path) {
+int serve(int in, std::ostream &out, const ImportPath &import_path) {
     return Server(in, out, import_path).run();
 }
 

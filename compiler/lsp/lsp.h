@@ -7,7 +7,7 @@
 
 namespace tlvc::lsp {
 
-// Until the client says 'exit' or the input ends. The exit code: 0 if the client said 'shutdown' before.
-int serve(std::istream &in, std::ostream &out, const ImportPath &import_path);
+// From a descriptor, until the client says 'exit' or the input ends. The exit code: 0 if the client said 'shutdown' before.
+int serve(int in, std::ostream &out, const ImportPath &import_path);
 
 } // namespace tlvc::lsp

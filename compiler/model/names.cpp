@@ -1,17 +1,17 @@
 #include "compiler/model/names.h"
 
+#include "base/ascii.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cctype>
 
 namespace tlvc::names {
 
 namespace {
 
 std::string upper(std::string name) {
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    std::transform(name.begin(), name.end(), name.begin(), tlvmsg::base::upper);
     return name;
 }
 

@@ -61,6 +61,8 @@ struct Reporter {
     }
 };
 
+} // namespace
+
 Json json_place(Span span, const Sources &sources) {
     const Position begin = sources.position(span.file, span.begin);
     const Position end = sources.position(span.file, span.end);
@@ -70,8 +72,6 @@ Json json_place(Span span, const Sources &sources) {
             {"end_line", end.line},
             {"end_column", end.column}};
 }
-
-} // namespace
 
 std::string render(const Diagnostics &faults, const Sources &sources, bool colour) {
     const Reporter reporter{sources, colour};

@@ -2,12 +2,18 @@
 
 #include "compiler/text/diagnostics.h"
 
+#include <nlohmann/json_fwd.hpp>
+
 namespace tlvc {
 
 // The first faults as the user reads them, in file order, with their source lines, and how many there are in all.
 std::string render(const Diagnostics &faults, const Sources &sources, bool colour);
 
-// An array of objects, in file order. Lines and columns count from 1, columns in characters; ends are behind.
+// Where something is, by the keys that all JSON of tlvc has for it: file, line, column, end_line, end_column. Lines and
+// columns count from 1, columns in characters; ends are behind.
+nlohmann::ordered_json json_place(Span span, const Sources &sources);
+
+// An array of objects, in file order.
 std::string render_json(const Diagnostics &faults, const Sources &sources);
 
 // What `tlvc explain` prints.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "forms/border/block.h"
+#include "forms/border/input.h"
 #include "forms/border/text_fault.h"
 
 #include <tlvmsg/types.h>
@@ -38,7 +39,7 @@ Entry *block_of(const std::vector<Listed<Entry>> &listed) {
     return entries;
 }
 
-// At the border: hands out what `work` lists about the input.
+// At the border: hands out what `work` lists about a copy of the input.
 template <class Entry, class Work>
 bool give_listed(const uint8_t *in, size_t in_len, Entry **entries, const char *name, size_t *count,
                  tlvmsg_text_fault *fault, Work work) {
@@ -53,7 +54,7 @@ bool give_listed(const uint8_t *in, size_t in_len, Entry **entries, const char *
         return false;
     }
     return guarded(fault, "", [&] {
-        const std::vector<Listed<Entry>> listed = work();
+        const std::vector<Listed<Entry>> listed = work(copy_of(in, in_len));
         *entries = block_of(listed);
         *count = listed.size();
     });

@@ -55,6 +55,9 @@ void give(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view pat
         wanted->column = 1;
         copy(path, wanted->path);
         copy(message, wanted->message);
+        // A text that somebody changes meanwhile may have shown anything.
+        const auto is_unprintable = [](char c) { return c < ' ' || c > '~'; };
+        std::replace_if(wanted->message, wanted->message + std::strlen(wanted->message), is_unprintable, '?');
     }
 }
 

@@ -8,8 +8,9 @@
 // A line "type NAME" begins a message; other lines that begin with a letter say nothing about bytes.
 #include "forms/hex/hex_text.h"
 
+#include "base/ascii.h"
+
 #include <algorithm>
-#include <cctype>
 
 namespace tlvmsg::forms {
 
@@ -17,9 +18,7 @@ namespace {
 
 bool is_type_line(const TextLine &line) { return line.text.starts_with("type "); }
 
-bool begins_with_letter(const TextLine &line) {
-    return std::isalpha(static_cast<unsigned char>(line.text[0])) != 0;
-}
+bool begins_with_letter(const TextLine &line) { return base::is_letter(line.text[0]); }
 
 // Whether any line has what only annotated text has.
 bool is_annotated(std::string_view text) {

@@ -103,7 +103,8 @@ bool tlvmsg_read_hex(const char *text, size_t length, tlvmsg_hex_message **messa
     std::string_view whole(text != nullptr ? text : "", length);
     whole.remove_prefix(whole.starts_with("\xEF\xBB\xBF") ? 3 : 0);
     return guarded(fault, whole, [&] {
-        const HexMessages read = read_hex(whole);
+        const std::string copy(whole); // which nobody changes meanwhile
+        const HexMessages read = read_hex(copy);
         *messages = new_messages(read);
         *count = read.size();
     });

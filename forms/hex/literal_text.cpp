@@ -1,8 +1,9 @@
 // Literals of programs: arrays of C, lists and bytes of Python.
 #include "forms/hex/hex_text.h"
 
+#include "base/ascii.h"
+
 #include <algorithm>
-#include <cctype>
 
 namespace tlvmsg::forms {
 
@@ -65,7 +66,7 @@ HexMessages read_arrays(std::string_view text, std::string_view code, char open,
 
 // ---- Bytes of Python ---------------------------------------------------------------------------------
 
-bool is_name(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; }
+bool is_name(char c) { return base::is_letter_or_digit(c) || c == '_'; }
 
 // Where b' or b" begins, which is no end of a name.
 size_t literal_in(std::string_view text) {

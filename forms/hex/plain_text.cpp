@@ -1,8 +1,9 @@
 // Nothing but the bytes: as pairs of hex digits, or as base64.
 #include "forms/hex/hex_text.h"
 
+#include "base/ascii.h"
+
 #include <algorithm>
-#include <cctype>
 
 namespace tlvmsg::forms {
 
@@ -11,8 +12,6 @@ namespace {
 using Bytes = std::vector<uint8_t>;
 
 constexpr std::string_view separators = " \t\r\f,;:-\"'";
-
-bool is_hex_digit(char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; }
 
 size_t prefix_size(std::string_view text) {
     return text.starts_with("0x") || text.starts_with("0X") || text.starts_with("\\x") ? 2 : 0;
@@ -37,7 +36,7 @@ void add_line(std::string_view text, Bytes &bytes) {
         }
         const size_t prefix = prefix_size(text);
         const std::string_view digits = text.substr(prefix);
-        const auto end = std::find_if_not(digits.begin(), digits.end(), is_hex_digit);
+        const auto end = std::find_if_not(digits.begin(), digits.end(), base::is_hex_digit);
         const auto size = static_cast<size_t>(end - digits.begin());
         if (size == 0) {
             fail(text.substr(0, text.find_first_of(blanks)), " is neither hex nor a message");
@@ -71,7 +70,8 @@ std::string base64_of(std::string_view text) {
     const bool right = digits.size() % 4 == 0 && digits.size() - end <= 2 &&
                        digits.find_first_not_of('=', end) == digits.npos &&
                        all.find_first_not_of(base64_digits) == all.npos &&
-                       !std::all_of(all.begin(), all.end(), is_hex_digit) && (mixed || end < digits.size());
+                       !std::all_of(all.begin(), all.end(), base::is_hex_digit) &&
+                       (mixed || end < digits.size());
     return right ? digits : "";
 }
 
@@ -79,7 +79,8 @@ std::string base64_of(std::string_view text) {
 
 bool is_plain(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) {
-        return is_hex_digit(c) || c == 'x' || c == 'X' || c == '\\' || separators.find(c) != separators.npos;
+        return base::is_hex_digit(c) || c == 'x' || c == 'X' || c == '\\' ||
+               separators.find(c) != separators.npos;
     });
 }
 

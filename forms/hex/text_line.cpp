@@ -1,9 +1,9 @@
 #include "forms/hex/text_line.h"
 
+#include "base/ascii.h"
 #include "forms/hex/hex_text.h"
 
 #include <algorithm>
-#include <cctype>
 #include <charconv>
 
 namespace tlvmsg::forms {
@@ -13,8 +13,7 @@ namespace {
 // "10:00:01.25", "2026-11-21T10:00:01Z".
 bool is_time(std::string_view word) {
     std::string shape(word.substr(0, 24));
-    std::replace_if(
-        shape.begin(), shape.end(), [](unsigned char c) { return std::isdigit(c) != 0; }, '0');
+    std::replace_if(shape.begin(), shape.end(), base::is_digit, '0');
     for (const std::string_view each : {"0000-00-00T00:00:00", "0000-00-00", "0000/00/00", "00:00:00"}) {
         if (shape.starts_with(each)) {
             const std::string rest = shape.substr(each.size());
@@ -26,8 +25,7 @@ bool is_time(std::string_view word) {
 
 bool is_level(std::string_view word) {
     std::string level(word.substr(0, 10));
-    std::transform(level.begin(), level.end(), level.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    std::transform(level.begin(), level.end(), level.begin(), base::upper);
     for (const char *each :
          {"TRACE", "DEBUG", "INFO", "NOTICE", "WARN", "WARNING", "ERR", "ERROR", "FATAL"}) {
         if (level == each) {

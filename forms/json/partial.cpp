@@ -1,5 +1,6 @@
 // What can be read of a broken encoding: the pieces of its trace, put where they belong.
 #include "forms/border/block.h"
+#include "forms/border/input.h"
 #include "forms/json/writer.h"
 #include "forms/print/words.h"
 
@@ -60,9 +61,10 @@ bool is_count(const tlvmsg_member *member) {
            tlvmsg_type_is_dynamic(member[1].type);
 }
 
+// Of bytes of which `size` are there, and the rest is made up.
 class Partial {
 public:
-    explicit Partial(const uint8_t *in) : in_(in) {}
+    Partial(const uint8_t *bytes, size_t size) : bytes_(bytes), size_(size) {}
 
     static void trace(void *context, const tlvmsg_piece *piece) {
         auto &partial = *static_cast<Partial *>(context);
@@ -85,6 +87,10 @@ public:
 
 private:
     void add(const tlvmsg_piece &piece) {
+        ended_ = ended_ || piece.offset + piece.size > size_;
+        if (ended_) {
+            return;
+        }
         switch (piece.kind) {
         case TLVMSG_PIECE_VALUE:
             if (!is_count(piece.place->member)) {
@@ -94,10 +100,10 @@ private:
             }
             break;
         case TLVMSG_PIECE_COUNT:
-            add_array(*piece.place->parent);
+            add_array(*piece.place->parent, piece.value);
             break;
         case TLVMSG_PIECE_BYTES:
-            add_bytes(node(*piece.place), {in_ + piece.offset, piece.size});
+            add_bytes(node(*piece.place), {bytes_ + piece.offset, piece.size});
             break;
         case TLVMSG_PIECE_HEADER:
         case TLVMSG_PIECE_TERMINATOR:
@@ -107,12 +113,11 @@ private:
         }
     }
 
-    void add_array(const tlvmsg_place &place) {
-        Node &array = node(place);
-        if (tlvmsg_type_is_bytes(place.type)) {
-            array.value = "\"\"";
-        } else {
-            array.bracket = '[';
+    void add_array(const tlvmsg_place &place, uint64_t count) {
+        if (!tlvmsg_type_is_bytes(place.type)) {
+            node(place).bracket = '[';
+        } else if (count == 0) { // otherwise the bytes are to come
+            node(place).value = "\"\"";
         }
     }
 
@@ -148,10 +153,26 @@ private:
         return dot == path.npos ? first : member(first, path.substr(dot + 1));
     }
 
-    const uint8_t *in_;
+    const uint8_t *bytes_;
+    size_t size_;
+    bool ended_ = false; // behind what is there nothing more is told
     Node whole_;
     bool failed_ = false;
 };
+
+// An element that the input's end cuts is decoded as if zeros followed, so that what is there of its inside is found.
+std::string partial_json(const tlvmsg_type *type, std::vector<uint8_t> bytes, unsigned indent,
+                         tlvmsg_fault &stopped) {
+    constexpr size_t longest_value = 65535;
+    const size_t size = bytes.size();
+    tlvmsg_verify(type, bytes.data(), size, nullptr, nullptr, &stopped);
+    if (stopped.code == TLVMSG_TRUNCATED) {
+        bytes.resize(size + longest_value);
+    }
+    Partial partial(bytes.data(), size);
+    tlvmsg_trace(type, bytes.data(), bytes.size(), nullptr, Partial::trace, &partial, nullptr, nullptr);
+    return partial.text(indent);
+}
 
 } // namespace
 
@@ -171,8 +192,8 @@ bool tlvmsg_partial_to_json(const tlvmsg_type *type, const uint8_t *in, size_t i
         return false;
     }
     return guarded(fault, "", [&] {
-        Partial partial(in);
-        tlvmsg_trace(type, in, in_len, nullptr, Partial::trace, &partial, nullptr, stopped);
-        *text = text_block(partial.text(indent), length);
+        tlvmsg_fault ignored;
+        *text = text_block(
+            partial_json(type, copy_of(in, in_len), indent, stopped != nullptr ? *stopped : ignored), length);
     });
 }

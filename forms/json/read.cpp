@@ -1,34 +1,26 @@
-// JSON to records. The type says what belongs where, so each value goes from the parser right into the
-// record, and no tree of the text is ever built.
+// JSON to records. The type says what belongs where, so each value goes from the text right into the record, and no
+// tree of it is ever built.
 #include "forms/border/text_fault.h"
+#include "forms/json/scanner.h"
 #include "forms/record/fields.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <charconv>
 #include <cstring>
 #include <iterator>
 #include <new>
+#include <optional>
 
 namespace tlvmsg::forms {
 
 namespace {
 
-using Json = nlohmann::json;
-
 // ---- Words -------------------------------------------------------------------------------------------
 
-// Without the parser's own prefix.
-std::string syntax_message(const Json::exception &error) {
-    std::string message = error.what();
-    message = cut(message.substr(message.find("] ") + 2), 240);
-    std::replace_if(
-        message.begin(), message.end(), [](char c) { return c < 0x20 || c > 0x7e; }, '?');
-    return "not JSON: " + message;
-}
+// As much as is shown of a long one.
+std::string start_of(std::string_view text) { return std::string(text.substr(0, 64)); }
 
-bool read_hex(const std::string &digits, std::string &bytes) {
+bool read_hex(std::string_view digits, std::string &bytes) {
     bool right = digits.size() % 2 == 0;
     for (size_t i = 0; right && i < digits.size(); i += 2) {
         uint8_t byte = 0;
@@ -136,88 +128,24 @@ std::vector<Name> names_in(const Target &object) {
 
 // ---- Reading -----------------------------------------------------------------------------------------
 
-// Characters for the parser. It does not say where it is, so how far it has come is noted.
-struct Cursor : std::iterator_traits<const char *> {
-    using iterator_category = std::input_iterator_tag;
-
-    Cursor(const char *first, const char *&mark) : next(first), reached(&mark) {}
-    const char &operator*() const { return *next; }
-    Cursor &operator++() {
-        *reached = ++next;
-        return *this;
-    }
-    bool operator==(const Cursor &other) const { return next == other.next; }
-
-    const char *next;
-    const char **reached;
-};
-
-// What the parser calls, a function for each thing that it comes across.
 class Reader {
 public:
     Reader(const tlvmsg_type *type, void *record, std::string_view text, size_t allocation)
-        : whole_{Role::value, type, record}, text_(text), allocation_(allocation) {}
+        : whole_{Role::value, type, record}, scanner_(text), allocation_(allocation) {}
 
     void read() {
-        if (const size_t zero = text_.find('\0'); zero != text_.npos) { // which would end it for the parser
-            throw TextFault{TLVMSG_TEXT_SYNTAX, zero, "$", "not JSON: a zero byte"};
-        }
-        const Cursor end(text_.data() + text_.size(), reached_);
-        Json::sax_parse(Cursor(text_.data(), reached_), end, this);
-    }
-
-    bool null() { return scalar({"null"}); }
-    bool boolean(bool value) { return scalar({value ? "true" : "false"}); }
-    bool number_integer(int64_t value) {
-        return scalar({std::to_string(value), nullptr, true, value < 0, static_cast<uint64_t>(value)});
-    }
-    bool number_unsigned(uint64_t value) {
-        return scalar({std::to_string(value), nullptr, true, false, value});
-    }
-    bool number_float(double /*value*/, const std::string &digits) { return scalar({digits}); }
-    bool string(const std::string &text) { return scalar({"", &text}); }
-    bool binary(const Json::binary_t & /*value*/) { return false; } // JSON has none
-    bool start_object(size_t /*size*/) {
-        const Target target = next_target();
-        std::vector<Name> names = names_in(target);
-        if (names.empty()) {
-            fail_value(target, "an object");
-        }
-        open_.push_back({target, false, offset_, 0, std::move(names), nullptr});
-        return true;
-    }
-    bool key(const std::string &text);
-    bool end_object();
-    bool start_array(size_t /*size*/) {
-        const Target target = next_target();
-        if (!target.is_array()) {
-            fail_value(target, "an array");
-        }
-        open_.push_back({target, true, offset_, 0, {}, nullptr});
-        return true;
-    }
-    bool end_array() {
-        take_place();
-        resize(open_.back().target, open_.back().index);
-        open_.pop_back();
-        return value_is_complete();
-    }
-    [[noreturn]] static bool parse_error(size_t position, const std::string & /*token*/,
-                                         const Json::exception &error) {
-        throw TextFault{TLVMSG_TEXT_SYNTAX, position - std::min<size_t>(position, 1), "$",
-                        syntax_message(error)};
+        value(whole_);
+        scanner_.end();
     }
 
 private:
     // A value that is no array and no object.
     struct Found {
-        std::string written;
-        const std::string *text = nullptr;
-        bool whole_number = false;
-        bool negative = false;
-        uint64_t number = 0; // sign-extended when negative
+        std::string_view written;               // a number or a word
+        std::optional<std::string_view> text{}; // a string
+        std::optional<JsonNumber> number{};
 
-        std::string described() const { return text ? quoted(*text) : cut(written); }
+        std::string described() const { return text ? quoted(start_of(*text)) : cut(start_of(written)); }
     };
 
     // An array or object whose end is to come.
@@ -230,65 +158,78 @@ private:
         Name *name; // whose value is read
     };
 
-    // The parser has read what it tells, and behind numbers one character more. So what it tells next begins
-    // at the first one that does not only separate.
-    void take_place() {
-        offset_ = text_.find_first_not_of(" \t\r\n,:", behind_);
-        behind_ = static_cast<size_t>(reached_ - text_.data());
-    }
-    Target next_target() {
-        take_place();
-        if (open_.empty()) {
-            return whole_;
-        }
-        Open &inner = open_.back();
-        return inner.array ? Target{Role::value, inner.target.type->element, next_item(inner)}
-                           : inner.name->target;
-    }
-    bool value_is_complete() {
-        if (!open_.empty() && open_.back().array) {
-            ++open_.back().index;
-        }
-        return true;
-    }
-    bool scalar(const Found &found);
+    void value(const Target &target);
+    void array(const Target &target);
+    void object(const Target &target);
+    void key(std::string_view text);
+    void check_object();
+    Found scalar();
+    void read_scalar(const Target &target, const Found &found);
     void read_name(const Target &target, const std::string &name);
     void read_number(const Target &target, const Found &found);
-    void read_bytes(const Target &array, const std::string &bytes);
+    void read_bytes(const Target &array, std::string_view bytes);
     void *next_item(Open &array);
     void resize(const Target &array, size_t count);
     void choose(Open &object, const Name &alternative);
     void check_choice(Open &object, const Name &selector, uint64_t value);
+    char next() {
+        const char c = scanner_.next();
+        offset_ = scanner_.offset();
+        return c;
+    }
     [[noreturn]] void fail(tlvmsg_text_code code, const std::string &message) const;
     [[noreturn]] void fail_value(const Target &target, const std::string &found) const {
         fail(TLVMSG_TEXT_WRONG_VALUE, "found " + found + ", expected " + target.expected());
     }
 
     Target whole_;
-    std::string_view text_;
+    Scanner scanner_;
     size_t allocation_; // that is left
-    const char *reached_ = text_.data();
-    size_t behind_ = 0; // what was told last
-    size_t offset_ = 0; // of what is told now
+    size_t offset_ = 0; // of the value or name that is read
     std::vector<Open> open_;
 };
 
-bool Reader::scalar(const Found &found) {
-    const Target target = next_target();
+// What is not of the kind that belongs there is refused where it begins, so that arrays and objects nest no deeper
+// than the type.
+void Reader::value(const Target &target) {
+    switch (next()) {
+    case '{':
+        return object(target);
+    case '[':
+        return array(target);
+    default:
+        return read_scalar(target, scalar());
+    }
+}
+
+// ---- Scalars -----------------------------------------------------------------------------------------
+
+Reader::Found Reader::scalar() {
+    const char c = scanner_.next();
+    if (c == '"') {
+        return {"", scanner_.string()};
+    }
+    if (!Scanner::begins_number(c)) {
+        return {scanner_.word()};
+    }
+    const JsonNumber number = scanner_.number();
+    return {number.written, std::nullopt, number};
+}
+
+void Reader::read_scalar(const Target &target, const Found &found) {
     std::string bytes;
-    if (target.type->enumerator_count > 0 && found.text != nullptr) {
-        read_name(target, *found.text);
+    if (target.type->enumerator_count > 0 && found.text) {
+        read_name(target, std::string(*found.text));
     } else if (target.is_number()) {
         read_number(target, found);
-    } else if (target.role == Role::hex && found.text != nullptr && read_hex(*found.text, bytes)) {
+    } else if (target.role == Role::hex && found.text && read_hex(*found.text, bytes)) {
         open_.back().name = nullptr; // whether they fit is the array's
         read_bytes(target, bytes);
-    } else if (target.role == Role::value && found.text != nullptr && tlvmsg_type_is_bytes(target.type)) {
+    } else if (target.role == Role::value && found.text && tlvmsg_type_is_bytes(target.type)) {
         read_bytes(target, *found.text);
     } else if (target.role != Role::no_items || found.written != "null") {
         fail_value(target, found.described());
     }
-    return value_is_complete();
 }
 
 void Reader::read_name(const Target &target, const std::string &name) {
@@ -300,22 +241,38 @@ void Reader::read_name(const Target &target, const std::string &name) {
         }
         fail(TLVMSG_TEXT_UNKNOWN_NAME, no_such("value", name, names));
     }
-    read_number(target, {"", nullptr, true, false, named->value});
+    read_number(target, {"", std::nullopt, JsonNumber{"", true, false, named->value}});
 }
 
 void Reader::read_number(const Target &target, const Found &found) {
-    const bool fits = found.negative ? static_cast<int64_t>(found.number) >= tlvmsg_least(target.type)
-                                     : found.number <= tlvmsg_most(target.type);
-    if (!found.whole_number || !fits) {
+    const JsonNumber number = found.number.value_or(JsonNumber{});
+    const bool fits = number.negative ? static_cast<int64_t>(number.value) >= tlvmsg_least(target.type)
+                                      : number.value <= tlvmsg_most(target.type);
+    if (!number.whole || !fits) {
         fail_value(target, found.described());
     }
     if (target.role == Role::selector) {
-        check_choice(open_.back(), *open_.back().name, found.number);
+        check_choice(open_.back(), *open_.back().name, number.value);
     }
-    tlvmsg_store(target.type, target.field, found.number);
+    tlvmsg_store(target.type, target.field, number.value);
 }
 
 // ---- Arrays ----
+
+void Reader::array(const Target &target) {
+    if (!target.is_array()) {
+        fail_value(target, "an array");
+    }
+    open_.push_back({target, true, offset_, 0, {}, nullptr});
+    scanner_.take('[');
+    for (bool first = true; scanner_.another(']', first); first = false) {
+        next(); // what does not fit is told there
+        value({Role::value, target.type->element, next_item(open_.back())});
+        ++open_.back().index;
+    }
+    resize(target, open_.back().index);
+    open_.pop_back();
+}
 
 // Dynamic arrays double, as far as is allowed, until their end tells the count.
 void *Reader::next_item(Open &array) {
@@ -334,7 +291,7 @@ void *Reader::next_item(Open &array) {
     return item_at(type, tlvmsg_items_of(type, array.target.field), array.index);
 }
 
-void Reader::read_bytes(const Target &array, const std::string &bytes) {
+void Reader::read_bytes(const Target &array, std::string_view bytes) {
     const uint64_t most = tlvmsg_most_items(array.type);
     if (bytes.size() > most) {
         fail(TLVMSG_TEXT_TOO_MANY,
@@ -361,8 +318,24 @@ void Reader::resize(const Target &array, size_t count) {
 
 // ---- Objects ----
 
-bool Reader::key(const std::string &text) {
-    take_place();
+void Reader::object(const Target &target) {
+    std::vector<Name> names = names_in(target);
+    if (names.empty()) {
+        fail_value(target, "an object");
+    }
+    open_.push_back({target, false, offset_, 0, std::move(names), nullptr});
+    scanner_.take('{');
+    for (bool first = true; scanner_.another('}', first); first = false) {
+        next();
+        key(scanner_.string());
+        scanner_.take(':');
+        value(open_.back().name->target);
+    }
+    check_object();
+    open_.pop_back();
+}
+
+void Reader::key(std::string_view text) {
     Open &object = open_.back();
     object.name = nullptr; // the place of what is wrong with a name is the object
     const auto found = std::find_if(object.names.begin(), object.names.end(),
@@ -376,10 +349,10 @@ bool Reader::key(const std::string &text) {
         for (const Name &each : object.names) {
             names.emplace_back(each.text == text ? "" : each.text);
         }
-        fail(TLVMSG_TEXT_UNKNOWN_NAME, no_such("member", text, names));
+        fail(TLVMSG_TEXT_UNKNOWN_NAME, no_such("member", std::string(text), names));
     }
     if (found->seen) {
-        fail(TLVMSG_TEXT_DUPLICATE_NAME, "member " + quoted(text) + " is there twice");
+        fail(TLVMSG_TEXT_DUPLICATE_NAME, "member " + quoted(start_of(text)) + " is there twice");
     }
     found->seen = true;
     found->offset = offset_;
@@ -387,11 +360,10 @@ bool Reader::key(const std::string &text) {
     if (found->alternative != nullptr) {
         choose(object, *found);
     }
-    return true;
 }
 
-bool Reader::end_object() {
-    take_place();
+// At its end: what its values leave open.
+void Reader::check_object() {
     Open &object = open_.back();
     object.name = nullptr;
     bool says_something = object.target.type->element == nullptr;
@@ -406,8 +378,6 @@ bool Reader::end_object() {
         offset_ = object.offset;
         fail_value(object.target, "an object");
     }
-    open_.pop_back();
-    return value_is_complete();
 }
 
 // An alternative is about to be read. Until its selector comes, a value that chooses it stands there, so that

@@ -15,15 +15,8 @@ void JsonWriter::value(const tlvmsg_type *type, const void *record) {
         return number(type, tlvmsg_load(type, record));
     case TLVMSG_STRUCTURE:
     case TLVMSG_MESSAGE:
-        open('{');
-        members(type, record);
-        return close('}');
     case TLVMSG_UNION:
-        open('{');
-        key(type->selector_name);
-        value(type->selector, at_offset(record, type->selector_offset));
-        alternative(type, record);
-        return close('}');
+        return fields(type, record);
     default:
         return array(type, record);
     }
@@ -40,24 +33,13 @@ void JsonWriter::number(const tlvmsg_type *type, uint64_t value) {
     }
 }
 
-void JsonWriter::members(const tlvmsg_type *type, const void *record) {
-    for (uint32_t i = 0; i < type->member_count; ++i) {
-        const tlvmsg_member &member = type->members[i];
-        const void *const field = at_offset(record, member.offset);
-        if (*member.path == '\0') { // a union whose selector is the member before it
-            alternative(member.type, field);
-        } else if ((member.flags & TLVMSG_SHARED_WITH_NEXT) == 0) {
-            key(member.path);
-            value(member.type, field);
-        }
+void JsonWriter::fields(const tlvmsg_type *type, const void *record) {
+    open('{');
+    for (tlvmsg_field field{}; tlvmsg_next_field(type, record, &field);) {
+        key(field.name);
+        value(field.type, at_offset(record, field.offset));
     }
-}
-
-void JsonWriter::alternative(const tlvmsg_type *type, const void *record) {
-    if (const tlvmsg_alternative *chosen = tlvmsg_chosen_in(type, record)) {
-        key(chosen->name);
-        value(chosen->type, at_offset(record, chosen->offset));
-    }
+    close('}');
 }
 
 void JsonWriter::array(const tlvmsg_type *type, const void *record) {

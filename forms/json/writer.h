@@ -28,8 +28,7 @@ public:
     std::string text; // so far; may be taken away at any time
 
 private:
-    void members(const tlvmsg_type *type, const void *record);
-    void alternative(const tlvmsg_type *type, const void *record);
+    void fields(const tlvmsg_type *type, const void *record);
     void array(const tlvmsg_type *type, const void *record);
     void missing_items(uint64_t count);
     void new_line();

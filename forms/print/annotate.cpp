@@ -1,3 +1,4 @@
+#include "forms/border/input.h"
 #include "forms/border/relay.h"
 #include "forms/bytes/untyped.h"
 #include "forms/print/words.h"
@@ -334,11 +335,12 @@ bool tlvmsg_annotate(const tlvmsg_type_set *set, const tlvmsg_type *type, const 
         return false;
     }
     return told(sink, context, fault, [&](Output &output) {
-        Page page(output, {in, in_len}, options != nullptr && options->color);
+        const std::vector<uint8_t> bytes = copy_of(in, in_len);
+        Page page(output, bytes, options != nullptr && options->color);
         if (type != nullptr) {
-            annotate(page, set, type, {in, in_len}, found);
+            annotate(page, set, type, bytes, found);
         } else {
-            annotate_elements(page, set, {in, in_len}, found);
+            annotate_elements(page, set, bytes, found);
         }
     });
 }

@@ -7,7 +7,6 @@
 #include <tlvmsg/forms/diff.h>
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
 namespace tlvmsg::forms {
@@ -58,7 +57,9 @@ public:
         case TLVMSG_ELEMENT_ARRAY:
         case TLVMSG_PACKED_ARRAY:
         case TLVMSG_DYNAMIC_ELEMENTS:
-            return compare_items(type, a, b, path);
+        case TLVMSG_BYTE_ARRAY:
+        case TLVMSG_DYNAMIC_BYTES:
+            return compare_array(type, a, b, path);
         default:
             return compare_whole(type, a, b, path);
         }
@@ -69,9 +70,12 @@ public:
 private:
     void compare_whole(const tlvmsg_type *type, const void *a, const void *b, const Path &path) {
         const auto text = [&](const void *record) { return record != nullptr ? json_of(type, record) : ""; };
-        Difference difference{path.text(), text(a), text(b)};
-        if (difference.a != difference.b) {
-            found.push_back(std::move(difference));
+        compare_texts(text(a), text(b), path);
+    }
+
+    void compare_texts(std::string a, std::string b, const Path &path) {
+        if (a != b) {
+            found.push_back({path.text(), std::move(a), std::move(b)});
         }
     }
 
@@ -88,11 +92,16 @@ private:
         }
     }
 
-    void compare_items(const tlvmsg_type *array, const void *a, const void *b, const Path &path) {
+    // A count that the items do not show is compared as it stands.
+    void compare_array(const tlvmsg_type *array, const void *a, const void *b, const Path &path) {
         const tlvmsg_items in_a = tlvmsg_items_of(array, a);
         const tlvmsg_items in_b = tlvmsg_items_of(array, b);
-        if (items_missing(in_a) || items_missing(in_b)) {
-            return compare_whole(array, a, b, path);
+        if (in_a.count != in_a.readable || in_b.count != in_b.readable) {
+            compare_texts(std::to_string(in_a.count), std::to_string(in_b.count), Path(&path, "count"));
+        }
+        if (tlvmsg_type_is_bytes(array) && in_a.readable + in_b.readable > 0) {
+            return compare_whole(array, items_missing(in_a) ? nullptr : a, items_missing(in_b) ? nullptr : b,
+                                 path);
         }
         for (size_t i = 0; i < std::max(in_a.readable, in_b.readable); ++i) {
             compare(array->element, i < in_a.readable ? item_at(array, in_a, i) : nullptr,
@@ -119,23 +128,26 @@ private:
     }
 };
 
-// The differences, and behind them their texts.
-tlvmsg_difference *new_differences(const std::vector<Difference> &found, const char *whole) {
+// The differences, and behind them their texts. Null for none.
+tlvmsg_difference *new_differences(const std::vector<Difference> &found, std::string_view whole) {
+    if (found.empty()) {
+        return nullptr;
+    }
     size_t size = found.size() * sizeof(tlvmsg_difference);
     for (const Difference &each : found) {
-        size += std::max(each.path.size(), std::strlen(whole)) + each.a.size() + each.b.size() + 3;
+        size += std::max(each.path.size(), whole.size()) + each.a.size() + each.b.size() + 3;
     }
     auto *const block = static_cast<tlvmsg_difference *>(new_block(size));
     auto *next = reinterpret_cast<char *>(block + found.size());
-    const auto add = [&](const std::string &text) {
+    const auto add = [&](std::string_view text) { // must not throw: nobody has the block yet
         char *const start = next;
         next = std::copy(text.begin(), text.end(), start) + 1; // zero as the block is
         return start;
     };
     for (size_t i = 0; i < found.size(); ++i) {
         const Difference &each = found[i];
-        block[i] = {add(each.path.empty() ? whole : each.path), each.a.empty() ? nullptr : add(each.a),
-                    each.b.empty() ? nullptr : add(each.b)};
+        block[i] = {add(each.path.empty() ? whole : std::string_view(each.path)),
+                    each.a.empty() ? nullptr : add(each.a), each.b.empty() ? nullptr : add(each.b)};
     }
     return block;
 }

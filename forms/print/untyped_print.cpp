@@ -1,4 +1,5 @@
 // Messages without a type as JSON and as lines.
+#include "forms/border/input.h"
 #include "forms/bytes/untyped.h"
 #include "forms/json/writer.h"
 #include "forms/print/words.h"
@@ -71,11 +72,14 @@ void write_lines(Output &output, Bytes bytes, const std::string &above, const Un
     }
 }
 
-// Tells each whole element, and stores where they end.
+// Tells each whole element, as it is in a copy of its bytes alone, and stores where they end.
 template <class Write>
 void tell_elements(const tlvmsg_type_set *set, Bytes bytes, size_t *end, Write write) {
-    const size_t last =
-        for_each_element(bytes, [&](const Element &element) { write(read_untyped(set, bytes, element)); });
+    const size_t last = for_each_element(bytes, [&](const Element &element) {
+        const Bytes own = element.own(bytes);
+        const std::vector<uint8_t> copy = copy_of(own.data(), own.size());
+        write(copy, read_untyped(set, copy, {0, element.tag, element.length}));
+    });
     if (end != nullptr) {
         *end = last;
     }
@@ -95,8 +99,8 @@ bool tlvmsg_untyped_to_json(const tlvmsg_type_set *set, const uint8_t *in, size_
     return told(sink, context, fault, [&](Output &output) {
         JsonWriter json(options);
         json.open('[');
-        tell_elements(set, {in, in_len}, end, [&](const UntypedElement &element) {
-            write_json(json, {in, in_len}, element);
+        tell_elements(set, {in, in_len}, end, [&](Bytes bytes, const UntypedElement &element) {
+            write_json(json, bytes, element);
             output.write(json.text);
             json.text.clear();
         });
@@ -114,8 +118,8 @@ bool tlvmsg_untyped_to_text(const tlvmsg_type_set *set, const uint8_t *in, size_
     }
     return told(sink, context, fault, [&](Output &output) {
         const std::string whole(whole_of(options));
-        tell_elements(set, {in, in_len}, end, [&](const UntypedElement &element) {
-            write_lines(output, {in, in_len}, whole.empty() ? "" : whole + ".", element);
+        tell_elements(set, {in, in_len}, end, [&](Bytes bytes, const UntypedElement &element) {
+            write_lines(output, bytes, whole.empty() ? "" : whole + ".", element);
         });
     });
 }

@@ -155,12 +155,12 @@ void Sampler::fill_bytes(uint8_t *first, size_t count) {
 }
 
 void Sampler::fill_members(const tlvmsg_type *type, void *record, const std::string &path) {
-    for (uint32_t i = 0; i < type->member_count; ++i) {
-        const tlvmsg_member &member = type->members[i];
-        if (*member.path == '\0') { // a union whose selector is the member before it
-            fill_union(member.type, at_offset(record, member.offset), path);
-        } else if ((member.flags & TLVMSG_SHARED_WITH_NEXT) == 0) {
-            fill(member.type, at_offset(record, member.offset), below(path, member.path));
+    for (tlvmsg_field field{}; tlvmsg_next_field(type, nullptr, &field);) {
+        if (field.alternative == nullptr) {
+            fill(field.type, at_offset(record, field.offset), below(path, field.name));
+            if (field.union_type != nullptr) { // in the structure's own record
+                fill_union(field.union_type, record, path);
+            }
         }
     }
 }

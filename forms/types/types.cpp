@@ -59,9 +59,10 @@ const tlvmsg_type_set &tlvmsg_type_set::chosen(const tlvmsg_type_set *set) {
     if (set != nullptr) {
         return *set;
     }
-    // One for each number of types that there has been: families may be registered while others use the last one.
+    // One for each number of types that there has been: families may be registered while others use the last one. They
+    // stay until the program is gone, since threads may use them while it exits.
     static std::mutex mutex;
-    static std::map<size_t, tlvmsg_type_set> sets;
+    static auto &sets = *new std::map<size_t, tlvmsg_type_set>;
     const std::lock_guard lock(mutex);
     if (const auto known = sets.find(tlvmsg_type_count()); known != sets.end()) {
         return known->second;

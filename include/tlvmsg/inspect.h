@@ -50,7 +50,7 @@
  *     } else {
  *         char line[TLVMSG_FAULT_TEXT];
  *         tlvmsg_fault_text(&fault, line, sizeof line);
- *         log_error(line); // error[truncated]: ...led_control.color: needs 4 bytes, 3 are left at byte 108
+ *         log_error(line); // error[truncated]: ...led_control: needs 28 bytes, 27 are left at byte 92
  *     }
  */
 #ifndef TLVMSG_INSPECT_H

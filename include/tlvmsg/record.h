@@ -9,9 +9,9 @@
  *     unions                  a selector and what it chooses   tlvmsg_chosen_in
  *     structures              members                          their descriptor
  *
- * A structure may share its record with a union: then that member's path is "", and the selector is the
- * member before it. A member that is TLVMSG_SHARED_WITH_NEXT has no field of its own: it is the count or
- * selector of the next one.
+ * Members are what is on the wire, and some share a field: a count or selector that is a member of its own lives
+ * in the array or union behind it (TLVMSG_SHARED_WITH_NEXT), and a union may live in the record of its structure
+ * (its member's path is ""). tlvmsg_next_field gives the fields themselves.
  *
  * Records are believed to be laid out and aligned as their type says, and pointers in them to designate `count` items
  * or to be null. No argument may be null unless it says so. Nothing here knows limits
@@ -101,6 +101,31 @@ uint64_t tlvmsg_most_items(const tlvmsg_type *array);
  * whole block, with the zero byte behind bytes), at offset 0; or TLVMSG_NULL_ARGUMENT.
  */
 bool tlvmsg_resize(const tlvmsg_type *array, void *record, size_t count, tlvmsg_fault *fault);
+
+/* ---- Fields ------------------------------------------------------------------------------------------ */
+
+/* What has a name in the record of a structure, message or union. */
+typedef struct tlvmsg_field {
+    const char *name;        /* a member's, a selector's or an alternative's; no two of a type are the same */
+    const tlvmsg_type *type; /* of what lies there */
+    size_t offset;           /* in the record that the owner's operations take */
+    const char *doc;         /* "" when nothing is said */
+    const tlvmsg_member
+        *shared; /* the count or selector that is a member of its own and lives in this field, or null */
+    const tlvmsg_type *union_type;         /* whose selector or alternative it is, or null */
+    const tlvmsg_alternative *alternative; /* when it is one, or null */
+    uint32_t member, choice;               /* how far the iteration is; the library's */
+} tlvmsg_field;
+
+/*
+ * Steps from field to field, in the order of the wire; a zeroed `*field` begins. False behind the last one, and for
+ * types without fields. With a record, the union in it has the alternative that is chosen; without one, all.
+ *
+ *     for (tlvmsg_field field = {0}; tlvmsg_next_field(type, record, &field);) {
+ *         print(field.name, field.type, (const uint8_t *)record + field.offset);
+ *     }
+ */
+bool tlvmsg_next_field(const tlvmsg_type *type, const void *record, tlvmsg_field *field);
 
 /* ---- Unions ------------------------------------------------------------------------------------------ */
 

@@ -14,9 +14,9 @@
  *     if (!tlvmsg_register(&tlvmsg_family_acme, &fault)) {
  *         char line[TLVMSG_FAULT_TEXT];
  *         tlvmsg_fault_text(&fault, line, sizeof line);
- *         puts(line); // error[tag-taken]: acme_fan and other_fan: both have tag 32768
+ *         puts(line); // error[tag-taken]: acme_fan and other_fan: both have tag 32771
  *     }
- *     tlvmsg_type_find("acme_fan") == tlvmsg_descriptor_acme_fan();    // from here on
+ *     const tlvmsg_type *fan = tlvmsg_type_find("acme_fan"); // finds tlvmsg_descriptor_acme_fan() from here on
  */
 #ifndef TLVMSG_REGISTER_H
 #define TLVMSG_REGISTER_H

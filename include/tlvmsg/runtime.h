@@ -64,7 +64,9 @@
  *     uint32_t speed = 1000, back;
  *     uint8_t wire[8];
  *     uint8_t *end = encode_tlv_uint32(&speed, wire);              // wire + get_uint32_size(&speed)
- *     if (end && decode_tlv_uint32(wire, &back) == end) { ... }    // back == 1000
+ *     if (end && decode_tlv_uint32(wire, &back) == end) {
+ *         printf("%u\n", back); // 1000
+ *     }
  */
 #ifndef TLVMSG_RUNTIME_H
 #define TLVMSG_RUNTIME_H

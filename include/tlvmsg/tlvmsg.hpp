@@ -6,16 +6,19 @@
  * and refuse is said in inspect.h; here they have types, owners and spans, and nothing is done that the library
  * does not do. Programs link tlvmsg_inspect.
  *
+ * Example:
+ *
  *     auto request = tlvmsg::decode<analogbri_led_control_req_message>(packet);
  *     if (!request) {
- *         log(request.fault.text());
+ *         // error[truncated]: ...led_control: needs 28 bytes, 27 are left at byte 92
+ *         log_error(request.fault.text());
  *         return;
  *     }
  *     set_led(request->led_control.slot, request->led_control.color);      // request owns the record
  *
- *     tlvmsg::owned<report_message> report;                                // all zero
- *     tlvmsg::assign(report->text, "link down");                           // allocates what belongs to it
- *     auto bytes = tlvmsg::encode(report);                                 // a vector, or a fault
+ *     tlvmsg::owned<if_name> interface;                                    // all zero
+ *     auto name = tlvmsg::assign(interface->name, "eth0");                 // allocates what belongs to it
+ *     auto bytes = tlvmsg::encode(interface);                              // a vector, or a fault
  *
  * Nothing here throws, and exceptions and run-time type information may be switched off. Memory of records
  * comes from the platform's pool, and its lack is a fault; that of a std::vector comes from where such memory
@@ -73,26 +76,36 @@ concept array_type = byte_array_type<T> || item_array_type<T>;
 
 /* ---- Bytes and faults ------------------------------------------------------------------------------------ */
 
-/* Bytes to read, of any contiguous range of uint8_t or std::byte, and of text. */
-class byte_view {
-    template <class T>
-    static constexpr bool is_octets = std::is_convertible_v<const T &, std::span<const uint8_t>>;
-    template <class T>
-    static constexpr bool is_bytes = std::is_convertible_v<const T &, std::span<const std::byte>>;
-    template <class T>
-    static constexpr bool is_text = std::is_convertible_v<const T &, std::string_view>;
+namespace detail {
 
+template <class T>
+constexpr bool is_byte =
+    std::is_same_v<T, uint8_t> || std::is_same_v<T, std::byte> || std::is_same_v<T, char>;
+
+template <class T>
+constexpr bool is_literal = false;
+template <size_t N>
+constexpr bool is_literal<const char[N]> = true;
+
+template <class T>
+concept byte_range = !is_literal<T> && requires(T & range) {
+    requires std::is_convertible_v<decltype(std::size(range)), size_t>;
+    requires is_byte<std::remove_cv_t<std::remove_pointer_t<decltype(std::data(range))>>>;
+};
+
+} // namespace detail
+
+/*
+ * Bytes to read: a range of uint8_t, std::byte or char that knows its size, as vectors, spans, std::string and arrays
+ * do, with all that is in it. A string literal is none, for its zero byte; nor is a pointer. The bytes are referred to
+ * and have to last as long as the view, which is for parameters.
+ */
+class byte_view {
 public:
     template <class T>
-    requires(is_octets<T> || is_bytes<T> || is_text<T>) byte_view(const T &bytes)
-    noexcept {
-        using view =
-            std::conditional_t<is_octets<T>, std::span<const uint8_t>,
-                               std::conditional_t<is_bytes<T>, std::span<const std::byte>, std::string_view>>;
-        const view all(bytes);
-        data_ = reinterpret_cast<const uint8_t *>(all.data());
-        size_ = all.size();
-    }
+    requires(!std::is_same_v<std::remove_cvref_t<T>, byte_view> &&
+             detail::byte_range<std::remove_reference_t<T>>) byte_view(T &&bytes)
+    noexcept : data_(reinterpret_cast<const uint8_t *>(std::data(bytes))), size_(std::size(bytes)) {}
 
     const uint8_t *data() const noexcept { return data_; }
     size_t size() const noexcept { return size_; }
@@ -137,7 +150,10 @@ struct fault : tlvmsg_fault {
     }
 };
 
-/* A value, or the fault because of which there is none; which of them is for operator bool to say. */
+/*
+ * A value, or the fault because of which there is none; which of them is for operator bool to say. A result that goes
+ * away gives its value away: `for (auto byte : *encode(record))` has a vector that lasts as long as the loop.
+ */
 template <class T, class Fault = fault>
 struct [[nodiscard]] result {
     T value;
@@ -146,17 +162,20 @@ struct [[nodiscard]] result {
     explicit operator bool() const noexcept { return fault.code == 0; }
     T &operator*() &noexcept { return value; }
     const T &operator*() const &noexcept { return value; }
-    T &&operator*() &&noexcept { return static_cast<T &&>(value); }
+    T operator*() &&noexcept { return static_cast<T &&>(value); }
+    T operator*() const && = delete;
 
     /* Of the value; where that owns a record, of the record. */
-    auto *operator->() noexcept { return address(value); }
-    auto *operator->() const noexcept { return address(value); }
+    auto *operator->() &noexcept { return address(value); }
+    auto *operator->() const &noexcept { return address(value); }
+    auto *operator->() &&noexcept { return address(static_cast<T &&>(value)); }
+    auto *operator->() const &&noexcept { return address(static_cast<const T &&>(value)); }
 
 private:
     template <class U>
-    static auto *address(U &value) noexcept {
+    static auto *address(U &&value) noexcept {
         if constexpr (requires { value.operator->(); }) {
-            return value.operator->();
+            return static_cast<U &&>(value).operator->();
         } else {
             return &value;
         }
@@ -173,7 +192,11 @@ struct unset {};
 
 /*
  * A record together with the blocks of its dynamic arrays, which it releases. It moves, and copies only by
- * tlvmsg::copy. While it owns the record, blocks go in and out by assign and resize.
+ * tlvmsg::copy. Members are read and written through ->, blocks come and go by assign and resize.
+ *
+ * What would leave a block to two owners or to none does not compile, nor does what would outlive its owner: * gives a
+ * record with blocks as a constant, and the members of an owner that goes away are volatile behind ->, so that
+ * decode<T>(in)->session.msg_type is a number as always, but items, bytes and text refuse decode<T>(in)->ports.
  */
 template <record_type T>
 class owned {
@@ -210,10 +233,13 @@ public:
         clear();
     }
 
-    T &operator*() noexcept { return record_; }
-    const T &operator*() const noexcept { return record_; }
-    T *operator->() noexcept { return &record_; }
-    const T *operator->() const noexcept { return &record_; }
+    std::conditional_t<traits<T>::holds_blocks, const T, T> &operator*() &noexcept { return record_; }
+    const T &operator*() const &noexcept { return record_; }
+    T operator*() const &&noexcept requires(!traits<T>::holds_blocks) { return record_; }
+    T operator*() const &&requires(traits<T>::holds_blocks) = delete;
+    T *operator->() &noexcept { return &record_; }
+    const T *operator->() const &noexcept { return &record_; }
+    const volatile T *operator->() const &&noexcept { return &record_; }
 
 private:
     void clear() noexcept { std::memset(&record_, 0, sizeof record_); }
@@ -272,8 +298,8 @@ inline constexpr tlvmsg_limits strict{0, true};
 template <record_type T>
 result<owned<T>> decode(byte_view in, const tlvmsg_limits &limits = {}, size_t *consumed = nullptr) noexcept {
     result<owned<T>> decoded{owned<T>(detail::unset()), {}};
-    tlvmsg_sized_decode(&traits<T>::type(), sizeof(T), in.data(), in.size(), &limits, &*decoded.value,
-                        consumed, &decoded.fault);
+    tlvmsg_sized_decode(&traits<T>::type(), sizeof(T), in.data(), in.size(), &limits,
+                        decoded.value.operator->(), consumed, &decoded.fault);
     return decoded;
 }
 
@@ -332,7 +358,8 @@ template <record_like R>
 result<owned<detail::record_t<R>>> copy(const R &record) noexcept {
     using T = detail::record_t<R>;
     result<owned<T>> copied{owned<T>(detail::unset()), {}};
-    tlvmsg_sized_copy(detail::type_of<R>(), sizeof(T), &*copied.value, &detail::raw(record), &copied.fault);
+    tlvmsg_sized_copy(detail::type_of<R>(), sizeof(T), copied.value.operator->(), &detail::raw(record),
+                      &copied.fault);
     return copied;
 }
 
@@ -401,15 +428,19 @@ auto readable(A &array) noexcept {
 
 /*
  * What is really there: never more than the capacity, and nothing behind a null pointer, whatever the count
- * says. Valid until the array is resized or released.
+ * says. Valid until the array is resized or released; an array that goes away at once has none.
  */
 template <class A>
 requires item_array_type<std::remove_const_t<A>>
 auto items(A &array) noexcept { return detail::readable(array); }
+template <class A>
+void items(const A &&) = delete;
 
 template <class A>
 requires byte_array_type<std::remove_const_t<A>>
 auto bytes(A &array) noexcept { return detail::readable(array); }
+template <class A>
+void bytes(const A &&) = delete;
 
 /* The bytes as text, of as many characters as there are bytes. */
 template <byte_array_type A>
@@ -417,6 +448,8 @@ std::string_view text(const A &array) noexcept {
     const auto all = bytes(array);
     return {reinterpret_cast<const char *>(all.data()), all.size()};
 }
+template <class A>
+void text(const A &&) = delete;
 
 /*
  * Makes it an array of `count` items and gives these, the new ones zero; see tlvmsg_resize. On failure the
@@ -445,7 +478,7 @@ noexcept {
     return resized;
 }
 
-/* The same for bytes and text. */
+/* The same for bytes. */
 template <byte_array_type A>
 result<std::span<uint8_t>> assign(A &array, byte_view source) noexcept {
     auto resized = resize(array, source.size());
@@ -455,25 +488,58 @@ result<std::span<uint8_t>> assign(A &array, byte_view source) noexcept {
     return resized;
 }
 
+/* The same for a string literal, or another constant array of char, up to its zero byte. */
+template <byte_array_type A, class Literal>
+requires detail::is_literal<Literal> result<std::span<uint8_t>> assign(A &array, Literal &literal)
+noexcept {
+    const std::string_view all(literal, std::size(literal));
+    return assign(array, all.substr(0, all.find('\0')));
+}
+
 /* ---- Members --------------------------------------------------------------------------------------------- */
 
 /*
- * Calls visitor(name, type, member) for each member of a structure, message or union, in their order in the
- * record: a std::string_view, a const tlvmsg_type &, and a reference that is const where the record is. What
- * travels as a count or selector of its own is part of its array or union here. Of a union its selector comes,
- * and then the alternative that this chooses, if any.
+ * Calls visitor(name, type, member) for each member of a structure, message or union, or of one that is owned, in
+ * their order in the record: a std::string_view, a const tlvmsg_type &, and a reference that is const where the record
+ * or its owner is. What travels as a count or selector of its own is part of its array or union here. Of a union its
+ * selector comes, and then the alternative that this chooses, if any.
  *
- *     tlvmsg::visit(*request, [](std::string_view name, const tlvmsg_type &type, const auto &member) {
- *         using T = std::remove_cvref_t<decltype(member)>;
- *         if constexpr (std::is_integral_v<T>) { ... }
- *         else if constexpr (tlvmsg::array_type<T>) { ... tlvmsg::items(member) ... }
- *         else { tlvmsg::visit(member, ...); }
- *     });
+ * Example:
+ *
+ *     // The sum of all numbers in a record, and of the sizes of what is bytes.
+ *     template <class T>
+ *     uint64_t sum_of(const T &value) {
+ *         uint64_t sum = 0;
+ *         if constexpr (std::is_integral_v<T>) {
+ *             sum = static_cast<uint64_t>(value);
+ *         } else if constexpr (tlvmsg::byte_array_type<T>) {
+ *             sum = tlvmsg::bytes(value).size();
+ *         } else if constexpr (tlvmsg::item_array_type<T>) {
+ *             for (const auto &item : tlvmsg::items(value)) {
+ *                 sum += sum_of(item);
+ *             }
+ *         } else {
+ *             tlvmsg::visit(value, [&](std::string_view, const tlvmsg_type &, const auto &member) {
+ *                 sum += sum_of(member);
+ *             });
+ *         }
+ *         return sum;
+ *     }
  */
 template <class R, class Visitor>
 requires record_type<std::remove_const_t<R>> &&
     (!array_type<std::remove_const_t<R>>)void visit(R &record, Visitor &&visitor) {
     traits<std::remove_const_t<R>>::visit(record, visitor);
+}
+
+template <class T, class Visitor>
+void visit(owned<T> &record, Visitor &&visitor) {
+    visit(*record.operator->(), visitor);
+}
+
+template <class T, class Visitor>
+void visit(const owned<T> &record, Visitor &&visitor) {
+    visit(*record, visitor);
 }
 
 } // namespace tlvmsg

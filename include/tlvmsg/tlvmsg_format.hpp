@@ -1,13 +1,20 @@
 /*
  * tlvmsg_format.hpp - faults and records as text, for logs and debuggers.
  *
- *     std::cerr << request.fault << '\n';      // error[truncated]: zel_led_control.color: needs 8 bytes, ...
- *     std::cout << *request << '\n';           // zel_led_control{slot: 2, port: 5, color: 3}
- *     fmt::print("{}\n", *request);            // where <fmt/format.h> is included before this header
+ * Example:
  *
- * Owned records are printed as they are, those of C by tlvmsg::show(record). Enumerations come by name, where
- * the value has one; bytes in quotes, with escapes as in C; of a union, its selector and what that chooses.
- * The text is for people and may change; JSON is in tlvmsg_json.hpp.
+ *     auto request = tlvmsg::decode<zel_led_control>(packet);
+ *     if (request) {
+ *         std::cout << *request << '\n'; // zel_led_control{slot: 2, port: 5, color: 3}
+ *     } else {
+ *         // error[truncated]: zel_led_control: needs 28 bytes, 27 are left at byte 0
+ *         std::cerr << request.fault << '\n';
+ *     }
+ *
+ * fmt::print prints the same, where <fmt/format.h> is included before this header. Owned records are printed as they
+ * are, those of C by tlvmsg::show(record). Enumerations come by name, where the value has one; bytes in quotes, where
+ * what is not printable ASCII is \x and two hexadecimal digits, and a \ stands before a quote and before itself; of a
+ * union, its selector and what that chooses. The text is for people and may change; JSON is in tlvmsg_json.hpp.
  */
 #ifndef TLVMSG_TLVMSG_FORMAT_HPP
 #define TLVMSG_TLVMSG_FORMAT_HPP
@@ -19,7 +26,7 @@
 
 namespace tlvmsg {
 
-/* A record to be printed, which it refers to. */
+/* A record to be printed, which it refers to: none that goes away at once. */
 struct shown {
     const tlvmsg_type &type;
     const void *record;
@@ -29,6 +36,8 @@ template <record_like R>
 shown show(const R &record) noexcept {
     return {traits<detail::record_t<R>>::type(), &detail::raw(record)};
 }
+template <class R>
+void show(const R &&) = delete;
 
 namespace detail {
 
@@ -141,7 +150,7 @@ inline std::string to_string(const line &line) { return line.c_str(); }
 inline std::string to_string(const fault &fault) { return fault.text().c_str(); }
 
 struct text_fault;
-std::string to_string(const text_fault &fault); /* in tlvmsg_json.hpp */
+inline std::string to_string(const text_fault &fault); /* in tlvmsg_json.hpp */
 
 template <class T>
 concept printable = requires(const T &value) {

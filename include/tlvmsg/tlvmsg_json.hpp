@@ -1,10 +1,16 @@
 /*
  * tlvmsg_json.hpp - records as JSON and back, in C++20.
  *
- *     std::cout << *tlvmsg::to_json(request, {.indent = 2, .level = 0}) << '\n';
+ * Example:
+ *
  *     auto led = tlvmsg::from_json<zel_led_control>(R"({"slot": 2, "port": 5, "color": 3})");
- *     if (!led) {
- *         std::cerr << led.fault.text() << '\n';
+ *     if (led) {
+ *         std::cout << *tlvmsg::to_json(*led) << '\n'; // {"slot":2,"port":5,"color":3}
+ *     }
+ *     auto misspelt = tlvmsg::from_json<zel_led_control>(R"({"slot": 2, "colour": 3})");
+ *     if (!misspelt) {
+ *         // error[unknown-name]: $: no member "colour", did you mean 'color'? in line 1, column 13
+ *         std::cerr << misspelt.fault.text() << '\n';
  *     }
  *
  * What the JSON looks like, and what is promised of any text, is said in forms/json.h. Programs link
@@ -16,6 +22,7 @@
 #include <tlvmsg/forms/json.h>
 #include <tlvmsg/tlvmsg.hpp>
 
+#include <memory>
 #include <string>
 
 namespace tlvmsg {
@@ -63,8 +70,8 @@ result<std::string, text_fault> to_json(const R &record, const tlvmsg_json_optio
     if (detail::fits<detail::record_t<R>>(written.fault) &&
         tlvmsg_to_json(detail::type_of<R>(), &detail::raw(record), &options, &text, &length,
                        &written.fault)) {
+        const std::unique_ptr<char, void (*)(void *)> block(text, tlvmsg_free); /* also when assign throws */
         written.value.assign(text, length);
-        tlvmsg_free(text);
     }
     return written;
 }
@@ -73,7 +80,8 @@ template <record_type T>
 result<owned<T>, text_fault> from_json(std::string_view text, const tlvmsg_limits &limits = {}) noexcept {
     result<owned<T>, text_fault> read;
     if (detail::fits<T>(read.fault)) {
-        tlvmsg_from_json(&traits<T>::type(), text.data(), text.size(), &limits, &*read.value, &read.fault);
+        tlvmsg_from_json(&traits<T>::type(), text.data(), text.size(), &limits, read.value.operator->(),
+                         &read.fault);
     }
     return read;
 }

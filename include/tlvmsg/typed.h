@@ -33,14 +33,17 @@
  *     }
  *
  * Descriptors. tlvmsg_descriptor_X() gives that of any type X, enumerations included, without the look-up that
- * tlvmsg_type_find takes. The object itself is called tlvmsg_type_of_X, and &tlvmsg_type_of_X is an address
- * constant, for initializers:
+ * tlvmsg_type_find takes. Tables in a program hold the function, whose address is a constant:
  *
- *     const tlvmsg_type *expected[] = {&tlvmsg_type_of_zel_led_control, &tlvmsg_type_of_ifid};
+ *     static const struct {
+ *         int message;
+ *         const tlvmsg_type *(*type)(void);
+ *     } expected[] = {{17, tlvmsg_descriptor_zel_led_control}, {18, tlvmsg_descriptor_ifid}};
  *
- * What programs share is the address, never a copy (R_*_COPY): so the library may make descriptors longer, and
- * they go on working. Many compilers make a copy of an object that code names itself; linkers refuse that here,
- * as the symbols are protected, and the program writes tlvmsg_descriptor_X() instead.
+ *     puts(expected[0].type()->name); // zel_led_control
+ *
+ * Such a program links however it is compiled, and goes on working when descriptors become longer. The object behind
+ * the function is the library's: a program that names it links with some options only.
  */
 #ifndef TLVMSG_TYPED_H
 #define TLVMSG_TYPED_H
@@ -49,6 +52,19 @@
 #include <tlvmsg/record.h>
 
 #include <string.h>
+
+/*
+ * Templates of C++ call these functions, so that they have to be the same in all of a program. Always inlined, each
+ * caller still compares the size of its own record, without optimization as well; hidden, what has its address taken
+ * is in no library's exports.
+ */
+#if !defined __cplusplus
+#define TLVMSG_INLINE static inline
+#elif defined __GNUC__
+#define TLVMSG_INLINE inline __attribute__((visibility("hidden"), always_inline))
+#else
+#define TLVMSG_INLINE inline
+#endif
 
 #ifdef __cplusplus
 extern "C" {
@@ -65,7 +81,7 @@ extern "C" {
  */
 bool tlvmsg_refuse_record(const tlvmsg_type *type, size_t size, size_t *result, tlvmsg_fault *fault);
 
-static inline bool tlvmsg_sized_decode(const tlvmsg_type *type, size_t size, const uint8_t *in, size_t in_len,
+TLVMSG_INLINE bool tlvmsg_sized_decode(const tlvmsg_type *type, size_t size, const uint8_t *in, size_t in_len,
                                        const tlvmsg_limits *limits, void *record, size_t *consumed,
                                        tlvmsg_fault *fault) {
     if (type->size == size) {
@@ -77,13 +93,13 @@ static inline bool tlvmsg_sized_decode(const tlvmsg_type *type, size_t size, con
     return tlvmsg_refuse_record(type, size, consumed, fault);
 }
 
-static inline bool tlvmsg_sized_encode(const tlvmsg_type *type, size_t size, const void *record, uint8_t *out,
+TLVMSG_INLINE bool tlvmsg_sized_encode(const tlvmsg_type *type, size_t size, const void *record, uint8_t *out,
                                        size_t out_capacity, size_t *written, tlvmsg_fault *fault) {
     return type->size == size ? tlvmsg_encode(type, record, out, out_capacity, written, fault)
                               : tlvmsg_refuse_record(type, size, written, fault);
 }
 
-static inline uint8_t *tlvmsg_sized_encode_alloc(const tlvmsg_type *type, size_t size, const void *record,
+TLVMSG_INLINE uint8_t *tlvmsg_sized_encode_alloc(const tlvmsg_type *type, size_t size, const void *record,
                                                  size_t *written, tlvmsg_fault *fault) {
     if (type->size == size) {
         return tlvmsg_encode_alloc(type, record, written, fault);
@@ -92,19 +108,19 @@ static inline uint8_t *tlvmsg_sized_encode_alloc(const tlvmsg_type *type, size_t
     return NULL;
 }
 
-static inline bool tlvmsg_sized_size(const tlvmsg_type *type, size_t size, const void *record,
+TLVMSG_INLINE bool tlvmsg_sized_size(const tlvmsg_type *type, size_t size, const void *record,
                                      size_t *encoded, tlvmsg_fault *fault) {
     return type->size == size ? tlvmsg_size(type, record, encoded, fault)
                               : tlvmsg_refuse_record(type, size, encoded, fault);
 }
 
-static inline void tlvmsg_sized_release(const tlvmsg_type *type, size_t size, void *record) {
+TLVMSG_INLINE void tlvmsg_sized_release(const tlvmsg_type *type, size_t size, void *record) {
     if (type->size == size) {
         tlvmsg_release(type, record);
     }
 }
 
-static inline bool tlvmsg_sized_copy(const tlvmsg_type *type, size_t size, void *to, const void *from,
+TLVMSG_INLINE bool tlvmsg_sized_copy(const tlvmsg_type *type, size_t size, void *to, const void *from,
                                      tlvmsg_fault *fault) {
     if (type->size == size) {
         return tlvmsg_copy(type, to, from, fault);
@@ -115,13 +131,13 @@ static inline bool tlvmsg_sized_copy(const tlvmsg_type *type, size_t size, void 
     return tlvmsg_refuse_record(type, size, NULL, fault);
 }
 
-static inline bool tlvmsg_sized_resize(const tlvmsg_type *type, size_t size, void *array, size_t count,
+TLVMSG_INLINE bool tlvmsg_sized_resize(const tlvmsg_type *type, size_t size, void *array, size_t count,
                                        tlvmsg_fault *fault) {
     return type->size == size ? tlvmsg_resize(type, array, count, fault)
                               : tlvmsg_refuse_record(type, size, NULL, fault);
 }
 
-static inline bool tlvmsg_sized_equal(const tlvmsg_type *type, size_t size, const void *a, const void *b) {
+TLVMSG_INLINE bool tlvmsg_sized_equal(const tlvmsg_type *type, size_t size, const void *a, const void *b) {
     return type->size == size && tlvmsg_equal(type, a, b);
 }
 
@@ -136,7 +152,7 @@ static inline bool tlvmsg_sized_equal(const tlvmsg_type *type, size_t size, cons
  */
 #define TLVMSG_DESCRIPTOR(X)                                                                                 \
     extern const tlvmsg_type tlvmsg_type_of_##X;                                                             \
-    static inline const tlvmsg_type *tlvmsg_descriptor_##X(void) {                                           \
+    TLVMSG_INLINE const tlvmsg_type *tlvmsg_descriptor_##X(void) {                                           \
         static const tlvmsg_type *volatile address = &tlvmsg_type_of_##X;                                    \
         return address;                                                                                      \
     }
@@ -144,40 +160,40 @@ static inline bool tlvmsg_sized_equal(const tlvmsg_type *type, size_t size, cons
 /* "struct X", because parameters may bear the name of a type. */
 #define TLVMSG_TYPED(X)                                                                                      \
     TLVMSG_DESCRIPTOR(X)                                                                                     \
-    static inline bool tlvmsg_decode_##X(const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,      \
+    TLVMSG_INLINE bool tlvmsg_decode_##X(const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,      \
                                          struct X *record, size_t *consumed, tlvmsg_fault *fault) {          \
         return tlvmsg_sized_decode(tlvmsg_descriptor_##X(), sizeof *record, in, in_len, limits, record,      \
                                    consumed, fault);                                                         \
     }                                                                                                        \
-    static inline bool tlvmsg_encode_##X(const struct X *record, uint8_t *out, size_t out_capacity,          \
+    TLVMSG_INLINE bool tlvmsg_encode_##X(const struct X *record, uint8_t *out, size_t out_capacity,          \
                                          size_t *written, tlvmsg_fault *fault) {                             \
         return tlvmsg_sized_encode(tlvmsg_descriptor_##X(), sizeof *record, record, out, out_capacity,       \
                                    written, fault);                                                          \
     }                                                                                                        \
-    static inline uint8_t *tlvmsg_encode_alloc_##X(const struct X *record, size_t *written,                  \
+    TLVMSG_INLINE uint8_t *tlvmsg_encode_alloc_##X(const struct X *record, size_t *written,                  \
                                                    tlvmsg_fault *fault) {                                    \
         return tlvmsg_sized_encode_alloc(tlvmsg_descriptor_##X(), sizeof *record, record, written, fault);   \
     }                                                                                                        \
-    static inline bool tlvmsg_verify_##X(const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,      \
+    TLVMSG_INLINE bool tlvmsg_verify_##X(const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,      \
                                          tlvmsg_extent *extent, tlvmsg_fault *fault) {                       \
         return tlvmsg_verify(tlvmsg_descriptor_##X(), in, in_len, limits, extent, fault);                    \
     }                                                                                                        \
-    static inline bool tlvmsg_size_##X(const struct X *record, size_t *size, tlvmsg_fault *fault) {          \
+    TLVMSG_INLINE bool tlvmsg_size_##X(const struct X *record, size_t *size, tlvmsg_fault *fault) {          \
         return tlvmsg_sized_size(tlvmsg_descriptor_##X(), sizeof *record, record, size, fault);              \
     }                                                                                                        \
-    static inline void tlvmsg_release_##X(struct X *record) {                                                \
+    TLVMSG_INLINE void tlvmsg_release_##X(struct X *record) {                                                \
         tlvmsg_sized_release(tlvmsg_descriptor_##X(), sizeof *record, record);                               \
     }                                                                                                        \
-    static inline bool tlvmsg_copy_##X(struct X *to, const struct X *from, tlvmsg_fault *fault) {            \
+    TLVMSG_INLINE bool tlvmsg_copy_##X(struct X *to, const struct X *from, tlvmsg_fault *fault) {            \
         return tlvmsg_sized_copy(tlvmsg_descriptor_##X(), sizeof *to, to, from, fault);                      \
     }                                                                                                        \
-    static inline bool tlvmsg_equal_##X(const struct X *a, const struct X *b) {                              \
+    TLVMSG_INLINE bool tlvmsg_equal_##X(const struct X *a, const struct X *b) {                              \
         return tlvmsg_sized_equal(tlvmsg_descriptor_##X(), sizeof *a, a, b);                                 \
     }
 
 #define TLVMSG_TYPED_ARRAY(X)                                                                                \
     TLVMSG_TYPED(X)                                                                                          \
-    static inline bool tlvmsg_resize_##X(struct X *array, size_t count, tlvmsg_fault *fault) {               \
+    TLVMSG_INLINE bool tlvmsg_resize_##X(struct X *array, size_t count, tlvmsg_fault *fault) {               \
         return tlvmsg_sized_resize(tlvmsg_descriptor_##X(), sizeof *array, array, count, fault);             \
     }
 

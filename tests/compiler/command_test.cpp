@@ -220,17 +220,19 @@ TEST(CommandLine, compare_exits_as_diff_does) {
     const std::string above = directory.path("new").string();
     EXPECT_EQ(Command("compare " + old_text + " " + above).exit_code, 0);
     EXPECT_EQ(Command("compare " + old_text + " " + above).output, "");
-    EXPECT_EQ(Command("compare --all " + old_file + " " + above).output,
-              new_file +
-                  ":8:6: safe[C002]: color_of_night: is new: an enumeration; nobody depends on it yet\n");
+    EXPECT_EQ(
+        Command("compare --all " + old_file + " " + above).output,
+        new_file +
+            ":8:6: safe[C002]: color_of_night (in no message): is new: an enumeration; nobody depends on it "
+            "yet\n");
     EXPECT_TRUE(Command("compare --format json " + old_text + " " + above)
-                    .says("\"id\": \"C002\",\n    \"severity\": \"safe\""));
+                    .says("\"code\": \"C002\",\n    \"severity\": \"safe\""));
     EXPECT_EQ(Command("compare " + above + " " + old_text).exit_code, 1);
     EXPECT_EQ(
         Command("compare --level wire --level source " + above + " " + old_text).output,
         new_file +
-            ":8:6: breaks[C001] wire, source: color_of_night: is gone: an enumeration; peers and programs "
-            "that have it still use it\n");
+            ":8:6: breaks[C001] wire, source: color_of_night (in no message): is gone: an enumeration; peers "
+            "and programs that have it still use it\n");
     directory.add("old.txt", "#\nfamily acme\nenum color = 1001, 12 bytes\nenum color = 1002\n");
     EXPECT_TRUE(Command("compare " + old_text + " " + above).says(old_text + ":4:6: error[T014]"));
     directory.add("new/acme/more.tlv", "enum color_of_day = 1004\n");
@@ -245,6 +247,25 @@ TEST(CommandLine, compare_exits_as_diff_does) {
           fmt::format("--level abi {0} {0}", above)}) {
         EXPECT_EQ(Command("compare " + trouble).exit_code, 2) << trouble;
     }
+}
+
+TEST(CommandLine, compare_looks_for_imports_on_each_side) {
+    SchemaDirectory directory;
+    for (const auto &[side, number] : {std::pair("old", "uint16"), std::pair("new", "uint32")}) {
+        directory.add(fmt::format("{}/base/a.tlv", side),
+                      fmt::format("struct a = 1001 {{ {} n }}\n", number));
+        directory.add(fmt::format("{}/acme/b.tlv", side), "import \"base/a.tlv\"\nmessage m { a a }\n");
+    }
+    const auto compare = [&, root = directory.path("").string()](const std::string &old_import) {
+        return Command(fmt::format("compare --old-import {0}{1} --new-import {0}new {0}old/acme {0}new/acme",
+                                   root, old_import));
+    };
+    EXPECT_TRUE(compare("old").says("C013"));
+    EXPECT_FALSE(compare("old").says("C028"));
+    EXPECT_TRUE(
+        compare("new").says("new/base/a.tlv:1:1: unknown[C028]: this file is read for OLD and for NEW"));
+    EXPECT_EQ(compare("new").exit_code, 0);
+    EXPECT_TRUE(Command("compare -I . a b").says("say --old-import or --new-import"));
 }
 
 TEST(CommandLine, explain_knows_every_code) {

@@ -6,6 +6,7 @@
 #include "compiler/emit/emit.h"
 #include "compiler/text/reporter.h"
 
+#include <chrono>
 #include <set>
 #include <sstream>
 
@@ -98,7 +99,7 @@ TEST_P(EachRule, finds_its_example_and_passes_the_other) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Catalogue, EachRule, testing::ValuesIn(rules),
+INSTANTIATE_TEST_SUITE_P(Catalogue, EachRule, testing::ValuesIn(std::begin(rules), std::end(rules) - 1),
                          [](const auto &instance) { return std::string(instance.param->code); });
 
 TEST(Rules, have_the_codes_of_their_places) {
@@ -114,20 +115,31 @@ TEST(Levels, of_a_changed_type_follow_from_what_both_can_hold) {
         return std::string(
                    "enum plain = 2002  enum named = 2003 { one = 1 }  bytes one[4]  bytes two[4]  "
                    "struct both = 2004 { one one  two two }  struct padded = 2005 { uint32 a  uint64 b }  "
-                   "struct full = 2006 { uint64 a  uint64 b }  struct s = 2001 { ") +
+                   "struct full = 2006 { uint64 a  uint64 b }  enum more = 2007 { one = 1  two = 2 }  "
+                   "struct wide = 2008 { uint64 a  uint64 b }  bytes six[6]  struct s = 2001 { ") +
                type + " x }";
     };
-    const auto levels = [&](const char *before, const char *after) {
-        return summary(member(before), member(after));
+    constexpr struct {
+        const char *before, *after, *levels, *why;
+    } rows[] = {
+        {"uint8", "uint16", "wire, source, layout", ""},
+        {"uint8", "char", "wire, json, source", "not even these have one tag"},
+        {"uint8", "int16", "wire, source, layout", ""},
+        {"int8", "uint16", "wire, json, source, layout", ""},
+        {"uint32", "plain", "wire", "which is a uint32_t to programs"},
+        {"named", "more", "wire", "all names mean the same"},
+        {"more", "named", "wire, json", "a name is gone"},
+        {"named", "uint32", "wire, json", "documents say the names"},
+        {"padded", "wide", "wire, source, layout", "documents fit, and it is larger on i386"},
+        {"full", "wide", "wire, source", "the same under another tag"},
+        {"both", "full", "wire, json, source, layout", "other members"},
+        {"one", "two", "source", "but for its name it is the same"},
+        {"one", "six", "wire, source, layout", "documents of 4 bytes fit in 6"},
     };
-    EXPECT_EQ(levels("uint8", "uint16"), "C013 wire, source, layout\n");
-    EXPECT_EQ(levels("uint8", "char"), "C013 wire, json, source\n") << "not even these have one tag";
-    EXPECT_EQ(levels("uint8", "int16"), "C013 wire, source, layout\n");
-    EXPECT_EQ(levels("int8", "uint16"), "C013 wire, json, source, layout\n");
-    EXPECT_EQ(levels("uint32", "plain"), "C013 wire, source\n");
-    EXPECT_EQ(levels("named", "uint32"), "C013 wire, json, source\n") << "documents say the names";
-    EXPECT_EQ(levels("padded", "full"), "C013 wire, json, source, layout\n") << "that of i386";
-    EXPECT_EQ(levels("one", "two"), "C013 source\n") << "but for its name it is the same";
+    for (const auto &[before, after, levels, why] : rows) {
+        EXPECT_EQ(summary(member(before), member(after)), fmt::format("C013 {}\n", levels))
+            << before << " to " << after << ": " << why;
+    }
 }
 
 TEST(Levels, of_counts_and_choices_hold_for_both_directions) {
@@ -175,6 +187,25 @@ TEST(AppendedMember, is_safe_only_where_its_absence_shows) {
         "C009");
 }
 
+TEST(AppendedMember, is_seen_where_decoders_fill_it) {
+    const auto summary_of = [](const std::string &member) {
+        const std::string types =
+            "bytes l[4]  array a of uint32[4]  dynamic bytes d counted by uint8  struct packed = 2002 { l l "
+            "}  "
+            "enum k = 2003  union zero by k w { 1: uint8 x  0: uint8 y }  union one by k w { 1: uint8 x }  "
+            "struct inner = 2005 { uint8 n  k w  zero z }  struct outer = 2006 { inner inner }  "
+            "enum end = 2007  message m { port port  end last }  struct port = 2001 { uint8 slot ";
+        return summary(types + "}", types + member + " }");
+    };
+    for (const char *filled : {"l label", "a numbers", "k w  zero z", "outer outer"}) {
+        EXPECT_EQ(summary_of(filled), "C027 wire, layout\n") << filled;
+        EXPECT_EQ(summary_of(std::string("uint16 other  ") + filled), "C009 layout\nC027 wire, layout\n");
+    }
+    for (const char *absent : {"uint8 count  d text", "packed part", "k w  one o"}) {
+        EXPECT_EQ(summary_of(absent), "C009 layout\n") << absent;
+    }
+}
+
 TEST(Renames, are_known_again) {
     const std::string before = "bytes port_name[8]  struct port = 2001 { uint16 slot  port_name name }  "
                                "message m { port port }  struct end = 2002 { uint8 a }";
@@ -187,6 +218,45 @@ TEST(Renames, are_known_again) {
     EXPECT_EQ(summary("enum e = 2001  struct s = 2002 { e which }",
                       "enum e = 2001  struct s = 2002 { e which  u u }  union u by e which { 1: uint8 a }"),
               "C015 json, source, layout\nC010 wire, layout\nC002 nothing\n");
+    EXPECT_EQ(summary("bytes a[8]  union u by e w { 1: uint8 x }  enum e = 2001",
+                      "bytes b[8]  union v by e w { 1: uint8 x }  enum e = 2001"),
+              "C003 source\nC003 source\n")
+        << "what nothing holds";
+    EXPECT_EQ(summary("bytes a[8]", "bytes b[9]").substr(0, 4), "C001");
+}
+
+TEST(InlinedUnion, keeps_the_layout_where_nothing_moves) {
+    const auto levels = [](const std::string &type, const std::string &before_it) {
+        const auto schema = [&](const char *in) {
+            return fmt::format(
+                "enum k = 2001  union u by k w {} {{ 1: {} x }}  struct s = 2002 {{ {} k w  u u }}", in, type,
+                before_it);
+        };
+        return summary(schema(""), schema("in s")).substr(0, 25);
+    };
+    EXPECT_EQ(levels("uint32", ""), "C015 json, source\nC015 js");
+    EXPECT_EQ(levels("uint32", "uint32 a "), "C015 json, source, layout") << "for functions of the union";
+    EXPECT_EQ(levels("uint64", "uint32 a "), "C015 json, source, layout");
+}
+
+// It took half a minute when each type was looked for among all: arrays, messages and structures.
+TEST(Renames, of_many_types_take_no_time_to_speak_of) {
+    constexpr int count = 10000;
+    const auto schema = [](const std::string &name) {
+        std::string text;
+        for (int i = 0; i < count; ++i) {
+            text += fmt::format("bytes {0}_b{1}[8]\nstruct {0}_s{1} = {2} {{ {0}_b{1} x }}\n"
+                                "message {0}_m{1} {{ {0}_s{1} y }}\n",
+                                name, i, 1001 + i);
+        }
+        return text;
+    };
+    SchemaDirectory directory;
+    const Side before(directory.add("old/acme/a.tlv", schema("one")));
+    const Side after(directory.add("new/acme/a.tlv", schema("two")));
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(compare(before, after).size(), 3 * size_t{count});
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
 }
 
 // ---- The real schema ---------------------------------------------------------------------------------
@@ -329,44 +399,75 @@ TEST(Report, says_where_and_what) {
     old_sources.add("old/a.tlv", "struct port {\n    uint8  slot\n}\n");
     new_sources.add("new/a.tlv", "struct port {\n    uint16  slot\n    uint8  \"\n}\n");
     const std::vector<Finding> findings = {
-        {&type_changed, Wire | Source, "port", "slot", "uint8", "uint16", "why", Span{0, 25, 29},
+        {&type_changed, Wire | Source, "port", "slot", "uint8", "uint16", "why", true, Span{0, 25, 29},
          Span{0, 26, 30}},
-        {&member_appended, Nothing, "port", "\"\\\n", "", "uint8", "so", std::nullopt, Span{0, 42, 43}},
+        {&member_appended, Nothing, "port", "\"\\\n", "", "uint8", "so", false, std::nullopt,
+         Span{0, 42, 43}},
     };
     const ComparedSources sources{old_sources, new_sources};
-    EXPECT_EQ(render(select(findings, Source | Layout, false), sources),
+    EXPECT_EQ(render(select(findings, {Source | Layout}), sources),
               "new/a.tlv:2:13: breaks[C013] source: port.slot: was uint8, is uint16; why\n"
               "  note: old/a.tlv:2:12: it was here\n");
-    EXPECT_EQ(render(select(findings, Json, true), sources).substr(0, 35),
-              "new/a.tlv:3:12: safe[C009]: port.\"\\")
+    EXPECT_EQ(render(select(findings, {Json, true}), sources),
+              "new/a.tlv:3:12: safe[C009]: port.\"\\\n (in no message): is new: uint8; so\n")
         << "what breaks something else is not safe";
+    EXPECT_EQ(render(select(findings, {Json, true, true}), sources), "");
     EXPECT_EQ(render_json(findings, sources), R"([
   {
-    "id": "C013",
+    "file": "new/a.tlv",
+    "line": 2,
+    "column": 13,
+    "end_line": 2,
+    "end_column": 17,
+    "code": "C013",
     "severity": "breaks",
+    "message": "port.slot: was uint8, is uint16; why",
     "levels": [
       "wire",
       "source"
     ],
     "type": "port",
     "member": "slot",
-    "old": "uint8",
-    "new": "uint16",
-    "text": "port.slot: was uint8, is uint16; why",
-    "old_place": "old/a.tlv:2:12",
-    "new_place": "new/a.tlv:2:13"
+    "in_message": true,
+    "old": {
+      "file": "old/a.tlv",
+      "line": 2,
+      "column": 12,
+      "end_line": 2,
+      "end_column": 16,
+      "what": "uint8"
+    },
+    "new": {
+      "file": "new/a.tlv",
+      "line": 2,
+      "column": 13,
+      "end_line": 2,
+      "end_column": 17,
+      "what": "uint16"
+    }
   },
   {
-    "id": "C009",
+    "file": "new/a.tlv",
+    "line": 3,
+    "column": 12,
+    "end_line": 3,
+    "end_column": 13,
+    "code": "C009",
     "severity": "safe",
+    "message": "port.\"\\\n (in no message): is new: uint8; so",
     "levels": [],
     "type": "port",
     "member": "\"\\\n",
+    "in_message": false,
     "old": null,
-    "new": "uint8",
-    "text": "port.\"\\\n: is new: uint8; so",
-    "old_place": null,
-    "new_place": "new/a.tlv:3:12"
+    "new": {
+      "file": "new/a.tlv",
+      "line": 3,
+      "column": 12,
+      "end_line": 3,
+      "end_column": 13,
+      "what": "uint8"
+    }
   }
 ]
 )");

@@ -34,6 +34,7 @@ class Client:
         self.send(id=self.next_id, method=method, params=params)
         answer = self.receive()
         assert answer["id"] == self.next_id, answer
+        assert "exception" not in answer.get("error", {}).get("message", ""), answer
         return answer.get("result", answer.get("error", {}).get("code"))
 
     def tell(self, method, **params):
@@ -55,6 +56,9 @@ class Client:
         assert message["params"]["uri"] == uri(path), message
         return message["params"]["diagnostics"]
 
+    def codes(self, path):
+        return [each["code"] for each in self.published(path)]
+
     def error(self):
         message = self.receive()
         assert message["id"] is None, message
@@ -62,7 +66,7 @@ class Client:
 
 
 def uri(path):
-    return (root / path).as_uri()
+    return path if path.startswith("untitled:") else (root / path).as_uri()
 
 
 def hover(client, path, at):
@@ -74,32 +78,35 @@ def span(first_line, first, last_line, last):
 
 
 COLOURS = "//! Colours.\n\n/// What shines, 🙂 or not.\nenum colour = 40001 { red = 1  green = 2 }\n"
-FANS = '//! Fans.\n\nimport "colours.tlv"\n\nstruct fan = 40002 {\n    uint16  slot\n    colour  led\n}\n'
+FANS = '//! Fans.\n\nimport "colours.tlv"\n\n/// Turns.\nstruct fan = 40002 {\n    uint16  slot\n    colour  led\n}\n'
 
 
 def conversation(client):
     assert client.ask("textDocument/hover") == -32002  # before initialize
     capabilities = client.ask("initialize", capabilities={})["capabilities"]
-    assert capabilities["textDocumentSync"] == {"openClose": True, "change": 1}
+    assert capabilities["textDocumentSync"] == {"openClose": True, "change": 1, "save": True}
     client.tell("initialized")
 
     # Neither file exists: an import is found among what is open.
     client.open("acme/colours.tlv", COLOURS)
     assert client.published("acme/colours.tlv") == []
-    client.open("acme/fans.tlv", FANS)
+    client.open("acme/fans.tlv", FANS.replace("/// Turns.\n", ""))
+    (warning,) = client.published("acme/fans.tlv")
+    assert (warning["code"], warning["severity"]) == ("W003", 2), warning
+    client.type("acme/fans.tlv", FANS)
     assert client.published("acme/fans.tlv") == []
 
     # So is one of the library's, wherever that is installed.
-    client.open("acme/report.tlv", 'import "common/session.tlv"\nmessage report { app_sess_hdr session }\n')
+    client.open("acme/report.tlv", 'import "common/session.tlv"\n/// News.\nmessage report { app_sess_hdr session }\n')
     assert client.published("acme/report.tlv") == []
-    for at in ((0, 12), (1, 20)):
+    for at in ((0, 12), (2, 20)):
         assert client.about("definition", "acme/report.tlv", at)["uri"].endswith("/common/session.tlv"), at
     client.tell("textDocument/didClose", textDocument={"uri": uri("acme/report.tlv")})
 
     # A fault comes and goes. Columns count UTF-16 units: the face is two, the accent one.
     client.type("acme/fans.tlv", FANS.replace("colour  led", "color  led").replace("{\n", "{ // \n", 1))
     (fault,) = client.published("acme/fans.tlv")
-    assert (fault["code"], fault["severity"], fault["range"]) == ("T012", 1, span(6, 4, 6, 9)), fault
+    assert (fault["code"], fault["severity"], fault["range"]) == ("T012", 1, span(7, 4, 7, 9)), fault
     assert fault["message"] == "type 'color' is not defined\nhelp: did you mean 'colour'?", fault
     client.type("acme/fans.tlv", FANS)
     assert client.published("acme/fans.tlv") == []
@@ -113,12 +120,13 @@ def conversation(client):
     (fault,) = client.published("acme/fans.tlv")
     (note,) = fault["relatedInformation"]
     assert fault["code"] == "T015" and note["location"]["uri"] == uri("acme/colours.tlv"), fault
-    assert "Sizes are known when the faults are gone" in hover(client, "acme/fans.tlv", (4, 8))
+    assert "Sizes are known when the faults are gone" in hover(client, "acme/fans.tlv", (5, 8))
     client.type("acme/colours.tlv", COLOURS)
     assert client.published("acme/fans.tlv") == []
 
     # Under the cursor, also directly behind a name; nothing on blanks and behind the end.
-    assert hover(client, "acme/fans.tlv", (4, 10)) == """```tlv
+    assert hover(client, "acme/fans.tlv", (5, 10)) == """```tlv
+/// Turns.
 struct fan = 40002 {
     uint16  slot
     colour  led
@@ -133,23 +141,46 @@ Wire: tag 40002, 22 bytes.
 ```
 
 Record fan: 8 bytes aligned to 4, and 8 to 4 where pointers have 4."""
-    assert "/// What shines, 🙂 or not." in hover(client, "acme/fans.tlv", (6, 4))
-    assert "uint16_t" in hover(client, "acme/fans.tlv", (5, 4))
+    assert "/// What shines, 🙂 or not." in hover(client, "acme/fans.tlv", (7, 4))
+    assert "uint16_t" in hover(client, "acme/fans.tlv", (6, 4))
     for nowhere in (3, 0), (5, 99), (99, 0):
         assert client.about("hover", "acme/fans.tlv", nowhere) is None
-    assert client.about("definition", "acme/fans.tlv", (6, 4)) == {
+    assert client.about("definition", "acme/fans.tlv", (7, 4)) == {
         "uri": uri("acme/colours.tlv"), "range": span(3, 5, 3, 11)}
     assert client.about("definition", "acme/fans.tlv", (2, 10)) == {
         "uri": uri("acme/colours.tlv"), "range": span(0, 0, 0, 0)}
-    assert client.about("definition", "acme/fans.tlv", (5, 4)) is None
+    assert client.about("definition", "acme/fans.tlv", (6, 4)) is None
 
     assert client.about("formatting", "acme/fans.tlv") == []
     client.type("acme/fans.tlv", FANS.replace("    ", " ") + "// 🙂")
     (edit,) = client.about("formatting", "acme/fans.tlv")
-    assert edit["range"] == span(0, 0, 8, 5) and edit["newText"].startswith(FANS), edit
+    assert edit["range"] == span(0, 0, 9, 5) and edit["newText"].startswith(FANS), edit
     client.type("acme/fans.tlv", "struct fan\n")
     assert client.published("acme/fans.tlv")[0]["code"] == "T005"
     assert client.about("formatting", "acme/fans.tlv") is None
+
+    # While somebody types nothing is compiled; of many texts only the last one is.
+    client.open("acme/zoo.tlv", "")
+    assert client.published("acme/zoo.tlv") == []
+    for i in range(50):
+        client.type("acme/zoo.tlv", f"enum shade_{i} = 40001\n")
+    (fault,) = client.published("acme/zoo.tlv")
+    assert fault["code"] == "T015" and "shade_49" in hover(client, "acme/zoo.tlv", (0, 6)), fault
+
+    # An import that leads nowhere leaves the others alone.
+    client.type("acme/zoo.tlv", 'import "gone.tlv"\nimport "colours.tlv"\n')
+    assert client.codes("acme/zoo.tlv") == ["T008"]
+    assert client.about("definition", "acme/zoo.tlv", (0, 10)) is None
+    assert client.about("definition", "acme/zoo.tlv", (1, 10))["uri"] == uri("acme/colours.tlv")
+    client.tell("textDocument/didClose", textDocument={"uri": uri("acme/zoo.tlv")})
+    assert client.published("acme/zoo.tlv") == []
+
+    # What is no file can import only what is installed.
+    client.open("untitled:1", 'import "common/session.tlv"\n/// Big.\nmessage big { app_sess_hdr session }\nenum\n')
+    assert client.codes("untitled:1") == ["T005"]
+    assert client.about("definition", "untitled:1", (2, 16))["uri"].endswith("/common/session.tlv")
+    client.tell("textDocument/didClose", textDocument={"uri": "untitled:1"})
+    assert client.published("untitled:1") == []
 
     # A closed file is the one on disk, which is not there.
     client.type("acme/fans.tlv", FANS)
@@ -159,10 +190,19 @@ Record fan: 8 bytes aligned to 4, and 8 to 4 where pointers have 4."""
     assert client.about("hover", "acme/colours.tlv", (0, 0)) == -32602
     (root / "acme").mkdir()
     (root / "acme/colours.tlv").write_bytes(b"enum colour = 40001 // \xff\n\xff\n")
-    client.type("acme/fans.tlv", FANS + "\n")
+    client.tell("textDocument/didSave", textDocument={"uri": uri("acme/fans.tlv")})
     (fault,) = client.published("acme/colours.tlv")
     assert (fault["code"], fault["message"]) == ("T001", "'\ufffd' means nothing here"), fault
     assert client.published("acme/fans.tlv") == []
+
+    # Nobody has this one open or imports it, but it is of the family. What else lies about is not.
+    (root / "acme/more.tlv").write_text("struct fan = 40003 { uint8 n }\n")
+    (root / "acme/.#fans.tlv").symlink_to("nowhere")
+    client.tell("workspace/didChangeWatchedFiles", changes=[])
+    assert client.codes("acme/more.tlv") == ["T014"]
+    (root / "acme/more.tlv").unlink()
+    client.type("acme/fans.tlv", FANS + "\n")
+    assert client.published("acme/more.tlv") == []
 
 
 def what_must_not_end_it(client):
@@ -170,6 +210,7 @@ def what_must_not_end_it(client):
             (b'{"id": [], "method": "shutdown"}', -32600), (b'{"id": 1, "method": 2}', -32600), (b"[" * 99999, -32700):
         client.raw(content)
         assert client.error() == code, content[:40]
+    client.raw(b"{}", "content-length:2 \r\nCONTENT-TYPE: x\r\n\r\n")
     for header in "Content-Type: x", "Content-Length: -1", "Content-Length: 99999999999999999999":
         client.raw(b"", header + "\r\n\r\n")
         assert client.error() == -32700, header
@@ -184,12 +225,12 @@ def what_must_not_end_it(client):
         assert client.ask("textDocument/hover", **params) == -32602, params
     client.tell("textDocument/didChange", textDocument={"uri": uri("acme/fans.tlv")}, contentChanges=[])
     client.tell("textDocument/didOpen", textDocument=[])
-    for _ in range(2):
-        assert client.receive()["method"] == "window/logMessage"
+    for needed in "contentChanges/0/text", "textDocument/uri":
+        message = client.receive()
+        assert message["method"] == "window/logMessage" and needed in message["params"]["message"], message
     client.tell("$/unknown")
     client.send(id=99, result=None)
     client.open("../../untitled", "")  # a family needs a directory with a name
-    client.tell("textDocument/didOpen", textDocument={"uri": "untitled:1", "text": "x"})
 
     # What nobody would type: each answers, or at least the next request is answered.
     for text in "\0\r\r\n\u2028{", "x " * 50000, 'import "' + "a" * 5000 + '"', 'import "fans.tlv"', "{" * 9999:

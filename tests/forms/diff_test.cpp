@@ -1,5 +1,7 @@
 // Differences by path, in the order of the wire.
+#include "forms/failing_new.h"
 #include "inspect/samples.h"
+#include "support/osal_double/osal_double.h"
 
 #include <tlvmsg/forms.h>
 
@@ -55,7 +57,54 @@ TEST(Diff, ShowsWhatOnlyOneHas) {
                           R"({"address": {"type": 2, "ipv6": {"addr": "x"}}})"),
               "address.type: 1 / 2\naddress.ipv4: 5 / nothing\naddress.ipv6: nothing / {\"addr\":\"x\"}\n");
     EXPECT_EQ(differences("if_name", R"({"name": {"count": 2, "items": null}})", R"({"name": "ab"})"),
-              "name: {\"count\":2,\"items\":null} / \"ab\"\n");
+              "name: nothing / \"ab\"\n");
+    EXPECT_EQ(differences("if_name", R"({"name": {"count": 5, "items": null}})", R"({"name": "ab"})"),
+              "name.count: 5 / 2\nname: nothing / \"ab\"\n");
+    EXPECT_EQ(differences("if_name", "{}", R"({"name": {"count": 2, "items": null}})"),
+              "name.count: 0 / 2\n");
+    EXPECT_EQ(differences("zel_vlan_stat_bundle_vlan_counters_array", R"({"count": 5, "items": null})", "[]"),
+              "count: 5 / 0\n");
+}
+
+// A count above the capacity is one, too.
+TEST(Diff, ComparesCountsAsTheyStand) {
+    for (const char *name : {"zel_mac_addr_mac_array", "zel_wrrq_cosmap_qmap_array"}) {
+        const tlvmsg_type *type = tlvmsg_type_find(name);
+        const Sample a(*type, 3, Counts::Capacity, 0);
+        const Sample b(*type, 3, Counts::Capacity, 0);
+        tlvmsg_store(type, b.record(), type->capacity + 2);
+        tlvmsg_difference *found = nullptr;
+        size_t count = 0;
+        ASSERT_TRUE(tlvmsg_diff(type, a.record(), b.record(), &found, &count, nullptr));
+        ASSERT_EQ(count, 1u);
+        EXPECT_STREQ(found->path, "count");
+        EXPECT_EQ(found->b, std::to_string(type->capacity + 2));
+        tlvmsg_free(found);
+        ASSERT_TRUE(tlvmsg_diff(type, b.record(), b.record(), &found, &count, nullptr));
+        EXPECT_EQ(found, nullptr);
+        EXPECT_EQ(count, 0u);
+    }
+}
+
+// Neither a member's path nor the type's name fits a string without memory of its own.
+TEST(Diff, KeepsNoBlockWhenMemoryRunsOut) {
+    for (const char *name :
+         {"stat_counters", "zel_mac_addr_mac_array", "analogbri_led_control_req_message"}) {
+        const tlvmsg_type *type = tlvmsg_type_find(name);
+        const Sample a(*type, 3, Counts::Capacity, 0);
+        const Sample b(*type, 4, Counts::Capacity, 0);
+        const size_t blocks = osal_double_blocks_out();
+        for (size_t nth = 1; failing_new == 0; ++nth) {
+            failing_new = nth;
+            tlvmsg_difference *found = nullptr;
+            size_t count = 0;
+            const bool done = tlvmsg_diff(type, a.record(), b.record(), &found, &count, nullptr);
+            EXPECT_EQ(done, failing_new > 0) << nth;
+            tlvmsg_free(found);
+            EXPECT_EQ(osal_double_blocks_out(), blocks) << name;
+        }
+        failing_new = 0;
+    }
 }
 
 // As tlvmsg_equal decides, for every type.

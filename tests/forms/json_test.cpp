@@ -8,6 +8,7 @@
 #include <tlvmsg/forms.h>
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cstring>
@@ -108,6 +109,7 @@ TEST(Json, HasOneFormForEachKind) {
              {"zel_led_control", R"({"slot":2,"port":0,"color":4294967295})"},
              {"stat_counters", R"({"counter_1":18446744073709551615,"counter_2":0})"},
              {"int32", "-2147483648"},
+             {"int64", "-9223372036854775808"},
              {"zel_mac_addr_mac_array", R"({"hex":"00ff7e"})"},
              {"zel_mac_addr_mac_array", R"("\"\\c~")"},
              {"zel_vstring_vstring_array", R"("any length")"},
@@ -116,6 +118,15 @@ TEST(Json, HasOneFormForEachKind) {
              {"if_name", R"({"name":{"count":5,"items":null}})"},
              {"zel_vlan_stat_bundle", R"({"vlan_counters":[]})"}}) {
         EXPECT_EQ(through(type, text), text);
+    }
+    for (const auto &[written, meant] : std::vector<std::pair<std::string, std::string>>{
+             {"1.0", "1"},
+             {"-12.50e+1", "-125"},
+             {"1200e-02", "12"},
+             {"-0.0", "0"},
+             {"0e999", "0"},
+             {"9223372036854775807000E-3", "9223372036854775807"}}) {
+        EXPECT_EQ(through("int64", written), meant);
     }
     EXPECT_EQ(through("ip_address", R"({"length": 1, "address": {"ipv4": 5, "type": 1}})"),
               R"({"address":{"type":1,"ipv4":5},"length":1})");
@@ -162,8 +173,8 @@ TEST(Json, TellsMistakesWithPlaceAndRemedy) {
          "$.slot: found 65536, expected a whole number from 0 to 65535"},
         {"zel_led_control", R"({"slot": -1})", TLVMSG_TEXT_WRONG_VALUE, 10,
          "$.slot: found -1, expected a whole number from 0 to 65535"},
-        {"zel_led_control", R"({"port":1,"slot": 1.0})", TLVMSG_TEXT_WRONG_VALUE, 19,
-         "$.slot: found 1.0, expected a whole number from 0 to 65535"},
+        {"zel_led_control", R"({"port":1,"slot": 1.5})", TLVMSG_TEXT_WRONG_VALUE, 19,
+         "$.slot: found 1.5, expected a whole number from 0 to 65535"},
         {"zel_led_control", R"({"slot": "2"})", TLVMSG_TEXT_WRONG_VALUE, 10,
          "$.slot: found \"2\", expected a whole number from 0 to 65535"},
         {"int8", "-129", TLVMSG_TEXT_WRONG_VALUE, 1,
@@ -176,9 +187,18 @@ TEST(Json, TellsMistakesWithPlaceAndRemedy) {
          "$: member \"slot\" is there twice"},
         {"zel_led_control", R"({"\u001b[2J": 1})", TLVMSG_TEXT_UNKNOWN_NAME, 2,
          "$: no member \"\\u001b[2J\""},
-        {"zel_led_control", R"({"slot": 1e999})", TLVMSG_TEXT_SYNTAX, 14,
-         "$: not JSON: number overflow parsing '1e999'"},
-        {"zel_led_control", std::string("{}\0{}", 5), TLVMSG_TEXT_SYNTAX, 3, "$: not JSON: a zero byte"},
+        {"zel_led_control", R"({"slot": 1e999})", TLVMSG_TEXT_WRONG_VALUE, 10,
+         "$.slot: found 1e999, expected a whole number from 0 to 65535"},
+        {"zel_led_control", std::string("{}\0{}", 5), TLVMSG_TEXT_SYNTAX, 3,
+         "$: not JSON: found \"\\u0000\", expected the end"},
+        {"zel_led_control", R"({"slot": 1 "port")", TLVMSG_TEXT_SYNTAX, 12,
+         "$: not JSON: found '\"', expected ',' or '}'"},
+        {"zel_led_control", R"({"slot": nul})", TLVMSG_TEXT_SYNTAX, 10,
+         "$: not JSON: found \"nul\", expected a value"},
+        {"zel_vstring_vstring_array", R"("\ud800")", TLVMSG_TEXT_SYNTAX, 2,
+         "$: not JSON: found \"\\\\ud800\", expected a pair of surrogates"},
+        {"int8", "-1.30e2", TLVMSG_TEXT_WRONG_VALUE, 1,
+         "$: found -1.30e2, expected a whole number from -128 to 127"},
         {"zel_led_control", "[1]", TLVMSG_TEXT_WRONG_VALUE, 1, "$: found an array, expected an object"},
         {"analogbri_led_control_req_message", R"({"led_control": {"prt": 1}})", TLVMSG_TEXT_UNKNOWN_NAME, 18,
          "$.led_control: no member \"prt\", did you mean 'port'?"},
@@ -244,6 +264,58 @@ TEST(Json, StopsAtTheTypesDepthAndAtTheLimit) {
     EXPECT_FALSE(text.read(R"({"name": "fives"})", &fault, &five));
 }
 
+// Strings and numbers of all shapes are what another parser takes them for, blanks and digits take no memory.
+TEST(Json, AgreesWithAnotherParser) {
+    static const char *const in_strings[] = {
+        "a",        "\"",      "\\",   "\\n",  "\\u",      "00e9",         "20Ac",
+        "\\ud83d",  "\\uDE00", "\xC3", "\xA9", "\xE0\xA0", "\xED\xA0\x80", "\xF0\x9F\x98\x80",
+        "\xF4\x90", "\x1f"};
+    static const char *const in_numbers[] = {"-", "0", "1", "00", "999999999", ".", "e", "E", "+", "5"};
+    std::mt19937_64 random(11);
+    const auto made_of = [&](const auto &pieces) {
+        std::string text;
+        for (size_t left = random() % 6; left > 0; --left) {
+            text += pieces[random() % std::size(pieces)];
+        }
+        return text;
+    };
+    const auto is_number = [](const std::string &text) {
+        try {
+            return !nlohmann::json::parse(text).is_null();
+        } catch (const nlohmann::json::out_of_range &) { // which is none of the syntax
+            return true;
+        } catch (const nlohmann::json::parse_error &) {
+            return false;
+        }
+    };
+    for (int i = 0; i < 20000; ++i) {
+        const std::string text = "\"" + made_of(in_strings) + "\"";
+        const auto other = nlohmann::json::parse(text, nullptr, false);
+        const tlvmsg_type *const type = tlvmsg_type_find("zel_vstring_vstring_array");
+        Record record(type);
+        ASSERT_EQ(record.read(text), !other.is_discarded()) << text;
+        if (!other.is_discarded()) {
+            const tlvmsg_items items = tlvmsg_items_of(type, record.data());
+            EXPECT_EQ(std::string(items.first, items.first + items.readable), other.get<std::string>());
+        }
+        const std::string number = made_of(in_numbers);
+        tlvmsg_text_fault fault;
+        Record(tlvmsg_type_find("uint64")).read(number, &fault);
+        ASSERT_NE(fault.code, is_number(number) ? TLVMSG_TEXT_SYNTAX : TLVMSG_TEXT_OK) << number;
+    }
+    for (const std::string &text : {std::string(1'000'000, ' ') + "1", "1." + std::string(1'000'000, '0'),
+                                    std::string(1'000'000, '9')}) {
+        static size_t allocated;
+        allocated = 0;
+        tlvmsg_text_fault fault;
+        Record record(tlvmsg_type_find("uint64"));
+        before_new = [](size_t size) { allocated += size; };
+        record.read(text, &fault);
+        before_new = nullptr;
+        EXPECT_LT(allocated, 2000u) << fault.message;
+    }
+}
+
 // Texts are cut, and pieces of them changed, doubled and moved: an answer, and nothing that stays allocated.
 TEST_P(JsonOfFamily, SurvivesDamage) {
     static const char *const pieces[] = {"{",  "}",    "[", "]", ",",       ":",        "\"",
@@ -265,7 +337,9 @@ TEST_P(JsonOfFamily, SurvivesDamage) {
             tlvmsg_text_fault fault;
             if (record.read(text, &fault)) {
                 EXPECT_EQ(fault.code, TLVMSG_TEXT_OK);
+                EXPECT_TRUE(nlohmann::json::accept(text)) << text;
             } else {
+                EXPECT_TRUE(fault.code != TLVMSG_TEXT_SYNTAX || !nlohmann::json::accept(text)) << text;
                 EXPECT_TRUE(record.is_zero()) << type.name << text;
                 EXPECT_EQ(osal_double_blocks_out(), blocks) << type.name << text;
                 EXPECT_LE(fault.offset, text.size());
@@ -293,7 +367,7 @@ TEST(Json, SurvivesWhenMemoryRunsOut) {
             EXPECT_EQ(fault.code != TLVMSG_TEXT_OK, record.is_zero());
             EXPECT_EQ(osal_double_blocks_out(), record.is_zero() ? 0u : 1u);
         }
-        EXPECT_GT(failed, 3u);
+        EXPECT_GT(failed, 1u);
     }
     osal_double_reset();
     Record record(type);

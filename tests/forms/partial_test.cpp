@@ -74,6 +74,44 @@ TEST(Partial, of_every_type_is_the_whole_and_of_every_cut_a_part) {
     }
 }
 
+// Of structures and arrays that the cut goes through, what is inside is shown as well.
+TEST(Partial, of_what_is_cut_shows_what_is_left) {
+    struct Cut {
+        const char *type;
+        const char *whole;
+        size_t missing;
+        std::string left;
+        size_t offset; // where decoding stops
+    };
+    const std::vector<Cut> cuts = {
+        {"zel_led_control", R"({"slot":2,"port":5,"color":3})", 1, R"({"slot":2,"port":5})", 0},
+        {"zel_led_control", R"({"slot":2,"port":5,"color":3})", 17, R"({"slot":2})", 0},
+        {"zel_wrrq_cosmap", R"({"qmap":[1,2,3]})", 1, R"({"qmap":[1,2]})", 0},
+        {"if_name", R"({"name":"eth0"})", 2, "null", 0},
+        {"ip_address", R"({"address":{"type":1,"ipv4":5},"length":32})", 8,
+         R"({"address":{"type":1,"ipv4":5}})", 0},
+        {"analogbri_led_control_req_message", R"({"led_control":{"slot":2,"port":5}})", 9,
+         R"({"session":{"value_1":0,"value_2":0,"value_3":0,"value_4":0,"msg_type":0},)"
+         R"("interface":{"value_1":0,"value_2":0,"value_3":0,"value_4":0,"value_5":0},)"
+         R"("led_control":{"slot":2,"port":5}})",
+         92}};
+    for (const Cut &cut : cuts) {
+        const tlvmsg_type *type = tlvmsg_type_find(cut.type);
+        std::vector<uint64_t> record(type->size / sizeof(uint64_t) + 1);
+        ASSERT_TRUE(
+            tlvmsg_from_json(type, cut.whole, std::strlen(cut.whole), nullptr, record.data(), nullptr));
+        Bytes bytes(1000);
+        size_t size = 0;
+        ASSERT_TRUE(tlvmsg_encode(type, record.data(), bytes.data(), bytes.size(), &size, nullptr));
+        tlvmsg_release(type, record.data());
+        bytes.resize(size - cut.missing);
+        tlvmsg_fault stopped;
+        EXPECT_EQ(partial(type, bytes, stopped).dump(), cut.left);
+        EXPECT_EQ(stopped.code, TLVMSG_TRUNCATED);
+        EXPECT_EQ(stopped.offset, cut.offset);
+    }
+}
+
 } // namespace
 
 } // namespace tlvmsg_test

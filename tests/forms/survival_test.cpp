@@ -1,11 +1,17 @@
-// Whatever a function of forms.h lacks is a fault and leaves nothing behind: memory, an argument, a willing sink.
+// Whatever a function of forms.h lacks is a fault and leaves nothing behind: memory, an argument, a willing sink. And
+// whoever changes its input meanwhile does no harm.
 #include "forms/failing_new.h"
+#include "support/guarded.h"
 #include "support/hex.h"
 #include "support/osal_double/osal_double.h"
 
 #include <tlvmsg/forms.h>
 
 #include <gtest/gtest.h>
+
+#include <atomic>
+#include <string_view>
+#include <thread>
 
 namespace tlvmsg_test {
 
@@ -16,25 +22,48 @@ const Bytes message = hex("03f0 0032 0002 0001 22 000a 0029 0004 0002 0022"
                           "61616161616161616161616161616161616161616161616161616161616161616161 00"
                           "07ff 000e 0004 0002 0007 0006 0004 00000001 ff");
 
+Bytes bytes_of(std::string_view text) { return {text.begin(), text.end()}; }
+
+const Bytes dump = bytes_of("DEBUG 0000: 61\nDEBUG 0001: 62\n");
+const Bytes json_text = bytes_of(R"({"name": "\u00e4 name that is longer than a string without memory"})");
+
 bool swallow(void * /*context*/, const char * /*text*/, size_t /*length*/) { return true; }
 bool refuse(void * /*context*/, const char * /*text*/, size_t /*length*/) { return false; }
 
-enum class What { text, annotation, untyped_json, untyped_text, hex, diff, sample, partial };
+enum class What {
+    text,
+    annotation,
+    untyped_json,
+    untyped_text,
+    hex,
+    json,
+    diff,
+    sample,
+    partial,
+    guess,
+    divide
+};
 
 bool tells(What what) { return what < What::hex; }
 
+const Bytes &usual_input(What what) {
+    return what == What::hex ? dump : what == What::json ? json_text : message;
+}
+
 // Calls the function, and releases what it gives.
-bool run(What what, const tlvmsg_type *type, const void *record, tlvmsg_sink sink, tlvmsg_text_fault *fault) {
-    static const char text[] = "DEBUG 0000: 61\nDEBUG 0001: 62\n";
+bool run(What what, const tlvmsg_type *type, const void *record, const uint8_t *in, size_t size,
+         tlvmsg_sink sink, tlvmsg_text_fault *fault) {
     static const char *const settings[] = {"name.count=200", "name[2]=7"};
     static const tlvmsg_sample_options options{TLVMSG_SAMPLE_RANDOM, 1, settings, 2};
     static const uint64_t zero[4] = {};
-    const uint8_t *in = message.data();
-    const size_t size = message.size();
+    static const tlvmsg_guess_options search{2, true};
+    const char *const text = reinterpret_cast<const char *>(in);
     tlvmsg_hex_message *messages = nullptr;
     tlvmsg_difference *differences = nullptr;
     uint64_t sample[4] = {};
-    char *json = nullptr;
+    tlvmsg_guess *guesses = nullptr;
+    tlvmsg_part *parts = nullptr;
+    char *partial = nullptr;
     size_t count = 0;
     bool done = false;
     switch (what) {
@@ -48,7 +77,10 @@ bool run(What what, const tlvmsg_type *type, const void *record, tlvmsg_sink sin
     case What::untyped_text:
         return tlvmsg_untyped_to_text(nullptr, in, size, nullptr, sink, nullptr, nullptr, fault);
     case What::hex:
-        done = tlvmsg_read_hex(text, sizeof text - 1, &messages, &count, fault) && count == 1;
+        done = tlvmsg_read_hex(text, size, &messages, &count, fault);
+        break;
+    case What::json:
+        done = tlvmsg_from_json(type, text, size, nullptr, sample, fault);
         break;
     case What::diff:
         done = tlvmsg_diff(type, record, zero, &differences, &count, fault) && count == 1;
@@ -57,17 +89,26 @@ bool run(What what, const tlvmsg_type *type, const void *record, tlvmsg_sink sin
         done = tlvmsg_sample(type, &options, sample, fault);
         break;
     case What::partial:
-        done = tlvmsg_partial_to_json(type, in, size, 0, &json, nullptr, nullptr, fault);
+        done = tlvmsg_partial_to_json(type, in, size, 0, &partial, nullptr, nullptr, fault);
+        break;
+    case What::guess:
+        done = tlvmsg_guess_types(nullptr, in, size, &search, &guesses, &count, fault);
+        break;
+    case What::divide:
+        done = tlvmsg_divide(nullptr, in, size, &parts, &count, fault);
     }
-    tlvmsg_free(json);
+    tlvmsg_free(partial);
+    tlvmsg_free(guesses);
+    tlvmsg_free(parts);
     tlvmsg_free(messages);
     tlvmsg_free(differences);
     tlvmsg_release(type, sample);
     return done;
 }
 
-constexpr What all[] = {What::text, What::annotation, What::untyped_json, What::untyped_text,
-                        What::hex,  What::diff,       What::sample,       What::partial};
+constexpr What all[] = {What::text,    What::annotation, What::untyped_json, What::untyped_text,
+                        What::hex,     What::json,       What::diff,         What::sample,
+                        What::partial, What::guess,      What::divide};
 
 class Survival : public testing::Test {
 protected:
@@ -78,6 +119,11 @@ protected:
     ~Survival() override {
         tlvmsg_release(type_, record_);
         osal_double_reset();
+    }
+
+    bool run(What what, tlvmsg_sink sink, tlvmsg_text_fault *fault) {
+        const Bytes &in = usual_input(what);
+        return tlvmsg_test::run(what, type_, record_, in.data(), in.size(), sink, fault);
     }
 
     const tlvmsg_type *type_ = tlvmsg_type_find("if_name");
@@ -95,7 +141,7 @@ TEST_F(Survival, OfNoMemory) {
                 tlvmsg_text_fault fault;
                 osal_double_fail(platform ? nth : UINT32_MAX, 0);
                 failing_new = platform ? 0 : nth;
-                done = run(what, type_, record_, swallow, &fault);
+                done = run(what, swallow, &fault);
                 failing_new = 0;
                 failed += done ? 0 : 1;
                 ASSERT_EQ(fault.code, done ? TLVMSG_TEXT_OK : TLVMSG_TEXT_OUT_OF_MEMORY)
@@ -110,10 +156,87 @@ TEST_F(Survival, OfNoMemory) {
 TEST_F(Survival, OfSinksThatStopAndOfNone) {
     for (const What what : all) {
         tlvmsg_text_fault fault;
-        EXPECT_EQ(run(what, type_, record_, refuse, &fault), !tells(what));
+        EXPECT_EQ(run(what, refuse, &fault), !tells(what));
         EXPECT_EQ(fault.code, TLVMSG_TEXT_OK);
-        EXPECT_EQ(run(what, type_, record_, nullptr, &fault), !tells(what));
+        EXPECT_EQ(run(what, nullptr, &fault), !tells(what));
         EXPECT_STREQ(fault.path, tells(what) ? "sink" : "");
+    }
+}
+
+// ---- Input that changes ------------------------------------------------------------------------------
+
+// Bytes before a page that nobody may touch, in one of two states.
+class Changing {
+public:
+    Changing(const Bytes &first, const Bytes &second) : states_{first, second}, in(first.size()) {
+        states_[1].resize(first.size(), ' ');
+    }
+    void become(size_t state) {
+        for (size_t i = 0; i < in.size(); ++i) {
+            __atomic_store_n(in.data() + i, states_[state][i], __ATOMIC_RELAXED);
+        }
+    }
+
+private:
+    Bytes states_[2];
+
+public:
+    GuardedBuffer in;
+};
+
+Changing *changing;
+size_t allocations_until_change;
+
+void count_down(size_t /*size*/) {
+    if (allocations_until_change > 0 && --allocations_until_change == 0) {
+        changing->become(1);
+    }
+}
+
+// Counts, lengths and quotation marks that suddenly lead far behind the end. They change at each allocation in turn,
+// which is between any two looks at the same byte that matter, and while another thread is at them.
+TEST_F(Survival, OfInputThatChanges) {
+    const Bytes states[][2] = {
+        {message, hex("03f0 ffff 0002 ffff ff 000a ffff 0004 0002 ff22"
+                      "ff6161616161616161616161616161616161616161616161616161616161616161ff ff")},
+        {hex("000a 0008 0004 0002 0002 6161"), hex("000a 0008 0004 0002 ff00 6161")},
+        {hex("07ff 000e 0004 0002 0007 0006 0004 00000001"), hex("07ff ffff 0004 ffff 0007 0006 ffff")},
+        {hex("07ff 000c 000a 0008 0004 0002 0002 6161"), hex("07ff 000c 000a 0008 0006 0002 ffff ff61")},
+        {dump, bytes_of("type  x\n0 (61 62) × 9999999\n")},
+        {bytes_of("b'\\x61\\x62' {0x12}"), bytes_of("b'   \\ {{{{{{{")},
+        {json_text, bytes_of(R"({"name": "\ud83d\ude00\\\\\\\\\\\\\\\\\\\\\\\\\\)")}};
+    for (const auto &[first, second] : states) {
+        Changing input(first, second);
+        changing = &input;
+        const auto call = [&](What what) {
+            tlvmsg_text_fault fault{};
+            tlvmsg_test::run(what, type_, record_, input.in.data(), input.in.size(), swallow, &fault);
+            EXPECT_NE(fault.code, TLVMSG_TEXT_OUT_OF_MEMORY) << static_cast<int>(what);
+        };
+        for (const What what : all) {
+            size_t nth = 0;
+            do {
+                input.become(0);
+                allocations_until_change = ++nth;
+                before_new = count_down;
+                call(what);
+                before_new = nullptr;
+            } while (allocations_until_change == 0);
+        }
+        std::atomic<bool> done = false;
+        std::thread other([&] {
+            for (size_t turn = 0; !done; ++turn) {
+                input.become(turn % 2);
+            }
+        });
+        for (int turn = 0; turn < 500; ++turn) {
+            for (const What what : all) {
+                call(what);
+                tlvmsg_judge(type_, input.in.data(), input.in.size(), nullptr, nullptr);
+            }
+        }
+        done = true;
+        other.join();
     }
 }
 

@@ -1,4 +1,7 @@
 // JSON as C++ programs read and write it; what it looks like is tested in json_test.cpp.
+#include "forms/failing_new.h"
+#include "support/osal_double/osal_double.h"
+
 #include <tlvmsg/common.hpp>
 #include <tlvmsg/tlvmsg_format.hpp>
 #include <tlvmsg/tlvmsg_json.hpp>
@@ -38,6 +41,24 @@ TEST(TlvmsgJson, ReadsWhatItWrites) {
     EXPECT_EQ(printed.str(),
               "error[unknown-name]: $: no member \"nane\", did you mean 'name'? in line 1, column 2");
     EXPECT_EQ(tlvmsg::from_json<if_name>(*text, {1, false}).fault.code, TLVMSG_TEXT_MEMORY_LIMIT);
+}
+
+TEST(TlvmsgJson, KeepsNoBlockWhenMemoryRunsOut) {
+    tlvmsg::owned<if_name> name;
+    ASSERT_TRUE(tlvmsg::assign(name->name, "a name that is too long for a string without memory of its own"));
+    const size_t blocks = osal_double_blocks_out();
+    size_t thrown = 0;
+    for (size_t nth = 1; failing_new == 0; ++nth) {
+        failing_new = nth;
+        try {
+            EXPECT_TRUE(tlvmsg::to_json(name) || failing_new == 0);
+        } catch (const std::bad_alloc &) {
+            ++thrown;
+        }
+        EXPECT_EQ(osal_double_blocks_out(), blocks);
+    }
+    failing_new = 0;
+    EXPECT_GT(thrown, 0u);
 }
 
 TEST(TlvmsgJson, RefusesRecordsOfAnotherHeader) {

@@ -1,5 +1,5 @@
 // What programs are told about errors.
-#include "tools/cli/faults.h"
+#include "tools/faults/faults.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

@@ -1,7 +1,7 @@
 #!/bin/sh
 # mistakes.sh INCLUDE_DIRECTORY COMPILER DIRECTORY
-# Each file of the directory compiles, and does not with -DMISTAKE: the compiler then says what the file's first line
-# announces. C files are compiled as C++ as well.
+# Each file of the directory compiles, and does not with -DMISTAKE=N, for 1 and as many as it numbers: the compiler then
+# says what the file's first line announces. C files are compiled as C++ as well.
 set -eu
 include=$1
 compiler=$2
@@ -13,15 +13,19 @@ check() {
         echo "$file does not compile: $*"
         exit 1
     fi
-    if said=$("$compiler" "$@" -DMISTAKE -I"$include" -fsyntax-only "$file" 2>&1); then
-        echo "$file compiles in spite of its mistake: $*"
-        exit 1
-    fi
-    if ! echo "$said" | grep -qE "$(sed -n '1s/^[^:]*: //p' "$file")"; then
-        echo "$file is refused for something else: $said"
-        exit 1
-    fi
-    tried=$((tried + 1))
+    mistake=0
+    while [ $mistake -eq 0 ] || grep -q "MISTAKE == $((mistake + 1))\$" "$file"; do
+        mistake=$((mistake + 1))
+        if said=$("$compiler" "$@" -DMISTAKE=$mistake -I"$include" -fsyntax-only "$file" 2>&1); then
+            echo "$file compiles in spite of mistake $mistake: $*"
+            exit 1
+        fi
+        if ! echo "$said" | grep -qE "$(sed -n '1s/^[^:]*: //p' "$file")"; then
+            echo "$file, mistake $mistake, is refused for something else: $said"
+            exit 1
+        fi
+        tried=$((tried + 1))
+    done
 }
 
 for file in "$3"/*; do

@@ -155,7 +155,37 @@ TEST_F(Tlvmsg, SetsArrays) {
     const auto full = tlvmsg::assign(address.mac, "seven b"sv);
     EXPECT_EQ(full.fault.code, TLVMSG_COUNT_EXCEEDS_CAPACITY);
     EXPECT_EQ(tlvmsg::bytes(address.mac)[5], 6);
-    EXPECT_EQ(tlvmsg::text(named(std::string(255, 'x'))->name).size(), 255U);
+    const auto longest = named(std::string(255, 'x'));
+    EXPECT_EQ(tlvmsg::text(longest->name).size(), 255U);
+}
+
+TEST_F(Tlvmsg, TakesAllBytesButThoseBehindALiteral) {
+    char packet[8] = "a\0b";
+    tlvmsg::owned<if_name> name;
+    ASSERT_TRUE(tlvmsg::assign(name->name, packet));
+    EXPECT_EQ(tlvmsg::text(name->name), std::string_view(packet, 8));
+    ASSERT_TRUE(tlvmsg::assign(name->name, "a\0b"));
+    EXPECT_EQ(tlvmsg::text(name->name), "a");
+
+    const auto bytes = *tlvmsg::encode(named("a\0b"sv));
+    char received[64];
+    std::copy(bytes.begin(), bytes.end(), received);
+    size_t consumed = 0;
+    const auto decoded = tlvmsg::decode<if_name>(received, {}, &consumed);
+    EXPECT_EQ(tlvmsg::text(decoded->name), "a\0b"sv);
+    EXPECT_EQ(consumed, bytes.size());
+}
+
+TEST_F(Tlvmsg, ReadsOwnersThatGoAway) {
+    const auto name = named("eth0");
+    uint32_t sum = 0;
+    for (const uint8_t byte : *tlvmsg::encode(name)) { // which outlives its result
+        sum += byte;
+    }
+    const auto bytes = *tlvmsg::encode(name);
+    EXPECT_EQ(sum, std::accumulate(bytes.begin(), bytes.end(), 0U));
+    EXPECT_EQ(uint32_t{tlvmsg::decode<if_name>(bytes)->name.count}, 4U);
+    EXPECT_EQ((**tlvmsg::decode<Led>(*tlvmsg::encode(Led{2, 5, 3}))).color, 3U);
 }
 
 // A visitor as users write one: the sum of all numbers of a record.
@@ -186,7 +216,7 @@ TEST_F(Tlvmsg, VisitsMembers) {
     counters[1].counter_10 = 10;
     EXPECT_EQ(sum_of(*message), 1110U);
 
-    tlvmsg::visit(*message, [](std::string_view name, const tlvmsg_type &, auto &member) {
+    tlvmsg::visit(message, [](std::string_view name, const tlvmsg_type &, auto &member) {
         if constexpr (std::is_same_v<decltype(member), app_sess_hdr &>) {
             EXPECT_EQ(name, "session"sv);
             member.msg_type = 7;

@@ -4,8 +4,8 @@
 #include "cli/cli.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
-#include "tools/cli/faults.h"
-#include "tools/cli/message_options.h"
+#include "tools/commands/message_options.h"
+#include "tools/faults/faults.h"
 #include "tools/forms.h"
 #include "tools/output/printer.h"
 #include "tools/words.h"
@@ -55,7 +55,7 @@ int decode_typed(Printer &printer, const Input &input, const Reading &reading) {
     if (input.frame) {
         return exit_found;
     }
-    report(verdict.fault, input);
+    report(verdict.fault, input.name, input.bytes);
     return exit_malformed;
 }
 
@@ -68,7 +68,7 @@ int decode_untyped(Printer &printer, const Input &input, const Reading &reading)
     if (end == input.bytes.size()) {
         return exit_fine;
     }
-    report(incomplete_element(input, end), input);
+    report(incomplete_element(input, end), input.name, input.bytes);
     return exit_malformed;
 }
 
@@ -122,7 +122,7 @@ void add_decode(Cli &cli) {
     command->add_flag("--compact", options->print.compact, "JSON in one line")->excludes(text);
     command
         ->add_flag("--partial", options->print.partial,
-                   "Of a message that is broken, print as JSON what is in front of the fault")
+                   "Of a message that is broken, print as JSON what can be read of it")
         ->excludes(text);
     command->add_flag("--bytes", options->print.bytes, "The bytes of each message of a capture, in hex");
 }

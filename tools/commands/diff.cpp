@@ -4,8 +4,8 @@
 #include "cli/cli.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
-#include "tools/cli/faults.h"
-#include "tools/cli/message_options.h"
+#include "tools/commands/message_options.h"
+#include "tools/faults/faults.h"
 #include "tools/forms.h"
 #include "tools/output/json_line.h"
 
@@ -84,7 +84,7 @@ bool decode_into(Record &record, const Message &message) {
     if (decode(record, message.reading.bytes, verdict)) {
         return true;
     }
-    report(verdict.fault, *message.input);
+    report(verdict.fault, message.input->name, message.input->bytes);
     return false;
 }
 
@@ -134,7 +134,7 @@ bool compare(const Message &a, const Message &b, size_t number, Report &differen
     bool whole = true;
     for (const Message *each : {&a, &b}) {
         if (each->reading.problem) {
-            report(*each->reading.problem, *each->input);
+            report(*each->reading.problem, each->input->name);
             whole = false;
         }
     }

@@ -5,7 +5,7 @@
 #include "cli/cli.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
-#include "tools/cli/faults.h"
+#include "tools/faults/faults.h"
 
 #include <fmt/format.h>
 

@@ -4,8 +4,8 @@
 #include "cli/cli.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
-#include "tools/cli/faults.h"
-#include "tools/cli/message_options.h"
+#include "tools/commands/message_options.h"
+#include "tools/faults/faults.h"
 #include "tools/forms.h"
 #include "tools/output/frame_line.h"
 #include "tools/words.h"
@@ -101,7 +101,8 @@ void print_guesses(const Options &options, const Input &input, const List<tlvmsg
 // All types that take the whole, and the nearest of those that take a part or none.
 int guess_input(const Options &options, const Input &input) {
     if (input.bytes.empty()) {
-        report(input.problem.value_or(Problem{ToolCode::malformed_input, "no bytes to guess from"}), input);
+        report(input.problem.value_or(Problem{ToolCode::malformed_input, "no bytes to guess from"}),
+               input.name);
         return input.frame ? exit_found : exit_malformed;
     }
     const List<tlvmsg_guess> guesses = guess(input.bytes, options.near);

@@ -2,7 +2,7 @@
 
 #include "cli/failure.h"
 #include "cli/terminal.h"
-#include "tools/cli/faults.h"
+#include "tools/faults/faults.h"
 #include "tools/words.h"
 
 #include <algorithm>

@@ -45,40 +45,32 @@ std::string c_type(const tlvmsg_type *type) {
     }
 }
 
-std::string alternatives(const tlvmsg_type *type) {
-    std::string text = "    union {\n";
-    for (uint32_t i = 0; i < type->alternative_count; ++i) {
-        const tlvmsg_alternative &alternative = type->alternatives[i];
-        text += fmt::format("        {} {};\n", c_type(alternative.type), alternative.name);
-    }
-    return text + "    };\n";
-}
+std::string documented(const char *doc) { return *doc != '\0' ? fmt::format(" // {}\n", doc) : "\n"; }
 
-// A field for each member that has one of its own, documented where something is said of it.
+// What is in the record, documented where something is said of it.
 std::string fields(const tlvmsg_type *type) {
     std::string text;
-    for (uint32_t i = 0; i < type->member_count; ++i) {
-        const tlvmsg_member &member = type->members[i];
-        if ((member.flags & TLVMSG_SHARED_WITH_NEXT) != 0) { // its field is in the next one's
-            text += *member.doc != '\0' ? fmt::format("    // {}: {}\n", member.path, member.doc) : "";
-            continue;
+    bool in_union = false;
+    for (tlvmsg_field field{}; tlvmsg_next_field(type, nullptr, &field);) {
+        if (field.shared != nullptr && *field.shared->doc != '\0') {
+            text += fmt::format("    // {}: {}\n", field.shared->path, field.shared->doc);
         }
-        if (*member.path == '\0') {
-            text += alternatives(member.type);
-            continue;
+        if (in_union != (field.alternative != nullptr)) {
+            text += in_union ? "    };\n" : "    union {\n";
+            in_union = !in_union;
         }
-        text += fmt::format("    {} {};", c_type(member.type), member.path);
-        text += *member.doc != '\0' ? fmt::format(" // {}\n", member.doc) : "\n";
+        text += fmt::format("{}{} {};{}", in_union ? "        " : "    ", c_type(field.type), field.name,
+                            documented(field.doc));
     }
-    return text;
+    return text + (in_union ? "    };\n" : "");
 }
 
 std::string enumerators(const tlvmsg_type *type) {
     std::string text;
     for (uint32_t i = 0; i < type->enumerator_count; ++i) {
         const tlvmsg_enumerator &each = type->enumerators[i];
-        text += fmt::format("#define {}_{} UINT32_C({})", type->name, each.name, each.value);
-        text += *each.doc != '\0' ? fmt::format(" // {}\n", each.doc) : "\n";
+        text += fmt::format("#define {}_{} UINT32_C({}){}", type->name, each.name, each.value,
+                            documented(each.doc));
     }
     return text;
 }
@@ -101,13 +93,11 @@ std::string declaration(const tlvmsg_type *type) {
         return fmt::format("\ntypedef uint32_t {};\n{}", type->name, enumerators(type));
     case TLVMSG_STRUCTURE:
     case TLVMSG_MESSAGE:
-        inside = fields(type);
-        break;
     case TLVMSG_UNION:
         if (type->selector_offset != 0) {
             return "\n// its fields are those of the structure around it\n";
         }
-        inside = fmt::format("    {} {};\n", type->selector->name, type->selector_name) + alternatives(type);
+        inside = fields(type);
         break;
     default:
         inside = array_fields(type);

@@ -4,8 +4,8 @@
 #include "cli/cli.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
-#include "tools/cli/faults.h"
-#include "tools/cli/message_options.h"
+#include "tools/commands/message_options.h"
+#include "tools/faults/faults.h"
 #include "tools/forms.h"
 #include "tools/output/frame_line.h"
 #include "tools/words.h"
@@ -58,9 +58,9 @@ int verify_reading(const Options &options, const Input &input, const Reading &re
     if (options.json) {
         print_json(options, input, reading, verdict);
     } else if (reading.type == nullptr) {
-        report(*reading.problem, input);
+        report(*reading.problem, input.name);
     } else if (refused) {
-        report(verdict.fault, input);
+        report(verdict.fault, input.name, input.bytes);
     } else {
         print(fmt::format("{}: {}, {} of {} bytes, {}\n", input.name, reading.type->name,
                           verdict.extent.consumed, reading.bytes.size(),

@@ -1,7 +1,7 @@
 // What a capture yields: bytes that may hold messages, and what is known of the frame that they came with.
 #pragma once
 
-#include "tools/cli/codes.h"
+#include "tools/faults/problem.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -28,12 +28,6 @@ struct FrameFacts {
     std::string destination{};
     std::optional<Ports> ports{};
     std::string protocol{}; // the innermost known: "udp", "ip 89", "ethertype 0x88B5"; empty when none is
-};
-
-// Why there is no message, and what is missing for one. Thrown where nothing more can be made of a frame.
-struct Problem {
-    ToolCode code;
-    std::string text;
 };
 
 struct Payload {

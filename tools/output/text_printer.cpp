@@ -3,7 +3,7 @@
 #include "printer.h"
 
 #include "cli/terminal.h"
-#include "tools/cli/faults.h"
+#include "tools/faults/faults.h"
 #include "tools/forms.h"
 
 #include <fmt/format.h>

@@ -26,6 +26,8 @@ extern "C" {
  * Explains the input by the type, or by its tags when that is null; `*verdict` is then about elements: whether
  * they fit the input as a whole or in part. A null set stands for all types. `options`, `verdict` and `fault` may
  * be null, and so may `in` when in_len is 0. Input that does not fit is no failure; it fails as tlvmsg_to_text does.
+ * It works on a copy of the input: while somebody else changes that, nothing outside is read, and what is told may be
+ * of both states.
  */
 bool tlvmsg_annotate(const tlvmsg_type_set *set, const tlvmsg_type *type, const uint8_t *in, size_t in_len,
                      const tlvmsg_text_options *options, tlvmsg_sink sink, void *context,

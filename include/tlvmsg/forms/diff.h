@@ -30,10 +30,12 @@ typedef struct tlvmsg_difference {
 } tlvmsg_difference;
 
 /*
- * Compares what the records say, in the order of the wire. An item or alternative that only one of them has is
- * one difference. On success `*differences` is a block of `*count`, none when the records say the same, with all
- * texts in it, to release with tlvmsg_free. On failure it is null, `*count` is 0 and `*fault`, which may be null,
- * says why: a null argument, or no memory.
+ * Compares what the records say, in the order of the wire; there are differences where tlvmsg_equal finds some. An item
+ * or alternative that only one of them has is one difference. Counts are told by the items; where a record has fewer
+ * than it counts, since the count is above the capacity or stands beside a null pointer, counts that differ are one
+ * difference more, at "member.count". On success `*differences` is a block of `*count` with all texts in it, to
+ * release with tlvmsg_free; null when there are none. On failure it is null, `*count` is 0 and `*fault`, which may be
+ * null, says why: a null argument, or no memory.
  */
 bool tlvmsg_diff(const tlvmsg_type *type, const void *a, const void *b, tlvmsg_difference **differences,
                  size_t *count, tlvmsg_text_fault *fault);

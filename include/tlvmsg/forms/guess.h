@@ -12,6 +12,9 @@
  *         }
  *         tlvmsg_free(parts);
  *     }
+ *
+ * Both work on a copy of the input: while somebody else changes that, nothing outside is read, and what is said may be
+ * of both states.
  */
 #ifndef TLVMSG_FORMS_GUESS_H
 #define TLVMSG_FORMS_GUESS_H

@@ -63,7 +63,8 @@ bool tlvmsg_is_text(const char *text, size_t length);
  * Reads at least one message from `length` bytes of text, which may be null when there are none. On success
  * `*messages` is a block of `*count` messages with their bytes and names in it, to release with tlvmsg_free. On
  * failure it is null and `*count` 0, and `*fault`, which may be null, is about the spelling that got furthest;
- * its path is empty, and its offset counts from behind a byte order mark.
+ * its path is empty, and its offset counts from behind a byte order mark. It works on a copy of the text: while
+ * somebody else changes that, nothing outside is read, and the messages may be of both states.
  */
 bool tlvmsg_read_hex(const char *text, size_t length, tlvmsg_hex_message **messages, size_t *count,
                      tlvmsg_text_fault *fault);

@@ -20,9 +20,10 @@
  * and empty. Text may hold more than printable ASCII and stands for its UTF-8 bytes; hexadecimal digits may be
  * upper case. Refused are
  *
- *   - what is no JSON, what follows the value but blanks, and zero bytes, wherever they are;
+ *   - what is no JSON, what follows the value but blanks, and zero bytes, wherever they are; a byte order mark may
+ *     stand before it;
  *   - members and enumerators that the type does not have, and members that are there twice;
- *   - numbers that are not whole or do not fit, and values of another kind;
+ *   - numbers that are not whole or do not fit, and values of another kind; 1.0 and 1e1 are whole;
  *   - more items or bytes than the record or a 16-bit count can hold;
  *   - an alternative that the selector does not choose.
  *
@@ -32,9 +33,11 @@
  *   2. Arrays and objects nest as the type does, hence at most TLVMSG_MAX_DEPTH deep. What is deeper is
  *      refused where it begins.
  *   3. The record's blocks take at most limits->allocation bytes together, and while one grows, its smaller
- *      predecessor is there as well. Other memory is that of the text's longest string or number, a few
- *      times, and of what is open: for each name that an object may have less than 100 bytes.
+ *      predecessor is there as well. Other memory is that of the text's longest string, a few times, and of what
+ *      is open: for each name that an object may have less than 200 bytes. Blanks and numbers take none.
  *   4. On failure nothing stays allocated.
+ *   5. Nothing is read outside the text, also while somebody else changes it; what is read may then be of both
+ *      states.
  *
  * A record that is read is released with tlvmsg_release.
  *

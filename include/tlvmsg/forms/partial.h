@@ -1,9 +1,11 @@
 /*
  * forms/partial.h - what can be read of an encoding that is cut or broken, as JSON.
  *
- * The same forms as in forms/json.h, of those members alone whose bytes were read before decoding stopped, in the
- * order of the wire. An item that decoders tolerate but cannot read is null. It is for people to look at:
- * tlvmsg_from_json takes what is missing for zero, and refuses null.
+ * The same forms as in forms/json.h, of those members alone whose bytes can be read, in the order of the wire. Where
+ * decoding stops since the input ends inside a structure or an array, what is there of it is read all the same; a byte
+ * array is read as a whole or not at all. An item that decoders tolerate but cannot read is null, and so is a type of
+ * which nothing can be read. It is for people to look at: tlvmsg_from_json takes what is missing for zero, and refuses
+ * null.
  *
  * Example:
  *
@@ -13,7 +15,7 @@
  *         puts(text); // {"slot":2,"port":5}
  *         tlvmsg_free(text);
  *     }
- *     // stopped: zel_led_control.color: needs 4 bytes, 3 are left at byte 24
+ *     // stopped: zel_led_control: needs 28 bytes, 27 are left at byte 0
  */
 #ifndef TLVMSG_FORMS_PARTIAL_H
 #define TLVMSG_FORMS_PARTIAL_H
@@ -32,9 +34,10 @@ extern "C" {
 /*
  * Writes what can be read of the input, `indent` spaces a level or, with 0, in one line. `length`, `stopped` and
  * `fault` may be null; a null `in` is allowed when in_len is 0. On success `*text` is a block of `*length` bytes
- * and a zero byte, to release with tlvmsg_free, and `*stopped` says where and why decoding stopped: its code is
- * TLVMSG_OK when it did not. On failure `*text` is null, `*length` is 0 and `*fault` says why: no memory, or a
- * null argument.
+ * and a zero byte, to release with tlvmsg_free, and `*stopped` says where and why tlvmsg_decode would stop: its
+ * code is TLVMSG_OK when it would not. On failure `*text` is null, `*length` is 0 and `*fault` says why: no memory, or
+ * a null argument. It works on a copy of the input: while somebody else changes that, nothing outside is read, and what
+ * is told may be of both states.
  */
 bool tlvmsg_partial_to_json(const tlvmsg_type *type, const uint8_t *in, size_t in_len, unsigned indent,
                             char **text, size_t *length, tlvmsg_fault *stopped, tlvmsg_text_fault *fault);

@@ -12,7 +12,8 @@
  *     array = "hi"
  *     tag 1300 = hex(00)
  *
- * Elements are told one by one, so that memory does not grow with their number.
+ * Elements are told one by one, each from a copy, so that memory does not grow with their number. While somebody else
+ * changes the input, nothing outside is read, and what is told may be of both states.
  */
 #ifndef TLVMSG_FORMS_UNTYPED_H
 #define TLVMSG_FORMS_UNTYPED_H

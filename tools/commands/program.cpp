@@ -1,6 +1,6 @@
 #include "program.h"
 
-#include "faults.h"
+#include "tools/faults/faults.h"
 
 #include "cli/failure.h"
 #include "cli/terminal.h"

@@ -1,5 +1,7 @@
-// The command's own codes, beside the library's.
+// The command's own codes, beside the library's, and why there is no message.
 #pragma once
+
+#include <string>
 
 namespace tlvmsg::tool {
 
@@ -18,5 +20,11 @@ enum class ToolCode {
 };
 
 const char *code_name(ToolCode code); // "malformed-input"
+
+// Why there is no message, and what is missing for one. Thrown where nothing more can be made of a frame.
+struct Problem {
+    ToolCode code;
+    std::string text;
+};
 
 } // namespace tlvmsg::tool

@@ -1,15 +1,16 @@
 // What goes to standard error, and the codes in it: "tlv: error[wrong-tag]: ..."; in JSON, an object each.
 #pragma once
 
-#include "codes.h"
+#include "tools/faults/problem.h"
 
 #include "cli/failure.h"
-#include "tools/input/input.h"
 
 #include <tlvmsg/inspect.h>
 
 #include <nlohmann/json_fwd.hpp>
 
+#include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,16 +29,16 @@ std::string fault_text(const tlvmsg_fault &fault);
 // Without the code: "path: what at byte n".
 std::string fault_message(const tlvmsg_fault &fault);
 
-// Of a deviation: "tolerated[code]: ...".
+// "tolerated[code]: ...", for a deviation.
 std::string tolerated_text(const tlvmsg_fault &deviation);
 
-// The fault, and the bytes around it with a caret below the one in question.
-void report(const tlvmsg_fault &fault, const Input &input);
+// The fault, and the bytes around it with a caret below the one in question. `name` is what people call them.
+void report(const tlvmsg_fault &fault, std::string_view name, std::span<const uint8_t> bytes);
 
 void report(const tlvmsg_fault &fault);
 
-// "error[code]: where: text".
-void report(const Problem &problem, const Input &input);
+// "error[code]: name: text".
+void report(const Problem &problem, std::string_view name);
 
 void report(const cli::Failure &failure);
 

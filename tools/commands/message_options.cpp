@@ -1,6 +1,6 @@
 #include "message_options.h"
 
-#include "faults.h"
+#include "tools/faults/faults.h"
 
 #include "cli/terminal.h"
 #include "tools/output/frame_line.h"

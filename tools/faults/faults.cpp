@@ -62,12 +62,11 @@ ToolCode code_of(const Failure &failure) {
 }
 
 // Up to sixteen bytes, the one in question in their midst.
-void show_context(size_t offset, const Input &input) {
+void show_context(size_t offset, std::string_view name, std::span<const uint8_t> bytes) {
     constexpr size_t before = 8;
-    const std::span<const uint8_t> bytes = input.bytes;
     const size_t start = offset - std::min(offset, before);
     const size_t size = std::min(2 * before, bytes.size() - start);
-    const std::string head = fmt::format("  {}, from byte {}:  ", input.name, start);
+    const std::string head = fmt::format("  {}, from byte {}:  ", name, start);
     complain(head + hex_pairs(bytes.subspan(start, size)));
     complain(fmt::format("{:{}}", "", head.size() + 3 * (offset - start)), Colour::red, "^^");
 }
@@ -119,14 +118,14 @@ void report(const tlvmsg_fault &fault) {
     complain_of(fmt::format("error[{}]", tlvmsg_code_name(fault.code)), fault_message(fault), Colour::red);
 }
 
-void report(const tlvmsg_fault &fault, const Input &input) {
+void report(const tlvmsg_fault &fault, std::string_view name, std::span<const uint8_t> bytes) {
     report(fault);
-    show_context(std::min(fault.offset, input.bytes.size()), input);
+    show_context(std::min(fault.offset, bytes.size()), name, bytes);
 }
 
-void report(const Problem &problem, const Input &input) {
-    complain_of(fmt::format("error[{}]", code_name(problem.code)),
-                fmt::format("{}: {}", input.name, problem.text), Colour::red);
+void report(const Problem &problem, std::string_view name) {
+    complain_of(fmt::format("error[{}]", code_name(problem.code)), fmt::format("{}: {}", name, problem.text),
+                Colour::red);
 }
 
 void report(const Failure &failure) {
