@@ -33,8 +33,8 @@ struct message {
             return nullptr;
         }
         if constexpr (fast_paths && (has_presumed_size || takes_long_to_clear)) {
-            Trusted trusted;
-            if (const uint8_t *end = in == nullptr ? nullptr : accept(in, trusted, out)) [[likely]] {
+            std::conditional_t<has_presumed_size, Presumed, Trusted> bounds;
+            if (const uint8_t *end = in == nullptr ? nullptr : accept(in, bounds, out)) [[likely]] {
                 return end;
             }
         }
@@ -43,9 +43,10 @@ struct message {
 
     template <class Bounds, class Out>
     [[gnu::always_inline]] static const uint8_t *accept(const uint8_t *in, Bounds &bounds, Out out) {
-        if constexpr (form.fixed_size != 0 && !std::is_same_v<Bounds, Trusted>) {
-            Trusted trusted; // once that many bytes are there: own headers say no more than what is fixed
-            return bounds.left(in) < form.fixed_size ? nullptr : accept_members<Members...>(in, trusted, out);
+        if constexpr (form.fixed_size != 0 && std::is_same_v<Bounds, Input>) {
+            Presumed presumed; // all of it, once that many bytes are there
+            return bounds.left(in) < form.fixed_size ? nullptr
+                                                     : accept_members<Members...>(in, presumed, out);
         } else {
             return accept_members<Members...>(in, bounds, out);
         }
@@ -53,7 +54,7 @@ struct message {
 
 private:
     static constexpr bool has_presumed_size = sum<&Form::presumed_size, Members...> != 0;
-    // What is just as the encoder writes it is then decoded without; but no block is allocated twice.
+    // Then what is just as the encoder writes it is decoded without that; but no block is allocated twice.
     static constexpr bool takes_long_to_clear = sizeof(Record) > 1024 && !form.allocates;
 
     // The whole record is cleared first, so that what is absent reads as zero; also when the position is

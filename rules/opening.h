@@ -15,10 +15,10 @@ struct OpeningBody {
     }
 
     template <class Bounds, class OutFirst, class OutSecond>
-    [[gnu::noinline]] static const uint8_t *accept(const uint8_t *in, Bounds &bounds, OutFirst first,
-                                                   OutSecond second) {
-        in = rules::accept<First>(in, bounds, first);
-        return in == nullptr ? nullptr : rules::accept<Second>(in, bounds, second);
+    [[gnu::noinline]] static bool accept(const uint8_t *in, Bounds &bounds, OutFirst first,
+                                         OutSecond second) {
+        return accept_presumed<First>(in, bounds, first) &&
+               accept_presumed<Second>(in + fixed_size<First>, bounds, second);
     }
 };
 
@@ -51,7 +51,8 @@ struct opening {
         if constexpr (stores<Out>) {
             clear_between(First::place_end(out), Second::place(out));
         }
-        return Body::accept(in, bounds, First::place(out), Second::place(out));
+        const bool accepted = Body::accept(in, bounds, First::place(out), Second::place(out));
+        return accepted ? in + form.fixed_size : nullptr;
     }
 
     static auto *place(auto *out) { return First::place(out); }

@@ -14,9 +14,13 @@ struct Nowhere {};
 template <class Out>
 inline constexpr bool stores = !std::is_same_v<Out, Nowhere>;
 
-// The bounds of input are an Input, which says where it ends, or those that its own headers give when it is
-// trusted to be whole elements.
-struct Trusted {};
+// The bounds of input are an Input, which says where it ends, or what the headers of trusted elements say:
+// only of those that have the presumed size, or of all.
+struct Presumed {};
+struct Trusted : Presumed {};
+
+template <class Codec, class Bounds>
+inline constexpr bool only_presumed = always_presumed<Codec> || std::is_same_v<Bounds, Presumed>;
 
 // Whether an element of the presumed size lies within the bounds.
 template <class Codec>
@@ -24,24 +28,32 @@ bool holds_presumed(const Input &input, const uint8_t *in) {
     return input.left(in) >= presumed_size<Codec>;
 }
 template <class Codec>
-bool holds_presumed(Trusted, const uint8_t *in) {
+bool holds_presumed(Presumed, const uint8_t *in) {
     return Codec::covers(in);
 }
 
-// Accepts all headers at once and then all values or, where the size is not the presumed one, one element
-// after the other.
+// Accepts what is of the presumed size: all headers at once, then all values.
+template <class Codec, class Bounds, class Out>
+[[gnu::always_inline]] inline bool accept_presumed(const uint8_t *in, Bounds &bounds, Out out) {
+    if (!holds_presumed<Codec>(bounds, in) || Codec::mismatch(in) != 0) [[unlikely]] {
+        return false;
+    }
+    if constexpr (stores<Out>) {
+        Codec::take(in, out);
+        rules::clear_padding<Codec>(out);
+    }
+    return true;
+}
+
+// Accepts an element of any size. What follows a presumed one is at a known place, for which no load waits.
 template <class Codec, class Bounds, class Out>
 [[gnu::always_inline]] inline const uint8_t *accept(const uint8_t *in, Bounds &bounds, Out out) {
     if constexpr (presumed_size<Codec> != 0) {
-        if (holds_presumed<Codec>(bounds, in) && Codec::mismatch(in) == 0) [[likely]] {
-            if constexpr (stores<Out>) {
-                Codec::take(in, out);
-                rules::clear_padding<Codec>(out);
-            }
+        if (accept_presumed<Codec>(in, bounds, out)) [[likely]] {
             return in + presumed_size<Codec>;
         }
     }
-    if constexpr (always_presumed<Codec>) {
+    if constexpr (only_presumed<Codec, Bounds>) {
         return nullptr;
     } else if constexpr (std::is_same_v<Bounds, Trusted>) {
         Input own{.end = read_element(in).end, .limit = 0, .terminated = false};

@@ -51,7 +51,12 @@ struct Use {
     }
     template <class Bounds, class Out>
     [[gnu::always_inline]] static const uint8_t *accept(const uint8_t *in, Bounds &bounds, Out out) {
-        return choose<always, rules::accept<Codec, Bounds, Out>>(in, bounds, out);
+        if constexpr (only_presumed<Codec, Bounds>) {
+            const bool accepted = choose<always, accept_presumed<Codec, Bounds, Out>>(in, bounds, out);
+            return accepted ? in + presumed_size<Codec> : nullptr;
+        } else {
+            return choose<always, rules::accept<Codec, Bounds, Out>>(in, bounds, out);
+        }
     }
 
 private:

@@ -84,9 +84,10 @@ struct Line {
     uint32_t number;
     Text<Capacity> text;
 };
-struct Pairs {
+template <class Item>
+struct Two {
     uint16_t count;
-    Pair items[2];
+    Item items[2];
 };
 struct Shorts {
     uint16_t count;
@@ -100,11 +101,12 @@ struct Message {
 
 using pair = structure<40001, Pair, member<number, &Pair::a>, member<number, &Pair::b>>;
 using many = structure<40002, Words, run<number, 5, &Words::a>>;
-using words = structure<40003, Words, run<codec::uint32, 11, &Words::a>, member<codec::uint32, &Words::l>>;
+using words = structure<40003, Words, run<codec::uint32, 12, &Words::a>>;
 template <size_t Capacity>
 using line = structure<40004, Line<Capacity>, member<number, &Line<Capacity>::number>,
                        member<text<Capacity>, &Line<Capacity>::text>>;
-using pairs = element_array<Pairs, pair, 2>;
+template <class Item, class Record = Two<typename Item::record>>
+using two = element_array<Record, Item, 2>;
 using packed = packed_array<Shorts, codec::uint16, 8>;
 template <class Codec, class Last = Message<typename Codec::record>>
 using opened = message<Last, opening<member<pair, &Last::first>, member<pair, &Last::second>>,
@@ -146,10 +148,13 @@ Calls calls_of(const typename Codec::record &record) {
 TEST(Paths, AreShortForWhatEncodersWrite) {
     EXPECT_EQ(calls_of<pair>({}), (Calls{"pp", "mmtt", "pp", "mmtt", "mm"}));
     EXPECT_EQ(calls_of<many>({}), (Calls{"ppppp", "mmmmmttttt", "ppppp", "mmmmmttttt", "mmmmm"}));
-    EXPECT_EQ(calls_of<words>({}), (Calls{"lvvlvv", "llllllvllv", "lvvlvv", "llllllvllv", "llll"}));
+    EXPECT_EQ(calls_of<words>({}),
+              (Calls{"lvvlvvlvv", "llllllllvllvllv", "lvvlvvlvv", "llllllllvllvllv", "llllll"}));
     EXPECT_EQ(calls_of<packed>({8, {}}), (Calls{"vl", "vl", "vl", "vl", ""}));
     EXPECT_EQ(calls_of<line<8>>({1, {8, {}}}), (Calls{"pp", "mmtt", "pp", "mmtt", "mm"}));
-    EXPECT_EQ(calls_of<pairs>({2, {}}), (Calls{"pppp", "mmttmmtt", "pppp", "mmttmmtt", "mmmm"}));
+    EXPECT_EQ(calls_of<two<pair>>({2, {}}), (Calls{"pppp", "mmttmmtt", "pppp", "mmttmmtt", "mmmm"}));
+    EXPECT_EQ(calls_of<two<text<8>>>({2, {{8, {}}, {8, {}}}}),
+              (Calls{"ssee", "mtmt", "ssssee", "mtmt", "mm"}));
     EXPECT_EQ(calls_of<opened<pair>>({}),
               (Calls{"pppppp", "mmttmmttmmtt", "pppppp", "mmttmmttmmtt", "mmmmmm"}));
     EXPECT_EQ(calls_of<opened<line<8>>>({{}, {}, {1, {8, {}}}}),
