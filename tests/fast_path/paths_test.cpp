@@ -203,7 +203,7 @@ TEST(Paths, OfTheBoundedLibraryAvoidTheEngine) {
     tlvmsg_type type = *tlvmsg_descriptor_ether_dot3_stats_update_message();
     type.members = &unreadable;
     type.member_count = 1;
-    ether_dot3_stats_update_message record{};
+    ether_dot3_stats_update_message record{}, copy;
     uint8_t wire[288];
     size_t size = 0;
     tlvmsg_extent extent{};
@@ -213,7 +213,7 @@ TEST(Paths, OfTheBoundedLibraryAvoidTheEngine) {
                 extent.consumed == size);
     EXPECT_TRUE(tlvmsg_decode(&type, wire, sizeof wire, nullptr, &record, &size, nullptr) &&
                 size == sizeof wire);
-    EXPECT_TRUE(tlvmsg_copy(&type, &record, &record, nullptr));
+    EXPECT_TRUE(tlvmsg_copy(&type, &copy, &record, nullptr));
     tlvmsg_release(&type, &record);
 }
 
