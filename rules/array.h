@@ -15,7 +15,7 @@ inline uint8_t *encode_array_prefix(uint8_t *out, uint16_t size, uint16_t count)
 
 struct ArrayPrefix {
     uint16_t count = 0;             // 0 when the count's element is not a uint16
-    const uint8_t *items = nullptr; // behind the count; null then too, when there is nothing to look at
+    const uint8_t *items = nullptr; // behind the count; null in the same case
     const uint8_t *end = nullptr;   // null when this is not an array
 };
 
@@ -52,7 +52,7 @@ Record *item(Record *items, size_t index) {
 inline Nowhere items_of(Nowhere nowhere) { return nowhere; }
 inline Nowhere item(Nowhere nowhere, size_t) { return nowhere; }
 
-// Clears what of a record lies behind `used`.
+// Clears the bytes of a record that lie behind `used`.
 template <class Record, class Used>
 void clear_behind(Record *out, Used *used) {
     auto *from = unbounded(reinterpret_cast<uint8_t *>(used));

@@ -14,7 +14,7 @@ struct Bounded {
     // stands before it in its structure.
     static const uint8_t *decode(const uint8_t *in, Input *input, void *to) {
         auto *out = static_cast<record *>(to);
-        if constexpr (allocates<Codec> || governed<Codec>) {
+        if constexpr (allocates<Codec> || form<Codec>.governed) {
             clear(out);
         }
         return accept_alone(in, *input, out);
@@ -38,7 +38,7 @@ struct Bounded {
 private:
     template <class Out>
     static const uint8_t *accept_alone(const uint8_t *in, Input &input, Out out) {
-        if constexpr (governed<Codec>) {
+        if constexpr (form<Codec>.governed) {
             return Codec::accept(in, input, out, true);
         } else {
             return Use<Codec>::accept(in, input, out);
@@ -48,7 +48,7 @@ private:
 
 template <class Codec>
 inline constexpr tlvmsg_operations operations = {
-    Codec::fixed_size,      allocates<Codec>,       Bounded<Codec>::decode,
+    fixed_size<Codec>,      allocates<Codec>,       Bounded<Codec>::decode,
     Bounded<Codec>::verify, Bounded<Codec>::encode, Bounded<Codec>::size,
 };
 

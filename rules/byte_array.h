@@ -39,7 +39,7 @@ struct Bytes {
         return prefix.end;
     }
 
-    // Into `bytes`, of which there are `room`, unless it is null.
+    // Stores into `bytes`, which has room for `room` of them, unless it is null.
     [[gnu::noinline]] static const uint8_t *accept(const uint8_t *in, const Input &input, uint16_t capacity,
                                                    uint16_t *stored_count, uint8_t *bytes, size_t room) {
         uint16_t count;
@@ -60,18 +60,19 @@ struct Bytes {
 template <class Record, uint16_t Capacity>
 struct byte_array {
     using record = Record;
-    static constexpr uint32_t fixed_size = 0;
-    static constexpr uint16_t capacity = Capacity;
     // Small arrays are mostly hardware and IPv4 addresses, which fill them: a copy of known size is a few
     // moves.
-    static constexpr bool mostly_full = fast_paths && Capacity <= 8;
-    static constexpr uint32_t presumed_size = mostly_full ? array_prefix + Capacity : 0;
+    static constexpr Form form{
+        .presumed_size = fast_paths && Capacity <= 8 ? array_prefix + Capacity : 0,
+        .capacity = Capacity,
+    };
 
     template <Library For>
     static uint64_t measure(const record *in) {
         return element_size<For>(Bytes::size(in->count, Capacity), in->count > Capacity);
     }
 
+    template <Library>
     static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr || out == nullptr) {
             return nullptr;
@@ -99,10 +100,10 @@ struct byte_array {
     }
 
     static bool covers(const uint8_t *in) {
-        return wire::difference(in, wire::header(wire::array_tag, presumed_size - header_size)) == 0;
+        return wire::difference(in, wire::header(wire::array_tag, form.presumed_size - header_size)) == 0;
     }
     static uint32_t mismatch(const uint8_t *in) {
-        return wire::difference(in, wire::header(wire::array_tag, presumed_size - header_size)) |
+        return wire::difference(in, wire::header(wire::array_tag, form.presumed_size - header_size)) |
                codec::uint16::mismatch(in + header_size) | (wire::load16(in + 2 * header_size) ^ Capacity);
     }
 

@@ -1,34 +1,40 @@
 // What every rule provides.
 //
-// A codec is a type without objects:
+// A codec is a type without objects. Every codec has
 //
-//     record                      the C record that its operations take
-//     fixed_size                  encoded size in bytes, 0 when it depends on the record
-//     expanded                    whether its code is repeated where it is used, or called
-//     measure(const record *)     encoded size, of which the exact library tells the lower 16 bits
-//     encode(const record *, out) position behind what was written, or null
-//     decode(in, record *)        position behind the element, or null
-//     accept(in, input, out)      the same for input that is just what the encoder writes; see strict.h
+//     record                          the C record that its operations take
+//     form                            what is known of all its elements; see Form
+//     encode<Library>(record, out)    position behind what was written, or null
+//     decode(in, record)              position behind the element, or null
 //
-// Codecs of fixed size have a fast path, in two steps that need no branches between them:
+// The record of a scalar or an enumeration is a number that all libraries encode alike: encode(record, out).
 //
-//     mismatch(in)                0 when all headers of the element are what the encoder writes
-//     take(in, record *)          stores the values, once that is known
+// A codec that presumes a size has fast paths, in two steps that need no branches between them:
 //
-// So have those that are presumed to be of one size, to which it is a header, too, that says so. Their
-// encoders have one for records that are:
+//     covers(in)                      whether the own header says that size; then all headers are there,
+//     mismatch(in)                    and this is 0 when they are what the encoder writes; then
+//     take(in, record)                stores the values, and
+//     clear_padding(record)           zeroes what lies between them
+//     is_full(record)                 whether the record has that size; then
+//     put(record, out)                stores the element
 //
-//     is_full(const record *)     whether it has that size
-//     put(const record *, out)    stores the element, once that is known
+// A number has no padding and always the same size. A codec that presumes no size, or may be wrong, has
+//
+//     measure<Library>(record)        encoded size, of which the exact library tells the lower 16 bits
+//     accept(in, input, out)          position behind input that is just what the encoder writes, or null;
+//                                     see strict.h
 //
 // Positions are null-transparent: a codec handed a null position gives null. So a sequence of members is a
 // plain chain of calls, and after the first failure the rest of the chain does nothing.
 #pragma once
 
+#include "bytes.h"
+
+#include "runtime/operations.h"
 #include "runtime/scalar.h"
 
-#include <cstddef>
-#include <cstdint>
+#include <concepts>
+#include <type_traits>
 
 namespace tlvmsg::rules {
 
@@ -43,34 +49,117 @@ inline constexpr bool fast_paths = false;
 inline constexpr bool fast_paths = true;
 #endif
 
-// Whether a codec's own code is repeated at each use. Scalars and the thin wrappers around shared bodies
-// always are; structures say so themselves.
-template <class Codec>
-inline constexpr bool expanded = true;
-template <class Codec>
-requires requires { Codec::expanded; }
-inline constexpr bool expanded<Codec> = Codec::expanded;
-
 // Whom a codec works for. The exact library believes a record's counts, and what it sends of a dynamic array
 // of bytes is the record itself from the pointer onward; the bounded one checks the counts and sends the
 // block.
 enum class Library { Exact, Bounded };
 
+// When the users of a codec call one copy of its code. Otherwise each of them repeats it, which is best for
+// scalars and for thin wrappers around shared bodies.
+enum class Called { Never, ToDecode, Always };
+
+// What is known of all elements of a type. Codecs name the members that they set, so that the compiler
+// refuses what is misspelt.
+struct Form {
+    uint32_t fixed_size = 0;             // encoded size in bytes, 0 when it depends on the record
+    uint32_t presumed_size = fixed_size; // size of most elements, 0 when unknown or when they have no header
+    uint16_t capacity = 0;               // of a bounded array
+    bool allocates = false;              // whether a decoded record may hold blocks
+    bool governed = false;               // whether it goes by a number that its structure has right before it
+    Called called = Called::Never;
+};
+
+template <class Codec>
+inline constexpr Form form = Codec::form;
+template <class T, uint16_t WriteTag, uint16_t ReadTag>
+inline constexpr Form form<wire::Scalar<T, WriteTag, ReadTag>>{.fixed_size = header_size + sizeof(T)};
+
+template <class Codec>
+inline constexpr uint32_t fixed_size = form<Codec>.fixed_size;
+template <class Codec>
+inline constexpr uint32_t presumed_size = form<Codec>.presumed_size;
+template <class Codec>
+inline constexpr bool always_presumed = presumed_size<Codec> != 0 && fixed_size<Codec> != 0;
+template <class Codec>
+inline constexpr bool allocates = form<Codec>.allocates;
+
+// The protocol as the compiler knows it: a codec whose operation is missing or misspelt does not compile,
+// instead of going a slower way.
+template <class Codec>
+concept Number = std::is_integral_v<typename Codec::record>;
+
+template <class Codec>
+concept Encodes = requires(const typename Codec::record *in, uint8_t *out) {
+    { Codec::template encode<Library::Exact>(in, out) } -> std::same_as<uint8_t *>;
+};
+template <class Codec>
+concept EncodesNumber = Number<Codec> && requires(const typename Codec::record *in, uint8_t *out) {
+    { Codec::encode(in, out) } -> std::same_as<uint8_t *>;
+};
+
+template <class Codec>
+concept Decodes = requires(const uint8_t *in, typename Codec::record *out) {
+    { Codec::decode(in, out) } -> std::same_as<const uint8_t *>;
+};
+
+template <class Codec>
+concept HasFastPaths = requires(const uint8_t *in, uint8_t *to, typename Codec::record *record) {
+    { Codec::covers(in) } -> std::same_as<bool>;
+    { Codec::mismatch(in) } -> std::same_as<uint32_t>;
+    { Codec::take(in, record) } -> std::same_as<void>;
+    { Codec::put(record, to) } -> std::same_as<void>;
+    requires Number<Codec> || requires {
+        { Codec::clear_padding(record) } -> std::same_as<void>;
+        { Codec::is_full(record) } -> std::same_as<bool>;
+    };
+};
+
+template <class Codec>
+concept Varies = requires(const uint8_t *in, Input input, typename Codec::record *record) {
+    { Codec::template measure<Library::Exact>(record) } -> std::same_as<uint64_t>;
+    { Codec::accept(in, input, record) } -> std::same_as<const uint8_t *>;
+};
+
+template <class Codec>
+concept KeepsProtocol = requires {
+    requires Encodes<Codec> || EncodesNumber<Codec>;
+    requires Decodes<Codec>;
+    requires HasFastPaths<Codec> || presumed_size<Codec>
+    == 0;
+    requires Varies<Codec> || always_presumed<Codec>;
+};
+
 template <class Codec, Library For>
 [[gnu::always_inline]] inline uint8_t *encode(const typename Codec::record *in, uint8_t *out) {
-    if constexpr (requires { Codec::template encode<For>(in, out); }) {
-        return Codec::template encode<For>(in, out);
-    } else {
+    if constexpr (Number<Codec>) {
         return Codec::encode(in, out);
+    } else {
+        return Codec::template encode<For>(in, out);
     }
 }
 
 template <class Codec, Library For>
 [[gnu::always_inline]] inline uint64_t measure(const typename Codec::record *in) {
-    if constexpr (Codec::fixed_size != 0) {
-        return Codec::fixed_size;
+    if constexpr (fixed_size<Codec> != 0) {
+        return fixed_size<Codec>;
     } else {
         return Codec::template measure<For>(in);
+    }
+}
+
+template <class Codec>
+[[gnu::always_inline]] inline bool is_full(const typename Codec::record *in) {
+    if constexpr (fixed_size<Codec> != 0) {
+        return true;
+    } else {
+        return Codec::is_full(in);
+    }
+}
+
+template <class Codec>
+[[gnu::always_inline]] inline void clear_padding(typename Codec::record *record) {
+    if constexpr (!Number<Codec>) {
+        Codec::clear_padding(record);
     }
 }
 
@@ -82,82 +171,6 @@ inline constexpr uint64_t refused = uint64_t{1} << 40;
 template <Library For>
 uint64_t element_size(uint64_t size, bool refuse = false) {
     return For == Library::Bounded && (refuse || size - header_size > UINT16_MAX) ? refused : size;
-}
-
-// The encoded size of what is of that size, or mostly; else 0.
-template <class Codec>
-inline constexpr uint32_t presumed_size = Codec::fixed_size;
-template <class Codec>
-requires requires { Codec::presumed_size; }
-inline constexpr uint32_t presumed_size<Codec> = Codec::presumed_size;
-
-template <class Codec>
-[[gnu::always_inline]] inline bool is_full(const typename Codec::record *in) {
-    if constexpr (Codec::fixed_size == 0) {
-        return Codec::is_full(in);
-    }
-    return true;
-}
-
-template <class Codec>
-[[gnu::always_inline]] inline void put(const typename Codec::record *in, uint8_t *out) {
-    if constexpr (requires { Codec::put(in, out); }) {
-        Codec::put(in, out);
-    } else {
-        Codec::encode(in, out);
-    }
-}
-
-// Array bounds in record types are capacities, which no codec checks counts against. This hides the bound
-// from the optimizer, which would otherwise assume that no loop or copy passes it.
-template <class T>
-T *unbounded(T *items) {
-    asm("" : "+r"(items));
-    return items;
-}
-
-// g++ turns copies and fills whose size it can bound into `rep movs` and `rep stos`, which take longer to
-// start than most of them to do. Hiding the size makes them calls.
-inline size_t hidden(size_t size) {
-    asm("" : "+r"(size));
-    return size;
-}
-
-// Up to twice as many bytes as WORD has and at least as many: the first and the last ones, which may overlap.
-template <class Word>
-void copy_ends(uint8_t *to, const uint8_t *from, size_t size) {
-    Word first;
-    Word last;
-    std::memcpy(&first, from, sizeof first);
-    std::memcpy(&last, from + size - sizeof last, sizeof last);
-    std::memcpy(to, &first, sizeof first);
-    std::memcpy(to + size - sizeof last, &last, sizeof last);
-}
-
-// Few bytes without a call.
-inline void copy(uint8_t *to, const uint8_t *from, size_t size) {
-    if (size > 16) {
-        std::memcpy(to, from, hidden(size));
-    } else if (size >= 8) {
-        copy_ends<uint64_t>(to, from, size);
-    } else if (size >= 4) {
-        copy_ends<uint32_t>(to, from, size);
-    } else if (size > 0) {
-        to[0] = from[0];
-        to[size / 2] = from[size / 2];
-        to[size - 1] = from[size - 1];
-    }
-}
-inline void clear(void *at, size_t size) { std::memset(at, 0, hidden(size)); }
-
-// Clears a record; a small one in plain stores.
-template <class Record>
-void clear(Record *record) {
-    if constexpr (sizeof *record <= 128) {
-        std::memset(record, 0, sizeof *record);
-    } else {
-        clear(record, sizeof *record);
-    }
 }
 
 } // namespace tlvmsg::rules

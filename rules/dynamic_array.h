@@ -12,7 +12,7 @@
 
 namespace tlvmsg::rules {
 
-// Whether the input may have one more block and, with a record, has it.
+// Counts one more block and, where there is a record, allocates it. Says whether limits and memory allow it.
 template <auto Pointer, class Out>
 bool add_block(Input &input, Out out, uint16_t count, uint64_t size) {
     if (!input.allow(size)) {
@@ -28,7 +28,7 @@ bool add_block(Input &input, Out out, uint16_t count, uint64_t size) {
 }
 
 // The end of a dynamic array by its own length, or null. Its count must be one that the record's field can
-// say and, unless the array is alone, the one that its structure has right before it.
+// hold and, unless the array is alone, the one that its structure has right before it.
 template <class Record, class Out>
 const uint8_t *end_of_dynamic_array(const uint8_t *in, const Input &input, Out out, bool alone,
                                     uint16_t &count) {
@@ -38,7 +38,7 @@ const uint8_t *end_of_dynamic_array(const uint8_t *in, const Input &input, Out o
         return end;
     }
     if constexpr (stores<Out>) {
-        asm("" : "+m"(out->count)); // not what is in the input by now
+        asm("" : "+m"(out->count)); // the stored one, whatever the input holds by now
         return out->count == count ? end : nullptr;
     } else {
         return wire::Scalar<Count, 0>::load(in - sizeof(Count)) == count ? end : nullptr;
@@ -50,10 +50,7 @@ const uint8_t *end_of_dynamic_array(const uint8_t *in, const Input &input, Out o
 template <class Record, class Item>
 struct dynamic_elements {
     using record = Record;
-    static constexpr uint32_t fixed_size = 0;
-
-    static constexpr bool allocates = true;
-    static constexpr bool governed = true;
+    static constexpr Form form{.allocates = true, .governed = true};
 
     template <Library For>
     static uint64_t measure(const record *in) {
@@ -61,7 +58,7 @@ struct dynamic_elements {
         return measure_element_array<Item, For>(in->items, count, in->count != count);
     }
 
-    // Elements are announced but not there: null, once header and count are written.
+    // Where elements are announced but not there it fails, once header and count are written.
     template <Library For>
     static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr || out == nullptr) {
@@ -98,7 +95,7 @@ struct dynamic_elements {
         if (end == nullptr || !add_block<&record::items>(input, out, count, size)) {
             return nullptr;
         }
-        if constexpr (stores<Out> && rules::allocates<Item>) {
+        if constexpr (stores<Out> && allocates<Item>) {
             clear(out->items, static_cast<size_t>(size));
         }
         return Elements<Item>::accept(in + array_prefix, count, input, items_of(out)) == end ? end : nullptr;
@@ -108,10 +105,7 @@ struct dynamic_elements {
 template <class Record>
 struct dynamic_bytes {
     using record = Record;
-    static constexpr uint32_t fixed_size = 0;
-
-    static constexpr bool allocates = true;
-    static constexpr bool governed = true;
+    static constexpr Form form{.allocates = true, .governed = true};
 
     template <Library For>
     static uint64_t measure(const record *in) {

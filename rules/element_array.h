@@ -6,7 +6,7 @@
 
 namespace tlvmsg::rules {
 
-// Of a record's first COUNT items. When they cannot be encoded none are looked at.
+// The size of an array of COUNT items, none of which is looked at when they cannot be encoded anyway.
 template <class Item, Library For>
 uint64_t measure_element_array(const typename Item::record *items, uint16_t count, bool refuse) {
     return For == Library::Bounded && refuse
@@ -24,10 +24,7 @@ uint8_t *encode_element_array(const typename Item::record *items, uint16_t count
 template <class Record, class Item, uint16_t Capacity>
 struct element_array {
     using record = Record;
-    static constexpr uint32_t fixed_size = 0;
-    static constexpr uint16_t capacity = Capacity;
-
-    static constexpr bool allocates = rules::allocates<Item>;
+    static constexpr Form form{.capacity = Capacity, .allocates = allocates<Item>};
 
     template <Library For>
     static uint64_t measure(const record *in) {
@@ -42,7 +39,7 @@ struct element_array {
         return encode_element_array<Item, For>(unbounded(in->items), in->count, out);
     }
 
-    // A failed element stops those behind it, but is the array's affair: the end is that of the own length.
+    // A failed element stops those behind it, but the array succeeds: it ends where its own length says.
     static const uint8_t *decode(const uint8_t *in, record *out) {
         const ArrayPrefix prefix = decode_array_prefix(in);
         if (out == nullptr || prefix.end == nullptr) {

@@ -5,15 +5,15 @@
 
 namespace tlvmsg::rules {
 
-// One body an element type, whoever uses it.
+// Each type of element has one body, whoever uses it.
 template <class Item>
 struct Elements {
     using record = typename Item::record;
 
     template <Library For>
     static uint64_t measure(const record *items, uint16_t count) {
-        if constexpr (Item::fixed_size != 0) {
-            return uint64_t{count} * Item::fixed_size;
+        if constexpr (fixed_size<Item> != 0) {
+            return uint64_t{count} * fixed_size<Item>;
         } else {
             uint64_t sum = 0;
             for (uint32_t i = 0; i < count; ++i) {
@@ -26,9 +26,9 @@ struct Elements {
     template <Library For>
     [[gnu::noinline]] static uint8_t *encode(const record *items, uint16_t count, uint8_t *out) {
         for (uint32_t i = 0; i < count && out != nullptr; ++i) {
-            if constexpr (Item::fixed_size != 0) {
-                rules::put<Item>(items + i, out);
-                out += Item::fixed_size;
+            if constexpr (fixed_size<Item> != 0) {
+                Item::put(items + i, out);
+                out += fixed_size<Item>;
             } else {
                 out = rules::encode<Item, For>(items + i, out);
             }

@@ -37,9 +37,7 @@ struct enumeration {
     using record = uint32_t;
     using value = AnyEnumeration::value;
     static constexpr uint16_t tag = Tag;
-    static constexpr uint32_t fixed_size = AnyEnumeration::fixed_size;
-
-    static uint16_t size(const record *) { return fixed_size; }
+    static constexpr Form form{.fixed_size = AnyEnumeration::fixed_size};
 
     static uint8_t *encode(const record *in, uint8_t *out) { return AnyEnumeration::encode(in, out, Tag); }
     static void put(const record *in, uint8_t *out) { AnyEnumeration::put(in, out, Tag); }

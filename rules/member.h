@@ -23,100 +23,54 @@ Nowhere field(Nowhere nowhere, Steps...) {
     return nowhere;
 }
 
-// Within the bounds that the element's own length gives. (That of an enumeration gives none.)
-template <class Codec>
-const uint8_t *accept_by_length(const uint8_t *in, typename Codec::record *out) {
-    if constexpr (std::is_integral_v<typename Codec::record>) {
-        return Codec::decode(in, out);
-    } else {
-        Input input{read_element(in).end, 0};
-        input.terminated = false;
-        return Use<Codec>::accept(in, input, out);
-    }
-}
-
 template <class Codec, auto... Path>
 struct member {
     using codec = Codec;
-    static constexpr uint32_t fixed_size = Codec::fixed_size;
-    static constexpr uint32_t presumed_size = rules::presumed_size<Codec>;
-    static constexpr bool allocates = rules::allocates<Codec>;
+    static constexpr Form form = rules::form<Codec>;
 
     template <Library For, class Record>
     static uint64_t measure(const Record *in) {
-        return Use<Codec>::template measure<For>(field(in, Path...));
+        return Use<Codec>::template measure<For>(place(in));
     }
 
     template <Library For, class Record>
     static uint8_t *encode(const Record *in, uint8_t *out) {
-        if constexpr (fixed_size != 0) {
+        if constexpr (form.fixed_size != 0) {
             if (out == nullptr) {
                 return nullptr;
             }
             put(in, out);
-            return out + fixed_size;
+            return out + form.fixed_size;
         } else {
-            return Use<Codec>::template encode<For>(field(in, Path...), out);
+            return Use<Codec>::template encode<For>(place(in), out);
         }
     }
 
-    template <class Record>
-    static const uint8_t *decode(const uint8_t *in, Record *out) {
-        return Use<Codec>::decode(in, field(out, Path...));
-    }
+    static const uint8_t *decode(const uint8_t *in, auto *out) { return Use<Codec>::decode(in, place(out)); }
 
     template <class Out>
     static auto place(Out out) {
         return field(out, Path...);
     }
-    template <class Record>
-    static auto *place_end(Record *out) {
-        return place(out) + 1;
-    }
+    static auto *place_end(auto *out) { return place(out) + 1; }
 
-    template <class Record>
-    static bool is_full(const Record *in) {
-        return rules::is_full<Codec>(field(in, Path...));
-    }
-    template <class Record>
-    static void put(const Record *in, uint8_t *out) {
-        Use<Codec>::put(field(in, Path...), out);
-    }
+    static bool is_full(const auto *in) { return rules::is_full<Codec>(place(in)); }
+    static void put(const auto *in, uint8_t *out) { Use<Codec>::put(place(in), out); }
 
-    static bool covers(const uint8_t *in) { return Codec::covers(in); }
     static uint32_t mismatch(const uint8_t *in) { return Use<Codec>::mismatch(in); }
+    static void take(const uint8_t *in, auto *out) { Use<Codec>::take(in, place(out)); }
+    static void clear_padding(auto *out) { rules::clear_padding<Codec>(place(out)); }
 
-    template <class Out>
-    [[gnu::always_inline]] static bool accept_covered(const uint8_t *in, Out out) {
-        return Use<Codec>::accept_covered(in, field(out, Path...));
-    }
-
-    template <class Record>
-    static void take(const uint8_t *in, Record *out) {
-        Use<Codec>::take(in, field(out, Path...));
-    }
-
-    template <class Record>
-    static void clear_padding(Record *out) {
-        rules::clear_padding<Codec>(field(out, Path...));
-    }
-
-    template <class Out>
-    static const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
-        return Use<Codec>::accept(in, input, field(out, Path...));
-    }
-
-    template <class Record>
-    static const uint8_t *accept_by_length(const uint8_t *in, Record *out) {
-        return rules::accept_by_length<Codec>(in, field(out, Path...));
+    template <class Bounds, class Out>
+    [[gnu::always_inline]] static const uint8_t *accept(const uint8_t *in, Bounds &bounds, Out out) {
+        return Use<Codec>::accept(in, bounds, place(out));
     }
 
     // What a structure decoder stores before it decodes the member, even when the position is null by then:
     // the count of a bounded array starts at the capacity, and stays there when the array is missing.
-    template <class Record>
-    static void preset(Record *out) {
-        if constexpr (requires { Codec::capacity; }) {
-            field(out, Path...)->count = Codec::capacity;
+    static void preset(auto *out) {
+        if constexpr (form.capacity != 0) {
+            place(out)->count = form.capacity;
         }
     }
 };
@@ -124,37 +78,17 @@ struct member {
 // A dynamic array whose count the structure decoder clears first.
 template <class Codec, auto... Path>
 struct zero_count : member<Codec, Path...> {
-    template <class Record>
-    static void preset(Record *out) {
-        field(out, Path...)->count = 0;
-    }
+    static void preset(auto *out) { field(out, Path...)->count = 0; }
 };
 
-// Sum of the members' fixed sizes; 0 when one of them varies. (Nothing of size 0 is fixed.)
-template <class... Members>
-inline constexpr uint32_t fixed_sum = ((Members::fixed_size != 0) && ...) ? (Members::fixed_size + ... + 0)
-                                                                          : 0;
+// The sum of the members' sizes; 0 when one of them has none.
+template <uint32_t Form::*Size, class... Members>
+inline constexpr uint32_t sum = ((form<Members>.*Size != 0) && ...) ? ((form<Members>.*Size) + ... + 0) : 0;
 
-// The same of their presumed sizes.
-template <class... Members>
-inline constexpr uint32_t presumed_sum = ((Members::presumed_size != 0) && ...)
-                                             ? (Members::presumed_size + ... + 0)
-                                             : 0;
+// The size of the element around members of that size, if there is one.
+constexpr uint32_t size_in_element(uint32_t size) { return size == 0 ? 0 : header_size + size; }
 
-// All headers, and all values, of members of presumed size.
-template <class... Members>
-[[gnu::always_inline]] inline uint32_t members_mismatch(const uint8_t *in) {
-    uint32_t difference = 0;
-    ((difference |= Members::mismatch(in), in += Members::presumed_size), ...);
-    return difference;
-}
-
-template <class... Members, class Record>
-[[gnu::always_inline]] inline void take_members(const uint8_t *in, Record *out) {
-    ((Members::take(in, out), in += Members::presumed_size), ...);
-}
-
-// Zeroes what of a record no member is stored in.
+// Zeroes the bytes of a record that no member is stored in.
 template <class End, class Begin>
 [[gnu::always_inline]] inline void clear_between(End *end, Begin *begin) {
     auto *at = reinterpret_cast<uint8_t *>(end);
@@ -179,18 +113,12 @@ template <class... Members, class Record>
     clear_up_to(sizeof(Record), sizeof(Record));
 }
 
-template <class... Members, class Record>
-[[gnu::always_inline]] inline void clear_all_padding(Record *out) {
-    clear_gaps<Members...>(out);
-    (Members::clear_padding(out), ...);
-}
-
-template <class... Members, class Out>
-[[gnu::always_inline]] inline const uint8_t *accept_members(const uint8_t *in, Input &input, Out out) {
+template <class... Members, class Bounds, class Out>
+[[gnu::always_inline]] inline const uint8_t *accept_members(const uint8_t *in, Bounds &bounds, Out out) {
     if constexpr (stores<Out>) {
         clear_gaps<Members...>(out);
     }
-    (void)(((in = Members::accept(in, input, out)) != nullptr) && ...);
+    (void)(((in = Members::accept(in, bounds, out)) != nullptr) && ...);
     return in;
 }
 

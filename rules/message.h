@@ -8,11 +8,11 @@ namespace tlvmsg::rules {
 template <class Record, class... Members>
 struct message {
     using record = Record;
-    static constexpr uint32_t fixed_size = fixed_sum<Members...>;
-    static constexpr uint32_t presumed_size = presumed_sum<Members...>;
-    static constexpr bool allocates = (Members::allocates || ...);
-    // Then what is just as the encoder writes it is decoded without; but a block is not allocated twice.
-    static constexpr bool dear_to_clear = sizeof(Record) > 1024 && !allocates;
+    static constexpr Form form{
+        .fixed_size = sum<&Form::fixed_size, Members...>,
+        .presumed_size = 0,
+        .allocates = (allocates<Members> || ...),
+    };
 
     template <Library For>
     static uint64_t measure(const record *in) {
@@ -32,22 +32,30 @@ struct message {
         if (out == nullptr) {
             return nullptr;
         }
-        if constexpr (fast_paths && presumed_size != 0) {
-            if (in != nullptr) {
-                if (const uint8_t *end = accept_covered_members(in, out)) [[likely]] {
-                    return end;
-                }
-            }
-        } else if constexpr (fast_paths && dear_to_clear) {
-            const uint8_t *at = in;
-            ((at = at != nullptr ? Members::accept_by_length(at, out) : nullptr), ...);
-            if (at != nullptr) [[likely]] {
-                clear_gaps<Members...>(out);
-                return at;
+        if constexpr (fast_paths && (has_presumed_size || takes_long_to_clear)) {
+            std::conditional_t<has_presumed_size, Presumed, Trusted> bounds;
+            if (const uint8_t *end = in == nullptr ? nullptr : accept(in, bounds, out)) [[likely]] {
+                return end;
             }
         }
         return decode_cleared(in, out);
     }
+
+    template <class Bounds, class Out>
+    [[gnu::always_inline]] static const uint8_t *accept(const uint8_t *in, Bounds &bounds, Out out) {
+        if constexpr (form.fixed_size != 0 && std::is_same_v<Bounds, Input>) {
+            Presumed presumed; // all of it, once that many bytes are there
+            return bounds.left(in) < form.fixed_size ? nullptr
+                                                     : accept_members<Members...>(in, presumed, out);
+        } else {
+            return accept_members<Members...>(in, bounds, out);
+        }
+    }
+
+private:
+    static constexpr bool has_presumed_size = sum<&Form::presumed_size, Members...> != 0;
+    // Then what is just as the encoder writes it is decoded without that; but no block is allocated twice.
+    static constexpr bool takes_long_to_clear = sizeof(Record) > 1024 && !form.allocates;
 
     // The whole record is cleared first, so that what is absent reads as zero; also when the position is
     // null.
@@ -55,32 +63,6 @@ struct message {
         clear(out);
         ((in = Members::decode(in, out)), ...);
         return in;
-    }
-
-    template <class Out>
-    static const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
-        if constexpr (presumed_size != 0) {
-            const uint8_t *end = input.left(in) < presumed_size ? nullptr : accept_covered_members(in, out);
-            if (fixed_size != 0 || end != nullptr) {
-                return end;
-            }
-        }
-        if constexpr (fixed_size == 0) {
-            return accept_members<Members...>(in, input, out);
-        }
-    }
-
-private:
-    // Member by member: all headers first and then all values would be slower.
-    template <class Out>
-    [[gnu::always_inline]] static const uint8_t *accept_covered_members(const uint8_t *in, Out out) {
-        if (((Members::accept_covered(in, out) && (in += Members::presumed_size, true)) && ...)) [[likely]] {
-            if constexpr (stores<Out>) {
-                clear_all_padding<Members...>(out);
-            }
-            return in;
-        }
-        return nullptr;
     }
 };
 

@@ -25,8 +25,7 @@ struct PackedValues {
 template <class Record, class Scalar, uint16_t Capacity>
 struct packed_array {
     using record = Record;
-    static constexpr uint32_t fixed_size = 0;
-    static constexpr uint16_t capacity = Capacity;
+    static constexpr Form form{.capacity = Capacity};
     static constexpr uint32_t width = sizeof(typename Scalar::record);
 
     template <Library For>
@@ -34,6 +33,7 @@ struct packed_array {
         return element_size<For>(array_prefix + in->count * width, in->count > Capacity);
     }
 
+    template <Library>
     static uint8_t *encode(const record *in, uint8_t *out) {
         if (in == nullptr || out == nullptr) {
             return nullptr;

@@ -1,15 +1,11 @@
 // Decoding what is just what the encoder writes.
 //
-// To accept is to check everything within the bounds of the input, on which nothing depends that was not
-// checked, and to write every byte of the record, padding as zero. Or to give up: null. It is the same with a
-// record and without one: to verify is to accept into Nowhere.
+// To accept is to check everything within the bounds of the input before anything depends on it and to write
+// every byte of the record, padding as zero; what is not as the encoder writes it gives null. Verifying is
+// the same without a record: it accepts into Nowhere.
 #pragma once
 
 #include "codec.h"
-
-#include "runtime/operations.h"
-
-#include <type_traits>
 
 namespace tlvmsg::rules {
 
@@ -18,82 +14,66 @@ struct Nowhere {};
 template <class Out>
 inline constexpr bool stores = !std::is_same_v<Out, Nowhere>;
 
-// Whether a decoded record may hold blocks.
-template <class Codec>
-inline constexpr bool allocates = false;
-template <class Codec>
-requires requires { Codec::allocates; }
-inline constexpr bool allocates<Codec> = Codec::allocates;
+// The bounds of input are an Input, which says where it ends, or what the headers of trusted elements say:
+// only of those that have the presumed size, or of all.
+struct Presumed {};
+struct Trusted : Presumed {};
 
-// Whether it goes by a number that its structure has right before it; alone it has none.
-template <class Codec>
-inline constexpr bool governed = requires {
-    Codec::governed;
-};
+template <class Codec, class Bounds>
+inline constexpr bool only_presumed = always_presumed<Codec> || std::is_same_v<Bounds, Presumed>;
 
-// Zeroes the padding of a record of presumed size; what has none, or no record, says nothing.
-template <class Codec, class Out>
-void clear_padding(Out out) {
-    if constexpr (requires { Codec::clear_padding(out); }) {
-        Codec::clear_padding(out);
-    }
+// Whether an element of the presumed size lies within the bounds.
+template <class Codec>
+bool holds_presumed(const Input &input, const uint8_t *in) {
+    return input.left(in) >= presumed_size<Codec>;
+}
+template <class Codec>
+bool holds_presumed(Presumed, const uint8_t *in) {
+    return Codec::covers(in);
 }
 
-// Whether it is presumed to be of one size and has a header or more; a message only has members.
-template <class Codec>
-inline constexpr bool has_headers = presumed_size<Codec> != 0 && requires(const uint8_t *in) {
-    Codec::mismatch(in);
-};
+// Accepts what is of the presumed size: all headers at once, then all values.
+template <class Codec, class Bounds, class Out>
+[[gnu::always_inline]] inline bool accept_presumed(const uint8_t *in, Bounds &bounds, Out out) {
+    if (!holds_presumed<Codec>(bounds, in) || Codec::mismatch(in) != 0) [[unlikely]] {
+        return false;
+    }
+    if constexpr (stores<Out>) {
+        Codec::take(in, out);
+        rules::clear_padding<Codec>(out);
+    }
+    return true;
+}
+
+// Accepts an element of any size. What follows a presumed one is at a known place, for which no load waits.
+template <class Codec, class Bounds, class Out>
+[[gnu::always_inline]] inline const uint8_t *accept(const uint8_t *in, Bounds &bounds, Out out) {
+    if constexpr (presumed_size<Codec> != 0) {
+        if (accept_presumed<Codec>(in, bounds, out)) [[likely]] {
+            return in + presumed_size<Codec>;
+        }
+    }
+    if constexpr (only_presumed<Codec, Bounds>) {
+        return nullptr;
+    } else if constexpr (std::is_same_v<Bounds, Trusted>) {
+        Input own{.end = read_element(in).end, .limit = 0, .terminated = false};
+        return Codec::accept(in, own, out);
+    } else {
+        return Codec::accept(in, bounds, out);
+    }
+}
 
 // What is just as the encoder writes it is decoded without looking at each member by itself. The own header
 // is looked at first: only when it is exact do all the members lie inside the element.
 template <class Codec>
 [[gnu::always_inline]] inline const uint8_t *decode(const uint8_t *in, typename Codec::record *out) {
-    if constexpr (fast_paths && presumed_size<Codec> != 0 && requires { Codec::covers(in); }) {
+    if constexpr (fast_paths && presumed_size<Codec> != 0) {
         if (in != nullptr && out != nullptr && Codec::covers(in) && Codec::mismatch(in) == 0) [[likely]] {
             Codec::take(in, out);
             return in + presumed_size<Codec>;
         }
     }
     return Codec::decode(in, out);
-}
-
-// All headers at once, then all values.
-template <class Codec, class Out>
-[[gnu::always_inline]] inline const uint8_t *accept_presumed(const uint8_t *in, const Input &input, Out out) {
-    if (input.left(in) < presumed_size<Codec> || Codec::mismatch(in) != 0) {
-        return nullptr;
-    }
-    if constexpr (stores<Out>) {
-        Codec::take(in, out);
-        clear_padding<Codec>(out);
-    }
-    return in + presumed_size<Codec>;
-}
-
-// The same in place of a length that is known: the codec's own header says it, and is looked at first.
-template <class Codec, class Out>
-[[gnu::always_inline]] inline bool accept_covered(const uint8_t *in, Out out) {
-    if (!Codec::covers(in) || Codec::mismatch(in) != 0) [[unlikely]] {
-        return false;
-    }
-    if constexpr (stores<Out>) {
-        Codec::take(in, out);
-    }
-    return true;
-}
-
-template <class Codec, class Out>
-[[gnu::always_inline]] inline const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
-    if constexpr (has_headers<Codec>) {
-        const uint8_t *end = accept_presumed<Codec>(in, input, out);
-        if (Codec::fixed_size != 0 || end != nullptr) {
-            return end;
-        }
-    }
-    if constexpr (!has_headers<Codec> || Codec::fixed_size == 0) {
-        return Codec::accept(in, input, out);
-    }
 }
 
 // The end of an element of that tag by its own length, or null when it does not lie within the input.

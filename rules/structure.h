@@ -6,22 +6,23 @@
 namespace tlvmsg::rules {
 
 // Fixed structures up to this encoded size are repeated in each message that holds them.
-inline constexpr uint32_t expanded_up_to = 64;
+constexpr bool is_repeated(uint32_t fixed_size) { return fixed_size != 0 && fixed_size <= 64; }
 
 template <uint16_t Tag, class Record, class... Members>
 struct structure {
     using record = Record;
-    static constexpr uint32_t fixed_size =
-        fixed_sum<Members...> != 0 ? header_size + fixed_sum<Members...> : 0;
-    static constexpr uint32_t presumed_size =
-        presumed_sum<Members...> != 0 ? header_size + presumed_sum<Members...> : 0;
-    static constexpr bool allocates = (Members::allocates || ...);
-    static constexpr bool expanded = fixed_size != 0 && fixed_size <= expanded_up_to;
+    static constexpr Form form{
+        .fixed_size = size_in_element(sum<&Form::fixed_size, Members...>),
+        .presumed_size = size_in_element(sum<&Form::presumed_size, Members...>),
+        .allocates = (allocates<Members> || ...),
+        .called = is_repeated(size_in_element(sum<&Form::fixed_size, Members...>)) ? Called::ToDecode
+                                                                                   : Called::Always,
+    };
 
     template <Library For>
     static uint64_t measure(const record *in) {
         if (is_full(in)) {
-            return presumed_size;
+            return form.presumed_size;
         }
         return element_size<For>((Members::template measure<For>(in) + ... + uint64_t{header_size}));
     }
@@ -31,11 +32,11 @@ struct structure {
         if (in == nullptr || out == nullptr) {
             return nullptr;
         }
-        if (fixed_size != 0 || is_full(in)) {
+        if (is_full(in)) {
             put(in, out);
-            return out + presumed_size;
+            return out + form.presumed_size;
         }
-        const uint64_t size = rules::measure<structure, Library::Exact>(in);
+        const uint64_t size = measure<Library::Exact>(in);
         wire::store32(out, wire::header(Tag, static_cast<uint16_t>(size - header_size)));
         out += header_size;
         ((out = Members::template encode<For>(in, out)), ...);
@@ -43,17 +44,17 @@ struct structure {
     }
 
     [[gnu::always_inline]] static bool is_full(const record *in) {
-        if constexpr (presumed_size != 0) {
+        if constexpr (form.presumed_size != 0) {
             return (Members::is_full(in) && ...);
         }
         return false;
     }
 
     [[gnu::always_inline]] static void put(const record *in, uint8_t *out) {
-        if constexpr (presumed_size != 0) {
+        if constexpr (form.presumed_size != 0) {
             wire::store32(out, exact_header);
             out += header_size;
-            ((Members::put(in, out), out += Members::presumed_size), ...);
+            ((Members::put(in, out), out += presumed_size<Members>), ...);
         }
     }
 
@@ -73,12 +74,19 @@ struct structure {
 
     static bool covers(const uint8_t *in) { return wire::difference(in, exact_header) == 0; }
     [[gnu::always_inline]] static uint32_t mismatch(const uint8_t *in) {
-        return wire::difference(in, exact_header) | members_mismatch<Members...>(in + header_size);
+        uint32_t difference = wire::difference(in, exact_header);
+        in += header_size;
+        ((difference |= Members::mismatch(in), in += presumed_size<Members>), ...);
+        return difference;
     }
     [[gnu::always_inline]] static void take(const uint8_t *in, record *out) {
-        take_members<Members...>(in + header_size, out);
+        in += header_size;
+        ((Members::take(in, out), in += presumed_size<Members>), ...);
     }
-    static void clear_padding(record *out) { clear_all_padding<Members...>(out); }
+    [[gnu::always_inline]] static void clear_padding(record *out) {
+        clear_gaps<Members...>(out);
+        (Members::clear_padding(out), ...);
+    }
 
     template <class Out>
     static const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
@@ -92,7 +100,7 @@ struct structure {
 
 private:
     static constexpr uint32_t exact_header =
-        wire::header(Tag, static_cast<uint16_t>(presumed_size - header_size));
+        wire::header(Tag, static_cast<uint16_t>(form.presumed_size - header_size));
 };
 
 } // namespace tlvmsg::rules

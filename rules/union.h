@@ -1,40 +1,14 @@
 // Unions: just the element of the alternative that the selector chooses, or nothing.
 #pragma once
 
-#include "use.h"
+#include "member.h"
 
 namespace tlvmsg::rules {
 
 // The alternative in FIELD, chosen by any of VALUES.
 template <class Codec, auto Field, uint32_t... Values>
-struct alternative {
+struct alternative : member<Codec, Field> {
     static constexpr bool chosen_by(uint32_t selector) { return ((selector == Values) || ...); }
-
-    template <Library For, class Record>
-    static uint64_t measure(const Record *in) {
-        return Use<Codec>::template measure<For>(&(in->*Field));
-    }
-
-    template <Library For, class Record>
-    static uint8_t *encode(const Record *in, uint8_t *out) {
-        return Use<Codec>::template encode<For>(&(in->*Field), out);
-    }
-
-    template <class Record>
-    static const uint8_t *decode(const uint8_t *in, Record *out) {
-        return Use<Codec>::decode(in, &(out->*Field));
-    }
-
-    static constexpr bool allocates = rules::allocates<Codec>;
-
-    template <class Out>
-    static const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
-        if constexpr (stores<Out>) {
-            return Use<Codec>::accept(in, input, &(out->*Field));
-        } else {
-            return Use<Codec>::accept(in, input, out);
-        }
-    }
 };
 
 // A selector that chooses nothing is no fault: nothing is written or read, and the position stays where it
@@ -42,9 +16,11 @@ struct alternative {
 template <class Record, auto Selector, class... Alternatives>
 struct union_of {
     using record = Record;
-    static constexpr uint32_t fixed_size = 0;
-    static constexpr bool expanded = false;
-    static constexpr bool governed = true;
+    static constexpr Form form{
+        .allocates = (allocates<Alternatives> || ...),
+        .governed = true,
+        .called = Called::Always,
+    };
 
     template <Library For>
     static uint64_t measure(const record *in) {
@@ -75,15 +51,13 @@ struct union_of {
         return in;
     }
 
-    static constexpr bool allocates = (Alternatives::allocates || ...);
-
     // The selector is the value right before, which is in the record already. Alone, a union has selector 0.
     template <class Out>
     static const uint8_t *accept(const uint8_t *in, Input &input, Out out, bool alone = false) {
         uint32_t selector = 0;
         if constexpr (stores<Out>) {
             auto &stored = out->*Selector;
-            asm("" : "+m"(stored)); // not what is in the input by now
+            asm("" : "+m"(stored)); // the stored one, whatever the input holds by now
             selector = stored;
             clear_behind(out, &stored + 1);
         } else if (!alone) {

@@ -1,88 +1,74 @@
-// How one codec uses another: one copy of its code for all of them unless it is expanded.
+// How one codec uses another: one copy of its code for all of them, or one in each.
 #pragma once
 
 #include "strict.h"
 
 namespace tlvmsg::rules {
 
-template <class Codec>
-struct Called {
-    using record = typename Codec::record;
-
-    template <Library For = Library::Exact>
-    [[gnu::noinline]] static uint8_t *encode(const record *in, uint8_t *out) {
-        return rules::encode<Codec, For>(in, out);
-    }
-    [[gnu::noinline]] static const uint8_t *decode(const uint8_t *in, record *out) {
-        return rules::decode<Codec>(in, out);
-    }
-    template <class Out>
-    [[gnu::noinline]] static const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
-        return rules::accept<Codec>(in, input, out);
-    }
-    template <Library For>
-    [[gnu::noinline]] static uint64_t measure(const record *in) {
-        return rules::measure<Codec, For>(in);
-    }
-    [[gnu::noinline]] static uint32_t mismatch(const uint8_t *in) { return Codec::mismatch(in); }
-    [[gnu::noinline]] static void put(const record *in, uint8_t *out) { rules::put<Codec>(in, out); }
-    [[gnu::noinline]] static void take(const uint8_t *in, record *out) { Codec::take(in, out); }
-    template <class Out>
-    [[gnu::noinline]] static bool accept_covered(const uint8_t *in, Out out) {
-        return rules::accept_covered<Codec>(in, out);
-    }
+// The copy of FUNCTION that all of its users call.
+template <auto Function>
+struct Copy;
+template <class Result, class... Parameters, Result (*Function)(Parameters...)>
+struct Copy<Function> {
+    [[gnu::noinline]] static Result call(Parameters... parameters) { return Function(parameters...); }
 };
 
-template <class Codec>
-struct Expanded {
-    using record = typename Codec::record;
-
-    template <Library For = Library::Exact>
-    static uint8_t *encode(const record *in, uint8_t *out) {
-        return rules::encode<Codec, For>(in, out);
-    }
-    static const uint8_t *decode(const uint8_t *in, record *out) {
-        if constexpr (requires { Codec::expanded; }) {
-            return Called<Codec>::decode(in, out);
-        } else {
-            return Codec::decode(in, out);
-        }
-    }
-    template <class Out>
-    static const uint8_t *accept(const uint8_t *in, Input &input, Out out) {
-        return rules::accept<Codec>(in, input, out);
-    }
-    template <Library For>
-    static uint64_t measure(const record *in) {
-        return rules::measure<Codec, For>(in);
-    }
-    [[gnu::always_inline]] static uint32_t mismatch(const uint8_t *in) { return Codec::mismatch(in); }
-    [[gnu::always_inline]] static void put(const record *in, uint8_t *out) { rules::put<Codec>(in, out); }
-    [[gnu::always_inline]] static void take(const uint8_t *in, record *out) { Codec::take(in, out); }
-    template <class Out>
-    [[gnu::always_inline]] static bool accept_covered(const uint8_t *in, Out out) {
-        return rules::accept_covered<Codec>(in, out);
-    }
-};
-
-template <class Codec>
-struct Use : std::conditional_t<expanded<Codec>, Expanded<Codec>, Called<Codec>> {
+template <KeepsProtocol Codec>
+struct Use {
     using record = typename Codec::record;
 
     static uint16_t size(const record *in) {
-        if (Codec::fixed_size == 0 && in == nullptr) {
+        if (fixed_size<Codec> == 0 && in == nullptr) {
             return 0;
         }
         return static_cast<uint16_t>(measure<Library::Exact>(in));
     }
 
     template <Library For>
-    static uint64_t measure(const record *in) {
-        if constexpr (Codec::fixed_size != 0) {
-            return Codec::fixed_size;
+    [[gnu::always_inline]] static uint64_t measure(const record *in) {
+        return choose<measured, rules::measure<Codec, For>>(in);
+    }
+    template <Library For = Library::Exact>
+    [[gnu::always_inline]] static uint8_t *encode(const record *in, uint8_t *out) {
+        return choose<always, rules::encode<Codec, For>>(in, out);
+    }
+    [[gnu::always_inline]] static void put(const record *in, uint8_t *out) {
+        choose<always, Codec::put>(in, out);
+    }
+
+    [[gnu::always_inline]] static const uint8_t *decode(const uint8_t *in, record *out) {
+        if constexpr (form<Codec>.called == Called::Never) {
+            return Codec::decode(in, out);
         } else {
-            return std::conditional_t<expanded<Codec>, Expanded<Codec>, Called<Codec>>::template measure<For>(
-                in);
+            return Copy<rules::decode<Codec>>::call(in, out);
+        }
+    }
+    [[gnu::always_inline]] static uint32_t mismatch(const uint8_t *in) {
+        return choose<always, Codec::mismatch>(in);
+    }
+    [[gnu::always_inline]] static void take(const uint8_t *in, record *out) {
+        choose<always, Codec::take>(in, out);
+    }
+    template <class Bounds, class Out>
+    [[gnu::always_inline]] static const uint8_t *accept(const uint8_t *in, Bounds &bounds, Out out) {
+        if constexpr (only_presumed<Codec, Bounds>) {
+            const bool accepted = choose<always, accept_presumed<Codec, Bounds, Out>>(in, bounds, out);
+            return accepted ? in + presumed_size<Codec> : nullptr;
+        } else {
+            return choose<always, rules::accept<Codec, Bounds, Out>>(in, bounds, out);
+        }
+    }
+
+private:
+    static constexpr bool always = form<Codec>.called == Called::Always;
+    static constexpr bool measured = always && fixed_size<Codec> == 0;
+
+    template <bool Call, auto Function, class... Arguments>
+    [[gnu::always_inline]] static auto choose(Arguments &&...arguments) {
+        if constexpr (Call) {
+            return Copy<Function>::call(arguments...);
+        } else {
+            return Function(arguments...);
         }
     }
 };

@@ -1,8 +1,8 @@
 // The strict operations of a type, as its descriptor refers to them.
 //
-// They accept flawless input only, and records that can be encoded. On the first thing that is otherwise they
-// give up without saying why: whoever called them then goes by the descriptors, which say what is tolerated
-// and what the fault is.
+// They accept flawless input only, and records that can be encoded. At anything else they
+// give up without saying why: their callers then go by the descriptors, which say what is tolerated and what
+// the fault is.
 #pragma once
 
 #include <cstddef>
@@ -19,12 +19,12 @@ struct Input {
     size_t limit; // bytes of all blocks together
     size_t allocated = 0;
     size_t blocks = 0;
-    bool out_of_memory = false; // the last of the blocks was not to be had
-    bool terminated = true;     // whether terminators are looked at, as exact decoders do not
+    bool out_of_memory = false; // there was no memory for the last block
+    bool terminated = true;     // whether zero bytes behind bytes are looked at: exact decoders skip them
 
     size_t left(const uint8_t *in) const { return static_cast<size_t>(end - in); }
 
-    // Whether one more block is within the limits; counts it then.
+    // Counts one more block if it is within the limits, and says whether it is.
     bool allow(uint64_t size) {
         if (size > UINT32_MAX || size > limit - allocated) {
             return false;

@@ -7,7 +7,7 @@
 
 namespace tlvmsg::wire {
 
-// A scalar of C type T. What its decoder accepts may be another tag than its encoder writes (char).
+// A scalar of C type T. Its decoder may accept another tag than its encoder writes, as that of char does.
 template <class T, uint16_t WriteTag, uint16_t ReadTag = WriteTag>
 struct Scalar {
     using record = T;
@@ -43,6 +43,7 @@ struct Scalar {
         return in + fixed_size;
     }
 
+    static bool covers(const uint8_t *in) { return mismatch(in) == 0; }
     static uint32_t mismatch(const uint8_t *in) { return difference(in, exact_header); }
     static void take(const uint8_t *in, T *out) { *out = static_cast<T>(load(in + header_size)); }
 

@@ -37,7 +37,7 @@ inline void store64(uint8_t *out, uint64_t value) {
     std::memcpy(out, &value, sizeof value);
 }
 
-// As it lies there, in whatever order.
+// Loads a value as it is stored, in whatever order.
 template <class Value>
 Value load_stored(const uint8_t *in) {
     Value value;
@@ -51,8 +51,8 @@ inline uint32_t load32(const uint8_t *in) { return OSALntohl(load_stored<uint32_
 
 inline uint64_t load64(const uint8_t *in) { return big_endian(load_stored<uint64_t>(in)); }
 
-// A number that is fetched now and not again: what depends on it, and what is stored, agree even when
-// somebody else changes the bytes.
+// Fetches a number now and not again, so that what depends on it and what is stored agree even when somebody
+// else changes the bytes.
 template <class Value>
 Value fetched(Value value) {
     asm("" : "+r"(value));

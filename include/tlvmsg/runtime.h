@@ -25,12 +25,13 @@
  *     writes 65,553 bytes. tlvmsg_size tells beforehand: it refuses a record with an element that is too long
  *     for its length (value-too-long) or a count without items (items-missing), and gives the true size of a
  *     message, which has no length and may exceed 65,535 bytes.
- *   - Counts within the capacities, with which nothing compares them. Of a larger count the items behind the
- *     array's storage are sent as well. Byte arrays alone fail then, once they have written everything.
- *   - No dynamic byte arrays: of them the encoder sends the record's own bytes, from the pointer field onward,
- *     and what lies behind the record. tlvmsg_encode sends the bytes that the pointer designates.
- *   - A null pointer only with a count of 0. Dynamic arrays of elements fail otherwise, once they have written
- *     their header and count.
+ *   - Counts within the capacities, with which nothing compares them. An encoder whose count is larger also
+ *     sends what lies behind the array's storage. Only that of a byte array then fails, once it has written
+ *     everything.
+ *   - No dynamic byte arrays: the encoder sends the record's own bytes, from the pointer field onward, and what
+ *     lies behind the record. tlvmsg_encode sends the bytes that the pointer designates.
+ *   - A null pointer only with a count of 0. With any other count the encoder of a dynamic array of elements
+ *     fails, once it has written header and count.
  *
  * What a decoder needs of its caller
  *
@@ -38,17 +39,18 @@
  *     behind the end that the length of their structure gives: 05 4D 00 00 is a zel_led_control without
  *     members, and its decoder looks for the first one in the four bytes behind. How much of a buffer has to
  *     be readable depends on all of its bytes; tlvmsg_verify finds out (`examined`), tlvmsg_decode sees to it.
- *   - Room for the items. Counts are stored as they come and compared with no capacity: of a larger count the
- *     items are stored behind the array.
+ *   - Room for the items. Counts are stored as they come and compared with no capacity: a decoder that reads a
+ *     larger count stores items behind the array.
  *   - The right type. A message has no tag of its own, nearly all begin with the same app_sess_hdr, and none
  *     says how long it is: which message comes next, and where it ends, is for the caller's framing to say.
  *
  * What the success of a decoder means
  *
- *   - Of a structure or array, that its own tag was right, and no more: whatever became of its members and
- *     items, decoding goes on where its own length says. Of an enumeration, its tag and the number inside; its
- *     own length is not looked at. Of a union, that of the chosen alternative, or that none is chosen.
- *   - Of a message, that each of its own members succeeded. What failed inside them does not show.
+ *   - A structure or array succeeds when its own tag is right: whatever becomes of its members and items,
+ *     decoding goes on where its own length says.
+ *   - An enumeration succeeds when its own tag is right and a uint32 is inside. Its own length is not looked at.
+ *   - A union succeeds when the chosen alternative does, and when none is chosen.
+ *   - A message succeeds when each of its own members does. What fails inside them does not show.
  *   - A message's decoder clears the record first, and releases nothing that it holds. All others leave what is
  *     absent as it was: old numbers, and old pointers of dynamic arrays. Clear such a record beforehand.
  *   - A bounded array that its structure lacks has its capacity for a count, over whatever its items were.

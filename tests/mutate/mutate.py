@@ -21,7 +21,8 @@ WORK = ROOT / "build/mutate"
 TREE, BUILD = WORK / "tree", WORK / "build"
 
 CODEC_TESTS = [f"bin/{name}_test" for name in ("runtime", "structure", "message", "array", "dynamic_array", "union",
-                                               "vectors", "inspect", "property", "fast_path")]
+                                               "vectors", "inspect", "property", "paths", "fast_path")]
+OWN_CODECS = ("bin/paths_test", "bin/fast_path_test")  # which are built with rules of their own
 FOLDERS = {  # what a folder's sources make, and what is run to test it, the likely killers first
     "runtime": (["lib/libtlvmsg.so", "lib/libtlvmsg_inspect.so"], CODEC_TESTS),
     "rules": (["lib/libtlvmsg.so", "lib/libtlvmsg_inspect.so"], CODEC_TESTS),
@@ -162,7 +163,7 @@ class Builder:
         if self.of_codecs:
             if not self.ninja(self.quick_objects):
                 return None
-            others = [test for test in self.tests if test != "bin/fast_path_test"]  # which has codecs of its own
+            others = [test for test in self.tests if test not in OWN_CODECS]
             if not all(map(run, self.quick_links)) or not all(map(self.passes, others)):
                 return True
         if not self.ninja(self.products):
