@@ -78,6 +78,7 @@ SETUP = {
     "forms/verdict.h": TYPE % "analogbri_led_control_req_message" + MESSAGE,
     "tlvmsg.hpp": MESSAGE + SPAN,
     "tlvmsg_format.hpp": BARE_LED + SPAN,
+    "tlvmsg_forms.hpp": MESSAGE + SPAN,
 }
 # What calls an example that is a function, or stands outside of one.
 CALL = {"tlvmsg.hpp": "if (sum_of(message) != 10) abort();"}

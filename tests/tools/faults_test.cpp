@@ -18,7 +18,7 @@ TEST(Faults, AreJsonObjects) {
     EXPECT_EQ(error_json(ToolCode::link_type, "of type 999").dump(),
               R"({"code":"link-type","text":"of type 999"})");
     EXPECT_EQ(error_json(Failure(exit_io, "\xFF: no such file")).dump(),
-              R"({"code":"input-output","text":"\\xFF: no such file"})");
+              R"({"code":"input-output","text":"<FF>: no such file"})");
     EXPECT_EQ(error_json(Failure(exit_usage, "")).at("code"), "usage");
     EXPECT_EQ(error_json(Failure(exit_malformed, "")).at("code"), "malformed-input");
 }

@@ -82,7 +82,7 @@ def compare_members(inside, record, above):
 
 class Fault(ctypes.Structure):
     _fields_ = [("code", ctypes.c_int), ("offset", ctypes.c_size_t), ("found", ctypes.c_uint64),
-                ("allowed", ctypes.c_uint64), ("path", ctypes.c_char * 128)]
+                ("allowed", ctypes.c_uint64), ("path", ctypes.c_char * 128), ("reserved", ctypes.c_size_t * 2)]
 
     def text(self, kind):
         text = ctypes.create_string_buffer(320)
@@ -97,7 +97,7 @@ class Piece(ctypes.Structure):
 
 class Extent(ctypes.Structure):
     _fields_ = [(name, ctypes.c_size_t) for name in ("consumed", "examined", "allocated", "blocks", "deviations")]
-    _fields_ += [("first", Fault)]
+    _fields_ += [("first", Fault), ("reserved", ctypes.c_size_t * 4)]
 
 
 Tracer = ctypes.CFUNCTYPE(None, ctypes.c_void_p, ctypes.POINTER(Piece))

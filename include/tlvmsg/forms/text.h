@@ -5,8 +5,8 @@
  *     reading.mon_type = 1 (voltage)            with the value's name, where it has one
  *     vlan_counters.count = 1
  *     vlan_counters[0].vlan_id.id = 101
- *     name = "eth0"                             bytes that are all printable ASCII, with \ before " and \;
- *                                               others: hex(03 E9)
+ *     name = "eth0"                             bytes that are all printable ASCII, where \ stands before " and \
+ *                                               and others: hex(03 E9)
  *     qmap = []                                 an array of other things, without any
  */
 #ifndef TLVMSG_FORMS_TEXT_H
