@@ -1,5 +1,6 @@
 #include "compiler/build/measure.h"
 
+#include "compiler/model/array_room.h"
 #include "compiler/model/references.h"
 
 #include <algorithm>
@@ -16,16 +17,6 @@ struct Size {
     uint64_t min;
     uint64_t max;
 };
-
-// So many items as the record can hold.
-uint64_t countable(const Type &array) {
-    if (!is_dynamic(array)) {
-        return array.capacity;
-    }
-    return array.count->scalar->width == 1 ? UINT8_MAX : wire::largest_count;
-}
-
-bool has_bare_items(const Type &array) { return array.kind == Kind::PackedArray || holds_bytes(array); }
 
 // Bytes have a terminator, but for a bounded array that is full.
 uint64_t array_size(const Type &array, uint64_t count, uint64_t item_size) {
@@ -131,12 +122,6 @@ void measure(Schema &schema) {
     for (Type &type : schema.types) {
         type.max_count = type.sound && is_array(type) ? most_items(type, wire::largest_element) : 0;
     }
-}
-
-uint64_t most_items(const Type &array, uint64_t size) {
-    const uint64_t item = has_bare_items(array) ? array.element->scalar->width : array.element->min_size;
-    const uint64_t terminator = array.kind == Kind::DynamicBytes ? 1 : 0;
-    return std::min(countable(array), (size - wire::array_prefix - terminator) / std::max<uint64_t>(1, item));
 }
 
 } // namespace tlvc

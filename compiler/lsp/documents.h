@@ -39,7 +39,8 @@ uint32_t offset_of(std::string_view text, uint64_t line, uint64_t column);
 // Nothing is compiled before somebody asks, and then what has changed since.
 class Documents {
 public:
-    explicit Documents(ImportPath import_path) : import_path_(std::move(import_path)) {}
+    Documents(const Library &library, ImportPath import_path)
+        : library_(library), import_path_(std::move(import_path)) {}
 
     void put(const std::string &uri, std::string text);
     void remove(const std::string &uri);
@@ -69,6 +70,7 @@ private:
     Analysis &refreshed(const std::filesystem::path &family);
     void analyse(const std::filesystem::path &family, Analysis &analysis) const;
 
+    const Library &library_;
     ImportPath import_path_;
     OpenTexts texts_;
     std::map<std::string, Open> open_;                   // by URI

@@ -8,6 +8,6 @@
 namespace tlvc::lsp {
 
 // From a descriptor, until the client says 'exit' or the input ends. The exit code: 0 if the client said 'shutdown' before.
-int serve(int in, std::ostream &out, const ImportPath &import_path);
+int serve(int in, std::ostream &out, const Library &library, const ImportPath &import_path);
 
 } // namespace tlvc::lsp
