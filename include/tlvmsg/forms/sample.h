@@ -10,7 +10,7 @@
  *     vlan_counters[3].vlan_id.id=7  there are then as many items as that takes
  *     address.ipv6                   the alternative that a union is to have; address.ipv4=5 says so, too
  *
- * The last one about a member or a union counts. Everything else is as the kind of sample has it.
+ * The last setting of a member or a union decides. Everything else is as the kind of sample has it.
  *
  * Example:
  *
@@ -39,7 +39,7 @@ extern "C" {
 
 typedef enum tlvmsg_sample_kind {
     TLVMSG_SAMPLE_RANDOM,  /* small counts, numbers of all magnitudes, some byte arrays readable text */
-    TLVMSG_SAMPLE_MIN,     /* all zero and empty; of unions, what 0 chooses, if anything */
+    TLVMSG_SAMPLE_MIN,     /* all zero and empty; unions have what 0 chooses, if anything */
     TLVMSG_SAMPLE_MAX,     /* numbers and counts at their largest */
     TLVMSG_SAMPLE_BOUNDARY /* numbers and counts at or next to their least and their largest */
 } tlvmsg_sample_kind;
@@ -48,7 +48,7 @@ typedef enum tlvmsg_sample_kind {
 typedef struct tlvmsg_sample_options {
     tlvmsg_sample_kind kind;
     uint64_t
-        seed; /* the same gives the same sample on every machine; of unions, it chooses the alternatives */
+        seed; /* the same gives the same sample on every machine; it also chooses alternatives of unions */
     const char *const *settings;
     size_t setting_count;
     uintptr_t reserved[4];
