@@ -56,10 +56,10 @@ typedef struct tlvmsg_sample_options {
 
 /*
  * Makes a record of type->size bytes, whose earlier content is lost without being released, and which the caller
- * releases. Without settings its encoding is never longer than 65,535 bytes: dynamic arrays share what the rest
- * of the type leaves of them. `options` and `fault` may be null. On failure the record is zero, and `*fault` says
- * why: no memory, a null argument, or a setting that makes no sense, with its number from 1 as the line. The path
- * is the member's, or empty when there is none of that name.
+ * releases. Without settings its encoding has at most 65,535 bytes, unless bounded arrays alone take more: dynamic
+ * arrays share what the rest of the type leaves of them. `options` and `fault` may be null. On failure the record
+ * is zero, and `*fault` says why: no memory, a null argument, a reserved word, or a setting that makes no sense, with
+ * its number from 1 as the line. The path is the member's, or empty when there is none of that name.
  */
 bool tlvmsg_sample(const tlvmsg_type *type, const tlvmsg_sample_options *options, void *record,
                    tlvmsg_text_fault *fault);
