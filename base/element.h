@@ -1,4 +1,4 @@
-// What stands on the wire, known by its header alone.
+// Elements of the wire, known by their headers alone.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +19,7 @@ struct Element {
     size_t value() const { return offset + header_size; }
     size_t end() const { return value() + length; }
 
-    // Of the bytes that it was found in: all of its own, and those of its value.
+    // All of its bytes, and those of its value, in the bytes that it was found in.
     std::span<const uint8_t> own(std::span<const uint8_t> bytes) const {
         return bytes.subspan(offset, header_size + length);
     }
@@ -38,7 +38,7 @@ inline std::optional<Element> element_at(std::span<const uint8_t> bytes, size_t 
     return element.end() <= bytes.size() ? std::optional(element) : std::nullopt;
 }
 
-// Tells of one element behind the other from the start, as long as they are whole. Gives their end.
+// Visits one element behind the other from the start, as long as they are whole. Gives the end of the last one.
 template <class Visit>
 size_t for_each_element(std::span<const uint8_t> bytes, Visit visit) {
     size_t end = 0;

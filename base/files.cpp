@@ -129,7 +129,7 @@ void write_in_place(const std::string &path, const std::string &text) {
 
 // Where the symbolic links lead, also when nothing is there yet.
 std::string behind_links(const std::string &path) {
-    constexpr int most_links = 40; // as the system follows
+    constexpr int most_links = 40; // as many as the system follows
     fs::path target = path;
     std::error_code error;
     for (int links = 0; fs::is_symlink(target, error); ++links) {

@@ -1,4 +1,4 @@
-// Whole files.
+// Reading and writing whole files.
 #pragma once
 
 #include <stdexcept>

@@ -1,4 +1,4 @@
-// What is thrown in a callback of C must not pass the C that calls it: it is kept, and thrown on behind that.
+// An exception in a callback must not pass the C code that calls it: it is kept, and thrown again when C has returned.
 #pragma once
 
 #include <exception>
@@ -7,7 +7,7 @@ namespace tlvmsg::base {
 
 class Relay {
 public:
-    // Whether the work was done; none is done any more once something was thrown.
+    // Gives whether the work was done. Once something was thrown, none is done any more.
     template <class Work>
     bool run(Work work) {
         if (!thrown_) {

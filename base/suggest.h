@@ -1,3 +1,4 @@
+// Which name somebody meant who mistyped one.
 #pragma once
 
 #include <cstdint>

@@ -13,8 +13,8 @@ struct Range {
     uint32_t last;
 };
 
-// What shows nothing of its own: controls, format characters, fillers, selectors of variants, tags, and what is no
-// character.
+// Code points that show nothing of their own: controls, format characters, fillers, variation selectors, tags, and
+// those that are no characters.
 constexpr Range invisible[] = {
     {0x0000, 0x0008},   {0x000A, 0x001F}, {0x007F, 0x009F}, {0x00AD, 0x00AD},   {0x034F, 0x034F},
     {0x061C, 0x061C},   {0x115F, 0x1160}, {0x17B4, 0x17B5}, {0x180B, 0x180F},   {0x200B, 0x200F},

@@ -1,4 +1,4 @@
-// Texts from outside, as a terminal may be told them.
+// Texts from outside, made safe for a terminal.
 #pragma once
 
 #include <cstdint>
@@ -11,10 +11,10 @@ namespace tlvmsg::base {
 // that are no UTF-8 as <FF>. Blanks stay, also those of other scripts, and tabs.
 std::string visible(std::string_view text);
 
-// The same; of more than some hundred bytes the first and the last.
+// The same, with the middle left out of a text of more than some hundred bytes.
 std::string visible_head(std::string_view text);
 
-// A character as a message tells of it: 'x', 'ü' (U+00FC), U+00A0.
+// A character as messages name it: 'x', 'ü' (U+00FC), U+00A0.
 std::string named(std::string_view character);
 
 } // namespace tlvmsg::base

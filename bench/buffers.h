@@ -1,4 +1,4 @@
-// Where measured operations read and write. Where buffers lie decides as much as the code does: all start at
+// The buffers that measured operations read and write. Where they lie decides as much as the code does: all start at
 // a cache line, and what is read and what is written are half a page apart modulo the page size, since a load
 // that follows a store to the same place in another page waits for it.
 #pragma once
@@ -53,7 +53,7 @@ public:
     }
 
     const record &values() const { return *reinterpret_cast<const record *>(record_.data()); }
-    record &fresh() const { return *reinterpret_cast<record *>(record_.data()); }
+    record &fields() const { return *reinterpret_cast<record *>(record_.data()); }
     uint8_t *wire() const { return wire_.data(); }
     size_t wire_size() const { return wire_size_; }
     uint8_t *out() const { return out_.data(); }
@@ -68,7 +68,7 @@ public:
 private:
     static constexpr size_t max_wire = 65536;
 
-    // Nobody measures an operation that does not do its work.
+    // Throws when an operation does not do its work: then its time means nothing.
     void check(const AnyRow &row) const {
         const bool whole = AnyRow::decode(wire(), &decoded()) == wire() + wire_size_;
         if (!whole || !matches(decoded())) {

@@ -23,7 +23,7 @@ void empty_caches() {
     benchmark::ClobberMemory();
 }
 
-constexpr benchmark::IterationCount passes = 10; // a repetition
+constexpr benchmark::IterationCount passes = 10; // in a repetition
 
 // What one step of a pass needs and nothing more, one behind the other in the pass's order.
 struct Step {

@@ -70,9 +70,8 @@ void fill_addresses(const tlvmsg_type &type, uint8_t *record) {
 
 void check(const Sample &sample) {
     const bool whole = sample.codec.decode(sample.wire, sample.decoded) == sample.wire + sample.wire_size;
-    const bool same =
-        holds(*sample.type, is_dynamic_bytes) || // of which the exact encoder sends the pointers
-        tlvmsg_equal(sample.type, sample.record, sample.decoded);
+    const bool same = holds(*sample.type, is_dynamic_bytes) || // the exact encoder sends their pointers
+                      tlvmsg_equal(sample.type, sample.record, sample.decoded);
     if (!whole || !same) {
         throw std::logic_error(std::string(sample.type->name) + ": decodes to something else");
     }
@@ -96,23 +95,23 @@ Corpus::Corpus() {
     }
     RandomRecord random(1, Counts::Random, 0);
     for (Sample &sample : samples_) {
-        uint8_t *record = place(sample.type->size + readable_behind_record);
+        uint8_t *record = allocate(sample.type->size + readable_behind_record);
         random.fill(*sample.type, record);
         fill_addresses(*sample.type, record);
         sample.record = record;
         find_blocks(*sample.type, record, 0, sample.blocks);
     }
     for (Sample &sample : samples_) {
-        uint8_t *wire = place(sample.type->max_encoded);
+        uint8_t *wire = allocate(sample.type->max_encoded);
         sample.wire = wire;
         sample.wire_size = static_cast<size_t>(sample.codec.encode(sample.record, wire) - wire);
     }
     for (Sample &sample : samples_) {
-        sample.out = place(sample.wire_size);
+        sample.out = allocate(sample.wire_size);
     }
     for (Sample &sample : samples_) {
-        sample.decoded = place(sample.type->size);
-        if (sample.type->kind == TLVMSG_UNION) { // goes by the selector, which it leaves to its owner
+        sample.decoded = allocate(sample.type->size);
+        if (sample.type->kind == TLVMSG_UNION) { // its decoder goes by the selector, and does not store one
             const uint32_t selector = sample.type->selector_offset;
             std::memcpy(sample.decoded + selector, sample.record + selector, sizeof(uint32_t));
         }
@@ -125,7 +124,7 @@ size_t Corpus::wire_bytes() const {
                            [](size_t sum, const Sample &each) { return sum + each.wire_size; });
 }
 
-uint8_t *Corpus::place(size_t size) {
+uint8_t *Corpus::allocate(size_t size) {
     memory_.push_back(std::make_unique<uint8_t[]>(size + line));
     void *start = memory_.back().get();
     size_t space = size + line;

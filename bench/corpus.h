@@ -12,7 +12,7 @@
 
 namespace tlvmsg_bench {
 
-// What a decoder allocates: where in the record it leaves the pointer, and how many bytes it asks for.
+// A block that a decoder allocates: where in the record the pointer to it lies, and how many bytes it has.
 struct Block {
     size_t offset;
     size_t size;
@@ -42,7 +42,7 @@ public:
     size_t wire_bytes() const;
 
 private:
-    uint8_t *place(size_t size);
+    uint8_t *allocate(size_t size);
 
     std::vector<std::unique_ptr<uint8_t[]>> memory_;
     std::vector<Sample> samples_;

@@ -1,5 +1,5 @@
-// The fields of the measured records, for whoever must name each: stores one by one, and the peers'
-// accessors, of which some spell names in another way.
+// The fields of the measured records, for code that must name each of them: stores one by one, and the accessors of
+// peers, some of which spell names in another way.
 #pragma once
 
 #define SESSION_FIELDS(X)                                                                                    \
@@ -48,7 +48,7 @@
     X(id, Id)                                                                                                \
     X(flag, Flag)
 
-// Beside the VLAN's id.
+// The fields beside the VLAN's id.
 #define VLAN_COUNTERS_FIELDS(X)                                                                              \
     X(counter_1, Counter1)                                                                                   \
     X(counter_2, Counter2)                                                                                   \

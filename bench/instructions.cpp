@@ -1,9 +1,9 @@
-// Instruction counts of the rows' operations, which no noise reaches. Under
+// Counts the instructions of the rows' operations: no noise reaches these numbers. Under
 //
 //     valgrind --tool=callgrind --instr-atstart=no --callgrind-out-file=FILE instructions
 //
-// each operation's count becomes a FILE.n of its own that bears the benchmark's name; it is that of as many
-// executions as the program prints, loop included. `report --callgrind` makes a table of them.
+// the count of each operation is written to a FILE.n of its own that names the benchmark. It is for as many executions
+// as the program prints, the loop included. `report --callgrind` makes a table of the counts.
 #include "operations.h"
 
 #include <valgrind/callgrind.h>

@@ -11,7 +11,8 @@
 
 namespace tlvmsg_bench {
 
-// The result was wanted, and all memory was read and written: nothing is optimized away or out of the loop.
+// Makes the compiler believe that the result is used and all memory read and written, so that it moves nothing out of
+// the loop.
 template <class Result>
 void keep(Result result) {
     benchmark::DoNotOptimize(result);
@@ -48,15 +49,15 @@ inline void store_fields(ether_dot3_stats_update_message &to, const ether_dot3_s
 // Callers often encode right after they filled in the record. Loads wider than the stores just before them
 // wait until those have left the store buffer, so these two show what an encoder does to such callers.
 template <class AnyRow, class Visit>
-void visit_fresh(const AnyRow &row, const RowBuffers<AnyRow> &buffers, const Visit &visit) {
-    if constexpr (requires { store_fields(buffers.fresh(), row.values); }) {
+void visit_filling(const AnyRow &row, const RowBuffers<AnyRow> &buffers, const Visit &visit) {
+    if constexpr (requires { store_fields(buffers.fields(), row.values); }) {
         visit("fill", "stores", [&] {
-            store_fields(buffers.fresh(), row.values);
-            keep(&buffers.fresh());
+            store_fields(buffers.fields(), row.values);
+            keep(&buffers.fields());
         });
         visit("fill_encode", "exact", [&] {
-            store_fields(buffers.fresh(), row.values);
-            keep(AnyRow::encode(&buffers.fresh(), buffers.out()));
+            store_fields(buffers.fields(), row.values);
+            keep(AnyRow::encode(&buffers.fields(), buffers.out()));
         });
     }
 }
@@ -78,13 +79,13 @@ void visit_memcpy(const RowBuffers<AnyRow> &buffers, const Visit &visit) {
     }
 }
 
-// What no codec of a text can do without: its characters, between their places in the record and on the wire,
-// and what the record has behind them cleared. These places lie at different offsets within a cache line, so
-// this takes longer than the memcpy of the whole message.
+// The least that any codec of a text does: it copies the characters between their places in the record and on the
+// wire, and clears the record behind them. These places lie at different offsets within a cache line, so this takes
+// longer than the memcpy of the whole message.
 template <class AnyRow, class Visit>
 void visit_text(const RowBuffers<AnyRow> &buffers, const Visit &visit) {
-    if constexpr (requires { text_of(buffers.fresh()); }) {
-        const Text from = text_of(buffers.fresh());
+    if constexpr (requires { text_of(buffers.fields()); }) {
+        const Text from = text_of(buffers.fields());
         const Text to = text_of(buffers.decoded());
         const size_t offset = buffers.wire_size() - from.length - 1;
         visit("encode", "text",
@@ -148,7 +149,7 @@ void for_each_operation(const AnyRow &row, const RowBuffers<AnyRow> &buffers, co
     visit_memcpy(buffers, visit);
     visit_text(buffers, visit);
     visit_exact(buffers, visit);
-    visit_fresh(row, buffers, visit);
+    visit_filling(row, buffers, visit);
     visit_bounded(row, buffers, visit);
 }
 

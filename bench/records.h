@@ -35,7 +35,7 @@ using GenericReport = BENCH_ROW(zel_kavu_ethernet_generic_report_message);
 inline constexpr size_t vlan_count = 64;
 inline constexpr size_t report_length = 1500;
 
-// Numbers are random and use their full width; the same in every run.
+// Their numbers are random, use their full width, and are the same in every run.
 const LedControl &led_control();
 const Dot3Stats &dot3_stats();
 const VlanStats &vlan_stats();
@@ -49,7 +49,7 @@ void for_each_row(const Visit &visit) {
     visit(generic_report());
 }
 
-// What a decoder allocates for the record, in bytes; none but for the bundle.
+// How many bytes a decoder allocates for the record.
 template <class Record>
 constexpr size_t block_size(const Record &) {
     return 0;
@@ -69,7 +69,7 @@ inline Text text_of(zel_kavu_ethernet_generic_report_message &record) {
     return {buffer.bytes, buffer.count, sizeof buffer.bytes};
 }
 
-// Gives the block of a decoded record back.
+// Releases the block of a decoded record.
 template <class Record>
 void release(const Record &) {}
 inline void release(const zel_tib_vlan_stats_message &record) {

@@ -14,14 +14,14 @@ namespace tlvmsg_bench {
 
 namespace {
 
-// Counted beforehand, since finding out how many fill a time takes longer than the measurement for so many
-// types: about a fifth of a millisecond at the pace of the slower codecs, where the clock no longer matters.
+// How often an operation runs: for about a fifth of a millisecond at the pace of the slower codecs, where the clock no
+// longer matters. For so many types, finding the number by trial would take longer than the measurement.
 benchmark::IterationCount iterations(const Sample &sample) {
     return static_cast<benchmark::IterationCount>(200'000 / (5 + sample.wire_size / 2) + 1);
 }
 
-// Where a sample lies while it is measured: all samples at the same place, and that a good one.
-class Desk {
+// Where a sample lies while it is measured: the same buffers for all of them.
+class Workplace {
 public:
     Sample take(const Sample &sample) {
         Sample here = sample;
@@ -53,8 +53,8 @@ void add(const Sample &sample, const char *operation_and_subject, Operation oper
     const std::string name = std::string("sweep/") + sample.type->name + "/" + operation_and_subject;
     const auto wire_size = static_cast<double>(sample.wire_size);
     benchmark::RegisterBenchmark(name.c_str(), [&sample, operation, wire_size](benchmark::State &state) {
-        static Desk desk;
-        const Sample here = desk.take(sample);
+        static Workplace workplace;
+        const Sample here = workplace.take(sample);
         for (int i = 0; i < 3; ++i) { // other types have used the caches since
             operation(here);
             benchmark::ClobberMemory();
@@ -85,8 +85,8 @@ void encode(const Sample &sample) {
     benchmark::DoNotOptimize(sample.codec.encode(sample.record, sample.out));
 }
 
-// What the exact encoder sent of a dynamic byte array need not be what the bounded one sends, so that has
-// bytes of its own to fill and no more to say than that it fits.
+// The bounded encoder need not send what the exact one sends of a dynamic byte array, so it writes to a buffer of its
+// own, and its bytes are not compared.
 void add_bounded(const Sample &sample) {
     const tlvmsg_type *type = sample.type;
     add(sample, "size/exact",
@@ -129,7 +129,7 @@ void register_sweep(const Corpus &corpus) {
                 release(here);
             });
         }
-        if (sample.type->kind != TLVMSG_UNION) { // which go by what is before them
+        if (sample.type->kind != TLVMSG_UNION) { // a union's selector stands before it
             add_bounded(sample);
         }
     }

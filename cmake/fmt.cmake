@@ -1,5 +1,5 @@
-# fmt as headers alone, which serve every machine: its package is for this one, and CMake refuses it where pointers have
-# another size.
+# Takes the headers of fmt alone, which serve every machine. CMake refuses its package, which is for this machine, where
+# pointers have another size.
 find_package(fmt QUIET)
 if(NOT TARGET fmt::fmt-header-only)
     find_path(FMT_INCLUDE_DIRECTORY fmt/format.h REQUIRED)

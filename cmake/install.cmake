@@ -19,7 +19,7 @@ if(TARGET tlv)
 endif()
 install(FILES ${PROJECT_SOURCE_DIR}/docs/man/tlv-schema.5 DESTINATION ${CMAKE_INSTALL_MANDIR}/man5)
 
-# What is installed finds the libraries wherever the prefix is, or where CMAKE_INSTALL_RPATH says.
+# Installed programs and libraries find the libraries wherever the prefix is, or where CMAKE_INSTALL_RPATH says.
 if(NOT CMAKE_INSTALL_RPATH)
     set_target_properties(tlvmsg tlvmsg_inspect tlvmsg_forms PROPERTIES INSTALL_RPATH $ORIGIN)
     if(TARGET tlv)
@@ -64,7 +64,7 @@ endforeach()
 cmake_path(SET package_config_directory ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${package_config_directory} OUTPUT_VARIABLE up_to_prefix)
 
-# What it needs besides the platform: another library of the project, and what static linking adds.
+# `requires` is another library of the project that this one needs, `private_flags` what static linking adds.
 function(install_pkg_config_file name description requires private_flags)
     configure_file(cmake/library.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

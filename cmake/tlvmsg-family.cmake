@@ -68,7 +68,7 @@ function(tlvmsg_add_family target)
                             ${out}/include/tlvmsg/${family}.hpp ${out}/src/${family}_codecs.h)
     endforeach()
 
-    # The stamp says when they were generated, since files that would not change are left as they are.
+    # Generated files that would not change keep their times, so the stamp has the time of generation.
     add_custom_command(
         OUTPUT ${stamp}
         BYPRODUCTS ${sources} ${headers}
@@ -86,7 +86,7 @@ function(tlvmsg_add_family target)
     target_include_directories(${target}_codecs PRIVATE ${out}/include ${out}/src)
     target_compile_options(${target}_codecs PRIVATE -fno-exceptions -fno-rtti -fno-threadsafe-statics
                                                     -fvisibility=hidden -fvisibility-inlines-hidden)
-    # What the library is linked with may be another family, whose types this one names.
+    # The library may be linked with another family, whose types this one names.
     target_link_libraries(${target}_codecs PRIVATE tlvmsg::tlvmsg_rules $<TARGET_PROPERTY:${target},LINK_LIBRARIES>)
 
     set(installed_headers include)

@@ -1,8 +1,9 @@
 # cmake -DLIBRARY=tlvmsg -DVERSION=1.1 -DRELEASES=DIRECTORY -DSYMBOLS=FILE[;FILE...] -DOUT=FILE -P version_script.cmake
 #
-# Writes the linker's version script of a library: what is in SYMBOLS, a node for each release that exported something
-# new. RELEASES/1.0/tlvmsg.symbols says what was new in 1.0; what no release had is new in VERSION, which therefore must
-# not have been released. So a program that needs a new symbol says so when it starts, with an older library.
+# Writes the linker's version script of a library. It exports what is in SYMBOLS, with a node for each release that
+# exported something new. RELEASES/1.0/tlvmsg.symbols says what was new in 1.0; what no release had is new in VERSION,
+# which therefore must not have been released. So a program that needs a new symbol refuses to start with an older
+# library.
 set(new "")
 foreach(file IN LISTS SYMBOLS)
     file(STRINGS ${file} names)

@@ -46,7 +46,7 @@ static void complain(const char *who, const tlvmsg_fault *fault) {
 
 /* ---- The module ---------------------------------------------------------------------------------------- */
 
-/* The union: which alternative there is, its selector says. */
+/* Reads a union: its selector says which alternative is there. */
 static void take_address(const svrm_ipaddr *address) {
     if (address->ip_type == svrm_ip_type_dhcp) {
         printf("module: address by DHCP\n");
@@ -55,7 +55,7 @@ static void take_address(const svrm_ipaddr *address) {
     }
 }
 
-/* The dynamic array: its block comes from the library, which releases it with the record. */
+/* Fills a dynamic array: its block comes from the library, which releases it with the record. */
 static bool send_counters(int link) {
     zel_tib_vlan_stats_message answer = {0};
     tlvmsg_fault fault;
@@ -76,7 +76,7 @@ static bool send_counters(int link) {
         return false;
     }
     bool sent = send_frame(link, COUNTERS, message, size);
-    message[size - 8] ^= 1; /* as lines do */
+    message[size - 8] ^= 1; /* what a bad line does */
     sent =
         send_frame(link, COUNTERS, message, size) && send_frame(link, COUNTERS, message, size - 20) && sent;
     tlvmsg_free(message);

@@ -48,7 +48,7 @@ bool receive_frame(int link, Frame &frame) {
 
 // ---- The module ----
 
-// The union: which alternative there is, its selector says.
+// Reads a union: its selector says which alternative is there.
 void take_address(const svrm_ipaddr &address) {
     if (address.ip_type == svrm_ip_type_dhcp) {
         std::cout << "module: address by DHCP\n";
@@ -58,7 +58,7 @@ void take_address(const svrm_ipaddr &address) {
     std::cout.flush();
 }
 
-// The dynamic array: its block belongs to the record.
+// Fills a dynamic array: its block belongs to the record.
 bool send_counters(int link) {
     tlvmsg::owned<zel_tib_vlan_stats_message> answer;
     const auto vlans = tlvmsg::resize(answer->vlan_stat_bundle.vlan_counters, 2);
@@ -76,7 +76,7 @@ bool send_counters(int link) {
         return false;
     }
     const bool sent = send_frame(link, Kind::Counters, *message);
-    message->end()[-8] ^= 1; // as lines do
+    message->end()[-8] ^= 1; // what a bad line does
     return sent && send_frame(link, Kind::Counters, *message) &&
            send_frame(link, Kind::Counters, std::span(*message).first(message->size() - 20));
 }

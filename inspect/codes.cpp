@@ -36,8 +36,9 @@ const Code codes[] = {
      "store the low bits of the count only, and most of the items could not be found again."},
     {"allocation-limit", "# bytes to be allocated exceed the limit of $ at byte @",
      "The dynamic arrays of the input need more memory than the caller allows. The default, 64 times the "
-     "input and 64 KiB, is never reached by what an encoder of the library wrote; raise it only for input "
-     "that you trust."},
+     "input and 64 KiB, is enough for all encodings of the library's own types, but not for items of a "
+     "family elsewhere that are much larger in memory than on the wire. Raise it no further than you can "
+     "spare for the input of a stranger."},
     {"out-of-memory", "no memory for # bytes at byte @",
      "The platform's allocator gave no block for a dynamic array."},
     {"output-full", "needs # bytes, the output has $ at byte @",
@@ -69,27 +70,22 @@ const Code codes[] = {
      "The code of a family was generated for another version of the library, in which descriptors may look "
      "different. Generate it again, with the tlvc that belongs to the library, and compile it."},
     {"name-taken", "there is a type of this name, or the family is registered already",
-     "A family has a type whose name another type has, of the library, of a registered family or its own. "
-     "The "
-     "same family may have been registered twice, perhaps by two libraries that both contain it."},
+     "A family has a type whose name another type has: one of the library, of a registered family or of its "
+     "own. The same family may have been registered twice, perhaps by two libraries that both contain it."},
     {"tag-taken", "both have tag #",
-     "A family has a type whose tag another type has, of a registered family or its own. Who uses tags "
-     "agrees "
-     "with all others whose families meet in one program."},
+     "A family has a type whose tag another type has, of a registered family or of its own. Agree on tags "
+     "with everybody whose families meet in one program."},
     {"library-tag", "tag # is below $",
      "A family has a type with a tag that the library keeps for itself, whose next version may give it out. "
      "Families of your own have the tags from 32768 to 65535, of which the library never uses one."},
     {"not-sorted", "they stand in this order and belong in the other",
      "A family's types are found by halving: they stand in the order of their names, as strcmp has it, and "
-     "those "
-     "that have tags once more in the order of these. tlvc sorts them; a family made by hand has to be "
-     "sorted, too."},
+     "those that have tags once more in the order of these. tlvc sorts them; a family made by hand has to "
+     "be sorted, too."},
     {"reserved-word", "reserved words are not zero: #",
      "A structure that a function was handed has a reserved word that is not zero. Either the program does "
-     "not zero the "
-     "structure, as `= {0}` does, or it was compiled for a later version of the library and asks for what "
-     "this "
-     "one does not have."},
+     "not zero the structure, as `= {0}` does, or it was compiled for a later version of the library and "
+     "asks for what this one does not have."},
 };
 
 static_assert(sizeof codes / sizeof codes[0] == TLVMSG_CODE_COUNT, "a row for each code");
@@ -103,7 +99,7 @@ void add_version(uint64_t number, Text &text) {
 }
 
 void write_message(const tlvmsg_fault &fault, Text &text) {
-    if (fault.code != TLVMSG_OK) { // which has no path
+    if (fault.code != TLVMSG_OK) { // success has no path
         text.add(fault.path).add(": ");
     }
     const Code *row = row_of(fault.code);

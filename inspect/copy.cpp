@@ -1,4 +1,4 @@
-// Records with blocks of their own.
+// Copying records.
 #include "field.h"
 #include "place.h"
 
@@ -47,7 +47,7 @@ private:
         }
     }
 
-    // With the zero byte behind bytes that readers may count on.
+    // A copy of the items. One byte more is zero: readers of bytes may count on it.
     void *block(const tlvmsg_type &type, const Items &there) {
         if (there.first == nullptr || missing_ > 0) {
             return nullptr;
@@ -72,7 +72,7 @@ bool tlvmsg_copy(const tlvmsg_type *type, void *to, const void *from, tlvmsg_fau
         if (type != nullptr && to != nullptr) {
             std::memset(to, 0, type->size);
         }
-        give(fault, null_argument(type == nullptr ? "type" : to == nullptr ? "to" : "from"));
+        set_result(fault, null_argument(type == nullptr ? "type" : to == nullptr ? "to" : "from"));
         return false;
     }
     std::memcpy(to, from, type->size);
@@ -81,9 +81,9 @@ bool tlvmsg_copy(const tlvmsg_type *type, void *to, const void *from, tlvmsg_fau
     if (separation.missing() > 0) {
         tlvmsg_release(type, to);
         std::memset(to, 0, type->size);
-        give(fault, fault_at(whole(*type), TLVMSG_OUT_OF_MEMORY, 0, separation.missing(), 0));
+        set_result(fault, fault_at(whole(*type), TLVMSG_OUT_OF_MEMORY, 0, separation.missing(), 0));
         return false;
     }
-    give(fault, tlvmsg_fault{});
+    set_result(fault, tlvmsg_fault{});
     return true;
 }

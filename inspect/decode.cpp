@@ -1,4 +1,5 @@
-// From bytes: the public operations. The strict ones go first; what they leave is the decoding engine's.
+// The public operations from bytes. They try the type's strict operations first, and leave to the engine what these
+// give up on.
 #include "decoder.h"
 
 #include "runtime/operations.h"
@@ -31,30 +32,30 @@ const char *missing_argument(const tlvmsg_type *type, const uint8_t *in, size_t 
     return type == nullptr ? "type" : in == nullptr && in_len > 0 ? "in" : nullptr;
 }
 
-// What the caller is refused for, if anything, whatever the bytes are.
+// Whether the call is refused whatever the bytes are; then the fault says why.
 bool misused(const tlvmsg_type *type, const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,
              tlvmsg_fault *fault) {
     const char *const argument = missing_argument(type, in, in_len);
     const uintptr_t bits = reserved_bits(limits);
     if (argument != nullptr) {
-        give(fault, null_argument(argument));
+        set_result(fault, null_argument(argument));
     } else if (bits != 0) {
-        give(fault, reserved_word("limits", bits));
+        set_result(fault, reserved_word("limits", bits));
     }
     return argument != nullptr || bits != 0;
 }
 
-// Whether bytes behind the end are none of the caller's business, or there are none.
+// Whether the input was accepted, and nothing is behind the end that a strict caller would refuse.
 bool may_end_at(const uint8_t *end, const Input &input, const tlvmsg_limits *limits) {
     return end != nullptr && (end == input.end || !is_strict(limits));
 }
 
-// By the descriptors alone. Apart, as is all that follows a failure, so that the way to the strict operations
-// is short.
+// Decodes by the descriptors alone. Like all that follows a failure it is never inlined, so that the way to the
+// strict operations is short.
 [[gnu::noinline]] bool interpret(const tlvmsg_type *type, const uint8_t *in, size_t in_len,
                                  const tlvmsg_limits *limits, void *record, size_t *consumed,
                                  tlvmsg_fault *fault) {
-    give(consumed, size_t{0});
+    set_result(consumed, size_t{0});
     if (type != nullptr && record != nullptr) {
         std::memset(record, 0, type->size);
     }
@@ -62,28 +63,28 @@ bool may_end_at(const uint8_t *end, const Input &input, const tlvmsg_limits *lim
         return false;
     }
     if (record == nullptr) {
-        give(fault, null_argument("record"));
+        set_result(fault, null_argument("record"));
         return false;
     }
     Decoder decoder({in, in_len, effective(limits, in_len)}, {nullptr, nullptr});
     if (!decoder.decode(*type, static_cast<uint8_t *>(record))) {
         tlvmsg_release(type, record);
         std::memset(record, 0, type->size);
-        give(fault, decoder.fault());
+        set_result(fault, decoder.fault());
         return false;
     }
-    give(consumed, decoder.consumed());
-    give_success(fault);
+    set_result(consumed, decoder.consumed());
+    set_success(fault);
     return true;
 }
 
-// The engine finds out where the last block belongs, to which it does not allocate anything.
-[[gnu::noinline]] void give_lost_block(const tlvmsg_type &type, const uint8_t *in, const Input &input,
-                                       tlvmsg_fault *fault) {
+// Reports for which array the strict decoder got no block. The engine finds the place without allocating anything.
+[[gnu::noinline]] void report_lost_block(const tlvmsg_type &type, const uint8_t *in, const Input &input,
+                                         tlvmsg_fault *fault) {
     Decoder decoder({in, static_cast<size_t>(input.end - in), {input.limit, false, {}}, input.blocks - 1},
                     {nullptr, nullptr});
     const bool changed = decoder.decode(type, nullptr) || decoder.fault().code != TLVMSG_OUT_OF_MEMORY;
-    give(fault, changed ? fault_at(whole(type), TLVMSG_OUT_OF_MEMORY, 0, 0, 0) : decoder.fault());
+    set_result(fault, changed ? fault_at(whole(type), TLVMSG_OUT_OF_MEMORY, 0, 0, 0) : decoder.fault());
 }
 
 } // namespace
@@ -93,19 +94,19 @@ size_t tlvmsg_default_allocation(size_t in_len) { return default_allocation(in_l
 bool tlvmsg_trace(const tlvmsg_type *type, const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,
                   tlvmsg_tracer tracer, void *context, tlvmsg_extent *extent, tlvmsg_fault *fault) {
     if (misused(type, in, in_len, limits, fault)) {
-        give(extent, tlvmsg_extent{});
+        set_result(extent, tlvmsg_extent{});
         return false;
     }
     Decoder decoder({in, in_len, effective(limits, in_len)}, {tracer, context});
     if (!decoder.decode(*type, nullptr)) {
-        give(extent, tlvmsg_extent{});
-        give(fault, decoder.fault());
+        set_result(extent, tlvmsg_extent{});
+        set_result(fault, decoder.fault());
         return false;
     }
     if (extent != nullptr) {
         *extent = decoder.extent();
     }
-    give_success(fault);
+    set_success(fault);
     return true;
 }
 
@@ -120,10 +121,10 @@ bool tlvmsg_verify(const tlvmsg_type *type, const uint8_t *in, size_t in_len, co
                 extent->allocated = input.allocated;
                 extent->blocks = input.blocks;
                 extent->deviations = 0;
-                give_success(&extent->first_deviation);
+                set_success(&extent->first_deviation);
                 std::memset(extent->reserved, 0, sizeof extent->reserved);
             }
-            give_success(fault);
+            set_success(fault);
             return true;
         }
     }
@@ -137,8 +138,8 @@ bool tlvmsg_decode(const tlvmsg_type *type, const uint8_t *in, size_t in_len, co
         Input input{in + in_len, allocation(limits, in_len)};
         const uint8_t *end = type->operations->decode(in, &input, record);
         if (may_end_at(end, input, limits)) {
-            give(consumed, static_cast<size_t>(end - in));
-            give_success(fault);
+            set_result(consumed, static_cast<size_t>(end - in));
+            set_success(fault);
             return true;
         }
         if (input.blocks > 0) {
@@ -146,8 +147,8 @@ bool tlvmsg_decode(const tlvmsg_type *type, const uint8_t *in, size_t in_len, co
         }
         if (input.out_of_memory) {
             std::memset(record, 0, type->size);
-            give(consumed, size_t{0});
-            give_lost_block(*type, in, input, fault);
+            set_result(consumed, size_t{0});
+            report_lost_block(*type, in, input, fault);
             return false;
         }
     }

@@ -1,4 +1,4 @@
-// Types: what stands one behind the other, and what decides whether it is there.
+// Decoding each kind of type but arrays.
 #include "decoder.h"
 
 #include "field.h"
@@ -15,7 +15,7 @@ uint16_t tag_read(const tlvmsg_type &scalar) {
     return scalar.tag == char_tag ? uint8_tag : scalar.tag;
 }
 
-// What a structure's record says of a member that turns out to be missing.
+// Stores what the record shall hold if the member turns out to be missing.
 void preset(const tlvmsg_member &member, uint8_t *field) {
     const tlvmsg_type &type = *member.type;
     if (is_bounded(type)) {
@@ -74,7 +74,7 @@ Outcome Decoder::scalar(const Place &place, size_t &at, uint8_t *field) {
     return outcome;
 }
 
-// Its own length decides nothing, except for an alternative that ends by it.
+// The own length of an enumeration decides nothing, unless it is an alternative that ends by it.
 Outcome Decoder::enumeration(const Place &place, size_t &at, uint8_t *field) {
     const bool end_by_length =
         place.alternative != nullptr && (place.alternative->flags & TLVMSG_END_BY_LENGTH) != 0;
@@ -117,7 +117,7 @@ Outcome Decoder::members(const Place &place, size_t &at, uint8_t *record) {
     Before before;
     for (uint32_t i = 0; i < type.member_count; ++i) {
         const tlvmsg_member &member = type.members[i];
-        uint8_t *const field = within(record, member.offset);
+        uint8_t *const field = field_at(record, member.offset);
         if (field != nullptr && type.kind == TLVMSG_STRUCTURE) {
             preset(member, field);
         }
@@ -137,7 +137,7 @@ Outcome Decoder::alternative(const Place &place, size_t &at, uint8_t *record, ui
     if (chosen == nullptr) {
         return Outcome::Done;
     }
-    return any(inside(place, *chosen), at, within(record, chosen->offset), {});
+    return any(inside(place, *chosen), at, field_at(record, chosen->offset), {});
 }
 
 } // namespace tlvmsg::inspect

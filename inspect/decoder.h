@@ -4,7 +4,7 @@
 // what the record can hold. Whether it also stores what it finds, or reports it, makes no difference to what
 // it accepts.
 //
-// Each field of the record, whether there is one or not, is decoded at most once. So the work is bounded by
+// Each field of the record is decoded at most once, also when no record is filled. So the work is bounded by
 // the record and by what may be allocated, however the lengths in the input overlap.
 #pragma once
 
@@ -23,8 +23,8 @@ public:
     struct Input {
         const uint8_t *bytes;
         size_t size;
-        tlvmsg_limits limits;               // as they are: no zero stands for a default
-        size_t available_blocks = SIZE_MAX; // how many there is memory for, when that is known
+        tlvmsg_limits limits;               // taken literally: zero does not stand for a default
+        size_t available_blocks = SIZE_MAX; // there is memory for so many, as far as is known
     };
 
     struct Tracer {
@@ -34,23 +34,23 @@ public:
 
     Decoder(const Input &input, Tracer tracer) : input_(input), tracer_(tracer) {}
 
-    // Into a record of zero bytes, or none. On failure the record holds what was decoded before the fault.
+    // Fills a record of zero bytes, unless it is null. On failure the record holds what was decoded before the fault.
     bool decode(const tlvmsg_type &type, uint8_t *record);
 
-    // After success.
+    // Defined after success.
     size_t consumed() const { return extent_.consumed; }
     tlvmsg_extent extent() const;
 
-    const tlvmsg_fault &fault() const { return fault_; } // after failure
+    const tlvmsg_fault &fault() const { return fault_; } // defined after failure
 
 private:
-    // The element of a structure or array, by its header.
+    // Where the element of a structure or array lies, by its header.
     struct Element {
         size_t start;
         size_t end; // inside the input
     };
 
-    // What a member knows of the one before it: the count or selector, when it is one.
+    // The number in the member before, which may be this one's count or selector.
     struct Before {
         bool present = false;
         uint64_t number = 0;
@@ -102,13 +102,13 @@ private:
         size_t deviations;
     } extent_{};
 
-    // Large, and on good input never looked at: not cleared.
-    tlvmsg_fault first_deviation_; // when there are deviations
-    tlvmsg_fault fault_;           // the last that was found
+    // Not cleared: they are large, and on good input nobody looks at them.
+    tlvmsg_fault first_deviation_; // defined when there are deviations
+    tlvmsg_fault fault_;           // the last one that was found
 };
 
-// Of a field or item in a record that may not be there.
-inline uint8_t *within(uint8_t *record, size_t offset) {
+// A field or item of a record; null when no record is filled.
+inline uint8_t *field_at(uint8_t *record, size_t offset) {
     return record == nullptr ? nullptr : record + offset;
 }
 

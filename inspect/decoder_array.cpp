@@ -1,4 +1,4 @@
-// Arrays: an element of tag 10 that opens with its count.
+// Decoding arrays: elements of tag 10 that open with their count.
 #include "decoder.h"
 #include "field.h"
 #include "memory.h"
@@ -38,7 +38,7 @@ Outcome Decoder::array(const Place &place, size_t &at, uint8_t *record, Before b
     if (record != nullptr) {
         store_number(record, type.count_width, count);
     }
-    uint8_t *first = within(record, type.items_offset);
+    uint8_t *first = field_at(record, type.items_offset);
     if (is_dynamic(type) && block(place, count_at, count, record, first) == Outcome::Refused) {
         return Outcome::Refused;
     }
@@ -64,8 +64,8 @@ Outcome Decoder::check_count(const Place &place, size_t offset, uint16_t count, 
     return Outcome::Done;
 }
 
-// The block of a dynamic array, of exactly the size that the exact decoder asks for: bytes get one more than
-// they are, for their terminator.
+// Allocates the block of a dynamic array, exactly as large as the exact decoder's: bytes get one more, for their
+// terminator.
 Outcome Decoder::block(const Place &place, size_t offset, uint16_t count, uint8_t *record, uint8_t *&items) {
     const tlvmsg_type &type = *place.type;
     const bool bytes = holds_bytes(type);
@@ -106,7 +106,7 @@ Outcome Decoder::items(const Place &place, size_t &at, const Element &element, u
     }
 }
 
-// A record's terminator is there already: records and blocks are zero to begin with.
+// No terminator is stored: records and blocks are zero to begin with.
 Outcome Decoder::bytes(const Place &place, size_t &at, const Element &element, uint16_t count,
                        uint8_t *first) {
     if (need(place, at, count) == Outcome::Refused) {
@@ -157,7 +157,7 @@ Outcome Decoder::elements(const Place &place, size_t &at, uint16_t count, uint8_
     const size_t size = place.type->element->size;
     Outcome outcome = Outcome::Done;
     for (size_t i = 0; i < count && outcome == Outcome::Done; ++i) {
-        outcome = any(item_of(place, i), at, within(first, i * size), {});
+        outcome = any(item_of(place, i), at, field_at(first, i * size), {});
     }
     return outcome;
 }

@@ -1,11 +1,12 @@
-// Elements and numbers, and what becomes of those that are not as they should be.
+// Decoding elements and numbers, and what becomes of those that are not as they should be.
 #include "decoder.h"
 #include "field.h"
 #include "wire.h"
 
 namespace tlvmsg::inspect {
 
-// The header of an element that must have this tag. Does not move: only the caller knows what else must hold.
+// Reads the header of an element that must have this tag. It does not move `at`: only the caller knows what else
+// must hold.
 Outcome Decoder::header(const Place &place, size_t at, uint16_t tag, uint16_t &length) {
     if (need(place, at, header_size) == Outcome::Refused) {
         return Outcome::Refused;
@@ -15,7 +16,7 @@ Outcome Decoder::header(const Place &place, size_t at, uint16_t tag, uint16_t &l
     return there == tag ? Outcome::Done : absent(place, TLVMSG_WRONG_TAG, at, there, tag);
 }
 
-// A scalar's element, its value into number_.
+// Decodes a scalar's element into number_.
 Outcome Decoder::number(const Place &place, size_t &at, uint16_t tag, size_t width, tlvmsg_piece_kind kind) {
     uint16_t length;
     if (const Outcome outcome = header(place, at, tag, length); outcome != Outcome::Done) {
@@ -34,7 +35,7 @@ Outcome Decoder::number(const Place &place, size_t &at, uint16_t tag, size_t wid
     return Outcome::Done;
 }
 
-// The element of a structure or array, which must lie in the input as a whole.
+// Enters the element of a structure or array, which must lie in the input as a whole.
 Outcome Decoder::open(const Place &place, size_t &at, uint16_t tag, Element &element) {
     uint16_t length;
     if (const Outcome outcome = header(place, at, tag, length); outcome != Outcome::Done) {
@@ -99,7 +100,7 @@ Outcome Decoder::deviate(const Place &place, tlvmsg_code code, size_t offset, ui
     return tolerate(place);
 }
 
-// What fault_ says is a deviation.
+// Goes on after the deviation that fault_ describes, unless the caller is strict.
 Outcome Decoder::tolerate(const Place &place) {
     if (input_.limits.strict) {
         return Outcome::Refused;
@@ -124,7 +125,7 @@ void Decoder::report(tlvmsg_piece_kind kind, const Place &place, size_t offset, 
     }
 }
 
-// To the end of an element, forward or, from members that needed more than it has, back.
+// Moves to the end of an element: forward or, when its members needed more bytes than it has, back.
 void Decoder::skip(const Place &place, size_t &at, size_t end) const {
     if (at < end) {
         report(TLVMSG_PIECE_SKIPPED, place, at, end - at, 0);

@@ -1,4 +1,5 @@
-// From records: the public operations. The strict ones go first; what they leave is the engine's.
+// The public operations from records. They try the type's strict operations first, and leave to the engine what these
+// give up on.
 #include "encoder.h"
 
 #include "runtime/operations.h"
@@ -7,25 +8,25 @@ using namespace tlvmsg::inspect;
 
 namespace {
 
-// By the descriptors alone, into the output when there is one. Apart, so that the way to the strict operations is
-// short. Nothing is written of a record that is refused: a caller who has measured may name any capacity.
+// Encodes by the descriptors alone, into the output when there is one. It is never inlined, so that the way to the
+// strict operations is short. A trial without output goes first, so that nothing of a refused record is written.
 [[gnu::noinline]] bool interpret(const tlvmsg_type *type, const void *record, uint8_t *out, size_t capacity,
                                  size_t *size, tlvmsg_fault *fault) {
-    give(size, size_t{0});
+    set_result(size, size_t{0});
     if (type == nullptr || record == nullptr) {
-        give(fault, null_argument(type == nullptr ? "type" : "record"));
+        set_result(fault, null_argument(type == nullptr ? "type" : "record"));
         return false;
     }
     Encoder trial(nullptr, capacity);
     if (!trial.encode(whole(*type), record)) {
-        give(fault, trial.fault());
+        set_result(fault, trial.fault());
         return false;
     }
     if (out != nullptr) {
         Encoder(out, capacity).encode(whole(*type), record);
     }
-    give(size, trial.written());
-    give_success(fault);
+    set_result(size, trial.written());
+    set_success(fault);
     return true;
 }
 
@@ -39,14 +40,14 @@ bool tlvmsg_encode(const tlvmsg_type *type, const void *record, uint8_t *out, si
                    size_t *written, tlvmsg_fault *fault) {
     if (out != nullptr && has_operations(type, record)) {
         if (const uint8_t *end = type->operations->encode(record, out, out_capacity)) {
-            give(written, static_cast<size_t>(end - out));
-            give_success(fault);
+            set_result(written, static_cast<size_t>(end - out));
+            set_success(fault);
             return true;
         }
     }
     if (out == nullptr && out_capacity > 0) {
-        give(written, size_t{0});
-        give(fault, null_argument("out"));
+        set_result(written, size_t{0});
+        set_result(fault, null_argument("out"));
         return false;
     }
     return interpret(type, record, out, out_capacity, written, fault);
@@ -57,8 +58,8 @@ bool tlvmsg_size(const tlvmsg_type *type, const void *record, size_t *size, tlvm
         const tlvmsg_operations &operations = *type->operations;
         const uint64_t bytes = operations.fixed_size != 0 ? operations.fixed_size : operations.size(record);
         if (bytes <= tlvmsg::largest_size) {
-            give(size, static_cast<size_t>(bytes));
-            give_success(fault);
+            set_result(size, static_cast<size_t>(bytes));
+            set_success(fault);
             return true;
         }
     }

@@ -8,14 +8,14 @@ namespace tlvmsg::inspect {
 
 class Encoder {
 public:
-    // Into a null output nothing is written; its capacity counts all the same.
+    // The output may be null: then nothing is written, and the capacity limits the size all the same.
     // NOLINTNEXTLINE(clang-analyzer-optin.cplusplus.UninitializedObject): a fault is large and mostly unused
     Encoder(uint8_t *out, size_t capacity) : out_(out), capacity_(capacity) {}
 
     bool encode(const Place &place, const void *record);
 
     size_t written() const { return at_; }
-    const tlvmsg_fault &fault() const { return fault_; } // after failure
+    const tlvmsg_fault &fault() const { return fault_; } // defined after failure
 
 private:
     bool members(const Place &place, const void *record);
@@ -37,7 +37,7 @@ private:
     uint8_t *out_;
     size_t capacity_;
     size_t at_ = 0;
-    tlvmsg_fault fault_; // large, and without a failure never looked at: not cleared
+    tlvmsg_fault fault_; // not cleared: it is large, and without a failure nobody looks at it
 };
 
 } // namespace tlvmsg::inspect

@@ -17,7 +17,7 @@ void store_as(void *field, uint64_t value) {
     std::memcpy(field, &narrow, sizeof narrow);
 }
 
-// Of the number that tlvmsg_load finds in a field of the type.
+// The width of the number that tlvmsg_load finds in a field of the type.
 size_t width_of(const tlvmsg_type &type) { return type.element != nullptr ? type.count_width : type.size; }
 
 uint64_t largest(size_t width) { return UINT64_MAX >> (64 - 8 * width); }

@@ -1,4 +1,4 @@
-// Fields of records, as descriptors describe them.
+// Reading and writing fields of records by their descriptors.
 #pragma once
 
 #include "runtime/operations.h"
@@ -33,7 +33,7 @@ inline bool is_number(const tlvmsg_type &type) {
     return type.kind == TLVMSG_SCALAR || type.kind == TLVMSG_ENUMERATION;
 }
 
-// Whether it is known at once that records of the type hold no blocks.
+// Whether records of the type are known to hold no blocks. False means only that somebody has to look.
 inline bool is_flat(const tlvmsg_type &type) {
     return type.operations != nullptr ? !type.operations->allocates : is_number(type);
 }
@@ -53,7 +53,7 @@ struct Items : tlvmsg_items {
         return first + index * array.element->size;
     }
 
-    // The bytes of that many items that are in memory: size_t holds their number.
+    // How many bytes that many items take. They are in memory, so that size_t can hold the number.
     static size_t size(const tlvmsg_type &array, uint64_t items) {
         return static_cast<size_t>(items * array.element->size);
     }

@@ -5,10 +5,10 @@
 
 #include <cstdint>
 
-// The library's own, the first of a list that only ever gets longer at its end.
+// The library's own families as one. It is the first of a list that only ever gets longer at its end.
 extern tlvmsg_family tlvmsg_built_in;
 
-// What an array's count is. Not the program's, whatever that has under the name.
+// The type of an array's count on the wire: the library's own object, even if the program has one of that name.
 extern __attribute__((visibility("protected"))) const tlvmsg_type tlvmsg_type_of_uint16;
 
 namespace tlvmsg::inspect {
@@ -17,7 +17,7 @@ inline tlvmsg_family *next(const tlvmsg_family &family) {
     return __atomic_load_n(&family.next, __ATOMIC_ACQUIRE);
 }
 
-// Null when the family has none.
+// The family's type of that name or tag; null when it has none.
 const tlvmsg_type *find(const tlvmsg_family &family, const char *name);
 const tlvmsg_type *find(const tlvmsg_family &family, uint16_t tag);
 

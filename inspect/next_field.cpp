@@ -9,7 +9,7 @@ bool is_whole_record(const tlvmsg_member &member) { return *member.path == '\0';
 
 bool is_shared(const tlvmsg_member &member) { return (member.flags & TLVMSG_SHARED_WITH_NEXT) != 0; }
 
-// The union in whose record the structure's own is, when its selector is the member before this one.
+// The union that lives in the structure's own record, when it is this member; its selector is the member before.
 const tlvmsg_type *union_at(const tlvmsg_type &type, uint32_t member) {
     return member < type.member_count && is_whole_record(type.members[member]) ? type.members[member].type
                                                                                : nullptr;

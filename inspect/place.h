@@ -1,4 +1,4 @@
-// Places inside a type: who builds them, and how they become paths and faults.
+// Places inside a type: how they are made, and how they become paths and faults.
 #pragma once
 
 #include <tlvmsg/inspect.h>
@@ -21,18 +21,18 @@ inline Place item_of(const Place &array, size_t index) {
     return {&array, array.type->element, nullptr, index, nullptr, nullptr};
 }
 
-// An array's count as it stands in the array's own element.
+// The place of the count inside an array's element.
 Place count_of(const Place &array);
 
 tlvmsg_fault fault_at(const Place &place, tlvmsg_code code, size_t offset, uint64_t found, uint64_t allowed);
 
-// A fault of the caller's: `argument` is the name of what is null.
+// The caller's fault: the argument of that name is null.
 tlvmsg_fault null_argument(const char *argument);
 
-// Likewise: reserved words in it have these bits.
+// The caller's fault: reserved words of the argument of that name are not zero and have these bits.
 tlvmsg_fault reserved_word(const char *argument, uintptr_t bits);
 
-// The bits of all words that have no meaning yet; zero for a structure that is not there.
+// The bits of all reserved words together; zero for a null pointer.
 template <class Structure>
 uintptr_t reserved_bits(const Structure *structure) {
     uintptr_t bits = 0;
@@ -44,19 +44,19 @@ uintptr_t reserved_bits(const Structure *structure) {
     return bits;
 }
 
-// Stores a result for a caller who may not want it.
+// Stores a result where the caller has room for one.
 template <class T>
-void give(T *wanted, const T &value) {
-    if (wanted != nullptr) {
-        *wanted = value;
+void set_result(T *result, const T &value) {
+    if (result != nullptr) {
+        *result = value;
     }
 }
 
-// All that a fault says when there was none.
-inline void give_success(tlvmsg_fault *wanted) {
-    if (wanted != nullptr) {
-        wanted->code = TLVMSG_OK;
-        wanted->path[0] = '\0';
+// Fills no more of a fault than is defined when nothing was refused.
+inline void set_success(tlvmsg_fault *fault) {
+    if (fault != nullptr) {
+        fault->code = TLVMSG_OK;
+        fault->path[0] = '\0';
     }
 }
 

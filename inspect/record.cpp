@@ -1,4 +1,4 @@
-// Records as such: their blocks, releasing and comparing them.
+// Releasing, resizing and comparing records.
 #include "field.h"
 #include "memory.h"
 #include "place.h"
@@ -58,7 +58,7 @@ void drop_items(const tlvmsg_type &array, const Items &there, size_t kept) {
     }
 }
 
-// Of a block for `count` items and, behind bytes, the zero byte that readers may count on.
+// The size of a block for `count` items and, behind bytes, the zero byte that readers may count on.
 uint64_t block_size(const tlvmsg_type &array, size_t count) {
     return uint64_t{count} * array.element->size + (is_bytes(array) ? 1 : 0);
 }
@@ -116,7 +116,7 @@ bool equal_items(const tlvmsg_type &array, const void *a, const void *b) {
     if (left.count != right.count || left.readable != right.readable) {
         return false;
     }
-    if (is_number(*array.element)) { // which have no padding
+    if (is_number(*array.element)) { // numbers have no padding
         const size_t size = Items::size(array, left.readable);
         return size == 0 || std::memcmp(left.first, right.first, size) == 0;
     }
@@ -170,19 +170,19 @@ void tlvmsg_free(void *block) { release_block(block); }
 
 bool tlvmsg_resize(const tlvmsg_type *array, void *record, size_t count, tlvmsg_fault *fault) {
     if (array == nullptr || record == nullptr) {
-        give(fault, null_argument(array == nullptr ? "array" : "record"));
+        set_result(fault, null_argument(array == nullptr ? "array" : "record"));
         return false;
     }
     const tlvmsg_code code = check_count(*array, count);
     if (code != TLVMSG_OK) {
-        give(fault, fault_at(whole(*array), code, 0, count, tlvmsg_most_items(array)));
+        set_result(fault, fault_at(whole(*array), code, 0, count, tlvmsg_most_items(array)));
         return false;
     }
     if (!resize(*array, record, count)) {
-        give(fault, fault_at(whole(*array), TLVMSG_OUT_OF_MEMORY, 0, block_size(*array, count), 0));
+        set_result(fault, fault_at(whole(*array), TLVMSG_OUT_OF_MEMORY, 0, block_size(*array, count), 0));
         return false;
     }
-    give(fault, tlvmsg_fault{});
+    set_result(fault, tlvmsg_fault{});
     return true;
 }
 

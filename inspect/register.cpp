@@ -39,7 +39,7 @@ bool is_tagged(const tlvmsg_type &type) {
     return type.kind == TLVMSG_ENUMERATION || type.kind == TLVMSG_STRUCTURE;
 }
 
-// What is wrong with the family by itself, which looking types up relies on: TLVMSG_OK when nothing is.
+// What is wrong with the family's list of names, on which looking types up relies; TLVMSG_OK when nothing is.
 tlvmsg_fault check_names(const tlvmsg_family &family) {
     for (uint32_t i = 0; i < family.type_count; ++i) {
         const tlvmsg_type &type = *family.types[i];
@@ -54,10 +54,11 @@ tlvmsg_fault check_names(const tlvmsg_family &family) {
     return {};
 }
 
+// The same for its list of tags.
 tlvmsg_fault check_tags(const tlvmsg_family &family) {
     for (uint32_t i = 0; i < family.tagged_count; ++i) {
         const tlvmsg_type &type = *family.tagged[i];
-        if (type.tag < TLVMSG_FIRST_OWN_TAG) { // and none of the types
+        if (type.tag < TLVMSG_FIRST_OWN_TAG) { // a type that stands only in this list
             return library_tag(type);
         }
         if (i > 0 && family.tagged[i - 1]->tag >= type.tag) {
@@ -68,7 +69,7 @@ tlvmsg_fault check_tags(const tlvmsg_family &family) {
     return {};
 }
 
-// Whether types of the one are in the way of the other's.
+// Whether the family has a name or a tag that another one has already.
 tlvmsg_fault check_against(const tlvmsg_family &there, const tlvmsg_family &family) {
     for (uint32_t i = 0; i < family.type_count; ++i) {
         if (find(there, family.types[i]->name) != nullptr) {
@@ -84,9 +85,9 @@ tlvmsg_fault check_against(const tlvmsg_family &there, const tlvmsg_family &fami
 }
 
 // Descriptors and operations look the same in all patch levels of a version.
-bool fits(uint32_t version) { return version / 1000 == TLVMSG_VERSION / 1000; }
+bool is_compatible(uint32_t version) { return version / 1000 == TLVMSG_VERSION / 1000; }
 
-// Behind the last family, unless somebody else is quicker: then behind that one.
+// Appends the family behind the last one. If another thread appends one first, this one goes behind that.
 tlvmsg_fault append(tlvmsg_family &family) {
     for (tlvmsg_family *last = &tlvmsg_built_in;;) {
         if (last == &family || next(family) != nullptr) { // it is there, or is a copy of one that is
@@ -105,7 +106,7 @@ tlvmsg_fault append(tlvmsg_family &family) {
 }
 
 tlvmsg_fault add(tlvmsg_family &family) {
-    if (!fits(family.version)) {
+    if (!is_compatible(family.version)) {
         return refusal(TLVMSG_OTHER_VERSION, family.version, TLVMSG_VERSION, family.name);
     }
     for (const auto check : {check_names, check_tags}) {
@@ -123,6 +124,6 @@ tlvmsg_fault add(tlvmsg_family &family) {
 bool tlvmsg_register(tlvmsg_family *family, tlvmsg_fault *fault) {
     using namespace tlvmsg::inspect;
     const tlvmsg_fault refused = family == nullptr ? null_argument("family") : add(*family);
-    give(fault, refused);
+    set_result(fault, refused);
     return refused.code == TLVMSG_OK;
 }

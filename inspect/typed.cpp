@@ -1,4 +1,4 @@
-// What typed operations have beside those of inspect.h.
+// What operations by name need besides those of inspect.h, and tlvmsg_encode_alloc.
 #include "place.h"
 
 #include <tlvmsg/typed.h>
@@ -8,14 +8,14 @@
 using namespace tlvmsg::inspect;
 
 bool tlvmsg_refuse_record(const tlvmsg_type *type, size_t size, size_t *result, tlvmsg_fault *fault) {
-    give(result, size_t{0});
-    give(fault, fault_at(whole(*type), TLVMSG_RECORD_SIZE, 0, size, type->size));
+    set_result(result, size_t{0});
+    set_result(fault, fault_at(whole(*type), TLVMSG_RECORD_SIZE, 0, size, type->size));
     return false;
 }
 
 uint8_t *tlvmsg_encode_alloc(const tlvmsg_type *type, const void *record, size_t *written,
                              tlvmsg_fault *fault) {
-    give(written, size_t{0});
+    set_result(written, size_t{0});
     size_t size = 0;
     if (!tlvmsg_size(type, record, &size, fault)) {
         return nullptr;
@@ -23,7 +23,7 @@ uint8_t *tlvmsg_encode_alloc(const tlvmsg_type *type, const void *record, size_t
     const size_t room = size > 0 ? size : 1;
     auto *const out = static_cast<uint8_t *>(tlvmsg_allocate(room));
     if (out == nullptr) {
-        give(fault, fault_at(whole(*type), TLVMSG_OUT_OF_MEMORY, 0, room, 0));
+        set_result(fault, fault_at(whole(*type), TLVMSG_OUT_OF_MEMORY, 0, room, 0));
         return nullptr;
     }
     if (!tlvmsg_encode(type, record, out, size, written, fault)) {

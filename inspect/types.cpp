@@ -24,9 +24,9 @@ const tlvmsg_type *find(const tlvmsg_family &family, uint16_t tag) {
 
 namespace {
 
-// What the first family finds that does.
+// Asks one family after the other until one has the type; null when none has.
 template <class Find>
-const tlvmsg_type *first(Find find) {
+const tlvmsg_type *find_in_families(Find find) {
     const tlvmsg_type *found = nullptr;
     for (const tlvmsg_family *each = &tlvmsg_built_in; each != nullptr && found == nullptr;
          each = next(*each)) {
@@ -42,11 +42,13 @@ const tlvmsg_type *first(Find find) {
 using namespace tlvmsg::inspect;
 
 const tlvmsg_type *tlvmsg_type_find(const char *name) {
-    return name == nullptr ? nullptr : first([=](const tlvmsg_family &family) { return find(family, name); });
+    return name == nullptr
+               ? nullptr
+               : find_in_families([=](const tlvmsg_family &family) { return find(family, name); });
 }
 
 const tlvmsg_type *tlvmsg_type_by_tag(uint16_t tag) {
-    return first([=](const tlvmsg_family &family) { return find(family, tag); });
+    return find_in_families([=](const tlvmsg_family &family) { return find(family, tag); });
 }
 
 size_t tlvmsg_type_count(void) {
@@ -58,7 +60,7 @@ size_t tlvmsg_type_count(void) {
 }
 
 const tlvmsg_type *tlvmsg_type_at(size_t index) {
-    return first([&](const tlvmsg_family &family) {
+    return find_in_families([&](const tlvmsg_family &family) {
         const tlvmsg_type *const there = index < family.type_count ? family.types[index] : nullptr;
         index -= family.type_count;
         return there;

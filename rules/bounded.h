@@ -10,8 +10,8 @@ template <class Codec>
 struct Bounded {
     using record = typename Codec::record;
 
-    // What is released after a failure must be null or a block. A union or dynamic array by itself lacks what
-    // stands before it in its structure.
+    // After a failure blocks are released, so every pointer must be null or lead to one. A union or dynamic array that
+    // stands alone finds no selector or count before it.
     static const uint8_t *decode(const uint8_t *in, Input *input, void *to) {
         auto *out = static_cast<record *>(to);
         if constexpr (allocates<Codec> || form<Codec>.governed) {
@@ -26,8 +26,7 @@ struct Bounded {
 
     static uint8_t *encode(const void *from, uint8_t *out, size_t capacity) {
         const auto *in = static_cast<const record *>(from);
-        const uint64_t room =
-            capacity < largest_size ? capacity : largest_size; // none is enough for what is refused
+        const uint64_t room = capacity < largest_size ? capacity : largest_size; // less than unencodable
         return size(in) <= room ? Use<Codec>::template encode<Library::Bounded>(in, out) : nullptr;
     }
 

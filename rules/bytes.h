@@ -15,8 +15,8 @@ T *unbounded(T *items) {
     return items;
 }
 
-// g++ turns copies and fills whose size it can bound into `rep movs` and `rep stos`, which take longer to
-// start than most of them to do. Hiding the size makes them calls.
+// g++ turns copies and fills whose size it can bound into `rep movs` and `rep stos`, which take longer to start than
+// most of these copies take as a whole. When the size is hidden they become calls.
 inline size_t hidden(size_t size) {
     asm("" : "+r"(size));
     return size;

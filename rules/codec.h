@@ -18,9 +18,9 @@
 //     is_full(record)                 whether the record has that size; then
 //     put(record, out)                stores the element
 //
-// A number has no padding and always the same size. A codec that presumes no size, or may be wrong, has
+// A number has no padding and always the same size. A codec that presumes no size, or sometimes another one, has
 //
-//     measure<Library>(record)        encoded size, of which the exact library tells the lower 16 bits
+//     measure<Library>(record)        encoded size; the exact library gives its callers the lower 16 bits
 //     accept(in, input, out)          position behind input that is just what the encoder writes, or null;
 //                                     see strict.h
 //
@@ -54,8 +54,8 @@ inline constexpr bool fast_paths = true;
 // block.
 enum class Library { Exact, Bounded };
 
-// When the users of a codec call one copy of its code. Otherwise each of them repeats it, which is best for
-// scalars and for thin wrappers around shared bodies.
+// For which operations the users of a codec call one copy of its code. For the others each of them has its own, which
+// is best for scalars and for thin wrappers around shared bodies.
 enum class Called { Never, ToDecode, Always };
 
 // What is known of all elements of a type. Codecs name the members that they set, so that the compiler
@@ -163,14 +163,14 @@ template <class Codec>
     }
 }
 
-// No size: nothing of several, or of what an element's length cannot say, can be sent, and no sum of these
-// wraps or comes near a size.
-inline constexpr uint64_t refused = uint64_t{1} << 40;
+// The size of what cannot be encoded: larger than any other size, and so much smaller than 2^64 that sums of it do not
+// wrap.
+inline constexpr uint64_t unencodable = uint64_t{1} << 40;
 
-// The size of a whole element, or of an array whose count may be too large.
+// The size of an element; the bounded library has none for what its length cannot say, nor for what is to be refused.
 template <Library For>
 uint64_t element_size(uint64_t size, bool refuse = false) {
-    return For == Library::Bounded && (refuse || size - header_size > UINT16_MAX) ? refused : size;
+    return For == Library::Bounded && (refuse || size - header_size > UINT16_MAX) ? unencodable : size;
 }
 
 } // namespace tlvmsg::rules

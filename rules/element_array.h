@@ -10,7 +10,7 @@ namespace tlvmsg::rules {
 template <class Item, Library For>
 uint64_t measure_element_array(const typename Item::record *items, uint16_t count, bool refuse) {
     return For == Library::Bounded && refuse
-               ? refused
+               ? unencodable
                : element_size<For>(array_prefix + Elements<Item>::template measure<For>(items, count));
 }
 

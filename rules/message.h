@@ -54,7 +54,7 @@ struct message {
 
 private:
     static constexpr bool has_presumed_size = sum<&Form::presumed_size, Members...> != 0;
-    // Then what is just as the encoder writes it is decoded without that; but no block is allocated twice.
+    // Then flawless messages are decoded without it; but not into blocks, of which none must be allocated twice.
     static constexpr bool takes_long_to_clear = sizeof(Record) > 1024 && !form.allocates;
 
     // The whole record is cleared first, so that what is absent reads as zero; also when the position is

@@ -45,7 +45,7 @@ template <class Codec, class Bounds, class Out>
     return true;
 }
 
-// Accepts an element of any size. What follows a presumed one is at a known place, for which no load waits.
+// Accepts an element of any size. Behind one of the presumed size, the next place is known without waiting for a load.
 template <class Codec, class Bounds, class Out>
 [[gnu::always_inline]] inline const uint8_t *accept(const uint8_t *in, Bounds &bounds, Out out) {
     if constexpr (presumed_size<Codec> != 0) {

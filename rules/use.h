@@ -1,4 +1,4 @@
-// How one codec uses another: one copy of its code for all of them, or one in each.
+// How one codec uses another: by calling a copy of its code that all users share, or with a copy of its own.
 #pragma once
 
 #include "strict.h"

@@ -1,4 +1,4 @@
-// How operations get out of the library: everything else is hidden.
+// Exporting operations from the library, where everything else is hidden.
 #pragma once
 
 #define TLVMSG_EXPORTED extern "C" __attribute__((visibility("default")))

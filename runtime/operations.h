@@ -1,8 +1,7 @@
 // The strict operations of a type, as its descriptor refers to them.
 //
-// They accept flawless input only, and records that can be encoded. At anything else they
-// give up without saying why: their callers then go by the descriptors, which say what is tolerated and what
-// the fault is.
+// They accept flawless input only, and records that can be encoded. At anything else they give up without saying why.
+// Their callers then go by the descriptors, which say what is tolerated and what the fault is.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +18,7 @@ struct Input {
     size_t limit; // bytes of all blocks together
     size_t allocated = 0;
     size_t blocks = 0;
-    bool out_of_memory = false; // there was no memory for the last block
+    bool out_of_memory = false; // whether there was no memory for the last block
     bool terminated = true;     // whether zero bytes behind bytes are looked at: exact decoders skip them
 
     size_t left(const uint8_t *in) const { return static_cast<size_t>(end - in); }
@@ -44,8 +43,8 @@ struct Input {
 #define TLVMSG_OPERATIONS_OF(NAME) &NAME
 #endif
 
-// Defines the descriptor of a type. Programs share its address; protected, so that all in the library that has it is
-// bound to it.
+// Defines the descriptor of a type. Programs share its address. It is protected, so that references inside the library
+// are bound to it.
 #define TLVMSG_TYPE_OBJECT(X)                                                                                \
     extern __attribute__((visibility("protected"))) const tlvmsg_type tlvmsg_type_of_##X;                    \
     const tlvmsg_type tlvmsg_type_of_##X

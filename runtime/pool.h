@@ -1,4 +1,4 @@
-// The pool of the platform that all blocks are from.
+// The platform's pool, from which all blocks come.
 #pragma once
 
 #include <osal_pelix.h>

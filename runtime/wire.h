@@ -1,4 +1,4 @@
-// The element format, inline: what the runtime exports and the rules are built from.
+// The element format as inline functions, of which the exported functions and the rules are made.
 #pragma once
 
 #include <osal_pelix.h>
@@ -67,7 +67,7 @@ inline uint32_t difference(const uint8_t *in, uint32_t header) {
     return load_stored<uint32_t>(in) ^ OSALhtonl(header);
 }
 
-// An element whose header has been read; the default is what a null position reads as.
+// An element whose header has been read. The default stands for what is read at a null position.
 struct Element {
     uint16_t tag = 0;
     const uint8_t *value = nullptr;

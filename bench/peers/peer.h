@@ -1,4 +1,4 @@
-// How a peer gets measured. A peer is a class with a `name` and, for each of the four records,
+// How a peer is measured. A peer is a class with a `name` and, for each of the four records,
 //
 //     size_t encode(const Record &record, uint8_t *out)                   bytes written; at most max_encoded
 //     bool decode(const uint8_t *in, size_t size, Record &record)
@@ -16,7 +16,7 @@ using Dot3Record = Dot3Stats::record;
 using VlanRecord = VlanStats::record;
 using ReportRecord = GenericReport::record;
 
-// Room for as many counters; null when they are too many.
+// Allocates room for so many counters in the record; null when they are too many.
 inline zel_vlan_counters *allocate_vlans(VlanRecord &record, size_t count) {
     auto &array = record.vlan_stat_bundle.vlan_counters;
     const auto size = static_cast<uint32_t>(count * sizeof(zel_vlan_counters));

@@ -1,6 +1,6 @@
 /*
- * A family of one's own: a report on the fans of a module becomes bytes, and again a record, by name and by whatever
- * tag comes first. With a file name the bytes are written there, for 'tlv --schema acme/fan.tlv' to show.
+ * A family of one's own: a report on the fans of a module becomes bytes and a record again, and a type is found by its
+ * tag. With a file name the bytes are written there, for 'tlv --schema acme/fan.tlv' to show.
  */
 #include <tlvmsg/bounded/acme.h>
 

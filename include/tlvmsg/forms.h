@@ -10,7 +10,7 @@
  *     forms/sample.h   records to look at and to test with
  *     forms/text.h     records as lines to read and to grep
  *     forms/types.h    sets of types to choose from
- *     forms/untyped.h  messages without a type, by their tags
+ *     forms/untyped.h  messages whose type nobody named, by their tags
  *     forms/verdict.h  whether bytes fit a type
  *     forms/fault.h    why something could not be read or done
  *
@@ -26,7 +26,7 @@
  * of the platform's pool, whatever it holds: release it with tlvmsg_free.
  *
  * Failure. No exception leaves the library. Running out of memory is a fault, TLVMSG_TEXT_OUT_OF_MEMORY, like
- * others, and so is null where an object is needed. Whoever does not want to know passes null for `fault`.
+ * others, and so is null where an object is needed. `fault` may always be null.
  *
  * Growth. Structures end in reserved words as those of inspect.h do: zero them in what is handed in. Another value is
  * refused as TLVMSG_TEXT_RESERVED_WORD.

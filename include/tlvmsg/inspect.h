@@ -33,8 +33,8 @@
  *
  * Growth. Structures that programs declare end in reserved words. Zero is the meaning that later versions of the library
  * will give to programs that know of none: programs zero what they hand in, as `{0}` does. Another value asks for what
- * this library does not have; it is refused as TLVMSG_RESERVED_WORD, and functions without a result do nothing. What the
- * library hands out has zeros there.
+ * this library does not have; it is refused as TLVMSG_RESERVED_WORD, and functions without a result do nothing. What
+ * the library fills has zeros there.
  *
  * Alignment. Records, and the blocks of their dynamic arrays, lie where the compiler would put an object of
  * their type: at multiples of type->alignment, which is at most 8. What malloc gives always does; a record
@@ -42,7 +42,7 @@
  *
  * Threads. No locks: any thread may call anything on its own records and buffers. Descriptors are constants and
  * shared freely. The only state is the list of registered families, which any thread may extend at any time
- * (register.h); of the functions here none reads it.
+ * (register.h); no function here reads it.
  *
  * Example:
  *
@@ -89,7 +89,7 @@ enum {
 #define TLVMSG_ANY_NUMBER
 #endif
 
-/* Why something was refused. In brackets: what `found` and `allowed` of the fault are. */
+/* Why something was refused. The brackets say what `found` and `allowed` of the fault are. */
 typedef enum tlvmsg_code TLVMSG_ANY_NUMBER {
     TLVMSG_OK,
     /* From bytes. */
@@ -132,8 +132,8 @@ const char *tlvmsg_code_text(tlvmsg_code code);
 bool tlvmsg_code_find(const char *name, tlvmsg_code *code);
 
 /*
- * Where and why. Holds no pointers: copy it, keep it. Of one that says that there was no fault, only `code`,
- * TLVMSG_OK, and `path`, which is empty, are defined.
+ * Where and why. It holds no pointers, so it may be copied and kept. When nothing was refused, `code` is TLVMSG_OK and
+ * `path` is empty, and nothing else is filled.
  */
 typedef struct tlvmsg_fault {
     tlvmsg_code code;
@@ -149,20 +149,20 @@ typedef struct tlvmsg_fault {
  *
  *     error[count-exceeds-capacity]: zel_mac_addr.mac.count: 7 exceeds capacity 6 at byte 12
  *
- * and "no fault" for one that says that there was none. Faults of the caller name no byte.
+ * and "no fault" when the code is TLVMSG_OK. Faults of the caller name no byte.
  *
  * Returns the length of the whole line, as snprintf does. A null buffer with size 0 only measures.
  */
 size_t tlvmsg_fault_text(const tlvmsg_fault *fault, char *buffer, size_t size);
 
-/* The same without "error[code]: ", for whoever words the beginning. */
+/* The same without "error[code]: ", for programs that begin the line themselves. */
 size_t tlvmsg_fault_message(const tlvmsg_fault *fault, char *buffer, size_t size);
 
 /* ---- Places ------------------------------------------------------------------------------------------ */
 
 /*
- * A place inside a type, as visitors and tracers are told it: a chain from the place up to the whole type.
- * Valid during the callback only.
+ * A place inside a type, as visitors and tracers receive it: a chain from the place up to the whole type, which is
+ * valid during the callback only.
  */
 typedef struct tlvmsg_place {
     const struct tlvmsg_place *parent; /* null for the whole type */
@@ -191,7 +191,10 @@ typedef struct tlvmsg_limits {
     uintptr_t reserved[4];
 } tlvmsg_limits;
 
-/* 64 * in_len + 64 KiB: enough for everything that an encoder of the library produces. */
+/*
+ * 64 * in_len + 64 KiB: enough for all encodings of the library's own types. A type of your own may need more, when
+ * the items of a dynamic array are many times larger in memory than on the wire.
+ */
 size_t tlvmsg_default_allocation(size_t in_len);
 
 /*
@@ -254,7 +257,7 @@ typedef struct tlvmsg_piece {
     const tlvmsg_fault *fault; /* deviations; otherwise null */
 } tlvmsg_piece;
 
-/* Must return: no exception leaves it, no longjmp. */
+/* A tracer must return: no exception leaves it, no longjmp. */
 typedef void (*tlvmsg_tracer)(void *context, const tlvmsg_piece *piece);
 
 /*
@@ -303,7 +306,7 @@ void tlvmsg_release(const tlvmsg_type *type, void *record);
 /*
  * Makes `*to`, whose earlier content is lost without being released, a record equal to `*from` that has blocks
  * of its own. The two must not overlap. `fault` may be null. On failure `*to` is zero, nothing stays allocated
- * and `*fault` says why: TLVMSG_OUT_OF_MEMORY, at offset 0.
+ * and `*fault` says why: TLVMSG_OUT_OF_MEMORY, at offset 0, or TLVMSG_NULL_ARGUMENT.
  */
 bool tlvmsg_copy(const tlvmsg_type *type, void *to, const void *from, tlvmsg_fault *fault);
 
@@ -311,12 +314,13 @@ bool tlvmsg_copy(const tlvmsg_type *type, void *to, const void *from, tlvmsg_fau
  * Whether two records say the same: the same numbers, counts, items, bytes and chosen alternatives. Padding,
  * items behind the count, alternatives that are not chosen, and where blocks lie make no difference. Counts are
  * compared as they stand: one above the capacity differs from the capacity, and one beside a null pointer from 0.
- * Two null records are equal.
+ * Two null records are equal, and a null one equals no other.
  */
 bool tlvmsg_equal(const tlvmsg_type *type, const void *a, const void *b);
 
 /*
- * Told what tlvmsg_walk comes across. Null members are left out.
+ * The functions that tlvmsg_walk calls for what it comes across. A null one is not called, and a null `enter` lets
+ * the walk go inside.
  *   enter   a structure, message, union, or array of anything but bytes, with the number of what is inside:
  *           members, items, 1 or 0 alternatives. Returning false leaves the inside (and `leave`) out.
  *   leave   its end.
@@ -333,8 +337,8 @@ typedef struct tlvmsg_visitor {
     uintptr_t reserved[4];
 } tlvmsg_visitor;
 
-/* Visits everything in the record, in the order of the wire. Does nothing when an argument is null, or a
- * reserved word is not zero. */
+/* Visits everything in the record, in the order of the wire. Does nothing when the type, the record or the visitor is
+ * null, or a reserved word is not zero. */
 void tlvmsg_walk(const tlvmsg_type *type, const void *record, const tlvmsg_visitor *visitor, void *context);
 
 #ifdef __GNUC__

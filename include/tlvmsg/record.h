@@ -14,8 +14,8 @@
  * (its member's path is ""). tlvmsg_next_field gives the fields themselves.
  *
  * Records are believed to be laid out and aligned as their type says, and pointers in them to designate `count` items
- * or to be null. No argument may be null unless it says so. Nothing here knows limits
- * or locks; see inspect.h for bytes that nobody vouches for.
+ * or to be null. Functions that take an array want the type of one. No argument may be null unless its function says
+ * so. Nothing here knows limits or locks; see inspect.h for bytes that nobody vouches for.
  *
  * Example, a text into the dynamic array of an if_name:
  *
@@ -61,7 +61,7 @@ void tlvmsg_free(void *block);
  */
 uint64_t tlvmsg_load(const tlvmsg_type *type, const void *field);
 
-/* Stores as many low bits of the value as such a number has; of an array nothing but its count. */
+/* Stores the low bits of the value, as many as such a number has. In an array's record that is the count alone. */
 void tlvmsg_store(const tlvmsg_type *type, void *field, uint64_t value);
 
 /* What tlvmsg_load would give for these low bits. */
@@ -71,13 +71,13 @@ uint64_t tlvmsg_sign_extend(const tlvmsg_type *type, uint64_t bits);
 int64_t tlvmsg_least(const tlvmsg_type *type);
 uint64_t tlvmsg_most(const tlvmsg_type *type);
 
-/* The first enumerator of that value, or of that name; null for none, as for any value of most types. */
+/* The first enumerator of that value, or of that name. Null where there is none: most types have no enumerators. */
 const tlvmsg_enumerator *tlvmsg_enumerator_by_value(const tlvmsg_type *type, uint64_t value);
 const tlvmsg_enumerator *tlvmsg_enumerator_by_name(const tlvmsg_type *type, const char *name);
 
 /* ---- Arrays ------------------------------------------------------------------------------------------ */
 
-/* Whether items are bytes, and whether they lie behind a pointer. Both false for what is no array. */
+/* Whether items are bytes, and whether they lie behind a pointer. Both are false for what is no array. */
 bool tlvmsg_type_is_bytes(const tlvmsg_type *type);
 bool tlvmsg_type_is_dynamic(const tlvmsg_type *type);
 
@@ -118,8 +118,9 @@ typedef struct tlvmsg_field {
 } tlvmsg_field;
 
 /*
- * Steps from field to field, in the order of the wire; a zeroed `*field` begins. False behind the last one, and for
- * types without fields. With a record, the union in it has the alternative that is chosen; without one, all.
+ * Makes `*field` the next field in the order of the wire, and the first one when it is zero. False when no field is
+ * left, and for types that have none. `record` may be null: then all alternatives of a union come, and with a record
+ * only the one that is chosen in it.
  *
  *     for (tlvmsg_field field = {0}; tlvmsg_next_field(type, record, &field);) {
  *         print(field.name, field.type, (const uint8_t *)record + field.offset);

@@ -38,8 +38,8 @@ extern "C" {
 enum { TLVMSG_FIRST_OWN_TAG = 32768 };
 
 /*
- * What tlvc generates of a family: tlvmsg_family_X, which <tlvmsg/bounded/X.h> declares. Programs hand it on. Who makes
- * one by hand sorts both lists, strictly, and sets `next` to null.
+ * A family as tlvc generates it: tlvmsg_family_X, which <tlvmsg/bounded/X.h> declares and programs hand to
+ * tlvmsg_register. One that is made by hand has both lists sorted, no name or tag twice, and a null `next`.
  */
 typedef struct tlvmsg_family {
     uint32_t version; /* of the tlvc that generated it: TLVMSG_VERSION_NUMBER */
@@ -58,10 +58,10 @@ typedef struct tlvmsg_family {
  *     TLVMSG_NULL_ARGUMENT    the family is a null pointer
  *     TLVMSG_OTHER_VERSION    tlvc and library are not of one version, patch levels aside; the path is the
  *                             family's name
- *     TLVMSG_NAME_TAKEN       a type has the name of another one, also in the family itself; the path is that name.
- *                             Or the family is registered already, also if it is empty; the path is its name
- *     TLVMSG_TAG_TAKEN        a type has the tag of another one, also in the family itself; the path is "acme_fan
- *                             and other_fan"
+ *     TLVMSG_NAME_TAKEN       a type has the name of another one, of which either may be in the family; the path is
+ *                             that name. Or the family is registered already; the path is its name
+ *     TLVMSG_TAG_TAKEN        a type has the tag of another one, which may be in the family, too; the path is
+ *                             "acme_fan and other_fan"
  *     TLVMSG_LIBRARY_TAG      a type has a tag below TLVMSG_FIRST_OWN_TAG; the path is its name
  *     TLVMSG_NOT_SORTED       two neighbours are not in the order of names or tags; the path is "b_type and a_type"
  *

@@ -3,8 +3,7 @@
  *
  * Programs include <tlvmsg/FAMILY.hpp> or <tlvmsg/all.hpp>, which bring this header, the family's records and
  * what is known about each. The records are the C structures of <tlvmsg/FAMILY.h>. What operations do, promise
- * and refuse is said in inspect.h; here they have types, owners and spans, and nothing is done that the library
- * does not do. Programs link tlvmsg_inspect.
+ * and refuse is said in inspect.h; here they have types, owners and spans. Programs link tlvmsg_inspect.
  *
  * Example:
  *
@@ -126,7 +125,7 @@ private:
     char text_[TLVMSG_FAULT_TEXT];
 };
 
-/* Why something was refused. Only `code` is meaningful when nothing was. */
+/* Why something was refused. When nothing was, only `code` has a meaning. */
 struct fault : tlvmsg_fault {
     fault() noexcept {
         code = TLVMSG_OK;
@@ -151,8 +150,8 @@ struct fault : tlvmsg_fault {
 };
 
 /*
- * A value, or the fault because of which there is none; which of them is for operator bool to say. A result that goes
- * away gives its value away: `for (auto byte : *encode(record))` has a vector that lasts as long as the loop.
+ * A value, or the fault because of which there is none: operator bool says whether there is a value. A temporary result
+ * gives its value away, so that `for (auto byte : *encode(record))` has a vector that lasts as long as the loop.
  */
 template <class T, class Fault = fault>
 struct [[nodiscard]] result {
@@ -165,7 +164,7 @@ struct [[nodiscard]] result {
     T operator*() &&noexcept { return static_cast<T &&>(value); }
     T operator*() const && = delete;
 
-    /* Of the value; where that owns a record, of the record. */
+    /* Leads to the members of the value, and where that owns a record to those of the record. */
     auto *operator->() &noexcept { return address(value); }
     auto *operator->() const &noexcept { return address(value); }
     auto *operator->() &&noexcept { return address(static_cast<T &&>(value)); }
@@ -195,7 +194,7 @@ struct unset {};
  * tlvmsg::copy. Members are read and written through ->, blocks come and go by assign and resize.
  *
  * What would leave a block to two owners or to none does not compile, nor does what would outlive its owner: * gives a
- * record with blocks as a constant, and the members of an owner that goes away are volatile behind ->, so that
+ * record with blocks as a constant, and behind -> of a temporary owner members are volatile, so that
  * decode<T>(in)->session.msg_type is a number as always, but items, bytes and text refuse decode<T>(in)->ports.
  */
 template <record_type T>
@@ -320,7 +319,7 @@ result<size_t> encoded_size(const R &record) noexcept {
     return size;
 }
 
-/* Encodes to the beginning of `out`, and gives that part of it; on failure what is in `out` is of no use. */
+/* Encodes to the beginning of `out`, and gives that part of it. On failure nothing is written. */
 template <record_like R>
 result<std::span<uint8_t>> encode(const R &record, std::span<uint8_t> out) noexcept {
     result<std::span<uint8_t>> encoded;
@@ -353,7 +352,7 @@ result<std::vector<uint8_t>> encode(const R &record) {
     return encoded;
 }
 
-/* A record that says the same and has blocks of its own. */
+/* An equal record that has blocks of its own. */
 template <record_like R>
 result<owned<detail::record_t<R>>> copy(const R &record) noexcept {
     using T = detail::record_t<R>;
@@ -363,7 +362,7 @@ result<owned<detail::record_t<R>>> copy(const R &record) noexcept {
     return copied;
 }
 
-/* Whether both say the same; see tlvmsg_equal. */
+/* Whether both records are equal; see tlvmsg_equal. */
 template <record_like A, record_like B>
 requires std::is_same_v<detail::record_t<A>, detail::record_t<B>>
 bool equal(const A &a, const B &b) noexcept {
@@ -410,7 +409,7 @@ constexpr bool has_blocks = false;
 template <record_type T>
 constexpr bool has_blocks<T> = traits<T>::holds_blocks;
 
-/* Of a const array the items are const, behind a pointer as well. */
+/* The items of a const array are const, also those behind a pointer. */
 template <class A>
 auto readable(A &array) noexcept {
     using plain = std::remove_const_t<A>;
@@ -427,8 +426,8 @@ auto readable(A &array) noexcept {
 } // namespace detail
 
 /*
- * What is really there: never more than the capacity, and nothing behind a null pointer, whatever the count
- * says. Valid until the array is resized or released; an array that goes away at once has none.
+ * The items, or the bytes, that are really there: never more than the capacity, and none behind a null pointer,
+ * whatever the count says. Valid until the array is resized or released; temporary arrays are refused.
  */
 template <class A>
 requires item_array_type<std::remove_const_t<A>>
@@ -501,8 +500,8 @@ noexcept {
 /*
  * Calls visitor(name, type, member) for each member of a structure, message or union, or of one that is owned, in
  * their order in the record: a std::string_view, a const tlvmsg_type &, and a reference that is const where the record
- * or its owner is. What travels as a count or selector of its own is part of its array or union here. Of a union its
- * selector comes, and then the alternative that this chooses, if any.
+ * or its owner is. What travels as a count or selector of its own is part of its array or union here. The members of a
+ * union are its selector and then the alternative that this chooses, if any.
  *
  * Example:
  *

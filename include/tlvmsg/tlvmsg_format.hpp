@@ -13,8 +13,8 @@
  *
  * fmt::print prints the same, where <fmt/format.h> is included before this header. Owned records are printed as they
  * are, those of C by tlvmsg::show(record). Enumerations come by name, where the value has one; bytes in quotes, where
- * what is not printable ASCII is \x and two hexadecimal digits, and a \ stands before a quote and before itself; of a
- * union, its selector and what that chooses. The text is for people and may change; JSON is in tlvmsg_json.hpp.
+ * what is not printable ASCII is \x and two hexadecimal digits, and a \ stands before a quote and before itself; unions
+ * with their selector and what that chooses. The text is for people and may change; JSON is in tlvmsg_json.hpp.
  */
 #ifndef TLVMSG_TLVMSG_FORMAT_HPP
 #define TLVMSG_TLVMSG_FORMAT_HPP
@@ -26,7 +26,7 @@
 
 namespace tlvmsg {
 
-/* A record to be printed, which it refers to: none that goes away at once. */
+/* Refers to a record that is to be printed. Temporary records are refused. */
 struct shown {
     const tlvmsg_type &type;
     const void *record;

@@ -2,8 +2,8 @@
  * tlvmsg_forms.hpp - messages of types that are known by their descriptors, as people read and write them, in C++20.
  *
  * What the functions of <tlvmsg/forms.h> do, promise and refuse is said there. Here what they hand out releases itself,
- * and what they answer is a value or a fault; nothing throws but the strings that hold JSON, where memory runs out.
- * Programs link tlvmsg_forms.
+ * and what they return is a value or a fault. Nothing throws but std::string when memory runs out, in functions that
+ * make JSON or the text of a fault. Programs link tlvmsg_forms.
  *
  * Example, which message is this, and what is in it?
  *
@@ -21,6 +21,7 @@
 #include <tlvmsg/forms.h>
 #include <tlvmsg/tlvmsg_json.hpp>
 
+#include <cstdio>
 #include <type_traits>
 #include <utility>
 
@@ -38,8 +39,9 @@ public:
     list(list &&other) noexcept
         : items_(std::exchange(other.items_, nullptr)), count_(std::exchange(other.count_, 0)) {}
     list &operator=(list &&other) noexcept {
-        std::swap(items_, other.items_);
-        std::swap(count_, other.count_);
+        list taken(std::move(other));
+        std::swap(items_, taken.items_);
+        std::swap(count_, taken.count_);
         return *this;
     }
     ~list() { tlvmsg_free(items_); }
@@ -69,8 +71,9 @@ public:
     any_record(any_record &&other) noexcept
         : type_(other.type_), record_(std::exchange(other.record_, nullptr)) {}
     any_record &operator=(any_record &&other) noexcept {
-        std::swap(type_, other.type_);
-        std::swap(record_, other.record_);
+        any_record taken(std::move(other));
+        std::swap(type_, taken.type_);
+        std::swap(record_, taken.record_);
         return *this;
     }
     ~any_record() {
@@ -175,8 +178,16 @@ inline result<any_record, text_fault> sample(const tlvmsg_type &type,
     });
 }
 
-/* What differs between two records of one type, member by member. */
+/* What differs between two records, member by member. Different types are refused as TLVMSG_TEXT_WRONG_VALUE. */
 inline result<list<tlvmsg_difference>, text_fault> diff(const any_record &a, const any_record &b) noexcept {
+    if (a.type() != b.type() && a.type() != nullptr && b.type() != nullptr) {
+        result<list<tlvmsg_difference>, text_fault> refused;
+        refused.fault.code = TLVMSG_TEXT_WRONG_VALUE;
+        std::snprintf(refused.fault.path, sizeof refused.fault.path, "b");
+        std::snprintf(refused.fault.message, sizeof refused.fault.message,
+                      "found a record of %s, expected %s", b.type()->name, a.type()->name);
+        return refused;
+    }
     return detail::listed<tlvmsg_difference>(
         [&](auto... out) { return tlvmsg_diff(a.type(), a.data(), b.data(), out...); });
 }
@@ -190,7 +201,7 @@ noexcept {
     });
 }
 
-/* ---- Bytes that nobody gave a name ----------------------------------------------------------------------- */
+/* ---- Bytes whose type nobody named ----------------------------------------------------------------------- */
 
 /* Which types bytes are of, the best first; see forms/guess.h. A null set stands for all types. */
 inline result<list<tlvmsg_guess>, text_fault> guess(byte_view in, const tlvmsg_guess_options &options = {},
@@ -212,21 +223,22 @@ inline result<list<tlvmsg_hex_message>, text_fault> read_hex(std::string_view te
         [&](auto... out) { return tlvmsg_read_hex(text.data(), text.size(), out...); });
 }
 
-/* ---- Texts that are told in pieces ----------------------------------------------------------------------- */
+/* ---- Texts in pieces ------------------------------------------------------------------------------------- */
 
 /*
- * These tell a sink: a callable that takes a std::string_view and gives false to stop, and that is noexcept, since C calls
- * it. Only the sink knows that it stopped: the answer is then a value of no use, beside no fault.
+ * These hand their text, piece by piece, to a sink: a callable that takes a std::string_view and gives false to stop,
+ * and that is noexcept, since C calls it. A sink that stops has to remember that it did: the result is then a value of
+ * no use, without a fault.
  */
 
-/* A record, a line a value. Gives whether all of it was told. */
+/* A record, a line a value. Gives whether the text is complete. */
 template <class Sink>
 result<bool, text_fault> to_text(const any_record &record, Sink &&sink,
                                  const tlvmsg_text_options &options = {}) noexcept {
-    result<bool, text_fault> told{false, {}};
-    told.value =
-        tlvmsg_to_text(record.type(), record.data(), &options, detail::hand_on<Sink>, &sink, &told.fault);
-    return told;
+    result<bool, text_fault> complete{false, {}};
+    complete.value =
+        tlvmsg_to_text(record.type(), record.data(), &options, detail::hand_on<Sink>, &sink, &complete.fault);
+    return complete;
 }
 
 /* Every byte explained, by the type or, when that is null, by tags. Gives how the bytes fit it. */
@@ -240,7 +252,7 @@ result<tlvmsg_verdict, text_fault> annotate(const tlvmsg_type *type, byte_view i
     return explained;
 }
 
-/* Elements of which nobody said the type. Gives where the first one begins that is not whole. */
+/* Elements whose type nobody named. Gives where the first one begins that is not whole. */
 template <class Sink>
 result<size_t, text_fault> untyped_to_json(byte_view in, Sink &&sink, const tlvmsg_json_options &options = {},
                                            const tlvmsg_type_set *set = nullptr) noexcept {

@@ -33,10 +33,22 @@ struct text_fault : tlvmsg_text_fault {
 
     std::string_view name() const noexcept { return tlvmsg_text_code_name(code); } /* "unknown-name" */
 
-    /* "error[unknown-name]: $: no member "colour", did you mean 'color'? in line 1, column 13" */
+    /* "error[unknown-name]: $: no member "colour", did you mean 'color'? in line 1, column 13"; or "no fault" */
     std::string text() const {
-        return "error[" + std::string(name()) + "]: " + path + ": " + message + " in line " +
-               std::to_string(line) + ", column " + std::to_string(column);
+        if (code == TLVMSG_TEXT_OK) {
+            return "no fault";
+        }
+        std::string all = "error[" + std::string(name()) + "]: ";
+        all.append(path).append(path[0] != '\0' ? ": " : "").append(message);
+        return has_place() ? all + " in line " + std::to_string(line) + ", column " + std::to_string(column)
+                           : all;
+    }
+
+private:
+    /* Whether it is about a text, and not about the call. */
+    bool has_place() const noexcept {
+        return line > 0 && code != TLVMSG_TEXT_OUT_OF_MEMORY && code != TLVMSG_TEXT_NULL_ARGUMENT &&
+               code != TLVMSG_TEXT_RECORD_SIZE && code != TLVMSG_TEXT_RESERVED_WORD;
     }
 };
 

@@ -16,10 +16,10 @@
  *     bool     tlvmsg_equal_X(const X *a, const X *b)
  *     bool     tlvmsg_resize_X(X *array, count, fault)                        arrays only; see record.h
  *
- * They do and promise what inspect.h says of the operations without the X. Beyond that each compares the size
- * of the program's record with that of the library's. Where they differ, the program was compiled with another
- * header: then the record is not handed on, and the answer is the fault TLVMSG_RECORD_SIZE, false or nothing;
- * tlvmsg_decode_X and tlvmsg_copy_X leave the program's record zero.
+ * They do and promise what inspect.h says of the operations without the X. Beyond that, those that take a record
+ * compare its size with that of the library's. Where these differ, the program was compiled with another header: then
+ * the record is not handed on. The operation fails with TLVMSG_RECORD_SIZE, tlvmsg_decode_X and tlvmsg_copy_X leave the
+ * program's record zero, tlvmsg_equal_X gives false, and tlvmsg_release_X does nothing.
  *
  * Example:
  *
@@ -32,11 +32,11 @@
  *         tlvmsg_release_analogbri_led_control_req_message(&request);
  *     }
  *
- * X is the name in the schema. The record is called the same, but for one whose name system headers have for a
- * structure of theirs: that of timestamp is `tlvmsg_timestamp`, as the comment in its header says.
+ * X is the name in the schema. The record has the same name, with one exception: system headers have a structure
+ * called timestamp, so the record of that type is `tlvmsg_timestamp`, as the comment in its header says.
  *
- * Descriptors. tlvmsg_descriptor_X() gives that of any type X, enumerations included, without the look-up that
- * tlvmsg_type_find takes. Tables in a program hold the function, whose address is a constant:
+ * Descriptors. tlvmsg_descriptor_X() gives the descriptor of any type X, enumerations included, without the look-up
+ * that tlvmsg_type_find takes. Tables in a program hold the function, whose address is a constant:
  *
  *     static const struct {
  *         int message;
@@ -79,8 +79,8 @@ extern "C" {
 /* ---- For any type, with the size of the program's record ------------------------------------------------- */
 
 /*
- * Answers for a record of another size than the library's: `*result` is 0, `*fault` is TLVMSG_RECORD_SIZE at
- * offset 0; both may be null. Always false.
+ * Fails because the program's record is not as large as the library's: `*result` becomes 0 and `*fault`
+ * TLVMSG_RECORD_SIZE, at offset 0. Both may be null. Always gives false.
  */
 bool tlvmsg_refuse_record(const tlvmsg_type *type, size_t size, size_t *result, tlvmsg_fault *fault);
 

@@ -4,8 +4,8 @@
  * Descriptors say what the record of a type looks like in memory and what its element looks like on the wire,
  * so that code which knows no type by name can walk any record. They are constants: nobody builds or releases
  * them. Later versions of the library may add members at the end of tlvmsg_type, and only there: programs may
- * hold pointers to it, but no tlvmsg_type of their own, and its size means nothing to them. The
- * structures of which it holds arrays keep their sizes; what later versions add to them stands in `reserved`.
+ * hold pointers to it, but no tlvmsg_type of their own, and its size means nothing to them. The structures that it
+ * holds arrays of keep their sizes: later versions use their `reserved` words, and free bits of their `flags`.
  *
  * Example, every field of a record:
  *
@@ -64,7 +64,7 @@ typedef struct tlvmsg_enumerator {
 
 /* A member of a structure or message, in wire order. */
 typedef struct tlvmsg_member {
-    /* Of its field in the record: "color", "vlan_counters.count"; "" for the whole record. */
+    /* The path of its field in the record: "color", "vlan_counters.count"; "" for the whole record. */
     const char *path;
     const char *doc; /* "" when nothing is said */
     const tlvmsg_type *type;
@@ -89,7 +89,7 @@ struct tlvmsg_type {
     const char *section; /* what the types declared beside it have in common; "" when nothing is said */
     const char *doc;     /* "" when nothing is said */
     tlvmsg_kind kind;
-    uint16_t tag; /* that its encoder writes; 0 for messages and unions */
+    uint16_t tag; /* the one that its encoder writes; 0 for messages and unions */
 
     uint32_t size;      /* of the record, a multiple of its alignment */
     uint32_t alignment; /* of the record: a condition of every function that takes one (inspect.h) */
@@ -118,10 +118,10 @@ struct tlvmsg_type {
     const struct tlvmsg_operations *operations; /* the library's own; null: none but those of all types */
 };
 
-/* The descriptor of that name, or null; of the library, or of a registered family. */
+/* The descriptor of that name, from the library or a registered family; null when there is none. */
 const tlvmsg_type *tlvmsg_type_find(const char *name);
 
-/* The enumeration or structure of that tag, or null; likewise. */
+/* The enumeration or structure of that tag, likewise. */
 const tlvmsg_type *tlvmsg_type_by_tag(uint16_t tag);
 
 /*

@@ -1,10 +1,10 @@
-// JSON as C++ programs read and write it; what it looks like is tested in json_test.cpp.
+// JSON and records of any type as C++ programs have them; what JSON looks like is tested in json_test.cpp.
 #include "forms/failing_new.h"
 #include "support/osal_double/osal_double.h"
 
 #include <tlvmsg/common.hpp>
 #include <tlvmsg/tlvmsg_format.hpp>
-#include <tlvmsg/tlvmsg_json.hpp>
+#include <tlvmsg/tlvmsg_forms.hpp>
 
 #include <gtest/gtest.h>
 
@@ -64,6 +64,27 @@ TEST(TlvmsgJson, KeepsNoBlockWhenMemoryRunsOut) {
 TEST(TlvmsgJson, RefusesRecordsOfAnotherHeader) {
     EXPECT_EQ(tlvmsg::from_json<Outdated>("{}").fault.code, TLVMSG_TEXT_RECORD_SIZE);
     EXPECT_EQ(tlvmsg::to_json(Outdated{}).fault.name(), "record-size"sv);
+}
+
+TEST(TlvmsgForms, FaultsHaveAPlaceOnlyInATextAndAPathOnlyInARecord) {
+    EXPECT_EQ(tlvmsg::text_fault().text(), "no fault");
+    EXPECT_EQ(tlvmsg::to_json(tlvmsg::any_record()).fault.text(),
+              "error[null-argument]: type: a null pointer was passed");
+    EXPECT_EQ(tlvmsg::read_hex("0G").fault.text(),
+              "error[syntax]: \"0\" has an odd number of hex digits in line 1, column 1");
+}
+
+TEST(TlvmsgForms, WhatIsMovedFromIsEmptyAndRecordsOfTwoTypesAreNotCompared) {
+    tlvmsg::any_record name(*tlvmsg_type_find("if_name")), session(*tlvmsg_type_find("app_sess_hdr"));
+    EXPECT_EQ(tlvmsg::diff(name, session).fault.code, TLVMSG_TEXT_WRONG_VALUE);
+    EXPECT_TRUE(tlvmsg::diff(name, name));
+    name = std::move(session);
+    EXPECT_EQ(session.data(), nullptr); // NOLINT(bugprone-use-after-move): that is what is promised
+    EXPECT_STREQ(name.type()->name, "app_sess_hdr");
+    auto bytes = tlvmsg::encode(name), others = tlvmsg::encode(name);
+    bytes.value = std::move(others.value);
+    EXPECT_TRUE(others.value.empty()); // NOLINT(bugprone-use-after-move)
+    EXPECT_GT(bytes.value.size(), 0u);
 }
 
 } // namespace

@@ -5,7 +5,7 @@ import "common/session.tlv"
 /// What a fan does.
 enum acme_fan_state = 32768 { stopped = 0  running = 1  failed = 2 }
 
-/// Of a fan that turns.
+/// How fast a fan turns.
 struct acme_fan_speed = 32769 {
     uint16  rpm
     uint16  rpm_wanted
@@ -14,7 +14,7 @@ struct acme_fan_speed = 32769 {
 /// Why a fan has failed, in the words of its controller.
 dynamic bytes acme_fan_reason counted by uint16
 
-/// What is told of a fan depends on what it does.
+/// What there is to report depends on what the fan does.
 union acme_fan_detail by acme_fan_state state {
     running: acme_fan_speed    speed
      failed: acme_fan_failure  failure

@@ -35,9 +35,9 @@ typedef struct tlvmsg_difference {
 } tlvmsg_difference;
 
 /*
- * Compares what the records say, in the order of the wire; there are differences where tlvmsg_equal finds some. An item
- * or alternative that only one of them has is one difference. Counts are told by the items; where a record has fewer
- * than it counts, since the count is above the capacity or stands beside a null pointer, counts that differ are one
+ * Compares the records in the order of the wire. It finds differences exactly when tlvmsg_equal gives false. An item or
+ * alternative that only one of the records has is one difference. Counts that differ show in the items; where a record
+ * has fewer items than it counts, since the count is above the capacity or stands beside a null pointer, they are one
  * difference more, at "member.count". On success `*differences` is a block of `*count` with all texts in it, to
  * release with tlvmsg_free; null when there are none. On failure it is null, `*count` is 0 and `*fault`, which may be
  * null, says why: a null argument, or no memory.

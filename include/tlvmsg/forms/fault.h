@@ -40,7 +40,7 @@ typedef enum tlvmsg_text_code {
 /* The code's stable name, "unknown-name"; "unknown" for what is no code. */
 const char *tlvmsg_text_code_name(tlvmsg_text_code code);
 
-/* Where and why. Holds no pointers: copy it, keep it. All zero when there was no fault. */
+/* Where and why. It holds no pointers, so it may be copied and kept. All zero when there was no fault. */
 typedef struct tlvmsg_text_fault {
     tlvmsg_text_code code;
     size_t offset;              /* in the text, of the value or name in question, or where it is no JSON */

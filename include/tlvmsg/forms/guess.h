@@ -13,8 +13,8 @@
  *         tlvmsg_free(parts);
  *     }
  *
- * Both work on a copy of the input: while somebody else changes that, nothing outside is read, and what is said may be
- * of both states.
+ * Both work on a copy of the input: while somebody else changes that, nothing outside is read, and the result may mix
+ * both states.
  */
 #ifndef TLVMSG_FORMS_GUESS_H
 #define TLVMSG_FORMS_GUESS_H
@@ -50,21 +50,20 @@ typedef struct tlvmsg_guess_options {
 } tlvmsg_guess_options;
 
 /*
- * The types whose first tag is there (which unions do not have), and of messages those that go furthest along the
- * tags, best first:
+ * The types that begin with the tag that is there (a union has none and is never named), of messages only those whose
+ * tags go on furthest like the bytes', best first:
  *
- *   - more bytes understood before fewer: those of elements that stand where the type has them, also of one that
+ *   - more bytes understood before fewer: those of elements that stand where the type has them, also when an element
  *     is cut, and also behind bytes that are broken;
  *   - then what takes all bytes from offset 0 on;
  *   - then messages, structures, enumerations, arrays, scalars: a message before its parts;
  *   - then what accepts the bytes before what refuses them;
  *   - then smaller offsets, then fewer deviations, then more types.
  *
- * Types of which the same is to be said (their kind, all numbers of their verdict) are one guess. Other offsets are
- * those where most is understood of a message, more than a first header, and which are no part of one that begins
- * before; as many as `most` are taken. Only messages are looked for there. Time is linear in the bytes, for each of the
- * types that begin like them and of these offsets. With null `options` nothing is searched, and only what takes all
- * bytes is given.
+ * Types that are of one kind and have the same numbers in their verdicts are one guess. Only messages are looked for at
+ * other offsets: where most of one is understood, more than a first header, and which no message covers that begins
+ * before; as many offsets as `most` are taken. Time is linear in the bytes, for each of the types that begin like them
+ * and of these offsets. With null `options` nothing is searched, and only what takes all bytes is given.
  *
  * `*guesses` is one block for tlvmsg_free, or null where there are none, as for no bytes. A null `in` is allowed
  * when in_len is 0. On failure `*guesses` is null, `*count` is 0 and `*fault`, which may be null, says why: no

@@ -1,10 +1,10 @@
 /*
  * forms/hex.h - bytes that somebody wrote down as text.
  *
- * The first of these that the whole text is, is taken:
+ * The text is read as the first of these that the whole of it is:
  *
  *   - dumps (xxd, hexdump -C, od -tx1, tcpdump -x, tshark -x): every line begins with an offset of four or more
- *     digits that tells truly, in hex, octal or decimal, how many bytes precede;
+ *     digits, in hex, octal or decimal, which is how many bytes precede;
  *   - annotated, as tlvmsg_annotate writes it: offset, bytes, and behind | an explanation. A line "type NAME"
  *     begins a message, and "(00 06) × 2" repeats bytes;
  *   - C arrays: numbers between braces;
@@ -68,7 +68,7 @@ bool tlvmsg_is_text(const char *text, size_t length);
  * `*messages` is a block of `*count` messages with their bytes and names in it, to release with tlvmsg_free. On
  * failure it is null and `*count` 0, and `*fault`, which may be null, is about the spelling that got furthest;
  * its path is empty, and its offset counts from behind a byte order mark. It works on a copy of the text: while
- * somebody else changes that, nothing outside is read, and the messages may be of both states.
+ * somebody else changes that, nothing outside is read, and the messages may mix both states.
  */
 bool tlvmsg_read_hex(const char *text, size_t length, tlvmsg_hex_message **messages, size_t *count,
                      tlvmsg_text_fault *fault);

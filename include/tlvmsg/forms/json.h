@@ -12,12 +12,12 @@
  *     a dynamic array that counts items but has none, as a decoder leaves one that is absent:
  *                             {"count": 5, "items": null}
  *
- * Of every record that tlvmsg_decode gives or tlvmsg_encode takes, writing says everything: reading that gives
- * a record which tlvmsg_equal finds the same. Others may hold a count above the capacity, which is written as
- * the capacity.
+ * Writing loses nothing of a record that tlvmsg_decode gives or tlvmsg_encode takes: reading the text gives a record
+ * that tlvmsg_equal finds equal. Other records may hold a count above the capacity; of their items as many are written
+ * as the capacity allows.
  *
  * Reading takes members in any order, and numbers for values that have names. What is not mentioned is zero
- * and empty. Text may hold more than printable ASCII and stands for its UTF-8 bytes; hexadecimal digits may be
+ * or empty. Text may hold more than printable ASCII and stands for its UTF-8 bytes; hexadecimal digits may be
  * upper case. Refused are
  *
  *   - what is no JSON, what follows the value but blanks, and zero bytes, wherever they are; a byte order mark may
@@ -90,8 +90,8 @@ bool tlvmsg_to_json(const tlvmsg_type *type, const void *record, const tlvmsg_js
 
 /*
  * Reads a record of type->size bytes, whose earlier content is lost without being released, from `length`
- * bytes of JSON. `limits` and `fault` may be null, and a null text with length 0 is an empty one. Of the
- * limits, `allocation` counts, and 0 or a null pointer stand for tlvmsg_default_allocation(length). On
+ * bytes of JSON. `limits` and `fault` may be null, and a null text with length 0 is an empty one. Only the
+ * limit `allocation` matters here; 0 or a null pointer stand for tlvmsg_default_allocation(length). On
  * failure the record is zero and `*fault` says why.
  */
 bool tlvmsg_from_json(const tlvmsg_type *type, const char *text, size_t length, const tlvmsg_limits *limits,

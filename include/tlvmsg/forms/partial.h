@@ -39,8 +39,8 @@ extern "C" {
  * `fault` may be null; a null `in` is allowed when in_len is 0. On success `*text` is a block of `*length` bytes
  * and a zero byte, to release with tlvmsg_free, and `*stopped` says where and why tlvmsg_decode would stop: its
  * code is TLVMSG_OK when it would not. On failure `*text` is null, `*length` is 0 and `*fault` says why: no memory, or
- * a null argument. It works on a copy of the input: while somebody else changes that, nothing outside is read, and what
- * is told may be of both states.
+ * a null argument. It works on a copy of the input: while somebody else changes that, nothing outside is read, and the
+ * text may mix both states.
  */
 bool tlvmsg_partial_to_json(const tlvmsg_type *type, const uint8_t *in, size_t in_len, unsigned indent,
                             char **text, size_t *length, tlvmsg_fault *stopped, tlvmsg_text_fault *fault);

@@ -10,7 +10,7 @@
  *     vlan_counters[3].vlan_id.id=7  there are then as many items as that takes
  *     address.ipv6                   the alternative that a union is to have; address.ipv4=5 says so, too
  *
- * The last one about a member or a union counts. Everything else is as the kind of sample has it.
+ * The last setting of a member or a union decides. Everything else is as the kind of sample has it.
  *
  * Example:
  *
@@ -39,7 +39,7 @@ extern "C" {
 
 typedef enum tlvmsg_sample_kind {
     TLVMSG_SAMPLE_RANDOM,  /* small counts, numbers of all magnitudes, some byte arrays readable text */
-    TLVMSG_SAMPLE_MIN,     /* all zero and empty; of unions, what 0 chooses, if anything */
+    TLVMSG_SAMPLE_MIN,     /* all zero and empty; unions have what 0 chooses, if anything */
     TLVMSG_SAMPLE_MAX,     /* numbers and counts at their largest */
     TLVMSG_SAMPLE_BOUNDARY /* numbers and counts at or next to their least and their largest */
 } tlvmsg_sample_kind;
@@ -48,7 +48,7 @@ typedef enum tlvmsg_sample_kind {
 typedef struct tlvmsg_sample_options {
     tlvmsg_sample_kind kind;
     uint64_t
-        seed; /* the same gives the same sample on every machine; of unions, it chooses the alternatives */
+        seed; /* the same gives the same sample on every machine; it also chooses alternatives of unions */
     const char *const *settings;
     size_t setting_count;
     uintptr_t reserved[4];
@@ -56,10 +56,10 @@ typedef struct tlvmsg_sample_options {
 
 /*
  * Makes a record of type->size bytes, whose earlier content is lost without being released, and which the caller
- * releases. Without settings its encoding is never longer than 65,535 bytes: dynamic arrays share what the rest
- * of the type leaves of them. `options` and `fault` may be null. On failure the record is zero, and `*fault` says
- * why: no memory, a null argument, or a setting that makes no sense, with its number from 1 as the line. The path
- * is the member's, or empty when there is none of that name.
+ * releases. Without settings its encoding has at most 65,535 bytes, unless bounded arrays alone take more: dynamic
+ * arrays share what the rest of the type leaves of them. `options` and `fault` may be null. On failure the record
+ * is zero, and `*fault` says why: no memory, a null argument, a reserved word, or a setting that makes no sense, with
+ * its number from 1 as the line. The path is the member's, or empty when there is none of that name.
  */
 bool tlvmsg_sample(const tlvmsg_type *type, const tlvmsg_sample_options *options, void *record,
                    tlvmsg_text_fault *fault);

@@ -26,9 +26,9 @@ extern "C" {
 #endif
 
 /*
- * Is told a text in pieces, in their order and without a zero byte behind them. False stops it: the function
- * that tells then returns false, too, with a fault that is all zero. Must not throw. What was told before any
- * failure is a beginning of the text.
+ * Receives a text in pieces, in their order and without a zero byte behind them. It gives false to stop: the function
+ * that writes the text then returns false, too, with a fault that is all zero. It must not throw. What it received
+ * before any failure is a beginning of the text.
  */
 typedef bool (*tlvmsg_sink)(void *context, const char *text, size_t length);
 

@@ -2,7 +2,7 @@
  * forms/types.h - sets of types, for functions that choose among types: by name, by tag, or by what bytes are.
  *
  * A null pointer to a set stands for all types: the library's, and those of families that are registered (register.h)
- * by the time of the call. Functions that are told nothing else take it.
+ * by the time of the call. Functions of <tlvmsg/forms.h> without a parameter for a set go by it.
  *
  * Example, only two types to choose from:
  *
@@ -51,8 +51,8 @@ const tlvmsg_type *tlvmsg_type_set_at(const tlvmsg_type_set *set, size_t index);
 const tlvmsg_type *tlvmsg_type_set_find(const tlvmsg_type_set *set, const char *name);
 
 /*
- * The enumeration or structure of that tag, or the scalar that its encoder writes with it; or null. Of several
- * the first by name.
+ * The enumeration or structure of that tag, or the scalar whose encoder writes it; null when there is none. Where
+ * several types of the set have the tag, it is the first by name.
  */
 const tlvmsg_type *tlvmsg_type_set_by_tag(const tlvmsg_type_set *set, uint16_t tag);
 

@@ -1,8 +1,8 @@
 /*
- * forms/untyped.h - messages of which nobody said the type: one element behind the other, as their tags name them.
+ * forms/untyped.h - messages whose type nobody named: one element behind the other, as their tags name them.
  *
  * An element whose tag is an enumeration's or a structure's, and which that type accepts without a deviation, is
- * told by this type; one of a scalar's tag and size is a number. All others are taken apart by headers alone as
+ * written as that type; one of a scalar's tag and size is a number. All others are taken apart by headers alone as
  * far as these fit into one another: elements, an array of them, an array of bytes, or bytes.
  *
  *     [{"app_sess_hdr":{...}},{"uint16":5},{"array":"hi"},{"tag 1300":{"hex":"00"}}]
@@ -12,8 +12,8 @@
  *     array = "hi"
  *     tag 1300 = hex(00)
  *
- * Elements are told one by one, each from a copy, so that memory does not grow with their number. While somebody else
- * changes the input, nothing outside is read, and what is told may be of both states.
+ * Elements are written one by one, each from a copy, so that memory does not grow with their number. While somebody
+ * else changes the input, nothing outside is read, and the text may mix both states.
  */
 #ifndef TLVMSG_FORMS_UNTYPED_H
 #define TLVMSG_FORMS_UNTYPED_H
@@ -30,9 +30,9 @@ extern "C" {
 #endif
 
 /*
- * Tell the sink all elements that are whole, up to the first that is not, and store in `*end` where that is.
- * `options`, `end` and `fault` may be null, and so may `in` when in_len is 0; of the text's options `whole` is
- * what paths begin with. Fail as tlvmsg_to_text does.
+ * Write to the sink all elements that are whole, up to the first that is not, and store in `*end` where that begins.
+ * `options`, `end` and `fault` may be null, and so may `in` when in_len is 0. Paths in the text begin with
+ * options->whole. They fail as tlvmsg_to_text does.
  */
 bool tlvmsg_untyped_to_json(const tlvmsg_type_set *set, const uint8_t *in, size_t in_len,
                             const tlvmsg_json_options *options, tlvmsg_sink sink, void *context, size_t *end,

@@ -40,7 +40,7 @@ typedef struct tlvmsg_verdict {
 /*
  * As tlvmsg_verify decides, with the limits that it takes. `limits` and `verdict` may be null; a null `in` is
  * allowed when in_len is 0. Allocates nothing. While somebody else changes the input, nothing outside is
- * read, and the verdict may be of both states.
+ * read, and the verdict may mix both states.
  */
 tlvmsg_fit tlvmsg_judge(const tlvmsg_type *type, const uint8_t *in, size_t in_len,
                         const tlvmsg_limits *limits, tlvmsg_verdict *verdict);
