@@ -11,6 +11,8 @@ namespace tlvmsg::base {
 constexpr size_t header_size = 4;
 constexpr uint16_t array_tag = 10;
 
+using Bytes = std::span<const uint8_t>;
+
 struct Element {
     size_t offset;
     uint16_t tag;
@@ -20,16 +22,12 @@ struct Element {
     size_t end() const { return value() + length; }
 
     // All of its bytes, and those of its value, in the bytes that it was found in.
-    std::span<const uint8_t> own(std::span<const uint8_t> bytes) const {
-        return bytes.subspan(offset, header_size + length);
-    }
-    std::span<const uint8_t> inside(std::span<const uint8_t> bytes) const {
-        return bytes.subspan(value(), length);
-    }
+    Bytes own(Bytes bytes) const { return bytes.subspan(offset, header_size + length); }
+    Bytes inside(Bytes bytes) const { return bytes.subspan(value(), length); }
 };
 
 // The element there, if the whole of it lies in the bytes.
-inline std::optional<Element> element_at(std::span<const uint8_t> bytes, size_t offset) {
+inline std::optional<Element> element_at(Bytes bytes, size_t offset) {
     if (bytes.size() < offset || bytes.size() - offset < header_size) {
         return std::nullopt;
     }
@@ -40,7 +38,7 @@ inline std::optional<Element> element_at(std::span<const uint8_t> bytes, size_t 
 
 // Visits one element behind the other from the start, as long as they are whole. Gives the end of the last one.
 template <class Visit>
-size_t for_each_element(std::span<const uint8_t> bytes, Visit visit) {
+size_t for_each_element(Bytes bytes, Visit visit) {
     size_t end = 0;
     while (const std::optional<Element> element = element_at(bytes, end)) {
         visit(*element);

@@ -29,18 +29,18 @@ if(NOT CMAKE_INSTALL_RPATH)
 endif()
 set(header_directory ${CMAKE_INSTALL_INCLUDEDIR}/tlvmsg)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/tlvmsg/ DESTINATION ${header_directory})
-foreach(family all ${TLVMSG_FAMILIES})
-    install(FILES ${TLVMSG_INCLUDE}/tlvmsg/${family}.h ${TLVMSG_INCLUDE}/tlvmsg/${family}.hpp
-            DESTINATION ${header_directory})
-    install(FILES ${TLVMSG_INCLUDE}/tlvmsg/bounded/${family}.h DESTINATION ${header_directory}/bounded)
+tlvmsg_generated(family_headers ${PROJECT_BINARY_DIR} "${TLVMSG_ALL_FAMILIES}" HEADER)
+foreach(header IN LISTS family_headers)
+    cmake_path(GET header PARENT_PATH directory)
+    cmake_path(RELATIVE_PATH directory BASE_DIRECTORY ${TLVMSG_INCLUDE})
+    install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${directory})
 endforeach()
 
 # What other families are built from: the schema that they import, and the rules that their codecs are made of.
 install(DIRECTORY schema DESTINATION ${CMAKE_INSTALL_DATADIR}/tlvmsg FILES_MATCHING PATTERN *.tlv)
 install(DIRECTORY rules runtime DESTINATION ${header_directory}/codec FILES_MATCHING PATTERN *.h)
-foreach(family IN LISTS TLVMSG_FAMILIES)
-    install(FILES ${TLVMSG_GENERATED}/${family}_codecs.h DESTINATION ${header_directory}/codec)
-endforeach()
+tlvmsg_generated(codec_headers ${PROJECT_BINARY_DIR} "${TLVMSG_FAMILIES}" CODEC_HEADER)
+install(FILES ${codec_headers} DESTINATION ${header_directory}/codec)
 
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN CMakeLists.txt EXCLUDE)
@@ -53,7 +53,7 @@ configure_package_config_file(cmake/tlvmsg-config.cmake.in ${PROJECT_BINARY_DIR}
                               INSTALL_DESTINATION ${package_directory})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/tlvmsg-config-version.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/tlvmsg-config.cmake ${PROJECT_BINARY_DIR}/tlvmsg-config-version.cmake
-              cmake/tlvmsg-family.cmake
+              cmake/tlvmsg-family.cmake cmake/tlvmsg-generated.cmake
         DESTINATION ${package_directory})
 
 set(platform_flags "-losal_pelix")

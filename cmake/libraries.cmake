@@ -1,7 +1,6 @@
 # The exact library, and the layout assertions.
-list(TRANSFORM TLVMSG_FAMILIES REPLACE "(.+)" "${TLVMSG_GENERATED}/\\1_codecs.cpp" OUTPUT_VARIABLE codec_sources)
-list(TRANSFORM TLVMSG_FAMILIES REPLACE "(.+)" "${TLVMSG_GENERATED}/\\1_layout.c" OUTPUT_VARIABLE layout_c_sources)
-list(TRANSFORM TLVMSG_FAMILIES REPLACE "(.+)" "${TLVMSG_GENERATED}/\\1_layout.cpp" OUTPUT_VARIABLE layout_cpp_sources)
+tlvmsg_generated(codec_sources ${PROJECT_BINARY_DIR} "${TLVMSG_FAMILIES}" CODEC)
+tlvmsg_generated(layout_sources ${PROJECT_BINARY_DIR} "${TLVMSG_FAMILIES}" LAYOUT)
 
 # The language without its run time: no exceptions, no RTTI, no guarded statics. Nothing is unwound through the
 # library either, and its unwind tables would be a fifth of it, so only who asks gets them. Nor is code aligned:
@@ -35,7 +34,7 @@ target_include_directories(tlvmsg_rules INTERFACE $<BUILD_INTERFACE:${PROJECT_SO
 
 # Compiled for its assertions, to which sanitizers have nothing to add; never linked.
 if(PROJECT_IS_TOP_LEVEL)
-    add_library(tlvmsg_layout OBJECT ${layout_c_sources} ${layout_cpp_sources})
+    add_library(tlvmsg_layout OBJECT ${layout_sources})
     set_target_properties(tlvmsg_layout PROPERTIES EXCLUDE_FROM_ALL ${TLVMSG_SANITIZED})
     add_dependencies(tlvmsg_layout tlvmsg_schema)
     target_include_directories(tlvmsg_layout PRIVATE ${TLVMSG_INCLUDE} ${PROJECT_SOURCE_DIR} ${TLVMSG_GENERATED})

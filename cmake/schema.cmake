@@ -1,5 +1,6 @@
-# Runs tlvc over schema/: one directory a family. Sets TLVMSG_FAMILIES and the target tlvmsg_schema, and lays the
-# hand-written public headers beside the generated ones, so that the build tree has the include/ of an installed one.
+# Runs tlvc over schema/: one directory a family. Sets TLVMSG_FAMILIES, TLVMSG_ALL_FAMILIES, which also has what is of
+# them all together, and the target tlvmsg_schema. Lays the hand-written public headers beside the generated ones, so that
+# the build tree has the include/ of an installed one.
 file(GLOB_RECURSE schema_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/schema/*.tlv)
 set(TLVMSG_GENERATED ${PROJECT_BINARY_DIR}/src)
 set(TLVMSG_INCLUDE ${PROJECT_BINARY_DIR}/include)
@@ -11,20 +12,9 @@ foreach(file IN LISTS schema_files)
     list(APPEND TLVMSG_FAMILIES ${family})
 endforeach()
 list(REMOVE_DUPLICATES TLVMSG_FAMILIES)
+set(TLVMSG_ALL_FAMILIES all ${TLVMSG_FAMILIES})
 
-set(generated ${TLVMSG_GENERATED}/all_types.cpp ${TLVMSG_GENERATED}/all_bounded.cpp ${TLVMSG_GENERATED}/tlvmsg.symbols
-              ${TLVMSG_GENERATED}/types.symbols)
-foreach(family IN LISTS TLVMSG_FAMILIES)
-    foreach(suffix codecs.h codecs.cpp bounded.cpp types.cpp layout.c layout.cpp)
-        list(APPEND generated ${TLVMSG_GENERATED}/${family}_${suffix})
-    endforeach()
-endforeach()
-
-foreach(name all ${TLVMSG_FAMILIES})
-    list(APPEND generated ${TLVMSG_INCLUDE}/tlvmsg/${name}.h ${TLVMSG_INCLUDE}/tlvmsg/${name}.hpp
-                          ${TLVMSG_INCLUDE}/tlvmsg/bounded/${name}.h)
-endforeach()
-
+tlvmsg_generated(generated ${PROJECT_BINARY_DIR} "${TLVMSG_ALL_FAMILIES}")
 add_custom_command(
     OUTPUT ${generated}
     COMMAND ${TLVC_EXECUTABLE} generate --library --out ${PROJECT_BINARY_DIR} ${schema_files}

@@ -1,3 +1,5 @@
+include(${CMAKE_CURRENT_LIST_DIR}/tlvmsg-generated.cmake)
+
 # tlvmsg_add_family(TARGET SCHEMA FILE... [IMPORT DIRECTORY...] [LIBRARY NAME])
 #
 # Compiles families of records into a library of yours: the exact functions, the bounded operations by name, and the
@@ -59,19 +61,14 @@ function(tlvmsg_add_family target)
         list(APPEND families ${family})
     endforeach()
     list(REMOVE_DUPLICATES families)
-    set(sources "")
-    set(headers "")
-    foreach(family IN LISTS families)
-        list(APPEND sources ${out}/src/${family}_codecs.cpp ${out}/src/${family}_bounded.cpp
-                            ${out}/src/${family}_types.cpp ${out}/src/${family}_layout.cpp)
-        list(APPEND headers ${out}/include/tlvmsg/${family}.h ${out}/include/tlvmsg/bounded/${family}.h
-                            ${out}/include/tlvmsg/${family}.hpp ${out}/src/${family}_codecs.h)
-    endforeach()
+    tlvmsg_generated(generated ${out} "${families}")
+    set(sources ${generated}) # a project may have no C
+    list(FILTER sources INCLUDE REGEX "\\.cpp$")
 
     # Generated files that would not change keep their times, so the stamp has the time of generation.
     add_custom_command(
         OUTPUT ${stamp}
-        BYPRODUCTS ${sources} ${headers}
+        BYPRODUCTS ${generated}
         COMMAND ${tlvc} generate --out ${out} --stamp ${stamp} ${options} ${files}
         DEPENDS ${files} ${tlvc}
         DEPFILE ${stamp}.d

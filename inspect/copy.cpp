@@ -26,8 +26,15 @@ public:
                 separate(*chosen->type, at_offset(copy, chosen->offset));
             }
             return;
-        default:
-            array(type, copy);
+        case TLVMSG_ELEMENT_ARRAY:
+        case TLVMSG_PACKED_ARRAY:
+        case TLVMSG_BYTE_ARRAY:
+        case TLVMSG_DYNAMIC_ELEMENTS:
+        case TLVMSG_DYNAMIC_BYTES:
+            return array(type, copy);
+        case TLVMSG_SCALAR:
+        case TLVMSG_ENUMERATION:
+            return; // which have no blocks
         }
     }
 

@@ -60,9 +60,14 @@ Outcome Decoder::any(const Place &place, size_t &at, uint8_t *record, Before bef
         return members(place, at, record);
     case TLVMSG_UNION:
         return alternative(place, at, record, before.number);
-    default:
+    case TLVMSG_ELEMENT_ARRAY:
+    case TLVMSG_PACKED_ARRAY:
+    case TLVMSG_BYTE_ARRAY:
+    case TLVMSG_DYNAMIC_ELEMENTS:
+    case TLVMSG_DYNAMIC_BYTES:
         return array(place, at, record, before);
     }
+    return Outcome::Done;
 }
 
 Outcome Decoder::scalar(const Place &place, size_t &at, uint8_t *field) {

@@ -101,9 +101,17 @@ Outcome Decoder::items(const Place &place, size_t &at, const Element &element, u
         return bytes(place, at, element, count, first);
     case TLVMSG_PACKED_ARRAY:
         return packed(place, at, count, first);
-    default:
+    case TLVMSG_ELEMENT_ARRAY:
+    case TLVMSG_DYNAMIC_ELEMENTS:
         return elements(place, at, count, first);
+    case TLVMSG_SCALAR:
+    case TLVMSG_ENUMERATION:
+    case TLVMSG_STRUCTURE:
+    case TLVMSG_MESSAGE:
+    case TLVMSG_UNION:
+        break; // which have no items
     }
+    return Outcome::Done;
 }
 
 // No terminator is stored: records and blocks are zero to begin with.

@@ -21,9 +21,14 @@ bool Encoder::encode(const Place &place, const void *record) {
         return members(place, record);
     case TLVMSG_UNION:
         return alternative(place, record);
-    default:
+    case TLVMSG_ELEMENT_ARRAY:
+    case TLVMSG_PACKED_ARRAY:
+    case TLVMSG_BYTE_ARRAY:
+    case TLVMSG_DYNAMIC_ELEMENTS:
+    case TLVMSG_DYNAMIC_BYTES:
         return array(place, record);
     }
+    return true;
 }
 
 bool Encoder::members(const Place &place, const void *record) {
@@ -68,9 +73,17 @@ bool Encoder::items(const Place &place, const Items &there) {
     }
     case TLVMSG_PACKED_ARRAY:
         return packed(place, there);
-    default:
+    case TLVMSG_ELEMENT_ARRAY:
+    case TLVMSG_DYNAMIC_ELEMENTS:
         return elements(place, there);
+    case TLVMSG_SCALAR:
+    case TLVMSG_ENUMERATION:
+    case TLVMSG_STRUCTURE:
+    case TLVMSG_MESSAGE:
+    case TLVMSG_UNION:
+        break; // which have no items
     }
+    return true;
 }
 
 bool Encoder::bytes(const Place &place, const Items &there, bool terminated) {

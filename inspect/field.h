@@ -24,10 +24,7 @@ inline bool is_bounded(const tlvmsg_type &type) {
            type.kind == TLVMSG_BYTE_ARRAY;
 }
 
-// The signed scalars are those of tags 3, 5, 7 and 9; 1 is char, which is a plain byte.
-inline bool is_signed(const tlvmsg_type &type) {
-    return type.kind == TLVMSG_SCALAR && type.tag % 2 == 1 && type.tag > 1;
-}
+inline bool is_signed(const tlvmsg_type &type) { return (type.flags & TLVMSG_SIGNED) != 0; }
 
 inline bool is_number(const tlvmsg_type &type) {
     return type.kind == TLVMSG_SCALAR || type.kind == TLVMSG_ENUMERATION;

@@ -44,8 +44,15 @@ void release(const tlvmsg_type &type, void *record) {
             release(*chosen->type, at_offset(record, chosen->offset));
         }
         return;
-    default:
-        release_array(type, record);
+    case TLVMSG_ELEMENT_ARRAY:
+    case TLVMSG_PACKED_ARRAY:
+    case TLVMSG_BYTE_ARRAY:
+    case TLVMSG_DYNAMIC_ELEMENTS:
+    case TLVMSG_DYNAMIC_BYTES:
+        return release_array(type, record);
+    case TLVMSG_SCALAR:
+    case TLVMSG_ENUMERATION:
+        return; // which have no blocks
     }
 }
 
@@ -151,9 +158,14 @@ bool equal(const tlvmsg_type &type, const void *a, const void *b) {
         return chosen == nullptr ||
                equal(*chosen->type, at_offset(a, chosen->offset), at_offset(b, chosen->offset));
     }
-    default:
+    case TLVMSG_ELEMENT_ARRAY:
+    case TLVMSG_PACKED_ARRAY:
+    case TLVMSG_BYTE_ARRAY:
+    case TLVMSG_DYNAMIC_ELEMENTS:
+    case TLVMSG_DYNAMIC_BYTES:
         return equal_items(type, a, b);
     }
+    return true;
 }
 
 } // namespace

@@ -24,7 +24,9 @@ public:
         case TLVMSG_BYTE_ARRAY:
         case TLVMSG_DYNAMIC_BYTES:
             return bytes(place, items_of(type, record));
-        default:
+        case TLVMSG_ELEMENT_ARRAY:
+        case TLVMSG_PACKED_ARRAY:
+        case TLVMSG_DYNAMIC_ELEMENTS:
             return items(place, items_of(type, record));
         }
     }

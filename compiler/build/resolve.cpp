@@ -211,11 +211,26 @@ private:
     }
 
     static Kind kind_of(Form form, const Type *element) {
-        constexpr Kind kinds[] = {Kind::Enumeration,  Kind::Structure, Kind::Message,
-                                  Kind::ElementArray, Kind::ByteArray, Kind::DynamicElements,
-                                  Kind::DynamicBytes, Kind::Union};
         const bool packed = element != nullptr && element->scalar != nullptr && element->scalar->width > 1;
-        return form == Form::Array && packed ? Kind::PackedArray : kinds[static_cast<size_t>(form)];
+        switch (form) {
+        case Form::Enumeration:
+            return Kind::Enumeration;
+        case Form::Structure:
+            return Kind::Structure;
+        case Form::Message:
+            return Kind::Message;
+        case Form::Array:
+            return packed ? Kind::PackedArray : Kind::ElementArray;
+        case Form::Bytes:
+            return Kind::ByteArray;
+        case Form::DynamicArray:
+            return Kind::DynamicElements;
+        case Form::DynamicBytes:
+            return Kind::DynamicBytes;
+        case Form::Union:
+            return Kind::Union;
+        }
+        return {};
     }
 
     // What members and alternatives have in common.

@@ -212,7 +212,7 @@ void check_count_type(const Declared &declared, Diagnostics &faults) {
     const bool bytes = holds_bytes(*type);
     const unsigned widest = bytes ? 4 : 2;
     const wire::Scalar *const count = type->count->scalar;
-    if (count == nullptr || !count->is_unsigned || count->width > widest) {
+    if (count == nullptr || count->sign != wire::Sign::Unsigned || count->width > widest) {
         faults.report(fault::count_type, syntax->count.span, type->count->name, in_words(*type))
             .help(bytes ? "it can be uint8, uint16 or uint32" : "it can be uint8 or uint16");
     }

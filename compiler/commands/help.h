@@ -54,7 +54,7 @@ inline const Help interface = {
     {{"tlvc interface relay/*.tlv > interface.txt", "what is promised from now on"}}};
 
 inline const Help format = {
-    "Bring schema files into the canonical layout",
+    "Bring schema files into the canonical form",
     {"Files are rewritten, standard input goes to standard output. Remarks and the "
      "order of declarations stay. A file that is no schema stays as it is.",
      "Whatever fails, a file has either its old text or the new one: that is written "
@@ -97,7 +97,7 @@ inline const Help explain = {
 inline const Help lsp = {"Serve an editor, over standard input and output",
                          {"The language server protocol: faults and warnings of families with open files, "
                           "whenever you pause, sizes and "
-                          "wire layout, definitions and formatting."},
+                          "wire format, definitions and formatting."},
                          {{"tlvc lsp", "what an editor is told to start for files that end in .tlv"}}};
 
 } // namespace tlvc::help

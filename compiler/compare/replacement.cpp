@@ -8,7 +8,9 @@ namespace {
 
 constexpr unsigned enumeration_width = 4;
 
-bool is_unsigned(const Type &type) { return type.scalar == nullptr || type.scalar->is_unsigned; }
+bool is_unsigned(const Type &type) {
+    return type.scalar == nullptr || type.scalar->sign == wire::Sign::Unsigned;
+}
 unsigned width(const Type &type) { return type.scalar != nullptr ? type.scalar->width : enumeration_width; }
 
 bool holds_numbers_of(const Type &before, const Type &after) {

@@ -1,4 +1,5 @@
-// The list of emitters. A new one is a file of its own, a line here, and its spellings in names.cpp.
+// The list of emitters. A new one is a file of its own, a line here, its spellings in names.cpp, and its outputs in
+// cmake/tlvmsg-generated.cmake.
 #include "compiler/emit/emit.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // FAMILY.h: the records, the prototypes, and what each type looks like on the wire.
 #include "compiler/emit/emit.h"
 #include "compiler/model/names.h"
-#include "compiler/model/wire_layout.h"
+#include "compiler/model/wire_description.h"
 
 #include <fmt/format.h>
 

@@ -112,15 +112,15 @@ std::string descriptor(const Type &type) {
                        "TLVMSG_TYPE_OBJECT({}) = {{\n"
                        "    .name = {}, .family = {},\n"
                        "    .section = {}, .doc = {},\n"
-                       "    .kind = {}, .tag = {},\n"
+                       "    .kind = {}, .tag = {}, .flags = {},\n"
                        "    .size = sizeof({}), .alignment = alignof({}),\n"
                        "    .min_encoded = {}, .max_encoded = {},\n"
                        "{}    .operations = TLVMSG_OPERATIONS_OF({}),\n}};\n\n",
                        names::operations(type), type.name, quoted(type.name),
                        quoted(type.family == nullptr ? "" : type.family->name),
                        quoted(type.section == nullptr ? Doc() : type.section->doc), quoted(type.doc),
-                       names::kind(type.kind), type.tag, record, record, type.min_size, type.max_size,
-                       particulars(type), names::operations(type));
+                       names::kind(type.kind), type.tag, is_signed(type) ? "TLVMSG_SIGNED" : "0", record,
+                       record, type.min_size, type.max_size, particulars(type), names::operations(type));
 }
 
 // The tables of a type, and the descriptor that refers to them.

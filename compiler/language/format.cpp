@@ -15,15 +15,27 @@ constexpr std::string_view indent = "    ";
 
 enum class Gap { None, AsWritten, One };
 
-// In the order of the forms.
-constexpr std::string_view headers[] = {"enum {name} = {number}",
-                                        "struct {name} = {number}",
-                                        "message {name}",
-                                        "array {name} of {element}[{number}]",
-                                        "bytes {name}[{number}]",
-                                        "dynamic array {name} of {element} counted by {count}",
-                                        "dynamic bytes {name} counted by {count}",
-                                        "union {name} by {selector} {selector_name}"};
+std::string_view header_of(Form form) {
+    switch (form) {
+    case Form::Enumeration:
+        return "enum {name} = {number}";
+    case Form::Structure:
+        return "struct {name} = {number}";
+    case Form::Message:
+        return "message {name}";
+    case Form::Array:
+        return "array {name} of {element}[{number}]";
+    case Form::Bytes:
+        return "bytes {name}[{number}]";
+    case Form::DynamicArray:
+        return "dynamic array {name} of {element} counted by {count}";
+    case Form::DynamicBytes:
+        return "dynamic bytes {name} counted by {count}";
+    case Form::Union:
+        return "union {name} by {selector} {selector_name}";
+    }
+    return {};
+}
 
 class Formatter {
 public:
@@ -70,7 +82,7 @@ private:
 
     std::string header(const Declaration &d) const {
         const std::string result =
-            fmt::format(fmt::runtime(headers[static_cast<size_t>(d.form)]), fmt::arg("name", d.name.text),
+            fmt::format(fmt::runtime(header_of(d.form)), fmt::arg("name", d.name.text),
                         fmt::arg("number", sources_.text(d.number.span)), fmt::arg("element", d.element.text),
                         fmt::arg("count", d.count.text), fmt::arg("selector", d.selector.text),
                         fmt::arg("selector_name", d.selector_name.text));

@@ -4,7 +4,7 @@
 
 namespace tlvc {
 
-// The file in its canonical layout: remarks, documentation and the order of things stay. The syntax must be
+// The file in its canonical form: remarks, documentation and the order of things stay. The syntax must be
 // that of a file without faults. Formatting the result again changes nothing.
 std::string format(const syntax::File &syntax, const Sources &sources);
 

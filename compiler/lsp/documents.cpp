@@ -22,7 +22,7 @@ uint32_t utf16_units(char byte) {
     return bits >= 0xF0 ? 2 : bits < 0x80 || bits >= 0xC0 ? 1 : 0;
 }
 
-Json position(const Sources &sources, uint32_t file, uint32_t offset) {
+JsonValue position(const Sources &sources, uint32_t file, uint32_t offset) {
     uint32_t units = 0;
     for (const char byte : sources.text(Span{file, sources.line(file, offset).begin, offset})) {
         units += utf16_units(byte);
@@ -67,12 +67,12 @@ std::string uri_of(const fs::path &path) {
     return uri;
 }
 
-Json diagnostic(const Documents &documents, const Analysis &analysis, const Diagnostic &fault) {
+JsonValue diagnostic(const Documents &documents, const Analysis &analysis, const Diagnostic &fault) {
     std::string message = fault.message;
     for (const std::string &help : fault.helps) {
         message += "\nhelp: " + help;
     }
-    Json notes = Json::array();
+    JsonValue notes = JsonValue::array();
     for (const Diagnostic::Note &note : fault.notes) {
         notes.push_back({{"location", documents.location(analysis, note.span)}, {"message", note.text}});
     }
@@ -86,7 +86,7 @@ Json diagnostic(const Documents &documents, const Analysis &analysis, const Diag
 
 } // namespace
 
-Json range(const Sources &sources, Span span) {
+JsonValue range(const Sources &sources, Span span) {
     return {{"start", position(sources, span.file, span.begin)},
             {"end", position(sources, span.file, span.end)}};
 }
@@ -233,14 +233,14 @@ std::string Documents::uri(const fs::path &canonical) const {
     return open != open_.end() ? open->first : uri_of(canonical);
 }
 
-Json Documents::location(const Analysis &analysis, Span span) const {
+JsonValue Documents::location(const Analysis &analysis, Span span) const {
     return {{"uri", uri(analysis.program.units[span.file].canonical)},
             {"range", range(analysis.sources, span)}};
 }
 
 // Warnings are for who is at work on the file. Whether nothing uses an enumeration cannot be told, since families that
 // are not open may.
-const std::vector<std::pair<std::string, Json>> &Documents::told(Analysis &analysis) const {
+const std::vector<std::pair<std::string, JsonValue>> &Documents::told(Analysis &analysis) const {
     if (!analysis.told) {
         analysis.told.emplace();
         std::map<std::string, size_t> counts;
@@ -259,18 +259,18 @@ const std::vector<std::pair<std::string, Json>> &Documents::told(Analysis &analy
 }
 
 // Two families that import a file find its faults twice.
-std::map<std::string, Json> Documents::diagnostics() {
-    std::map<std::string, Json> found;
-    const auto add = [&](const std::string &uri, const Json &each) {
-        Json &list = found.try_emplace(uri, Json::array()).first->second;
+std::map<std::string, JsonValue> Documents::diagnostics() {
+    std::map<std::string, JsonValue> found;
+    const auto add = [&](const std::string &uri, const JsonValue &each) {
+        JsonValue &list = found.try_emplace(uri, JsonValue::array()).first->second;
         if (list.size() < most_diagnostics && std::find(list.begin(), list.end(), each) == list.end()) {
             list.push_back(each);
         }
     };
     for (const auto &[uri, open] : open_) {
-        found.try_emplace(uri, Json::array());
+        found.try_emplace(uri, JsonValue::array());
         if (const std::string &failure = refreshed(open.family).failure; !failure.empty()) {
-            const Json start = {{"line", 0}, {"character", 0}};
+            const JsonValue start = {{"line", 0}, {"character", 0}};
             add(uri, {{"range", {{"start", start}, {"end", start}}},
                       {"severity", 1},
                       {"source", "tlvc"},

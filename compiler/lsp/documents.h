@@ -10,7 +10,7 @@
 
 namespace tlvc::lsp {
 
-using Json = nlohmann::json;
+using JsonValue = nlohmann::json;
 
 // Of a family with all that it imports: its open documents, and its files on disk. Model and syntax refer to the texts.
 struct Analysis {
@@ -20,7 +20,7 @@ struct Analysis {
     std::unique_ptr<const Schema> schema; // null if there are faults
     std::string failure;                  // why a file cannot be read
     bool stale = true;                    // something that it comes from has changed
-    std::optional<std::vector<std::pair<std::string, Json>>>
+    std::optional<std::vector<std::pair<std::string, JsonValue>>>
         told; // the faults by URI, once they were asked for
 };
 
@@ -33,7 +33,7 @@ struct Document {
     std::string_view text() const { return analysis.sources.text(file); }
 };
 
-Json range(const Sources &sources, Span span);
+JsonValue range(const Sources &sources, Span span);
 uint32_t offset_of(std::string_view text, uint64_t line, uint64_t column);
 
 // Nothing is compiled before somebody asks, and then what has changed since.
@@ -52,10 +52,10 @@ public:
     Document find(const std::string &uri);
 
     std::string uri(const std::filesystem::path &canonical) const;
-    Json location(const Analysis &analysis, Span span) const;
+    JsonValue location(const Analysis &analysis, Span span) const;
 
     // By URI: of every open document, and of the files with faults in their families and imports.
-    std::map<std::string, Json> diagnostics();
+    std::map<std::string, JsonValue> diagnostics();
 
 private:
     struct Open {
@@ -65,7 +65,7 @@ private:
     Open place(const std::string &uri);
     void changed(const std::filesystem::path &path);
     void spell_again();
-    const std::vector<std::pair<std::string, Json>> &told(Analysis &analysis) const;
+    const std::vector<std::pair<std::string, JsonValue>> &told(Analysis &analysis) const;
     std::vector<std::string> files_of_family(const std::filesystem::path &family) const;
     Analysis &refreshed(const std::filesystem::path &family);
     void analyse(const std::filesystem::path &family, Analysis &analysis) const;

@@ -7,7 +7,7 @@
 #include "compiler/lsp/messages.h"
 #include "compiler/model/layout.h"
 #include "compiler/model/names.h"
-#include "compiler/model/wire_layout.h"
+#include "compiler/model/wire_description.h"
 
 #include <algorithm>
 #include <optional>
@@ -21,26 +21,26 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds pause_in_typing{150};
 
 // What the parameters have at a path like "/textDocument/uri". Throws a Refusal unless it is there and of that type.
-const Json &parameter(const Json &params, const std::string &path, Json::value_t type) {
-    const Json::json_pointer pointer(path);
+const JsonValue &parameter(const JsonValue &params, const std::string &path, JsonValue::value_t type) {
+    const JsonValue::json_pointer pointer(path);
     if (!params.contains(pointer) || params.at(pointer).type() != type) {
-        const std::string_view what = type == Json::value_t::string            ? "a string"
-                                      : type == Json::value_t::number_unsigned ? "a number from 0"
-                                                                               : "an array";
+        const std::string_view what = type == JsonValue::value_t::string            ? "a string"
+                                      : type == JsonValue::value_t::number_unsigned ? "a number from 0"
+                                                                                    : "an array";
         throw Refusal(invalid_params, fmt::format("the parameters need {} as '{}'", what, path.substr(1)));
     }
     return params.at(pointer);
 }
 
-std::string text_in(const Json &params, const std::string &path) {
-    return parameter(params, path, Json::value_t::string);
+std::string text_in(const JsonValue &params, const std::string &path) {
+    return parameter(params, path, JsonValue::value_t::string);
 }
 
-uint64_t number_in(const Json &params, const std::string &path) {
-    return parameter(params, path, Json::value_t::number_unsigned);
+uint64_t number_in(const JsonValue &params, const std::string &path) {
+    return parameter(params, path, JsonValue::value_t::number_unsigned);
 }
 
-std::string uri_in(const Json &params) { return text_in(params, "/textDocument/uri"); }
+std::string uri_in(const JsonValue &params) { return text_in(params, "/textDocument/uri"); }
 
 // Directly behind it too, where a cursor is that has just typed the name.
 bool covers(Span span, uint32_t offset) { return span.begin <= offset && offset <= span.end; }
@@ -122,7 +122,7 @@ public:
 
 private:
     static constexpr const char *internal_text = "an internal fault of tlvc";
-    using Method = Json (Server::*)(const Json &params);
+    using Method = JsonValue (Server::*)(const JsonValue &params);
     static const std::map<std::string, Method> methods;
 
     // Until what has changed is to be compiled, if nothing else happens before.
@@ -139,20 +139,21 @@ private:
         }
     }
 
-    void take(const Json &message) {
-        const Json id = message.is_object() ? message.value("id", Json()) : Json();
-        if (!message.is_object() || !message.value("method", Json("")).is_string() || id.is_structured()) {
+    void take(const JsonValue &message) {
+        const JsonValue id = message.is_object() ? message.value("id", JsonValue()) : JsonValue();
+        if (!message.is_object() || !message.value("method", JsonValue("")).is_string() ||
+            id.is_structured()) {
             throw Refusal(invalid_request, "a message is an object with a 'method'");
         }
         const std::string method = message.value("method", "");
         if (message.contains("id") && !method.empty()) { // without a method it answers, but nothing was asked
-            answer(id, method, message.value("params", Json::object()));
+            answer(id, method, message.value("params", JsonValue::object()));
         } else {
-            act(method, message.value("params", Json::object()));
+            act(method, message.value("params", JsonValue::object()));
         }
     }
 
-    void answer(const Json &id, const std::string &method, const Json &params) {
+    void answer(const JsonValue &id, const std::string &method, const JsonValue &params) {
         try {
             const auto found = methods.find(method);
             if (!initialized_ && method != "initialize") {
@@ -173,7 +174,7 @@ private:
     }
 
     // A notification has no answer: faults go to the client's log, and unknown ones are no fault.
-    void act(const std::string &method, const Json &params) {
+    void act(const std::string &method, const JsonValue &params) {
         exited_ = method == "exit";
         const auto found = methods.find(method);
         if (initialized_ && found != methods.end()) {
@@ -188,22 +189,22 @@ private:
     }
 
     // What is not UTF-8 in a schema file is replaced, because JSON cannot have it.
-    void write(Json message) {
+    void write(JsonValue message) {
         message["jsonrpc"] = "2.0";
-        const std::string text = message.dump(-1, ' ', false, Json::error_handler_t::replace);
+        const std::string text = message.dump(-1, ' ', false, JsonValue::error_handler_t::replace);
         out_ << "Content-Length: " << text.size() << "\r\n\r\n" << text << std::flush;
     }
-    void refuse(const Json &id, int code, const char *why) {
+    void refuse(const JsonValue &id, int code, const char *why) {
         write({{"id", id}, {"error", {{"code", code}, {"message", why}}}});
     }
     void log(const std::string &method, const char *why) {
         notify("window/logMessage", {{"type", 1}, {"message", method + ": " + why}});
     }
-    void notify(const char *method, Json params) {
+    void notify(const char *method, JsonValue params) {
         write({{"method", method}, {"params", std::move(params)}});
     }
 
-    Json initialize(const Json & /*params*/) {
+    JsonValue initialize(const JsonValue & /*params*/) {
         initialized_ = true;
         constexpr int full_texts = 1;
         return {{"capabilities",
@@ -214,12 +215,12 @@ private:
                 {"serverInfo", {{"name", "tlvc"}}}};
     }
 
-    Json shutdown(const Json & /*params*/) {
+    JsonValue shutdown(const JsonValue & /*params*/) {
         shut_down_ = true;
         return nullptr;
     }
 
-    Document document(const Json &params) {
+    Document document(const JsonValue &params) {
         const std::string uri = uri_in(params);
         if (!documents_.is_open(uri)) {
             throw Refusal(invalid_params, fmt::format("'{}' is not open", uri));
@@ -231,20 +232,20 @@ private:
         }
     }
 
-    static uint32_t offset(const Document &document, const Json &params) {
+    static uint32_t offset(const Document &document, const JsonValue &params) {
         const uint64_t line = number_in(params, "/position/line");
         return offset_of(document.text(), line, number_in(params, "/position/character"));
     }
 
-    Json hover(const Json &params) {
+    JsonValue hover(const JsonValue &params) {
         const Document at = document(params);
         const auto *const name = type_named_at(at.unit().syntax, offset(at, params));
         const std::string text = name != nullptr ? hover_text(at.analysis, name->text) : "";
-        const Json contents = {{"kind", "markdown"}, {"value", text}};
-        return text.empty() ? Json() : Json{{"contents", contents}};
+        const JsonValue contents = {{"kind", "markdown"}, {"value", text}};
+        return text.empty() ? JsonValue() : JsonValue{{"contents", contents}};
     }
 
-    Json definition(const Json &params) {
+    JsonValue definition(const JsonValue &params) {
         const Document at = document(params);
         const uint32_t cursor = offset(at, params);
         for (const syntax::Import &each : at.unit().syntax.imports) {
@@ -256,11 +257,12 @@ private:
         const auto *const name = type_named_at(at.unit().syntax, cursor);
         const auto *const declaration =
             name != nullptr ? declaration_of(at.analysis.program, name->text) : nullptr;
-        return declaration != nullptr ? documents_.location(at.analysis, declaration->name.span) : Json();
+        return declaration != nullptr ? documents_.location(at.analysis, declaration->name.span)
+                                      : JsonValue();
     }
 
     // A file with faults of syntax stays as it is.
-    Json formatting(const Json &params) {
+    JsonValue formatting(const JsonValue &params) {
         const Document at = document(params);
         Diagnostics faults;
         const syntax::File syntax = parse(at.analysis.sources, at.file, faults);
@@ -269,20 +271,20 @@ private:
         }
         const Span whole{at.file, 0, static_cast<uint32_t>(at.text().size())};
         const std::string text = format(syntax, at.analysis.sources);
-        const Json edit = {{"range", range(at.analysis.sources, whole)}, {"newText", text}};
-        return text == at.text() ? Json::array() : Json::array({edit});
+        const JsonValue edit = {{"range", range(at.analysis.sources, whole)}, {"newText", text}};
+        return text == at.text() ? JsonValue::array() : JsonValue::array({edit});
     }
 
-    Json opened(const Json &params) {
+    JsonValue opened(const JsonValue &params) {
         const std::string uri = uri_in(params);
         documents_.put(uri, text_in(params, "/textDocument/text"));
         return publish_soon();
     }
 
     // Of several whole texts the last one holds.
-    Json changed(const Json &params) {
+    JsonValue changed(const JsonValue &params) {
         const std::string uri = uri_in(params);
-        const size_t count = parameter(params, "/contentChanges", Json::value_t::array).size();
+        const size_t count = parameter(params, "/contentChanges", JsonValue::value_t::array).size();
         const std::string text =
             text_in(params, fmt::format("/contentChanges/{}/text", std::max<size_t>(count, 1) - 1));
         if (documents_.is_open(uri)) {
@@ -291,17 +293,17 @@ private:
         return publish_soon();
     }
 
-    Json closed(const Json &params) {
+    JsonValue closed(const JsonValue &params) {
         documents_.remove(uri_in(params));
         return publish_soon();
     }
 
-    Json changed_on_disk(const Json & /*params*/) {
+    JsonValue changed_on_disk(const JsonValue & /*params*/) {
         documents_.files_have_changed();
         return publish_soon();
     }
 
-    Json publish_soon() {
+    JsonValue publish_soon() {
         publish_at_ = Clock::now() + pause_in_typing;
         return nullptr;
     }
@@ -309,9 +311,9 @@ private:
     // What differs from what the client was told before.
     void publish() {
         publish_at_.reset();
-        std::map<std::string, Json> found = documents_.diagnostics();
+        std::map<std::string, JsonValue> found = documents_.diagnostics();
         for (const auto &[uri, list] : published_) {
-            found.try_emplace(uri, Json::array());
+            found.try_emplace(uri, JsonValue::array());
         }
         for (const auto &[uri, list] : found) {
             const auto before = published_.find(uri);
@@ -325,7 +327,7 @@ private:
     Messages in_;
     std::ostream &out_;
     Documents documents_;
-    std::map<std::string, Json> published_;       // by URI
+    std::map<std::string, JsonValue> published_;  // by URI
     std::optional<Clock::time_point> publish_at_; // when something has changed since
     bool initialized_ = false;
     bool shut_down_ = false;

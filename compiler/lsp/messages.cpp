@@ -109,14 +109,14 @@ size_t Messages::read_header() {
     return *length;
 }
 
-Json Messages::read() {
+JsonValue Messages::read() {
     const size_t length = read_header();
     if (length > longest_message) {
         skip(length);
         throw Refusal(invalid_request,
                       fmt::format("a message of {} bytes; at most {} are read", length, longest_message));
     }
-    Json message = Json::parse(read_bytes(length), nullptr, false);
+    JsonValue message = JsonValue::parse(read_bytes(length), nullptr, false);
     if (message.is_discarded()) {
         throw Refusal(not_json, fmt::format("the {} bytes are not JSON", length));
     }

@@ -9,7 +9,7 @@
 
 namespace tlvc::lsp {
 
-using Json = nlohmann::json;
+using JsonValue = nlohmann::json;
 
 // What is answered instead of a result. The codes are those of the protocol.
 struct Refusal : std::runtime_error {
@@ -29,7 +29,7 @@ public:
     bool at_end();
 
     // Throws a Refusal for what is no message; the next one can be read all the same.
-    Json read();
+    JsonValue read();
 
 private:
     size_t read_header();

@@ -33,7 +33,30 @@ enum class Kind {
     Union,           // one of several alternatives, chosen by a selector
 };
 
-inline constexpr size_t kinds = static_cast<size_t>(Kind::Union) + 1; // where tables go by them
+// How many there are, by which tables are measured. Compilers tell of one that is missing here.
+inline constexpr size_t kinds = [] {
+    size_t count = 0;
+    const auto is_kind = [](Kind kind) {
+        switch (kind) {
+        case Kind::Scalar:
+        case Kind::Enumeration:
+        case Kind::Structure:
+        case Kind::Message:
+        case Kind::ElementArray:
+        case Kind::PackedArray:
+        case Kind::ByteArray:
+        case Kind::DynamicElements:
+        case Kind::DynamicBytes:
+        case Kind::Union:
+            return true;
+        }
+        return false;
+    };
+    while (is_kind(static_cast<Kind>(count))) {
+        ++count;
+    }
+    return count;
+}();
 
 using Doc = std::vector<std::string>; // one entry a line, without the slashes
 
@@ -151,6 +174,9 @@ struct Schema {
 
 inline bool is_number(const Type &type) {
     return type.kind == Kind::Scalar || type.kind == Kind::Enumeration;
+}
+inline bool is_signed(const Type &type) {
+    return type.scalar != nullptr && type.scalar->sign == wire::Sign::Signed;
 }
 inline bool is_array(const Type &type) { return type.count != nullptr; }
 inline bool is_dynamic(const Type &type) {

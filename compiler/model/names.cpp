@@ -43,8 +43,22 @@ std::string encode_operation(const Type &type) { return "encode_tlv_" + type.nam
 std::string decode_operation(const Type &type) { return "decode_tlv_" + type.name; }
 
 std::string constant(Constant what, const Type &type) {
-    constexpr std::string_view words[] = {"TAG", "SIZE", "MIN_SIZE", "MAX_SIZE", "CAPACITY"};
-    return fmt::format("TLVMSG_{}_{}", words[static_cast<size_t>(what)], type.name);
+    const auto word = [&]() -> std::string_view {
+        switch (what) {
+        case Constant::Tag:
+            return "TAG";
+        case Constant::Size:
+            return "SIZE";
+        case Constant::MinSize:
+            return "MIN_SIZE";
+        case Constant::MaxSize:
+            return "MAX_SIZE";
+        case Constant::Capacity:
+            return "CAPACITY";
+        }
+        return {};
+    };
+    return fmt::format("TLVMSG_{}_{}", word(), type.name);
 }
 
 std::string enumerator(const Type &enumeration, const Enumerator &enumerator) {
@@ -53,8 +67,18 @@ std::string enumerator(const Type &enumeration, const Enumerator &enumerator) {
 
 // The name stands last and as it is, so that no two headers come out the same.
 std::string guard(Header form, const std::string &name) {
-    constexpr std::string_view words[] = {"RECORDS", "BOUNDED", "TRAITS"};
-    return fmt::format("TLVMSG_{}_OF_{}", words[static_cast<size_t>(form)], name);
+    const auto word = [&]() -> std::string_view {
+        switch (form) {
+        case Header::Records:
+            return "RECORDS";
+        case Header::Bounded:
+            return "BOUNDED";
+        case Header::Traits:
+            return "TRAITS";
+        }
+        return {};
+    };
+    return fmt::format("TLVMSG_{}_OF_{}", word(), name);
 }
 
 const char *kind(Kind kind) {

@@ -7,25 +7,27 @@
 
 namespace tlvc::wire {
 
+enum class Sign { None, Unsigned, Signed }; // None: C leaves it open
+
 struct Scalar {
     std::string_view name;
     uint16_t tag; // that its encoder writes
     uint16_t width;
-    bool is_unsigned;
+    Sign sign;
     std::string_view record; // in C
     std::string_view codec;  // in the rules
 };
 
 inline constexpr std::array<Scalar, 9> scalars = {{
-    {"char", 1, 1, false, "char", "tlv_char"},
-    {"uint8", 2, 1, true, "uint8_t", "uint8"},
-    {"int8", 3, 1, false, "int8_t", "int8"},
-    {"uint16", 4, 2, true, "uint16_t", "uint16"},
-    {"int16", 5, 2, false, "int16_t", "int16"},
-    {"uint32", 6, 4, true, "uint32_t", "uint32"},
-    {"int32", 7, 4, false, "int32_t", "int32"},
-    {"uint64", 8, 8, true, "uint64_t", "uint64"},
-    {"int64", 9, 8, false, "int64_t", "int64"},
+    {"char", 1, 1, Sign::None, "char", "tlv_char"},
+    {"uint8", 2, 1, Sign::Unsigned, "uint8_t", "uint8"},
+    {"int8", 3, 1, Sign::Signed, "int8_t", "int8"},
+    {"uint16", 4, 2, Sign::Unsigned, "uint16_t", "uint16"},
+    {"int16", 5, 2, Sign::Signed, "int16_t", "int16"},
+    {"uint32", 6, 4, Sign::Unsigned, "uint32_t", "uint32"},
+    {"int32", 7, 4, Sign::Signed, "int32_t", "int32"},
+    {"uint64", 8, 8, Sign::Unsigned, "uint64_t", "uint64"},
+    {"int64", 9, 8, Sign::Signed, "int64_t", "int64"},
 }};
 
 inline constexpr uint16_t array_tag = 10;

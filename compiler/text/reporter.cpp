@@ -9,7 +9,7 @@ namespace tlvc {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using JsonValue = nlohmann::ordered_json;
 using tlvmsg::base::visible;
 using tlvmsg::base::visible_head;
 
@@ -92,7 +92,7 @@ struct Reporter {
 
 } // namespace
 
-Json json_place(Span span, const Sources &sources) {
+JsonValue json_place(Span span, const Sources &sources) {
     const Position begin = sources.position(span.file, span.begin);
     const Position end = sources.position(span.file, span.end);
     return {{"file", sources.path(span.file)},
@@ -120,19 +120,20 @@ std::string render(const Diagnostics &faults, const Sources &sources, bool colou
 }
 
 std::string render_json(const Diagnostics &faults, const Sources &sources) {
-    Json all = Json::array();
+    JsonValue all = JsonValue::array();
     for (const Diagnostic &fault : faults.in_file_order()) {
-        Json &json = all.emplace_back(json_place(fault.span, sources));
+        JsonValue &json = all.emplace_back(json_place(fault.span, sources));
         json["code"] = fault.fault->code;
         json["severity"] = word(fault.severity);
         json["message"] = fault.message;
-        json["help"] = fault.helps.empty() ? Json() : Json(fmt::format("{}", fmt::join(fault.helps, "; ")));
-        json["notes"] = Json::array();
+        json["help"] =
+            fault.helps.empty() ? JsonValue() : JsonValue(fmt::format("{}", fmt::join(fault.helps, "; ")));
+        json["notes"] = JsonValue::array();
         for (const Diagnostic::Note &note : fault.notes) {
             json["notes"].emplace_back(json_place(note.span, sources))["message"] = note.text;
         }
     }
-    return all.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; // texts may be no UTF-8
+    return all.dump(2, ' ', false, JsonValue::error_handler_t::replace) + "\n"; // texts may be no UTF-8
 }
 
 std::string render(const Fault &fault) {

@@ -11,9 +11,7 @@
 
 namespace tlvmsg::forms {
 
-using namespace base; // elements
-
-using Bytes = std::span<const uint8_t>;
+using namespace base; // bytes and elements
 
 constexpr size_t tag_size = 2;
 

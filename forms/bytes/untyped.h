@@ -10,9 +10,7 @@
 
 namespace tlvmsg::forms {
 
-using namespace base; // elements
-
-using Bytes = std::span<const uint8_t>;
+using namespace base; // bytes and elements
 
 enum class UntypedKind {
     typed,    // by `type`

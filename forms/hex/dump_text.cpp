@@ -7,8 +7,6 @@ namespace tlvmsg::forms {
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
 constexpr int most_words_before = 16; // of a log, before an offset
 
 struct DumpLine {
@@ -39,7 +37,7 @@ std::optional<DumpLine> parse_line(std::string_view text) {
 
 // Words without a colon would be of the host's byte order (plain hexdump, od -x), so bytes must stand alone
 // there.
-bool read_bytes(const DumpLine &line, Bytes &bytes) {
+bool read_bytes(const DumpLine &line, std::vector<uint8_t> &bytes) {
     bytes.clear();
     std::string_view rest = line.field;
     for (std::string_view group = take_word(rest); !group.empty(); group = take_word(rest)) {
@@ -125,7 +123,7 @@ private:
         }
         proven_ = proven_ || dump->marked;
         repeats_ = false;
-        Bytes &all = dumps_.back().bytes;
+        std::vector<uint8_t> &all = dumps_.back().bytes;
         all.insert(all.end(), bytes_.begin(), bytes_.end());
         before_ = bytes_;
         return true;
@@ -136,7 +134,7 @@ private:
         if (dumps_.empty() || offset < start_ || offset - start_ > TLVMSG_MOST_REPEATED - repeated_) {
             return false;
         }
-        Bytes &all = dumps_.back().bytes;
+        std::vector<uint8_t> &all = dumps_.back().bytes;
         while (repeats_ && !before_.empty() && all.size() < offset - start_) {
             all.insert(all.end(), before_.begin(), before_.end());
             repeated_ += before_.size();
@@ -162,8 +160,8 @@ private:
     bool proven_ = false;     // the dump has a mark, or an offset that only counting explains
     bool repeats_ = false;    // "*" was the line before
     size_t repeated_ = 0;
-    Bytes before_; // of the line before
-    Bytes bytes_;  // of this line
+    std::vector<uint8_t> before_; // of the line before
+    std::vector<uint8_t> bytes_;  // of this line
 };
 
 } // namespace

@@ -9,8 +9,6 @@ namespace tlvmsg::forms {
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
 // Every character stays in its place.
 std::string without_c_comments(std::string_view text) {
     std::string code(text);
@@ -31,7 +29,7 @@ std::string without_c_comments(std::string_view text) {
 }
 
 // Hex behind 0x, else decimal. A fault's place is in the text, where the code has the same place.
-void add_numbers(std::string_view code, const char *text, Bytes &bytes) {
+void add_numbers(std::string_view code, const char *text, std::vector<uint8_t> &bytes) {
     constexpr std::string_view between = ", \t\r\f\n";
     for (size_t at = code.find_first_not_of(between); at != code.npos;) {
         const size_t end = std::min(code.find_first_of(between, at), code.size());
@@ -92,7 +90,7 @@ uint8_t take_escape(std::string_view &rest) {
 }
 
 // A literal from its quotation mark to the one that ends it, taken from the front.
-void take_literal(std::string_view &rest, Bytes &bytes) {
+void take_literal(std::string_view &rest, std::vector<uint8_t> &bytes) {
     const std::string_view all = rest;
     rest.remove_prefix(1);
     while (!rest.empty() && rest[0] != all[0]) {

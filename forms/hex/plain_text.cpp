@@ -9,8 +9,6 @@ namespace tlvmsg::forms {
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
 constexpr std::string_view separators = " \t\r\f,;:-\"'";
 
 size_t prefix_size(std::string_view text) {
@@ -18,7 +16,7 @@ size_t prefix_size(std::string_view text) {
 }
 
 // Pairs of digits; a single one only behind a prefix: 0x3.
-void add_digits(std::string_view digits, bool prefixed, Bytes &bytes) {
+void add_digits(std::string_view digits, bool prefixed, std::vector<uint8_t> &bytes) {
     if (digits.size() % 2 != 0 && !(prefixed && digits.size() == 1)) {
         fail(digits, " has an odd number of hex digits");
     }
@@ -28,7 +26,7 @@ void add_digits(std::string_view digits, bool prefixed, Bytes &bytes) {
     }
 }
 
-void add_line(std::string_view text, Bytes &bytes) {
+void add_line(std::string_view text, std::vector<uint8_t> &bytes) {
     while (!text.empty()) {
         if (separators.find(text[0]) != separators.npos) {
             text.remove_prefix(1);

@@ -17,7 +17,11 @@ void JsonWriter::value(const tlvmsg_type *type, const void *record) {
     case TLVMSG_MESSAGE:
     case TLVMSG_UNION:
         return fields(type, record);
-    default:
+    case TLVMSG_ELEMENT_ARRAY:
+    case TLVMSG_PACKED_ARRAY:
+    case TLVMSG_BYTE_ARRAY:
+    case TLVMSG_DYNAMIC_ELEMENTS:
+    case TLVMSG_DYNAMIC_BYTES:
         return array(type, record);
     }
 }

@@ -59,7 +59,8 @@ public:
         case TLVMSG_BYTE_ARRAY:
         case TLVMSG_DYNAMIC_BYTES:
             return compare_array(type, a, b, path);
-        default:
+        case TLVMSG_SCALAR:
+        case TLVMSG_ENUMERATION:
             return compare_whole(type, a, b, path);
         }
     }

@@ -75,7 +75,11 @@ public:
             return fill_members(type, record, path);
         case TLVMSG_UNION:
             return fill_union(type, record, path);
-        default:
+        case TLVMSG_ELEMENT_ARRAY:
+        case TLVMSG_PACKED_ARRAY:
+        case TLVMSG_BYTE_ARRAY:
+        case TLVMSG_DYNAMIC_ELEMENTS:
+        case TLVMSG_DYNAMIC_BYTES:
             return fill_array(type, record, path);
         }
     }
@@ -113,9 +117,10 @@ uint64_t Sampler::number(const tlvmsg_type *type) {
         return most;
     case TLVMSG_SAMPLE_BOUNDARY:
         return one_of({least, least + 1, 0, 1, most - 1, most});
-    default:
-        return random_() >> draw(64); // small ones as often as large ones
+    case TLVMSG_SAMPLE_RANDOM:
+        break;
     }
+    return random_() >> draw(64); // small ones as often as large ones
 }
 
 uint64_t Sampler::count(const tlvmsg_type *array) {
@@ -131,9 +136,10 @@ uint64_t Sampler::count(const tlvmsg_type *array) {
         return most;
     case TLVMSG_SAMPLE_BOUNDARY:
         return one_of({0, std::min<uint64_t>(most, 1), most - std::min<uint64_t>(most, 1), most});
-    default:
-        return draw(std::min(most, small_count) + 1);
+    case TLVMSG_SAMPLE_RANDOM:
+        break;
     }
+    return draw(std::min(most, small_count) + 1);
 }
 
 // Text and bytes that are no text, and for the boundary the bytes next to where one becomes the other.
@@ -148,9 +154,11 @@ void Sampler::fill_bytes(uint8_t *first, size_t count) {
             return UINT8_MAX;
         case TLVMSG_SAMPLE_BOUNDARY:
             return static_cast<uint8_t>(text ? one_of({' ', '"', '\\', '~'}) : one_of({0, 0x1f, 0x7f, 0xff}));
-        default:
-            return static_cast<uint8_t>(text ? 'a' + draw(26) : random_());
+        case TLVMSG_SAMPLE_MIN:
+        case TLVMSG_SAMPLE_RANDOM:
+            break;
         }
+        return static_cast<uint8_t>(text ? 'a' + draw(26) : random_());
     });
 }
 

@@ -5,6 +5,7 @@
 #include <tlvmsg/forms/types.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <iterator>
 #include <map>
@@ -34,10 +35,19 @@ std::vector<const tlvmsg_type *> checked(const tlvmsg_type *const *types, size_t
     return sorted;
 }
 
+// Those of the library, looked for once.
 const tlvmsg_type *scalar_by_tag(uint16_t tag) {
-    static constexpr const char *names[] = {"",      "char",   "uint8", "int8",   "uint16",
-                                            "int16", "uint32", "int32", "uint64", "int64"};
-    return tag < std::size(names) ? tlvmsg_type_find(names[tag]) : nullptr;
+    constexpr size_t tags = 1001; // which no enumeration or structure has
+    static const auto scalars = [] {
+        std::array<const tlvmsg_type *, tags> found{};
+        for (size_t i = 0; const tlvmsg_type *const type = tlvmsg_type_at(i); ++i) {
+            if (type->kind == TLVMSG_SCALAR && type->tag < tags) {
+                found[type->tag] = type;
+            }
+        }
+        return found;
+    }();
+    return tag < tags ? scalars[tag] : nullptr;
 }
 
 std::vector<const tlvmsg_type *> all_types() {

@@ -44,14 +44,16 @@ typedef enum tlvmsg_kind {
 
 typedef struct tlvmsg_type tlvmsg_type;
 
-/* What is particular to a member, beyond its type. */
+/* What is particular to a member or an alternative, beyond its type, and to a type, beyond its kind. */
 enum {
     /* An element of its own on the wire, but stored as the count or selector of the member behind it. */
     TLVMSG_SHARED_WITH_NEXT = 1,
     /* A dynamic array whose count its structure's decoder clears first. */
     TLVMSG_ZERO_COUNT = 2,
     /* An alternative whose decoder ends where the element's length says, even when its value is malformed. */
-    TLVMSG_END_BY_LENGTH = 4
+    TLVMSG_END_BY_LENGTH = 4,
+    /* A scalar that can be negative. */
+    TLVMSG_SIGNED = 8
 };
 
 /* A value of an enumeration that has a name. Others may occur as well. */
@@ -90,6 +92,7 @@ struct tlvmsg_type {
     const char *doc;     /* "" when nothing is said */
     tlvmsg_kind kind;
     uint16_t tag; /* the one that its encoder writes; 0 for messages and unions */
+    uint16_t flags;
 
     uint32_t size;      /* of the record, a multiple of its alignment */
     uint32_t alignment; /* of the record: a condition of every function that takes one (inspect.h) */

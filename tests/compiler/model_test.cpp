@@ -1,4 +1,4 @@
-#include "compiler/model/wire_layout.h"
+#include "compiler/model/wire_description.h"
 #include "compiler/text/reporter.h"
 #include "support.h"
 

@@ -40,9 +40,17 @@ std::string c_type(const tlvmsg_type *type) {
         return std::string_view(type->name) == "char" ? "char" : fmt::format("{}_t", type->name);
     case TLVMSG_ENUMERATION:
         return type->name;
-    default:
-        return fmt::format("struct {}", type->name);
+    case TLVMSG_STRUCTURE:
+    case TLVMSG_MESSAGE:
+    case TLVMSG_ELEMENT_ARRAY:
+    case TLVMSG_PACKED_ARRAY:
+    case TLVMSG_BYTE_ARRAY:
+    case TLVMSG_DYNAMIC_ELEMENTS:
+    case TLVMSG_DYNAMIC_BYTES:
+    case TLVMSG_UNION:
+        break;
     }
+    return fmt::format("struct {}", type->name);
 }
 
 std::string documented(const char *doc) { return *doc != '\0' ? fmt::format(" // {}\n", doc) : "\n"; }
@@ -99,8 +107,13 @@ std::string declaration(const tlvmsg_type *type) {
         }
         inside = fields(type);
         break;
-    default:
+    case TLVMSG_ELEMENT_ARRAY:
+    case TLVMSG_PACKED_ARRAY:
+    case TLVMSG_BYTE_ARRAY:
+    case TLVMSG_DYNAMIC_ELEMENTS:
+    case TLVMSG_DYNAMIC_BYTES:
         inside = array_fields(type);
+        break;
     }
     return fmt::format("\ntypedef struct {} {{\n{}}} {};\n", type->name, inside, type->name);
 }
@@ -108,7 +121,7 @@ std::string declaration(const tlvmsg_type *type) {
 // ---- The wire ----
 
 // Offsets count what is there at least; behind the first part of varying size they are marked so.
-class Layout {
+class WireRows {
 public:
     std::string text(const tlvmsg_type *type) {
         add(type, "", 0, longest);
@@ -146,8 +159,13 @@ private:
         case TLVMSG_ENUMERATION:
             row(type->min_encoded, type->max_encoded, depth, fmt::format("{}, tag {}", what, type->tag));
             break;
-        default:
+        case TLVMSG_ELEMENT_ARRAY:
+        case TLVMSG_PACKED_ARRAY:
+        case TLVMSG_BYTE_ARRAY:
+        case TLVMSG_DYNAMIC_ELEMENTS:
+        case TLVMSG_DYNAMIC_BYTES:
             row(type->min_encoded, type->max_encoded, depth, what + items(type, room));
+            break;
         }
         advance(type);
     }
@@ -200,7 +218,7 @@ private:
 
 std::string show(const tlvmsg_type *type) {
     return heading(type) + declaration(type) +
-           fmt::format("\n{:>8}  {:>11}  {}\n", "offset", "size", "element") + Layout().text(type);
+           fmt::format("\n{:>8}  {:>11}  {}\n", "offset", "size", "element") + WireRows().text(type);
 }
 
 } // namespace tlvmsg::tool

@@ -4,6 +4,8 @@
 
 #include "payload.h"
 
+#include "base/element.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -11,7 +13,7 @@
 
 namespace tlvmsg::tool {
 
-using Bytes = std::span<const uint8_t>;
+using base::Bytes;
 
 // Bytes of a frame, not all of which need have been captured.
 struct View {

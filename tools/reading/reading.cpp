@@ -1,5 +1,6 @@
 #include "reading.h"
 
+#include "base/element.h"
 #include "cli/failure.h"
 #include "tools/forms.h"
 #include "tools/types/lookup.h"
@@ -12,7 +13,7 @@ using namespace cli;
 
 namespace {
 
-using Bytes = std::span<const uint8_t>;
+using base::Bytes;
 
 const tlvmsg_type *named_type(const Input &input) {
     if (input.type.empty()) {

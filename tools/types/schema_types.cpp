@@ -22,8 +22,7 @@ using namespace cli;
 
 namespace {
 
-static_assert(static_cast<int>(tlvc::Kind::Union) == TLVMSG_UNION,
-              "the compiler has the kinds of descriptors");
+static_assert(tlvc::kinds == TLVMSG_UNION + 1, "the compiler has the kinds of descriptors");
 
 uint32_t flags_of(const tlvc::Attributes &attributes) {
     uint32_t flags = 0;
@@ -65,6 +64,7 @@ private:
         descriptor.doc = text(type.doc);
         descriptor.kind = static_cast<tlvmsg_kind>(type.kind);
         descriptor.tag = type.tag;
+        descriptor.flags = tlvc::is_signed(type) ? TLVMSG_SIGNED : 0;
         descriptor.size = static_cast<uint32_t>(layout.size);
         descriptor.alignment = static_cast<uint32_t>(layout.alignment);
         descriptor.min_encoded = static_cast<uint32_t>(type.min_size);

@@ -1,4 +1,4 @@
-#include "compiler/model/wire_layout.h"
+#include "compiler/model/wire_description.h"
 
 #include "compiler/model/array_room.h"
 #include "compiler/model/names.h"
