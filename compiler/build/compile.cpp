@@ -6,6 +6,7 @@
 #include "compiler/build/records.h"
 #include "compiler/checks/checks.h"
 #include "compiler/compare/read_interface.h"
+#include "compiler/model/fingerprint.h"
 
 #include <filesystem>
 
@@ -29,6 +30,7 @@ std::unique_ptr<const Schema> compile(const Program &program, Diagnostics &fault
     if (faults.any()) {
         return nullptr;
     }
+    take_fingerprints(*resolution.schema);
     order(*resolution.schema);
     return std::move(resolution.schema);
 }

@@ -1,6 +1,7 @@
 // FAMILY_types.cpp: the descriptors, and of users' families what registers them. all_types.cpp: the scalars', and the
 // index of the library's own.
 #include "compiler/emit/emit.h"
+#include "compiler/model/fingerprint.h"
 #include "compiler/model/names.h"
 
 #include <fmt/format.h>
@@ -114,12 +115,13 @@ std::string descriptor(const Type &type) {
                        "    .kind = {}, .tag = {},\n"
                        "    .size = sizeof({}), .alignment = alignof({}),\n"
                        "    .min_encoded = {}, .max_encoded = {},\n"
-                       "{}    .operations = TLVMSG_OPERATIONS_OF({}),\n}};\n\n",
+                       "{}    .operations = TLVMSG_OPERATIONS_OF({}),\n"
+                       "    .fingerprint = UINT64_C({}),\n}};\n\n",
                        names::operations(type), type.name, quoted(type.name),
                        quoted(type.family == nullptr ? "" : type.family->name),
                        quoted(type.section == nullptr ? Doc() : type.section->doc), quoted(type.doc),
                        names::kind(type.kind), type.tag, record, record, type.min_size, type.max_size,
-                       particulars(type), names::operations(type));
+                       particulars(type), names::operations(type), spelled_fingerprint(type));
 }
 
 // The tables of a type, and the descriptor that refers to them.

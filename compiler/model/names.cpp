@@ -43,7 +43,7 @@ std::string encode_operation(const Type &type) { return "encode_tlv_" + type.nam
 std::string decode_operation(const Type &type) { return "decode_tlv_" + type.name; }
 
 std::string constant(Constant what, const Type &type) {
-    constexpr std::string_view words[] = {"TAG", "SIZE", "MIN_SIZE", "MAX_SIZE", "CAPACITY"};
+    constexpr std::string_view words[] = {"TAG", "SIZE", "MIN_SIZE", "MAX_SIZE", "CAPACITY", "FINGERPRINT"};
     return fmt::format("TLVMSG_{}_{}", words[static_cast<size_t>(what)], type.name);
 }
 
