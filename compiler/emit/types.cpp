@@ -45,8 +45,13 @@ std::string any_of(std::initializer_list<std::pair<bool, const char *>> flags) {
     return text.empty() ? "0" : text;
 }
 
+// Aligned no more than it has to be, as descriptors are.
+std::string opened_table(const char *item, const std::string &name) {
+    return fmt::format("alignas({0}) const {0} {1}[] = {{\n", item, name);
+}
+
 std::string members(const Type &type) {
-    std::string text = fmt::format("const tlvmsg_member {}[] = {{\n", names::members_table(type));
+    std::string text = opened_table("tlvmsg_member", names::members_table(type));
     for (const Member &member : type.members) {
         const std::string path = joined(member.path);
         text += fmt::format("    {{{}, {}, &{}, {}, {}}},\n", quoted(path), quoted(member.doc),
@@ -63,7 +68,7 @@ std::string alternatives(const Type &type) {
         text += fmt::format("const uint32_t {}[] = {{{}}};\n", names::values_table(type, alternative),
                             fmt::join(alternative.values, ", "));
     }
-    text += fmt::format("const tlvmsg_alternative {}[] = {{\n", names::alternatives_table(type));
+    text += opened_table("tlvmsg_alternative", names::alternatives_table(type));
     for (const Alternative &alternative : type.alternatives) {
         text += fmt::format("    {{{}, &{}, {}, {}, {}, {}}},\n", quoted(alternative.name),
                             names::descriptor(*alternative.type), names::values_table(type, alternative),
@@ -74,7 +79,7 @@ std::string alternatives(const Type &type) {
 }
 
 std::string enumerators(const Type &type) {
-    std::string text = fmt::format("const tlvmsg_enumerator {}[] = {{\n", names::enumerators_table(type));
+    std::string text = opened_table("tlvmsg_enumerator", names::enumerators_table(type));
     for (const Enumerator &each : type.enumerators) {
         text += fmt::format("    {{{}, {}, {}}},\n", quoted(each.name), quoted(each.doc), each.value);
     }
