@@ -66,3 +66,5 @@ const tlvmsg_type *tlvmsg_type_at(size_t index) {
         return there;
     });
 }
+
+uint64_t tlvmsg_fingerprint(const tlvmsg_type *type) { return type == nullptr ? 0 : type->fingerprint; }

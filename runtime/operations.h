@@ -43,11 +43,11 @@ struct Input {
 #define TLVMSG_OPERATIONS_OF(NAME) &NAME
 #endif
 
-// Defines the descriptor of a type. Programs share its address. It is protected, so that references inside the library
-// are bound to it.
+// Defines the descriptor of a type, aligned no more than it has to be: g++ would pad it to 32 bytes. Programs share its
+// address. It is protected, so that references inside the library are bound to it.
 #define TLVMSG_TYPE_OBJECT(X)                                                                                \
     extern __attribute__((visibility("protected"))) const tlvmsg_type tlvmsg_type_of_##X;                    \
-    const tlvmsg_type tlvmsg_type_of_##X
+    alignas(tlvmsg_type) const tlvmsg_type tlvmsg_type_of_##X
 
 struct tlvmsg_operations {
     uint32_t fixed_size; // encoded size in bytes, 0 when it depends on the record

@@ -1,5 +1,5 @@
 // schema/interface.txt says of every type what peers and programs rely on. That the schema says the same, tests of
-// tlvc compare have; this is about sizes and offsets, which the records have as this compiler laid them out.
+// tlvc compare have; this is about fingerprints in descriptors, and sizes and offsets as this compiler laid records out.
 #include <tlvmsg/register.h>
 #include <tlvmsg/types.h>
 
@@ -47,7 +47,7 @@ std::vector<size_t> offsets_of(const tlvmsg_type &type) {
 TEST(Interface, HasTheSizesAndOffsetsOfDescriptorsAndRecords) {
     const std::regex heading(
         "(?:enum|struct|message|bytes|dynamic bytes|dynamic array|array|union) (\\w+).*, "
-        "(?:(\\d+) to )?(\\d+) bytes, record ([\\d/]+) aligned ([\\d/]+)");
+        "(?:(\\d+) to )?(\\d+) bytes, record ([\\d/]+) aligned ([\\d/]+), fingerprint 0x(\\w{16})");
     const std::regex field(" +([\\d/]+)  .*");
     std::ifstream file(TLVMSG_INTERFACE);
     size_t types = 0;
@@ -63,6 +63,7 @@ TEST(Interface, HasTheSizesAndOffsetsOfDescriptorsAndRecords) {
             EXPECT_EQ(type->max_encoded, std::stoul(match.str(3))) << line;
             EXPECT_EQ(type->size, for_this_platform(match.str(4))) << line;
             EXPECT_EQ(type->alignment, for_this_platform(match.str(5))) << line;
+            EXPECT_EQ(tlvmsg_fingerprint(type), std::stoull(match.str(6), nullptr, 16)) << line;
             expected = offsets_of(*type);
             found.clear();
             ++types;

@@ -5,6 +5,7 @@
 #include "compiler/build/records.h"
 #include "compiler/build/resolve.h"
 #include "compiler/checks/checks.h"
+#include "compiler/model/fingerprint.h"
 
 namespace tlvc {
 
@@ -26,6 +27,7 @@ std::unique_ptr<const Schema> compile(const Program &program, const Library &lib
     if (faults.any()) {
         return nullptr;
     }
+    take_fingerprints(*resolution.schema);
     order(*resolution.schema);
     return std::move(resolution.schema);
 }

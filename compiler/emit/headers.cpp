@@ -1,5 +1,6 @@
 // FAMILY.h: the records, the prototypes, and what each type looks like on the wire.
 #include "compiler/emit/emit.h"
+#include "compiler/model/fingerprint.h"
 #include "compiler/model/names.h"
 #include "compiler/model/wire_description.h"
 
@@ -143,7 +144,7 @@ std::string prototypes(const Type &type) {
 }
 
 std::string constants(const Type &type) {
-    const auto define = [](const std::string &name, uint64_t value) {
+    const auto define = [](const std::string &name, const auto &value) {
         return fmt::format("#define {} {}\n", name, value);
     };
     std::string text;
@@ -152,6 +153,10 @@ std::string constants(const Type &type) {
     }
     if (type.capacity != 0) {
         text += define(names::constant(Constant::Capacity, type), type.capacity);
+    }
+    if (type.kind == Kind::Message) {
+        text += define(names::constant(Constant::Fingerprint, type),
+                       fmt::format("UINT64_C({})", spelled_fingerprint(type)));
     }
     if (type.fixed_size()) {
         return text + define(names::constant(Constant::Size, type), type.max_size);

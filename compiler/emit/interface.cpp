@@ -2,6 +2,7 @@
 // be reviewed when it changes. The schema says the same, but not where C puts a field.
 #include "compiler/emit/emit.h"
 #include "compiler/model/attributes.h"
+#include "compiler/model/fingerprint.h"
 #include "compiler/model/layout.h"
 
 #include <fmt/format.h>
@@ -12,13 +13,14 @@ namespace {
 
 class Interface {
 public:
-    std::string text = "# What peers and programs rely on: kinds, tags, members, values, encoded sizes, and "
-                       "records in memory. 'tlvc\n"
-                       "# interface' wrote it, and 'tlvc compare' reads it. Columns of a field: its offset, "
-                       "and its type and name. An\n"
-                       "# offset or size holds where pointers have 8 bytes; behind slashes, where they have "
-                       "4, and where numbers are\n"
-                       "# then aligned to 4 at most, when that differs.\n";
+    std::string text =
+        "# What peers and programs rely on: kinds, tags, members, values, encoded sizes, records in memory, "
+        "and\n"
+        "# fingerprints of what lies on the wire. 'tlvc interface' wrote it, and 'tlvc compare' reads it. "
+        "Columns of\n"
+        "# a field: its offset, and its type and name. An offset or size holds where pointers have 8 bytes; "
+        "behind\n"
+        "# slashes, where they have 4, and where numbers are then aligned to 4 at most, when that differs.\n";
 
     void add(const Family &family) {
         text += fmt::format("\nfamily {}\n", family.name);
@@ -32,9 +34,10 @@ private:
         const std::string encoded = type.fixed_size()
                                         ? fmt::format("{} bytes", type.min_size)
                                         : fmt::format("{} to {} bytes", type.min_size, type.max_size);
-        text += fmt::format("\n{}, {}, record {} aligned {}\n", heading(type), encoded,
+        text += fmt::format("\n{}, {}, record {} aligned {}, fingerprint {}\n", heading(type), encoded,
                             on_each([&](Layouts &layouts) { return layouts.of(type).size; }),
-                            on_each([&](Layouts &layouts) { return layouts.of(type).alignment; }));
+                            on_each([&](Layouts &layouts) { return layouts.of(type).alignment; }),
+                            spelled_fingerprint(type));
         for (const Enumerator &each : type.enumerators) {
             text += fmt::format("    {} = {}\n", each.name, each.value);
         }

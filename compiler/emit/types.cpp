@@ -2,6 +2,7 @@
 // index of the library's own.
 #include "compiler/emit/emit.h"
 #include "compiler/model/attributes.h"
+#include "compiler/model/fingerprint.h"
 #include "compiler/model/names.h"
 
 #include <fmt/format.h>
@@ -46,8 +47,13 @@ std::string flags(const Attributes &attributes, bool shared_with_next) {
     return names.empty() ? "0" : fmt::format("{}", fmt::join(names, " | "));
 }
 
+// Aligned no more than it has to be, as descriptors are.
+std::string opened_table(const char *item, const std::string &name) {
+    return fmt::format("alignas({0}) const {0} {1}[] = {{\n", item, name);
+}
+
 std::string members(const Type &type) {
-    std::string text = fmt::format("const tlvmsg_member {}[] = {{\n", names::members_table(type));
+    std::string text = opened_table("tlvmsg_member", names::members_table(type));
     for (const Member &member : type.members) {
         const std::string path = joined(member.path);
         text += fmt::format("    {{{}, {}, &{}, {}, {}}},\n", quoted(path), quoted(member.doc),
@@ -63,7 +69,7 @@ std::string alternatives(const Type &type) {
         text += fmt::format("const uint32_t {}[] = {{{}}};\n", names::values_table(type, alternative),
                             fmt::join(alternative.values, ", "));
     }
-    text += fmt::format("const tlvmsg_alternative {}[] = {{\n", names::alternatives_table(type));
+    text += opened_table("tlvmsg_alternative", names::alternatives_table(type));
     for (const Alternative &alternative : type.alternatives) {
         text += fmt::format("    {{{}, &{}, {}, {}, {}, {}}},\n", quoted(alternative.name),
                             names::descriptor(*alternative.type), names::values_table(type, alternative),
@@ -74,7 +80,7 @@ std::string alternatives(const Type &type) {
 }
 
 std::string enumerators(const Type &type) {
-    std::string text = fmt::format("const tlvmsg_enumerator {}[] = {{\n", names::enumerators_table(type));
+    std::string text = opened_table("tlvmsg_enumerator", names::enumerators_table(type));
     for (const Enumerator &each : type.enumerators) {
         text += fmt::format("    {{{}, {}, {}}},\n", quoted(each.name), quoted(each.doc), each.value);
     }
@@ -115,12 +121,14 @@ std::string descriptor(const Type &type) {
                        "    .kind = {}, .tag = {}, .flags = {},\n"
                        "    .size = sizeof({}), .alignment = alignof({}),\n"
                        "    .min_encoded = {}, .max_encoded = {},\n"
-                       "{}    .operations = TLVMSG_OPERATIONS_OF({}),\n}};\n\n",
+                       "{}    .operations = TLVMSG_OPERATIONS_OF({}),\n"
+                       "    .fingerprint = UINT64_C({}),\n}};\n\n",
                        names::operations(type), type.name, quoted(type.name),
                        quoted(type.family == nullptr ? "" : type.family->name),
                        quoted(type.section == nullptr ? Doc() : type.section->doc), quoted(type.doc),
                        names::kind(type.kind), type.tag, is_signed(type) ? "TLVMSG_SIGNED" : "0", record,
-                       record, type.min_size, type.max_size, particulars(type), names::operations(type));
+                       record, type.min_size, type.max_size, particulars(type), names::operations(type),
+                       spelled_fingerprint(type));
 }
 
 // The tables of a type, and the descriptor that refers to them.

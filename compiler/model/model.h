@@ -147,6 +147,8 @@ struct Type {
     bool holds_blocks = false;        // whether a record can have a dynamic array in it ...
     bool holds_dynamic_bytes = false; // ... and one of bytes
     uint64_t max_count = 0;           // every array: the most items that an element of it can hold
+
+    uint64_t fingerprint = 0; // of what lies on the wire, names and docs left out (fingerprint.h)
 };
 
 // What a schema file declares.

@@ -55,6 +55,8 @@ std::string constant(Constant what, const Type &type) {
             return "MAX_SIZE";
         case Constant::Capacity:
             return "CAPACITY";
+        case Constant::Fingerprint:
+            return "FINGERPRINT";
         }
         return {};
     };

@@ -22,7 +22,7 @@ std::string encode_operation(const Type &type);
 std::string decode_operation(const Type &type);
 
 // Macros: TLVMSG_TAG_x, TLVMSG_SIZE_x, ...
-enum class Constant { Tag, Size, MinSize, MaxSize, Capacity };
+enum class Constant { Tag, Size, MinSize, MaxSize, Capacity, Fingerprint };
 std::string constant(Constant what, const Type &type);
 std::string enumerator(const Type &enumeration, const Enumerator &enumerator);
 

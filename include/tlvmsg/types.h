@@ -119,6 +119,8 @@ struct tlvmsg_type {
     uint32_t selector_offset; /* in the record that the union's operations take */
 
     const struct tlvmsg_operations *operations; /* the library's own; null: none but those of all types */
+
+    uint64_t fingerprint; /* tlvmsg_fingerprint */
 };
 
 /* The descriptor of that name, from the library or a registered family; null when there is none. */
@@ -133,6 +135,28 @@ const tlvmsg_type *tlvmsg_type_by_tag(uint16_t tag);
  */
 size_t tlvmsg_type_count(void);
 const tlvmsg_type *tlvmsg_type_at(size_t index);
+
+/*
+ * 64 bits over all of the type that decides which bytes its encoder writes and its decoder takes; 0 if unknown: of a
+ * null pointer, and of descriptors whose maker states none. tlv-schema(5) says how they come about. Names,
+ * comments and enumerators are not in them, so they survive whatever peers cannot see. Of messages,
+ * TLVMSG_FINGERPRINT_X in the family's header is the same number.
+ *
+ * Two processes that tell each other the fingerprints of their messages know which of these are alike on both sides,
+ * so that exact functions read what the other side's have written. A fingerprint is a peer's claim and no proof: whoever
+ * can state one can send any bytes beside it, so what is not trusted goes to the bounded functions whatever it states.
+ *
+ * Example, what to tell a peer:
+ *
+ *     for (size_t i = 0; i < tlvmsg_type_count(); i++) {
+ *         const tlvmsg_type *type = tlvmsg_type_at(i);
+ *         if (type->kind == TLVMSG_MESSAGE) {
+ *             // allow_3rd_party_xcvr_message 0xF696877E8E64A339
+ *             printf("%s 0x%016llX\n", type->name, (unsigned long long)tlvmsg_fingerprint(type));
+ *         }
+ *     }
+ */
+uint64_t tlvmsg_fingerprint(const tlvmsg_type *type);
 
 #ifdef __GNUC__
 #pragma GCC visibility pop

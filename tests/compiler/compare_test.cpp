@@ -4,9 +4,11 @@
 #include "support.h"
 
 #include "compiler/emit/emit.h"
+#include "compiler/model/fingerprint.h"
 #include "compiler/text/reporter.h"
 
 #include <chrono>
+#include <random>
 #include <set>
 #include <sstream>
 
@@ -297,6 +299,9 @@ TEST(Interface, IsRefusedWhereItsLinesContradictEachOther) {
         "interface.txt:5:1: error[T047]: this line should be 'struct port = 2001, 15 bytes, record 4 aligned "
         "2'\n    5 | struct port = 2001, 99 bytes, record 4 aligned 2\n"
         "      | ^~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~\n1 error\n");
+    EXPECT_NE(with("aligned 2\n", "aligned 2, fingerprint 0x0\n").find("aligned 2, fingerprint 0x"),
+              std::string::npos)
+        << "which an earlier tlvc did not print, but is held against the schema where it stands";
     EXPECT_EQ(with("  2  uint8", "  3  uint8").substr(0, 32), "interface.txt:7:1: error[T047]: ");
     EXPECT_EQ(with("        2  uint8 unit\n", "").substr(0, 32), "interface.txt:5:1: error[T047]: ");
     EXPECT_EQ(with("0  uint16", "\u00E9  uint99"),
@@ -327,12 +332,17 @@ bool has_own_members(const Type &type) {
 bool has_room(const Type &type) { return type.capacity > 0; }
 bool has_names(const Type &type) { return !type.enumerators.empty(); }
 bool has_choices(const Type &type) { return type.kind == Kind::Union; }
+bool begins_with_array(const Type &type) {
+    return type.members.size() > 1 && is_dynamic(*type.members[1].type);
+}
 
 const Mutation mutations[] = {
     {"tag", &tag_changed, &tag_changed, has_tag,
      [](Type &type, const Type *) { type.tag = static_cast<uint16_t>(type.tag + 20000); }},
     {"kind", &kind_changed, &kind_changed, [](const Type &type) { return type.family != nullptr; },
-     [](Type &type, const Type *) { type.kind = type.kind == Kind::Union ? Kind::Message : Kind::Union; }},
+     [](Type &type, const Type *) {
+         type.kind = type.kind == Kind::Message ? Kind::Structure : Kind::Message;
+     }},
     {"member_gone", &member_removed, &member_inserted, has_own_members,
      [](Type &type, const Type *) { type.members.erase(type.members.begin()); }},
     {"order", &order_changed, &order_changed, has_own_members,
@@ -346,6 +356,16 @@ const Mutation mutations[] = {
     {"room", &room_grown, &room_shrunk, has_room, [](Type &type, const Type *) { ++type.capacity; }},
     {"count", &type_changed, &type_changed, is_dynamic,
      [](Type &type, const Type *int64) { type.count = int64; }},
+    {"selector", &type_changed, &type_changed, has_choices,
+     [](Type &type, const Type *int64) { type.selector = int64; }},
+    {"choice_type", &type_changed, &type_changed, has_choices,
+     [](Type &type, const Type *int64) { type.alternatives[0].type = int64; }},
+    {"attribute", &attribute_changed, &attribute_changed, begins_with_array,
+     [](Type &type, const Type *) { type.members[1].zero_count = !type.members[1].zero_count; }},
+    {"attribute_of_choice", &attribute_changed, &attribute_changed, has_choices,
+     [](Type &type, const Type *) {
+         type.alternatives[0].end_by_length = !type.alternatives[0].end_by_length;
+     }},
     {"name_gone", &enumerator_removed, &enumerator_added, has_names,
      [](Type &type, const Type *) { type.enumerators.pop_back(); }},
     {"value", &enumerator_value, &enumerator_value, has_names,
@@ -358,6 +378,22 @@ const Mutation mutations[] = {
      [](const Type &type) { return type.alternatives.size() > 1; },
      [](Type &type, const Type *) { std::swap(type.alternatives[0].values, type.alternatives[1].values); }},
 };
+
+// Where fingerprints are equal, nothing is found on the wire but what has other meanings there. Says how many are not.
+size_t check_fingerprints(const Side &before, const Side &after) {
+    std::set<std::string> alike;
+    for (size_t i = 0; i < before.schema->types.size(); ++i) {
+        if (before.schema->types[i].fingerprint == after.schema->types[i].fingerprint) {
+            alike.insert(after.schema->types[i].name);
+        }
+    }
+    for (const Finding &each : compare(before, after)) {
+        const bool is_meaning = each.rule == &order_changed || each.rule == &enumerator_value;
+        EXPECT_FALSE((each.levels & Wire) != 0 && alike.contains(each.type) && !is_meaning)
+            << each.rule->code << ' ' << each.type << '.' << each.member;
+    }
+    return before.schema->types.size() - alike.size();
+}
 
 class EachMutation : public testing::TestWithParam<Mutation> {};
 
@@ -374,6 +410,9 @@ TEST_P(EachMutation, IsFoundInEveryTypeAndInReverse) {
         }
     }
     EXPECT_FALSE(mutated.empty());
+    take_fingerprints(const_cast<Schema &>(*after.schema));
+    const bool is_seen = GetParam().found != &enumerator_value && (GetParam().found->levels & Wire) != 0;
+    EXPECT_EQ(check_fingerprints(before, after) > 0, is_seen);
     const auto expect = [&](const std::vector<Finding> &findings, const Rule *rule) {
         std::set<std::string> types;
         for (const Finding &each : findings) {
@@ -390,6 +429,43 @@ TEST_P(EachMutation, IsFoundInEveryTypeAndInReverse) {
 
 INSTANTIATE_TEST_SUITE_P(RealSchema, EachMutation, testing::ValuesIn(mutations),
                          [](const auto &instance) { return std::string(instance.param.name); });
+
+TEST(Fingerprints, TellNothingOfMeanings) {
+    const std::string choice = "enum e = 2001  union u by e w ";
+    const std::tuple<const Rule *, std::string, std::string> rows[] = {
+        {&order_changed, example(order_changed, '-'), example(order_changed, '+')},
+        {&enumerator_value, example(enumerator_value, '-'), example(enumerator_value, '+')},
+        {&choice_changed, choice + "{ 1: uint8 a  2: uint8 b }", choice + "{ 1: uint8 b  2: uint8 a }"}};
+    for (const auto &[rule, old, now] : rows) {
+        const Text before(old);
+        const Text after(now, "new");
+        EXPECT_EQ(summary(compare(*before.side, *after.side)).substr(0, 9),
+                  std::string(rule->code) + " wire");
+        EXPECT_TRUE(std::ranges::equal(before.side->schema->types, after.side->schema->types, {},
+                                       &Type::fingerprint, &Type::fingerprint))
+            << rule->code;
+    }
+}
+
+TEST(Fingerprints, TellOfSeveralChangesAtOnce) {
+    const std::string family = schema_directory + "/ethernet";
+    const Side before(family);
+    std::mt19937 random(1);
+    size_t changed = 0;
+    for (int round = 0; round < 100; ++round) {
+        const Side after(family);
+        auto &types = const_cast<std::deque<Type> &>(after.schema->types);
+        for (const Mutation &each : mutations) {
+            Type &type = types[random() % types.size()];
+            if (each.applies(type)) {
+                each.apply(type, &types[8]);
+            }
+        }
+        take_fingerprints(const_cast<Schema &>(*after.schema));
+        changed += check_fingerprints(before, after);
+    }
+    EXPECT_GT(changed, 0U);
+}
 
 // ---- Reports -----------------------------------------------------------------------------------------
 

@@ -40,6 +40,39 @@ message wides { wide_holder first  wide_holder second }
     }
 }
 
+// What else changes it, tests of compare have.
+TEST(Model, FingerprintsLeaveOutWhatPeersCannotSee) {
+    SchemaDirectory directory;
+    const Compiled one({directory.add("acme/a.tlv", R"(
+enum state = 1001 { off = 0  on = 1 }
+union detail by state which { on, 3: uint8 low  2: state high @end_by_length }
+dynamic bytes notes counted by uint16
+struct part = 1002 { uint16 count  notes notes @zero_count  state which  detail detail }
+message report { part part }
+)")});
+    const std::string types = directory.add("other/types.tlv", R"(//! Types.
+/// A mode.
+enum mode = 1001 { unknown = 7 }
+dynamic bytes texts counted by uint16
+)");
+    const Compiled other({directory.add("other/b.tlv", R"(import "types.tlv"
+message told { piece first }
+/// A piece.
+struct piece = 1002 { uint16 count  texts text @zero_count  mode by  choice choice }
+union choice by mode by in piece { 2: mode second @end_by_length  3, 1: uint8 first }
+)"),
+                          types});
+    ASSERT_TRUE(one.schema && other.schema);
+    constexpr std::pair<const char *, const char *> pairs[] = {
+        {"state", "mode"}, {"detail", "choice"}, {"notes", "texts"}, {"part", "piece"}, {"report", "told"}};
+    std::set<uint64_t> fingerprints;
+    for (const auto &[name, renamed] : pairs) {
+        EXPECT_EQ(one.type(name).fingerprint, other.type(renamed).fingerprint) << name;
+        fingerprints.insert(one.type(name).fingerprint);
+    }
+    EXPECT_EQ(fingerprints.size(), std::size(pairs));
+}
+
 // However long a chain is, or wide a nest, the stack holds and time grows with the text; and one cause is one fault.
 TEST(Model, is_made_of_any_chain_and_nest) {
     SchemaDirectory directory;

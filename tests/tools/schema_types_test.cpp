@@ -16,7 +16,7 @@ std::string description(const tlvmsg_type &type) {
     std::ostringstream out;
     out << type.name << '|' << type.family << '|' << type.section << '|' << type.doc << '|' << type.kind
         << ' ' << type.tag << ' ' << type.flags << ' ' << type.size << ' ' << type.alignment << ' '
-        << type.min_encoded << ' ' << type.max_encoded << '\n';
+        << type.min_encoded << ' ' << type.max_encoded << ' ' << tlvmsg_fingerprint(&type) << '\n';
     for (uint32_t i = 0; i < type.enumerator_count; ++i) {
         const tlvmsg_enumerator &each = type.enumerators[i];
         out << each.name << '|' << each.doc << '|' << each.value << '\n';

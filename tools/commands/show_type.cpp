@@ -28,8 +28,9 @@ std::string heading(const tlvmsg_type *type) {
     if (*type->section != '\0') {
         text += fmt::format("In {}: {}\n", type->family, type->section);
     }
-    return text + fmt::format("{} bytes on the wire, {} in memory\n",
-                              size_text(type->min_encoded, type->max_encoded), type->size);
+    return text + fmt::format("{} bytes on the wire, {} in memory, fingerprint 0x{:016X}\n",
+                              size_text(type->min_encoded, type->max_encoded), type->size,
+                              tlvmsg_fingerprint(type));
 }
 
 // ---- The declaration ----

@@ -2,6 +2,8 @@
 
 #include "tools/types/lookup.h"
 
+#include <fmt/format.h>
+
 namespace tlvmsg::tool {
 
 namespace {
@@ -57,7 +59,8 @@ Json type_json(const tlvmsg_type *type) {
     json.update(Json{{"size", type->size},
                      {"alignment", type->alignment},
                      {"min_encoded", type->min_encoded},
-                     {"max_encoded", type->max_encoded}});
+                     {"max_encoded", type->max_encoded},
+                     {"fingerprint", fmt::format("0x{:016X}", tlvmsg_fingerprint(type))}});
     add_list(json, "enumerators", type->enumerators, type->enumerator_count,
              [](const tlvmsg_enumerator &each) {
                  return Json{{"name", each.name}, {"doc", each.doc}, {"value", each.value}};

@@ -69,6 +69,7 @@ private:
         descriptor.alignment = static_cast<uint32_t>(layout.alignment);
         descriptor.min_encoded = static_cast<uint32_t>(type.min_size);
         descriptor.max_encoded = static_cast<uint32_t>(type.max_size);
+        descriptor.fingerprint = type.fingerprint;
         fill_enumerators(type, descriptor);
         fill_members(type, descriptor);
         if (tlvc::is_array(type)) {

@@ -19,6 +19,19 @@ while read -r line; do eval "$line" >out 2>err || fail "$line"; done <commands
 equal "$(wc -l <part) $(wc -l <commands)" '16 4'
 prints 'list: relay_list, tag 32771'
 rm report.bin
+shown_behind fingerprints | python3 -c '
+import re, sys
+for name, text, stated in re.findall(r"^ *(\w+) ([^=]*)= (0x\w+)$", sys.stdin.read(), re.M):
+    hashed = 0xCBF29CE484222325
+    for byte in bytes.fromhex(text):
+        hashed = (hashed ^ byte) * 0x100000001B3 % 2**64
+    print(name, stated, f"0x{hashed:016X}")' >fingerprints
+equal "$(wc -l <fingerprints)" 6
+program=tlv
+while read -r name stated hashed; do
+    equal "$stated" "$hashed"
+    run show --schema relay/relay.tlv "$name"; is 0; prints "fingerprint $hashed\$"
+done <fingerprints
 
 # The examples of the help work, with files of such names.
 tlv sample zel_led_control >led.bin; cp led.bin a.bin; cp led.bin b.bin; xxd led.bin >b.txt
