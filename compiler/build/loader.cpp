@@ -173,7 +173,8 @@ private:
                          [](const auto &a, const auto &b) { return a.from < b.from; });
         for (const auto &cycle : find_cycles(edges_)) {
             const auto &first = cycle.front();
-            Diagnostic &fault = faults_.report(fault::circular_import, first.span, sources_.path(first.from));
+            const Report fault =
+                faults_.report(fault::circular_import, first.span, sources_.path(first.from));
             for (size_t i = 1; i < cycle.size(); ++i) {
                 fault.note(cycle[i].span, fmt::format("imported from '{}'", sources_.path(cycle[i].from)));
             }

@@ -159,7 +159,7 @@ private:
     }
 
     void undefined(const syntax::Name &name) {
-        Diagnostic &fault = faults_.report(fault::undefined_type, name.span, name.text);
+        const Report fault = faults_.report(fault::undefined_type, name.span, name.text);
         if (std::string instead = instead_of(name.text); !instead.empty()) {
             fault.help(std::move(instead));
             return;
@@ -252,8 +252,8 @@ private:
             candidates.push_back(each.name);
         }
         ++missing_;
-        Diagnostic &fault = faults_.report(fault::unknown_enumerator, value.span, value.name, selector->name)
-                                .note(selector->span, "it is declared here");
+        const Report fault = faults_.report(fault::unknown_enumerator, value.span, value.name, selector->name)
+                                 .note(selector->span, "it is declared here");
         if (suggestions_left_ != 0) {
             --suggestions_left_;
             fault.suggest(value.name, candidates);

@@ -95,7 +95,7 @@ void check_names_of_numbers(const Declared &declared, Diagnostics &faults) {
     }
     for (const Field &field : fields) {
         if (auto found = numbers.find(field.name); found != numbers.end()) {
-            Diagnostic &fault =
+            const Report fault =
                 faults.report(fault::member_named_as_type, field.span, field.name, declared.type->name);
             if (found->second->family != nullptr) {
                 fault.note(found->second->span, "the enumeration is declared here");
@@ -163,8 +163,8 @@ void check_element(const Declared &declared, Diagnostics &faults) {
     if (has_tag(element) || element.kind == Kind::Message) {
         return;
     }
-    Diagnostic &fault = faults.report(fault::array_element, syntax->element.span, element.name,
-                                      describe(element), describe(*type));
+    const Report fault = faults.report(fault::array_element, syntax->element.span, element.name,
+                                       describe(element), describe(*type));
     if (element.scalar != nullptr && element.scalar->width == 1) {
         fault.help(type->kind == Kind::DynamicElements
                        ? fmt::format("write: dynamic bytes {} counted by {}", type->name, type->count->name)

@@ -281,7 +281,7 @@ private:
         };
         found_.push_back({&rule, (rule.levels & all_levels) | (resized ? Layout : Nothing),
                           (after != nullptr ? after : before)->name, named != nullptr ? named->name : "",
-                          std::move(was), std::move(is), std::string(rule.effect()),
+                          std::move(was), std::move(is), std::string(rule.effect),
                           old_in_messages_.contains(before) || new_in_messages_.contains(after),
                           place(named == part.before ? before : nullptr, part.before),
                           place(after, part.after)});

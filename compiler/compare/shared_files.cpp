@@ -29,7 +29,7 @@ std::vector<Finding> shared_files(const Sources &before, const Sources &after) {
         if (const auto old = old_files.find(path); old != old_files.end()) {
             Finding &shared = found.emplace_back();
             shared.rule = &file_shared;
-            shared.effect = file_shared.effect();
+            shared.effect = file_shared.effect;
             shared.old_span = Span{old->second, 0, 0};
             shared.new_span = Span{file, 0, 0};
         }

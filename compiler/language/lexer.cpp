@@ -101,7 +101,7 @@ private:
         std::string_view digits = text_.substr(begin, at_ - begin);
         const bool malformed = digits.find_first_not_of("0123456789") != std::string_view::npos;
         if (malformed) {
-            Diagnostic &fault = faults_.report(fault::malformed_number, span(begin), digits);
+            const Report fault = faults_.report(fault::malformed_number, span(begin), digits);
             fault.help(decimal_of(digits));
         }
         add(TokenKind::Number, span(begin), malformed);
@@ -176,7 +176,7 @@ private:
         while (text_.substr(at_).starts_with(character)) {
             at_ += character.size();
         }
-        Diagnostic &fault =
+        const Report fault =
             faults_.report(fault::unexpected_character, span(begin), tlvmsg::base::named(character));
         for (const auto &[characters, help] : helps) {
             fault.help(characters.find(character) != characters.npos ? help : "");

@@ -69,7 +69,7 @@ private:
         const bool doc = at(TokenKind::Doc) || at(TokenKind::FileDoc);
         return at(TokenKind::End) ? "the end of the file" : doc ? "a documentation line" : quoted;
     }
-    Diagnostic &unexpected(std::string_view wanted) {
+    Report unexpected(std::string_view wanted) {
         sound_ = false;
         return faults_.report(fault::unexpected_token, peek().span, wanted, found());
     }
