@@ -1,7 +1,7 @@
 #include "compiler/build/resolve.h"
 
 #include "base/suggest.h"
-#include "compiler/language/reserved.h"
+#include "compiler/language/foreign_types.h"
 #include "compiler/model/attributes.h"
 #include "compiler/model/references.h"
 
@@ -160,8 +160,8 @@ private:
 
     void undefined(const syntax::Name &name) {
         const Report fault = faults_.report(fault::undefined_type, name.span, name.text);
-        if (std::string instead = instead_of(name.text); !instead.empty()) {
-            fault.help(std::move(instead));
+        if (const std::optional<OwnType> own = own_type(name.text)) {
+            fault.help(own->help);
             return;
         }
         if (suggestions_left_ == 0) {
