@@ -43,10 +43,10 @@ struct LibraryType {
 };
 using LibraryTypes = std::map<std::string, LibraryType, std::less<>>;
 
-// What is declared there, by name; read when it is first asked for.
+// The types that are declared there, by name. They are read when they are first asked for.
 const LibraryTypes &library();
 
-// Of files, and of all schema files in directories and below. Throws IoError for what cannot be read; an import that
+// Reads files, and all schema files in directories and below. Throws IoError if one cannot be read. An import that
 // leads to no file, or to one that cannot be read, is a fault of its file.
 Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults,
              const ImportPath &import_path, const OpenTexts &open = {});

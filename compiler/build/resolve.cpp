@@ -112,7 +112,7 @@ private:
             .note(newer ? first.span : syntax.name.span, "first declared here");
     }
 
-    // What names a type that is not sound is not sound itself.
+    // A type that names one that is not sound is not sound itself.
     void spread_faults() {
         std::map<const Type *, std::vector<Type *>> users;
         std::vector<const Type *> unsound;
@@ -186,7 +186,7 @@ private:
             .help(fmt::format("add: import \"{}\"", there.lexically_relative(here).generic_string()));
     }
 
-    // What a form does not have is empty in its syntax, and finds nothing.
+    // A part that the form does not have is an empty name, which finds no type.
     void link(const Declared &declared) {
         const Declaration &syntax = *declared.syntax;
         Type &type = *declared.type;
@@ -218,7 +218,7 @@ private:
         return form == Form::Array && packed ? Kind::PackedArray : kinds[static_cast<size_t>(form)];
     }
 
-    // What members and alternatives have in common.
+    // The part that members and alternatives have in common.
     template <typename Part>
     Part part(const syntax::Member &written) {
         Part part;

@@ -254,11 +254,11 @@ void check_attributes(const Declared &declared, Diagnostics &faults) {
     }
 }
 
-// Of what a declaration says itself.
+// Checks that need nothing but the declaration.
 constexpr auto own_checks = {check_tag_range, check_capacity, check_keywords, check_not_empty,
                              check_enumerators};
 
-// Of that and of the types that it names.
+// Checks that need the types that it names as well.
 constexpr auto checks = {
     check_distinct_members, check_names_of_numbers,  check_no_message_within, check_message_members,
     check_element,          check_alternative_types, check_count_type,        check_alternative_values,

@@ -30,7 +30,7 @@ struct Side {
     ImportPath import_path;
 };
 
-// What the command line says; each command reads its part.
+// The options of the command line; each command reads its part.
 struct Options {
     std::vector<std::string> files;
     ImportPath import_path;
@@ -55,7 +55,7 @@ void show(const Diagnostics &faults, const Sources &sources, const Options &opti
     }
 }
 
-// What is only described may be of another library.
+// A schema that is only described may be that of another library.
 std::unique_ptr<const Schema> compile_and_show(const Options &options, Sources &sources, bool described) {
     Diagnostics faults;
     std::unique_ptr<const Schema> schema;
@@ -118,11 +118,15 @@ template <std::string (*text_of)(const Schema &)>
 int describe(const Options &options) {
     Sources sources;
     auto schema = compile_and_show(options, sources, text_of != nothing);
-    print(schema ? text_of(*schema) : "");
-    return schema ? exit_fine : exit_found;
+    if (!schema) {
+        return exit_found;
+    }
+    print(text_of(*schema));
+    return exit_fine;
 }
 
-// Whether nothing is left to do to it; of a file that is no schema the faults say why.
+// Formats a file, or only checks it: false then if formatting would change it. Where a file is no schema, its faults
+// say why.
 bool format_file(const std::string &path, bool check_only, Sources &sources, Diagnostics &faults) {
     const std::string before = read_file(path);
     Diagnostics own;
@@ -198,7 +202,7 @@ int compare_schemas(const Options &options) try {
     throw Failure(exit_usage, error.what());
 }
 
-// What there is to say of each code, with the title in the first line.
+// The explanation of each code, with the title in its first line.
 Candidates explanations() {
     Candidates all;
     for (const Fault *each : fault::all) {
@@ -213,8 +217,10 @@ Candidates explanations() {
 int explain(const Options &options) {
     const Candidates all = explanations();
     const std::map<std::string, std::string> texts(all.begin(), all.end());
-    for (const auto &[code, text] : all) {
-        print(options.codes.empty() ? text.substr(0, text.find('\n') + 1) : "");
+    if (options.codes.empty()) {
+        for (const auto &[code, text] : all) {
+            print(text.substr(0, text.find('\n') + 1));
+        }
     }
     for (std::string code : options.codes) {
         code[0] = tlvmsg::base::upper(code[0]);

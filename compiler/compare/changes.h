@@ -10,7 +10,7 @@
 
 namespace tlvc {
 
-// What a change breaks. Several are their sum.
+// What a change breaks. Several levels are one number, their sum.
 using Levels = unsigned;
 enum Level : Levels {
     Nothing = 0,

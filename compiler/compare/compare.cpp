@@ -30,7 +30,7 @@ std::set<uint32_t> values_that_choose(const Type &type) {
     return values;
 }
 
-// What old peers send as a selector: zeroed records have 0, and names are for use.
+// Values that old peers send as a selector: records that were zeroed have 0, and values with a name are in use.
 std::set<uint32_t> values_in_use(const Type &selector) {
     std::set<uint32_t> values{0};
     for (const Enumerator &each : selector.enumerators) {
@@ -39,7 +39,7 @@ std::set<uint32_t> values_in_use(const Type &selector) {
     return values;
 }
 
-// What is worked out of a type once, however many findings ask for it.
+// Facts about a type, worked out once however many findings need them.
 template <auto work_out>
 class Known {
 public:
@@ -174,7 +174,7 @@ private:
         }
     }
 
-    // What both have. A count or selector follows from the type behind it.
+    // Parts that both sides have. A count or selector follows from the type behind it.
     void compare_part(const Subject &subject) {
         const auto &[old, now] = subject.part;
         if (old->lives_in_next() && now->lives_in_next()) {

@@ -130,7 +130,7 @@ void Pairing::pair_by_place(const Schema &before) {
     }
 }
 
-// Of one kind, unless the name says that they are the same one all the same.
+// Types of different kinds are partners only by their name.
 void Pairing::pair_if_free(const Type &before, const Type &after) {
     const bool alike = before.kind == after.kind || before.name == after.name;
     if (alike && partner(&before) == nullptr && partner(&after) == nullptr) {

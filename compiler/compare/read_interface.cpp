@@ -47,8 +47,10 @@ struct FamilyText {
         text += '\n';
     }
     void close() {
-        text.insert(text.size() - (open ? 1 : 0), open ? " }" : "");
-        open = false;
+        if (open) {
+            text.insert(text.size() - 1, " }");
+            open = false;
+        }
     }
 };
 

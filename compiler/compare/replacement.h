@@ -1,4 +1,4 @@
-// What it breaks when a part has another type than before.
+// Works out what it breaks that a part has another type than before.
 #pragma once
 
 #include "compiler/compare/changes.h"
@@ -21,7 +21,7 @@ private:
     std::array<Layouts, 3> layouts_{Layouts(lp64), Layouts(ilp32), Layouts(i386)};
 };
 
-// Of types that are no partners.
+// Compares types that are no partners.
 class Replacement {
 public:
     Replacement(const Pairing &pairing, Records &records) : pairing_(pairing), records_(records) {}

@@ -109,7 +109,7 @@ struct Type {
     const Type *enclosing = nullptr;
     std::vector<Alternative> alternatives;
 
-    // Of its record, in order. Empty when that is a plain number or another type's.
+    // The fields of its record, in order. Empty when the record is a plain number or another type's.
     std::vector<Field> fields;
 
     // Encoded sizes, header included: no encoding is smaller or larger. Equal when the size does not depend
@@ -123,7 +123,7 @@ struct Type {
     uint64_t max_count = 0;           // every array: the most items that an element of it can hold
 };
 
-// What a schema file declares.
+// The part of a family that one schema file declares.
 struct Section {
     Doc doc;              // the //! lines that open it
     bool named = false;   // by the user, not only by another file's import

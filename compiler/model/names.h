@@ -6,8 +6,8 @@
 
 namespace tlvc::names {
 
-// As an operation's parameter or a descriptor's record: "uint16_t", "zel_led_color", "ifid". A union without
-// a record of its own answers with the structure that encloses it. A few types have another name in C than in the schema.
+// As an operation's parameter or a descriptor's record: "uint16_t", "zel_led_color", "ifid". For a union without a
+// record of its own it is the structure that encloses it. A few types have another name in C than in the schema.
 std::string record(const Type &type);
 
 // As a field is declared. Records are spelled "struct ifid", so that a field may bear the name of its type,

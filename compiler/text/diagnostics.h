@@ -1,4 +1,4 @@
-// What was found wrong, and where.
+// The faults that were found in a text, and where.
 #pragma once
 
 #include "compiler/text/faults.h"
@@ -62,7 +62,7 @@ public:
     size_t count(Severity severity) const { return counts_[static_cast<size_t>(severity)]; }
     bool any() const { return count(Severity::Error) != 0; }
 
-    // The first that were found, as many as a program may want to read: the others are only counted.
+    // The first diagnostics that were reported, as many as a program may want to read. The others are only counted.
     std::vector<Diagnostic> in_file_order() const;
 
 private:

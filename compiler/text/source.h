@@ -24,8 +24,8 @@ struct Position {
 
 class Sources {
 public:
-    // A byte-order mark at the beginning is no part of the text.
-    // Of a text made of another one, line by line, the lines of that file are shown.
+    // Adds a text, without the byte-order mark at its beginning. If it was made, line by line, of that of the file
+    // `shown`, faults show the lines of that file.
     uint32_t add(std::string path, std::string_view text, std::optional<uint32_t> shown = {});
     uint32_t size() const { return static_cast<uint32_t>(files_.size()); }
 
