@@ -87,7 +87,7 @@ private:
         return error ? absolute : canonical;
     }
 
-    // As faults call the file: without detours, unless these lead elsewhere by symbolic links.
+    // The path that faults show: without detours, unless these lead elsewhere by symbolic links.
     static std::string spelled(const fs::path &path) {
         std::error_code error;
         const fs::path normal = path.lexically_normal();

@@ -31,7 +31,7 @@ using OpenTexts = std::map<std::filesystem::path, std::string>;
 // Directories below which imports are looked for when the file's own has none; the installed schema is always the last.
 using ImportPath = std::vector<std::filesystem::path>;
 
-// For each directory the schema files in it and below, hidden ones left out. Throws IoError if there are none.
+// Replaces each directory by the schema files in it and below, hidden ones left out. Throws IoError if there are none.
 std::vector<std::string> files_of(const std::vector<std::string> &paths);
 
 // Where the families of the library are installed, going by where the program is; empty if it is nowhere.

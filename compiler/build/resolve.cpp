@@ -51,7 +51,7 @@ private:
         }
     }
 
-    // By family and name, whatever the order in which they were given.
+    // The files by family and name, whatever the order in which they were given.
     using Files = std::multimap<std::pair<std::string, std::filesystem::path>, uint32_t>;
     Files files_in_schema_order() const {
         Files files;

@@ -15,7 +15,7 @@ namespace {
 
 using Parts = std::vector<PartPair>;
 
-// What a finding is about.
+// The types, and perhaps the part, that a finding is about.
 struct Subject {
     const Type *before;
     const Type *after;
@@ -198,7 +198,7 @@ private:
         compare_values(subject);
     }
 
-    // Whether a selector or union that has moved into another record is where it was. The union's functions take the
+    // True if a selector or union that has moved into another record is where it was. The union's functions take the
     // record that it is in, so it also has to begin its structure.
     bool keeps_place(const Subject &subject) {
         const auto &[before, after, part] = subject;

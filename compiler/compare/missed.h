@@ -7,7 +7,7 @@
 
 namespace tlvc {
 
-// In the schema of the old peer.
+// Looks at the types of the old peer's schema.
 class MissedMembers {
 public:
     explicit MissedMembers(const Holders &holders) : holders_(holders) {}

@@ -72,7 +72,8 @@ void Pairing::pair_tags(const Schema &before, const Schema &after) {
     }
 }
 
-// What nothing holds and is made of the same parts, in the order of the schemas: messages, or arrays and unions.
+// Pairs types that nothing holds and that are made of the same parts, in the order of the schemas: messages, or arrays
+// and unions.
 void Pairing::pair_alike(const Schema &before, const Schema &after, const Holders &old_holders,
                          bool messages) {
     const auto is_meant = [&](const Type &type) {

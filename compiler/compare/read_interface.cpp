@@ -54,7 +54,7 @@ struct FamilyText {
     }
 };
 
-// Without their ends.
+// The lines of a text, without their ends.
 std::vector<std::string_view> lines_of(std::string_view text) {
     std::vector<std::string_view> lines;
     while (!text.empty()) {
@@ -66,7 +66,7 @@ std::vector<std::string_view> lines_of(std::string_view text) {
     return lines;
 }
 
-// Those that say something, and the end.
+// The lines that state something, and an empty one at the end.
 std::vector<std::string_view> facts_of(std::string_view text) {
     std::vector<std::string_view> lines = lines_of(text);
     std::erase_if(lines, [](std::string_view line) { return line.empty() || line.front() == '#'; });

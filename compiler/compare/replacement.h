@@ -14,7 +14,7 @@ class Records {
 public:
     bool same_extent(const Type &before, const Type &after);
 
-    // Whether both have the same fields at the same offsets, whatever records these are in.
+    // True if both have the same fields at the same offsets, whatever records these are in.
     bool same_offsets(const Type &before, const Type &after);
 
 private:

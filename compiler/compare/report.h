@@ -25,7 +25,7 @@ std::string render(const std::vector<Finding> &findings, const ComparedSources &
 // An array of objects.
 std::string render_json(const std::vector<Finding> &findings, const ComparedSources &sources);
 
-// What `tlvc explain` prints.
+// The text that `tlvc explain` prints.
 std::string render(const Rule &rule);
 
 } // namespace tlvc

@@ -7,7 +7,7 @@ namespace tlvc {
 
 namespace {
 
-// By canonical path. Standard input is no file.
+// The files by canonical path. Standard input is none.
 std::map<std::filesystem::path, uint32_t> files_of(const Sources &sources) {
     std::map<std::filesystem::path, uint32_t> files;
     for (uint32_t file = 0; file < sources.size(); ++file) {

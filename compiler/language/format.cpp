@@ -15,7 +15,7 @@ constexpr std::string_view indent = "    ";
 
 enum class Gap { None, AsWritten, One };
 
-// In the order of the forms.
+// The lines that declarations begin with, in the order of the forms.
 constexpr std::string_view headers[] = {"enum {name} = {number}",
                                         "struct {name} = {number}",
                                         "message {name}",

@@ -111,7 +111,7 @@ private:
         return opens && !(has_capacity && continues_body(first + 5));
     }
 
-    // Whether "bytes NAME[CAPACITY]" before this is a member that is written as in C.
+    // True if the "bytes NAME[CAPACITY]" before this is a member that is written as in C.
     bool continues_body(size_t ahead) const {
         switch (peek(ahead).kind) {
         case TokenKind::Name:

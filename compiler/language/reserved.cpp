@@ -34,7 +34,7 @@ bool is_name(std::string_view name) {
     return !name.empty() && name[0] > '9' && name.find_first_not_of(parts) == name.npos;
 }
 
-// As INT32_MAX, SIZE_MAX and TLVMSG_TAG_x are.
+// True for names like INT32_MAX, SIZE_MAX and TLVMSG_TAG_x.
 bool looks_like_macro(std::string_view name) {
     constexpr std::string_view beginnings[] = {"INT", "UINT", "PTRDIFF_", "SIG", "SIZE_", "WCHAR_", "WINT_"};
     const bool lower = std::any_of(name.begin(), name.end(), tlvmsg::base::is_lower);

@@ -16,7 +16,7 @@ public:
     TokenReader(const Sources &sources, uint32_t file, Diagnostics &faults)
         : faults_(faults), sources_(sources), lexed_(lex(sources, file, faults)) {}
 
-    // Behind the end is the end.
+    // The last token, which is the end, repeats itself.
     const Token &peek(size_t ahead = 0) const;
     bool at(TokenKind kind) const { return peek().kind == kind; }
     bool at_word(std::string_view word, size_t ahead = 0) const;
@@ -41,7 +41,7 @@ public:
 
     std::vector<Span> take_comments() { return std::move(lexed_.comments); }
 
-    // Whether no token has been at fault since the start of a declaration.
+    // True if nothing has been at fault since the declaration began.
     bool is_sound() const { return sound_; }
     void begin_declaration() { sound_ = true; }
     void mark_unsound() { sound_ = false; }

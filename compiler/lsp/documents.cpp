@@ -91,7 +91,7 @@ Json range(const Sources &sources, Span span) {
             {"end", position(sources, span.file, span.end)}};
 }
 
-// Behind the end of a line is its end, and behind the last line the end of the text.
+// Places behind the end of a line mean its end; places behind the last line mean the end of the text.
 uint32_t offset_of(std::string_view text, uint64_t line, uint64_t column) {
     size_t at = 0;
     for (; line > 0 && at < text.size(); --line) {
@@ -226,7 +226,7 @@ Document Documents::find(const std::string &uri) {
     return {analysis, static_cast<uint32_t>(unit - units.begin())};
 }
 
-// As the client spells it if it has the file open.
+// The URI is spelled as the client does, if it has the file open.
 std::string Documents::uri(const fs::path &canonical) const {
     const auto open =
         std::ranges::find_if(open_, [&](const auto &each) { return each.second.path == canonical; });

@@ -48,7 +48,7 @@ private:
         size_t taken = 0; // edges that the walk went along, the last of them to the next step
     };
 
-    // Without recursion: schemas chain as many types and files as they like.
+    // The walk needs no recursion: schemas chain as many types and files as they like.
     void walk(const Node &root) {
         enter(root);
         while (!path_.empty()) {

@@ -165,7 +165,7 @@ inline bool has_tag(const Type &type) {
     return type.kind == Kind::Structure || type.kind == Kind::Enumeration;
 }
 
-// As faults and descriptors spell a path: "vlan_counters.count".
+// A path as faults and descriptors spell it: "vlan_counters.count".
 std::string joined(const std::vector<std::string> &path);
 
 } // namespace tlvc

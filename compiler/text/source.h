@@ -52,7 +52,7 @@ private:
     std::deque<File> files_;
 };
 
-// Without the byte-order mark that some editors put before UTF-8.
+// Leaves out the byte-order mark that some editors put before UTF-8.
 std::string_view without_mark(std::string_view text);
 
 size_t character_count(std::string_view utf8);
