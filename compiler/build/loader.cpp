@@ -17,10 +17,12 @@ namespace fs = std::filesystem;
 
 class Loader {
 public:
-    Loader(Sources &sources, Diagnostics &faults, ImportPath import_path, const OpenTexts &open_texts)
-        : sources_(sources), faults_(faults), import_path_(std::move(import_path)), open_texts_(open_texts) {
-        import_path_.push_back(installed_schema());
-        shipped_ = fs::weakly_canonical(import_path_.back());
+    Loader(Sources &sources, Diagnostics &faults, const Library &library, ImportPath import_path,
+           const OpenTexts &open_texts)
+        : sources_(sources), faults_(faults), library_(library), import_path_(std::move(import_path)),
+          open_texts_(open_texts) {
+        import_path_.push_back(library.directory);
+        shipped_ = fs::weakly_canonical(library.directory);
     }
 
     Program run(const std::vector<std::string> &paths) {
@@ -140,8 +142,8 @@ private:
     // A help that says which file the name may mean, or else where files are looked for.
     std::string instead_of_missing(uint32_t file, const fs::path &name) const {
         const auto same = [&](const auto &each) { return fs::path(each.second.path).filename() == name; };
-        const auto shipped = std::find_if(library().begin(), library().end(), same);
-        if (const bool found = !find(file, name.string()).empty(); found || shipped != library().end()) {
+        const auto shipped = std::ranges::find_if(library_.types, same);
+        if (const bool found = !find(file, name.string()).empty(); found || shipped != library_.types.end()) {
             return fmt::format("did you mean \"{}\"?", found ? name.string() : shipped->second.path);
         }
         return "the path starts at this file's directory, at one that -I gives, or at the library's schema";
@@ -209,6 +211,7 @@ private:
 
     Sources &sources_;
     Diagnostics &faults_;
+    const Library &library_;
     ImportPath import_path_;
     fs::path shipped_;
     const OpenTexts &open_texts_;
@@ -220,77 +223,9 @@ private:
 
 } // namespace
 
-namespace {
-
-// The schema files in a directory and below, in order. Hidden ones are somebody's own, as the locks of editors are.
-std::set<std::string> files_below(const std::string &directory) {
-    std::set<std::string> found;
-    std::error_code error;
-    fs::recursive_directory_iterator each(directory, error);
-    for (; !error && each != fs::recursive_directory_iterator(); each.increment(error)) {
-        const fs::path &path = each->path();
-        std::error_code ignored;
-        if (path.filename().string().starts_with('.')) {
-            each.disable_recursion_pending();
-        } else if (path.extension() == ".tlv" && !each->is_directory(ignored)) {
-            found.insert(path.string());
-        }
-    }
-    if (error) {
-        throw tlvmsg::base::IoError("cannot read all of '" + directory + "': " + error.message());
-    }
-    return found;
-}
-
-} // namespace
-
-std::vector<std::string> files_of(const std::vector<std::string> &paths) {
-    std::vector<std::string> files;
-    for (const std::string &path : paths) {
-        std::error_code error;
-        if (!fs::is_directory(path, error)) {
-            files.push_back(path);
-            continue;
-        }
-        const std::set<std::string> found = files_below(path);
-        if (found.empty()) {
-            throw tlvmsg::base::IoError("there are no .tlv files in '" + path + "'");
-        }
-        files.insert(files.end(), found.begin(), found.end());
-    }
-    return files;
-}
-
-fs::path installed_schema() {
-    std::error_code error;
-    const fs::path program = fs::read_symlink("/proc/self/exe", error);
-    const fs::path schema = (program.parent_path() / TLVC_SCHEMA_FROM_PROGRAM).lexically_normal();
-    return fs::is_directory(schema, error) ? schema : fs::path();
-}
-
-const LibraryTypes &library() {
-    static const LibraryTypes types = [root = installed_schema()] {
-        LibraryTypes result;
-        Sources sources;
-        Diagnostics ignored;
-        for (const std::string &file :
-             root.empty() ? std::vector<std::string>() : files_of({root.string()})) {
-            const std::string path = fs::path(file).lexically_relative(root).string();
-            const syntax::File read =
-                parse(sources, sources.add(file, tlvmsg::base::read_file(file)), ignored);
-            for (const syntax::Declaration &each : read.declarations) {
-                const uint64_t tag = each.form <= syntax::Form::Structure ? each.number.value : 0;
-                result[std::string(each.name.text)] = {path, tag};
-            }
-        }
-        return result;
-    }();
-    return types;
-}
-
 Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults,
-             const ImportPath &import_path, const OpenTexts &open) {
-    return Loader(sources, faults, import_path, open).run(paths);
+             const Library &library, const ImportPath &import_path, const OpenTexts &open) {
+    return Loader(sources, faults, library, import_path, open).run(paths);
 }
 
 } // namespace tlvc

@@ -1,5 +1,6 @@
 #include "compiler/build/measure.h"
 
+#include "compiler/model/array_room.h"
 #include "compiler/model/references.h"
 
 #include <algorithm>
@@ -16,16 +17,6 @@ struct Size {
     uint64_t min;
     uint64_t max;
 };
-
-// The most items that the record can hold.
-uint64_t room(const Type &array) {
-    if (!is_dynamic(array)) {
-        return array.capacity;
-    }
-    return array.count->scalar->width == 1 ? UINT8_MAX : wire::largest_count;
-}
-
-bool has_bare_items(const Type &array) { return array.kind == Kind::PackedArray || holds_bytes(array); }
 
 // Bytes have a terminator, but for a bounded array that is full.
 uint64_t array_size(const Type &array, uint64_t count, uint64_t item_size) {
@@ -62,7 +53,7 @@ private:
         }
         if (is_array(type)) {
             const Size item = item_size(type);
-            return {array_size(type, 0, item.min), array_size(type, room(type), item.max)};
+            return {array_size(type, 0, item.min), array_size(type, countable(type), item.max)};
         }
         const uint64_t header = type.kind == Kind::Structure ? wire::header_size : 0;
         Size size{header, header};
@@ -137,12 +128,6 @@ void measure(Schema &schema) {
     for (Type &type : schema.types) {
         type.max_count = type.sound && is_array(type) ? most_items(type, wire::largest_element) : 0;
     }
-}
-
-uint64_t most_items(const Type &array, uint64_t size) {
-    const uint64_t item = has_bare_items(array) ? array.element->scalar->width : array.element->min_size;
-    const uint64_t terminator = array.kind == Kind::DynamicBytes ? 1 : 0;
-    return std::min(room(array), (size - wire::array_prefix - terminator) / std::max<uint64_t>(1, item));
 }
 
 } // namespace tlvc

@@ -8,7 +8,4 @@ namespace tlvc {
 // must not hold each other in a circle.
 void measure(Schema &schema);
 
-// How many items an array has at the most when its element takes up to `size` bytes.
-uint64_t most_items(const Type &array, uint64_t size);
-
 } // namespace tlvc

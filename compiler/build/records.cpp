@@ -69,6 +69,4 @@ void find_records(Schema &schema) {
     }
 }
 
-std::string joined(const std::vector<std::string> &path) { return fmt::format("{}", fmt::join(path, ".")); }
-
 } // namespace tlvc

@@ -18,8 +18,9 @@ using syntax::Form;
 
 class Resolver {
 public:
-    Resolver(const Program &program, Diagnostics &faults)
-        : program_(program), faults_(faults), result_{std::make_unique<Schema>(), {}, program} {}
+    Resolver(const Program &program, const Library &library, Diagnostics &faults)
+        : program_(program), library_(library),
+          faults_(faults), result_{std::make_unique<Schema>(), {}, program} {}
 
     Resolution run() {
         add_scalars();
@@ -169,11 +170,11 @@ private:
         }
         --suggestions_left_;
         std::vector<std::string_view> candidates = tlvmsg::base::names_of(types_);
-        candidates.push_back(tlvmsg::base::nearest(name.text, tlvmsg::base::names_of(library()), 2));
+        candidates.push_back(tlvmsg::base::nearest(name.text, tlvmsg::base::names_of(library_.types), 2));
         const std::string_view meant = tlvmsg::base::nearest(name.text, candidates);
         fault.suggest(name.text, {meant == name.text ? "" : meant}); // which may just lack its import
-        if (const auto shipped = library().find(meant);
-            shipped != library().end() && !types_.contains(meant)) {
+        if (const auto shipped = library_.types.find(meant);
+            shipped != library_.types.end() && !types_.contains(meant)) {
             fault.help(fmt::format("add: import \"{}\"", shipped->second.path));
         }
     }
@@ -205,7 +206,6 @@ private:
                 type.alternatives.push_back(alternative(written, type.selector));
             } else {
                 type.members.push_back(part<Member>(written));
-                type.members.back().zero_count = has_attribute(written, zero_count);
             }
         }
     }
@@ -225,6 +225,7 @@ private:
         part.name = written.name.text;
         part.type = find(written.type);
         part.doc = written.doc.lines;
+        part.attributes = attributes_of(written);
         part.span = written.name.span;
         return part;
     }
@@ -235,7 +236,6 @@ private:
             alternative.values.push_back(value.name.empty() ? static_cast<uint32_t>(value.number)
                                                             : enumerator(value, selector));
         }
-        alternative.end_by_length = has_attribute(written, end_by_length);
         return alternative;
     }
 
@@ -261,9 +261,15 @@ private:
         return 0;
     }
 
-    static bool has_attribute(const syntax::Member &written, const Attribute &attribute) {
-        return std::any_of(written.attributes.begin(), written.attributes.end(),
-                           [&](const syntax::Name &name) { return name.text == attribute.name; });
+    static Attributes attributes_of(const syntax::Member &written) {
+        Attributes result;
+        for (const Attribute &each : known_attributes) {
+            if (std::ranges::find(written.attributes, each.name, &syntax::Name::text) !=
+                written.attributes.end()) {
+                result.push_back(&each);
+            }
+        }
+        return result;
     }
 
     static void assign_roles(Type &type) {
@@ -282,6 +288,7 @@ private:
     }
 
     const Program &program_;
+    const Library &library_;
     Diagnostics &faults_;
     Resolution result_;
     std::map<std::string_view, Type *> types_;
@@ -292,11 +299,8 @@ private:
 
 } // namespace
 
-bool Resolution::is_newer(Span place, Span than) const {
-    const auto age = [this](Span span) { return std::pair(program.units[span.file].age, span.begin); };
-    return age(place) > age(than);
+Resolution resolve(const Program &program, const Library &library, Diagnostics &faults) {
+    return Resolver(program, library, faults).run();
 }
-
-Resolution resolve(const Program &program, Diagnostics &faults) { return Resolver(program, faults).run(); }
 
 } // namespace tlvc

@@ -1,7 +1,9 @@
 // Rules that the grammar cannot express. Each check is one small function that knows nothing of the others.
 #pragma once
 
-#include "compiler/build/resolve.h"
+#include "compiler/language/library.h"
+#include "compiler/model/resolution.h"
+#include "compiler/text/diagnostics.h"
 
 namespace tlvc {
 
@@ -18,14 +20,12 @@ void check_sizes(const Resolution &resolution, Diagnostics &faults);
 void check_own_tags(const Schema &schema, Diagnostics &faults);
 
 // Finds what is allowed and yet hardly meant, in the files that were named.
-void find_warnings(const Schema &schema, Diagnostics &warnings);
+void find_warnings(const Schema &schema, const Library &library, Diagnostics &warnings);
 
 // The parts of check().
 void check_declarations(const Resolution &resolution, Diagnostics &faults); // each for itself
 void check_neighbours(const Resolution &resolution, Diagnostics &faults);   // what must stand together
 void check_names(const Resolution &resolution, Diagnostics &faults);        // what C makes of them
 void check_whole(const Resolution &resolution, Diagnostics &faults);        // tags, circles
-
-std::string_view describe(const Type &type); // "a structure"
 
 } // namespace tlvc

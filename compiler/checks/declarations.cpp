@@ -148,7 +148,7 @@ void check_message_members(const Declared &declared, Diagnostics &faults) {
     for (size_t i = 0; i < type->members.size(); ++i) {
         const Type &member = *type->members[i].type;
         if (!has_tag(member) && member.kind != Kind::Message) {
-            faults.report(fault::message_member, syntax->members[i].type.span, member.name, describe(member))
+            faults.report(fault::message_member, syntax->members[i].type.span, member.name, in_words(member))
                 .help("put it in a structure, and that in the message");
         }
     }
@@ -164,7 +164,7 @@ void check_element(const Declared &declared, Diagnostics &faults) {
         return;
     }
     const Report fault = faults.report(fault::array_element, syntax->element.span, element.name,
-                                       describe(element), describe(*type));
+                                       in_words(element), in_words(*type));
     if (element.scalar != nullptr && element.scalar->width == 1) {
         fault.help(type->kind == Kind::DynamicElements
                        ? fmt::format("write: dynamic bytes {} counted by {}", type->name, type->count->name)
@@ -182,7 +182,7 @@ void check_alternative_types(const Declared &declared, Diagnostics &faults) {
         if (is_array(alternative) || alternative.kind == Kind::Union) { // a message has a fault of its own
             faults
                 .report(fault::alternative_type, syntax->members[i].type.span, alternative.name,
-                        describe(alternative))
+                        in_words(alternative))
                 .help("put it in a structure of its own");
         }
     }
@@ -213,7 +213,7 @@ void check_count_type(const Declared &declared, Diagnostics &faults) {
     const unsigned widest = bytes ? 4 : 2;
     const wire::Scalar *const count = type->count->scalar;
     if (count == nullptr || !count->is_unsigned || count->width > widest) {
-        faults.report(fault::count_type, syntax->count.span, type->count->name, describe(*type))
+        faults.report(fault::count_type, syntax->count.span, type->count->name, in_words(*type))
             .help(bytes ? "it can be uint8, uint16 or uint32" : "it can be uint8 or uint16");
     }
 }
@@ -222,7 +222,7 @@ void check_selector_type(const Declared &declared, Diagnostics &faults) {
     const auto &[syntax, type] = declared;
     if (type->kind == Kind::Union && type->selector->kind != Kind::Enumeration) {
         faults.report(fault::selector_type, syntax->selector.span, type->selector->name,
-                      describe(*type->selector));
+                      in_words(*type->selector));
     }
 }
 
@@ -230,15 +230,13 @@ void check_attributes(const Declared &declared, Diagnostics &faults) {
     for (size_t i = 0; i < declared.syntax->members.size(); ++i) {
         std::map<std::string_view, Span> seen;
         for (const Name &name : declared.syntax->members[i].attributes) {
-            const auto *const known =
-                std::find_if(std::begin(attributes), std::end(attributes),
-                             [&](const Attribute *each) { return each->name == name.text; });
-            if (known == std::end(attributes)) {
+            const auto *const known = std::ranges::find(known_attributes, name.text, &Attribute::name);
+            if (known == std::end(known_attributes)) {
                 std::vector<std::string_view> names;
                 std::string all;
-                for (const Attribute *each : attributes) {
-                    names.push_back(each->name);
-                    all += fmt::format("{}@{}, for {}", all.empty() ? "" : "; ", each->name, each->place);
+                for (const Attribute &each : known_attributes) {
+                    names.push_back(each.name);
+                    all += fmt::format("{}@{}, for {}", all.empty() ? "" : "; ", each.name, each.place);
                 }
                 faults.report(fault::unknown_attribute, name.span, name.text)
                     .suggest(name.text, names)
@@ -246,9 +244,9 @@ void check_attributes(const Declared &declared, Diagnostics &faults) {
             } else if (auto [first, is_new] = seen.try_emplace(name.text, name.span); !is_new) {
                 faults.report(fault::misplaced_attribute, name.span, name.text, "it is given already")
                     .note(first->second, "the first is here");
-            } else if (!(*known)->fits(*declared.type, i)) {
+            } else if (!known->fits(*declared.type, i)) {
                 faults.report(fault::misplaced_attribute, name.span, name.text,
-                              fmt::format("it is for {}", (*known)->place));
+                              fmt::format("it is for {}", known->place));
             }
         }
     }
@@ -277,14 +275,6 @@ void check_declarations(const Resolution &resolution, Diagnostics &faults) {
             std::for_each(checks.begin(), checks.end(), apply);
         }
     }
-}
-
-std::string_view describe(const Type &type) {
-    constexpr std::string_view words[] = {
-        "a scalar",     "an enumeration",  "a structure",          "a message", "an array", "an array",
-        "a byte array", "a dynamic array", "a dynamic byte array", "a union"};
-    static_assert(std::size(words) == kinds);
-    return words[static_cast<size_t>(type.kind)];
 }
 
 } // namespace tlvc

@@ -61,7 +61,7 @@ void check_enclosing(const Declared &declared, Diagnostics &faults) {
     auto times = std::count_if(record.members.begin(), record.members.end(), holds);
     if (record.kind != Kind::Structure || times != 1) {
         std::string reason = record.kind != Kind::Structure
-                                 ? fmt::format("that is {}", describe(record))
+                                 ? fmt::format("that is {}", in_words(record))
                                  : fmt::format("that structure holds it {} times, not once", times);
         faults.report(fault::enclosing_record, syntax->enclosing->span, type->name, record.name, reason)
             .note(record.span, fmt::format("'{}' is declared here", record.name));

@@ -61,7 +61,7 @@ void check_own_tags(const Schema &schema, Diagnostics &faults) {
     }
 }
 
-void find_warnings(const Schema &schema, Diagnostics &warnings) {
+void find_warnings(const Schema &schema, const Library &library, Diagnostics &warnings) {
     std::set<const Type *> used;
     for (const Type &type : schema.types) {
         for (const Reference &each : references(type)) {
@@ -77,7 +77,7 @@ void find_warnings(const Schema &schema, Diagnostics &warnings) {
         if (type.kind == Kind::Enumeration && !used.contains(&type)) {
             warnings.report(fault::unused_enumeration, type.span, type.name);
         }
-        if (library().contains(type.name) && !type.section->shipped) {
+        if (library.types.contains(type.name) && !type.section->shipped) {
             warnings.report(fault::library_name, type.span, "type", type.name);
         }
         for (const Member &member : type.members) {

@@ -47,7 +47,7 @@ inline const Help generate = {
      "tlvmsg_inspect. No run time of C++ is needed."},
     {{"tlvc generate --out generated relay/*.tlv", "of one family"}}};
 
-inline const Help describe = {
+inline const Help interface = {
     "Print what peers and programs rely on, to compare and review",
     {"Of each type the kind, tag, sizes, members and values, and the layout of its record on machines with "
      "64 bits, with 32, and on i386. tlvc compare reads it like a schema."},

@@ -5,12 +5,14 @@
 #include "compiler/build/compile.h"
 #include "compiler/checks/checks.h"
 #include "compiler/commands/help.h"
+#include "compiler/compare/compile_any.h"
 #include "compiler/compare/report.h"
 #include "compiler/compare/shared_files.h"
 #include "compiler/emit/emit.h"
 #include "compiler/language/format.h"
 #include "compiler/language/parser.h"
 #include "compiler/lsp/lsp.h"
+#include "compiler/model/attributes.h"
 #include "compiler/text/reporter.h"
 
 #include <csignal>
@@ -56,11 +58,12 @@ void show(const Diagnostics &faults, const Sources &sources, const Options &opti
 }
 
 // A schema that is only described may be that of another library.
-std::unique_ptr<const Schema> compile_and_show(const Options &options, Sources &sources, bool described) {
+std::unique_ptr<const Schema> compile_and_show(const Options &options, const Library &library,
+                                               Sources &sources, bool described) {
     Diagnostics faults;
     std::unique_ptr<const Schema> schema;
     try {
-        schema = compile(options.files, sources, faults, options.import_path);
+        schema = compile(options.files, sources, faults, library, options.import_path);
     } catch (const IoError &) {
         show(faults, sources, options); // those of the files before
         throw;
@@ -69,7 +72,7 @@ std::unique_ptr<const Schema> compile_and_show(const Options &options, Sources &
         check_own_tags(*schema, faults);
     }
     if (schema && (options.warn || options.strict)) {
-        find_warnings(*schema, faults);
+        find_warnings(*schema, library, faults);
     }
     if (options.strict) {
         faults.refuse_warnings();
@@ -99,7 +102,7 @@ void write_stamp(const std::string &stamp, const Sources &sources) {
 
 int generate(const Options &options) {
     Sources sources;
-    auto schema = compile_and_show(options, sources, false);
+    auto schema = compile_and_show(options, installed_library(), sources, false);
     if (!schema) {
         return exit_found;
     }
@@ -112,18 +115,27 @@ int generate(const Options &options) {
     return exit_fine;
 }
 
-std::string nothing(const Schema & /*schema*/) { return ""; }
-
-template <std::string (*text_of)(const Schema &)>
-int describe(const Options &options) {
+int check_files(const Options &options) {
     Sources sources;
-    auto schema = compile_and_show(options, sources, text_of != nothing);
-    if (!schema) {
-        return exit_found;
-    }
-    print(text_of(*schema));
-    return exit_fine;
+    return compile_and_show(options, installed_library(), sources, false) ? exit_fine : exit_found;
 }
+
+// Prints what a text of the schema has.
+template <typename Text>
+int print_of_schema(const Options &options, Text text_of) {
+    Sources sources;
+    const Library library = installed_library();
+    const auto schema = compile_and_show(options, library, sources, true);
+    print(schema ? text_of(*schema, library) : "");
+    return schema ? exit_fine : exit_found;
+}
+
+int print_interface(const Options &options) {
+    return print_of_schema(options,
+                           [](const Schema &schema, const Library &) { return emit_interface(schema); });
+}
+
+int print_tags(const Options &options) { return print_of_schema(options, list_tags); }
 
 // Formats a file, or only checks it: false then if formatting would change it. Where a file is no schema, its faults
 // say why.
@@ -168,9 +180,9 @@ int format_files(const Options &options) {
     return !problems.empty() ? exit_io : !faults.any() && all_formatted ? exit_fine : exit_found;
 }
 
-std::unique_ptr<const Schema> compile_side(const Side &side, Sources &sources) {
+std::unique_ptr<const Schema> compile_side(const Side &side, const Library &library, Sources &sources) {
     Diagnostics faults;
-    auto schema = compile_any(side.path, sources, faults, side.import_path);
+    auto schema = compile_any(side.path, sources, faults, library, side.import_path);
     show(faults.any() ? faults : Diagnostics(), sources); // whose families they are does not matter here
     return schema;
 }
@@ -179,8 +191,9 @@ std::unique_ptr<const Schema> compile_side(const Side &side, Sources &sources) {
 int compare_schemas(const Options &options) try {
     Sources old_sources;
     Sources new_sources;
-    const auto before = compile_side(options.before, old_sources);
-    const auto after = compile_side(options.after, new_sources);
+    const Library library = installed_library();
+    const auto before = compile_side(options.before, library, old_sources);
+    const auto after = compile_side(options.after, library, new_sources);
     if (!before || !after) {
         return exit_usage;
     }
@@ -206,7 +219,8 @@ int compare_schemas(const Options &options) try {
 Candidates explanations() {
     Candidates all;
     for (const Fault *each : fault::all) {
-        all.emplace_back(each->code, render(*each));
+        const bool names_them = each == &fault::unknown_attribute || each == &fault::misplaced_attribute;
+        all.emplace_back(each->code, render(*each) + (names_them ? explain_attributes() : ""));
     }
     for (const Rule *rule : rules) {
         all.emplace_back(rule->code, render(*rule));
@@ -272,16 +286,16 @@ int run(int argc, char **argv) {
     const auto add = [&](const char *name, const Help &help, int (*work)(const Options &)) {
         return cli.add(name, help, [&options, work] { return work(options); });
     };
-    CLI::App *const check_command = add("check", help::check, describe<nothing>);
+    CLI::App *const check_command = add("check", help::check, check_files);
     CLI::App *const generate_command = add("generate", help::generate, generate);
-    CLI::App *const interface_command = add("interface", help::describe, describe<emit_interface>);
+    CLI::App *const interface_command = add("interface", help::interface, print_interface);
     CLI::App *const format_command = add("format", help::format, format_files);
-    CLI::App *const tags_command = add("tags", help::tags, describe<list_tags>);
+    CLI::App *const tags_command = add("tags", help::tags, print_tags);
     CLI::App *const compare_command = add("compare", help::compare, compare_schemas);
     CLI::App *const explain_command = add("explain", help::explain, explain);
     CLI::App *const lsp_command = add("lsp", help::lsp, [](const Options &said) {
         std::ios::sync_with_stdio(false); // unbuffered otherwise
-        return lsp::serve(STDIN_FILENO, std::cout, said.import_path);
+        return lsp::serve(STDIN_FILENO, std::cout, installed_library(), said.import_path);
     });
     lsp_command->add_flag_callback(
         "--stdio", [] {}, "What it does anyway; many editors say so");

@@ -1,6 +1,5 @@
 #include "compiler/compare/compare.h"
 
-#include "compiler/checks/checks.h"
 #include "compiler/compare/missed.h"
 #include "compiler/compare/pairing.h"
 #include "compiler/compare/replacement.h"
@@ -71,12 +70,12 @@ public:
             if (const Type *now = pairing_.partner(&type)) {
                 compare(type, *now);
             } else {
-                report(type_removed, {&type, nullptr, {}}, std::string(describe(type)), "");
+                report(type_removed, {&type, nullptr, {}}, std::string(in_words(type)), "");
             }
         }
         for (const Type &type : after_.types) {
             if (pairing_.partner(&type) == nullptr) {
-                report(type_added, {nullptr, &type, {}}, "", std::string(describe(type)));
+                report(type_added, {nullptr, &type, {}}, "", std::string(in_words(type)));
             }
         }
         return std::move(found_);
@@ -92,7 +91,7 @@ private:
             report(family_moved, types, before.family->name, after.family->name);
         }
         if (broad_kind(before) != broad_kind(after)) {
-            return report(kind_changed, types, std::string(describe(before)), std::string(describe(after)));
+            return report(kind_changed, types, std::string(in_words(before)), std::string(in_words(after)));
         }
         if (has_tag(before) && before.tag != after.tag) {
             report(tag_changed, types, std::to_string(before.tag), std::to_string(after.tag));
@@ -191,8 +190,8 @@ private:
         } else if (old->name != now->name && steps(*old) > 0) {
             report(old->type != nullptr ? name_changed : enumerator_renamed, subject, old->name, now->name);
         }
-        if (old->attribute != now->attribute) {
-            report(attribute_changed, subject, old->attribute, now->attribute);
+        if (old->attributes != now->attributes) {
+            report(attribute_changed, subject, old->attributes, now->attributes);
         }
         compare_type(subject);
         compare_values(subject);

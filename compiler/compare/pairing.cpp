@@ -1,5 +1,7 @@
 #include "compiler/compare/pairing.h"
 
+#include "compiler/model/attributes.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -7,6 +9,15 @@
 #include <set>
 
 namespace tlvc {
+
+namespace {
+
+std::string attributes_of(const auto &member_or_alternative) {
+    const std::string text = spelled(member_or_alternative.attributes);
+    return text.empty() ? "plain" : text;
+}
+
+} // namespace
 
 std::vector<Part> parts_of(const Type &type) {
     std::vector<Part> parts;
@@ -23,11 +34,10 @@ std::vector<Part> parts_of(const Type &type) {
     }
     for (const Member &each : type.members) {
         const std::string name = each.path.empty() ? each.type->name : joined(each.path);
-        parts.push_back({name, each.type, {}, each.zero_count ? "@zero_count" : "plain", each.span, &each});
+        parts.push_back({name, each.type, {}, attributes_of(each), each.span, &each});
     }
     for (const Alternative &each : type.alternatives) {
-        const char *const attribute = each.end_by_length ? "@end_by_length" : "plain";
-        parts.push_back({each.name, each.type, each.values, attribute, each.span, nullptr});
+        parts.push_back({each.name, each.type, each.values, attributes_of(each), each.span, nullptr});
     }
     return parts;
 }

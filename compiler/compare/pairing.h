@@ -13,7 +13,7 @@ struct Part {
     std::string name;             // of a member: where its record has it, unless it takes the whole record
     const Type *type;             // null for an enumerator
     std::vector<uint32_t> values; // an enumerator's, or those that choose an alternative
-    std::string attribute;        // with its '@', or plain
+    std::string attributes;       // each with its '@', or plain
     Span span;
     const Member *member; // null for others
 

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "compiler/build/loader.h"
+#include "compiler/language/program.h"
 #include "compiler/model/model.h"
+#include "compiler/text/diagnostics.h"
 
 namespace tlvc {
 

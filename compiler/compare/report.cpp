@@ -13,7 +13,7 @@ using nlohmann::ordered_json;
 
 bool is_about_types(const Finding &finding) { return finding.rule != &file_shared; }
 
-std::string describe(const Finding &finding) {
+std::string message(const Finding &finding) {
     if (!is_about_types(finding)) {
         return "this file is read for OLD and for NEW; " + finding.effect;
     }
@@ -61,7 +61,7 @@ std::string render(const std::vector<Finding> &findings, const ComparedSources &
         out +=
             fmt::format("{}: {}[{}]{}: {}\n", each.new_span ? sources.after.place(*each.new_span) : old_place,
                         severity(each), each.rule->code,
-                        each.levels != Nothing ? " " + names_of(each.levels) : "", describe(each));
+                        each.levels != Nothing ? " " + names_of(each.levels) : "", message(each));
         if (each.new_span && each.old_span && is_about_types(each)) {
             out += fmt::format("  note: {}: it was here\n", old_place);
         }
@@ -76,7 +76,7 @@ std::string render_json(const std::vector<Finding> &findings, const ComparedSour
                                                             : json_place(*each.old_span, sources.before));
         json["code"] = each.rule->code;
         json["severity"] = severity(each);
-        json["message"] = describe(each);
+        json["message"] = message(each);
         json["levels"] = names_in(each.levels);
         json["type"] = or_null(each.type);
         json["member"] = or_null(each.member);

@@ -1,6 +1,7 @@
 // FAMILY_codecs.h says which rule and which members make each codec; FAMILY_codecs.cpp exports the exact
 // operations, and FAMILY_bounded.cpp defines the strict ones that descriptors refer to.
 #include "compiler/emit/emit.h"
+#include "compiler/model/attributes.h"
 #include "compiler/model/names.h"
 
 #include <fmt/format.h>
@@ -13,8 +14,11 @@ namespace {
 
 std::string member_codec(const Type &owner, size_t index) {
     const Member &member = owner.members[index];
-    std::string text = fmt::format("::tlvmsg::rules::{}<{}", member.zero_count ? "zero_count" : "member",
-                                   names::codec(*member.type));
+    std::string_view rule = "member";
+    for (const Attribute *each : member.attributes) {
+        rule = each->rule;
+    }
+    std::string text = fmt::format("::tlvmsg::rules::{}<{}", rule, names::codec(*member.type));
     std::string record = names::record(owner);
     for (const std::string &step : member.path) {
         text += fmt::format(", &::{}::{}", record, step);
@@ -39,7 +43,8 @@ size_t length_of_run(const Type &owner, size_t first) {
     const Member &head = owner.members[first];
     size_t end = first + 1;
     const auto joins = [&](const Member &member) {
-        return member.role == Member::Role::Own && member.type == head.type && is_fixed(*head.type);
+        return member.role == Member::Role::Own && member.attributes.empty() && member.type == head.type &&
+               is_fixed(*head.type);
     };
     while (joins(head) && end < owner.members.size() && joins(owner.members[end])) {
         ++end;
@@ -51,7 +56,7 @@ size_t length_of_run(const Type &owner, size_t first) {
 bool has_opening(const Type &owner) {
     return owner.kind == Kind::Message && owner.members.size() >= 2 &&
            std::all_of(owner.members.begin(), owner.members.begin() + 2, [](const Member &each) {
-               return each.type->kind == Kind::Structure && is_fixed(*each.type);
+               return each.type->kind == Kind::Structure && each.attributes.empty() && is_fixed(*each.type);
            });
 }
 
@@ -77,8 +82,8 @@ std::string member_codecs(const Type &owner) {
 
 std::string alternative_codec(const Type &owner, const Alternative &alternative) {
     std::string codec = names::codec(*alternative.type);
-    if (alternative.end_by_length) {
-        codec = fmt::format("::tlvmsg::rules::end_by_length<{}>", codec);
+    for (const Attribute *each : alternative.attributes) {
+        codec = fmt::format("::tlvmsg::rules::{}<{}>", each->rule, codec);
     }
     std::string text = fmt::format("::tlvmsg::rules::alternative<{}, &::{}::{}", codec, names::record(owner),
                                    alternative.name);

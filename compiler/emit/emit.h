@@ -6,6 +6,8 @@
 
 namespace tlvc {
 
+struct Library;
+
 struct GeneratedFile {
     std::string path; // below the output directory
     std::string text;
@@ -22,7 +24,7 @@ GeneratedFiles emit(const Schema &schema, Product product);
 // interface.txt: what the schema promises to its users, for people to review.
 std::string emit_interface(const Schema &schema);
 
-// Every tag that a type can have, as ranges of used and of free ones.
-std::string list_tags(const Schema &schema);
+// Every tag that a type can have, as ranges of free ones and of those that the schema or the library uses.
+std::string list_tags(const Schema &schema, const Library &library);
 
 } // namespace tlvc

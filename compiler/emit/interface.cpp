@@ -1,6 +1,7 @@
 // interface.txt: what the schema promises to programs and peers, a line a type, a field and an enumerator, to
 // be reviewed when it changes. The schema says the same, but not where C puts a field.
 #include "compiler/emit/emit.h"
+#include "compiler/model/attributes.h"
 #include "compiler/model/layout.h"
 
 #include <fmt/format.h>
@@ -63,7 +64,7 @@ private:
         size_t field = 0;
         for (const Member &member : type.members) {
             add(member.path.empty() ? "0" : offset(type, field), "", *member.type,
-                joined(member.path) + (member.zero_count ? " @zero_count" : ""));
+                with_attributes(joined(member.path), member.attributes));
             field += member.lives_in_next() ? 0 : 1;
         }
     }
@@ -84,13 +85,17 @@ private:
     void add_alternatives(const Type &type, const std::string &offset) {
         for (const Alternative &each : type.alternatives) {
             add(offset, fmt::format("{}: ", fmt::join(each.values, ", ")), *each.type,
-                each.name + (each.end_by_length ? " @end_by_length" : ""));
+                with_attributes(each.name, each.attributes));
         }
     }
 
     void add(const std::string &offset, const std::string &values, const Type &type,
              const std::string &name) {
         text += fmt::format("  {:>7}  {}{}{}{}\n", offset, values, type.name, name.empty() ? "" : " ", name);
+    }
+
+    static std::string with_attributes(const std::string &name, const Attributes &attributes) {
+        return attributes.empty() ? name : name + " " + spelled(attributes);
     }
 
     static std::string declarator(const Type &owner, const Field &field) {

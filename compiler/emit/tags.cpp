@@ -1,5 +1,5 @@
-#include "compiler/build/loader.h"
 #include "compiler/emit/emit.h"
+#include "compiler/language/library.h"
 
 #include <fmt/format.h>
 
@@ -7,12 +7,12 @@
 
 namespace tlvc {
 
-std::string list_tags(const Schema &schema) {
+std::string list_tags(const Schema &schema, const Library &library) {
     std::set<uint64_t> used;
     for (const Type &type : schema.types) {
         used.insert(has_tag(type) ? type.tag : 0);
     }
-    for (const auto &[name, type] : library()) {
+    for (const auto &[name, type] : library.types) {
         used.insert(type.tag);
     }
     std::string out;

@@ -1,6 +1,7 @@
 // FAMILY_types.cpp: the descriptors, and of users' families what registers them. all_types.cpp: the scalars', and the
 // index of the library's own.
 #include "compiler/emit/emit.h"
+#include "compiler/model/attributes.h"
 #include "compiler/model/names.h"
 
 #include <fmt/format.h>
@@ -34,14 +35,15 @@ std::string offset_of(const std::string &record, const std::string &path) {
     return path.empty() ? "0" : fmt::format("offsetof({}, {})", record, path);
 }
 
-std::string any_of(std::initializer_list<std::pair<bool, const char *>> flags) {
-    std::string text;
-    for (const auto &[set, name] : flags) {
-        if (set) {
-            text += (text.empty() ? "" : " | ") + std::string(name);
-        }
+std::string flags(const Attributes &attributes, bool shared_with_next) {
+    std::vector<std::string_view> names;
+    if (shared_with_next) {
+        names.push_back("TLVMSG_SHARED_WITH_NEXT");
     }
-    return text.empty() ? "0" : text;
+    for (const Attribute *each : attributes) {
+        names.push_back(each->flag_name);
+    }
+    return names.empty() ? "0" : fmt::format("{}", fmt::join(names, " | "));
 }
 
 std::string members(const Type &type) {
@@ -50,8 +52,7 @@ std::string members(const Type &type) {
         const std::string path = joined(member.path);
         text += fmt::format("    {{{}, {}, &{}, {}, {}}},\n", quoted(path), quoted(member.doc),
                             names::descriptor(*member.type), offset_of(names::record(type), path),
-                            any_of({{member.lives_in_next(), "TLVMSG_SHARED_WITH_NEXT"},
-                                    {member.zero_count, "TLVMSG_ZERO_COUNT"}}));
+                            flags(member.attributes, member.lives_in_next()));
     }
     return text + "};\n";
 }
@@ -67,7 +68,7 @@ std::string alternatives(const Type &type) {
         text += fmt::format("    {{{}, &{}, {}, {}, {}, {}}},\n", quoted(alternative.name),
                             names::descriptor(*alternative.type), names::values_table(type, alternative),
                             alternative.values.size(), offset_of(names::record(type), alternative.name),
-                            any_of({{alternative.end_by_length, "TLVMSG_END_BY_LENGTH"}}));
+                            flags(alternative.attributes, false));
     }
     return text + "};\n";
 }

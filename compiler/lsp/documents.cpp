@@ -192,11 +192,11 @@ std::vector<std::string> Documents::files_of_family(const fs::path &family) cons
 void Documents::analyse(const fs::path &family, Analysis &analysis) const {
     try {
         analysis.program =
-            load(files_of_family(family), analysis.sources, analysis.faults, import_path_, texts_);
-        analysis.schema = compile(analysis.program, analysis.faults);
+            load(files_of_family(family), analysis.sources, analysis.faults, library_, import_path_, texts_);
+        analysis.schema = compile(analysis.program, library_, analysis.faults);
         if (analysis.schema) {
             check_own_tags(*analysis.schema, analysis.faults);
-            find_warnings(*analysis.schema, analysis.faults);
+            find_warnings(*analysis.schema, library_, analysis.faults);
         }
     } catch (const tlvmsg::base::IoError &error) {
         analysis.failure = error.what();

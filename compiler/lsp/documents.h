@@ -40,7 +40,8 @@ uint32_t offset_of(std::string_view text, uint64_t line, uint64_t column);
 // Compiles nothing before somebody asks, and then only the families that have changed.
 class Documents {
 public:
-    explicit Documents(ImportPath import_path) : import_path_(std::move(import_path)) {}
+    Documents(const Library &library, ImportPath import_path)
+        : library_(library), import_path_(std::move(import_path)) {}
 
     void put(const std::string &uri, std::string text);
     void remove(const std::string &uri);
@@ -70,6 +71,7 @@ private:
     Analysis &refreshed(const std::filesystem::path &family);
     void analyse(const std::filesystem::path &family, Analysis &analysis) const;
 
+    const Library &library_;
     ImportPath import_path_;
     OpenTexts texts_;
     std::map<std::string, Open> open_;                   // by URI

@@ -75,7 +75,7 @@ const syntax::Declaration *declaration_of(const Program &program, std::string_vi
 }
 
 // Markdown that reads well as plain text. Empty for a name that means nothing.
-std::string describe(const Analysis &analysis, std::string_view name) {
+std::string hover_text(const Analysis &analysis, std::string_view name) {
     for (const wire::Scalar &each : wire::scalars) {
         if (each.name == name) {
             return fmt::format("Scalar, {} in C.\n\nWire: tag {}, {} bytes.\n\nRecord: {} bytes.",
@@ -104,8 +104,8 @@ std::string describe(const Analysis &analysis, std::string_view name) {
 
 class Server {
 public:
-    Server(int in, std::ostream &out, const ImportPath &import_path)
-        : in_(in), out_(out), documents_(import_path) {}
+    Server(int in, std::ostream &out, const Library &library, const ImportPath &import_path)
+        : in_(in), out_(out), documents_(library, import_path) {}
 
     int run() {
         while (!exited_) {
@@ -239,7 +239,7 @@ private:
     Json hover(const Json &params) {
         const Document at = document(params);
         const auto *const name = type_named_at(at.unit().syntax, offset(at, params));
-        const std::string text = name != nullptr ? describe(at.analysis, name->text) : "";
+        const std::string text = name != nullptr ? hover_text(at.analysis, name->text) : "";
         const Json contents = {{"kind", "markdown"}, {"value", text}};
         return text.empty() ? Json() : Json{{"contents", contents}};
     }
@@ -347,8 +347,8 @@ const std::map<std::string, Server::Method> Server::methods = {
 
 } // namespace
 
-int serve(int in, std::ostream &out, const ImportPath &import_path) {
-    return Server(in, out, import_path).run();
+int serve(int in, std::ostream &out, const Library &library, const ImportPath &import_path) {
+    return Server(in, out, library, import_path).run();
 }
 
 } // namespace tlvc::lsp

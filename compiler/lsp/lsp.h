@@ -9,6 +9,6 @@ namespace tlvc::lsp {
 
 // Serves the client at a descriptor until it says 'exit' or the input ends. Returns the exit code, which is 0 if the
 // client said 'shutdown' before.
-int serve(int in, std::ostream &out, const ImportPath &import_path);
+int serve(int in, std::ostream &out, const Library &library, const ImportPath &import_path);
 
 } // namespace tlvc::lsp

@@ -15,6 +15,7 @@
 
 namespace tlvc {
 
+struct Attribute;
 struct Family;
 struct Section;
 struct Type;
@@ -36,6 +37,8 @@ inline constexpr size_t kinds = static_cast<size_t>(Kind::Union) + 1; // where t
 
 using Doc = std::vector<std::string>; // one entry a line, without the slashes
 
+using Attributes = std::vector<const Attribute *>; // in the order of their table
+
 struct Enumerator {
     std::string name;
     uint32_t value = 0;
@@ -52,7 +55,7 @@ struct Member {
     const Type *type = nullptr;
     Doc doc;
     Role role = Role::Own;
-    bool zero_count = false; // @zero_count: the decoder clears the count before it decodes the array
+    Attributes attributes = {};
     Span span;
 
     // Where the record holds it, as steps from field to field: one; two for what lives in the record of the
@@ -66,7 +69,7 @@ struct Alternative {
     std::string name;
     const Type *type = nullptr;
     Doc doc;
-    bool end_by_length = false; // @end_by_length: ends where its own length says, whatever its value holds
+    Attributes attributes = {};
     Span span;
 };
 
@@ -165,7 +168,9 @@ inline bool has_tag(const Type &type) {
     return type.kind == Kind::Structure || type.kind == Kind::Enumeration;
 }
 
-// A path as faults and descriptors spell it: "vlan_counters.count".
+std::string_view in_words(const Type &type); // "a structure"
+
+// As faults and descriptors spell a path: "vlan_counters.count".
 std::string joined(const std::vector<std::string> &path);
 
 } // namespace tlvc

@@ -1,6 +1,6 @@
 #include "compiler/model/wire_layout.h"
 
-#include "compiler/build/measure.h"
+#include "compiler/model/array_room.h"
 #include "compiler/model/names.h"
 
 #include <fmt/format.h>

@@ -1,7 +1,6 @@
 #include "compiler/text/reporter.h"
 
 #include "base/visible.h"
-#include "compiler/model/attributes.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -137,13 +136,7 @@ std::string render_json(const Diagnostics &faults, const Sources &sources) {
 }
 
 std::string render(const Fault &fault) {
-    std::string text = fmt::format("{}: {}\n\n{}\n", fault.code, fault.title, fault.explanation);
-    if (&fault == &fault::unknown_attribute || &fault == &fault::misplaced_attribute) {
-        for (const Attribute *each : attributes) {
-            text += fmt::format("\n    @{}, for {}:\n        {}\n", each->name, each->place, each->reason);
-        }
-    }
-    return text;
+    return fmt::format("{}: {}\n\n{}\n", fault.code, fault.title, fault.explanation);
 }
 
 } // namespace tlvc

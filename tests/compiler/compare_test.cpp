@@ -15,7 +15,7 @@ namespace {
 
 // One side of a comparison.
 struct Side {
-    explicit Side(const std::string &path) : schema(compile_any(path, sources, faults)) {
+    explicit Side(const std::string &path) : schema(compile_any(path, sources, faults, library)) {
         if (!schema) {
             throw std::invalid_argument(render(faults, sources, false));
         }

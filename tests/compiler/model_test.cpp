@@ -66,7 +66,8 @@ TEST(Model, is_made_of_any_chain_and_nest) {
     Sources sources;
     Diagnostics faults;
     const auto imported =
-        compile(load({directory.path("imports/i0.tlv").string()}, sources, faults, {}, texts), faults);
+        compile(load({directory.path("imports/i0.tlv").string()}, sources, faults, library, {}, texts),
+                library, faults);
     ASSERT_TRUE(imported) << render(faults, sources, false);
     EXPECT_EQ(imported->families[0].types.size(), 30'003u);
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/files.h"
-#include "compiler/build/compile.h"
+#include "compiler/compare/compile_any.h"
 #include "compiler/language/parser.h"
 
 #include <filesystem>
@@ -15,6 +15,8 @@ using tlvmsg::base::IoError;
 using tlvmsg::base::read_file;
 
 inline const std::filesystem::path data_directory = COMPILER_TEST_DATA;
+
+inline const Library library = installed_library();
 
 // Schema files that exist as long as the object.
 class SchemaDirectory {
@@ -43,8 +45,8 @@ private:
 
 struct Compiled {
     explicit Compiled(const std::vector<std::string> &paths)
-        : schema(paths.size() == 1 ? compile_any(paths[0], sources, faults)
-                                   : compile(paths, sources, faults)) {}
+        : schema(paths.size() == 1 ? compile_any(paths[0], sources, faults, library)
+                                   : compile(paths, sources, faults, library)) {}
 
     std::vector<std::string> codes() const {
         std::vector<std::string> result;

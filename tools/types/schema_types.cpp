@@ -5,6 +5,7 @@
 #include "cli/failure.h"
 #include "cli/terminal.h"
 #include "compiler/build/compile.h"
+#include "compiler/model/attributes.h"
 #include "compiler/model/layout.h"
 #include "compiler/text/reporter.h"
 
@@ -24,7 +25,13 @@ namespace {
 static_assert(static_cast<int>(tlvc::Kind::Union) == TLVMSG_UNION,
               "the compiler has the kinds of descriptors");
 
-uint32_t flag(bool set, uint32_t value) { return set ? value : 0; }
+uint32_t flags_of(const tlvc::Attributes &attributes) {
+    uint32_t flags = 0;
+    for (const tlvc::Attribute *each : attributes) {
+        flags |= each->flag;
+    }
+    return flags;
+}
 
 // The structure that has the union's fields.
 const tlvc::Type &record_of(const tlvc::Type &type) { return type.enclosing ? *type.enclosing : type; }
@@ -87,8 +94,10 @@ private:
     void fill_members(const tlvc::Type &type, tlvmsg_type &descriptor) {
         auto &table = result_.members_.emplace_back();
         for (const tlvc::Member &member : type.members) {
-            const uint32_t flags = flag(member.lives_in_next(), TLVMSG_SHARED_WITH_NEXT) |
-                                   flag(member.zero_count, TLVMSG_ZERO_COUNT);
+            uint32_t flags = flags_of(member.attributes);
+            if (member.lives_in_next()) {
+                flags |= TLVMSG_SHARED_WITH_NEXT;
+            }
             table.push_back({keep(tlvc::joined(member.path)), text(member.doc), descriptors_.at(member.type),
                              offset_of(type, member.path), flags});
         }
@@ -102,7 +111,7 @@ private:
         for (const tlvc::Alternative &each : type.alternatives) {
             table.push_back({each.name.c_str(), descriptors_.at(each.type), each.values.data(),
                              static_cast<uint32_t>(each.values.size()), offset_of_alternatives(record, type),
-                             flag(each.end_by_length, TLVMSG_END_BY_LENGTH), 0});
+                             flags_of(each.attributes), 0});
         }
         descriptor.alternatives = table.data();
         descriptor.alternative_count = static_cast<uint32_t>(table.size());
@@ -147,7 +156,8 @@ SchemaTypes::SchemaTypes(const std::vector<std::string> &files, const std::vecto
     tlvc::Sources sources;
     tlvc::Diagnostics faults;
     try {
-        schema_ = tlvc::compile(files, sources, faults, {import_path.begin(), import_path.end()});
+        schema_ = tlvc::compile(files, sources, faults, tlvc::installed_library(),
+                                {import_path.begin(), import_path.end()});
     } catch (const base::IoError &error) {
         throw Failure(exit_io, error.what());
     } catch (const std::filesystem::filesystem_error &error) {
