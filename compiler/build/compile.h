@@ -7,13 +7,13 @@
 
 namespace tlvc {
 
-// From files, or all those in directories, to a finished model, or to faults and nothing. Throws IoError for what cannot
-// be read.
+// Makes the model of the types in files, or in all files of directories; nothing where there are faults. Throws IoError
+// for a file that cannot be read.
 std::unique_ptr<const Schema> compile(const std::vector<std::string> &paths, Sources &sources,
                                       Diagnostics &faults, const Library &library,
                                       const ImportPath &import_path = {});
 
-// The same for files that are loaded already. Faults of loading are faults.
+// Does the same for files that are loaded already. Faults of loading are faults.
 std::unique_ptr<const Schema> compile(const Program &program, const Library &library, Diagnostics &faults);
 
 } // namespace tlvc

@@ -81,7 +81,7 @@ private:
         return {file, true};
     }
 
-    // What the system cannot follow stays as it is, and cannot be read then.
+    // A path that the system cannot follow stays as it is, and reading it fails later.
     static fs::path canonical_path(const fs::path &path) {
         std::error_code error;
         const fs::path absolute = fs::absolute(path, error);
@@ -89,7 +89,7 @@ private:
         return error ? absolute : canonical;
     }
 
-    // As faults call the file: without detours, unless these lead elsewhere by symbolic links.
+    // The path that faults show: without detours, unless these lead elsewhere by symbolic links.
     static std::string spelled(const fs::path &path) {
         std::error_code error;
         const fs::path normal = path.lexically_normal();
@@ -107,7 +107,7 @@ private:
         return fs::is_regular_file(path, error) || open_texts_.contains(canonical_path(path));
     }
 
-    // The first that is there: seen from the file that has the import, as it was named and where symbolic links lead to,
+    // The first that exists, seen from the file that has the import, as it was named and where symbolic links lead to,
     // then from each directory of the import path.
     fs::path find(uint32_t file, std::string_view import) const {
         const fs::path beside = fs::path(sources_.path(file)).parent_path() / import;
@@ -123,7 +123,7 @@ private:
         return found != candidates.end() ? *found : fs::path();
     }
 
-    // What the system has against a path, if it is more than that nothing is there.
+    // The reason why the system refuses a path, if it is another one than that nothing is there.
     static std::string why_missing(const fs::path &directory, const fs::path &import) {
         const fs::path path = directory / import;
         std::error_code error;
@@ -139,7 +139,7 @@ private:
         return import.is_absolute() ? "a path that begins with '/' is looked for nowhere else" : "";
     }
 
-    // What may be meant by a name, or where files are looked for.
+    // A help that says which file the name may mean, or else where files are looked for.
     std::string instead_of_missing(uint32_t file, const fs::path &name) const {
         const auto same = [&](const auto &each) { return fs::path(each.second.path).filename() == name; };
         const auto shipped = std::ranges::find_if(library_.types, same);
@@ -175,7 +175,8 @@ private:
                          [](const auto &a, const auto &b) { return a.from < b.from; });
         for (const auto &cycle : find_cycles(edges_)) {
             const auto &first = cycle.front();
-            Diagnostic &fault = faults_.report(fault::circular_import, first.span, sources_.path(first.from));
+            const Report fault =
+                faults_.report(fault::circular_import, first.span, sources_.path(first.from));
             for (size_t i = 1; i < cycle.size(); ++i) {
                 fault.note(cycle[i].span, fmt::format("imported from '{}'", sources_.path(cycle[i].from)));
             }

@@ -13,7 +13,7 @@ using OpenTexts = std::map<std::filesystem::path, std::string>;
 // Directories below which imports are looked for when the file's own has none; the library's is always the last.
 using ImportPath = std::vector<std::filesystem::path>;
 
-// Of files, and of all schema files in directories and below. Throws IoError for what cannot be read; an import that
+// Reads files, and all schema files in directories and below. Throws IoError if one cannot be read. An import that
 // leads to no file, or to one that cannot be read, is a fault of its file.
 Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults,
              const Library &library, const ImportPath &import_path, const OpenTexts &open = {});

@@ -27,23 +27,25 @@ uint64_t array_size(const Type &array, uint64_t count, uint64_t item_size) {
 
 class Measure {
 public:
-    const Size &of(const Type &type) {
-        auto known = sizes_.find(&type);
-        return known != sizes_.end() ? known->second : sizes_[&type] = bounded(type, unbounded(type));
+    const Size &size_of(const Type &type) {
+        if (const auto known = sizes_.find(&type); known != sizes_.end()) {
+            return known->second;
+        }
+        return sizes_[&type] = bounded_size(type, unbounded_size(type));
     }
 
-    bool may_wrap(const Type &type) { return unbounded(type).max > UINT16_MAX; }
+    bool may_wrap(const Type &type) { return unbounded_size(type).max > UINT16_MAX; }
 
 private:
     Size item_size(const Type &array) {
         if (has_bare_items(array)) {
             return {array.element->scalar->width, array.element->scalar->width};
         }
-        return of(*array.element);
+        return size_of(*array.element);
     }
 
-    // As if a length could say everything.
-    Size unbounded(const Type &type) {
+    // The size as if a length could be any number.
+    Size unbounded_size(const Type &type) {
         if (is_number(type)) {
             const uint64_t size =
                 type.scalar != nullptr ? wire::header_size + type.scalar->width : wire::enumeration_size;
@@ -56,18 +58,19 @@ private:
         const uint64_t header = type.kind == Kind::Structure ? wire::header_size : 0;
         Size size{header, header};
         for (const Member &member : type.members) {
-            const Size &part = of(*member.type);
+            const Size &part = size_of(*member.type);
             size.min = std::min(limit, size.min + part.min);
             size.max = std::min(limit, size.max + part.max);
         }
         for (const Alternative &alternative : type.alternatives) {
-            size.max = std::max(size.max, of(*alternative.type).max); // an unknown selector writes nothing
+            // The smallest size stays: an unknown selector writes nothing.
+            size.max = std::max(size.max, size_of(*alternative.type).max);
         }
         return size;
     }
 
     // Messages have no length that could bound them, and unions none of their own.
-    Size bounded(const Type &type, Size size) {
+    Size bounded_size(const Type &type, Size size) {
         if (type.kind != Kind::Message && size.max > wire::largest_element) {
             size.max = std::max(size.min, largest(type, size, wire::largest_element));
         }
@@ -84,13 +87,16 @@ private:
             const uint64_t count = (most - wire::array_prefix) / std::max<uint64_t>(1, item.max);
             return item.min != item.max || holds_bytes(type) ? most : array_size(type, count, item.max);
         }
-        const auto varies = [this](const Member &each) { return of(*each.type).min != of(*each.type).max; };
+        const auto varies = [this](const Member &each) {
+            const Size &part = size_of(*each.type);
+            return part.min != part.max;
+        };
         const auto end = type.members.end();
         const auto varying = std::find_if(type.members.begin(), end, varies);
         if (varying == end || std::find_if(varying + 1, end, varies) != end || size.min > most) {
             return most;
         }
-        const Size &part = of(*varying->type);
+        const Size &part = size_of(*varying->type);
         const uint64_t others = size.min - part.min;
         return others + largest(*varying->type, part, most - others);
     }
@@ -103,7 +109,7 @@ private:
 void measure(Schema &schema) {
     Measure sizes;
     for (Type &type : schema.types) {
-        const Size size = type.sound ? sizes.of(type) : Size{0, 0};
+        const Size size = type.sound ? sizes.size_of(type) : Size{0, 0};
         type.min_size = size.min;
         type.max_size = size.max;
     }

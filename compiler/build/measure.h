@@ -4,7 +4,8 @@
 
 namespace tlvc {
 
-// Fills in min_size, max_size, max_count and what a type has because what it holds has it. The types must not hold each other in a circle.
+// Fills in min_size, max_size, max_count, and the properties that a type gets from the types that it holds. The types
+// must not hold each other in a circle.
 void measure(Schema &schema);
 
 } // namespace tlvc

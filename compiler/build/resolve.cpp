@@ -1,7 +1,7 @@
 #include "compiler/build/resolve.h"
 
 #include "base/suggest.h"
-#include "compiler/language/reserved.h"
+#include "compiler/language/foreign_types.h"
 #include "compiler/model/attributes.h"
 #include "compiler/model/references.h"
 
@@ -52,7 +52,7 @@ private:
         }
     }
 
-    // By family and name, whatever the order in which they were given.
+    // The files by family and name, whatever the order in which they were given.
     using Files = std::multimap<std::pair<std::string, std::filesystem::path>, uint32_t>;
     Files files_in_schema_order() const {
         Files files;
@@ -113,7 +113,7 @@ private:
             .note(newer ? first.span : syntax.name.span, "first declared here");
     }
 
-    // What names a type that is not sound is not sound itself.
+    // A type that names one that is not sound is not sound itself.
     void spread_faults() {
         std::map<const Type *, std::vector<Type *>> users;
         std::vector<const Type *> unsound;
@@ -160,9 +160,9 @@ private:
     }
 
     void undefined(const syntax::Name &name) {
-        Diagnostic &fault = faults_.report(fault::undefined_type, name.span, name.text);
-        if (std::string instead = instead_of(name.text); !instead.empty()) {
-            fault.help(std::move(instead));
+        const Report fault = faults_.report(fault::undefined_type, name.span, name.text);
+        if (const std::optional<OwnType> own = own_type(name.text)) {
+            fault.help(own->help);
             return;
         }
         if (suggestions_left_ == 0) {
@@ -187,7 +187,7 @@ private:
             .help(fmt::format("add: import \"{}\"", there.lexically_relative(here).generic_string()));
     }
 
-    // What a form does not have is empty in its syntax, and finds nothing.
+    // A part that the form does not have is an empty name, which finds no type.
     void link(const Declared &declared) {
         const Declaration &syntax = *declared.syntax;
         Type &type = *declared.type;
@@ -233,7 +233,7 @@ private:
         return {};
     }
 
-    // What members and alternatives have in common.
+    // The part that members and alternatives have in common.
     template <typename Part>
     Part part(const syntax::Member &written) {
         Part part;
@@ -267,8 +267,8 @@ private:
             candidates.push_back(each.name);
         }
         ++missing_;
-        Diagnostic &fault = faults_.report(fault::unknown_enumerator, value.span, value.name, selector->name)
-                                .note(selector->span, "it is declared here");
+        const Report fault = faults_.report(fault::unknown_enumerator, value.span, value.name, selector->name)
+                                 .note(selector->span, "it is declared here");
         if (suggestions_left_ != 0) {
             --suggestions_left_;
             fault.suggest(value.name, candidates);

@@ -7,7 +7,7 @@
 
 namespace tlvc {
 
-// Types that something was reported of, and those that name them, are not sound. The program must live on. What only the
+// Types with a fault, and those that name them, are not sound. The program must outlive the result. What only the
 // library declares is suggested for names that nothing else has.
 Resolution resolve(const Program &program, const Library &library, Diagnostics &faults);
 

@@ -1,4 +1,4 @@
-// What the grammar cannot say. Each check is one small function that knows nothing of the others.
+// Rules that the grammar cannot express. Each check is one small function that knows nothing of the others.
 #pragma once
 
 #include "compiler/language/library.h"
@@ -9,17 +9,17 @@ namespace tlvc {
 
 void check(const Resolution &resolution, Diagnostics &faults);
 
-// For a model in which no type holds itself: how deep types nest. Those nested too deeply are not sound any more, so that
-// whatever comes behind may follow the nesting of sound ones by recursion.
+// Limits how deep types nest, in a model where no type holds itself. Types that nest too deeply are no longer sound, so
+// that later phases may follow the nesting of sound ones by recursion.
 void check_nesting(const Resolution &resolution, Diagnostics &faults);
 
-// For the model as measured.
+// Limits sizes and paths, once the model has been measured.
 void check_sizes(const Resolution &resolution, Diagnostics &faults);
 
-// Of families that are to be used beside the library, whose tags they leave alone; in the files that were named.
+// Refuses tags of the library in named files, whose families are to be used beside it.
 void check_own_tags(const Schema &schema, Diagnostics &faults);
 
-// What is allowed, and yet hardly meant, in the files that were named.
+// Finds what is allowed and yet hardly meant, in the files that were named.
 void find_warnings(const Schema &schema, const Library &library, Diagnostics &warnings);
 
 // The parts of check().

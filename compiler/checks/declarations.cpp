@@ -95,7 +95,7 @@ void check_names_of_numbers(const Declared &declared, Diagnostics &faults) {
     }
     for (const Field &field : fields) {
         if (auto found = numbers.find(field.name); found != numbers.end()) {
-            Diagnostic &fault =
+            const Report fault =
                 faults.report(fault::member_named_as_type, field.span, field.name, declared.type->name);
             if (found->second->family != nullptr) {
                 fault.note(found->second->span, "the enumeration is declared here");
@@ -163,8 +163,8 @@ void check_element(const Declared &declared, Diagnostics &faults) {
     if (has_tag(element) || element.kind == Kind::Message) {
         return;
     }
-    Diagnostic &fault = faults.report(fault::array_element, syntax->element.span, element.name,
-                                      in_words(element), in_words(*type));
+    const Report fault = faults.report(fault::array_element, syntax->element.span, element.name,
+                                       in_words(element), in_words(*type));
     if (element.scalar != nullptr && element.scalar->width == 1) {
         fault.help(type->kind == Kind::DynamicElements
                        ? fmt::format("write: dynamic bytes {} counted by {}", type->name, type->count->name)
@@ -252,11 +252,11 @@ void check_attributes(const Declared &declared, Diagnostics &faults) {
     }
 }
 
-// Of what a declaration says itself.
+// Checks that need nothing but the declaration.
 constexpr auto own_checks = {check_tag_range, check_capacity, check_keywords, check_not_empty,
                              check_enumerators};
 
-// Of that and of the types that it names.
+// Checks that need the types that it names as well.
 constexpr auto checks = {
     check_distinct_members, check_names_of_numbers,  check_no_message_within, check_message_members,
     check_element,          check_alternative_types, check_count_type,        check_alternative_values,

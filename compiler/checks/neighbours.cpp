@@ -10,8 +10,8 @@ namespace {
 struct Companion {
     const Type &type;
     std::string_view name;
-    const Fault &missing;
-    const Fault &wrong;
+    const FaultOf<std::string_view> &missing;
+    const FaultOf<std::string_view> &wrong;
 };
 
 void check_companion(const Declared &declared, size_t index, const Companion &wanted, Diagnostics &faults) {

@@ -11,11 +11,11 @@ namespace {
 
 constexpr uint64_t largest_size = 65535; // that a size operation can return
 
-// What the bounded library states as TLVMSG_MAX_DEPTH and, without the zero byte, TLVMSG_MAX_PATH.
+// The bounded library has these limits as TLVMSG_MAX_DEPTH and TLVMSG_MAX_PATH, which counts the zero byte as well.
 constexpr size_t deepest = 16;
 constexpr size_t longest_path = 127;
 
-// How long the names on the way to what a type holds get.
+// Lengths of the paths to what types hold.
 class Paths {
 public:
     size_t longest(const Type &type) {
@@ -43,14 +43,14 @@ private:
     std::map<const Type *, size_t> known_;
 };
 
-// A fault of a type is one of all that hold it, and told once: these are no longer sound.
+// The types that hold a faulty one have the same fault. It is reported once, since they are no longer sound.
 bool holds_unsound(const Type &type) {
     const std::vector<Reference> named = references(type);
     return std::any_of(named.begin(), named.end(),
                        [](const Reference &each) { return each.held && !each.type->sound; });
 }
 
-// Whether it is within the limits.
+// False if the type exceeds a limit.
 bool check_size(const Type &type, Paths &paths, Diagnostics &faults) {
     const bool fits = type.kind != Kind::Structure || type.min_size <= largest_size;
     if (!fits) {

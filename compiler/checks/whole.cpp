@@ -27,15 +27,14 @@ void check_distinct_tags(const Resolution &resolution, Diagnostics &faults) {
     }
 }
 
-template <typename Named>
-void report_cycles(const std::vector<Edge<const Named *>> &edges, const Fault &fault, std::string_view verb,
-                   Diagnostics &faults) {
+// `report` is handed the edge at which each circle begins.
+template <typename Named, typename ReportFirst>
+void report_cycles(const std::vector<Edge<const Named *>> &edges, std::string_view verb, ReportFirst report) {
     for (const auto &cycle : find_cycles(edges)) {
-        const auto &first = cycle.front();
-        Diagnostic &report = faults.report(fault, first.span, first.from->name, first.to->name);
+        const Report fault = report(cycle.front());
         for (size_t i = 1; i < cycle.size(); ++i) {
-            report.note(cycle[i].span,
-                        fmt::format("'{}' {} '{}'", cycle[i].from->name, verb, cycle[i].to->name));
+            fault.note(cycle[i].span,
+                       fmt::format("'{}' {} '{}'", cycle[i].from->name, verb, cycle[i].to->name));
         }
     }
 }
@@ -53,8 +52,12 @@ void check_cycles(const Resolution &resolution, Diagnostics &faults) {
             }
         }
     }
-    report_cycles(types, fault::circular_type, "holds", faults);
-    report_cycles(families, fault::circular_families, "uses", faults);
+    report_cycles(types, "holds", [&](const Edge<const Type *> &first) {
+        return faults.report(fault::circular_type, first.span, first.from->name);
+    });
+    report_cycles(families, "uses", [&](const Edge<const Family *> &first) {
+        return faults.report(fault::circular_families, first.span, first.from->name, first.to->name);
+    });
 }
 
 } // namespace

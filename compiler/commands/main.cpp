@@ -32,7 +32,7 @@ struct Side {
     ImportPath import_path;
 };
 
-// What the command line says; each command reads its part.
+// The options of the command line; each command reads its part.
 struct Options {
     std::vector<std::string> files;
     ImportPath import_path;
@@ -57,7 +57,7 @@ void show(const Diagnostics &faults, const Sources &sources, const Options &opti
     }
 }
 
-// What is only described may be of another library.
+// A schema that is only described may be that of another library.
 std::unique_ptr<const Schema> compile_and_show(const Options &options, const Library &library,
                                                Sources &sources, bool described) {
     Diagnostics faults;
@@ -137,7 +137,8 @@ int print_interface(const Options &options) {
 
 int print_tags(const Options &options) { return print_of_schema(options, list_tags); }
 
-// Whether nothing is left to do to it; of a file that is no schema the faults say why.
+// Formats a file, or only checks it: false then if formatting would change it. Where a file is no schema, its faults
+// say why.
 bool format_file(const std::string &path, bool check_only, Sources &sources, Diagnostics &faults) {
     const std::string before = read_file(path);
     Diagnostics own;
@@ -214,7 +215,7 @@ int compare_schemas(const Options &options) try {
     throw Failure(exit_usage, error.what());
 }
 
-// What there is to say of each code, with the title in the first line.
+// The explanation of each code, with the title in its first line.
 Candidates explanations() {
     Candidates all;
     for (const Fault *each : fault::all) {
@@ -230,8 +231,10 @@ Candidates explanations() {
 int explain(const Options &options) {
     const Candidates all = explanations();
     const std::map<std::string, std::string> texts(all.begin(), all.end());
-    for (const auto &[code, text] : all) {
-        print(options.codes.empty() ? text.substr(0, text.find('\n') + 1) : "");
+    if (options.codes.empty()) {
+        for (const auto &[code, text] : all) {
+            print(text.substr(0, text.find('\n') + 1));
+        }
     }
     for (std::string code : options.codes) {
         code[0] = tlvmsg::base::upper(code[0]);

@@ -25,9 +25,4 @@ std::string names_of(Levels levels) {
     return levels == Nothing ? "nothing" : fmt::format("{}", fmt::join(names_in(levels), ", "));
 }
 
-std::string_view Rule::effect() const {
-    const std::string_view line = text.substr(0, text.find('\n'));
-    return line.substr(line.find(": ") + 2);
-}
-
 } // namespace tlvc

@@ -2,13 +2,15 @@
 // `tlvc compare`. Codes are published, so new ones go to the end.
 #pragma once
 
+#include "compiler/text/paragraph.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tlvc {
 
-// What a change breaks. Several are their sum.
+// What a change breaks. Several levels are one number, their sum.
 using Levels = unsigned;
 enum Level : Levels {
     Nothing = 0,
@@ -23,222 +25,270 @@ inline constexpr Levels all_levels = Wire | Json | Source | Layout;
 std::vector<std::string_view> names_in(Levels levels);
 std::string names_of(Levels levels); // "wire, layout"; "nothing"
 
+// Schemas, of which a path may precede the text. From `before` to `after` is a change that the rule is about and no
+// other; from `before` to `harmless` is one that breaks nothing.
+struct Example {
+    std::string_view before;
+    std::string_view after;
+    std::string_view harmless;
+};
+
 struct Rule {
     std::string_view code;
     Levels levels; // the most that it breaks
-    // A line with the title and what comes of the change, sentences on why, and examples in schema language: from
-    // '-' to '+' is such a change and no other, from '-' to '=' breaks nothing. A path may precede a schema. What is
-    // no change of a schema has no examples.
-    std::string_view text;
+    std::string_view title;
+    std::string_view effect; // what comes of the change
+    std::string_view explanation;
+    Example example; // empty where the finding is no change of a schema
 
-    std::string_view effect() const;
+    constexpr Rule(std::string_view code_, Levels levels_, std::string_view title_, std::string_view effect_,
+                   std::string_view explanation_, Example example_ = {})
+        : code(code_), levels(levels_), title(title_), effect(effect_), explanation(paragraph(explanation_)),
+          example(example_) {}
 };
 
-inline constexpr Rule type_removed{"C001", all_levels,
-                                   R"(type removed: peers and programs that have it still use it
-Peers go on sending it, and built programs call functions that are gone. Keep the type; new ones can stand beside it.
-- enum state = 2001  struct port = 2002 { uint16 slot }
-+ enum state = 2001
-= struct port = 2002 { uint16 slot }  enum state = 2001)"};
+// clang-format off
 
-inline constexpr Rule type_added{"C002", Nothing, R"(type added: nobody depends on it yet
-A new type is a tag and names that nobody had. Members of that type are changes of their own.
-- enum state = 2001  enum mode = 2002
-+ enum state = 2001  enum mode = 2002  enum more = 2003
-= enum mode = 2002  enum state = 2001)"};
+inline constexpr Rule type_removed{
+    "C001", all_levels, "type removed", "peers and programs that have it still use it",
+    "Peers go on sending it, and built programs call functions that are gone. Keep the type; new ones "
+    "can stand beside it.",
+    {"enum state = 2001  struct port = 2002 { uint16 slot }",
+     "enum state = 2001",
+     "struct port = 2002 { uint16 slot }  enum state = 2001"}};
 
-inline constexpr Rule type_renamed{"C003", Source, R"(type renamed: functions and macros are called after it
+inline constexpr Rule type_added{
+    "C002", Nothing, "type added", "nobody depends on it yet",
+    "A new type is a tag and names that nobody had. Members of that type are changes of their own.",
+    {"enum state = 2001  enum mode = 2002",
+     "enum state = 2001  enum mode = 2002  enum more = 2003",
+     "enum mode = 2002  enum state = 2001"}};
+
+inline constexpr Rule type_renamed{
+    "C003", Source, "type renamed", "functions and macros are called after it",
+    R"(
 A renamed type is known again by its tag, a message by its members, an array or union by where it stands or, where
 nothing holds it, by what it is made of.
-- enum state = 2001
-+ enum relay_state = 2001
-= enum state = 2001 { relay = 1 })"};
+)",
+    {"enum state = 2001",
+     "enum relay_state = 2001",
+     "enum state = 2001 { relay = 1 }"}};
 
-inline constexpr Rule family_moved{"C004", Source, R"(moved to another family: programs include another header
-A family is a header, whatever files are in its directory. It is not compared when either side is a single file.
-- relay/a.tlv: enum state = 2001
-+ alarm/a.tlv: enum state = 2001
-= relay/b.tlv: enum state = 2001)"};
+inline constexpr Rule family_moved{
+    "C004", Source, "moved to another family", "programs include another header",
+    "A family is a header, whatever files are in its directory. It is not compared when either side is "
+    "a single file.",
+    {"relay/a.tlv: enum state = 2001",
+     "alarm/a.tlv: enum state = 2001",
+     "relay/b.tlv: enum state = 2001"}};
 
-inline constexpr Rule tag_changed{"C005", Wire,
-                                  R"(tag changed: each side takes the other's element for something else
-Elements are told apart by their tags. One that was in use must not come back with another meaning, either.
-- enum state = 2001
-+ enum state = 2002
-= enum state = 2001  enum mode = 2002)"};
+inline constexpr Rule tag_changed{
+    "C005", Wire, "tag changed", "each side takes the other's element for something else",
+    "Elements are told apart by their tags. One that was in use must not come back with another "
+    "meaning, either.",
+    {"enum state = 2001",
+     "enum state = 2002",
+     "enum state = 2001  enum mode = 2002"}};
 
-inline constexpr Rule kind_changed{"C006", all_levels, R"(kind changed: it is another type under the old name
-Even where the bytes were the same, its record and its functions are not. Declare a new type.
-- struct s = 2001 { uint8 a }  message m { s part }
-+ struct s = 2001 { uint8 a }  struct m = 2002 { s part }
-= struct s = 2001 { uint8 a }  message m { s part }  struct n = 2002 { s part })"};
+inline constexpr Rule kind_changed{
+    "C006", all_levels, "kind changed", "it is another type under the old name",
+    "Even where the bytes were the same, its record and its functions are not. Declare a new type.",
+    {"struct s = 2001 { uint8 a }  message m { s part }",
+     "struct s = 2001 { uint8 a }  struct m = 2002 { s part }",
+     "struct s = 2001 { uint8 a }  message m { s part }  struct n = 2002 { s part }"}};
 
-inline constexpr Rule member_removed{"C007", all_levels,
-                                     R"(member removed: old decoders miss it, and what stands behind it
-An old decoder stops where it should be, or takes what follows for it. Keep it, and say that nobody reads it.
-- struct port = 2001 { uint16 slot  uint8 kind }
-+ struct port = 2001 { uint16 slot }
-= struct port = 2001 { uint16 slot  uint8 kind }  struct port_only = 2002 { uint16 slot })"};
+inline constexpr Rule member_removed{
+    "C007", all_levels, "member removed", "old decoders miss it, and what stands behind it",
+    "An old decoder stops where it should be, or takes what follows for it. Keep it, and say that "
+    "nobody reads it.",
+    {"struct port = 2001 { uint16 slot  uint8 kind }",
+     "struct port = 2001 { uint16 slot }",
+     "struct port = 2001 { uint16 slot  uint8 kind }  struct port_only = 2002 { uint16 slot }"}};
 
-inline constexpr Rule member_inserted{"C008", Wire | Source | Layout,
-                                      R"(member inserted: decoders stop where the other side's members differ
-Members are found by their order alone, also by initializers that do not name them. New ones go to the end.
-- struct port = 2001 { uint16 slot }
-+ struct port = 2001 { uint8 kind  uint16 slot }
-= struct port = 2001 { uint16 slot }  struct kind_and_port = 2002 { uint8 kind  port port })"};
+inline constexpr Rule member_inserted{
+    "C008", Wire | Source | Layout, "member inserted", "decoders stop where the other side's members differ",
+    "Members are found by their order alone, also by initializers that do not name them. New ones go to "
+    "the end.",
+    {"struct port = 2001 { uint16 slot }",
+     "struct port = 2001 { uint8 kind  uint16 slot }",
+     "struct port = 2001 { uint16 slot }  struct kind_and_port = 2002 { uint8 kind  port port }"}};
 
 inline constexpr Rule member_appended{
-    "C009", Layout,
-    R"(member appended: old decoders skip it, and new ones see that it is absent
+    "C009", Layout, "member appended", "old decoders skip it, and new ones see that it is absent",
+    R"(
 A structure ends where its own length says, so old decoders pass over the rest. New ones see by the tag of what
 follows that it is absent, and leave it zero and empty. Records that hold it grow, too.
-- struct port = 2001 { uint16 slot }  enum end = 2002  message m { port port  end last }
-+ struct port = 2001 { uint16 slot  uint16 unit }  enum end = 2002  message m { port port  end last }
-= struct port = 2001 { uint16 slot }  message m { port port  end last }  enum end = 2002)"};
+)",
+    {"struct port = 2001 { uint16 slot }  enum end = 2002  message m { port port  end last }",
+     "struct port = 2001 { uint16 slot  uint16 unit }  enum end = 2002  message m { port port  end last }",
+     "struct port = 2001 { uint16 slot }  message m { port port  end last }  enum end = 2002"}};
 
 inline constexpr Rule member_missed{
-    "C010", Wire | Layout,
-    R"(appended member that old peers lack: new decoders look for it in what follows
+    "C010", Wire | Layout, "appended member that old peers lack", "new decoders look for it in what follows",
+    R"(
 Behind an old peer's structure, an element of the member's tag is taken for it. At the end of a message there is
 nothing: the bounded decoder calls the input truncated, the exact one reads on. Declare a new message.
-- struct port = 2001 { uint16 slot }  message m { port port }
-+ struct port = 2001 { uint16 slot  uint16 unit }  message m { port port }
-= struct port = 2001 { uint16 slot }  message m { port port }  message n { port port })"};
+)",
+    {"struct port = 2001 { uint16 slot }  message m { port port }",
+     "struct port = 2001 { uint16 slot  uint16 unit }  message m { port port }",
+     "struct port = 2001 { uint16 slot }  message m { port port }  message n { port port }"}};
 
-inline constexpr Rule message_extended{"C011", Wire | Layout,
-                                       R"(message extended: new decoders refuse what old peers send
-A message has no length to tell what is absent. Old decoders ignore the rest: it may do where only new peers send.
-- struct port = 2001 { uint16 slot }  message m { port port }
-+ struct port = 2001 { uint16 slot }  message m { port port  port other }
-= struct port = 2001 { uint16 slot }  message m { port port }  message n { port port  port other })"};
+inline constexpr Rule message_extended{
+    "C011", Wire | Layout, "message extended", "new decoders refuse what old peers send",
+    "A message has no length to tell what is absent. Old decoders ignore the rest: it may do where only "
+    "new peers send.",
+    {"struct port = 2001 { uint16 slot }  message m { port port }",
+     "struct port = 2001 { uint16 slot }  message m { port port  port other }",
+     "struct port = 2001 { uint16 slot }  message m { port port }  message n { port port  port other }"}};
 
-inline constexpr Rule order_changed{"C012", Wire | Source | Layout,
-                                    R"(order of members changed: each side reads one member as another
-Members are found by their order alone. That of enumerators, alternatives and declarations is free.
-- enum e = 2002  struct port = 2001 { uint16 slot  uint16 unit }
-+ enum e = 2002  struct port = 2001 { uint16 unit  uint16 slot }
-= struct port = 2001 { uint16 slot  uint16 unit }  enum e = 2002)"};
+inline constexpr Rule order_changed{
+    "C012", Wire | Source | Layout, "order of members changed", "each side reads one member as another",
+    "Members are found by their order alone. That of enumerators, alternatives and declarations is free.",
+    {"enum e = 2002  struct port = 2001 { uint16 slot  uint16 unit }",
+     "enum e = 2002  struct port = 2001 { uint16 unit  uint16 slot }",
+     "struct port = 2001 { uint16 slot  uint16 unit }  enum e = 2002"}};
 
-inline constexpr Rule type_changed{"C013", all_levels,
-                                   R"(type of a part changed: each side expects another element there
+inline constexpr Rule type_changed{
+    "C013", all_levels, "type of a part changed", "each side expects another element there",
+    R"(
 Numbers of another size or sign have another tag. Documents hold when what they say fits the new type: every old
 number and its names, or members of the same names. To programs every enumeration is a uint32_t.
 The count of a dynamic array is such a number: where its tag is another, decoders find no items, be there few or many.
-- struct port = 2001 { uint16 slot }
-+ struct port = 2001 { uint8 slot }
-= struct port = 2001 { uint16 slot }  struct narrow_port = 2002 { uint8 slot })"};
+)",
+    {"struct port = 2001 { uint16 slot }",
+     "struct port = 2001 { uint8 slot }",
+     "struct port = 2001 { uint16 slot }  struct narrow_port = 2002 { uint8 slot }"}};
 
-inline constexpr Rule name_changed{"C014", Json | Source, R"(part renamed: documents and programs name it
-Names do not travel, so peers do not notice. A renamed part is known again by its type and place.
-- struct port = 2001 { uint16 slot }
-+ struct port = 2001 { uint16 place }
-= struct port = 2001 { uint16 slot }  struct place = 2002 { uint16 place })"};
+inline constexpr Rule name_changed{
+    "C014", Json | Source, "part renamed", "documents and programs name it",
+    "Names do not travel, so peers do not notice. A renamed part is known again by its type and place.",
+    {"struct port = 2001 { uint16 slot }",
+     "struct port = 2001 { uint16 place }",
+     "struct port = 2001 { uint16 slot }  struct place = 2002 { uint16 place }"}};
 
 inline constexpr Rule record_changed{
-    "C015", Json | Source | Layout,
-    R"(member moved to another record: documents and programs look for it elsewhere
+    "C015", Json | Source | Layout, "member moved to another record",
+    "documents and programs look for it elsewhere",
+    R"(
 A selector lives in the record of its union, or beside it when the union is 'in' its structure. Layouts hold when
 every field stays at its offset and the union begins its structure, which its functions take then.
-- enum kind = 2001  union u by kind which { 1: uint8 a }  struct s = 2002 { uint8 b  kind which  u u }
-+ enum kind = 2001  union u by kind which in s { 1: uint8 a }  struct s = 2002 { uint8 b  kind which  u u }
-= enum kind = 2001  struct s = 2002 { uint8 b  kind which  u u }  union u by kind which { 1: uint8 a })"};
+)",
+    {"enum kind = 2001  union u by kind which { 1: uint8 a }  struct s = 2002 { uint8 b  kind which  u u }",
+     "enum kind = 2001  union u by kind which in s { 1: uint8 a }  struct s = 2002 { uint8 b  kind "
+     "which  u u }",
+     "enum kind = 2001  struct s = 2002 { uint8 b  kind which  u u }  union u by kind which { 1: uint8 a }"}};
 
-inline constexpr Rule attribute_changed{"C016", Wire,
-                                        R"(attribute changed: the sides read damaged elements differently
-@zero_count and @end_by_length decide what is read where an element is absent or not what it should be.
-- struct s = 2001 { uint8 count  names names }  dynamic bytes names counted by uint8
-+ struct s = 2001 { uint8 count  names names @zero_count }  dynamic bytes names counted by uint8
-= dynamic bytes names counted by uint8  struct s = 2001 { uint8 count  names names })"};
+inline constexpr Rule attribute_changed{
+    "C016", Wire, "attribute changed", "the sides read damaged elements differently",
+    "@zero_count and @end_by_length decide what is read where an element is absent or not what it should be.",
+    {"struct s = 2001 { uint8 count  names names }  dynamic bytes names counted by uint8",
+     "struct s = 2001 { uint8 count  names names @zero_count }  dynamic bytes names counted by uint8",
+     "dynamic bytes names counted by uint8  struct s = 2001 { uint8 count  names names }"}};
 
-inline constexpr Rule room_grown{"C017", Wire | LayoutIfResized,
-                                 R"(capacity grown: old decoders refuse or overrun what exceeds theirs
-The exact decoder stores as many items as came. Declare a new array for peers that take more. Old documents hold.
-- bytes serial[8]
-+ bytes serial[12]
-= bytes serial[8]  bytes long_serial[12])"};
+inline constexpr Rule room_grown{
+    "C017", Wire | LayoutIfResized, "capacity grown", "old decoders refuse or overrun what exceeds theirs",
+    "The exact decoder stores as many items as came. Declare a new array for peers that take more. Old "
+    "documents hold.",
+    {"bytes serial[8]",
+     "bytes serial[12]",
+     "bytes serial[8]  bytes long_serial[12]"}};
 
-inline constexpr Rule room_shrunk{"C018", Wire | Json | LayoutIfResized,
-                                  R"(capacity shrunk: new decoders refuse or overrun what exceeds theirs
-Old peers go on sending as much as they can hold, and documents have it.
-- bytes serial[12]
-+ bytes serial[8]
-= bytes serial[12]  bytes short_serial[8])"};
+inline constexpr Rule room_shrunk{
+    "C018", Wire | Json | LayoutIfResized, "capacity shrunk",
+    "new decoders refuse or overrun what exceeds theirs",
+    "Old peers go on sending as much as they can hold, and documents have it.",
+    {"bytes serial[12]",
+     "bytes serial[8]",
+     "bytes serial[12]  bytes short_serial[8]"}};
 
-inline constexpr Rule enumerator_added{"C019", Nothing, R"(enumerator added: the value could always occur
-Values without a name are sent and taken like others. Documents say the name from now on, and may still say the number.
-- enum state = 2001 { open = 0  closed = 1 }
-+ enum state = 2001 { open = 0  closed = 1  stuck = 2 }
-= enum state = 2001 { closed = 1  open = 0 })"};
+inline constexpr Rule enumerator_added{
+    "C019", Nothing, "enumerator added", "the value could always occur",
+    "Values without a name are sent and taken like others. Documents say the name from now on, and may "
+    "still say the number.",
+    {"enum state = 2001 { open = 0  closed = 1 }",
+     "enum state = 2001 { open = 0  closed = 1  stuck = 2 }",
+     "enum state = 2001 { closed = 1  open = 0 }"}};
 
-inline constexpr Rule enumerator_removed{"C020", Json | Source,
-                                         R"(enumerator removed: documents and programs name it
-The number stays valid, but the name means nothing any more.
-- enum state = 2001 { open = 0  closed = 1 }
-+ enum state = 2001 { open = 0 }
-= enum state = 2001 { closed = 1  open = 0 })"};
+inline constexpr Rule enumerator_removed{
+    "C020", Json | Source, "enumerator removed", "documents and programs name it",
+    "The number stays valid, but the name means nothing any more.",
+    {"enum state = 2001 { open = 0  closed = 1 }",
+     "enum state = 2001 { open = 0 }",
+     "enum state = 2001 { closed = 1  open = 0 }"}};
 
-inline constexpr Rule enumerator_renamed{"C021", Json | Source,
-                                         R"(enumerator renamed: documents and programs name it
-Numbers travel, names do not, so peers do not notice.
-- enum state = 2001 { open = 0 }
-+ enum state = 2001 { opened = 0 }
-= enum state = 2001 { open = 0  opened = 1 })"};
+inline constexpr Rule enumerator_renamed{
+    "C021", Json | Source, "enumerator renamed", "documents and programs name it",
+    "Numbers travel, names do not, so peers do not notice.",
+    {"enum state = 2001 { open = 0 }",
+     "enum state = 2001 { opened = 0 }",
+     "enum state = 2001 { open = 0  opened = 1 }"}};
 
 inline constexpr Rule enumerator_value{
-    "C022", Wire | Json,
-    R"(enumerator's value changed: the sides mean different things by a number
-Numbers travel, and documents say names: each comes out as something else on the other side.
-- enum state = 2001 { open = 0 }
-+ enum state = 2001 { open = 1 }
-= enum state = 2001 { open = 0  closed = 1 })"};
+    "C022", Wire | Json, "enumerator's value changed", "the sides mean different things by a number",
+    "Numbers travel, and documents say names: each comes out as something else on the other side.",
+    {"enum state = 2001 { open = 0 }",
+     "enum state = 2001 { open = 1 }",
+     "enum state = 2001 { open = 0  closed = 1 }"}};
 
 inline constexpr Rule choice_added{
-    "C023", LayoutIfResized,
-    R"(value chooses, at the end of structures: old decoders skip what it chooses
-This holds for values that old peers do not send. Where they have a name for it, or it is 0, the wire breaks.
-- enum kind = 2001  union u by kind which { 1: uint8 a }  struct s = 2002 { kind which  u u }
-+ enum kind = 2001  union u by kind which { 1: uint8 a  2: uint64 b }  struct s = 2002 { kind which  u u }
-= enum kind = 2001 { first = 1 }  union u by kind which { first: uint8 a }  struct s = 2002 { kind which  u u })"};
+    "C023", LayoutIfResized, "value chooses, at the end of structures", "old decoders skip what it chooses",
+    "This holds for values that old peers do not send. Where they have a name for it, or it is 0, the "
+    "wire breaks.",
+    {"enum kind = 2001  union u by kind which { 1: uint8 a }  struct s = 2002 { kind which  u u }",
+     "enum kind = 2001  union u by kind which { 1: uint8 a  2: uint64 b }  struct s = 2002 { kind which "
+     " u u }",
+     "enum kind = 2001 { first = 1 }  union u by kind which { first: uint8 a }  struct s = 2002 { kind "
+     "which  u u }"}};
 
 inline constexpr Rule choice_inserted{
-    "C024", Wire | LayoutIfResized,
-    R"(value chooses, before other members: old decoders miss the members behind
-They stop at an element that they do not expect. A union at the end of its structures can get alternatives.
-- enum kind = 2001  union u by kind which { 1: uint8 a }  struct s = 2002 { kind which  u u  kind last }
-+ enum kind = 2001  union u by kind which { 1: uint8 a  2: uint64 b }  struct s = 2002 { kind which  u u  kind last }
-= enum kind = 2001 { two = 2 }  union u by kind which { 1: uint8 a }  struct s = 2002 { kind which  u u  kind last })"};
+    "C024", Wire | LayoutIfResized, "value chooses, before other members",
+    "old decoders miss the members behind",
+    "They stop at an element that they do not expect. A union at the end of its structures can get "
+    "alternatives.",
+    {"enum kind = 2001  union u by kind which { 1: uint8 a }  struct s = 2002 { kind which  u u  kind last }",
+     "enum kind = 2001  union u by kind which { 1: uint8 a  2: uint64 b }  struct s = 2002 { kind which "
+     " u u  kind last }",
+     "enum kind = 2001 { two = 2 }  union u by kind which { 1: uint8 a }  struct s = 2002 { kind which  "
+     "u u  kind last }"}};
 
 inline constexpr Rule choice_removed{
-    "C025", Wire | Json | Source | LayoutIfResized,
-    R"(alternative or its value removed: one side misses what the other sends or expects
-New decoders stop at what they do not expect, old ones where nothing comes. Keep it, and say that nobody sends it.
-- enum kind = 2001  union u by kind which { 1: uint8 a  2: uint64 b }
-+ enum kind = 2001  union u by kind which { 1: uint8 a }
-= enum kind = 2001  union u by kind which { 2: uint64 b  1: uint8 a })"};
+    "C025", Wire | Json | Source | LayoutIfResized, "alternative or its value removed",
+    "one side misses what the other sends or expects",
+    "New decoders stop at what they do not expect, old ones where nothing comes. Keep it, and say that "
+    "nobody sends it.",
+    {"enum kind = 2001  union u by kind which { 1: uint8 a  2: uint64 b }",
+     "enum kind = 2001  union u by kind which { 1: uint8 a }",
+     "enum kind = 2001  union u by kind which { 2: uint64 b  1: uint8 a }"}};
 
-inline constexpr Rule choice_changed{"C026", Wire | Json,
-                                     R"(value chooses something else: each side expects another element
-A value belongs to its alternative for good.
-- enum kind = 2001  union u by kind which { 1, 2: uint8 a  3: uint8 b }
-+ enum kind = 2001  union u by kind which { 1: uint8 a  2, 3: uint8 b }
-= enum kind = 2001  union u by kind which { 2, 1: uint8 a  3: uint8 b })"};
+inline constexpr Rule choice_changed{
+    "C026", Wire | Json, "value chooses something else", "each side expects another element",
+    "A value belongs to its alternative for good.",
+    {"enum kind = 2001  union u by kind which { 1, 2: uint8 a  3: uint8 b }",
+     "enum kind = 2001  union u by kind which { 1: uint8 a  2, 3: uint8 b }",
+     "enum kind = 2001  union u by kind which { 2, 1: uint8 a  3: uint8 b }"}};
 
 inline constexpr Rule member_filled{
-    "C027", Wire | Layout,
-    R"(appended member that seems sent: new decoders fill it where old peers lack it
+    "C027", Wire | Layout, "appended member that seems sent", "new decoders fill it where old peers lack it",
+    R"(
 An array with a capacity that is absent is read as full: as many items as it has room for, all zero. An absent selector
 is 0, and what a union has for 0 seems chosen. Programs see what nobody sent, and pass it on. Put the array into a
 structure of its own, which is empty where it is absent, or declare it dynamic; let 0 choose nothing.
-- bytes l[64]  enum e = 2001  struct p = 2002 { uint16 slot }  message m { p port  e end }
-+ bytes l[64]  enum e = 2001  struct p = 2002 { uint16 slot  l label }  message m { p port  e end }
-= bytes l[64]  enum e = 2001  struct p = 2002 { uint16 slot }  message m { p port  e end }  struct q = 2003 { l label })"};
+)",
+    {"bytes l[64]  enum e = 2001  struct p = 2002 { uint16 slot }  message m { p port  e end }",
+     "bytes l[64]  enum e = 2001  struct p = 2002 { uint16 slot  l label }  message m { p port  e end }",
+     "bytes l[64]  enum e = 2001  struct p = 2002 { uint16 slot }  message m { p port  e end }  struct "
+     "q = 2003 { l label }"}};
 
 // No change of a schema, but why changes may have been overlooked.
-inline constexpr Rule file_shared{"C028", Nothing,
-                                  R"(file read for both sides: whether it has changed cannot be told
+inline constexpr Rule file_shared{
+    "C028", Nothing, "file read for both sides", "whether it has changed cannot be told",
+    R"(
 An import of OLD and one of NEW lead to the same file, so each side has the types in it as they are now. When they have
 changed since OLD was released, say with --old-import where the old ones are, and with --new-import where the new
-ones are. What 'tlvc interface' printed has no imports: it holds all types that it needs.)"};
+ones are. What 'tlvc interface' printed has no imports: it holds all types that it needs.
+)"};
+
+// clang-format on
 
 inline constexpr const Rule *rules[] = {
     &type_removed,       &type_added,       &type_renamed,    &family_moved,     &tag_changed,

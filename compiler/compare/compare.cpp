@@ -14,7 +14,7 @@ namespace {
 
 using Parts = std::vector<PartPair>;
 
-// What a finding is about.
+// The types, and perhaps the part, that a finding is about.
 struct Subject {
     const Type *before;
     const Type *after;
@@ -29,7 +29,7 @@ std::set<uint32_t> values_that_choose(const Type &type) {
     return values;
 }
 
-// What old peers send as a selector: zeroed records have 0, and names are for use.
+// Values that old peers send as a selector: records that were zeroed have 0, and values with a name are in use.
 std::set<uint32_t> values_in_use(const Type &selector) {
     std::set<uint32_t> values{0};
     for (const Enumerator &each : selector.enumerators) {
@@ -38,7 +38,7 @@ std::set<uint32_t> values_in_use(const Type &selector) {
     return values;
 }
 
-// What is worked out of a type once, however many findings ask for it.
+// Facts about a type, worked out once however many findings need them.
 template <auto work_out>
 class Known {
 public:
@@ -173,7 +173,7 @@ private:
         }
     }
 
-    // What both have. A count or selector follows from the type behind it.
+    // Parts that both sides have. A count or selector follows from the type behind it.
     void compare_part(const Subject &subject) {
         const auto &[old, now] = subject.part;
         if (old->lives_in_next() && now->lives_in_next()) {
@@ -197,7 +197,7 @@ private:
         compare_values(subject);
     }
 
-    // Whether a selector or union that has moved into another record is where it was. The union's functions take the
+    // True if a selector or union that has moved into another record is where it was. The union's functions take the
     // record that it is in, so it also has to begin its structure.
     bool keeps_place(const Subject &subject) {
         const auto &[before, after, part] = subject;
@@ -280,7 +280,7 @@ private:
         };
         found_.push_back({&rule, (rule.levels & all_levels) | (resized ? Layout : Nothing),
                           (after != nullptr ? after : before)->name, named != nullptr ? named->name : "",
-                          std::move(was), std::move(is), std::string(rule.effect()),
+                          std::move(was), std::move(is), std::string(rule.effect),
                           old_in_messages_.contains(before) || new_in_messages_.contains(after),
                           place(named == part.before ? before : nullptr, part.before),
                           place(after, part.after)});

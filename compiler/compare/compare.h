@@ -1,4 +1,4 @@
-// What has changed from one schema to another, and what that breaks.
+// Finds what has changed from one schema to another, and what that breaks.
 #pragma once
 
 #include "compiler/compare/changes.h"

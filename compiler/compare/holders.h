@@ -18,7 +18,7 @@ class Holders {
 public:
     explicit Holders(const Schema &schema);
 
-    // In the order of the schema.
+    // The places in the order of the schema.
     const std::vector<Holder> &of(const Type &type) const;
 
 private:

@@ -1,4 +1,4 @@
-// What new decoders make of an old peer's structure that ends before a member which was appended since.
+// Says how new decoders read an old peer's structure that ends before a member which has been appended since.
 #pragma once
 
 #include "compiler/compare/holders.h"
@@ -7,7 +7,7 @@
 
 namespace tlvc {
 
-// In the schema of the old peer.
+// Looks at the types of the old peer's schema.
 class MissedMembers {
 public:
     explicit MissedMembers(const Holders &holders) : holders_(holders) {}
@@ -24,7 +24,8 @@ private:
     std::map<std::pair<const Type *, uint16_t>, std::string> known_;
 };
 
-// What a decoder puts into the record for an absent member of that type, as if it had been sent. Empty if it clears it.
+// Says what a decoder puts into the record for an absent member of that type, as if it had been sent. Empty if it
+// clears the member.
 std::string what_fills(const Type &member);
 
 } // namespace tlvc

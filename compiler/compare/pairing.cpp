@@ -82,7 +82,8 @@ void Pairing::pair_tags(const Schema &before, const Schema &after) {
     }
 }
 
-// What nothing holds and is made of the same parts, in the order of the schemas: messages, or arrays and unions.
+// Pairs types that nothing holds and that are made of the same parts, in the order of the schemas: messages, or arrays
+// and unions.
 void Pairing::pair_alike(const Schema &before, const Schema &after, const Holders &old_holders,
                          bool messages) {
     const auto is_meant = [&](const Type &type) {
@@ -140,7 +141,7 @@ void Pairing::pair_by_place(const Schema &before) {
     }
 }
 
-// Of one kind, unless the name says that they are the same one all the same.
+// Types of different kinds are partners only by their name.
 void Pairing::pair_if_free(const Type &before, const Type &after) {
     const bool alike = before.kind == after.kind || before.name == after.name;
     if (alike && partner(&before) == nullptr && partner(&after) == nullptr) {

@@ -37,7 +37,7 @@ class Pairing {
 public:
     Pairing(const Schema &before, const Schema &after, const Holders &old_holders, bool families_count);
 
-    // Of either side; null for a type that has no partner.
+    // Takes a type of either side. Null if it has no partner.
     const Type *partner(const Type *type) const;
 
     bool same_family(const Type &before, const Type &after) const;

@@ -47,12 +47,14 @@ struct FamilyText {
         text += '\n';
     }
     void close() {
-        text.insert(text.size() - (open ? 1 : 0), open ? " }" : "");
-        open = false;
+        if (open) {
+            text.insert(text.size() - 1, " }");
+            open = false;
+        }
     }
 };
 
-// Without their ends.
+// The lines of a text, without their ends.
 std::vector<std::string_view> lines_of(std::string_view text) {
     std::vector<std::string_view> lines;
     while (!text.empty()) {
@@ -64,7 +66,7 @@ std::vector<std::string_view> lines_of(std::string_view text) {
     return lines;
 }
 
-// Those that say something, and the end.
+// The lines that state something, and an empty one at the end.
 std::vector<std::string_view> facts_of(std::string_view text) {
     std::vector<std::string_view> lines = lines_of(text);
     std::erase_if(lines, [](std::string_view line) { return line.empty() || line.front() == '#'; });

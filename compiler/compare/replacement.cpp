@@ -26,7 +26,7 @@ bool holds_names_of(const Type &before, const Type &after) {
                                [&](const Enumerator &each) { return names.contains(entry(each)); });
 }
 
-// What C calls the number: an enumeration is a typedef.
+// The type of the number in C, where an enumeration is a typedef.
 std::string_view spelled_in_c(const Type &number) {
     return number.scalar != nullptr ? number.scalar->record : "uint32_t";
 }
@@ -81,7 +81,7 @@ bool Replacement::same_elements(const Type &before, const Type &after) const {
            pairing_.partner(before.element) == after.element;
 }
 
-// Whether what documents say of the old type is right for the new one. What partners differ in is told of them.
+// Whether documents with the old type are right for the new one. Differences between partners have their own findings.
 bool Replacement::reads_documents(const Type &before, const Type &after) {
     if (pairing_.partner(&before) == &after) {
         return true;

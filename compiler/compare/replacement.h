@@ -1,4 +1,4 @@
-// What it breaks when a part has another type than before.
+// Works out what it breaks that a part has another type than before.
 #pragma once
 
 #include "compiler/compare/changes.h"
@@ -14,14 +14,14 @@ class Records {
 public:
     bool same_extent(const Type &before, const Type &after);
 
-    // Whether both have the same fields at the same offsets, whatever records these are in.
+    // True if both have the same fields at the same offsets, whatever records these are in.
     bool same_offsets(const Type &before, const Type &after);
 
 private:
     std::array<Layouts, 3> layouts_{Layouts(lp64), Layouts(ilp32), Layouts(i386)};
 };
 
-// Of types that are no partners.
+// Compares types that are no partners.
 class Replacement {
 public:
     Replacement(const Pairing &pairing, Records &records) : pairing_(pairing), records_(records) {}

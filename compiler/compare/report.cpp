@@ -88,11 +88,14 @@ std::string render_json(const std::vector<Finding> &findings, const ComparedSour
 }
 
 std::string render(const Rule &rule) {
-    const bool has_examples = rule.text.find("\n- ") != rule.text.npos;
-    return fmt::format("{}: {}\n{}", rule.code, rule.text,
-                       has_examples ? fmt::format("From '-' to '+' breaks {}, from '-' to '=' nothing.\n",
-                                                  names_of(rule.levels))
-                                    : "");
+    const std::string text =
+        fmt::format("{}: {}: {}\n{}\n", rule.code, rule.title, rule.effect, rule.explanation);
+    const auto &[before, after, harmless] = rule.example;
+    if (before.empty()) {
+        return text;
+    }
+    return text + fmt::format("- {}\n+ {}\n= {}\nFrom '-' to '+' breaks {}, from '-' to '=' nothing.\n",
+                              before, after, harmless, names_of(rule.levels));
 }
 
 } // namespace tlvc

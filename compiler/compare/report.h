@@ -16,16 +16,16 @@ struct Selection {
     bool only_in_messages = false; // no types that no message holds
 };
 
-// What of the findings breaks one of the levels, and no more than these. What cannot be told is always among it.
+// The findings that break one of the levels, each reduced to these. Findings that are not about types always remain.
 std::vector<Finding> select(std::vector<Finding> findings, const Selection &selection);
 
-// A line a finding, and below it where the old one is.
+// Prints a line for each finding, and below it where the old type is.
 std::string render(const std::vector<Finding> &findings, const ComparedSources &sources);
 
 // An array of objects.
 std::string render_json(const std::vector<Finding> &findings, const ComparedSources &sources);
 
-// What `tlvc explain` prints.
+// The text that `tlvc explain` prints.
 std::string render(const Rule &rule);
 
 } // namespace tlvc

@@ -7,7 +7,7 @@ namespace tlvc {
 
 namespace {
 
-// By canonical path. Standard input is no file.
+// The files by canonical path. Standard input is none.
 std::map<std::filesystem::path, uint32_t> files_of(const Sources &sources) {
     std::map<std::filesystem::path, uint32_t> files;
     for (uint32_t file = 0; file < sources.size(); ++file) {
@@ -29,7 +29,7 @@ std::vector<Finding> shared_files(const Sources &before, const Sources &after) {
         if (const auto old = old_files.find(path); old != old_files.end()) {
             Finding &shared = found.emplace_back();
             shared.rule = &file_shared;
-            shared.effect = file_shared.effect();
+            shared.effect = file_shared.effect;
             shared.old_span = Span{old->second, 0, 0};
             shared.new_span = Span{file, 0, 0};
         }

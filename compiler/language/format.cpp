@@ -15,6 +15,7 @@ constexpr std::string_view indent = "    ";
 
 enum class Gap { None, AsWritten, One };
 
+// The lines that declarations begin with.
 std::string_view header_of(Form form) {
     switch (form) {
     case Form::Enumeration:
@@ -44,7 +45,7 @@ public:
     std::string run() {
         Gap gap = file_top();
         for (const Import &import : file_.imports) {
-            lead({}, "", import.span, import.span.end, gap);
+            write_lead({}, "", import.span, import.span.end, gap);
             line(fmt::format("import \"{}\"", import.path.text), import.span.end);
             gap = Gap::AsWritten;
         }
@@ -61,7 +62,7 @@ private:
         if (file_.doc.lines.empty()) {
             return Gap::AsWritten;
         }
-        lead({}, "", file_.doc.span, file_.doc.span.end, Gap::None);
+        write_lead({}, "", file_.doc.span, file_.doc.span.end, Gap::None);
         documentation(file_.doc, "//!", "");
         return Gap::One;
     }
@@ -71,7 +72,7 @@ private:
         const std::string keyword = declaration.doc.lines.empty() ? single.substr(0, single.find(' ')) : "";
         const bool grouped = !keyword.empty() && keyword == last_single_;
         uint32_t header_end = declaration.has_body() ? declaration.body.begin : declaration.span.end;
-        lead(declaration.doc, "", declaration.span, header_end, grouped ? Gap::AsWritten : gap);
+        write_lead(declaration.doc, "", declaration.span, header_end, grouped ? Gap::AsWritten : gap);
         if (single.empty()) {
             body(declaration);
         } else {
@@ -146,7 +147,7 @@ private:
         align_remarks(all);
         Gap gap = Gap::None;
         for (const Entry &entry : all) {
-            lead(entry.doc, indent, entry.span, entry.span.end, gap);
+            write_lead(entry.doc, indent, entry.span, entry.span.end, gap);
             line(std::string(indent) + entry.aligned, entry.span.end);
             gap = Gap::AsWritten;
         }
@@ -227,8 +228,8 @@ private:
         return result;
     }
 
-    // What stands before the thing itself. Remarks from within its text, up to `end`, move before it.
-    void lead(const Doc &doc, std::string_view indentation, Span thing, uint32_t end, Gap gap) {
+    // Writes what stands before the thing itself. Remarks from within its text, up to `end`, move before it.
+    void write_lead(const Doc &doc, std::string_view indentation, Span thing, uint32_t end, Gap gap) {
         gap = comments_before(thing.begin, gap, indentation);
         space(gap, thing.begin);
         comments_before(end, Gap::None, indentation, Gap::None);

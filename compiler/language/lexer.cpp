@@ -17,7 +17,7 @@ bool is_name_start(char c) { return tlvmsg::base::is_letter(c) || c == '_'; }
 bool is_name_part(char c) { return is_name_start(c) || is_digit(c); }
 bool is_punctuation(char c) { return std::string_view("{}[]=:,;@").find(c) != std::string_view::npos; }
 
-// What to do about characters that mean something elsewhere.
+// Helps for characters that mean something in other languages.
 constexpr std::pair<std::string_view, const char *> helps[] = {
     {"#/", "a remark begins with '//'"},
     {"-", "numbers are not negative: in 32 bits -1 is 4294967295"},
@@ -101,13 +101,13 @@ private:
         std::string_view digits = text_.substr(begin, at_ - begin);
         const bool malformed = digits.find_first_not_of("0123456789") != std::string_view::npos;
         if (malformed) {
-            Diagnostic &fault = faults_.report(fault::malformed_number, span(begin), digits);
+            const Report fault = faults_.report(fault::malformed_number, span(begin), digits);
             fault.help(decimal_of(digits));
         }
         add(TokenKind::Number, span(begin), malformed);
     }
 
-    // What to write instead of a hexadecimal number, if it is one.
+    // A help with the value of a hexadecimal number; empty for any other text.
     static std::string decimal_of(std::string_view digits) {
         if (!digits.starts_with("0x") && !digits.starts_with("0X")) {
             return "";
@@ -154,7 +154,7 @@ private:
         }
     }
 
-    // As C has them; one that never ends is taken for its line.
+    // A remark as in C. One that never ends is taken for its line.
     void enclosed_remark() {
         const size_t begin = at_;
         const size_t end = text_.find("*/", begin + 2);
@@ -176,10 +176,12 @@ private:
         while (text_.substr(at_).starts_with(character)) {
             at_ += character.size();
         }
-        Diagnostic &fault =
+        const Report fault =
             faults_.report(fault::unexpected_character, span(begin), tlvmsg::base::named(character));
         for (const auto &[characters, help] : helps) {
-            fault.help(characters.find(character) != characters.npos ? help : "");
+            if (characters.find(character) != characters.npos) {
+                fault.help(help);
+            }
         }
     }
 

@@ -4,7 +4,8 @@
 
 namespace tlvc {
 
-// Doc is a "///" line, FileDoc a "//!" line; Foreign is what only other languages have: #include, a path without quotes.
+// Doc is a "///" line, FileDoc a "//!" line. Foreign tokens exist in other languages only: #include, a path without
+// quotes.
 // clang-format off
 enum class TokenKind {
     Name, Number, String, Doc, FileDoc, Foreign, LeftBrace = '{', RightBrace = '}', LeftBracket = '[',
@@ -15,8 +16,8 @@ enum class TokenKind {
 struct Token {
     TokenKind kind;
     Span span;
-    bool starts_line;    // nothing but blanks before it on its line
-    bool faulty = false; // and that is reported
+    bool starts_line;    // nothing but blanks stands before it on its line
+    bool faulty = false; // a fault in it has been reported
 };
 
 struct Tokens {

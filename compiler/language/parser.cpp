@@ -1,12 +1,10 @@
 #include "compiler/language/parser.h"
 
-#include "compiler/language/lexer.h"
-#include "compiler/language/reserved.h"
+#include "compiler/language/foreign_types.h"
+#include "compiler/language/token_reader.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <limits>
 #include <utility>
 
 namespace tlvc {
@@ -15,13 +13,39 @@ namespace {
 
 using namespace syntax;
 
-// The fault has been reported; carries control to the nearest place where reading can go on.
-struct Unreadable {};
+// Three words or signs on one line that begin a declaration and no member. Empty is any name, at first any keyword.
+struct Opening {
+    std::string_view first;
+    std::string_view second;
+    std::string_view third;
+};
 
-class Parser {
+constexpr Opening openings[] = {
+    {"", "", "="},
+    {"", "", "{"},
+    {"", "", "["},
+    {"union", "", "by"},
+    {"array", "", "of"},
+    {"dynamic", "array", ""},
+    {"dynamic", "bytes", ""},
+};
+
+bool is_bytes(std::string_view type) {
+    return type == "uint8" || type == "int8" || type == "char" || type == "bytes";
+}
+
+// The element of an array whose items have been declared with that type, as in C.
+std::string element_of(std::string_view type) {
+    const std::optional<OwnType> own = own_type(type);
+    if (own && !own->name.empty()) {
+        return own->name;
+    }
+    return std::string(type.substr(type.rfind(' ') + 1));
+}
+
+class Parser : TokenReader {
 public:
-    Parser(const Sources &sources, uint32_t file, Diagnostics &faults)
-        : sources_(sources), faults_(faults), lexed_(lex(sources, file, faults)) {
+    Parser(const Sources &sources, uint32_t file, Diagnostics &faults) : TokenReader(sources, file, faults) {
         result_.file = file;
     }
 
@@ -34,100 +58,73 @@ public:
                 skip_to_declaration();
             }
         }
-        result_.comments = std::move(lexed_.comments);
+        result_.comments = take_comments();
         return std::move(result_);
     }
 
 private:
-    using Rule = void (Parser::*)(Declaration &);
+    using ReadRest = void (Parser::*)(Declaration &);
     struct Keyword {
         std::string_view word;
         Form form;
         std::string_view wanted; // the name behind the word; empty if it comes later
-        Rule rest;
+        ReadRest rest;
     };
     static const std::array<Keyword, 7> keywords;
 
-    const Token &peek(size_t ahead = 0) const {
-        return lexed_.tokens[std::min(at_ + ahead, lexed_.tokens.size() - 1)];
-    }
-    bool at(TokenKind kind) const { return peek().kind == kind; }
-    std::string_view text(const Token &token) const { return sources_.text(token.span); }
-    bool at_word(std::string_view word, size_t ahead = 0) const {
-        return peek(ahead).kind == TokenKind::Name && text(peek(ahead)) == word;
-    }
-    const Token &take() {
-        const Token &token = peek();
-        at_ = std::min(at_ + 1, lexed_.tokens.size() - 1);
-        sound_ = sound_ && !token.faulty;
-        return token;
-    }
-    bool take_if(TokenKind kind) { return at(kind) && (take(), true); }
+    // ---- Looking ahead -------------------------------------------------------------------------------
 
-    std::string found() const {
-        const std::string quoted = fmt::format("{1}{0}{1}", text(peek()), at(TokenKind::String) ? "" : "'");
-        const bool doc = at(TokenKind::Doc) || at(TokenKind::FileDoc);
-        return at(TokenKind::End) ? "the end of the file" : doc ? "a documentation line" : quoted;
-    }
-    Diagnostic &unexpected(std::string_view wanted) {
-        sound_ = false;
-        return faults_.report(fault::unexpected_token, peek().span, wanted, found());
-    }
-    const Token &expect(TokenKind kind, std::string_view wanted) {
-        if (!at(kind)) {
-            unexpected(wanted);
-            throw Unreadable();
+    const Keyword *keyword(size_t ahead = 0) const {
+        for (const Keyword &each : keywords) {
+            if (at_word(each.word, ahead)) {
+                return &each;
+            }
         }
-        return take();
-    }
-    void expect_word(std::string_view word, const char *help = "") {
-        if (!at_word(word)) {
-            unexpected(fmt::format("'{}'", word)).help(help);
-            throw Unreadable();
-        }
-        take();
-    }
-    Name name(std::string_view wanted) {
-        const Token &token = expect(TokenKind::Name, wanted);
-        return {text(token), token.span};
-    }
-    Number number(std::string_view wanted) {
-        const Token &token = expect(TokenKind::Number, wanted);
-        std::string_view digits = text(token);
-        Number result{std::numeric_limits<uint64_t>::max(), token.span}; // it stays when it is greater still
-        std::from_chars(digits.begin(), digits.end(), result.value);
-        return result;
-    }
-    Span since(size_t start) const {
-        Span first = lexed_.tokens[start].span;
-        return {first.file, first.begin, lexed_.tokens[at_ - 1].span.end};
+        return nullptr;
     }
 
     // Keywords are ordinary names elsewhere, so they count only where a declaration would be written.
     bool at_keyword(size_t ahead = 0) const {
-        auto matches = [&](const Keyword &keyword) { return at_word(keyword.word, ahead); };
-        return peek(ahead).starts_line && std::any_of(keywords.begin(), keywords.end(), matches) &&
+        return peek(ahead).starts_line && keyword(ahead) != nullptr &&
                peek(ahead + 1).kind == TokenKind::Name;
     }
 
-    // Within a body a keyword may be the type of a member; the rest of the line tells.
+    bool matches(std::string_view expected, size_t ahead) const {
+        const Token &token = peek(ahead);
+        return expected.empty() ? token.kind == TokenKind::Name : text(token) == expected;
+    }
+
+    // Within a body a keyword may be the type of a member; the rest of the line decides.
     bool at_declaration_in_body() const {
         size_t first = 0;
         while (peek(first).kind == TokenKind::Doc) {
             ++first;
         }
-        const Token &third = peek(first + 2);
-        const TokenKind sixth = peek(first + 5).kind; // behind "bytes NAME[CAPACITY]", as a member may look
-        const bool member = (sixth == TokenKind::Name && !at_keyword(first + 5)) ||
-                            sixth == TokenKind::RightBrace || sixth == TokenKind::Semicolon;
-        const auto reads = [&](std::string_view keyword, size_t ahead, std::string_view word) {
-            return third.kind == TokenKind::Name && at_word(keyword, first) && at_word(word, first + ahead);
-        };
-        return at_keyword(first) && !third.starts_line &&
-               (third.kind == TokenKind::Equals || third.kind == TokenKind::LeftBrace ||
-                (third.kind == TokenKind::LeftBracket && !member) || reads("union", 2, "by") ||
-                reads("array", 2, "of") || reads("dynamic", 1, "array") || reads("dynamic", 1, "bytes"));
+        if (!at_keyword(first) || peek(first + 2).starts_line) {
+            return false;
+        }
+        const bool opens = std::any_of(std::begin(openings), std::end(openings), [&](const Opening &each) {
+            return matches(each.first, first) && matches(each.second, first + 1) &&
+                   matches(each.third, first + 2);
+        });
+        const bool has_capacity = peek(first + 2).kind == TokenKind::LeftBracket;
+        return opens && !(has_capacity && continues_body(first + 5));
     }
+
+    // True if the "bytes NAME[CAPACITY]" before this is a member that is written as in C.
+    bool continues_body(size_t ahead) const {
+        switch (peek(ahead).kind) {
+        case TokenKind::Name:
+            return !at_keyword(ahead);
+        case TokenKind::RightBrace:
+        case TokenKind::Semicolon:
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    // ---- Going on after a fault ----------------------------------------------------------------------
 
     // The faulty declaration's own keyword is behind already, so this does not stay where it is.
     void skip_to_declaration() {
@@ -139,7 +136,7 @@ private:
     }
 
     void skip_to_member(size_t start) {
-        if (at_ == start) {
+        if (position() == start) {
             take();
         }
         while (!at(TokenKind::End) && !at(TokenKind::RightBrace) && !peek().starts_line) {
@@ -147,15 +144,33 @@ private:
         }
     }
 
+    // Only the first separator of a file is reported.
+    void skip_separators() {
+        while (at(TokenKind::Comma) || at(TokenKind::Semicolon)) {
+            if (!separator_reported_) {
+                faults_.report(fault::unexpected_token, peek().span, "no separator", found())
+                    .help("leave it out, here and elsewhere: members and declarations need no separator");
+                separator_reported_ = true;
+            }
+            take();
+        }
+    }
+
+    // ---- Documentation -------------------------------------------------------------------------------
+
     Doc doc(TokenKind kind) {
         Doc result;
-        for (; at(kind); take()) {
+        if (at(kind)) {
+            result.span = peek().span;
+        }
+        while (at(kind)) {
             std::string_view line = text(peek()).substr(3);
-            result.lines.emplace_back(line.substr(line.starts_with(' ') ? 1 : 0));
-            if (result.lines.size() == 1) {
-                result.span = peek().span;
+            if (line.starts_with(' ')) {
+                line.remove_prefix(1);
             }
+            result.lines.emplace_back(line);
             result.span.end = peek().span.end;
+            take();
         }
         return result;
     }
@@ -167,8 +182,10 @@ private:
         }
     }
 
+    // ---- Imports and declarations --------------------------------------------------------------------
+
     void top_level() {
-        size_t start = at_;
+        const size_t start = position();
         Doc documentation = doc(TokenKind::Doc);
         if (at(TokenKind::End)) {
             documents_nothing(documentation);
@@ -187,15 +204,13 @@ private:
     }
 
     void import() {
-        size_t start = at_;
-        const bool others_found = std::exchange(result_.imports_found, false);
-        if (take().kind == TokenKind::Foreign || at(TokenKind::Foreign)) {
-            std::string path(text(take()));
-            std::erase_if(path, [](char c) { return c == '<' || c == '>' || c == '"'; });
-            faults_
-                .report(fault::unexpected_token, since(start), "an import",
-                        fmt::format("'{}'", sources_.text(since(start))))
-                .help(fmt::format("write: import \"{}\"", path));
+        const size_t start = position();
+        const bool include = take().kind == TokenKind::Foreign;
+        if (include || !at(TokenKind::String) || peek().faulty) {
+            result_.imports_found = false;
+        }
+        if (include || at(TokenKind::Foreign)) {
+            foreign_import(start);
             return;
         }
         const Token &path = expect(TokenKind::String, "the path of a file in quotes");
@@ -203,52 +218,65 @@ private:
             faults_.report(fault::late_import, since(start));
         }
         if (!path.faulty) {
-            std::string_view quoted = text(path);
+            const std::string_view quoted = text(path);
             result_.imports.push_back({{quoted.substr(1, quoted.size() - 2), path.span}, since(start)});
-            result_.imports_found = others_found;
         }
     }
 
+    void foreign_import(size_t start) {
+        std::string path(text(take()));
+        std::erase_if(path, [](char c) { return c == '<' || c == '>' || c == '"'; });
+        const Span span = since(start);
+        faults_.report(fault::unexpected_token, span, "an import", fmt::format("'{}'", text(span)))
+            .help(fmt::format("write: import \"{}\"", path));
+    }
+
+    // Keeps a declaration that cannot be read to its end as well, if its name is known.
     void declaration(size_t start, Doc documentation) {
         Declaration result;
         result.doc = std::move(documentation);
-        sound_ = true;
+        begin_declaration();
         try {
-            auto matches = [this](const Keyword &keyword) { return at_word(keyword.word); };
-            auto keyword = std::find_if(keywords.begin(), keywords.end(), matches);
-            if (keyword == keywords.end()) {
-                no_declaration(result);
-            }
-            take();
-            result.form = keyword->form;
-            if (!keyword->wanted.empty()) {
-                result.name = name(keyword->wanted);
-            }
-            (this->*keyword->rest)(result);
+            read(result);
         } catch (const Unreadable &) {
-            finish(result, start);
+            keep(std::move(result), start);
             throw;
         }
-        finish(result, start);
+        keep(std::move(result), start);
     }
 
-    void finish(Declaration &result, size_t start) {
-        if (!result.name.text.empty()) {
-            result.sound = sound_;
-            result.span = since(start);
-            result_.declarations.push_back(std::move(result));
+    void read(Declaration &result) {
+        const Keyword *found = keyword();
+        if (found == nullptr) {
+            no_declaration(result);
         }
+        take();
+        result.form = found->form;
+        if (!found->wanted.empty()) {
+            result.name = name(found->wanted);
+        }
+        (this->*found->rest)(result);
+    }
+
+    void keep(Declaration declaration, size_t start) {
+        if (declaration.name.text.empty()) {
+            return;
+        }
+        declaration.sound = is_sound();
+        declaration.span = since(start);
+        result_.declarations.push_back(std::move(declaration));
     }
 
     // A misspelled keyword has a name behind it.
     [[noreturn]] void no_declaration(Declaration &result) {
-        std::string_view word = text(peek());
         std::vector<std::string_view> words = {"import"};
-        for (const Keyword &keyword : keywords) {
-            words.push_back(keyword.word);
+        for (const Keyword &each : keywords) {
+            words.push_back(each.word);
         }
-        unexpected("a declaration").suggest(word, words);
-        result_.imports_found = result_.imports_found && !at(TokenKind::String); // 'import' is missing
+        unexpected("a declaration").suggest(text(peek()), words);
+        if (at(TokenKind::String)) { // behind an 'import' that is missing
+            result_.imports_found = false;
+        }
         if (at(TokenKind::Name) && peek(1).kind == TokenKind::Name && !peek(1).starts_line) {
             take();
             result.name = name("a name");
@@ -256,11 +284,13 @@ private:
         throw Unreadable();
     }
 
-    // Without its tag, what is in it is read all the same.
+    // ---- What follows the keywords -------------------------------------------------------------------
+
+    // A body is read even where the tag before it is missing.
     void tagged(Declaration &result) {
         const bool equals = take_if(TokenKind::Equals);
         if (equals && at(TokenKind::Number)) {
-            result.number = number("");
+            result.number = number("the tag");
         } else {
             unexpected(equals ? "the tag" : "'=' and the tag")
                 .help("tags of your own families are 32768 to 65535; 'tlvc tags FILES' prints free ones");
@@ -299,16 +329,17 @@ private:
     }
 
     void dynamic(Declaration &result) {
-        if (!at_word("array") && !at_word("bytes")) {
-            unexpected("'array' or 'bytes'");
-            throw Unreadable();
-        }
-        if (text(take()) == "array") {
+        if (at_word("array")) {
+            take();
             result.name = name("the name of the array");
             elements(result);
-        } else {
+        } else if (at_word("bytes")) {
+            take();
             result.form = Form::DynamicBytes;
             result.name = name("the name of the byte array");
+        } else {
+            unexpected("'array' or 'bytes'");
+            throw Unreadable();
         }
         expect_word("counted", "add: counted by uint16, or by uint8 for up to 255 items");
         expect_word("by");
@@ -326,18 +357,14 @@ private:
         body(result);
     }
 
+    // ---- Bodies --------------------------------------------------------------------------------------
+
     void body(Declaration &result) {
-        size_t start = at_;
-        expect(TokenKind::LeftBrace, "'{'");
+        const size_t start = position();
+        const Span brace = expect(TokenKind::LeftBrace, "'{'").span;
         while (!take_if(TokenKind::RightBrace)) {
             if (at(TokenKind::End) || at_declaration_in_body()) {
-                doc(TokenKind::Doc); // belongs to the declaration, which is what to show
-                sound_ = false;
-                faults_.report(fault::unclosed_body, peek().span, found())
-                    .note(lexed_.tokens[start].span,
-                          fmt::format("the body of '{}' begins here", result.name.text))
-                    .help(at(TokenKind::End) ? ""
-                                             : "the type of a member is declared outside, and named here");
+                unclosed(result, brace);
                 break;
             }
             entry_or_recover(result);
@@ -346,123 +373,134 @@ private:
         result.body = since(start);
     }
 
-    void skip_separators() { // the first of a file is told of
-        while (at(TokenKind::Comma) || at(TokenKind::Semicolon)) {
-            if (!std::exchange(separator_told_, true)) {
-                faults_.report(fault::unexpected_token, peek().span, "no separator", found())
-                    .help("leave it out, here and elsewhere: members and declarations need no separator");
-            }
-            take();
+    void unclosed(const Declaration &declaration, Span brace) {
+        doc(TokenKind::Doc); // belongs to the next declaration, which is what to show
+        mark_unsound();
+        const Report fault =
+            faults_.report(fault::unclosed_body, peek().span, found())
+                .note(brace, fmt::format("the body of '{}' begins here", declaration.name.text));
+        if (!at(TokenKind::End)) {
+            fault.help("the type of a member is declared outside, and named here");
         }
     }
 
     void entry_or_recover(Declaration &result) {
-        size_t start = at_;
+        const size_t start = position();
         try {
-            Doc documentation = doc(TokenKind::Doc);
-            if (at(TokenKind::RightBrace) || at(TokenKind::End)) {
-                documents_nothing(documentation);
-            } else if (result.form == Form::Enumeration) {
-                enumerator(result, start, std::move(documentation));
-            } else {
-                member(result, start, std::move(documentation));
-            }
+            entry(result, start);
         } catch (const Unreadable &) {
             result.readable = false;
             skip_to_member(start);
         }
     }
 
-    void enumerator(Declaration &result, size_t start, Doc documentation) {
-        Enumerator enumerator;
-        enumerator.doc = std::move(documentation);
-        enumerator.name = name("the name of a value");
+    void entry(Declaration &result, size_t start) {
+        Doc documentation = doc(TokenKind::Doc);
+        if (at(TokenKind::RightBrace) || at(TokenKind::End)) {
+            documents_nothing(documentation);
+        } else if (result.form == Form::Enumeration) {
+            if (std::optional<Enumerator> read = enumerator(start, std::move(documentation))) {
+                result.enumerators.push_back(std::move(*read));
+            }
+        } else {
+            result.members.push_back(member(result.form, start, std::move(documentation)));
+        }
+    }
+
+    // Nothing where the value is missing, as it is from the rest of the body then.
+    std::optional<Enumerator> enumerator(size_t start, Doc documentation) {
+        Enumerator result;
+        result.doc = std::move(documentation);
+        result.name = name("the name of a value");
         if (!take_if(TokenKind::Equals)) {
             unexpected("'=' and the value")
-                .help(fmt::format("each has a value, and no comma: write '{} = 0'", enumerator.name.text));
-            separator_told_ = true;
+                .help(fmt::format("each has a value, and no comma: write '{} = 0'", result.name.text));
+            separator_reported_ = true;
             while (!at(TokenKind::End) && !at(TokenKind::RightBrace) && !at_keyword()) {
-                take(); // nor have the others one
+                take();
             }
-            return;
+            return std::nullopt;
         }
-        enumerator.value = number("the value");
-        enumerator.span = since(start);
-        result.enumerators.push_back(std::move(enumerator));
+        result.value = number("the value");
+        result.span = since(start);
+        return result;
     }
 
-    void member(Declaration &result, size_t start, Doc documentation) {
-        Member member;
-        member.doc = std::move(documentation);
-        if (result.form == Form::Union) {
-            values(member);
+    Member member(Form form, size_t start, Doc documentation) {
+        Member result;
+        result.doc = std::move(documentation);
+        if (form == Form::Union) {
+            result.values = values();
         }
-        member.type = type();
-        member.name = name("the name of the member");
+        result.type = type();
+        result.name = name("the name of the member");
         if (at(TokenKind::LeftBracket)) {
-            array_as_member(member);
-            member.type = {}; // whatever it is
+            array_as_member(result);
+            result.type = {}; // whatever it is
         }
         while (take_if(TokenKind::At)) {
-            member.attributes.push_back(name("an attribute"));
+            result.attributes.push_back(name("an attribute"));
         }
-        member.span = since(start);
-        result.members.push_back(std::move(member));
+        result.span = since(start);
+        return result;
     }
 
-    void values(Member &alternative) {
+    std::vector<Value> values() {
+        std::vector<Value> result;
         do {
             if (at(TokenKind::Name)) {
-                const Name enumerator = name("");
-                alternative.values.push_back({enumerator.text, 0, enumerator.span});
+                const Name enumerator = name("the name of a value");
+                result.push_back({enumerator.text, 0, enumerator.span});
             } else {
                 const Number number = this->number("the value of an alternative, or its name");
-                alternative.values.push_back({{}, number.value, number.span});
+                result.push_back({{}, number.value, number.span});
             }
         } while (take_if(TokenKind::Comma));
         expect(TokenKind::Colon, "':' behind the value");
+        return result;
     }
 
-    // What C writes in several words is one name, which nothing has.
+    // A type that C writes in several words becomes one name, which no type has.
     Name type() {
         Name result = name("a type");
-        const auto on_line = [this](size_t ahead) {
-            return peek(ahead).kind == TokenKind::Name && !peek(ahead).starts_line;
-        };
-        while (on_line(0) && on_line(1) &&
-               !instead_of(fmt::format("{} {}", result.text, text(peek()))).empty()) {
+        while (name_on_line(0) && name_on_line(1) &&
+               own_type(fmt::format("{} {}", result.text, text(peek())))) {
             result.span.end = take().span.end;
-            result.text = sources_.text(result.span);
+            result.text = text(result.span);
         }
         return result;
     }
 
-    // Written as in C.
+    bool name_on_line(size_t ahead) const {
+        return peek(ahead).kind == TokenKind::Name && !peek(ahead).starts_line;
+    }
+
+    // Reports an array that is written as in C, and skips its capacity.
     void array_as_member(const Member &member) {
-        const std::string write = instead_of(member.type.text);
-        const std::string_view of = write.starts_with("write ")
-                                        ? std::string_view(write).substr(6, write.find(' ', 6) - 6)
-                                        : member.type.text.substr(member.type.text.rfind(' ') + 1);
-        const bool bytes = of == "uint8" || of == "int8" || of == "char" || of == "bytes" || of == "string";
-        const std::string name = fmt::format("{}_array", bytes ? member.name.text : of);
-        const std::string array = bytes ? "bytes " + name : fmt::format("array {} of {}", name, of);
-        const std::string_view capacity =
-            peek(1).kind == TokenKind::Number ? text(peek(1)) : std::string_view("CAPACITY");
-        unexpected("a member or '}'")
-            .help(fmt::format("an array is a type: declare '{}[{}]' and write '{} {}' here", array, capacity,
-                              name, member.name.text));
+        unexpected("a member or '}'").help(how_to_declare_array(member));
         do {
             take();
         } while (at(TokenKind::Number) && !peek().starts_line);
         take_if(TokenKind::RightBracket);
     }
 
-    const Sources &sources_;
-    Diagnostics &faults_;
-    Tokens lexed_;
-    size_t at_ = 0;
-    bool sound_ = true; // the declaration so far
-    bool separator_told_ = false;
+    std::string how_to_declare_array(const Member &member) const {
+        std::string capacity = "CAPACITY";
+        if (peek(1).kind == TokenKind::Number) {
+            capacity = text(peek(1));
+        }
+        const std::string element = element_of(member.type.text);
+        std::string name = fmt::format("{}_array", element);
+        std::string declaration = fmt::format("array {} of {}", name, element);
+        if (is_bytes(element)) {
+            name = fmt::format("{}_array", member.name.text);
+            declaration = fmt::format("bytes {}", name);
+        }
+        return fmt::format("an array is a type: declare '{}[{}]' and write '{} {}' here", declaration,
+                           capacity, name, member.name.text);
+    }
+
+    bool separator_reported_ = false;
     File result_;
 };
 

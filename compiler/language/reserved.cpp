@@ -1,106 +1,31 @@
 #include "compiler/language/reserved.h"
 
 #include "base/ascii.h"
+#include "compiler/language/word_list.h"
+#include "compiler/language/word_lists.h"
 
 #include <algorithm>
 #include <iterator>
-#include <set>
-#include <sstream>
 
 namespace tlvc {
 
 namespace {
 
-using Names = std::set<std::string, std::less<>>;
-
-Names words(const char *text) {
-    std::istringstream in(text);
-    return {std::istream_iterator<std::string>(in), {}};
-}
-
-const Names keywords = words(R"(
-_Alignas _Alignof _Atomic _BitInt _Bool _Complex _Decimal128 _Decimal32 _Decimal64 _Generic _Imaginary _Noreturn _Static_assert
-_Thread_local alignas alignof and and_eq asm auto bitand bitor bool break case catch char char16_t char32_t char8_t class co_await co_return
-co_yield compl concept const const_cast consteval constexpr constinit continue decltype default delete do double dynamic_cast else enum
-explicit export extern false float for friend goto if inline int long mutable namespace new noexcept not not_eq nullptr operator or or_eq
-private protected public register reinterpret_cast requires restrict return short signed sizeof static static_assert static_cast struct
-switch template this thread_local throw true try typedef typeid typename typeof typeof_unqual union unsigned using virtual void volatile
-wchar_t while xor xor_eq
-)");
+const WordList keywords(reserved_keywords);
 
 // Macros of compilers and of the headers of C that programs of any kind include, also those for C++. Further ones are
-// told by their looks.
-const Names macros = words(R"(
-assert BUFSIZ CHAR_BIT CHAR_MAX CHAR_MIN CLOCKS_PER_SEC complex DBL_DECIMAL_DIG DBL_DIG DBL_EPSILON DBL_HAS_SUBNORM DBL_MANT_DIG DBL_MAX
-DBL_MAX_10_EXP DBL_MAX_EXP DBL_MIN DBL_MIN_10_EXP DBL_MIN_EXP DBL_TRUE_MIN DECIMAL_DIG E2BIG EACCES EADDRINUSE EADDRNOTAVAIL EADV
-EAFNOSUPPORT EAGAIN EALREADY EBADE EBADF EBADFD EBADMSG EBADR EBADRQC EBADSLT EBFONT EBUSY ECANCELED ECHILD ECHRNG ECOMM ECONNABORTED
-ECONNREFUSED ECONNRESET EDEADLK EDEADLOCK EDESTADDRREQ EDOM EDOTDOT EDQUOT EEXIST EFAULT EFBIG EHOSTDOWN EHOSTUNREACH EHWPOISON EIDRM
-EILSEQ EINPROGRESS EINTR EINVAL EIO EISCONN EISDIR EISNAM EKEYEXPIRED EKEYREJECTED EKEYREVOKED EL2HLT EL2NSYNC EL3HLT EL3RST ELIBACC
-ELIBBAD ELIBEXEC ELIBMAX ELIBSCN ELNRNG ELOOP EMEDIUMTYPE EMFILE EMLINK EMSGSIZE EMULTIHOP ENAMETOOLONG ENAVAIL ENETDOWN ENETRESET
-ENETUNREACH ENFILE ENOANO ENOBUFS ENOCSI ENODATA ENODEV ENOENT ENOEXEC ENOKEY ENOLCK ENOLINK ENOMEDIUM ENOMEM ENOMSG ENONET ENOPKG
-ENOPROTOOPT ENOSPC ENOSR ENOSTR ENOSYS ENOTBLK ENOTCONN ENOTDIR ENOTEMPTY ENOTNAM ENOTRECOVERABLE ENOTSOCK ENOTSUP ENOTTY ENOTUNIQ ENXIO
-EOF EOPNOTSUPP EOVERFLOW EOWNERDEAD EPERM EPFNOSUPPORT EPIPE EPROTO EPROTONOSUPPORT EPROTOTYPE ERANGE EREMCHG EREMOTE EREMOTEIO ERESTART
-ERFKILL EROFS errno ESHUTDOWN ESOCKTNOSUPPORT ESPIPE ESRCH ESRMNT ESTALE ESTRPIPE ETIME ETIMEDOUT ETOOMANYREFS ETXTBSY EUCLEAN EUNATCH
-EUSERS EWOULDBLOCK EXDEV EXFULL EXIT_FAILURE EXIT_SUCCESS FILENAME_MAX FLT_DECIMAL_DIG FLT_DIG FLT_EPSILON FLT_EVAL_METHOD FLT_HAS_SUBNORM
-FLT_MANT_DIG FLT_MAX FLT_MAX_10_EXP FLT_MAX_EXP FLT_MIN FLT_MIN_10_EXP FLT_MIN_EXP FLT_RADIX FLT_ROUNDS FLT_TRUE_MIN FOPEN_MAX FP_ILOGB0
-FP_ILOGBNAN FP_INFINITE FP_NAN FP_NORMAL FP_SUBNORMAL FP_ZERO fpclassify HUGE_VAL HUGE_VALF HUGE_VALL imaginary INFINITY isfinite isgreater
-isgreaterequal isinf isless islessequal islessgreater isnan isnormal isunordered LC_ADDRESS LC_ALL LC_COLLATE LC_CTYPE LC_IDENTIFICATION
-LC_MEASUREMENT LC_MESSAGES LC_MONETARY LC_NAME LC_NUMERIC LC_PAPER LC_TELEPHONE LC_TIME LDBL_DECIMAL_DIG LDBL_DIG LDBL_EPSILON
-LDBL_HAS_SUBNORM LDBL_MANT_DIG LDBL_MAX LDBL_MAX_10_EXP LDBL_MAX_EXP LDBL_MIN LDBL_MIN_10_EXP LDBL_MIN_EXP LDBL_TRUE_MIN linux LLONG_MAX
-LLONG_MIN LONG_MAX LONG_MIN MATH_ERREXCEPT MATH_ERRNO MB_CUR_MAX MB_LEN_MAX NAN noreturn NULL offsetof RAND_MAX SCHAR_MAX SCHAR_MIN
-SEEK_CUR SEEK_END SEEK_SET setjmp SHRT_MAX SHRT_MIN signbit sigsetjmp stderr stdin stdout TIME_UTC TMP_MAX UCHAR_MAX ULLONG_MAX ULONG_MAX
-unix USHRT_MAX va_arg va_copy va_end va_start WEOF
-)");
+// recognized by their looks.
+const WordList macros(reserved_macros);
 
-// What the C library declares, in the headers that generated code or its users include; the namespace of the
+// Names that the C library declares in the headers that generated code or its users include; the namespace of the
 // C++ library; and the parameters of generated functions.
-const Names declared = words(R"(
-abort abs acos acosh aligned_alloc asctime asin asinh at_quick_exit atan atan2 atanh atexit atof atoi atol atoll basename bcmp bcopy bsearch
-bzero calloc cbrt ceil clearerr clock clock_t copysign cos cosh ctime difftime div div_t double_t erf erfc exit exp exp2 explicit_bzero
-expm1 fabs fclose fdim feof ferror fflush ffs ffsl ffsll fgetc fgetpos fgets FILE float_t floor fma fmax fmin fmod fopen fpos_t fprintf
-fputc fputs fread free freopen frexp fscanf fseek fsetpos ftell fwrite getc getchar getenv gets gmtime hypot ilogb in index int16_t int32_t
-int64_t int8_t int_fast16_t int_fast32_t int_fast64_t int_fast8_t int_least16_t int_least32_t int_least64_t int_least8_t intmax_t intptr_t
-isalnum isalpha isblank iscntrl isdigit isgraph islower isprint ispunct isspace isupper isxdigit labs ldexp ldiv ldiv_t lgamma llabs lldiv
-lldiv_t llrint llround locale_t localtime log log10 log1p log2 logb lrint lround main malloc max_align_t mblen mbstowcs mbtowc memccpy
-memchr memcmp memcpy memfrob memmem memmove mempcpy memrchr memset mktime modf nan nearbyint nextafter nexttoward nullptr_t out perror pow
-printf ptrdiff_t putc putchar puts qsort quick_exit raise rand rawmemchr realloc remainder remove remquo rename rewind rindex rint round
-scalbln scalbn scanf setbuf setvbuf sig_atomic_t sigabbrev_np sigdescr_np signal sin sinh size_t snprintf sprintf sqrt srand sscanf ssize_t
-std stpcpy stpncpy strcasecmp strcasecmp_l strcasestr strcat strchr strchrnul strcmp strcoll strcoll_l strcpy strcspn strdup strerror
-strerror_l strerror_r strerrordesc_np strerrorname_np strfry strftime strlen strncasecmp strncasecmp_l strncat strncmp strncpy strndup
-strnlen strpbrk strrchr strsep strsignal strspn strstr strtod strtof strtok strtok_r strtol strtold strtoll strtoul strtoull strverscmp
-strxfrm strxfrm_l system tan tanh tgamma time time_t timespec_get tmpfile tmpnam tolower toupper trunc uint16_t uint32_t uint64_t uint8_t
-uint_fast16_t uint_fast32_t uint_fast64_t uint_fast8_t uint_least16_t uint_least32_t uint_least64_t uint_least8_t uintmax_t uintptr_t ungetc
-va_list vfprintf vfscanf vprintf vscanf vsnprintf vsprintf vsscanf wint_t
-)");
+const WordList declared(reserved_declared);
 
 // Headers of these names are not generated from a family.
-const Names taken = words(R"(
-all codes forms inspect record register runtime tlvmsg tlvmsg_format tlvmsg_json typed types version
-)");
+const WordList headers(reserved_headers);
 
-struct Foreign {
-    std::string_view names; // each between bars
-    std::string_view help;
-};
-
-constexpr Foreign types[] = {
-    {"|unsigned char|byte|bool|boolean|_Bool|u8|uint8_t|", "write uint8"},
-    {"|signed char|i8|s8|int8_t|", "write int8"},
-    {"|unsigned short|unsigned short int|ushort|u16|uint16_t|", "write uint16"},
-    {"|short|short int|i16|s16|int16_t|", "write int16"},
-    {"|unsigned|unsigned int|uint|u32|uint32_t|size_t|", "write uint32"},
-    {"|int|signed|signed int|i32|s32|int32_t|", "write int32"},
-    {"|unsigned long|unsigned long int|", "write uint32 or uint64"},
-    {"|long|long int|", "write int32 or int64"},
-    {"|unsigned long long|unsigned long long int|u64|uint64_t|", "write uint64"},
-    {"|long long|long long int|i64|s64|int64_t|", "write int64"},
-    {"|float|double|long double|", "numbers are whole: send a multiple, such as thousandths in a uint32"},
-    {"|string|str|text|bytes|",
-     "text is bytes: declare 'bytes NAME[CAPACITY]' or 'dynamic bytes NAME counted by uint8' and use that"},
-};
-
-// Names of the library, of the functions of each type and of the platform begin like this; and what would make
-// of tlvmsg_encode_TYPE a tlvmsg_encode_alloc_TYPE.
+// Names of the library, of the functions of each type and of the platform begin like this. A type called alloc_X would
+// have a function tlvmsg_encode_alloc_X, which the type X has as well.
 constexpr std::string_view prefixes[] = {"tlvmsg",      "tlv_", "get_tlv_", "encode_tlv_",
                                          "decode_tlv_", "osal", "OSAL",     "alloc"};
 
@@ -109,7 +34,7 @@ bool is_name(std::string_view name) {
     return !name.empty() && name[0] > '9' && name.find_first_not_of(parts) == name.npos;
 }
 
-// As INT32_MAX, SIZE_MAX and TLVMSG_TAG_x are.
+// True for names like INT32_MAX, SIZE_MAX and TLVMSG_TAG_x.
 bool looks_like_macro(std::string_view name) {
     constexpr std::string_view beginnings[] = {"INT", "UINT", "PTRDIFF_", "SIG", "SIZE_", "WCHAR_", "WINT_"};
     const bool lower = std::any_of(name.begin(), name.end(), tlvmsg::base::is_lower);
@@ -143,23 +68,11 @@ std::string_view why_no_type_name(std::string_view name) {
     return name.starts_with('_') ? "names that begin with an underscore are the compiler's" : "";
 }
 
-std::string instead_of(std::string_view type) {
-    for (const Foreign &each : types) {
-        if (each.names.find("|" + std::string(type) + "|") != std::string_view::npos) {
-            return std::string(each.help);
-        }
-    }
-    const std::string_view first = type.substr(0, type.find(' '));
-    const bool named = (first == "struct" || first == "enum" || first == "union") &&
-                       type.find(' ') != type.npos && type.find(' ') == type.rfind(' ');
-    return named ? "leave out '" + std::string(first) + "'" : "";
-}
-
 std::string_view why_no_family_name(std::string_view name) {
     if (!is_name(name)) {
         return "a name is letters, digits and underscores, and begins with no digit";
     }
-    return taken.contains(name) ? "a header of the library has it" : "";
+    return headers.contains(name) ? "a header of the library has it" : "";
 }
 
 } // namespace tlvc

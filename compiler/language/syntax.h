@@ -1,4 +1,4 @@
-// What a schema file says, before any name in it is looked up. Names are views into the file's text.
+// The content of a schema file before any name in it is looked up. Names are views into the file's text.
 #pragma once
 
 #include "compiler/text/source.h"
@@ -22,7 +22,7 @@ struct Doc {
     Span span;
 };
 
-// What chooses an alternative: a number, or an enumerator's name.
+// A value that chooses an alternative: a number, or an enumerator's name.
 struct Value {
     std::string_view name; // empty for a number
     uint64_t number = 0;
@@ -61,8 +61,8 @@ struct Declaration {
     std::vector<Member> members;         // structure, message, union
     std::vector<Enumerator> enumerators; // enumeration
     Span span;                           // documentation included
-    bool sound = true;                   // else a fault in it is reported, and only the name is certain ...
-    bool readable = true;                // ... or, if it is so nevertheless, all names in it
+    bool sound = true;    // false once a fault in it is reported; its name is certain all the same
+    bool readable = true; // false once a part was skipped, so that names in it may be missing
 
     bool has_body() const { return body.begin != body.end; }
 };
@@ -76,7 +76,7 @@ struct File {
     uint32_t file = 0;
     Doc doc;
     std::vector<Import> imports;
-    bool imports_found = true; // else a fault is reported, and names may be unknown for that
+    bool imports_found = true; // false once one is at fault, so that names may be unknown
     std::vector<Declaration> declarations;
     std::vector<Span> comments;
 };

@@ -1,5 +1,6 @@
 // Names that headers of the C library and of Linux have: records may use them, but not programs that include such a
-// header as well. Printed by system_names.py; since they are only warned of, longer lists break nobody's schema.
+// header as well. The lists are printed by system_names.py. Their names only cause warnings, so longer lists break
+// nobody's schema.
 #pragma once
 
 #include <string_view>

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 constexpr size_t most_diagnostics = 200; // a file that is no schema can have a fault a character
 
-// What begins with this byte. Characters of four bytes in UTF-8 are two units in UTF-16.
+// Units in UTF-16 of the character that begins with this byte: two if it has four bytes in UTF-8.
 uint32_t utf16_units(char byte) {
     const auto bits = static_cast<unsigned char>(byte);
     return bits >= 0xF0 ? 2 : bits < 0x80 || bits >= 0xC0 ? 1 : 0;
@@ -48,7 +48,7 @@ std::optional<std::string> without_escapes(std::string_view text) {
     return plain;
 }
 
-// Empty for what is no file.
+// Empty if the URI names no file.
 fs::path path_of(const std::string &uri) {
     constexpr std::string_view scheme = "file://";
     const size_t begin = uri.starts_with(scheme) ? uri.find('/', scheme.size()) : uri.npos;
@@ -91,7 +91,7 @@ JsonValue range(const Sources &sources, Span span) {
             {"end", position(sources, span.file, span.end)}};
 }
 
-// Behind the end of a line is its end, and behind the last line the end of the text.
+// Places behind the end of a line mean its end; places behind the last line mean the end of the text.
 uint32_t offset_of(std::string_view text, uint64_t line, uint64_t column) {
     size_t at = 0;
     for (; line > 0 && at < text.size(); --line) {
@@ -119,7 +119,7 @@ Documents::Open Documents::place(const std::string &uri) {
 
 void Documents::put(const std::string &uri, std::string text) {
     if (!is_open(uri)) {
-        spell_again();
+        forget_diagnostics();
     }
     const Open &open = open_.try_emplace(uri, place(uri)).first->second;
     const auto [known, is_new] = texts_.try_emplace(open.path);
@@ -137,7 +137,7 @@ void Documents::remove(const std::string &uri) {
     }
     const Open open = closed->second;
     open_.erase(closed);
-    spell_again();
+    forget_diagnostics();
     texts_.erase(open.path);
     changed(open.path);
     if (std::ranges::none_of(open_, [&](const auto &each) { return each.second.family == open.family; })) {
@@ -151,14 +151,14 @@ void Documents::files_have_changed() {
     }
 }
 
-// How files are called, and whose warnings are told, goes by what is open.
-void Documents::spell_again() {
+// The open documents decide how files are called, and which of them show warnings.
+void Documents::forget_diagnostics() {
     for (auto &[family, analysis] : analyses_) {
-        analysis.told.reset();
+        analysis.diagnostics.reset();
     }
 }
 
-// What has read the file has to be made again, and what may have looked for it in vain.
+// Analyses that have read the file have to be made again, and so have those that may have looked for it in vain.
 void Documents::changed(const fs::path &path) {
     for (auto &[family, analysis] : analyses_) {
         const auto is_it = [&](const Unit &unit) { return unit.canonical == path; };
@@ -226,7 +226,7 @@ Document Documents::find(const std::string &uri) {
     return {analysis, static_cast<uint32_t>(unit - units.begin())};
 }
 
-// As the client spells it if it has the file open.
+// The URI is spelled as the client does, if it has the file open.
 std::string Documents::uri(const fs::path &canonical) const {
     const auto open =
         std::ranges::find_if(open_, [&](const auto &each) { return each.second.path == canonical; });
@@ -238,11 +238,11 @@ JsonValue Documents::location(const Analysis &analysis, Span span) const {
             {"range", range(analysis.sources, span)}};
 }
 
-// Warnings are for who is at work on the file. Whether nothing uses an enumeration cannot be told, since families that
-// are not open may.
-const std::vector<std::pair<std::string, JsonValue>> &Documents::told(Analysis &analysis) const {
-    if (!analysis.told) {
-        analysis.told.emplace();
+// Warnings are for people who work on the file. None says that nothing uses an enumeration: families that are not open
+// may use it.
+const std::vector<std::pair<std::string, JsonValue>> &Documents::diagnostics_of(Analysis &analysis) const {
+    if (!analysis.diagnostics) {
+        analysis.diagnostics.emplace();
         std::map<std::string, size_t> counts;
         const auto &units = analysis.program.units;
         for (const Diagnostic &fault : analysis.faults.in_file_order()) {
@@ -251,11 +251,11 @@ const std::vector<std::pair<std::string, JsonValue>> &Documents::told(Analysis &
             const bool warns = fault.severity == Severity::Warning;
             const bool doubtful = warns && (!is_open(file) || fault.fault == &fault::unused_enumeration);
             if (!file.empty() && !doubtful && counts[file]++ < most_diagnostics) {
-                analysis.told->emplace_back(file, diagnostic(*this, analysis, fault));
+                analysis.diagnostics->emplace_back(file, diagnostic(*this, analysis, fault));
             }
         }
     }
-    return *analysis.told;
+    return *analysis.diagnostics;
 }
 
 // Two families that import a file find its faults twice.
@@ -278,7 +278,7 @@ std::map<std::string, JsonValue> Documents::diagnostics() {
         }
     }
     for (auto &[family, analysis] : analyses_) {
-        for (const auto &[file, fault] : told(analysis)) {
+        for (const auto &[file, fault] : diagnostics_of(analysis)) {
             add(file, fault);
         }
     }

@@ -12,7 +12,8 @@ namespace tlvc::lsp {
 
 using JsonValue = nlohmann::json;
 
-// Of a family with all that it imports: its open documents, and its files on disk. Model and syntax refer to the texts.
+// A family with all that it imports, compiled: its open documents, and its files on disk. Model and syntax refer to the
+// texts.
 struct Analysis {
     Sources sources;
     Diagnostics faults;
@@ -21,7 +22,7 @@ struct Analysis {
     std::string failure;                  // why a file cannot be read
     bool stale = true;                    // something that it comes from has changed
     std::optional<std::vector<std::pair<std::string, JsonValue>>>
-        told; // the faults by URI, once they were asked for
+        diagnostics; // by URI, once they have been asked for
 };
 
 // An open document, a file of an analysis.
@@ -36,7 +37,7 @@ struct Document {
 JsonValue range(const Sources &sources, Span span);
 uint32_t offset_of(std::string_view text, uint64_t line, uint64_t column);
 
-// Nothing is compiled before somebody asks, and then what has changed since.
+// Compiles nothing before somebody asks, and then only the families that have changed.
 class Documents {
 public:
     Documents(const Library &library, ImportPath import_path)
@@ -54,7 +55,7 @@ public:
     std::string uri(const std::filesystem::path &canonical) const;
     JsonValue location(const Analysis &analysis, Span span) const;
 
-    // By URI: of every open document, and of the files with faults in their families and imports.
+    // The diagnostics by URI, for every open document and for files with faults in their families and imports.
     std::map<std::string, JsonValue> diagnostics();
 
 private:
@@ -64,8 +65,8 @@ private:
     };
     Open place(const std::string &uri);
     void changed(const std::filesystem::path &path);
-    void spell_again();
-    const std::vector<std::pair<std::string, JsonValue>> &told(Analysis &analysis) const;
+    void forget_diagnostics();
+    const std::vector<std::pair<std::string, JsonValue>> &diagnostics_of(Analysis &analysis) const;
     std::vector<std::string> files_of_family(const std::filesystem::path &family) const;
     Analysis &refreshed(const std::filesystem::path &family);
     void analyse(const std::filesystem::path &family, Analysis &analysis) const;

@@ -20,7 +20,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds pause_in_typing{150};
 
-// What the parameters have at a path like "/textDocument/uri". Throws a Refusal unless it is there and of that type.
+// The parameter at a path like "/textDocument/uri". Throws a Refusal unless it is there and of that type.
 const JsonValue &parameter(const JsonValue &params, const std::string &path, JsonValue::value_t type) {
     const JsonValue::json_pointer pointer(path);
     if (!params.contains(pointer) || params.at(pointer).type() != type) {
@@ -188,7 +188,7 @@ private:
         }
     }
 
-    // What is not UTF-8 in a schema file is replaced, because JSON cannot have it.
+    // Bytes of a schema file that are no UTF-8 are replaced, because JSON cannot have them.
     void write(JsonValue message) {
         message["jsonrpc"] = "2.0";
         const std::string text = message.dump(-1, ' ', false, JsonValue::error_handler_t::replace);
@@ -281,7 +281,7 @@ private:
         return publish_soon();
     }
 
-    // Of several whole texts the last one holds.
+    // The last one holds if there are several whole texts.
     JsonValue changed(const JsonValue &params) {
         const std::string uri = uri_in(params);
         const size_t count = parameter(params, "/contentChanges", JsonValue::value_t::array).size();
@@ -308,7 +308,7 @@ private:
         return nullptr;
     }
 
-    // What differs from what the client was told before.
+    // Publishes the diagnostics that differ from those published before.
     void publish() {
         publish_at_.reset();
         std::map<std::string, JsonValue> found = documents_.diagnostics();

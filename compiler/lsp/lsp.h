@@ -7,7 +7,8 @@
 
 namespace tlvc::lsp {
 
-// From a descriptor, until the client says 'exit' or the input ends. The exit code: 0 if the client said 'shutdown' before.
+// Serves the client at a descriptor until it says 'exit' or the input ends. Returns the exit code, which is 0 if the
+// client said 'shutdown' before.
 int serve(int in, std::ostream &out, const Library &library, const ImportPath &import_path);
 
 } // namespace tlvc::lsp

@@ -61,7 +61,7 @@ bool Messages::fill() {
     return !ended_;
 }
 
-// Without its end; cut where it is longer than any header.
+// The line has no end, and is cut where it is longer than any header.
 std::string Messages::read_line() {
     std::string line;
     while (!at_end()) {

@@ -11,7 +11,7 @@ namespace tlvc::lsp {
 
 using JsonValue = nlohmann::json;
 
-// What is answered instead of a result. The codes are those of the protocol.
+// Thrown to answer with an error instead of a result. The codes are those of the protocol.
 struct Refusal : std::runtime_error {
     Refusal(int number, const std::string &message) : std::runtime_error(message), code(number) {}
     int code;
@@ -24,7 +24,7 @@ class Messages {
 public:
     explicit Messages(int descriptor) : descriptor_(descriptor) {}
 
-    // Whether something arrives in that time; the end does, too.
+    // Waits. True if a message or the end has arrived in that time.
     bool arrive_within(std::chrono::milliseconds time) const;
     bool at_end();
 

@@ -18,9 +18,9 @@ struct Edge {
 };
 
 // The circles that a depth-first walk along the edges meets, each as the edges that lead around it. Every graph with
-// a circle gives at least one, and the order of edges decides which. Of several edges between the same two nodes the
-// first counts. Circles share their edges, so that all of a large graph would take its square: behind some thousand
-// edges no further circle is told.
+// a circle gives at least one, and the order of edges decides which. The first edge counts where several lead between
+// the same two nodes. Circles share their edges, so that all of a large graph would take its square: there are none
+// beyond some thousand edges.
 template <typename Node>
 class CycleFinder {
 public:
@@ -48,7 +48,7 @@ private:
         size_t taken = 0; // edges that the walk went along, the last of them to the next step
     };
 
-    // Without recursion: schemas chain as many types and files as they like.
+    // The walk needs no recursion: schemas chain as many types and files as they like.
     void walk(const Node &root) {
         enter(root);
         while (!path_.empty()) {
@@ -69,20 +69,20 @@ private:
         if (is_new) {
             path_.push_back({node});
         } else if (known->second != done) {
-            tell(known->second);
+            add_circle(known->second);
         }
     }
 
-    // The circle from that step of the path back to it.
-    void tell(size_t first) {
-        if (told_ >= enough) {
+    // Adds the circle that leads from that step of the path back to it.
+    void add_circle(size_t first) {
+        if (reported_edges_ >= enough) {
             return;
         }
         Cycle &cycle = cycles.emplace_back();
         for (size_t i = first; i < path_.size(); ++i) {
             cycle.push_back(outgoing_[path_[i].node][path_[i].taken - 1]);
         }
-        told_ += cycle.size();
+        reported_edges_ += cycle.size();
     }
 
     static constexpr size_t done = SIZE_MAX;
@@ -90,7 +90,7 @@ private:
     std::map<Node, std::vector<Edge<Node>>> outgoing_;
     std::map<Node, size_t> open_; // where on the path a node is, or that it is done
     std::vector<Step> path_;
-    size_t told_ = 0;
+    size_t reported_edges_ = 0;
 };
 
 template <typename Node>

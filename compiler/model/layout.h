@@ -8,7 +8,7 @@
 
 namespace tlvc {
 
-// What differs between the platforms that records live on.
+// The properties in which platforms that records live on differ.
 struct DataModel {
     uint64_t pointer;
     uint64_t alignment; // of numbers: their size, but not more than this
@@ -32,7 +32,7 @@ class Layouts {
 public:
     explicit Layouts(const DataModel &model) : model_(model) {}
 
-    // Of a scalar or an enumeration: as a number.
+    // The layout of a type's record; that of a number for a scalar or an enumeration.
     const RecordLayout &of(const Type &type);
 
 private:

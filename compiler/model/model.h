@@ -135,7 +135,7 @@ struct Type {
     const Type *enclosing = nullptr;
     std::vector<Alternative> alternatives;
 
-    // Of its record, in order. Empty when that is a plain number or another type's.
+    // The fields of its record, in order. Empty when the record is a plain number or another type's.
     std::vector<Field> fields;
 
     // Encoded sizes, header included: no encoding is smaller or larger. Equal when the size does not depend
@@ -151,7 +151,7 @@ struct Type {
     uint64_t fingerprint = 0; // of what lies on the wire, names and docs left out (fingerprint.h)
 };
 
-// What a schema file declares.
+// The part of a family that one schema file declares.
 struct Section {
     Doc doc;              // the //! lines that open it
     bool named = false;   // by the user, not only by another file's import

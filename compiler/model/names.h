@@ -6,15 +6,15 @@
 
 namespace tlvc::names {
 
-// As an operation's parameter or a descriptor's record: "uint16_t", "zel_led_color", "ifid". A union without
-// a record of its own answers with the structure that encloses it. A few types have another name in C than in the schema.
+// The record in an operation's parameter or a descriptor: "uint16_t", "zel_led_color", "ifid". For a union without a
+// record of its own it is the structure that encloses it. A few types have another name in C than in the schema.
 std::string record(const Type &type);
 
-// As a field is declared. Records are spelled "struct ifid", so that a field may bear the name of its type,
+// The type in a field's declaration. Records are spelled "struct ifid", so that a field may bear the name of its type,
 // which C++ would otherwise refuse.
 std::string field_type(const Type &type);
 
-// As the codecs call it: "uint16", "tlv_char", "ifid".
+// The name in the codecs: "uint16", "tlv_char", "ifid".
 std::string codec(const Type &type);
 
 std::string size_operation(const Type &type);

@@ -19,8 +19,8 @@ struct Resolution {
     std::vector<Declared> declared; // by family, then by file, then as written
     const Program &program;
 
-    // Of two places with the same claim, whether the first is the one to blame: it was written later, as far as the
-    // files tell.
+    // Says which of two places with the same claim is to blame: true if the first was written later, as far as the
+    // files show.
     bool is_newer(Span place, Span than) const;
 };
 

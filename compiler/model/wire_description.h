@@ -1,4 +1,4 @@
-// What a type looks like on the wire, in words: the table and the size formula of its comment.
+// Describes a type on the wire in words: the table and the size formula of its comment.
 #pragma once
 
 #include "compiler/model/model.h"
@@ -11,7 +11,7 @@ namespace tlvc {
 // Lines of text, without comment marks.
 std::vector<std::string> describe_wire(const Type &type);
 
-// What a caller of the exact functions has to know about this type in particular: whole sentences.
+// Whole sentences on what a caller of the exact functions has to know about this type in particular.
 std::vector<std::string> describe_pitfalls(const Type &type);
 
 } // namespace tlvc

@@ -1,4 +1,4 @@
-// What the compiler knows of the bytes: the scalars, and what elements and arrays add to their values.
+// All that the compiler knows of the bytes: the scalars, and what elements and arrays add to their values.
 #pragma once
 
 #include <array>

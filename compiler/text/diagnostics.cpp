@@ -8,12 +8,22 @@
 
 namespace tlvc {
 
-std::string_view Fault::message() const {
-    const std::string_view line = text.substr(0, text.find('\n'));
-    return line.substr(line.find(": ") + 2);
+Report Report::note(Span place, std::string text) const {
+    if (Diagnostic *diagnostic = all_->kept(index_)) {
+        diagnostic->notes.push_back({place, std::move(text)});
+    }
+    return *this;
 }
 
-Diagnostic &Diagnostic::suggest(std::string_view name, const std::vector<std::string_view> &candidates) {
+Report Report::help(std::string text) const {
+    Diagnostic *diagnostic = all_->kept(index_);
+    if (diagnostic != nullptr && !text.empty()) {
+        diagnostic->helps.push_back(std::move(text));
+    }
+    return *this;
+}
+
+Report Report::suggest(std::string_view name, const std::vector<std::string_view> &candidates) const {
     return help(tlvmsg::base::did_you_mean(name, candidates));
 }
 

@@ -1,4 +1,4 @@
-// What was found wrong, and where.
+// The faults that were found in a text, and where.
 #pragma once
 
 #include "compiler/text/faults.h"
@@ -6,6 +6,8 @@
 
 #include <array>
 #include <fmt/format.h>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace tlvc {
@@ -22,34 +24,37 @@ struct Diagnostic {
     std::string message;
     std::vector<Note> notes;
     std::vector<std::string> helps;
+};
 
-    Diagnostic &note(Span place, std::string text) {
-        notes.push_back({place, std::move(text)});
-        return *this;
-    }
-    // Unless it is empty.
-    Diagnostic &help(std::string text) {
-        if (!text.empty()) {
-            helps.push_back(std::move(text));
-        }
-        return *this;
-    }
+class Diagnostics;
+
+// A diagnostic that was reported, by its place among the others: it can be completed however many follow.
+class Report {
+public:
+    Report(Diagnostics &all, size_t index) : all_(&all), index_(index) {}
+
+    Report note(Span place, std::string text) const;
+    // An empty help is none.
+    Report help(std::string text) const;
     // "did you mean 'x'?", if a candidate is near enough.
-    Diagnostic &suggest(std::string_view name, const std::vector<std::string_view> &candidates);
+    Report suggest(std::string_view name, const std::vector<std::string_view> &candidates) const;
+
+private:
+    Diagnostics *all_;
+    size_t index_;
 };
 
 class Diagnostics {
 public:
-    // The result is good until the next report.
     template <typename... Args>
-    Diagnostic &report(const Fault &fault, Span span, const Args &...args) {
+    Report report(const FaultOf<Args...> &fault, Span span, const std::type_identity_t<Args> &...args) {
         ++counts_[static_cast<size_t>(fault.severity())];
-        if (kept_.size() == most_kept) {
-            return spare_ = {&fault, fault.severity(), span, {}, {}, {}};
+        const size_t index = kept_.size();
+        if (index < most_kept) {
+            std::string message = fmt::vformat(fault.message, fmt::make_format_args(args...));
+            kept_.push_back({&fault, fault.severity(), span, std::move(message), {}, {}});
         }
-        std::string message = fmt::vformat(fault.message(), fmt::make_format_args(args...));
-        kept_.push_back({&fault, fault.severity(), span, std::move(message), {}, {}});
-        return kept_.back();
+        return {*this, index};
     }
 
     void append(const Diagnostics &others);
@@ -57,14 +62,17 @@ public:
     size_t count(Severity severity) const { return counts_[static_cast<size_t>(severity)]; }
     bool any() const { return count(Severity::Error) != 0; }
 
-    // The first that were found, as many as a program may want to read: the others are only counted.
+    // The first diagnostics that were reported, as many as a program may want to read. The others are only counted.
     std::vector<Diagnostic> in_file_order() const;
 
 private:
-    static constexpr size_t most_kept = 100'000; // what is no schema has as many faults as characters
+    friend class Report;
+    static constexpr size_t most_kept = 100'000; // a file that is no schema has as many faults as characters
+
+    // Null if it was only counted.
+    Diagnostic *kept(size_t index) { return index < kept_.size() ? &kept_[index] : nullptr; }
 
     std::vector<Diagnostic> kept_;
-    Diagnostic spare_{};
     std::array<size_t, 2> counts_{}; // by severity
 };
 

@@ -137,7 +137,7 @@ std::string render_json(const Diagnostics &faults, const Sources &sources) {
 }
 
 std::string render(const Fault &fault) {
-    return fmt::format("{}: {}\n\n{}\n", fault.code, fault.title(), fault.explanation());
+    return fmt::format("{}: {}\n\n{}\n", fault.code, fault.title, fault.explanation);
 }
 
 } // namespace tlvc

@@ -13,7 +13,7 @@ std::string render(const Diagnostics &faults, const Sources &sources, bool colou
 // columns count from 1, columns in characters; ends are behind.
 nlohmann::ordered_json json_place(Span span, const Sources &sources);
 
-// An array of objects, in file order.
+// The faults as a JSON array of objects, in file order.
 std::string render_json(const Diagnostics &faults, const Sources &sources);
 
 // What `tlvc explain` prints.

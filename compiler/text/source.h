@@ -24,8 +24,8 @@ struct Position {
 
 class Sources {
 public:
-    // A byte-order mark at the beginning is no part of the text.
-    // Of a text made of another one, line by line, the lines of that file are shown.
+    // Adds a text, without the byte-order mark at its beginning. If it was made, line by line, of that of the file
+    // `shown`, faults show the lines of that file.
     uint32_t add(std::string path, std::string_view text, std::optional<uint32_t> shown = {});
     uint32_t size() const { return static_cast<uint32_t>(files_.size()); }
 
@@ -52,7 +52,7 @@ private:
     std::deque<File> files_;
 };
 
-// Without the byte-order mark that some editors put before UTF-8.
+// Leaves out the byte-order mark that some editors put before UTF-8.
 std::string_view without_mark(std::string_view text);
 
 size_t character_count(std::string_view utf8);

@@ -371,12 +371,13 @@ TEST(CommandLine, ExplainKnowsEveryCode) {
     for (const Fault *each : fault::all) {
         Command run("explain " + std::string(each->code));
         EXPECT_EQ(run.exit_code, 0);
-        EXPECT_TRUE(run.says(fmt::format("{}: {}", each->code, each->title())) &&
-                    run.says(std::string(each->explanation())));
+        EXPECT_TRUE(run.says(fmt::format("{}: {}", each->code, each->title)) &&
+                    run.says(std::string(each->explanation)));
     }
     for (const Rule *each : rules) {
         EXPECT_TRUE(Command("explain " + std::string(each->code))
-                        .says(fmt::format("{}: {}", each->code, each->text)));
+                        .says(fmt::format("{}: {}: {}\n{}", each->code, each->title, each->effect,
+                                          each->explanation)));
     }
 }
 
