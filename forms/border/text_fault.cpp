@@ -13,8 +13,9 @@ namespace tlvmsg::forms {
 namespace {
 
 constexpr const char *code_names[] = {
-    "ok",         "syntax",       "wrong-value",   "unknown-name",  "duplicate-name", "too-many",
-    "not-chosen", "memory-limit", "out-of-memory", "null-argument", "record-size",    "reserved-word"};
+    "ok",          "syntax",        "wrong-value",  "unknown-name",  "duplicate-name",
+    "too-many",    "not-chosen",    "memory-limit", "out-of-memory", "null-argument",
+    "record-size", "reserved-word", "not-encodable"};
 static_assert(std::size(code_names) == TLVMSG_TEXT_CODE_COUNT, "a name for each code");
 
 // Cut to the buffer.
@@ -47,7 +48,8 @@ std::string no_such(const std::string &what, const std::string &name,
     return "no " + what + " " + quoted(name) + (hint.empty() ? "" : ", " + hint);
 }
 
-void give(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view path, std::string_view message) {
+void store_fault(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view path,
+                 std::string_view message) {
     if (wanted != nullptr) {
         wanted->code = code;
         wanted->offset = 0;
@@ -62,8 +64,8 @@ void give(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view pat
     }
 }
 
-void give(tlvmsg_text_fault *wanted, const TextFault &fault, std::string_view text) {
-    give(wanted, fault.code, fault.path, fault.message);
+void store_fault(tlvmsg_text_fault *wanted, const TextFault &fault, std::string_view text) {
+    store_fault(wanted, fault.code, fault.path, fault.message);
     if (wanted != nullptr) {
         const std::string_view before = text.substr(0, std::min(fault.offset, text.size()));
         wanted->offset = before.size();

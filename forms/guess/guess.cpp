@@ -154,9 +154,10 @@ bool tlvmsg_guess_types(const tlvmsg_type_set *set, const uint8_t *in, size_t in
                         const tlvmsg_guess_options *options, tlvmsg_guess **guesses, size_t *count,
                         tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    return give_listed(in, in_len, guesses, "guesses", count, fault, [&](Bytes bytes) {
-        check_reserved("options", options);
-        const tlvmsg_guess_options wanted = options != nullptr ? *options : tlvmsg_guess_options{};
-        return Guesser(tlvmsg_type_set::chosen(set), bytes, wanted).best();
-    });
+    Call call(fault);
+    return hand_out_list(
+        call.takes("options", options), in, in_len, guesses, "guesses", count, [&](Bytes bytes) {
+            const tlvmsg_guess_options wanted = options != nullptr ? *options : tlvmsg_guess_options{};
+            return Guesser(tlvmsg_type_set::chosen(set), bytes, wanted).best();
+        });
 }

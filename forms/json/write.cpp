@@ -1,5 +1,6 @@
 // Records to JSON.
 #include "forms/border/block.h"
+#include "forms/border/call.h"
 #include "forms/json/writer.h"
 #include "forms/print/words.h"
 #include "forms/record/fields.h"
@@ -126,22 +127,15 @@ void JsonWriter::new_line() {
 bool tlvmsg_to_json(const tlvmsg_type *type, const void *record, const tlvmsg_json_options *options,
                     char **text, size_t *length, tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (text != nullptr) {
-        *text = nullptr;
-    }
-    if (length != nullptr) {
-        *length = 0;
-    }
-    if (is_missing(fault, type == nullptr     ? "type"
-                          : record == nullptr ? "record"
-                          : text == nullptr   ? "text"
-                                              : nullptr)) {
-        return false;
-    }
-    return guarded(fault, "", [&] {
-        check_reserved("options", options);
-        JsonWriter writer(options);
-        writer.value(type, record);
-        *text = text_block(writer.text, length);
-    });
+    return Call(fault)
+        .needs("type", type)
+        .needs("record", record)
+        .hands_out("text", text)
+        .may_hand_out(length)
+        .takes("options", options)
+        .run([&] {
+            JsonWriter writer(options);
+            writer.value(type, record);
+            *text = text_block(writer.text, length);
+        });
 }

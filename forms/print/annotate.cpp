@@ -331,11 +331,8 @@ bool tlvmsg_annotate(const tlvmsg_type_set *set, const tlvmsg_type *type, const 
     tlvmsg_verdict ignored;
     tlvmsg_verdict &found = verdict != nullptr ? *verdict : ignored;
     found = {};
-    if (is_missing(fault, in == nullptr && in_len > 0 ? "in" : sink == nullptr ? "sink" : nullptr)) {
-        return false;
-    }
-    return told(sink, context, fault, [&](Output &output) {
-        check_reserved("options", options);
+    Call call(fault);
+    return tell(call.takes("options", options).reads("in", in, in_len), sink, context, [&](Output &output) {
         const std::vector<uint8_t> bytes = copy_of(in, in_len);
         Page page(output, bytes, options != nullptr && options->color);
         if (type != nullptr) {

@@ -108,14 +108,8 @@ void write_text(Output &output, const tlvmsg_type *type, const void *record, std
 bool tlvmsg_to_text(const tlvmsg_type *type, const void *record, const tlvmsg_text_options *options,
                     tlvmsg_sink sink, void *context, tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (is_missing(fault, type == nullptr     ? "type"
-                          : record == nullptr ? "record"
-                          : sink == nullptr   ? "sink"
-                                              : nullptr)) {
-        return false;
-    }
-    return told(sink, context, fault, [&](Output &output) {
-        check_reserved("options", options);
-        write_text(output, type, record, whole_of(options));
-    });
+    Call call(fault);
+    call.needs("type", type).needs("record", record).takes("options", options);
+    return tell(call, sink, context,
+                [&](Output &output) { write_text(output, type, record, whole_of(options)); });
 }

@@ -1,15 +1,14 @@
 #include "forms/sample/setting.h"
 
 #include "forms/hex/text_line.h"
+#include "forms/json/reader.h"
 
-#include <tlvmsg/forms/json.h>
 #include <tlvmsg/record.h>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <new>
 
 namespace tlvmsg::forms {
 
@@ -101,13 +100,10 @@ void Settings::read(const Setting &setting, const tlvmsg_type *type, void *field
     if (!setting.value) {
         fail(TLVMSG_TEXT_SYNTAX, setting.path, path, "'=' and a value are missing");
     }
-    const std::string json = json_of_value(type, *setting.value);
-    tlvmsg_text_fault fault;
-    if (!tlvmsg_from_json(type, json.data(), json.size(), nullptr, field, &fault)) {
-        if (fault.code == TLVMSG_TEXT_OUT_OF_MEMORY) {
-            throw std::bad_alloc();
-        }
-        fail(fault.code, *setting.value, path + (fault.path + 1), fault.message); // behind its $
+    try {
+        read_json(type, field, json_of_value(type, *setting.value), nullptr);
+    } catch (const TextFault &fault) {
+        fail(fault.code, *setting.value, path + fault.path.substr(1), fault.message); // behind its $
     }
 }
 
