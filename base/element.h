@@ -19,7 +19,7 @@ struct Element {
     size_t value() const { return offset + header_size; }
     size_t end() const { return value() + length; }
 
-    // Of the bytes that it was found in: all of its own, and those of its value.
+    // Its bytes, and those of its value alone, in the bytes that it was found in.
     std::span<const uint8_t> own(std::span<const uint8_t> bytes) const {
         return bytes.subspan(offset, header_size + length);
     }

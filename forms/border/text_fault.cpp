@@ -1,5 +1,6 @@
 #include "forms/border/text_fault.h"
 
+#include "base/json.h"
 #include "base/suggest.h"
 
 #include <nlohmann/json.hpp>
@@ -39,7 +40,7 @@ std::string cut(std::string text, size_t longest) {
 std::string quoted(const std::string &text) {
     constexpr size_t enough = 64; // to be cut
     const nlohmann::json start(text.substr(0, enough));
-    return cut(start.dump(-1, ' ', true, nlohmann::json::error_handler_t::replace));
+    return cut(base::json_text(start));
 }
 
 std::string no_such(const std::string &what, const std::string &name,

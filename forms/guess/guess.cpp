@@ -99,7 +99,7 @@ private:
         }
     }
 
-    // Of a message that begins with these bytes.
+    // How many bytes are understood by the message type that takes the most of them.
     size_t most_understood(Bytes bytes) const {
         size_t most = 0;
         set_.follow_messages(bytes, [&](Types alike, uint32_t /*matched*/, size_t /*end*/) {
@@ -123,7 +123,7 @@ private:
         });
     }
 
-    // With those of which the same is to be said.
+    // A guess for all of these types: the same is to be said of each.
     void add(Types types, size_t offset) {
         Guess guess{of_type(types.front(), offset), {}};
         std::vector<const tlvmsg_type *> &all =

@@ -49,7 +49,7 @@ HexMessages read_hex(std::string_view text) {
     const std::string said = without_log_words(text);
     const size_t faults = attempts.faults;
     bool read = attempts.read_dumps(said, true);
-    // Of a broken dump the offsets would be read as bytes.
+    // Otherwise the offsets of a broken dump would be read as bytes.
     const bool plain = attempts.faults == faults && said.find_first_not_of(" \n") != said.npos;
     read = read || attempts.read(text, read_plain) || attempts.read(text, read_python_bytes) ||
            attempts.read(said, read_python_lists) || (plain && attempts.read(said, read_plain)) ||

@@ -1,4 +1,5 @@
 // What can be read of a broken encoding: the pieces of its trace, put where they belong.
+#include "base/hex.h"
 #include "base/relay.h"
 #include "forms/border/block.h"
 #include "forms/border/call.h"
@@ -8,8 +9,6 @@
 
 #include <tlvmsg/forms/partial.h>
 #include <tlvmsg/record.h>
-
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <span>
@@ -62,7 +61,7 @@ bool is_count(const tlvmsg_member *member) {
            tlvmsg_type_is_dynamic(member[1].type);
 }
 
-// Of bytes of which `size` are there, and the rest is made up.
+// What is read of bytes of which `size` are there, while the rest is made up.
 class Partial {
 public:
     Partial(const uint8_t *bytes, size_t size) : bytes_(bytes), size_(size) {}
@@ -122,7 +121,7 @@ private:
             text.bytes(bytes);
             node.value = std::move(text.text);
         } else {
-            node.member("hex").value = fmt::format("\"{:02x}\"", fmt::join(bytes, ""));
+            node.member("hex").value = '"' + base::hex_digits(bytes) + '"';
         }
     }
 

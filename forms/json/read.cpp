@@ -326,7 +326,7 @@ void Reader::key(std::string_view text) {
     object.name = nullptr; // the place of what is wrong with a name is the object
     const auto found = std::find_if(object.names.begin(), object.names.end(),
                                     [&](const Name &each) { return each.text == text; });
-    // Of an array there are either bytes, or a count without items.
+    // An array has either bytes, or a count without items.
     const auto excludes = [&](const Name &other) {
         return other.seen && (other.target.role == Role::hex) != (found->target.role == Role::hex);
     };

@@ -1,11 +1,10 @@
 // Records to JSON.
+#include "base/hex.h"
 #include "forms/border/block.h"
 #include "forms/border/call.h"
 #include "forms/json/writer.h"
 #include "forms/print/words.h"
 #include "forms/record/fields.h"
-
-#include <fmt/format.h>
 
 namespace tlvmsg::forms {
 
@@ -79,7 +78,7 @@ void JsonWriter::bytes(std::span<const uint8_t> bytes) {
 void JsonWriter::hex(std::span<const uint8_t> bytes) {
     open('{');
     key("hex");
-    text += fmt::format("\"{:02x}\"", fmt::join(bytes, ""));
+    text += '"' + base::hex_digits(bytes) + '"';
     close('}');
 }
 

@@ -25,7 +25,7 @@ public:
     Path(const Path *parent, std::string_view name) : parent_(parent), name_(name) {}
     Path(const Path *parent, size_t index) : parent_(parent), index_(index) {}
 
-    // Of the whole it is empty.
+    // Empty for the whole.
     std::string text() const {
         if (parent_ == nullptr) {
             return "";
@@ -78,7 +78,7 @@ private:
         }
     }
 
-    // Of unions whatever either of them has chosen.
+    // In a union, what either of them has chosen is compared.
     void compare_fields(const tlvmsg_type *type, const void *a, const void *b, const Path &path) {
         const auto in = [](const tlvmsg_field &field, const void *record) {
             const bool there = field.alternative == nullptr ||

@@ -1,4 +1,5 @@
 // Messages without a type as JSON and as lines.
+#include "base/hex.h"
 #include "forms/border/input.h"
 #include "forms/bytes/untyped.h"
 #include "forms/json/writer.h"
@@ -68,7 +69,7 @@ void write_lines(Output &output, Bytes bytes, const std::string &above, const Un
     case UntypedKind::bytes:
         return line(bytes_text(array_bytes(bytes, element)));
     case UntypedKind::opaque:
-        return line(fmt::format("hex({})", hex_pairs(element.element.inside(bytes))));
+        return line(fmt::format("hex({})", base::hex_pairs(element.element.inside(bytes))));
     }
 }
 

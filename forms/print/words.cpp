@@ -1,5 +1,6 @@
 #include "forms/print/words.h"
 
+#include "base/hex.h"
 #include "base/relay.h"
 
 #include <tlvmsg/record.h>
@@ -82,11 +83,9 @@ std::string printable(std::span<const uint8_t> bytes) {
     return text;
 }
 
-std::string hex_pairs(std::span<const uint8_t> bytes) { return fmt::format("{:02X}", fmt::join(bytes, " ")); }
-
 std::string bytes_text(std::span<const uint8_t> bytes) {
     if (!is_printable(bytes)) {
-        return fmt::format("hex({})", hex_pairs(bytes));
+        return fmt::format("hex({})", base::hex_pairs(bytes));
     }
     std::string text = "\"";
     for (const uint8_t byte : bytes) {
