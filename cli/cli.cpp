@@ -5,6 +5,7 @@
 #include "terminal.h"
 
 #include "base/suggest.h"
+#include "base/wrap.h"
 
 #include <fmt/format.h>
 
@@ -20,7 +21,7 @@ namespace {
 std::string footer_of(const Help &help) {
     std::string text;
     for (const std::string &paragraph : help.paragraphs) {
-        text += (text.empty() ? "" : "\n") + wrapped(paragraph, 80) + "\n";
+        text += (text.empty() ? "" : "\n") + base::wrapped(paragraph, 80) + "\n";
     }
     text += text.empty() ? "Examples:\n" : "\nExamples:\n";
     for (const Example &example : help.examples) {

@@ -7,7 +7,7 @@
  */
 #pragma once
 
-#include "number.h"
+#include "base/number.h"
 
 #include <CLI/CLI.hpp>
 
@@ -149,9 +149,9 @@ CLI::Option *add_number(CLI::App *command, const std::string &name, Value &value
     using Number = std::decay_t<decltype(*std::optional(value))>;
     constexpr uint64_t most = std::numeric_limits<Number>::max();
     const auto take = [&value](const std::string &argument) {
-        const std::optional<uint64_t> number = typed_number(argument);
+        const std::optional<uint64_t> number = base::typed_number(argument, most);
         value = static_cast<Number>(number.value_or(0));
-        return number && *number <= most;
+        return number.has_value();
     };
     return add_argument(command, name, description, "is no number from 0 to " + std::to_string(most), take)
         ->type_name("N");

@@ -18,7 +18,7 @@ void complete(const Cli &cli, std::vector<std::string> words);
 // The public options of a command, with their dashes.
 Candidates options_of(const CLI::App &command);
 
-// Of a command, or of the whole program.
+// The manual page of a command or, for cli.app(), of the whole program.
 std::string page_name(const Cli &cli, const CLI::App &command); // "tlv-decode"
 std::string man_page(const Cli &cli, const CLI::App &command);
 

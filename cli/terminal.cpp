@@ -2,6 +2,7 @@
 
 #include "failure.h"
 
+#include "base/json.h"
 #include "base/visible.h"
 
 #include <fmt/format.h>
@@ -24,20 +25,6 @@ namespace {
     throw Failure(exit_io, fmt::format("standard output: {}", std::strerror(errno)));
 }
 
-const char *code_of(Colour colour) {
-    switch (colour) {
-    case Colour::dim:
-        return "2";
-    case Colour::red:
-        return "1;31";
-    case Colour::yellow:
-        return "33";
-    case Colour::bold:
-        return "1";
-    }
-    return "0";
-}
-
 bool set(const char *variable) {
     const char *const value = std::getenv(variable);
     return value != nullptr && *value != '\0';
@@ -45,29 +32,13 @@ bool set(const char *variable) {
 
 } // namespace
 
-std::string wrapped(std::string_view text, size_t columns) {
-    std::string result;
-    size_t column = 0;
-    while (!text.empty()) {
-        const std::string_view word = text.substr(0, text.find(' '));
-        text.remove_prefix(std::min(word.size() + 1, text.size()));
-        const bool fits = column + 1 + word.size() <= columns;
-        result += column == 0 ? "" : fits ? " " : "\n";
-        column = column != 0 && fits ? column + 1 + word.size() : word.size();
-        result += word;
-    }
-    return result;
-}
-
 void print(std::string_view text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
         output_failed();
     }
 }
 
-void print_json(const nlohmann::ordered_json &value) {
-    print(value.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n");
-}
+void print_json(const nlohmann::ordered_json &value) { print(base::json_text(value, 2) + "\n"); }
 
 void finish_output() {
     if (std::fflush(stdout) != 0) {
@@ -86,7 +57,7 @@ Paint::Paint(int descriptor)
                 (colour_when == ColourWhen::automatic && isatty(descriptor) != 0 && !set("NO_COLOR"))) {}
 
 std::string Paint::operator()(Colour colour, std::string_view text) const {
-    return coloured_ ? fmt::format("\033[{}m{}\033[0m", code_of(colour), text) : std::string(text);
+    return coloured_ ? base::painted(colour, text) : std::string(text);
 }
 
 } // namespace tlvmsg::cli

@@ -1,6 +1,8 @@
 // Standard output and standard error: what can go wrong with them, and what is only for the eye.
 #pragma once
 
+#include "base/colour.h"
+
 #include <nlohmann/json.hpp>
 
 #include <cstddef>
@@ -33,15 +35,12 @@ void print_list(const Items &items, bool as_json, Line line, Object object) {
 // Writes out what is still buffered; throws as print does.
 void finish_output();
 
-// In lines of at most that many columns.
-std::string wrapped(std::string_view text, size_t columns);
-
 enum class ColourWhen { automatic, always, never };
 
 // What the command line says. Automatic: on terminals, unless NO_COLOR is set.
 inline ColourWhen colour_when = ColourWhen::automatic;
 
-enum class Colour { dim, red, yellow, bold };
+using base::Colour;
 
 // A line to standard error, with a label in colour. All of it is from outside, as far as this knows, and made visible.
 void complain(std::string_view before, Colour colour = Colour::dim, std::string_view label = "",

@@ -1,5 +1,6 @@
 #include "compiler/compare/report.h"
 
+#include "base/json.h"
 #include "compiler/text/reporter.h"
 
 #include <fmt/format.h>
@@ -84,7 +85,7 @@ std::string render_json(const std::vector<Finding> &findings, const ComparedSour
         json["old"] = side(each.old_span, sources.before, each.was);
         json["new"] = side(each.new_span, sources.after, each.is);
     }
-    return all.dump(2, ' ', false, ordered_json::error_handler_t::replace) + "\n"; // texts may be no UTF-8
+    return tlvmsg::base::json_text(all, 2) + "\n";
 }
 
 std::string render(const Rule &rule) {

@@ -1,5 +1,7 @@
 #include "compiler/text/reporter.h"
 
+#include "base/colour.h"
+#include "base/json.h"
 #include "base/visible.h"
 
 #include <algorithm>
@@ -10,15 +12,9 @@ namespace tlvc {
 namespace {
 
 using JsonValue = nlohmann::ordered_json;
+using tlvmsg::base::Colour;
 using tlvmsg::base::visible;
 using tlvmsg::base::visible_head;
-
-constexpr std::string_view bold = "\x1b[1m";
-constexpr std::string_view red = "\x1b[1;31m";
-constexpr std::string_view yellow = "\x1b[1;33m";
-constexpr std::string_view green = "\x1b[1;32m";
-constexpr std::string_view cyan = "\x1b[1;36m";
-constexpr std::string_view plain = "\x1b[0m";
 
 constexpr size_t most_shown = 50; // more than anyone reads
 constexpr size_t most_notes = 20; // to one fault
@@ -34,29 +30,30 @@ struct Reporter {
     bool colour;
 
     std::string fault(const Diagnostic &fault) const {
-        std::string out = fmt::format("{}: {}: {}\n", paint(bold, place(fault.span)),
-                                      paint(fault.severity == Severity::Error ? red : yellow,
+        std::string out = fmt::format("{}: {}: {}\n", paint(Colour::bold, place(fault.span)),
+                                      paint(fault.severity == Severity::Error ? Colour::red : Colour::yellow,
                                             fmt::format("{}[{}]", word(fault.severity), fault.fault->code)),
-                                      paint(bold, visible_head(fault.message)));
+                                      paint(Colour::bold, visible_head(fault.message)));
         out += excerpt(fault.span);
         for (size_t i = 0; i < std::min(fault.notes.size(), most_notes); ++i) {
             const Diagnostic::Note &note = fault.notes[i];
-            out +=
-                fmt::format("  {} {}: {}\n", paint(cyan, "note:"), place(note.span), visible_head(note.text));
+            out += fmt::format("  {} {}: {}\n", paint(Colour::cyan, "note:"), place(note.span),
+                               visible_head(note.text));
         }
         if (fault.notes.size() > most_notes) {
-            out += fmt::format("  {} and {} more\n", paint(cyan, "note:"), fault.notes.size() - most_notes);
+            out += fmt::format("  {} and {} more\n", paint(Colour::cyan, "note:"),
+                               fault.notes.size() - most_notes);
         }
         for (const std::string &help : fault.helps) {
-            out += fmt::format("  {} {}\n", paint(cyan, "help:"), visible_head(help));
+            out += fmt::format("  {} {}\n", paint(Colour::cyan, "help:"), visible_head(help));
         }
         return out;
     }
 
     std::string place(Span span) const { return visible(sources.place(span)); }
 
-    std::string paint(std::string_view style, std::string_view text) const {
-        return colour ? fmt::format("{}{}{}", style, text, plain) : std::string(text);
+    std::string paint(Colour style, std::string_view text) const {
+        return colour ? tlvmsg::base::painted(style, text) : std::string(text);
     }
 
     // The first line of the span, a caret under its first character and tildes under the rest of it; of a long line
@@ -79,7 +76,7 @@ struct Reporter {
         const std::string mark = "^" + std::string(std::max<size_t>(width, 1) - 1, '~');
         const size_t indent = character_count(head) + columns_before - character_count(before);
         return fmt::format("{:5} | {}{}\n{:5} | {:{}}{}\n", at.line, head, tail, "", "", indent,
-                           paint(green, mark));
+                           paint(Colour::green, mark));
     }
 
     // One column for each character, so that the caret stands right on any terminal.
@@ -133,7 +130,7 @@ std::string render_json(const Diagnostics &faults, const Sources &sources) {
             json["notes"].emplace_back(json_place(note.span, sources))["message"] = note.text;
         }
     }
-    return all.dump(2, ' ', false, JsonValue::error_handler_t::replace) + "\n"; // texts may be no UTF-8
+    return tlvmsg::base::json_text(all, 2) + "\n";
 }
 
 std::string render(const Fault &fault) {

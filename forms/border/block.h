@@ -10,7 +10,7 @@
 
 namespace tlvmsg::forms {
 
-// Of zero bytes, and not null even for none. Throws std::bad_alloc.
+// So many bytes, all zero; never null, also where none are asked for. Throws std::bad_alloc.
 inline void *new_block(size_t size) {
     void *const block = tlvmsg_allocate(size + 1);
     if (block == nullptr) {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "forms/border/block.h"
+#include "forms/border/call.h"
 #include "forms/border/input.h"
-#include "forms/border/text_fault.h"
 
 #include <tlvmsg/types.h>
 
@@ -39,21 +39,11 @@ Entry *block_of(const std::vector<Listed<Entry>> &listed) {
     return entries;
 }
 
-// At the border: hands out what `work` lists about a copy of the input.
+// Hands out what `work` lists about a copy of the input.
 template <class Entry, class Work>
-bool give_listed(const uint8_t *in, size_t in_len, Entry **entries, const char *name, size_t *count,
-                 tlvmsg_text_fault *fault, Work work) {
-    if (entries != nullptr) {
-        *entries = nullptr;
-    }
-    if (count != nullptr) {
-        *count = 0;
-    }
-    if (entries == nullptr || count == nullptr || (in == nullptr && in_len > 0)) {
-        give_null_argument(fault, entries == nullptr ? name : count == nullptr ? "count" : "in");
-        return false;
-    }
-    return guarded(fault, "", [&] {
+bool hand_out_list(Call &call, const uint8_t *in, size_t in_len, Entry **entries, const char *name,
+                   size_t *count, Work work) {
+    return call.hands_out(name, entries).hands_out("count", count).reads("in", in, in_len).run([&] {
         const std::vector<Listed<Entry>> listed = work(copy_of(in, in_len));
         *entries = block_of(listed);
         *count = listed.size();

@@ -1,7 +1,7 @@
 // Text on its way to a caller's sink.
 #pragma once
 
-#include "forms/border/text_fault.h"
+#include "forms/border/call.h"
 
 #include <tlvmsg/forms/text.h>
 
@@ -10,7 +10,7 @@
 
 namespace tlvmsg::forms {
 
-// Told in pieces that are worth a call.
+// Collects text, and tells it in pieces that are worth a call.
 class Output {
 public:
     Output(tlvmsg_sink sink, void *context) : sink_(sink), context_(context) {}
@@ -40,10 +40,10 @@ inline std::string_view whole_of(const tlvmsg_text_options *options) {
     return options != nullptr && options->whole != nullptr ? options->whole : "";
 }
 
-// What the work writes is told; see guarded().
+// Tells the sink what the work writes.
 template <class Work>
-bool told(tlvmsg_sink sink, void *context, tlvmsg_text_fault *fault, Work work) {
-    return guarded(fault, "", [&] {
+bool tell(Call &call, tlvmsg_sink sink, void *context, Work work) {
+    return call.needs("sink", sink).run([&] {
         Output output(sink, context);
         work(output);
         output.finish();

@@ -1,5 +1,6 @@
 #include "forms/border/text_fault.h"
 
+#include "base/json.h"
 #include "base/suggest.h"
 
 #include <nlohmann/json.hpp>
@@ -13,8 +14,9 @@ namespace tlvmsg::forms {
 namespace {
 
 constexpr const char *code_names[] = {
-    "ok",         "syntax",       "wrong-value",   "unknown-name",  "duplicate-name", "too-many",
-    "not-chosen", "memory-limit", "out-of-memory", "null-argument", "record-size",    "reserved-word"};
+    "ok",          "syntax",        "wrong-value",  "unknown-name",  "duplicate-name",
+    "too-many",    "not-chosen",    "memory-limit", "out-of-memory", "null-argument",
+    "record-size", "reserved-word", "not-encodable"};
 static_assert(std::size(code_names) == TLVMSG_TEXT_CODE_COUNT, "a name for each code");
 
 // Cut to the buffer.
@@ -38,7 +40,7 @@ std::string cut(std::string text, size_t longest) {
 std::string quoted(const std::string &text) {
     constexpr size_t enough = 64; // to be cut
     const nlohmann::json start(text.substr(0, enough));
-    return cut(start.dump(-1, ' ', true, nlohmann::json::error_handler_t::replace));
+    return cut(base::json_text(start));
 }
 
 std::string no_such(const std::string &what, const std::string &name,
@@ -47,7 +49,8 @@ std::string no_such(const std::string &what, const std::string &name,
     return "no " + what + " " + quoted(name) + (hint.empty() ? "" : ", " + hint);
 }
 
-void give(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view path, std::string_view message) {
+void store_fault(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view path,
+                 std::string_view message) {
     if (wanted != nullptr) {
         wanted->code = code;
         wanted->offset = 0;
@@ -62,8 +65,8 @@ void give(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view pat
     }
 }
 
-void give(tlvmsg_text_fault *wanted, const TextFault &fault, std::string_view text) {
-    give(wanted, fault.code, fault.path, fault.message);
+void store_fault(tlvmsg_text_fault *wanted, const TextFault &fault, std::string_view text) {
+    store_fault(wanted, fault.code, fault.path, fault.message);
     if (wanted != nullptr) {
         const std::string_view before = text.substr(0, std::min(fault.offset, text.size()));
         wanted->offset = before.size();

@@ -1,11 +1,8 @@
 // What goes wrong with texts: thrown inside the library, and at its border turned into a caller's fault.
 #pragma once
 
-#include <tlvmsg/forms.h>
+#include <tlvmsg/forms/fault.h>
 
-#include <algorithm>
-#include <exception>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,54 +27,13 @@ std::string quoted(const std::string &text);
 std::string no_such(const std::string &what, const std::string &name,
                     const std::vector<std::string_view> &names);
 
-// ---- At the border ----
+// ---- For the caller ----
 
 // Stores a fault for a caller who may not want it. Allocates nothing.
-void give(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view path, std::string_view message);
+void store_fault(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view path,
+                 std::string_view message);
 
 // The same with its place in the text.
-void give(tlvmsg_text_fault *wanted, const TextFault &fault, std::string_view text);
-
-// Thrown when the caller wants no more. It says so, so there is no fault.
-struct Stopped {};
-
-inline void give_null_argument(tlvmsg_text_fault *wanted, const char *argument) {
-    give(wanted, TLVMSG_TEXT_NULL_ARGUMENT, argument, "a null pointer was passed");
-}
-
-// Whether an argument is missing, which then is named.
-inline bool is_missing(tlvmsg_text_fault *wanted, const char *argument) {
-    if (argument != nullptr) {
-        give_null_argument(wanted, argument);
-    }
-    return argument != nullptr;
-}
-
-// Refuses an argument, which may be null, of which a word that has no meaning yet is not zero. Throws TextFault.
-template <class Structure>
-void check_reserved(const char *argument, const Structure *structure) {
-    if (structure != nullptr && std::any_of(std::begin(structure->reserved), std::end(structure->reserved),
-                                            [](uintptr_t word) { return word != 0; })) {
-        throw TextFault{TLVMSG_TEXT_RESERVED_WORD, 0, argument, "a reserved word is not zero"};
-    }
-}
-
-// Does the work and lets nothing out. Gives whether it succeeded; if not, the fault says why.
-template <class Work>
-bool guarded(tlvmsg_text_fault *fault, std::string_view text, Work work) {
-    if (fault != nullptr) {
-        *fault = {};
-    }
-    try {
-        work();
-        return true;
-    } catch (const TextFault &found) {
-        give(fault, found, text);
-    } catch (const Stopped &) {
-    } catch (const std::exception &) { // std::bad_alloc, or a length that no string can have
-        give(fault, TLVMSG_TEXT_OUT_OF_MEMORY, "$", "there is no more memory");
-    }
-    return false;
-}
+void store_fault(tlvmsg_text_fault *wanted, const TextFault &fault, std::string_view text);
 
 } // namespace tlvmsg::forms

@@ -54,7 +54,7 @@ uint16_t tag_read(const tlvmsg_type *type) {
     return type->tag == char_tag ? uint8_tag : type->tag;
 }
 
-// Of numbers and enumerations, decoders do not go by the length.
+// For numbers and enumerations decoders do not go by the length.
 size_t size_by_header(const tlvmsg_type *type, Bytes bytes) {
     if (type->kind == TLVMSG_SCALAR || type->kind == TLVMSG_ENUMERATION) {
         return type->min_encoded;

@@ -32,10 +32,10 @@ struct UntypedElement {
 
 UntypedElement read_untyped(const tlvmsg_type_set *set, Bytes bytes, const Element &element);
 
-// Of a scalar's element.
+// The number that a scalar's element holds.
 uint64_t number_in(Bytes bytes, const UntypedElement &element);
 
-// Of an array's bytes.
+// The bytes of an array of bytes, without its count.
 Bytes array_bytes(Bytes bytes, const UntypedElement &element);
 
 } // namespace tlvmsg::forms

@@ -115,6 +115,7 @@ private:
 bool tlvmsg_divide(const tlvmsg_type_set *set, const uint8_t *in, size_t in_len, tlvmsg_part **parts,
                    size_t *count, tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    return give_listed(in, in_len, parts, "parts", count, fault,
-                       [&](Bytes bytes) { return Division(tlvmsg_type_set::chosen(set), bytes).parts(); });
+    Call call(fault);
+    return hand_out_list(call, in, in_len, parts, "parts", count,
+                         [&](Bytes bytes) { return Division(tlvmsg_type_set::chosen(set), bytes).parts(); });
 }

@@ -99,7 +99,7 @@ private:
         }
     }
 
-    // Of a message that begins with these bytes.
+    // How many bytes are understood by the message type that takes the most of them.
     size_t most_understood(Bytes bytes) const {
         size_t most = 0;
         set_.follow_messages(bytes, [&](Types alike, uint32_t /*matched*/, size_t /*end*/) {
@@ -123,7 +123,7 @@ private:
         });
     }
 
-    // With those of which the same is to be said.
+    // A guess for all of these types: the same is to be said of each.
     void add(Types types, size_t offset) {
         Guess guess{of_type(types.front(), offset), {}};
         std::vector<const tlvmsg_type *> &all =
@@ -154,9 +154,10 @@ bool tlvmsg_guess_types(const tlvmsg_type_set *set, const uint8_t *in, size_t in
                         const tlvmsg_guess_options *options, tlvmsg_guess **guesses, size_t *count,
                         tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    return give_listed(in, in_len, guesses, "guesses", count, fault, [&](Bytes bytes) {
-        check_reserved("options", options);
-        const tlvmsg_guess_options wanted = options != nullptr ? *options : tlvmsg_guess_options{};
-        return Guesser(tlvmsg_type_set::chosen(set), bytes, wanted).best();
-    });
+    Call call(fault);
+    return hand_out_list(
+        call.takes("options", options), in, in_len, guesses, "guesses", count, [&](Bytes bytes) {
+            const tlvmsg_guess_options wanted = options != nullptr ? *options : tlvmsg_guess_options{};
+            return Guesser(tlvmsg_type_set::chosen(set), bytes, wanted).best();
+        });
 }

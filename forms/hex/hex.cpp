@@ -1,5 +1,7 @@
 // Every spelling in turn, until one is that of the text.
 #include "forms/border/block.h"
+#include "forms/border/call.h"
+#include "forms/border/input.h"
 #include "forms/hex/hex_text.h"
 
 #include <algorithm>
@@ -47,7 +49,7 @@ HexMessages read_hex(std::string_view text) {
     const std::string said = without_log_words(text);
     const size_t faults = attempts.faults;
     bool read = attempts.read_dumps(said, true);
-    // Of a broken dump the offsets would be read as bytes.
+    // Otherwise the offsets of a broken dump would be read as bytes.
     const bool plain = attempts.faults == faults && said.find_first_not_of(" \n") != said.npos;
     read = read || attempts.read(text, read_plain) || attempts.read(text, read_python_bytes) ||
            attempts.read(said, read_python_lists) || (plain && attempts.read(said, read_plain)) ||
@@ -90,22 +92,18 @@ bool tlvmsg_is_text(const char *text, size_t length) {
 bool tlvmsg_read_hex(const char *text, size_t length, tlvmsg_hex_message **messages, size_t *count,
                      tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (messages != nullptr) {
-        *messages = nullptr;
-    }
-    if (count != nullptr) {
-        *count = 0;
-    }
-    if ((text == nullptr && length > 0) || messages == nullptr || count == nullptr) {
-        give_null_argument(fault, messages == nullptr ? "messages" : count == nullptr ? "count" : "text");
-        return false;
-    }
-    std::string_view whole(text != nullptr ? text : "", length);
+    std::string_view whole = text_at(text, length);
     whole.remove_prefix(whole.starts_with("\xEF\xBB\xBF") ? 3 : 0);
-    return guarded(fault, whole, [&] {
-        const std::string copy(whole); // which nobody changes meanwhile
-        const HexMessages read = read_hex(copy);
-        *messages = new_messages(read);
-        *count = read.size();
-    });
+    return Call(fault)
+        .hands_out("messages", messages)
+        .hands_out("count", count)
+        .reads("text", text, length)
+        .run(
+            [&] {
+                const std::string copy(whole); // which nobody changes meanwhile
+                const HexMessages read = read_hex(copy);
+                *messages = new_messages(read);
+                *count = read.size();
+            },
+            whole);
 }

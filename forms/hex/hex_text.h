@@ -18,7 +18,7 @@ struct HexMessage {
 
 using HexMessages = std::vector<HexMessage>;
 
-// With offsets of this base. In a log, lines that are no hex say nothing, and words that are none may stand
+// Dumps whose offsets are of this base. In a log, lines that are no hex say nothing, and words that are none may stand
 // before an offset.
 HexMessages read_dumps(std::string_view text, int base, bool log);
 

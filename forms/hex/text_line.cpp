@@ -4,7 +4,6 @@
 #include "forms/hex/hex_text.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace tlvmsg::forms {
 
@@ -72,13 +71,6 @@ std::string_view take_word(std::string_view &rest, std::string_view alone) {
     rest.remove_prefix(word.size());
     rest.remove_prefix(std::min(rest.find_first_not_of(blanks), rest.size()));
     return word;
-}
-
-std::optional<uint64_t> number_of(std::string_view digits, int base) {
-    uint64_t value = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, base);
-    const bool all = error == std::errc() && end == digits.data() + digits.size();
-    return all ? std::optional(value) : std::nullopt;
 }
 
 std::string without_log_words(std::string_view text) {

@@ -1,6 +1,7 @@
 // Lines of text that stand for bytes, and the words and numbers in them: views of the text.
 #pragma once
 
+#include "base/number.h"
 #include "forms/border/text_fault.h"
 
 #include <cstddef>
@@ -33,8 +34,7 @@ private:
 // Takes the next word from the front; empty when there is none. Each of `alone` is a word of its own.
 std::string_view take_word(std::string_view &rest, std::string_view alone = "");
 
-// Of nothing but digits of the base, which may be upper case.
-std::optional<uint64_t> number_of(std::string_view digits, int base);
+using base::number_of;
 
 // The text with blanks for comments and for what a log writes at the start of its lines: dates, times, levels,
 // [...], words with a colon behind them.

@@ -1,5 +1,8 @@
 // What can be read of a broken encoding: the pieces of its trace, put where they belong.
+#include "base/hex.h"
+#include "base/relay.h"
 #include "forms/border/block.h"
+#include "forms/border/call.h"
 #include "forms/border/input.h"
 #include "forms/json/writer.h"
 #include "forms/print/words.h"
@@ -7,10 +10,7 @@
 #include <tlvmsg/forms/partial.h>
 #include <tlvmsg/record.h>
 
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <new>
 #include <span>
 #include <string>
 #include <string_view>
@@ -61,24 +61,18 @@ bool is_count(const tlvmsg_member *member) {
            tlvmsg_type_is_dynamic(member[1].type);
 }
 
-// Of bytes of which `size` are there, and the rest is made up.
+// What is read of bytes of which `size` are there, while the rest is made up.
 class Partial {
 public:
     Partial(const uint8_t *bytes, size_t size) : bytes_(bytes), size_(size) {}
 
     static void trace(void *context, const tlvmsg_piece *piece) {
         auto &partial = *static_cast<Partial *>(context);
-        try {
-            partial.add(*piece);
-        } catch (const std::exception &) { // must not pass the C functions in between
-            partial.failed_ = true;
-        }
+        partial.relay_.run([&] { partial.add(*piece); });
     }
 
     std::string text(unsigned indent) const {
-        if (failed_) {
-            throw std::bad_alloc();
-        }
+        relay_.throw_on();
         const tlvmsg_json_options options{indent, 0, {}};
         JsonWriter writer(&options);
         whole_.write(writer);
@@ -127,7 +121,7 @@ private:
             text.bytes(bytes);
             node.value = std::move(text.text);
         } else {
-            node.member("hex").value = fmt::format("\"{:02x}\"", fmt::join(bytes, ""));
+            node.member("hex").value = '"' + base::hex_digits(bytes) + '"';
         }
     }
 
@@ -157,7 +151,7 @@ private:
     size_t size_;
     bool ended_ = false; // behind what is there nothing more is told
     Node whole_;
-    bool failed_ = false;
+    base::Relay relay_;
 };
 
 // An element that the input's end cuts is decoded as if zeros followed, so that what is there of its inside is found.
@@ -181,19 +175,15 @@ std::string partial_json(const tlvmsg_type *type, std::vector<uint8_t> bytes, un
 bool tlvmsg_partial_to_json(const tlvmsg_type *type, const uint8_t *in, size_t in_len, unsigned indent,
                             char **text, size_t *length, tlvmsg_fault *stopped, tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (text != nullptr) {
-        *text = nullptr;
-    }
-    if (length != nullptr) {
-        *length = 0;
-    }
-    if (type == nullptr || text == nullptr || (in == nullptr && in_len > 0)) {
-        give_null_argument(fault, type == nullptr ? "type" : text == nullptr ? "text" : "in");
-        return false;
-    }
-    return guarded(fault, "", [&] {
-        tlvmsg_fault ignored;
-        *text = text_block(
-            partial_json(type, copy_of(in, in_len), indent, stopped != nullptr ? *stopped : ignored), length);
-    });
+    return Call(fault)
+        .needs("type", type)
+        .hands_out("text", text)
+        .may_hand_out(length)
+        .reads("in", in, in_len)
+        .run([&] {
+            tlvmsg_fault ignored;
+            const std::string read =
+                partial_json(type, copy_of(in, in_len), indent, stopped != nullptr ? *stopped : ignored);
+            *text = text_block(read, length);
+        });
 }

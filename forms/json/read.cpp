@@ -1,12 +1,15 @@
 // JSON to records. The type says what belongs where, so each value goes from the text right into the record, and no
 // tree of it is ever built.
-#include "forms/border/text_fault.h"
+#include "forms/border/call.h"
+#include "forms/border/input.h"
+#include "forms/json/reader.h"
 #include "forms/json/scanner.h"
 #include "forms/record/fields.h"
 
+#include <tlvmsg/forms/json.h>
+
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 #include <iterator>
 #include <new>
 #include <optional>
@@ -323,7 +326,7 @@ void Reader::key(std::string_view text) {
     object.name = nullptr; // the place of what is wrong with a name is the object
     const auto found = std::find_if(object.names.begin(), object.names.end(),
                                     [&](const Name &each) { return each.text == text; });
-    // Of an array there are either bytes, or a count without items.
+    // An array has either bytes, or a count without items.
     const auto excludes = [&](const Name &other) {
         return other.seen && (other.target.role == Role::hex) != (found->target.role == Role::hex);
     };
@@ -416,29 +419,20 @@ void Reader::fail(tlvmsg_text_code code, const std::string &message) const {
 
 } // namespace
 
+void read_json(const tlvmsg_type *type, void *record, std::string_view text, const tlvmsg_limits *limits) {
+    const bool limited = limits != nullptr && limits->allocation > 0;
+    Reader(type, record, text, limited ? limits->allocation : tlvmsg_default_allocation(text.size())).read();
+}
+
 } // namespace tlvmsg::forms
 
 bool tlvmsg_from_json(const tlvmsg_type *type, const char *text, size_t length, const tlvmsg_limits *limits,
                       void *record, tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (type != nullptr && record != nullptr) {
-        std::memset(record, 0, type->size);
-    }
-    if (type == nullptr || record == nullptr || (text == nullptr && length > 0)) {
-        give_null_argument(fault, type == nullptr ? "type" : record == nullptr ? "record" : "text");
-        return false;
-    }
-    const std::string_view whole(text != nullptr ? text : "", length);
-    const bool limited = limits != nullptr && limits->allocation > 0;
-    const size_t allocation = limited ? limits->allocation : tlvmsg_default_allocation(length);
-    const auto read = [&] {
-        check_reserved("limits", limits);
-        Reader(type, record, whole, allocation).read();
-    };
-    if (guarded(fault, whole, read)) {
-        return true;
-    }
-    tlvmsg_release(type, record);
-    std::memset(record, 0, type->size);
-    return false;
+    const std::string_view whole = text_at(text, length);
+    return Call(fault)
+        .fills(type, record)
+        .reads("text", text, length)
+        .takes("limits", limits)
+        .run([&] { read_json(type, record, whole, limits); }, whole);
 }

@@ -1,10 +1,10 @@
 // Records to JSON.
+#include "base/hex.h"
 #include "forms/border/block.h"
+#include "forms/border/call.h"
 #include "forms/json/writer.h"
 #include "forms/print/words.h"
 #include "forms/record/fields.h"
-
-#include <fmt/format.h>
 
 namespace tlvmsg::forms {
 
@@ -82,7 +82,7 @@ void JsonWriter::bytes(std::span<const uint8_t> bytes) {
 void JsonWriter::hex(std::span<const uint8_t> bytes) {
     open('{');
     key("hex");
-    text += fmt::format("\"{:02x}\"", fmt::join(bytes, ""));
+    text += '"' + base::hex_digits(bytes) + '"';
     close('}');
 }
 
@@ -130,22 +130,15 @@ void JsonWriter::new_line() {
 bool tlvmsg_to_json(const tlvmsg_type *type, const void *record, const tlvmsg_json_options *options,
                     char **text, size_t *length, tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (text != nullptr) {
-        *text = nullptr;
-    }
-    if (length != nullptr) {
-        *length = 0;
-    }
-    if (is_missing(fault, type == nullptr     ? "type"
-                          : record == nullptr ? "record"
-                          : text == nullptr   ? "text"
-                                              : nullptr)) {
-        return false;
-    }
-    return guarded(fault, "", [&] {
-        check_reserved("options", options);
-        JsonWriter writer(options);
-        writer.value(type, record);
-        *text = text_block(writer.text, length);
-    });
+    return Call(fault)
+        .needs("type", type)
+        .needs("record", record)
+        .hands_out("text", text)
+        .may_hand_out(length)
+        .takes("options", options)
+        .run([&] {
+            JsonWriter writer(options);
+            writer.value(type, record);
+            *text = text_block(writer.text, length);
+        });
 }

@@ -1,3 +1,5 @@
+#include "base/colour.h"
+#include "base/hex.h"
 #include "base/relay.h"
 #include "forms/border/input.h"
 #include "forms/bytes/untyped.h"
@@ -17,12 +19,6 @@ namespace {
 constexpr size_t bytes_a_line = 16;
 constexpr size_t byte_columns = 3 * bytes_a_line - 1;
 
-// What a terminal is told.
-constexpr const char *dim = "2";
-constexpr const char *red = "1;31";
-constexpr const char *yellow = "33";
-constexpr const char *bold = "1";
-
 // Lines of explained bytes, which never leave one out nor print one twice, whatever is explained.
 class Page {
 public:
@@ -33,7 +29,7 @@ public:
     void heading(std::string_view text, std::string_view type) {
         output_.write(fmt::format("# {} bytes{}\n", bytes_.size(), text));
         if (!type.empty()) {
-            output_.write(fmt::format("type {}\n", painted(bold, type)));
+            output_.write(fmt::format("type {}\n", painted(Colour::bold, type)));
         }
     }
 
@@ -44,7 +40,7 @@ public:
         }
         const size_t end = offset + size;
         if (end <= covered_) {
-            note(dim, fmt::format("bytes {} to {} again: {}", offset, end - 1, text));
+            note(Colour::dim, fmt::format("bytes {} to {} again: {}", offset, end - 1, text));
             return;
         }
         const bool again = offset < covered_;
@@ -55,13 +51,13 @@ public:
             if (aside == Aside::characters) {
                 head += fmt::format("{}\"{}\"", head.empty() ? "" : " ", printable(part));
             }
-            line(fmt::format("{:4}", covered_), hex_pairs(part), head);
+            line(fmt::format("{:4}", covered_), base::hex_pairs(part), head);
             covered_ += width;
             head.clear();
         }
     }
 
-    void note(const char *color, const std::string &text) {
+    void note(Colour color, const std::string &text) {
         output_.write(fmt::format("{:{}}| {}\n", "", 4 + 2 + byte_columns + 2, painted(color, text)));
     }
 
@@ -76,12 +72,12 @@ public:
 private:
     void line(const std::string &offset, const std::string &bytes, const std::string &text) {
         const size_t width = 4 + byte_columns - std::min(4 + byte_columns, offset.size() + bytes.size());
-        output_.write(fmt::format("{}  {}{:{}}  |{}{}\n", painted(dim, offset), bytes, "", width,
+        output_.write(fmt::format("{}  {}{:{}}  |{}{}\n", painted(Colour::dim, offset), bytes, "", width,
                                   text.empty() ? "" : " ", text));
     }
 
-    std::string painted(const char *color, std::string_view text) const {
-        return color_ ? fmt::format("\033[{}m{}\033[0m", color, text) : std::string(text);
+    std::string painted(Colour color, std::string_view text) const {
+        return color_ ? base::painted(color, text) : std::string(text);
     }
 
     Output &output_;
@@ -105,7 +101,7 @@ public:
     Explainer(Page &page, const tlvmsg_type_set *set, Bytes bytes, size_t base, std::string whole)
         : page_(page), set_(set), bytes_(bytes), base_(base), whole_(std::move(whole)) {}
 
-    // Of the bytes from the base on. Gives whether the type accepts them.
+    // Explains the bytes from the base on, and returns whether the type accepts them.
     bool trace(const tlvmsg_type *type, Bytes own) {
         const auto add = [](void *context, const tlvmsg_piece *piece) {
             auto &self = *static_cast<Explainer *>(context);
@@ -124,7 +120,7 @@ public:
         for (bool said = false; !open_.empty(); open_.pop_back()) {
             const size_t end = std::min(open_.back(), bytes_.size());
             if (!said && likely_element(page_.covered(), end)) {
-                page_.note(dim, "what can be told of the rest, by its tags:");
+                page_.note(Colour::dim, "what can be told of the rest, by its tags:");
                 said = true;
             }
             explain_by_tags(end, "");
@@ -188,7 +184,7 @@ private:
             return;
         case TLVMSG_PIECE_DEVIATION:
             finish();
-            page_.note(yellow, line_of(*piece.fault, "tolerated"));
+            page_.note(Colour::yellow, line_of(*piece.fault, "tolerated"));
         }
     }
 
@@ -305,7 +301,7 @@ void annotate(Page &page, const tlvmsg_type_set *set, const tlvmsg_type *type, B
     tlvmsg_judge(type, bytes.data(), bytes.size(), nullptr, &verdict);
     Explainer explainer(page, set, bytes, 0, "");
     if (!explainer.trace(type, bytes)) {
-        page.note(red, line_of(verdict.fault, "error"));
+        page.note(Colour::red, line_of(verdict.fault, "error"));
         explainer.go_on();
     }
     page.rest(bytes.size(), fmt::format("behind the end of {}", type->name));
@@ -331,11 +327,8 @@ bool tlvmsg_annotate(const tlvmsg_type_set *set, const tlvmsg_type *type, const 
     tlvmsg_verdict ignored;
     tlvmsg_verdict &found = verdict != nullptr ? *verdict : ignored;
     found = {};
-    if (is_missing(fault, in == nullptr && in_len > 0 ? "in" : sink == nullptr ? "sink" : nullptr)) {
-        return false;
-    }
-    return told(sink, context, fault, [&](Output &output) {
-        check_reserved("options", options);
+    Call call(fault);
+    return tell(call.takes("options", options).reads("in", in, in_len), sink, context, [&](Output &output) {
         const std::vector<uint8_t> bytes = copy_of(in, in_len);
         Page page(output, bytes, options != nullptr && options->color);
         if (type != nullptr) {

@@ -1,6 +1,6 @@
 // What differs between two records, member by member.
 #include "forms/border/block.h"
-#include "forms/border/text_fault.h"
+#include "forms/border/call.h"
 #include "forms/json/writer.h"
 #include "forms/record/fields.h"
 
@@ -25,7 +25,7 @@ public:
     Path(const Path *parent, std::string_view name) : parent_(parent), name_(name) {}
     Path(const Path *parent, size_t index) : parent_(parent), index_(index) {}
 
-    // Of the whole it is empty.
+    // Empty for the whole.
     std::string text() const {
         if (parent_ == nullptr) {
             return "";
@@ -79,7 +79,7 @@ private:
         }
     }
 
-    // Of unions whatever either of them has chosen.
+    // In a union, what either of them has chosen is compared.
     void compare_fields(const tlvmsg_type *type, const void *a, const void *b, const Path &path) {
         const auto in = [](const tlvmsg_field &field, const void *record) {
             const bool there = field.alternative == nullptr ||
@@ -146,24 +146,16 @@ tlvmsg_difference *new_differences(const std::vector<Difference> &found, std::st
 bool tlvmsg_diff(const tlvmsg_type *type, const void *a, const void *b, tlvmsg_difference **differences,
                  size_t *count, tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (differences != nullptr) {
-        *differences = nullptr;
-    }
-    if (count != nullptr) {
-        *count = 0;
-    }
-    if (is_missing(fault, type == nullptr          ? "type"
-                          : a == nullptr           ? "a"
-                          : b == nullptr           ? "b"
-                          : differences == nullptr ? "differences"
-                          : count == nullptr       ? "count"
-                                                   : nullptr)) {
-        return false;
-    }
-    return guarded(fault, "", [&] {
-        Comparison comparison;
-        comparison.compare(type, a, b, Path());
-        *differences = new_differences(comparison.found, type->name);
-        *count = comparison.found.size();
-    });
+    return Call(fault)
+        .needs("type", type)
+        .needs("a", a)
+        .needs("b", b)
+        .hands_out("differences", differences)
+        .hands_out("count", count)
+        .run([&] {
+            Comparison comparison;
+            comparison.compare(type, a, b, Path());
+            *differences = new_differences(comparison.found, type->name);
+            *count = comparison.found.size();
+        });
 }

@@ -1,4 +1,5 @@
 // Messages without a type as JSON and as lines.
+#include "base/hex.h"
 #include "forms/border/input.h"
 #include "forms/bytes/untyped.h"
 #include "forms/json/writer.h"
@@ -68,7 +69,7 @@ void write_lines(Output &output, Bytes bytes, const std::string &above, const Un
     case UntypedKind::bytes:
         return line(bytes_text(array_bytes(bytes, element)));
     case UntypedKind::opaque:
-        return line(fmt::format("hex({})", hex_pairs(element.element.inside(bytes))));
+        return line(fmt::format("hex({})", base::hex_pairs(element.element.inside(bytes))));
     }
 }
 
@@ -93,11 +94,8 @@ bool tlvmsg_untyped_to_json(const tlvmsg_type_set *set, const uint8_t *in, size_
                             const tlvmsg_json_options *options, tlvmsg_sink sink, void *context, size_t *end,
                             tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (is_missing(fault, in == nullptr && in_len > 0 ? "in" : sink == nullptr ? "sink" : nullptr)) {
-        return false;
-    }
-    return told(sink, context, fault, [&](Output &output) {
-        check_reserved("options", options);
+    Call call(fault);
+    return tell(call.takes("options", options).reads("in", in, in_len), sink, context, [&](Output &output) {
         JsonWriter json(options);
         json.open('[');
         tell_elements(set, {in, in_len}, end, [&](Bytes bytes, const UntypedElement &element) {
@@ -114,11 +112,8 @@ bool tlvmsg_untyped_to_text(const tlvmsg_type_set *set, const uint8_t *in, size_
                             const tlvmsg_text_options *options, tlvmsg_sink sink, void *context, size_t *end,
                             tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (is_missing(fault, in == nullptr && in_len > 0 ? "in" : sink == nullptr ? "sink" : nullptr)) {
-        return false;
-    }
-    return told(sink, context, fault, [&](Output &output) {
-        check_reserved("options", options);
+    Call call(fault);
+    return tell(call.takes("options", options).reads("in", in, in_len), sink, context, [&](Output &output) {
         const std::string whole(whole_of(options));
         tell_elements(set, {in, in_len}, end, [&](Bytes bytes, const UntypedElement &element) {
             write_lines(output, bytes, whole.empty() ? "" : whole + ".", element);

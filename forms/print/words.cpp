@@ -1,5 +1,6 @@
 #include "forms/print/words.h"
 
+#include "base/hex.h"
 #include "base/relay.h"
 
 #include <tlvmsg/record.h>
@@ -82,11 +83,9 @@ std::string printable(std::span<const uint8_t> bytes) {
     return text;
 }
 
-std::string hex_pairs(std::span<const uint8_t> bytes) { return fmt::format("{:02X}", fmt::join(bytes, " ")); }
-
 std::string bytes_text(std::span<const uint8_t> bytes) {
     if (!is_printable(bytes)) {
-        return fmt::format("hex({})", hex_pairs(bytes));
+        return fmt::format("hex({})", base::hex_pairs(bytes));
     }
     std::string text = "\"";
     for (const uint8_t byte : bytes) {
@@ -108,14 +107,8 @@ void write_text(Output &output, const tlvmsg_type *type, const void *record, std
 bool tlvmsg_to_text(const tlvmsg_type *type, const void *record, const tlvmsg_text_options *options,
                     tlvmsg_sink sink, void *context, tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (is_missing(fault, type == nullptr     ? "type"
-                          : record == nullptr ? "record"
-                          : sink == nullptr   ? "sink"
-                                              : nullptr)) {
-        return false;
-    }
-    return told(sink, context, fault, [&](Output &output) {
-        check_reserved("options", options);
-        write_text(output, type, record, whole_of(options));
-    });
+    Call call(fault);
+    call.needs("type", type).needs("record", record).takes("options", options);
+    return tell(call, sink, context,
+                [&](Output &output) { write_text(output, type, record, whole_of(options)); });
 }

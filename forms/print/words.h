@@ -21,9 +21,6 @@ bool is_printable(std::span<const uint8_t> bytes);
 // The bytes with a dot for each that is not printable.
 std::string printable(std::span<const uint8_t> bytes);
 
-// "03 E9 00 2C".
-std::string hex_pairs(std::span<const uint8_t> bytes);
-
 // "text" in quotes when printable, else hex(03 E9).
 std::string bytes_text(std::span<const uint8_t> bytes);
 

@@ -1,12 +1,13 @@
 // Records for samples, filled as the kind and the settings say.
+#include "forms/border/call.h"
 #include "forms/record/fields.h"
 #include "forms/sample/setting.h"
 
 #include <tlvmsg/forms/sample.h>
 
 #include <algorithm>
-#include <cstring>
 #include <initializer_list>
+#include <map>
 #include <new>
 #include <random>
 
@@ -25,29 +26,41 @@ struct Needs {
     uint64_t dynamic_arrays;
 };
 
-Needs needs(const tlvmsg_type *type) {
-    if (tlvmsg_type_is_dynamic(type)) {
-        return {type->min_encoded, 1};
+// Works out each type once, however many others hold it.
+class NeedsOfTypes {
+public:
+    const Needs &of(const tlvmsg_type *type) {
+        const auto known = known_.find(type);
+        return known != known_.end() ? known->second : known_.emplace(type, worked_out(type)).first->second;
     }
-    if (type->kind == TLVMSG_ELEMENT_ARRAY) {
-        const Needs item = needs(type->element);
-        return {type->min_encoded + type->capacity * item.bytes, type->capacity * item.dynamic_arrays};
+
+private:
+    Needs worked_out(const tlvmsg_type *type) {
+        if (tlvmsg_type_is_dynamic(type)) {
+            return {type->min_encoded, 1};
+        }
+        if (type->kind == TLVMSG_ELEMENT_ARRAY) {
+            const Needs &item = of(type->element);
+            return {type->min_encoded + type->capacity * item.bytes, type->capacity * item.dynamic_arrays};
+        }
+        if (type->member_count == 0 && type->alternative_count == 0) {
+            return {type->max_encoded, 0};
+        }
+        Needs all{type->kind == TLVMSG_STRUCTURE ? header_bytes : 0, 0};
+        for (uint32_t i = 0; i < type->member_count; ++i) {
+            const Needs &member = of(type->members[i].type);
+            all = {all.bytes + member.bytes, all.dynamic_arrays + member.dynamic_arrays};
+        }
+        for (uint32_t i = 0; i < type->alternative_count; ++i) {
+            const Needs &alternative = of(type->alternatives[i].type);
+            all = {std::max(all.bytes, alternative.bytes),
+                   std::max(all.dynamic_arrays, alternative.dynamic_arrays)};
+        }
+        return all;
     }
-    if (type->member_count == 0 && type->alternative_count == 0) {
-        return {type->max_encoded, 0};
-    }
-    Needs all{type->kind == TLVMSG_STRUCTURE ? header_bytes : 0, 0};
-    for (uint32_t i = 0; i < type->member_count; ++i) {
-        const Needs member = needs(type->members[i].type);
-        all = {all.bytes + member.bytes, all.dynamic_arrays + member.dynamic_arrays};
-    }
-    for (uint32_t i = 0; i < type->alternative_count; ++i) {
-        const Needs alternative = needs(type->alternatives[i].type);
-        all = {std::max(all.bytes, alternative.bytes),
-               std::max(all.dynamic_arrays, alternative.dynamic_arrays)};
-    }
-    return all;
-}
+
+    std::map<const tlvmsg_type *, Needs> known_;
+};
 
 std::string below(const std::string &path, std::string_view name) {
     return path + (path.empty() || name.empty() ? "" : ".") + std::string(name);
@@ -89,8 +102,8 @@ private:
     uint64_t draw(uint64_t below) { return random_() % below; }
     uint64_t one_of(std::initializer_list<uint64_t> values) { return values.begin()[draw(values.size())]; }
 
-    static uint64_t share_within(const tlvmsg_type *type, uint64_t bytes) {
-        const Needs rest = needs(type);
+    uint64_t share_within(const tlvmsg_type *type, uint64_t bytes) {
+        const Needs &rest = needs_.of(type);
         return rest.dynamic_arrays == 0 ? 0 : (bytes - std::min(rest.bytes, bytes)) / rest.dynamic_arrays;
     }
 
@@ -104,6 +117,7 @@ private:
     const tlvmsg_sample_kind kind_;
     Settings &settings_;
     std::mt19937_64 random_;
+    NeedsOfTypes needs_;
     uint64_t dynamic_share_; // bytes for the items of each dynamic array
 };
 
@@ -126,7 +140,7 @@ uint64_t Sampler::number(const tlvmsg_type *type) {
 uint64_t Sampler::count(const tlvmsg_type *array) {
     uint64_t most = tlvmsg_most_items(array);
     if (tlvmsg_type_is_dynamic(array)) {
-        const Needs item = tlvmsg_type_is_bytes(array) ? Needs{1, 0} : needs(array->element);
+        const Needs item = tlvmsg_type_is_bytes(array) ? Needs{1, 0} : needs_.of(array->element);
         most = std::min(most, dynamic_share_ / (item.bytes + item.dynamic_arrays * room_inside));
     }
     switch (kind_) {
@@ -228,31 +242,24 @@ void Sampler::fill_union(const tlvmsg_type *type, void *record, const std::strin
 bool tlvmsg_sample(const tlvmsg_type *type, const tlvmsg_sample_options *options, void *record,
                    tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    if (is_missing(fault, type == nullptr ? "type" : record == nullptr ? "record" : nullptr)) {
-        return false;
-    }
-    std::memset(record, 0, type->size);
     const tlvmsg_sample_options wanted = options != nullptr ? *options : tlvmsg_sample_options{};
-    const auto *const end = wanted.settings == nullptr ? nullptr : wanted.settings + wanted.setting_count;
-    const bool lacking = wanted.settings == nullptr ? wanted.setting_count > 0
-                                                    : std::find(wanted.settings, end, nullptr) != end;
-    if (is_missing(fault, lacking ? "settings" : nullptr)) {
-        return false;
-    }
     std::string text; // a line each
     const auto join = [&] {
-        check_reserved("options", options);
-        std::for_each(wanted.settings, end, [&](const char *each) { text += std::string(each) + '\n'; });
+        for (size_t i = 0; i < wanted.setting_count; ++i) {
+            if (wanted.settings[i] == nullptr) {
+                throw TextFault{TLVMSG_TEXT_NULL_ARGUMENT, 0, "settings", "a null pointer was passed"};
+            }
+            text += std::string(wanted.settings[i]) + '\n';
+        }
     };
     const auto fill = [&] {
         Settings settings(text);
         Sampler(type, wanted, settings).fill(type, record, "");
         settings.check();
     };
-    if (guarded(fault, "", join) && guarded(fault, text, fill)) {
-        return true;
-    }
-    tlvmsg_release(type, record);
-    std::memset(record, 0, type->size);
-    return false;
+    Call call(fault);
+    call.fills(type, record)
+        .takes("options", options)
+        .reads("settings", wanted.settings, wanted.setting_count);
+    return call.run(join) && call.run(fill, text);
 }

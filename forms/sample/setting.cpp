@@ -1,15 +1,15 @@
 #include "forms/sample/setting.h"
 
-#include "forms/hex/text_line.h"
+#include "base/hex.h"
+#include "base/json.h"
+#include "base/number.h"
+#include "forms/json/reader.h"
 
-#include <tlvmsg/forms/json.h>
 #include <tlvmsg/record.h>
 
-#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <new>
 
 namespace tlvmsg::forms {
 
@@ -23,16 +23,16 @@ bool leads_to(std::string_view path, std::string_view member) {
 
 std::string json_of_value(const tlvmsg_type *type, std::string_view value) {
     const bool number = type->kind == TLVMSG_SCALAR || type->kind == TLVMSG_ENUMERATION;
-    const auto hex = value.starts_with("0x") ? number_of(value.substr(2), 16) : std::nullopt;
+    const auto hex = value.starts_with("0x") ? base::number_of(value.substr(2), 16) : std::nullopt;
     if (number && hex) {
         return std::to_string(*hex);
     }
     if (number && value.find_first_not_of("-0123456789") != value.npos) {
-        return nlohmann::json(value).dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
+        return base::json_text(nlohmann::json(value));
     }
     if (tlvmsg_type_is_bytes(type) && !value.starts_with('"') && !value.starts_with('{')) {
         const std::vector<uint8_t> bytes(value.begin(), value.end());
-        return fmt::format("{{\"hex\":\"{:02x}\"}}", fmt::join(bytes, ""));
+        return R"({"hex":")" + base::hex_digits(bytes) + R"("})";
     }
     return std::string(value);
 }
@@ -85,7 +85,7 @@ uint64_t Settings::items(const tlvmsg_type *array, const std::string &path) cons
     for (const Setting &each : settings_) {
         if (each.path.starts_with(path + "[")) {
             const std::string_view digits = each.path.substr(path.size() + 1);
-            const std::optional<uint64_t> index = number_of(digits.substr(0, digits.find(']')), 10);
+            const std::optional<uint64_t> index = base::number_of(digits.substr(0, digits.find(']')), 10);
             if (index && *index >= most) {
                 fail(TLVMSG_TEXT_TOO_MANY, digits, path,
                      "no item " + std::to_string(*index) + ", at most " + std::to_string(most) + " fit");
@@ -101,20 +101,17 @@ void Settings::read(const Setting &setting, const tlvmsg_type *type, void *field
     if (!setting.value) {
         fail(TLVMSG_TEXT_SYNTAX, setting.path, path, "'=' and a value are missing");
     }
-    const std::string json = json_of_value(type, *setting.value);
-    tlvmsg_text_fault fault;
-    if (!tlvmsg_from_json(type, json.data(), json.size(), nullptr, field, &fault)) {
-        if (fault.code == TLVMSG_TEXT_OUT_OF_MEMORY) {
-            throw std::bad_alloc();
-        }
-        fail(fault.code, *setting.value, path + (fault.path + 1), fault.message); // behind its $
+    try {
+        read_json(type, field, json_of_value(type, *setting.value), nullptr);
+    } catch (const TextFault &fault) {
+        fail(fault.code, *setting.value, path + fault.path.substr(1), fault.message); // behind its $
     }
 }
 
 uint64_t Settings::read_count(const Setting &setting, const tlvmsg_type *array) const {
     const uint64_t most = tlvmsg_most_items(array);
     const std::string value(setting.value.value_or(""));
-    const std::optional<uint64_t> count = number_of(value, 10);
+    const std::optional<uint64_t> count = base::number_of(value, 10);
     if (!count || *count > most) {
         fail(TLVMSG_TEXT_WRONG_VALUE, setting.value.value_or(setting.path), std::string(setting.path),
              "found " + quoted(value) + ", expected a whole number from 0 to " + std::to_string(most));

@@ -37,7 +37,7 @@ public:
     void read(const Setting &setting, const tlvmsg_type *type, void *field) const;
     uint64_t read_count(const Setting &setting, const tlvmsg_type *array) const;
 
-    // That each was about a member that there is.
+    // Throws unless each setting was about a member that there is.
     void check() const;
 
 private:

@@ -29,7 +29,7 @@ struct tlvmsg_type_set {
     // All but messages that begin with the tag that is there. Unions have none.
     Types beginning_like(Bytes bytes) const;
 
-    // Told about messages that begin with the same members, of which the elements of `matched` lie there whole, going
+    // What is called for messages that begin with the same members, of which the elements of `matched` lie there whole, going
     // by their headers, and end at `end`. The messages are those that have no more members, or those that go on with
     // something else or with an element that is cut, so that all are refused for the same reason.
     using Found = std::function<void(Types alike, uint32_t matched, size_t end)>;

@@ -1,5 +1,5 @@
 // Sets of types, and all the ways to look into them.
-#include "forms/border/text_fault.h"
+#include "forms/border/call.h"
 #include "forms/types/type_index.h"
 
 #include <tlvmsg/forms/types.h>
@@ -85,11 +85,7 @@ tlvmsg_type_set *tlvmsg_type_set_new(const tlvmsg_type *const *types, size_t cou
                                      tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
     tlvmsg_type_set *set = nullptr;
-    if (types == nullptr && count > 0) {
-        give_null_argument(fault, "types");
-    } else {
-        guarded(fault, "", [&] { set = new tlvmsg_type_set(checked(types, count)); });
-    }
+    Call(fault).reads("types", types, count).run([&] { set = new tlvmsg_type_set(checked(types, count)); });
     return set;
 }
 

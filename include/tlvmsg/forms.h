@@ -2,6 +2,7 @@
  * forms.h - messages in the forms that people and other programs read and write. A header a subject:
  *
  *     forms/annotate.h every byte of a message explained
+ *     forms/bytes.h    encoded messages as JSON, and back, in one call
  *     forms/diff.h     what differs between two records
  *     forms/guess.h    which types bytes are of, and which messages fill a payload
  *     forms/hex.h      bytes that somebody wrote down as text
@@ -37,6 +38,7 @@
 #define TLVMSG_FORMS_H
 
 #include <tlvmsg/forms/annotate.h>
+#include <tlvmsg/forms/bytes.h>
 #include <tlvmsg/forms/diff.h>
 #include <tlvmsg/forms/fault.h>
 #include <tlvmsg/forms/guess.h>

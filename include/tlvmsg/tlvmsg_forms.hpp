@@ -128,6 +128,14 @@ bool hand_on(void *sink, const char *text, size_t length) {
     return (*static_cast<callable *>(sink))(std::string_view(text, length));
 }
 
+/* What `tell` stores about what it told a sink, or why it could not tell all. */
+template <class Value, class Sink, class Tell>
+result<Value, text_fault> told(Sink &sink, Tell tell) noexcept {
+    result<Value, text_fault> found{{}, {}};
+    tell(hand_on<Sink>, &sink, &found.value, &found.fault);
+    return found;
+}
+
 } // namespace detail
 
 /* ---- Records of any type --------------------------------------------------------------------------------- */
@@ -159,6 +167,25 @@ inline result<std::string, text_fault> to_json(const any_record &record,
                                                const tlvmsg_json_options &options = {}) {
     return detail::text_of([&](char **text, size_t *length, text_fault *fault) {
         return tlvmsg_to_json(record.type(), record.data(), &options, text, length, fault);
+    });
+}
+
+/* Encoded bytes as JSON and JSON as encoded bytes, without a record in between; see forms/bytes.h. `*consumed` becomes
+ * the end of what was decoded, 0 on failure. */
+inline result<std::string> bytes_to_json(const tlvmsg_type &type, byte_view in,
+                                         const tlvmsg_limits &limits = {},
+                                         const tlvmsg_json_options &options = {},
+                                         size_t *consumed = nullptr) {
+    return detail::text_of<fault>([&](char **text, size_t *length, tlvmsg_fault *fault) {
+        return tlvmsg_bytes_to_json(&type, in.data(), in.size(), &limits, &options, text, length, consumed,
+                                    fault);
+    });
+}
+
+inline result<list<uint8_t>, text_fault> bytes_from_json(const tlvmsg_type &type, std::string_view text,
+                                                         const tlvmsg_limits &limits = {}) noexcept {
+    return detail::listed<uint8_t>([&](auto... out) {
+        return tlvmsg_bytes_from_json(&type, text.data(), text.size(), &limits, out...);
     });
 }
 
@@ -246,29 +273,26 @@ template <class Sink>
 result<tlvmsg_verdict, text_fault> annotate(const tlvmsg_type *type, byte_view in, Sink &&sink,
                                             const tlvmsg_text_options &options = {},
                                             const tlvmsg_type_set *set = nullptr) noexcept {
-    result<tlvmsg_verdict, text_fault> explained;
-    tlvmsg_annotate(set, type, in.data(), in.size(), &options, detail::hand_on<Sink>, &sink, &explained.value,
-                    &explained.fault);
-    return explained;
+    return detail::told<tlvmsg_verdict>(sink, [&](auto... out) {
+        return tlvmsg_annotate(set, type, in.data(), in.size(), &options, out...);
+    });
 }
 
 /* Elements whose type nobody named. Gives where the first one begins that is not whole. */
 template <class Sink>
 result<size_t, text_fault> untyped_to_json(byte_view in, Sink &&sink, const tlvmsg_json_options &options = {},
                                            const tlvmsg_type_set *set = nullptr) noexcept {
-    result<size_t, text_fault> end{0, {}};
-    tlvmsg_untyped_to_json(set, in.data(), in.size(), &options, detail::hand_on<Sink>, &sink, &end.value,
-                           &end.fault);
-    return end;
+    return detail::told<size_t>(sink, [&](auto... out) {
+        return tlvmsg_untyped_to_json(set, in.data(), in.size(), &options, out...);
+    });
 }
 
 template <class Sink>
 result<size_t, text_fault> untyped_to_text(byte_view in, Sink &&sink, const tlvmsg_text_options &options = {},
                                            const tlvmsg_type_set *set = nullptr) noexcept {
-    result<size_t, text_fault> end{0, {}};
-    tlvmsg_untyped_to_text(set, in.data(), in.size(), &options, detail::hand_on<Sink>, &sink, &end.value,
-                           &end.fault);
-    return end;
+    return detail::told<size_t>(sink, [&](auto... out) {
+        return tlvmsg_untyped_to_text(set, in.data(), in.size(), &options, out...);
+    });
 }
 
 } // namespace tlvmsg

@@ -13,17 +13,24 @@
  *         std::cerr << misspelt.fault.text() << '\n';
  *     }
  *
+ *     auto bytes = tlvmsg::bytes_from_json<zel_led_control>(R"({"slot": 2, "color": 3})");
+ *     if (bytes) {
+ *         std::cout << *tlvmsg::bytes_to_json<zel_led_control>(*bytes) << '\n'; // {"slot":2,"port":0,"color":3}
+ *     }
+ *
  * What the JSON looks like, and what is promised of any text, is said in forms/json.h. Programs link
  * tlvmsg_forms.
  */
 #ifndef TLVMSG_TLVMSG_JSON_HPP
 #define TLVMSG_TLVMSG_JSON_HPP
 
+#include <tlvmsg/forms/bytes.h>
 #include <tlvmsg/forms/json.h>
 #include <tlvmsg/tlvmsg.hpp>
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tlvmsg {
 
@@ -73,9 +80,9 @@ bool fits(text_fault &fault) noexcept {
 }
 
 /* The text that `make` makes, or why there is none. */
-template <class Make>
-result<std::string, text_fault> text_of(Make make) {
-    result<std::string, text_fault> made;
+template <class Fault = text_fault, class Make>
+result<std::string, Fault> text_of(Make make) {
+    result<std::string, Fault> made;
     char *text = nullptr;
     size_t length = 0;
     if (make(&text, &length, &made.fault)) {
@@ -106,6 +113,33 @@ result<owned<T>, text_fault> from_json(std::string_view text, const tlvmsg_limit
                          &read.fault);
     }
     return read;
+}
+
+/* ---- Without a record in between, as forms/bytes.h says --------------------------------------------------- */
+
+/* Encoded bytes as JSON; `*consumed` becomes the end of what was decoded, 0 on failure. */
+template <record_type T>
+result<std::string> bytes_to_json(byte_view in, const tlvmsg_limits &limits = {},
+                                  const tlvmsg_json_options &options = {}, size_t *consumed = nullptr) {
+    return detail::text_of<fault>([&](char **text, size_t *length, tlvmsg_fault *fault) {
+        return tlvmsg_bytes_to_json(&traits<T>::type(), in.data(), in.size(), &limits, &options, text, length,
+                                    consumed, fault);
+    });
+}
+
+/* JSON as encoded bytes. */
+template <record_type T>
+result<std::vector<uint8_t>, text_fault> bytes_from_json(std::string_view text,
+                                                         const tlvmsg_limits &limits = {}) {
+    result<std::vector<uint8_t>, text_fault> made;
+    uint8_t *bytes = nullptr;
+    size_t size = 0;
+    if (tlvmsg_bytes_from_json(&traits<T>::type(), text.data(), text.size(), &limits, &bytes, &size,
+                               &made.fault)) {
+        const std::unique_ptr<uint8_t, void (*)(void *)> block(bytes, tlvmsg_free);
+        made.value.assign(bytes, bytes + size);
+    }
+    return made;
 }
 
 } // namespace tlvmsg

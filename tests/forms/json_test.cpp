@@ -391,6 +391,71 @@ TEST(Json, SurvivesWhenMemoryRunsOut) {
     EXPECT_EQ(osal_double_blocks_out(), 1u);
 }
 
+// ---- Bytes -------------------------------------------------------------------------------------------
+
+TEST(JsonOfBytes, IsThatOfTheRecordInBetween) {
+    const tlvmsg_type *const type = tlvmsg_type_find("if_name");
+    const std::string eth0 = R"({"name":"eth0"})";
+    const struct {
+        std::string text;
+        size_t allocation;
+        tlvmsg_text_code code;
+        const char *path;
+    } texts[] = {{eth0, 0, TLVMSG_TEXT_OK, ""},
+                 {eth0, 1, TLVMSG_TEXT_MEMORY_LIMIT, "$.name"},
+                 {R"({"nane": "eth0"})", 0, TLVMSG_TEXT_UNKNOWN_NAME, "$"},
+                 {R"({"name": {"count": 5, "items": null}})", 0, TLVMSG_TEXT_NOT_ENCODABLE, "$.name.count"}};
+    for (const auto &[text, allocation, code, path] : texts) {
+        uint8_t *bytes = nullptr;
+        size_t size = 1;
+        const tlvmsg_limits limits{allocation, false, {}};
+        tlvmsg_text_fault fault;
+        EXPECT_EQ(tlvmsg_bytes_from_json(type, text.data(), text.size(), &limits, &bytes, &size, &fault),
+                  code == TLVMSG_TEXT_OK);
+        EXPECT_EQ(fault.code, code) << fault.message;
+        EXPECT_STREQ(fault.path, path);
+        EXPECT_EQ(size > 0, code == TLVMSG_TEXT_OK);
+        tlvmsg_free(bytes);
+    }
+
+    Record record(type);
+    ASSERT_TRUE(record.read(eth0));
+    size_t size = 0;
+    uint8_t *const encoded = tlvmsg_encode_alloc(type, record.data(), &size, nullptr);
+    Bytes bytes(encoded, encoded + size);
+    tlvmsg_free(encoded);
+    bytes.push_back(0);
+    const struct {
+        const tlvmsg_type *type;
+        size_t length;
+        tlvmsg_limits limits;
+        tlvmsg_json_options options;
+        tlvmsg_code code;
+        const char *path;
+    } calls[] = {{type, size + 1, {}, {}, TLVMSG_OK, ""},
+                 {type, size, {0, true, {}}, {}, TLVMSG_OK, ""},
+                 {type, size + 1, {0, true, {}}, {}, TLVMSG_TRAILING_BYTES, "if_name"},
+                 {type, size - 1, {}, {}, TLVMSG_TRUNCATED, "if_name"},
+                 {type, size, {1, false, {}}, {}, TLVMSG_ALLOCATION_LIMIT, "if_name.name"},
+                 {nullptr, size, {}, {}, TLVMSG_NULL_ARGUMENT, "type"},
+                 {type, size, {0, false, {1}}, {}, TLVMSG_RESERVED_WORD, "limits"},
+                 {type, size, {}, {0, 0, {1}}, TLVMSG_RESERVED_WORD, "options"}};
+    for (const auto &each : calls) {
+        char *text = nullptr;
+        size_t length = 1;
+        size_t consumed = 1;
+        tlvmsg_fault fault;
+        EXPECT_EQ(tlvmsg_bytes_to_json(each.type, bytes.data(), each.length, &each.limits, &each.options,
+                                       &text, &length, &consumed, &fault),
+                  each.code == TLVMSG_OK);
+        EXPECT_EQ(fault.code, each.code);
+        EXPECT_STREQ(fault.path, each.path);
+        EXPECT_EQ(std::string(text != nullptr ? text : "", length), each.code == TLVMSG_OK ? eth0 : "");
+        EXPECT_EQ(consumed, each.code == TLVMSG_OK ? size : 0);
+        tlvmsg_free(text);
+    }
+}
+
 TEST(Json, NamesTheMissingArgument) {
     const tlvmsg_type *type = tlvmsg_type_find("uint16");
     uint16_t record = 1;

@@ -41,13 +41,17 @@ enum class What {
     sample,
     partial,
     guess,
-    divide
+    divide,
+    bytes_to_json,
+    bytes_from_json
 };
 
 bool tells(What what) { return what < What::hex; }
 
 const Bytes &usual_input(What what) {
-    return what == What::hex ? dump : what == What::json ? json_text : message;
+    return what == What::hex                                     ? dump
+           : what == What::json || what == What::bytes_from_json ? json_text
+                                                                 : message;
 }
 
 // Calls the function, and releases what it gives.
@@ -64,6 +68,8 @@ bool run(What what, const tlvmsg_type *type, const void *record, const uint8_t *
     tlvmsg_guess *guesses = nullptr;
     tlvmsg_part *parts = nullptr;
     char *partial = nullptr;
+    uint8_t *bytes = nullptr;
+    tlvmsg_fault refused;
     size_t count = 0;
     bool done = false;
     switch (what) {
@@ -96,7 +102,16 @@ bool run(What what, const tlvmsg_type *type, const void *record, const uint8_t *
         break;
     case What::divide:
         done = tlvmsg_divide(nullptr, in, size, &parts, &count, fault);
+        break;
+    case What::bytes_to_json:
+        done = tlvmsg_bytes_to_json(type, in, size, nullptr, nullptr, &partial, nullptr, nullptr, &refused);
+        *fault = {};
+        fault->code = refused.code == TLVMSG_OUT_OF_MEMORY ? TLVMSG_TEXT_OUT_OF_MEMORY : TLVMSG_TEXT_OK;
+        break;
+    case What::bytes_from_json:
+        done = tlvmsg_bytes_from_json(type, text, size, nullptr, &bytes, &count, fault);
     }
+    tlvmsg_free(bytes);
     tlvmsg_free(partial);
     tlvmsg_free(guesses);
     tlvmsg_free(parts);
@@ -106,9 +121,10 @@ bool run(What what, const tlvmsg_type *type, const void *record, const uint8_t *
     return done;
 }
 
-constexpr What all[] = {What::text,    What::annotation, What::untyped_json, What::untyped_text,
-                        What::hex,     What::json,       What::diff,         What::sample,
-                        What::partial, What::guess,      What::divide};
+constexpr What all[] = {
+    What::text,   What::annotation,    What::untyped_json,   What::untyped_text, What::hex,
+    What::json,   What::diff,          What::sample,         What::partial,      What::guess,
+    What::divide, What::bytes_to_json, What::bytes_from_json};
 
 class Survival : public testing::Test {
 protected:

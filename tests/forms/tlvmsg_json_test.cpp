@@ -34,6 +34,12 @@ TEST(TlvmsgJson, ReadsWhatItWrites) {
     ASSERT_TRUE(read);
     EXPECT_TRUE(*read == name);
 
+    const auto bytes = tlvmsg::bytes_from_json<if_name>(*text);
+    ASSERT_TRUE(bytes);
+    EXPECT_EQ(*tlvmsg::bytes_to_json<if_name>(*bytes), *text);
+    EXPECT_EQ(*tlvmsg::bytes_to_json(tlvmsg::traits<if_name>::type(), *bytes), *text);
+    EXPECT_EQ(tlvmsg::bytes_from_json(tlvmsg::traits<if_name>::type(), *text)->size(), bytes->size());
+
     const auto refused = tlvmsg::from_json<if_name>(R"({"nane": "eth0"})");
     std::ostringstream printed;
     printed << refused.fault;

@@ -109,7 +109,7 @@ public:
                           a ? a : nothing, b ? b : nothing));
     }
 
-    // That only one file has.
+    // Adds a message that only one of the files has.
     void add_message(size_t number, const std::optional<Message> &a, const std::optional<Message> &b) {
         const std::string place = json_string((a ? a : b)->input->name);
         add(number, "(message)", a ? place.c_str() : nullptr, b ? place.c_str() : nullptr);

@@ -2,6 +2,7 @@
 #include "commands.h"
 
 #include "base/suggest.h"
+#include "base/wrap.h"
 #include "cli/cli.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
@@ -38,7 +39,7 @@ int explain(const std::string &code, bool as_json) {
     if (as_json) {
         print_json(explanation(code));
     } else {
-        print(fmt::format("{}\n\n{}\n", code, wrapped(text, 80)));
+        print(fmt::format("{}\n\n{}\n", code, base::wrapped(text, 80)));
     }
     return exit_fine;
 }

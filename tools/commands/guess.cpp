@@ -44,7 +44,7 @@ std::string some_names(const tlvmsg_guess &guess) {
     return guess.type_count <= most ? names : fmt::format("{} and {} more", names, guess.type_count - most);
 }
 
-// Of the bytes as a whole: what begins further in takes a part of them.
+// How the bytes as a whole fit: what begins further in takes only a part of them.
 tlvmsg_fit fit_of(const tlvmsg_guess &guess) {
     return guess.offset > 0 && guess.verdict.fit == TLVMSG_FITS ? TLVMSG_FITS_PART : guess.verdict.fit;
 }

@@ -1,9 +1,9 @@
 #include "print_encoded.h"
 
+#include "base/hex.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
 #include "tools/faults/faults.h"
-#include "tools/words.h"
 
 #include <algorithm>
 #include <span>
@@ -22,7 +22,7 @@ void print_bytes(std::span<const uint8_t> bytes, OutputForm form) {
     }
     constexpr size_t bytes_a_line = 16;
     for (size_t at = 0; at < bytes.size(); at += bytes_a_line) {
-        print(hex_pairs(bytes.subspan(at, std::min(bytes_a_line, bytes.size() - at))) + "\n");
+        print(base::hex_pairs(bytes.subspan(at, std::min(bytes_a_line, bytes.size() - at))) + "\n");
     }
 }
 

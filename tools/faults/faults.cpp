@@ -1,8 +1,8 @@
 #include "faults.h"
 
+#include "base/hex.h"
 #include "base/visible.h"
 #include "cli/terminal.h"
-#include "tools/words.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -68,7 +68,7 @@ void show_context(size_t offset, std::string_view name, std::span<const uint8_t>
     const size_t start = offset - std::min(offset, before);
     const size_t size = std::min(2 * before, bytes.size() - start);
     const std::string head = fmt::format("  {}, from byte {}:  ", name, start);
-    complain(head + hex_pairs(bytes.subspan(start, size)));
+    complain(head + base::hex_pairs(bytes.subspan(start, size)));
     complain(fmt::format("{:{}}", "", head.size() + 3 * (offset - start)), Colour::red, "^^");
 }
 

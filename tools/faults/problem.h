@@ -6,11 +6,11 @@
 namespace tlvmsg::tool {
 
 enum class ToolCode {
-    // Of failures.
+    // Why the command fails.
     usage,
     malformed_input,
     input_output,
-    // Of frames in captures: why there is no message to show.
+    // Why a frame in a capture has no message to show.
     fragment,
     segment,
     cut,

@@ -31,7 +31,7 @@ bool skip_ethernet(FrameFacts &facts, View &frame) {
     return behind_ethertype(number16(header, 12), facts, frame);
 }
 
-// Of either version, which say only who sent it.
+// A header of either version; both say only who sent the frame.
 bool skip_cooked(size_t size, size_t type_at, size_t address_at, FrameFacts &facts, View &frame) {
     const Bytes header = frame.take(size, "Linux cooked");
     facts.source = hardware_address(header.subspan(address_at, std::min<size_t>(header[address_at - 1], 8)));

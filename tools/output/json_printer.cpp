@@ -2,6 +2,7 @@
 #include "frame_line.h"
 #include "printer.h"
 
+#include "base/hex.h"
 #include "cli/terminal.h"
 #include "tools/faults/faults.h"
 #include "tools/forms.h"
@@ -73,7 +74,7 @@ private:
             line.text("type", reading.type->name);
         }
         if (options_.bytes) {
-            line.text("bytes", fmt::format("{:02x}", fmt::join(reading.bytes, "")));
+            line.text("bytes", base::hex_digits(reading.bytes));
         }
         return line;
     }

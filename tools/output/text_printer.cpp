@@ -2,6 +2,7 @@
 #include "frame_line.h"
 #include "printer.h"
 
+#include "base/hex.h"
 #include "cli/terminal.h"
 #include "tools/faults/faults.h"
 #include "tools/forms.h"
@@ -61,7 +62,7 @@ private:
 
     void bytes(const Input &input, const Reading &reading) const {
         if (input.frame && options_.bytes) {
-            print(fmt::format("# bytes {:02x}\n", fmt::join(reading.bytes, "")));
+            print(fmt::format("# bytes {}\n", base::hex_digits(reading.bytes)));
         }
     }
 

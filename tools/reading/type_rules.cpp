@@ -1,5 +1,6 @@
 #include "type_rules.h"
 
+#include "base/number.h"
 #include "cli/failure.h"
 #include "tools/forms.h"
 #include "tools/input/input.h"
@@ -8,7 +9,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstring>
 #include <optional>
 #include <sstream>
@@ -21,15 +21,6 @@ namespace {
 
 constexpr const char *header_type = "app_sess_hdr";
 constexpr std::string_view header_member = "msg_type";
-
-std::optional<uint64_t> number_of(std::string_view word, uint64_t most) {
-    const bool hex = word.starts_with("0x");
-    word.remove_prefix(hex ? 2 : 0);
-    uint64_t value = 0;
-    const char *const last = word.data() + word.size();
-    const auto [end, error] = std::from_chars(word.data(), last, value, hex ? 16 : 10);
-    return error == std::errc() && end == last && value <= most ? std::optional(value) : std::nullopt;
-}
 
 // The message type in the session header that the payload begins with, if it does.
 std::optional<uint64_t> message_type_of(std::span<const uint8_t> payload) {
@@ -55,13 +46,13 @@ void TypeRules::add(std::string_view line) {
     const tlvmsg_type *const type = end == line.npos ? nullptr : find_type(std::string(line.substr(end + 1)));
     if (const size_t slash = known.find('/'); type != nullptr && slash != known.npos) {
         const std::string protocol(known.substr(0, slash));
-        if (const auto port = number_of(known.substr(slash + 1), UINT16_MAX);
+        if (const auto port = base::typed_number(known.substr(slash + 1), UINT16_MAX);
             port && (protocol == "udp" || protocol == "tcp")) {
             ports_[{protocol, *port}] = type;
             return;
         }
     } else if (type != nullptr && known.starts_with("msg_type=")) {
-        if (const auto number = number_of(known.substr(std::strlen("msg_type=")), UINT32_MAX)) {
+        if (const auto number = base::typed_number(known.substr(std::strlen("msg_type=")), UINT32_MAX)) {
             message_types_[*number] = type;
             return;
         }

@@ -2,9 +2,9 @@
 
 #include "schema_types.h"
 
+#include "base/number.h"
 #include "base/suggest.h"
 #include "cli/failure.h"
-#include "cli/number.h"
 
 #include <fmt/format.h>
 
@@ -24,9 +24,8 @@ using namespace cli;
 namespace {
 
 const tlvmsg_type *by_tag(std::string_view word) {
-    const std::optional<uint64_t> tag = typed_number(word);
-    return tag && *tag <= UINT16_MAX ? tlvmsg_type_set_by_tag(type_set(), static_cast<uint16_t>(*tag))
-                                     : nullptr;
+    const std::optional<uint64_t> tag = base::typed_number(word, UINT16_MAX);
+    return tag ? tlvmsg_type_set_by_tag(type_set(), static_cast<uint16_t>(*tag)) : nullptr;
 }
 
 bool contains(const char *text, const std::string &part) { return strcasestr(text, part.c_str()) != nullptr; }

@@ -49,10 +49,10 @@ struct Find {
 };
 std::vector<Find> find_word(const std::string &word);
 
-// Of all types.
+// The families of all types.
 std::set<std::string> families();
 
-// Of exactly that name, or null.
+// The type of exactly that name, or null.
 const tlvmsg_type *type_by_name(const std::string &name);
 
 } // namespace tlvmsg::tool

@@ -121,7 +121,7 @@ private:
         descriptor.selector_offset = offset_of(record, {type.selector_name});
     }
 
-    // Of what steps from field to field lead to.
+    // Where the field lies that the path leads to.
     uint32_t offset_of(const tlvc::Type &record, const std::vector<std::string> &path) {
         uint64_t offset = 0;
         const tlvc::Type *type = &record;

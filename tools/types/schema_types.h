@@ -20,7 +20,7 @@ namespace tlvmsg::tool {
 
 class SchemaTypes {
 public:
-    // Of these files, or of all in these directories, and of what they import. Throws Failure: exit_io for a file that cannot be read, and
+    // Takes the types of these files, or of all in these directories, and of what they import. Throws Failure: exit_io for a file that cannot be read, and
     // exit_usage, once its faults are on standard error, for one that is no schema.
     explicit SchemaTypes(const std::vector<std::string> &files,
                          const std::vector<std::string> &import_path = {});

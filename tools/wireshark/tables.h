@@ -5,7 +5,7 @@
 
 namespace tlvmsg::tool {
 
-// Of all types to choose from, for a protocol of that name: a statement that makes a local `tables`.
+// A statement of Lua that makes a local `tables`: all types to choose from, for a protocol of that name.
 std::string wireshark_tables(const std::string &name);
 
 // What stands behind it, the same for all types.

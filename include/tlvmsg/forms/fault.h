@@ -34,6 +34,7 @@ typedef enum tlvmsg_text_code {
     TLVMSG_TEXT_NULL_ARGUMENT,  /* null where an object is needed; the path is the argument's name */
     TLVMSG_TEXT_RECORD_SIZE,    /* the program has another record than the library; from tlvmsg_json.hpp */
     TLVMSG_TEXT_RESERVED_WORD,  /* a reserved word that is not zero; the path is the argument's name */
+    TLVMSG_TEXT_NOT_ENCODABLE,  /* a record that was read, and yet cannot be encoded */
     TLVMSG_TEXT_CODE_COUNT
 } tlvmsg_text_code;
 

@@ -46,6 +46,21 @@ equal "$(jq '[.units[].reason.hex | length] | length > 100 and min >= 16' <out)"
 for seed in 1 2 3 4 5 6 7 8; do tlv sample --schema acme/psu.tlv --seed $seed --out json psu_list; done |
     jq -es 'any(.[]; (.units | length) > 1)' >out || fail 'no units'
 
+# Unions in one another: each type is worked out once, and not on each of the 20 to the seventh ways to it.
+awk 'BEGIN {
+    print "enum acme_turn = 40030 { left = 0 }"
+    inner = "acme_turn"
+    for (level = 1; level <= 7; ++level) {
+        printf "union acme_maze_%d by acme_turn turn {", level
+        for (way = 1; way <= 20; ++way) printf " %d: %s way_%d", way, inner, way
+        inner = "acme_room_" level
+        printf " }\nstruct %s = %d { acme_turn turn  acme_maze_%d maze }\n", inner, 40040 + level, level
+    }
+}' >acme/maze.tlv
+timeout 20 tlv sample --schema acme/maze.tlv --out json acme_room_7 >out || fail 'sampling takes too long'
+prints '"way_'
+rm acme/maze.tlv
+
 # What a schema says controls no terminal.
 printf 'struct acme_odd = 40020 {\n/// x\033[31m\007\302\233\342\200\256y\nuint8 a\n}\n' >acme/odd.tlv
 run show --schema acme/odd.tlv acme_odd; prints 'x<U\+001B>\[31m<U\+0007><U\+009B><U\+202E>y'
