@@ -41,7 +41,7 @@ message wides { wide_holder first  wide_holder second }
 }
 
 // However long a chain is, or wide a nest, the stack holds and time grows with the text; and one cause is one fault.
-TEST(Model, is_made_of_any_chain_and_nest) {
+TEST(Model, IsMadeOfAnyChainAndNest) {
     SchemaDirectory directory;
     std::string chain;
     std::string circle = "struct first = 1001 { second m }\n";
