@@ -21,7 +21,8 @@ __attribute__((visibility("hidden"))) inline unsigned chosen = 0;
 __attribute__((constructor(101))) static void begin() {
     const char *const file = std::getenv("MUTANT_NOTES");
     if (notes == nobody_asks && file != nullptr) {
-        void *const map = mmap(nullptr, most, PROT_READ | PROT_WRITE, MAP_SHARED, open(file, O_RDWR | O_CLOEXEC), 0);
+        void *const map =
+            mmap(nullptr, most, PROT_READ | PROT_WRITE, MAP_SHARED, open(file, O_RDWR | O_CLOEXEC), 0);
         notes = map == MAP_FAILED ? nobody_asks : static_cast<unsigned char *>(map);
         for (const unsigned *each = __start_mutants; each < __stop_mutants; ++each) {
             notes[*each] |= built;
