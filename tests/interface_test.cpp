@@ -1,5 +1,6 @@
-// schema/interface.txt says of every type what peers and programs rely on. That the schema says the same, tests of
-// tlvc compare have; this is about fingerprints in descriptors, and sizes and offsets as this compiler laid records out.
+// schema/interface.txt says of every type what peers and programs rely on. Tests of `tlvc compare` hold it against the
+// schema; this one holds its fingerprints against descriptors, and its sizes and offsets against the records as this
+// compiler laid them out.
 #include <tlvmsg/register.h>
 #include <tlvmsg/types.h>
 
@@ -13,7 +14,7 @@
 
 namespace {
 
-// Of "16/12/8", what holds for this platform's pointers and alignment, which may be the number before.
+// The number of "16/12/8" that holds for this platform's pointers and alignment; a missing one is the number before.
 size_t for_this_platform(const std::string &numbers) {
     struct Number {
         uint64_t value;

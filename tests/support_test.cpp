@@ -4,7 +4,6 @@
 #include "support/osal_double/osal_double.h"
 
 #include <osal_pelix.h>
-#include <tlvmsg/runtime.h>
 
 #include <gtest/gtest.h>
 
@@ -48,16 +47,6 @@ protected:
     void TearDown() override { osal_double_reset(); }
 };
 
-// The library's own calls arrive here: it has found the double under the name of the real thing.
-TEST_F(OsalDouble, ServesTheLibrary) {
-    void *block = tlv_malloc(3);
-    EXPECT_EQ(osal_double_allocations(), 1U);
-    EXPECT_EQ(osal_double_blocks_out(), 1U);
-    tlv_free(block);
-    EXPECT_EQ(osal_double_blocks_out(), 0U);
-    EXPECT_EQ(osal_double_faults(), 0U);
-}
-
 TEST_F(OsalDouble, FindsBytesWrittenOutsideOfABlock) {
     for (const int offset : {-1, 5}) {
         auto *block = static_cast<uint8_t *>(OSALmalloc(0, 5));
@@ -77,19 +66,6 @@ TEST_F(OsalDouble, FindsFreesThatMatchNoAllocation) {
     EXPECT_EQ(osal_double_faults(), 2U);
     OSALfree(0, nullptr);
     EXPECT_EQ(osal_double_faults(), 2U);
-}
-
-TEST_F(OsalDouble, FailsTheAllocationThatItIsToldTo) {
-    osal_double_fail(2, 0);
-    EXPECT_NE(OSALmalloc(0, 1), nullptr);
-    EXPECT_EQ(OSALmalloc(0, 1), nullptr);
-    EXPECT_NE(OSALmalloc(0, 1), nullptr);
-    osal_double_fail(2, 1);
-    EXPECT_NE(OSALmalloc(0, 1), nullptr);
-    EXPECT_EQ(OSALmalloc(0, 1), nullptr);
-    EXPECT_EQ(OSALmalloc(0, 1), nullptr);
-    EXPECT_EQ(osal_double_allocations(), 6U);
-    EXPECT_EQ(osal_double_blocks_out(), 3U);
 }
 
 } // namespace

@@ -56,7 +56,7 @@ TEST(Address, OfAnyOtherTypeHasNoElement) {
     }
 }
 
-// In contrast to enumerations everywhere else: the length counts, the value may be anything.
+// Other than anywhere else, an enumeration ends here by its own length, and its value may be anything.
 TEST(Address, OfVersion4EndsByItsLength) {
     auto expected = address_record(1);
     expect_decoded(address,

@@ -1,4 +1,3 @@
-#include "compiler/compare/changes.h"
 #include "support.h"
 
 #include <array>
@@ -364,21 +363,10 @@ TEST(CommandLine, CompareLooksForImportsOnEachSide) {
     EXPECT_TRUE(Command("compare -I . a b").says("say --old-import or --new-import"));
 }
 
-TEST(CommandLine, ExplainKnowsEveryCode) {
+TEST(CommandLine, ExplainTakesCodesInAnyCase) {
     EXPECT_EQ(Command("explain t010 c001").output,
               Command("explain T010").output + Command("explain C001").output);
     EXPECT_EQ(Command("lsp --stdio </dev/null").exit_code, Command("lsp </dev/null").exit_code);
-    for (const Fault *each : fault::all) {
-        Command run("explain " + std::string(each->code));
-        EXPECT_EQ(run.exit_code, 0);
-        EXPECT_TRUE(run.says(fmt::format("{}: {}", each->code, each->title)) &&
-                    run.says(std::string(each->explanation)));
-    }
-    for (const Rule *each : rules) {
-        EXPECT_TRUE(Command("explain " + std::string(each->code))
-                        .says(fmt::format("{}: {}: {}\n{}", each->code, each->title, each->effect,
-                                          each->explanation)));
-    }
 }
 
 } // namespace

@@ -4,8 +4,11 @@
 #include "support.h"
 
 #include "compiler/emit/emit.h"
+#include "compiler/model/attributes.h"
 #include "compiler/model/fingerprint.h"
 #include "compiler/text/reporter.h"
+
+#include <nlohmann/json.hpp>
 
 #include <chrono>
 #include <random>
@@ -323,6 +326,12 @@ bool begins_with_array(const Type &type) {
     return type.members.size() > 1 && is_dynamic(*type.members[1].type);
 }
 
+void toggle(Attributes &attributes, const Attribute &attribute) {
+    if (std::erase(attributes, &attribute) == 0) {
+        attributes.push_back(&attribute);
+    }
+}
+
 const Mutation mutations[] = {
     {"tag", &tag_changed, &tag_changed, has_tag,
      [](Type &type, const Type *) { type.tag = static_cast<uint16_t>(type.tag + 20000); }},
@@ -348,11 +357,9 @@ const Mutation mutations[] = {
     {"choice_type", &type_changed, &type_changed, has_choices,
      [](Type &type, const Type *int64) { type.alternatives[0].type = int64; }},
     {"attribute", &attribute_changed, &attribute_changed, begins_with_array,
-     [](Type &type, const Type *) { type.members[1].zero_count = !type.members[1].zero_count; }},
+     [](Type &type, const Type *) { toggle(type.members[1].attributes, known_attributes[0]); }},
     {"attribute_of_choice", &attribute_changed, &attribute_changed, has_choices,
-     [](Type &type, const Type *) {
-         type.alternatives[0].end_by_length = !type.alternatives[0].end_by_length;
-     }},
+     [](Type &type, const Type *) { toggle(type.alternatives[0].attributes, known_attributes[1]); }},
     {"name_gone", &enumerator_removed, &enumerator_added, has_names,
      [](Type &type, const Type *) { type.enumerators.pop_back(); }},
     {"value", &enumerator_value, &enumerator_value, has_names,
@@ -420,8 +427,9 @@ INSTANTIATE_TEST_SUITE_P(RealSchema, EachMutation, testing::ValuesIn(mutations),
 TEST(Fingerprints, TellNothingOfMeanings) {
     const std::string choice = "enum e = 2001  union u by e w ";
     const std::tuple<const Rule *, std::string, std::string> rows[] = {
-        {&order_changed, example(order_changed, '-'), example(order_changed, '+')},
-        {&enumerator_value, example(enumerator_value, '-'), example(enumerator_value, '+')},
+        {&order_changed, std::string(order_changed.example.before), std::string(order_changed.example.after)},
+        {&enumerator_value, std::string(enumerator_value.example.before),
+         std::string(enumerator_value.example.after)},
         {&choice_changed, choice + "{ 1: uint8 a  2: uint8 b }", choice + "{ 1: uint8 b  2: uint8 a }"}};
     for (const auto &[rule, old, now] : rows) {
         const Text before(old);
@@ -475,65 +483,16 @@ TEST(Report, SaysWhereAndWhat) {
               "new/a.tlv:3:12: safe[C009]: port.\"\\\n (in no message): is new: uint8; so\n")
         << "what breaks something else is not safe";
     EXPECT_EQ(render(select(findings, {Json, true, true}), sources), "");
-    EXPECT_EQ(render_json(findings, sources), R"([
-  {
-    "file": "new/a.tlv",
-    "line": 2,
-    "column": 13,
-    "end_line": 2,
-    "end_column": 17,
-    "code": "C013",
-    "severity": "breaks",
-    "message": "port.slot: was uint8, is uint16; why",
-    "levels": [
-      "wire",
-      "source"
-    ],
-    "type": "port",
-    "member": "slot",
-    "in_message": true,
-    "old": {
-      "file": "old/a.tlv",
-      "line": 2,
-      "column": 12,
-      "end_line": 2,
-      "end_column": 16,
-      "what": "uint8"
-    },
-    "new": {
-      "file": "new/a.tlv",
-      "line": 2,
-      "column": 13,
-      "end_line": 2,
-      "end_column": 17,
-      "what": "uint16"
-    }
-  },
-  {
-    "file": "new/a.tlv",
-    "line": 3,
-    "column": 12,
-    "end_line": 3,
-    "end_column": 13,
-    "code": "C009",
-    "severity": "safe",
-    "message": "port.\"\\\n (in no message): is new: uint8; so",
-    "levels": [],
-    "type": "port",
-    "member": "\"\\\n",
-    "in_message": false,
-    "old": null,
-    "new": {
-      "file": "new/a.tlv",
-      "line": 3,
-      "column": 12,
-      "end_line": 3,
-      "end_column": 13,
-      "what": "uint8"
-    }
-  }
-]
-)");
+    const auto json = nlohmann::ordered_json::parse(render_json(findings, sources));
+    EXPECT_EQ(
+        json[0].dump(),
+        R"({"file":"new/a.tlv","line":2,"column":13,"end_line":2,"end_column":17,"code":"C013",)"
+        R"("severity":"breaks","message":"port.slot: was uint8, is uint16; why","levels":["wire","source"],)"
+        R"("type":"port","member":"slot","in_message":true,)"
+        R"("old":{"file":"old/a.tlv","line":2,"column":12,"end_line":2,"end_column":16,"what":"uint8"},)"
+        R"("new":{"file":"new/a.tlv","line":2,"column":13,"end_line":2,"end_column":17,"what":"uint16"}})");
+    EXPECT_EQ(json[1]["member"], "\"\\\n");
+    EXPECT_TRUE(json[1]["old"].is_null() && json[1]["levels"].empty() && json[1]["severity"] == "safe");
     EXPECT_EQ(render_json({}, sources), "[]\n");
 }
 

@@ -1,16 +1,30 @@
-// What people read of a small schema with every kind of type, against a reviewed copy. What else is generated, programs
-// compile and run for all types.
+// What people read in the header of a small schema with every kind of type, against a reviewed copy: comments and macros.
+// What else is generated, programs compile and run for all types.
 #include "compiler/emit/emit.h"
 #include "compiler/model/names.h"
 #include "support.h"
 
 #include <algorithm>
 #include <set>
+#include <sstream>
 
 namespace tlvc {
 namespace {
 
 const std::filesystem::path golden = data_directory / "golden";
+
+std::string comments_and_macros(const std::string &header) {
+    std::istringstream lines(header);
+    std::string text;
+    for (std::string line; std::getline(lines, line);) {
+        const std::string_view begin =
+            std::string_view(line).substr(std::min(line.find_first_not_of(' '), line.size()));
+        text += begin.starts_with("/*") || begin.starts_with("*") || begin.starts_with("#define ")
+                    ? line + "\n"
+                    : "";
+    }
+    return text;
+}
 
 TEST(Emitters, WriteTheReviewedHeader) {
     Compiled compiled({(golden / "relay/relays.tlv").string(), (golden / "relay/family.tlv").string()});
@@ -20,10 +34,10 @@ TEST(Emitters, WriteTheReviewedHeader) {
         return each.path == "include/tlvmsg/relay.h";
     });
     ASSERT_NE(header, files.end());
-    EXPECT_EQ(header->text, read_file((golden / "relay.h").string()));
+    EXPECT_EQ(comments_and_macros(header->text), read_file((golden / "relay.txt").string()));
 }
 
-TEST(Emitters, guard_every_header_by_a_name_of_its_own) {
+TEST(Emitters, GuardEveryHeaderByANameOfItsOwn) {
     std::set<std::string> guards;
     for (const auto form : {names::Header::Records, names::Header::Bounded, names::Header::Traits}) {
         for (const char *family : {"relay", "Relay", "bounded_relay", "relay_hpp", "records_of_relay"}) {

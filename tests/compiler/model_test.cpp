@@ -74,7 +74,7 @@ union choice by mode by in piece { 2: mode second @end_by_length  3, 1: uint8 fi
 }
 
 // However long a chain is, or wide a nest, the stack holds and time grows with the text; and one cause is one fault.
-TEST(Model, is_made_of_any_chain_and_nest) {
+TEST(Model, IsMadeOfAnyChainAndNest) {
     SchemaDirectory directory;
     std::string chain;
     std::string circle = "struct first = 1001 { second m }\n";

@@ -1,7 +1,5 @@
 // Differences by path, in the order of the wire.
-#include "forms/failing_new.h"
 #include "inspect/samples.h"
-#include "support/osal_double/osal_double.h"
 
 #include <tlvmsg/forms.h>
 
@@ -83,27 +81,6 @@ TEST(Diff, ComparesCountsAsTheyStand) {
         ASSERT_TRUE(tlvmsg_diff(type, b.record(), b.record(), &found, &count, nullptr));
         EXPECT_EQ(found, nullptr);
         EXPECT_EQ(count, 0u);
-    }
-}
-
-// Neither a member's path nor the type's name fits a string without memory of its own.
-TEST(Diff, KeepsNoBlockWhenMemoryRunsOut) {
-    for (const char *name :
-         {"stat_counters", "zel_mac_addr_mac_array", "analogbri_led_control_req_message"}) {
-        const tlvmsg_type *type = tlvmsg_type_find(name);
-        const Sample a(*type, 3, Counts::Capacity, 0);
-        const Sample b(*type, 4, Counts::Capacity, 0);
-        const size_t blocks = osal_double_blocks_out();
-        for (size_t nth = 1; failing_new == 0; ++nth) {
-            failing_new = nth;
-            tlvmsg_difference *found = nullptr;
-            size_t count = 0;
-            const bool done = tlvmsg_diff(type, a.record(), b.record(), &found, &count, nullptr);
-            EXPECT_EQ(done, failing_new > 0) << nth;
-            tlvmsg_free(found);
-            EXPECT_EQ(osal_double_blocks_out(), blocks) << name;
-        }
-        failing_new = 0;
     }
 }
 

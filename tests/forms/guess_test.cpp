@@ -1,8 +1,6 @@
 // Which types bytes are of: the right one is found however the bytes were cut or damaged, and programs are never told
 // one that is not certain.
-#include "forms/failing_new.h"
 #include "inspect/samples.h"
-#include "support/osal_double/osal_double.h"
 
 #include <tlvmsg/forms.h>
 #include <tlvmsg/record.h>
@@ -193,6 +191,11 @@ TEST(Guess, TellsNothingOfNothing) {
     EXPECT_TRUE(guesses(hex("00 04 00 03 01 02 03"), 0).empty());
     EXPECT_EQ(guesses(hex("00 04 00 03 01 02 03"), 1)[0].verdict.fault.code, TLVMSG_WRONG_LENGTH);
     EXPECT_EQ(guesses(hex("00 02 00 01 FF"))[0].names, (Names{"char", "uint8"}));
+    tlvmsg_part *parts = nullptr;
+    size_t count = 1;
+    tlvmsg_text_fault fault;
+    EXPECT_FALSE(tlvmsg_divide(nullptr, nullptr, 1, &parts, &count, &fault));
+    EXPECT_STREQ(fault.path, "in");
 }
 
 // What most types would have at the place comes first, and what is wrong with them is told for each.
@@ -294,42 +297,6 @@ TEST(Divide, NamesAllThatMayBeginWhereDivisionsDisagree) {
     expect(a + a + b + c + c, {{a, {"a"}}, {a + b + c, {"a", "ab"}}, {c, {"c", "c_too"}}});
     expect(b, {});
     tlvmsg_type_set_free(set);
-}
-
-TEST(Guess, SurvivesWithoutMemory) {
-    const Bytes bytes = sample(*tlvmsg_type_find("analogbri_led_control_req_message"));
-    const tlvmsg_guess_options options{3, true, {}};
-    size_t failed = 0;
-    for (size_t nth = 0; nth <= 40; ++nth) {
-        osal_double_reset();
-        const auto expect = [&](const auto &work) {
-            nth > 0 ? void(failing_new = nth) : osal_double_fail(1, 0);
-            void *block = nullptr;
-            size_t count = 1;
-            tlvmsg_text_fault fault;
-            const bool done = work(&block, &count, &fault);
-            failing_new = 0;
-            failed += done ? 0 : 1;
-            EXPECT_EQ(done, nth > 0 && count > 0 && block != nullptr && fault.code == TLVMSG_TEXT_OK);
-            EXPECT_EQ(!done, count == 0 && block == nullptr && fault.code == TLVMSG_TEXT_OUT_OF_MEMORY);
-            tlvmsg_free(block);
-            EXPECT_EQ(osal_double_blocks_out(), 0u);
-        };
-        expect([&](void **block, size_t *count, tlvmsg_text_fault *fault) {
-            return tlvmsg_guess_types(nullptr, bytes.data(), bytes.size(), &options,
-                                      reinterpret_cast<tlvmsg_guess **>(block), count, fault);
-        });
-        expect([&](void **block, size_t *count, tlvmsg_text_fault *fault) {
-            return tlvmsg_divide(nullptr, bytes.data(), bytes.size(), reinterpret_cast<tlvmsg_part **>(block),
-                                 count, fault);
-        });
-    }
-    EXPECT_GT(failed, 20u);
-    tlvmsg_part *parts = nullptr;
-    size_t count = 1;
-    tlvmsg_text_fault fault;
-    EXPECT_FALSE(tlvmsg_divide(nullptr, nullptr, 1, &parts, &count, &fault));
-    EXPECT_STREQ(fault.path, "in");
 }
 
 } // namespace

@@ -350,47 +350,6 @@ TEST_P(JsonOfFamily, SurvivesDamage) {
     EXPECT_EQ(osal_double_faults(), 0u);
 }
 
-// Every allocation fails once, those of the C++ run time and those of the platform.
-TEST(Json, SurvivesWhenMemoryRunsOut) {
-    const tlvmsg_type *type = tlvmsg_type_find("if_name");
-    const std::string text = R"({"name": "a name that is too long for a string without memory of its own"})";
-    const std::string wrong = R"({"name": {"hex": "7g", "some other member that is not there at all": 1}})";
-    for (const std::string &input : {text, wrong}) {
-        size_t failed = 0;
-        for (size_t nth = 1; nth == failed + 1; ++nth) {
-            osal_double_reset();
-            Record record(type);
-            tlvmsg_text_fault fault{};
-            failing_new = nth;
-            record.read(input, &fault);
-            failing_new = 0;
-            failed += fault.code == TLVMSG_TEXT_OUT_OF_MEMORY ? 1 : 0;
-            EXPECT_EQ(fault.code != TLVMSG_TEXT_OK, record.is_zero());
-            EXPECT_EQ(osal_double_blocks_out(), record.is_zero() ? 0u : 1u);
-        }
-        EXPECT_GT(failed, 1u);
-    }
-    osal_double_reset();
-    Record record(type);
-    ASSERT_TRUE(record.read(text));
-    tlvmsg_text_fault fault;
-    char *written = nullptr;
-    size_t length = 1;
-    failing_new = 1;
-    EXPECT_FALSE(tlvmsg_to_json(type, record.data(), nullptr, &written, &length, &fault));
-    EXPECT_EQ(fault.code, TLVMSG_TEXT_OUT_OF_MEMORY);
-    osal_double_fail(1, 0);
-    EXPECT_FALSE(tlvmsg_to_json(type, record.data(), nullptr, &written, &length, &fault));
-    EXPECT_EQ(fault.code, TLVMSG_TEXT_OUT_OF_MEMORY);
-    EXPECT_EQ(written, nullptr);
-    EXPECT_EQ(length, 0u);
-    Record other(type);
-    osal_double_fail(1, 0);
-    EXPECT_FALSE(other.read(text, &fault));
-    EXPECT_EQ(fault.code, TLVMSG_TEXT_OUT_OF_MEMORY);
-    EXPECT_EQ(osal_double_blocks_out(), 1u);
-}
-
 // ---- Bytes -------------------------------------------------------------------------------------------
 
 TEST(JsonOfBytes, IsThatOfTheRecordInBetween) {

@@ -27,7 +27,7 @@ public:
         char *text = nullptr;
         EXPECT_TRUE(made && tlvmsg_to_json(type_, record_.data(), nullptr, &text, nullptr, nullptr))
             << fault.path << fault.message;
-        const std::string result(text != nullptr ? text : "");
+        std::string result(text != nullptr ? text : "");
         tlvmsg_free(text);
         return result;
     }
@@ -124,7 +124,7 @@ TEST(Sample, TellsSettingsThatMakeNoSense) {
         EXPECT_EQ(sample.fault.column, column) << setting;
     }
     EXPECT_EQ(Sample("zel_led_control", TLVMSG_SAMPLE_MIN, 1, {"slot=1", "port"}).fault.line, 2u);
-    // Of two alternatives the last one named is there.
+    // When two alternatives are named, the last one is there.
     EXPECT_FALSE(Sample("ip_address", TLVMSG_SAMPLE_MIN, 1, {"address.ipv6.addr=x", "address.ipv4=5"}).made);
 }
 

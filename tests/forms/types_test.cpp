@@ -1,6 +1,4 @@
 // Sets of types, and whether bytes fit one.
-#include "forms/failing_new.h"
-
 #include <tlvmsg/forms.h>
 #include <tlvmsg/record.h>
 
@@ -72,12 +70,6 @@ TEST(TypeSet, RefusesWhatIsNoSet) {
     EXPECT_STREQ(fault.path, "types[1]");
     EXPECT_EQ(tlvmsg_type_set_new(nullptr, 1, &fault), nullptr);
     EXPECT_STREQ(fault.path, "types");
-    for (size_t nth = 1; nth <= 3; ++nth) {
-        failing_new = nth;
-        EXPECT_EQ(tlvmsg_type_set_new(types, 1, &fault), nullptr);
-        EXPECT_EQ(fault.code, TLVMSG_TEXT_OUT_OF_MEMORY);
-    }
-    failing_new = 0;
 }
 
 TEST(Verdict, IsYesInPartOrNo) {

@@ -1,4 +1,4 @@
-// What bounds the bounded library itself: nesting, paths, stack, and input that changes meanwhile.
+// What bounds the bounded library itself: stack, and input that changes meanwhile. (tlvc bounds nesting and paths.)
 #include "support/guarded.h"
 #include "support/hex.h"
 #include "support/osal_double/osal_double.h"
@@ -17,44 +17,22 @@ namespace tlvmsg_test {
 
 namespace {
 
-struct Nesting {
-    size_t depth = 0; // of types
-    size_t path = 0;  // length of the longest, without the type's own name
-};
-
-Nesting nesting_of(const tlvmsg_type &type) {
-    Nesting most{0, 0};
-    const auto add = [&](size_t step, const tlvmsg_type &inner) {
-        const Nesting nesting = nesting_of(inner);
-        most.depth = std::max(most.depth, nesting.depth);
-        most.path = std::max(most.path, step + nesting.path);
-    };
+size_t depth_of(const tlvmsg_type &type) {
+    size_t inside = type.element != nullptr ? depth_of(*type.element) : 0;
     for (uint32_t i = 0; i < type.member_count; ++i) {
-        add(1 + std::strlen(type.members[i].path), *type.members[i].type);
+        inside = std::max(inside, depth_of(*type.members[i].type));
     }
     for (uint32_t i = 0; i < type.alternative_count; ++i) {
-        add(1 + std::strlen(type.alternatives[i].name), *type.alternatives[i].type);
+        inside = std::max(inside, depth_of(*type.alternatives[i].type));
     }
-    if (type.element != nullptr) {
-        add(std::strlen("[65535]"), *type.element);
-    }
-    return {most.depth + 1, most.path};
-}
-
-TEST(Bounds, OfNestingHoldForTheSchema) {
-    for (size_t i = 0; i < tlvmsg_type_count(); ++i) {
-        const tlvmsg_type &type = *tlvmsg_type_at(i);
-        const Nesting nesting = nesting_of(type);
-        EXPECT_LE(nesting.depth, size_t{TLVMSG_MAX_DEPTH}) << type.name;
-        EXPECT_LT(std::strlen(type.name) + nesting.path, size_t{TLVMSG_MAX_PATH}) << type.name;
-    }
+    return inside + 1;
 }
 
 // Runs everything for the most deeply nested types.
 void *work(void *) {
     for (size_t i = 0; i < tlvmsg_type_count(); ++i) {
         const tlvmsg_type &type = *tlvmsg_type_at(i);
-        if (nesting_of(type).depth < 8) {
+        if (depth_of(type) < 8) {
             continue;
         }
         alignas(8) static uint8_t record[1 << 16];

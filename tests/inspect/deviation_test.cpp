@@ -22,7 +22,7 @@ struct Deviation {
 
 void PrintTo(const Deviation &deviation, std::ostream *out) { *out << deviation.name; }
 
-// Of the structure, its two numbers, and the header and number of its enumeration.
+// The two numbers that the structure begins with.
 #define LED "00 04 00 02 00 01  00 04 00 02 00 02"
 
 const Deviation deviations[] = {

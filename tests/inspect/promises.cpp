@@ -43,7 +43,7 @@ bool same(const tlvmsg_extent &a, const tlvmsg_extent &b) {
            a.blocks == b.blocks && a.deviations == b.deviations && same(a.first_deviation, b.first_deviation);
 }
 
-// That without deviations pieces lie one behind the other.
+// Adds pieces up, which lie one behind the other where nothing deviates.
 struct Trace {
     size_t pieces = 0;
     size_t end = 0;

@@ -1,4 +1,4 @@
-// Records: walked in order, read within bounds, resized, and with blocks inside blocks.
+// Records: read within bounds, resized, and with blocks inside blocks.
 #include "support/guarded.h"
 #include "support/hex.h"
 #include "support/osal_double/osal_double.h"
@@ -10,58 +10,11 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <tuple>
 
 namespace tlvmsg_test {
 
 namespace {
-
-TEST(Records, AreWalkedInWireOrder) {
-    uint8_t text[] = {'x', 'y'};
-    struct {
-        ip_address union_;
-        if_name bytes;
-        int8_t negative;
-    } r = {};
-    r.union_.address.type = 1;
-    r.union_.address.ipv4 = 0x0A000001;
-    r.bytes.name.count = 2;
-    r.bytes.name.bytes = text;
-    r.negative = -2;
-
-    std::ostringstream lines;
-    const tlvmsg_visitor printer = {
-        nullptr,
-        nullptr,
-        [](void *context, const tlvmsg_place *place, uint64_t value) {
-            char path[TLVMSG_MAX_PATH];
-            tlvmsg_place_path(place, path, sizeof path);
-            auto &out = *static_cast<std::ostringstream *>(context);
-            out << path << "=";
-            if (tlvmsg_type_is_signed(place->type)) {
-                out << static_cast<int64_t>(value) << "\n";
-            } else {
-                out << value << "\n";
-            }
-        },
-        [](void *context, const tlvmsg_place *place, const uint8_t *bytes, size_t size) {
-            char path[TLVMSG_MAX_PATH];
-            tlvmsg_place_path(place, path, sizeof path);
-            *static_cast<std::ostringstream *>(context) << path << "=" << to_hex(bytes, size) << "\n";
-        },
-        {},
-    };
-    tlvmsg_walk(tlvmsg_type_find("ip_address"), &r.union_, &printer, &lines);
-    tlvmsg_walk(tlvmsg_type_find("if_name"), &r.bytes, &printer, &lines);
-    tlvmsg_walk(tlvmsg_type_find("int8"), &r.negative, &printer, &lines);
-    EXPECT_EQ(lines.str(), "ip_address.address.type=1\n"
-                           "ip_address.address.ipv4=167772161\n"
-                           "ip_address.length=0\n"
-                           "if_name.name.count=2\n"
-                           "if_name.name=78 79\n"
-                           "int8=-2\n");
-}
 
 // Readers of records that nobody vouches for stay inside them.
 TEST(Records, WithCountsAboveTheCapacityAreReadUpToIt) {

@@ -64,15 +64,6 @@ TEST(Trace, ExplainsWhatDecodersPassOver) {
               "ok");
 }
 
-TEST(Trace, ReachesUpToTheFault) {
-    EXPECT_EQ(traced("zel_mac_addr", hex("04 12 00 0A  00 0A 00 06  00 04 00 02 00 07")),
-              "0+4 header zel_mac_addr 412000a\n"
-              "4+4 header zel_mac_addr.mac a0006\n"
-              "8+4 header zel_mac_addr.mac.count 40002\n"
-              "12+2 count zel_mac_addr.mac.count 7\n"
-              "count-exceeds-capacity");
-}
-
 } // namespace
 
 } // namespace tlvmsg_test

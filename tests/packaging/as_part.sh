@@ -2,12 +2,10 @@
 # as_part.sh SOURCE_DIRECTORY TLVC
 # Another project can have the sources as a part of itself, on its own platform library or on the one here, and its
 # program with a family of its own runs. Building all of its programs is for the night.
-set -eu
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+. "$(dirname "$0")/lib.sh"
 for platform in OFF ON; do
-    cmake -S "$1/tests/packaging/consumer" -B "$work/$platform" -DTLVMSG_SOURCE="$1" -DTLVC_EXECUTABLE="$2" \
-        -DTLVMSG_EXTERNAL_OSAL_PELIX=$platform > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
+    quietly cmake -S "$1/tests/packaging/consumer" -B "$work/$platform" -DTLVMSG_SOURCE="$1" -DTLVC_EXECUTABLE="$2" \
+        -DTLVMSG_EXTERNAL_OSAL_PELIX=$platform
 done
-cmake --build "$work/ON" --target fans -j2 > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
+quietly cmake --build "$work/ON" --target fans -j2
 "$work/ON/programs/fans"

@@ -1,12 +1,10 @@
 #!/bin/sh
 # copies.sh INCLUDE_DIRECTORY LIBRARY_DIRECTORY PROGRAM_SOURCE...
 # However a program is compiled, it shares the descriptors of the library and has no copies of them.
-set -eu
+. "$(dirname "$0")/lib.sh"
 include=$1
 libraries=$2
 shift 2
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
 for source in "$@"; do
     case $source in
     *.cpp) compilers="g++ clang++" options=-std=c++20 ;;

@@ -1,13 +1,10 @@
 #!/bin/sh
 # exports.sh LIBRARY_DIRECTORY SOURCE_DIRECTORY GENERATED_DIRECTORY LIST_EXPORTS
 # Each shared library exports the names that its lists have, and of types those that the descriptors ask for.
-set -eu
-export LC_ALL=C
+. "$(dirname "$0")/lib.sh"
 libraries=$1
 source=$2
 generated=$3
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
 
 check() { # LIBRARY SYMBOLS...
     # The name of the version itself is a symbol too, an absolute one.

@@ -2,12 +2,7 @@
 # family.sh BUILD_DIRECTORY EXAMPLE_DIRECTORY
 # Who has nothing but the installed tree builds a family of their own with it, by CMake and by make, shows its bytes
 # with a schema that nobody compiled, and is told what a change of it breaks.
-set -eu
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-quietly() {
-    "$@" > "$work/log" 2>&1 || { echo "$*"; cat "$work/log"; exit 1; }
-}
+. "$(dirname "$0")/lib.sh"
 says() {
     grep -q "$2" "$1" || { echo "no '$2':"; cat "$1"; exit 1; }
 }

@@ -43,87 +43,57 @@ static zel_led_control led;
 
 /* ---- What goes in: WORD is 0, then 1 ------------------------------------------------------------------ */
 
+#define LED tlvmsg_descriptor_zel_led_control()
+#define TAKES(NAME, OPTIONS, CALL)                                                                           \
+    static bool NAME(uintptr_t word) {                                                                       \
+        const OPTIONS options = {.WORD = word};                                                              \
+        return CALL;                                                                                         \
+    }
+
+static zel_led_control back;
+static char *text;
+static tlvmsg_guess *guesses;
+static tlvmsg_verdict verdict;
+static size_t found;
+
 static bool walk(uintptr_t word) {
     const tlvmsg_visitor visitor = {.number = count, .WORD = word};
     int visited = 0;
-    tlvmsg_walk(tlvmsg_descriptor_zel_led_control(), &led, &visitor, &visited);
+    tlvmsg_walk(LED, &led, &visitor, &visited);
     fault.code = visited > 0 ? TLVMSG_OK : TLVMSG_RESERVED_WORD;
     return visited > 0;
 }
 
-static bool verify(uintptr_t word) {
-    const tlvmsg_limits limits = {.WORD = word};
-    return tlvmsg_verify_zel_led_control(wire, size, &limits, NULL, &fault);
-}
-
-static bool trace(uintptr_t word) {
-    const tlvmsg_limits limits = {.WORD = word};
-    return tlvmsg_trace(tlvmsg_descriptor_zel_led_control(), wire, size, &limits, NULL, NULL, NULL, &fault);
-}
-
-static bool decode(uintptr_t word) {
-    const tlvmsg_limits limits = {.WORD = word};
-    zel_led_control back;
-    return tlvmsg_decode_zel_led_control(wire, size, &limits, &back, NULL, &fault);
-}
-
-static bool judge(uintptr_t word) {
-    const tlvmsg_limits limits = {.WORD = word};
-    tlvmsg_verdict verdict;
-    const tlvmsg_fit fit = tlvmsg_judge(tlvmsg_descriptor_zel_led_control(), wire, size, &limits, &verdict);
+static bool fits(const tlvmsg_limits *limits) {
+    const tlvmsg_fit fit = tlvmsg_judge(LED, wire, size, limits, &verdict);
     fault = verdict.fault;
     return fit == TLVMSG_FITS;
 }
 
-static bool from_json(uintptr_t word) {
-    const tlvmsg_limits limits = {.WORD = word};
-    zel_led_control back;
-    return tlvmsg_from_json(tlvmsg_descriptor_zel_led_control(), "{}", 2, &limits, &back, &text_fault);
-}
-
-static bool to_json(uintptr_t word) {
-    const tlvmsg_json_options options = {.WORD = word};
-    char *text;
-    const bool done =
-        tlvmsg_to_json(tlvmsg_descriptor_zel_led_control(), &led, &options, &text, NULL, &text_fault);
+static bool freed(bool done) {
     tlvmsg_free(text);
-    return done;
-}
-
-static bool untyped_to_json(uintptr_t word) {
-    const tlvmsg_json_options options = {.WORD = word};
-    return tlvmsg_untyped_to_json(NULL, wire, size, &options, ignore, NULL, NULL, &text_fault);
-}
-
-static bool to_text(uintptr_t word) {
-    const tlvmsg_text_options options = {.WORD = word};
-    return tlvmsg_to_text(tlvmsg_descriptor_zel_led_control(), &led, &options, ignore, NULL, &text_fault);
-}
-
-static bool untyped_to_text(uintptr_t word) {
-    const tlvmsg_text_options options = {.WORD = word};
-    return tlvmsg_untyped_to_text(NULL, wire, size, &options, ignore, NULL, NULL, &text_fault);
-}
-
-static bool annotate(uintptr_t word) {
-    const tlvmsg_text_options options = {.WORD = word};
-    return tlvmsg_annotate(NULL, NULL, wire, size, &options, ignore, NULL, NULL, &text_fault);
-}
-
-static bool sample(uintptr_t word) {
-    const tlvmsg_sample_options options = {.WORD = word};
-    zel_led_control made;
-    return tlvmsg_sample(tlvmsg_descriptor_zel_led_control(), &options, &made, &text_fault);
-}
-
-static bool guess(uintptr_t word) {
-    const tlvmsg_guess_options options = {.most = 1, .WORD = word};
-    tlvmsg_guess *guesses;
-    size_t guess_count;
-    const bool done = tlvmsg_guess_types(NULL, wire, size, &options, &guesses, &guess_count, &text_fault);
     tlvmsg_free(guesses);
+    text = NULL;
+    guesses = NULL;
     return done;
 }
+
+TAKES(verify, tlvmsg_limits, tlvmsg_verify_zel_led_control(wire, size, &options, NULL, &fault))
+TAKES(trace, tlvmsg_limits, tlvmsg_trace(LED, wire, size, &options, NULL, NULL, NULL, &fault))
+TAKES(decode, tlvmsg_limits, tlvmsg_decode_zel_led_control(wire, size, &options, &back, NULL, &fault))
+TAKES(judge, tlvmsg_limits, fits(&options))
+TAKES(from_json, tlvmsg_limits, tlvmsg_from_json(LED, "{}", 2, &options, &back, &text_fault))
+TAKES(to_json, tlvmsg_json_options, freed(tlvmsg_to_json(LED, &led, &options, &text, NULL, &text_fault)))
+TAKES(untyped_to_json, tlvmsg_json_options,
+      tlvmsg_untyped_to_json(NULL, wire, size, &options, ignore, NULL, NULL, &text_fault))
+TAKES(to_text, tlvmsg_text_options, tlvmsg_to_text(LED, &led, &options, ignore, NULL, &text_fault))
+TAKES(untyped_to_text, tlvmsg_text_options,
+      tlvmsg_untyped_to_text(NULL, wire, size, &options, ignore, NULL, NULL, &text_fault))
+TAKES(annotate, tlvmsg_text_options,
+      tlvmsg_annotate(NULL, NULL, wire, size, &options, ignore, NULL, NULL, &text_fault))
+TAKES(sample, tlvmsg_sample_options, tlvmsg_sample(LED, &options, &back, &text_fault))
+TAKES(guess, tlvmsg_guess_options,
+      freed(tlvmsg_guess_types(NULL, wire, size, &options, &guesses, &found, &text_fault)))
 
 static const struct {
     const char *name;
@@ -152,7 +122,7 @@ static void check_what_goes_in(void) {
 /* ---- What comes out: whatever was there before, WORD is 0 --------------------------------------------- */
 
 static void check_what_comes_out(void) {
-    const tlvmsg_type *const type = tlvmsg_descriptor_zel_led_control();
+    const tlvmsg_type *const type = LED;
     struct {
         tlvmsg_extent extent;
         tlvmsg_fault fault;
@@ -168,15 +138,12 @@ static void check_what_comes_out(void) {
     memset(&out, 0xFF, sizeof out);
     tlvmsg_judge(type, wire, size, NULL, &out.verdict);
     expect(out.verdict.WORD == 0 && out.verdict.extent.WORD == 0, "verdict");
-    zel_led_control back;
     expect(!tlvmsg_from_json(type, "[", 1, NULL, &back, &out.text_fault) && out.text_fault.WORD == 0,
            "text fault");
     memset(&out, 0xFF, sizeof out);
     expect(!tlvmsg_from_json(NULL, "{}", 2, NULL, &back, &out.text_fault) && out.text_fault.WORD == 0,
            "text fault of a null argument");
 
-    size_t found;
-    tlvmsg_guess *guesses;
     expect(tlvmsg_guess_types(NULL, wire, size, NULL, &guesses, &found, NULL) && found > 0 &&
                guesses[0].WORD == 0,
            "guess");

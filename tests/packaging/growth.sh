@@ -2,14 +2,12 @@
 # growth.sh INCLUDE_DIRECTORY LIBRARY_DIRECTORY SOURCE_DIRECTORY GENERATED_DIRECTORY VERSION_SCRIPT
 # Programs and libraries go together when one of them has a meaning for reserved words and the other has not: a program
 # that is newer than its library, and a bounded library that is newer than a program and the library of forms.
-set -eu
+. "$(dirname "$0")/lib.sh"
 include=$1
 libraries=$2
 source=$3
 generated=$4
 version_script=$5
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
 
 cp -r "$include" "$work/include"
 find "$work/include" -name '*.h' -exec sed -i -E \

@@ -1,11 +1,9 @@
 #!/bin/sh
 # inline.sh INCLUDE_DIRECTORY LIBRARY_DIRECTORY
 # What headers define is one function in all of a C++ program, and nothing of it is exported by libraries that call it.
-set -eu
+. "$(dirname "$0")/lib.sh"
 include=$1
 libraries=$2
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
 for unit in one other; do
     cat > "$work/$unit.cpp" << END
 #include <tlvmsg/voice.hpp>

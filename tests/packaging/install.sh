@@ -2,12 +2,7 @@
 # install.sh BUILD_DIRECTORY CONSUMER_DIRECTORY TLV
 # What is installed runs as it is, wherever it is then moved, and serves programs that know only its prefix: through
 # find_package and through pkg-config.
-set -eu
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-quietly() {
-    "$@" > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
-}
+. "$(dirname "$0")/lib.sh"
 
 unset LD_LIBRARY_PATH
 quietly cmake --install "$1" --prefix "$work/first"

@@ -1,9 +1,7 @@
 #!/bin/sh
 # link.sh INCLUDE_DIRECTORY LIBRARY_DIRECTORY PROGRAM_SOURCE
 # A C program links with the plain C compiler driver, against the shared library and against the static one.
-set -eu
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+. "$(dirname "$0")/lib.sh"
 build() {
     cc -Wall -Wextra -Werror "$3" -I"$1" -L"$2" "$4" -losal_pelix -Wl,-rpath,"$2" -o "$work/$5"
     "$work/$5"

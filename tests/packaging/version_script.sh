@@ -2,10 +2,8 @@
 # version_script.sh SCRIPT
 # What a release adds goes into a node of its own; a build that would add to a released one, or lacks what one had, is
 # refused.
-set -eu
+. "$(dirname "$0")/lib.sh"
 script=$1
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
 node_of() { # VERSION SYMBOL...
     version=$1
     shift

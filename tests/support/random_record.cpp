@@ -2,9 +2,11 @@
 
 #include "record.h"
 
+#include <tlvmsg/record.h>
 #include <tlvmsg/runtime.h>
 
 #include <algorithm>
+#include <cstring>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -82,7 +84,7 @@ void RandomRecord::fill_items(const tlvmsg_type &item, uint8_t *items, uint64_t 
 
 void RandomRecord::fill_bounded(const tlvmsg_type &array, uint8_t *record) {
     const uint64_t count = count_up_to(array.capacity);
-    store_number(record, array.count_width, count);
+    tlvmsg_store(&array, record, count);
     fill_items(*array.element, record + array.items_offset, count);
 }
 
@@ -94,8 +96,8 @@ void RandomRecord::fill_dynamic(const tlvmsg_type &array, uint8_t *record) {
     if (block == nullptr) {
         throw std::runtime_error(std::string("no memory for ") + array.name);
     }
-    store_number(record, array.count_width, count);
-    store_pointer(record + array.items_offset, block);
+    tlvmsg_store(&array, record, count);
+    std::memcpy(record + array.items_offset, &block, sizeof block);
     fill_items(*array.element, block, count);
 }
 
@@ -104,8 +106,8 @@ void RandomRecord::fill_union(const tlvmsg_type &type, uint8_t *record) {
     const size_t choice = choice_ % (values.size() + 1);
     const uint32_t selector =
         choice < values.size() ? values[choice] : value_that_chooses_nothing(values, random_);
-    store_number(record + type.selector_offset, sizeof selector, selector);
-    if (const tlvmsg_alternative *chosen = chosen_alternative(type, record)) {
+    tlvmsg_store(type.selector, record + type.selector_offset, selector);
+    if (const tlvmsg_alternative *chosen = tlvmsg_chosen_in(&type, record)) {
         fill(*chosen->type, record + chosen->offset);
     }
 }

@@ -1,10 +1,7 @@
 // Types for reading: whatever the type, what is said about it names it and all that it consists of.
 #include "tools/commands/show_type.h"
-#include "tools/commands/type_json.h"
 
 #include <gtest/gtest.h>
-
-#include <bit>
 
 namespace tlvmsg::tool {
 
@@ -35,35 +32,6 @@ TEST(Show, SaysWhatIsSaidBesideFields) {
     has(shown("plim_qos_vc_info"), "    // vc_info.count: ");
     has(shown("zel_envmon_type"), "#define zel_envmon_type_voltage UINT32_C(1)\n");
     has(shown("zel_env_monitoring_sensor_info"), "mon_type 1 (voltage) voltage: ");
-}
-
-// Whatever the type, its JSON has each part with its place, its sizes and what is particular to it.
-TEST(Show, JsonHasAllPartsOfEveryType) {
-    const auto place = [](const nlohmann::ordered_json &json, const auto &part) {
-        EXPECT_EQ(json["type"], part.type->name);
-        EXPECT_EQ(json["offset"], part.offset);
-        EXPECT_EQ(json["size"], part.type->size);
-        EXPECT_EQ(json["max_encoded"], part.type->max_encoded);
-        EXPECT_EQ(json["flags"].size(), static_cast<size_t>(std::popcount(part.flags)));
-    };
-    for (size_t i = 0; i < tlvmsg_type_count(); ++i) {
-        const tlvmsg_type &type = *tlvmsg_type_at(i);
-        const nlohmann::ordered_json json = type_json(&type);
-        EXPECT_EQ(json["name"], type.name);
-        EXPECT_EQ(json.value("members", nlohmann::ordered_json::array()).size(), type.member_count);
-        for (uint32_t member = 0; member < type.member_count; ++member) {
-            EXPECT_EQ(json["members"][member]["path"], type.members[member].path);
-            place(json["members"][member], type.members[member]);
-        }
-        for (uint32_t choice = 0; choice < type.alternative_count; ++choice) {
-            EXPECT_EQ(json["alternatives"][choice]["values"].size(), type.alternatives[choice].value_count);
-            place(json["alternatives"][choice], type.alternatives[choice]);
-        }
-        for (uint32_t named = 0; named < type.enumerator_count; ++named) {
-            EXPECT_EQ(json["enumerators"][named]["value"], type.enumerators[named].value);
-        }
-        EXPECT_EQ(json.value("element", ""), type.element != nullptr ? type.element->name : "");
-    }
 }
 
 // 65,535 bytes hold a structure's member less often than the array alone, and a count of eight bits holds even less.

@@ -18,7 +18,7 @@ def sample(name, *options):
 
 
 def capture(packets):
-    """Of (protocol, port, payload) and, for TCP, the place in the stream."""
+    """A file of packets: (protocol, port, payload) and, for TCP, the place in the stream."""
     with open("x.pcap", "wb") as file:
         file.write(struct.pack("<IHHiIII", 0xA1B2C3D4, 2, 4, 0, 0, 1 << 18, 101))
         for protocol, port, payload, *at in packets:
@@ -31,7 +31,7 @@ def capture(packets):
 
 
 def dissect(packets, *options, names=("tlvmsg",), **prefs):
-    """Of every packet the protocols' trees, as PDML."""
+    """The trees that the protocols have in each packet, as PDML."""
     options += tuple(f"-Xlua_script:{name}.lua" for name in names)
     options += tuple(f"-otlvmsg.{name}:{value}" for name, value in prefs.items())
     path = packets if isinstance(packets, str) else capture(packets)
@@ -53,7 +53,7 @@ def is_record(value):
 
 
 def compare(field, value):
-    """What tshark shows with what the JSON says. A field's name is the protocol, the type and the path in it."""
+    """Holds what tshark shows against what the JSON says. A field's name is the protocol, the type and the path in it."""
     if not is_record(value):
         enumerator = isinstance(value, str) and f": {value} (" in field.get("showname")
         data = bytes.fromhex(value["hex"]) if isinstance(value, dict) else str(value).encode()

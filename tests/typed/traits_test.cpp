@@ -1,5 +1,6 @@
 // What the C++ headers say about every record, against its descriptor.
 #include "support/random_record.h"
+#include "support/record.h"
 
 #include <tlvmsg/all.hpp>
 
@@ -26,7 +27,7 @@ std::ostream &operator<<(std::ostream &out, const Seen &seen) {
     return out << seen.name << ": " << seen.type->name << " at " << seen.offset;
 }
 
-// Of the members of a record; of an array, its items.
+// Lists the members of a record, or the items of an array.
 struct Listing {
     const uint8_t *record;
     std::vector<Seen> seen;
@@ -63,17 +64,6 @@ std::vector<Seen> members_of(const tlvmsg_type &type, const void *record) {
         }
     }
     return expected;
-}
-
-bool holds_blocks(const tlvmsg_type &type) {
-    bool found = tlvmsg_type_is_dynamic(&type) || (type.element != nullptr && holds_blocks(*type.element));
-    for (uint32_t i = 0; i < type.member_count; ++i) {
-        found = found || holds_blocks(*type.members[i].type);
-    }
-    for (uint32_t i = 0; i < type.alternative_count; ++i) {
-        found = found || holds_blocks(*type.alternatives[i].type);
-    }
-    return found;
 }
 
 struct Known {
@@ -121,7 +111,7 @@ void check(const Known &known) {
     SCOPED_TRACE(known.name);
     ASSERT_STREQ(known.type.name, known.name);
     EXPECT_EQ(known.kind, known.type.kind);
-    EXPECT_EQ(known.holds_blocks, holds_blocks(known.type));
+    EXPECT_EQ(known.holds_blocks, holds(known.type, is_dynamic));
     for (uint32_t choice = 0; choice < choices(known.type); ++choice) {
         check(known, choice);
     }

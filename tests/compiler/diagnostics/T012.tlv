@@ -3,7 +3,6 @@ struct zel_led_control = 1357 {
     uint16         slot
     zel_led_colour  color
     nothing_like_it  port
-    uint16_t  spare
 }
 array led_array of zel_led_contrlo[4]
 union led_union by zel_led_kind kind { 1: uin8 octet }
@@ -13,9 +12,7 @@ struct led_habits = 1358 {
     struct zel_led_color e
     string  f
     double  g
-    int     h
     u8      i
-    Uint16  j
     app_sess_hdr  session
     app_ses_hdr   other
 }

@@ -6,8 +6,6 @@ struct led_control = 1357 {
 }
 union led_value by led_kind kind {
     1: uint8   kind
-    2: uint16  wide
-    3: uint32  wide
 }
 struct led_setting = 1358 {
     uint8     mode
@@ -16,5 +14,4 @@ struct led_setting = 1358 {
 }
 union led_mode by led_kind kind in led_setting {
     1: uint8  kind
-    2: uint8  mode
 }

@@ -1,43 +1,13 @@
-struct line = 1357 {
-    uint64  item_0
-    uint64  item_1
-    uint64  item_2
-    uint64  item_3
-    uint64  item_4
-    uint64  item_5
-    uint64  item_6
-    uint64  item_7
-}
-struct block = 1358 {
-    line  item_0
-    line  item_1
-    line  item_2
-    line  item_3
-    line  item_4
-    line  item_5
-    line  item_6
-    line  item_7
-}
-struct page = 1359 {
-    block  item_0
-    block  item_1
-    block  item_2
-    block  item_3
-    block  item_4
-    block  item_5
-    block  item_6
-    block  item_7
-}
-struct book = 1360 {
-    page  item_0
-    page  item_1
-    page  item_2
-    page  item_3
-    page  item_4
-    page  item_5
-    page  item_6
-    page  item_7
-    page  item_8
-    page  item_9
-    page  item_10
-}
+struct level_00 = 1301 { uint64  item }
+struct level_01 = 1302 { level_00  first  level_00  second }
+struct level_02 = 1303 { level_01  first  level_01  second }
+struct level_03 = 1304 { level_02  first  level_02  second }
+struct level_04 = 1305 { level_03  first  level_03  second }
+struct level_05 = 1306 { level_04  first  level_04  second }
+struct level_06 = 1307 { level_05  first  level_05  second }
+struct level_07 = 1308 { level_06  first  level_06  second }
+struct level_08 = 1309 { level_07  first  level_07  second }
+struct level_09 = 1310 { level_08  first  level_08  second }
+struct level_10 = 1311 { level_09  first  level_09  second }
+struct level_11 = 1312 { level_10  first  level_10  second }
+struct level_12 = 1313 { level_11  first  level_11  second }

@@ -23,13 +23,6 @@ done
 run decode udp.pcap; is 0; equal "$(jq -r '"\(.type) \(.source_port)"' out | sort -u)" "$message 4000"
 jq -e '.time > 1000000000' out >time || fail 'no time'
 
-# A VLAN tag, and Ethernet's padding behind a short packet.
-{ printf '000000 02 02 02 02 02 02 02 02 02 02 02 01 81 00 00 05 08 00'
-  printf ' 45 00 00 26 00 00 00 00 40 11 00 00 0a 00 00 01 0a 00 00 02 0f a0 0f a1 00 12 00 00'
-  printf ' 00 06 00 04 00 00 00 2a 00 00 00 00 00 00 00 00\n'; } >vlan.txt
-capture -l 1 vlan.txt vlan.pcap
-run decode -t uint32 vlan.pcap; is 0; equal "$(jq -c '[.message,.trailing_bytes]' out)" '[42,2]'
-
 # Filter and offset. Frames keep the numbers that they have in the file.
 run decode -t $message --filter 'udp port 4000' udp.pcap; equal "$(wc -l <out)" 3
 run decode -t $message --filter 'udp port 4002' udp.pcap; is 0; equal "$(wc -l <out)" 0

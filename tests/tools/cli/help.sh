@@ -83,7 +83,7 @@ run check relay/relay.tlv --strickt=1; is 2; error_has "did you mean '--strict'"
 run compare --level abi relay relay; is 2; error_has 'wire\|json\|source\|layout'
 run explain T0012; is 2; error_has "see 'tlvc explain'"
 equal "$(tlvc explain | sed -n 's/^\(T012\): .*/\1/p')" T012
-(set -o pipefail; { sleep 0.2; tlvc explain; } | true) || fail 'a reader that has gone'
+tlvc explain 2>err | head -1 >out; equal "${PIPESTATUS[*]}" '0 0'; quiet
 tlvc explain 2>err >/dev/full; equal $? 4; error_has '^tlvc: standard output: No space'
 
 # bash
@@ -92,38 +92,29 @@ tlvc explain 2>err >/dev/full; equal $? 4; error_has '^tlvc: standard output: No
 compopt() { :; } # which only works while completing
 complete_words() { COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); COMPREPLY=(); "_$1"; echo "${COMPREPLY[*]}" >out; }
 complete_words tlv deco; prints '^decode$'
-complete_words tlv decode -t zel_led_contr; prints '^zel_led_control$'
 complete_words tlv decode --compact --type ifi; prints '^ifid$'
 complete_words tlv decode --type = zel_led_contr; prints '^zel_led_control$'
 complete_words tlv decode --color =; prints '^auto always never$'
 complete_words tlv decode --color=al; prints '^--color=always$' # where the = breaks no words
 complete_words tlv decode --type = ifid led.b; prints '^led.bin$'
 complete_words tlv help ver; prints '^verify$'
-complete_words tlv show zel_led_contr; prints '^zel_led_control$'
 complete_words tlv sample --kind bo; prints '^boundary$'
 complete_words tlv types --family voi; prints '^voice$'
 complete_words tlv types --kind dynamic; prints '^dynamic-array dynamic-byte-array$'
 complete_words tlv types --used-by zel_led_contr; prints '^zel_led_control$'
 complete_words tlv explain wrong-t; prints '^wrong-tag$'
-complete_words tlv verify --st; prints '^--strict$'
-complete_words tlv annotate led.b; prints '^led.bin$'
 complete_words tlvc comp; prints '^compare$'
-complete_words tlvc compare --lev; prints '^--level$'
 complete_words tlvc compare --level = la; prints '^layout$'
 complete_words tlvc explain T04; prints '^T040 T041 .*T04[0-9]$'
 complete_words tlvc check --strict relay/re; prints '^relay/relay.tlv$'
-complete_words tlvc help gen; prints '^generate$'
 
 # fish
 fish_words() { fish --no-config -c "source $TLV_SHARE/fish/vendor_completions.d/${1%% *}.fish; complete -C '$1'" >out 2>err; }
 fish_words 'tlv deco'; prints '^decode'
 fish_words 'tlv decode -t zel_led_contr'; prints '^zel_led_control'
-fish_words 'tlv sample --kind bo'; prints '^boundary'
 fish_words 'tlv decode --type=zel_led_contr'; prints '^--type=zel_led_control'
-fish_words 'tlv explain wrong-t'; prints '^wrong-tag'
 fish_words 'tlv annotate led.b'; prints '^led.bin'
 fish_words 'tlvc explain C00'; prints '^C002.type added'
-fish_words 'tlvc check --format js'; prints '^json'
 fish_words 'tlvc generate --out gen'; prints '^generated/'
 
 # zsh completes only at a terminal, which zpty gives it: it draws a prompt, gets a tab, and draws the word.
@@ -140,6 +131,5 @@ END
 for program in tlv tlvc; do zsh -n "$TLV_SHARE/zsh/site-functions/_$program" || fail 'zsh: syntax'; done
 zsh_words 'tlv decode -t zel_led_contr' zel_led_control
 zsh_words 'tlv decode --type=zel_led_contr' zel_led_control
-zsh_words 'tlv sample --kind bo' boundary
 zsh_words 'tlvc check --format=js' json
 finish
