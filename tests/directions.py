@@ -21,7 +21,7 @@ MAY_INCLUDE = {
     "compiler/model": "compiler/language/program.h compiler/text",
     "compiler/checks": "compiler/model compiler/language compiler/text",
     "compiler/build": "compiler/checks/checks.h compiler/model compiler/language compiler/text base",
-    "compiler/emit": "compiler/model compiler/language/library.h",
+    "compiler/emit": "compiler/model compiler/language/library.h base",
     "compiler/compare": "compiler/emit/emit.h compiler/build/compile.h compiler/model compiler/language compiler/text "
                         "base",
     "compiler/lsp": "compiler/build/compile.h compiler/build/loader.h compiler/checks/checks.h "
@@ -38,7 +38,7 @@ MAY_INCLUDE = {
     "forms/types": "forms/bytes forms/border include",
     "forms/json": "forms/print/words.h forms/record forms/border include base",
     "forms/print": "forms/json forms/bytes forms/record forms/border include base",
-    "forms/sample": "forms/hex forms/record forms/border include",
+    "forms/sample": "forms/json/reader.h forms/record forms/border include base",
     "forms/guess": "forms/types forms/border include",
 
     "tools": "compiler/build/compile.h compiler/model compiler/text include cli base",
