@@ -125,7 +125,8 @@ inline constexpr FaultOf<Text, Text> family_name{
     R"(
 A family is the directory that holds a schema file. Its name becomes that of a header, so it is made of letters, digits
 and underscores, begins with no digit, and is none of those that the library has: all, codes, forms, inspect, record,
-register, runtime, tlvmsg, tlvmsg_format, tlvmsg_json, typed, types, version. Write 'voice_ports', not 'voice-ports'.
+register, runtime, tlvmsg, tlvmsg_format, tlvmsg_forms, tlvmsg_json, typed, types, version. Write 'voice_ports', not
+'voice-ports'.
 )"};
 
 inline constexpr FaultOf<Text> family_split{
