@@ -180,7 +180,7 @@ every field stays at its offset and the union begins its structure, which its fu
 
 inline constexpr Rule attribute_changed{
     "C016", Wire, "attribute changed", "the sides read damaged elements differently",
-    "@zero_count and @end_by_length decide what is read where an element is absent or not what it should be.",
+    "Attributes decide what is read where an element is absent or not what it should be.",
     {"struct s = 2001 { uint8 count  names names }  dynamic bytes names counted by uint8",
      "struct s = 2001 { uint8 count  names names @zero_count }  dynamic bytes names counted by uint8",
      "dynamic bytes names counted by uint8  struct s = 2001 { uint8 count  names names }"}};

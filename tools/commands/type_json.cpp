@@ -1,8 +1,11 @@
 #include "type_json.h"
 
+#include "compiler/model/attributes.h"
 #include "tools/types/lookup.h"
 
 #include <fmt/format.h>
+
+#include <algorithm>
 
 namespace tlvmsg::tool {
 
@@ -10,14 +13,16 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+// An attribute's word is its name, with hyphens.
 Json flag_words(uint32_t flags) {
-    static constexpr std::pair<uint32_t, const char *> words[] = {
-        {TLVMSG_SHARED_WITH_NEXT, "shared-with-next"},
-        {TLVMSG_ZERO_COUNT, "zero-count"},
-        {TLVMSG_END_BY_LENGTH, "end-by-length"}};
     Json list = Json::array();
-    for (const auto &[flag, word] : words) {
-        if ((flags & flag) != 0) {
+    if ((flags & TLVMSG_SHARED_WITH_NEXT) != 0) {
+        list.push_back("shared-with-next");
+    }
+    for (const tlvc::Attribute &each : tlvc::known_attributes) {
+        if ((flags & each.flag) != 0) {
+            std::string word(each.name);
+            std::ranges::replace(word, '_', '-');
             list.push_back(word);
         }
     }
