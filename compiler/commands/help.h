@@ -53,6 +53,35 @@ inline const Help interface = {
      "64 bits, with 32, and on i386. tlvc compare reads it like a schema."},
     {{"tlvc interface relay/*.tlv > interface.txt", "what is promised from now on"}}};
 
+inline const Help describe = {
+    "Print the schema as one JSON document, for programs",
+    {"The document is an object with format, a number; families, in the order of their names, each with its "
+     "documentation, the families that it uses, and its sections, one a schema file, with the names of their "
+     "types; and "
+     "types: the scalars, then those of each family, every type behind those that its record holds. Families "
+     "and types "
+     "stand in a line each. What is imported is there as well, in sections that say so.",
+     "A type has its documentation, kind and tag; what applies of members, alternatives and selector, "
+     "element and "
+     "capacity, and enumerators; the bytes that it takes on the wire at least and at most, and its "
+     "fingerprint; size, "
+     "alignment and offsets of its record under LP64, ILP32 and i386; its names in C; and its users, which "
+     "are "
+     "the types that name it. Types refer to each other by their names. describe.schema.json, a JSON Schema "
+     "beside the "
+     "document, says of each key what it is, and when it is there.",
+     "The library's own schema is installed in this form, as share/tlvmsg/schema.json. Of types that a "
+     "program knows by "
+     "their descriptors, tlvmsg_types_to_json of libtlvmsg_forms, tlv show --json and tlv types --json say "
+     "the same "
+     "under the same keys: less, since descriptors lack some of it, and have the layout of one machine.",
+     "Readers ignore keys that they do not know. While the number in format stays, keys are only added, and "
+     "none "
+     "changes its meaning. What is not there does not apply."},
+    {{"tlvc describe relay/*.tlv > relay.json", "all that there is to know of a family"},
+     {"tlvc describe relay/*.tlv | jq -r '.types[] | select(.kind == \"message\").name'",
+      "what its messages are called"}}};
+
 inline const Help format = {
     "Bring schema files into the canonical form",
     {"Files are rewritten, standard input goes to standard output. Remarks and the "
