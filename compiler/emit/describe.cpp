@@ -134,7 +134,9 @@ Json particulars(const Type &type) {
     if (!is_dynamic(type) && !holds_bytes(type)) {
         json["packed"] = type.kind == Kind::PackedArray;
     }
-    json.update({{"count_width", type.count->scalar->width}, {"max_count", type.max_count}});
+    json.update({{"count_width", type.count->scalar->width},
+                 {"count", type.count->name},
+                 {"max_count", type.max_count}});
     return json;
 }
 
