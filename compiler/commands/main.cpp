@@ -135,6 +135,11 @@ int print_interface(const Options &options) {
                            [](const Schema &schema, const Library &) { return emit_interface(schema); });
 }
 
+int print_description(const Options &options) {
+    return print_of_schema(options,
+                           [](const Schema &schema, const Library &) { return emit_description(schema); });
+}
+
 int print_tags(const Options &options) { return print_of_schema(options, list_tags); }
 
 // Formats a file, or only checks it: false then if formatting would change it. Where a file is no schema, its faults
@@ -289,6 +294,7 @@ int run(int argc, char **argv) {
     CLI::App *const check_command = add("check", help::check, check_files);
     CLI::App *const generate_command = add("generate", help::generate, generate);
     CLI::App *const interface_command = add("interface", help::interface, print_interface);
+    CLI::App *const describe_command = add("describe", help::describe, print_description);
     CLI::App *const format_command = add("format", help::format, format_files);
     CLI::App *const tags_command = add("tags", help::tags, print_tags);
     CLI::App *const compare_command = add("compare", help::compare, compare_schemas);
@@ -301,8 +307,8 @@ int run(int argc, char **argv) {
         "--stdio", [] {}, "What it does anyway; many editors say so");
     cli.add_help();
 
-    for (CLI::App *command :
-         {check_command, generate_command, interface_command, format_command, tags_command}) {
+    for (CLI::App *command : {check_command, generate_command, interface_command, describe_command,
+                              format_command, tags_command}) {
         command->add_option("FILE", options.files, "Schema files, directories of them, or -")
             ->type_name("FILE")
             ->required();
@@ -331,7 +337,7 @@ int run(int argc, char **argv) {
         ->type_name("CODE");
 
     for (CLI::App *command :
-         {check_command, generate_command, interface_command, tags_command, lsp_command}) {
+         {check_command, generate_command, interface_command, describe_command, tags_command, lsp_command}) {
         add_import_path(command, "-I", options.import_path, "Directory below which imports are looked for");
     }
     const int status = cli.run(argc, argv);
