@@ -23,6 +23,13 @@ Report Report::help(std::string text) const {
     return *this;
 }
 
+Report Report::correct(Span place, std::string replacement) const {
+    if (Diagnostic *diagnostic = all_->kept(index_)) {
+        diagnostic->corrections.push_back({place, std::move(replacement)});
+    }
+    return *this;
+}
+
 Report Report::suggest(std::string_view name, const std::vector<std::string_view> &candidates) const {
     return help(tlvmsg::base::did_you_mean(name, candidates));
 }

@@ -12,6 +12,12 @@
 
 namespace tlvc {
 
+// What a place in a text is to become.
+struct Correction {
+    Span span; // empty where something is only put in
+    std::string replacement;
+};
+
 struct Diagnostic {
     struct Note {
         Span span;
@@ -24,6 +30,7 @@ struct Diagnostic {
     std::string message;
     std::vector<Note> notes;
     std::vector<std::string> helps;
+    std::vector<Correction> corrections; // they mend the fault together; none where it is not certain how
 };
 
 class Diagnostics;
@@ -36,6 +43,8 @@ public:
     Report note(Span place, std::string text) const;
     // An empty help is none.
     Report help(std::string text) const;
+    // One of the corrections that mend the fault together, where there is no doubt how.
+    Report correct(Span place, std::string replacement) const;
     // "did you mean 'x'?", if a candidate is near enough.
     Report suggest(std::string_view name, const std::vector<std::string_view> &candidates) const;
 
@@ -52,7 +61,7 @@ public:
         const size_t index = kept_.size();
         if (index < most_kept) {
             std::string message = fmt::vformat(fault.message, fmt::make_format_args(args...));
-            kept_.push_back({&fault, fault.severity(), span, std::move(message), {}, {}});
+            kept_.push_back({&fault, fault.severity(), span, std::move(message), {}, {}, {}});
         }
         return {*this, index};
     }

@@ -129,6 +129,11 @@ std::string render_json(const Diagnostics &faults, const Sources &sources) {
         for (const Diagnostic::Note &note : fault.notes) {
             json["notes"].emplace_back(json_place(note.span, sources))["message"] = note.text;
         }
+        json["corrections"] = JsonValue::array();
+        for (const Correction &part : fault.corrections) {
+            json["corrections"].emplace_back(json_place(part.span, sources))["replacement"] =
+                part.replacement;
+        }
     }
     return tlvmsg::base::json_text(all, 2) + "\n";
 }
