@@ -196,7 +196,7 @@ void Documents::analyse(const fs::path &family, Analysis &analysis) const {
         analysis.schema = compile(analysis.program, library_, analysis.faults);
         if (analysis.schema) {
             check_own_tags(*analysis.schema, analysis.faults);
-            find_warnings(*analysis.schema, library_, analysis.faults);
+            find_warnings(*analysis.schema, analysis.sources, library_, analysis.faults);
         }
     } catch (const tlvmsg::base::IoError &error) {
         analysis.failure = error.what();

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <fmt/format.h>
+#include <functional>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -45,7 +46,8 @@ public:
     Report help(std::string text) const;
     // One of the corrections that mend the fault together, where there is no doubt how.
     Report correct(Span place, std::string replacement) const;
-    // "did you mean 'x'?", if a candidate is near enough.
+    // "did you mean 'x'?", if a candidate is near enough; and a correction of the name, which is the place of the fault,
+    // where one alone is within a slip of it.
     Report suggest(std::string_view name, const std::vector<std::string_view> &candidates) const;
 
 private:
@@ -67,6 +69,7 @@ public:
     }
 
     void append(const Diagnostics &others);
+    void leave_out(const std::function<bool(const Diagnostic &)> &unwanted);
     void refuse_warnings();
     size_t count(Severity severity) const { return counts_[static_cast<size_t>(severity)]; }
     bool any() const { return count(Severity::Error) != 0; }
