@@ -2,6 +2,7 @@
 """lsp_test.py TLVC: a client's conversation with 'tlvc lsp', and what must not end it."""
 import json
 import pathlib
+import re
 import shutil
 import signal
 import subprocess
@@ -33,6 +34,8 @@ class Client:
         self.next_id += 1
         self.send(id=self.next_id, method=method, params=params)
         answer = self.receive()
+        while "id" not in answer:  # diagnostics, where a pause was long
+            answer = self.receive()
         assert answer["id"] == self.next_id, answer
         assert "exception" not in answer.get("error", {}).get("message", ""), answer
         return answer.get("result", answer.get("error", {}).get("code"))
@@ -40,9 +43,9 @@ class Client:
     def tell(self, method, **params):
         self.send(method=method, params=params)
 
-    def about(self, method, path, at=None):
-        where = {"position": {"line": at[0], "character": at[1]}} if at else {}
-        return self.ask("textDocument/" + method, textDocument={"uri": uri(path)}, **where)
+    def about(self, method, path, at=None, **more):
+        place = {"position": {"line": at[0], "character": at[1]}} if at else {}
+        return self.ask("textDocument/" + method, textDocument={"uri": uri(path)}, **place, **more)
 
     def open(self, path, text):
         self.tell("textDocument/didOpen", textDocument={"uri": uri(path), "languageId": "tlv", "text": text})
@@ -204,6 +207,80 @@ Record fan: 8 bytes aligned to 4, and 8 to 4 where pointers have 4."""
     client.type("acme/fans.tlv", FANS + "\n")
     assert client.published("acme/more.tlv") == []
 
+HUES = "//! Hues.\n\n/// What a lamp shows.\nenum hue = 41001 { dark = 0  bright = 1 }\n"
+LAMPS = 'import "hues🙂.tlv" union lamp by hue shade { dark: uint8 level  bright: hue tint }\n' \
+    "/// One.\nstruct light = 41002 {\n    hue    shade\n    lamp   bulb\n    uint8  spare\n}\n"
+
+
+def where(text, words):
+    line = text[:text.index(words)].rpartition("\n")[2]
+    return text[:text.index(words)].count("\n"), len(line.encode("utf-16-le")) // 2
+
+
+def edited(text, edits):
+    lines = [line.encode("utf-16-le") for line in text.split("\n")]
+    for edit in sorted(edits, key=lambda each: list(each["range"]["start"].values())[::-1], reverse=True):
+        (first, line), (last, end_line) = edit["range"]["start"].values(), edit["range"]["end"].values()
+        assert line == end_line, edit
+        lines[line] = lines[line][:2 * first] + edit["newText"].encode("utf-16-le") + lines[line][2 * last:]
+    return b"\n\0".join(lines).decode("utf-16-le")
+
+
+def interface(texts):
+    for path, text in texts.items():
+        (root / path).write_text(text)
+    return subprocess.run([sys.argv[1], "interface", root / "fleet"], check=True, stdout=subprocess.PIPE, text=True).stdout
+
+
+def names(client):
+    (root / "fleet").mkdir()
+    texts = {"fleet/hues🙂.tlv": HUES, "fleet/lamps.tlv": LAMPS}
+    before = interface(texts)
+    client.open("fleet/lamps.tlv", LAMPS)
+    assert client.codes("fleet/lamps.tlv") == ["W003"]
+    for name, words in ("hue", "hue tint"), ("dark", "dark:"), ("shade", "shade\n"), ("bulb", "bulb"), ("level", "level"):
+        changes = client.about("rename", "fleet/lamps.tlv", where(LAMPS, words), newName="new_" + name)["changes"]
+        after = {path: edited(text, changes.get(uri(path), [])) for path, text in texts.items()}
+        assert interface(after) == re.sub(rf"\b{name}\b", "new_" + name, before), name
+        interface(texts)
+    for words, name in ("hue tint", "9x"), ("hue tint", "a // b"), ("hue tint", "lamp"), ("hue tint", "class"), \
+            ("hue tint", "app_sess_hdr"), ("spare", "bulb"), ("dark:", "bright"), ("uint8", "other"):
+        assert client.about("rename", "fleet/lamps.tlv", where(LAMPS, words), newName=name) == -32803, (words, name)
+    for declared in 0, 1:
+        places = client.about("references", "fleet/lamps.tlv", where(LAMPS, "hue tint"),
+                              context={"includeDeclaration": bool(declared)})
+        assert len(places) == 3 + declared and (uri("fleet/hues🙂.tlv") in map(lambda each: each["uri"], places)) == declared
+    lamp, light = client.about("documentSymbol", "fleet/lamps.tlv")
+    assert [each["name"] for each in light["children"]] == ["shade", "bulb", "spare"], light
+    assert (lamp["name"], lamp["selectionRange"]) == ("lamp", span(0, 26, 0, 30)), lamp
+    (found,) = client.ask("workspace/symbol", query="LIGH")
+    assert (found["name"], found["location"]) == ("light", {"uri": uri("fleet/lamps.tlv"), "range": span(2, 7, 2, 12)})
+
+    client.open("fleet/new.tlv", "")
+    imports = 'import "hues🙂.tlv" import "lamps.tlv"\n'
+    for text, some, none in (
+            ("en", {"enum", "import"}, {"hue"}), ("/// en", set(), {"enum"}), ("struct s = 1 { uint8 ", set(), {"hue"}),
+            ('import "', {"hues🙂.tlv", "common/"}, {"new.tlv"}), ('import "common/se', {"session.tlv"}, {"lamps.tlv"}),
+            (imports + "union u by ", {"hue"}, {"light", "uint8"}), (imports + "union u by hue h { 1, ", {"dark"}, {"hue"}),
+            (imports + "union u by hue h { dark: l", {"light", "uint8"}, {"lamp", "dark"}),
+            (imports + "struct s = 1 { bytes[3] b  l", {"lamp"}, {"enum"}), ("message m {\n  uint8 b @", {"zero_count"}, {"hue"})):
+        client.type("fleet/new.tlv", text)
+        labels = {each["label"] for each in client.about("completion", "fleet/new.tlv", where(text + "$", "$"))["items"]}
+        assert some <= labels and not none & labels, (text, labels)
+    for name, path in ("light", "lamps.tlv"), ("app_sess_hdr", "common/session.tlv"):
+        text = imports.replace(' import "lamps.tlv"', "") + "message m { " + name[:-1]
+        client.type("fleet/new.tlv", text)
+        (item,) = (each for each in client.about("completion", "fleet/new.tlv", where(text + "$", "$"))["items"]
+                   if each["label"] == name)
+        text = edited(text, [item["textEdit"]]).replace("m { ", "m { \n")
+        assert edited(text, item["additionalTextEdits"]).startswith(f'import "hues🙂.tlv"\nimport "{path}"\nmessage'), item
+    client.type("fleet/new.tlv", 'import "common/session.tlv" message m { app_sess_hdr s }\n')
+    assert client.about("prepareRename", "fleet/new.tlv", (0, 45)) == -32803
+    client.tell("textDocument/didClose", textDocument={"uri": uri("fleet/new.tlv")})
+    client.open("untitled:2", "enum")
+    while client.receive()["params"]["uri"] != "untitled:2":  # the last in order
+        pass
+
 
 def what_must_not_end_it(client):
     for content, code in (b"{nope", -32700), (b"\xff", -32700), (b"", -32700), (b"[]", -32600), (b"7", -32600), \
@@ -218,7 +295,7 @@ def what_must_not_end_it(client):
     assert client.error() == -32600
 
     position = {"line": 0, "character": 0}
-    assert client.ask("textDocument/rename") == -32601
+    assert client.ask("textDocument/moniker") == -32601
     for params in {}, {"textDocument": 1}, {"textDocument": {"uri": "file:///%zz"}, "position": position}, \
             {"textDocument": {"uri": uri("acme/fans.tlv")}}, \
             {"textDocument": {"uri": uri("acme/fans.tlv")}, "position": {"line": "x", "character": -1}}:
@@ -244,6 +321,7 @@ def main():
     signal.alarm(60)  # an answer that does not come is a fault too
     client = Client()
     conversation(client)
+    names(client)
     what_must_not_end_it(client)
     assert client.ask("shutdown") is None
     assert client.ask("textDocument/hover") == -32600
