@@ -20,11 +20,12 @@ using syntax::Form;
 
 constexpr int property = 10, keyword = 14, file = 17, folder = 19, enum_member = 20, scalar = 25;
 
-// A set of forms of types; a bit more for scalars.
+// A set of forms of types, and of scalars: all, or those that can count items.
 using Kinds = uint32_t;
 constexpr Kinds bit(Form form) { return 1U << static_cast<uint32_t>(form); }
-constexpr Kinds scalars = 1U << 31, enumerations = bit(Form::Enumeration), structures = bit(Form::Structure),
-                tagged = enumerations | structures, all_but_messages = ~bit(Form::Message);
+constexpr Kinds scalars = 1U << 31, counters = 1U << 30, enumerations = bit(Form::Enumeration),
+                structures = bit(Form::Structure), tagged = enumerations | structures,
+                all_but_messages = ~bit(Form::Message);
 
 bool is_name_part(char c) { return tlvmsg::base::is_letter_or_digit(c) || c == '_'; }
 
@@ -36,11 +37,11 @@ public:
     JsonValue run() {
         const std::string_view text = at_.text().substr(0, cursor_);
         const std::string_view line = text.substr(text.rfind('\n') + 1);
-        const size_t quote = line.find('"');
-        const bool imports = quote != line.npos && line.find('"', quote + 1) == line.npos;
-        if (imports && line.substr(0, quote).find("import") != line.npos) {
-            import_paths(line.substr(quote + 1));
-        } else if (!imports && line.find("//") == line.npos) {
+        const bool remark = line.find("//") != line.npos;
+        const bool quoted = std::ranges::count(line, '"') % 2 == 1; // which only paths of imports are
+        if (quoted && !remark) {
+            import_paths(line.substr(line.rfind('"') + 1));
+        } else if (!remark) {
             while (begin_ > 0 && is_name_part(text[begin_ - 1])) {
                 --begin_;
             }
@@ -63,21 +64,26 @@ private:
         items_.push_back(std::move(item));
     }
 
+    void words(std::initializer_list<const char *> all) {
+        for (const char *const each : all) {
+            add(each, keyword, "");
+        }
+    }
+
     void at_word(const WordsBefore &before, bool starts_line) {
         const size_t brace = before.brace();
         if (before.text(0) == "@") {
             for (const Attribute &each : known_attributes) {
                 add(each.name, property, fmt::format("for {}", each.place));
             }
+        } else if (before.text(0) == "dynamic") {
+            words({"array", "bytes"});
         } else if (const Kinds kinds = kinds_behind(before); kinds != 0) {
             types(kinds);
         } else if (brace < before.size()) {
             in_body(before, brace, starts_line);
         } else if (starts_line || before.size() == 0 || before.text(0) == "}") {
-            for (const char *const each :
-                 {"array", "bytes", "dynamic", "enum", "import", "message", "struct", "union"}) {
-                add(each, keyword, "");
-            }
+            words({"array", "bytes", "dynamic", "enum", "import", "message", "struct", "union"});
         }
     }
 
@@ -87,7 +93,7 @@ private:
         const bool of_array = last == "of" && before.text(2) == "array";
         return of_array && before.text(3) == "dynamic"       ? tagged
                : of_array                                    ? tagged | scalars
-               : last == "by" && before.text(1) == "counted" ? scalars
+               : last == "by" && before.text(1) == "counted" ? counters
                : last == "by" && before.text(2) == "union"   ? enumerations
                : last == "in" && before.text(4) == "union"   ? structures
                                                              : 0;
@@ -134,7 +140,8 @@ private:
 
     void types(Kinds kinds) {
         for (const wire::Scalar &each : wire::scalars) {
-            if ((kinds & scalars) != 0) {
+            const bool counts = each.sign == wire::Sign::Unsigned && each.width <= 4;
+            if ((kinds & scalars) != 0 || ((kinds & counters) != 0 && counts)) {
                 add(each.name, scalar, each.record);
             }
         }

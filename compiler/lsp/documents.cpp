@@ -229,7 +229,9 @@ std::string Documents::why_untouchable(const Unit &unit) const {
         const fs::path relative = path.lexically_relative(folder);
         return !relative.empty() && *relative.begin() != "..";
     };
-    const auto is_beside = [&](const auto &each) { return each.second.family == path.parent_path(); };
+    const auto is_beside = [&](const auto &each) {
+        return each.second.path == path || each.second.family == path.parent_path();
+    };
     if (std::ranges::none_of(folders_, has_file)) {
         if (unit.shipped) {
             return fmt::format("'{}' belongs to the library", path.string());

@@ -174,10 +174,14 @@ private:
     }
 
     JsonValue initialize(const JsonValue &params) {
-        initialized_ = true;
-        for (const JsonValue &folder : params.value("workspaceFolders", JsonValue::array())) {
-            documents_.add_folder(folder.value("uri", ""));
+        for (size_t i = 0;; ++i) {
+            const std::string path = fmt::format("/workspaceFolders/{}/uri", i);
+            if (!params.contains(JsonValue::json_pointer(path))) {
+                break;
+            }
+            documents_.add_folder(text_in(params, path));
         }
+        initialized_ = true;
         constexpr int full_texts = 1;
         return {{"capabilities",
                  {{"textDocumentSync", {{"openClose", true}, {"change", full_texts}, {"save", true}}},
