@@ -256,12 +256,21 @@ def names(client):
     (found,) = client.ask("workspace/symbol", query="LIGH")
     assert (found["name"], found["location"]) == ("light", {"uri": uri("fleet/lamps.tlv"), "range": span(2, 7, 2, 12)})
 
+    client.type("fleet/lamps.tlv", LAMPS.replace("hue tint", "huw tint"))
+    for begin, count in (0, 0), (70, 1):
+        actions = client.about("codeAction", "fleet/lamps.tlv", range=span(0, begin, 0, begin + 5))
+        assert len(actions) == count, actions
+    (action,) = actions
+    assert action["isPreferred"] and action["diagnostics"][0]["code"] == "T012", action
+    assert edited(LAMPS.replace("hue tint", "huw tint"), action["edit"]["changes"][uri("fleet/lamps.tlv")]) == LAMPS
+    client.type("fleet/lamps.tlv", LAMPS)
+
     client.open("fleet/new.tlv", "")
     imports = 'import "hues🙂.tlv" import "lamps.tlv"\n'
     for text, some, none in (
             ("en", {"enum", "import"}, {"hue"}), ("/// en", set(), {"enum"}), ("struct s = 1 { uint8 ", set(), {"hue"}),
             ('import "', {"hues🙂.tlv", "common/"}, {"new.tlv"}), ('import "common/se', {"session.tlv"}, {"lamps.tlv"}),
-            (imports + "union u by ", {"hue"}, {"light", "uint8"}), (imports + "union u by hue h { 1, ", {"dark"}, {"hue"}),
+            (imports + "union u by ", {"hue"}, {"light", "uint8"}), ("dynamic bytes b counted by ", {"uint16"}, {"int8"}), (imports + "union u by hue h { 1, ", {"dark"}, {"hue"}),
             (imports + "union u by hue h { dark: l", {"light", "uint8"}, {"lamp", "dark"}),
             (imports + "struct s = 1 { bytes[3] b  l", {"lamp"}, {"enum"}), ("message m {\n  uint8 b @", {"zero_count"}, {"hue"})):
         client.type("fleet/new.tlv", text)
