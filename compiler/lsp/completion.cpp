@@ -167,7 +167,7 @@ private:
             }
             JsonValue more = documentation(each.doc);
             if (!visible) {
-                more.update(import_of(path_to(unit, each.name.text)));
+                more.update(import_of(path_to(unit)));
             }
             add(each.name.text, look(each.form).completion, look(each.form).word, more);
         }
@@ -182,11 +182,11 @@ private:
         }
     }
 
-    std::string path_to(const Unit &unit, std::string_view type) const {
-        const auto shipped = documents_.library().types.find(type);
-        return unit.shipped && shipped != documents_.library().types.end()
-                   ? shipped->second.path
-                   : unit.canonical.lexically_relative(at_.unit().canonical.parent_path()).generic_string();
+    std::string path_to(const Unit &unit) const {
+        const fs::path here = at_.unit().canonical.parent_path();
+        const fs::path path =
+            unit.shipped ? unit.family / unit.canonical.filename() : unit.canonical.lexically_relative(here);
+        return path.generic_string();
     }
 
     // Whether an import of the file would make a circle of files or of families.

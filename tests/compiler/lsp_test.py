@@ -207,21 +207,20 @@ Record fan: 8 bytes aligned to 4, and 8 to 4 where pointers have 4."""
     client.type("acme/fans.tlv", FANS + "\n")
     assert client.published("acme/more.tlv") == []
 
-HUES = "//! Hues.\n\n/// What a lamp shows.\nenum hue = 41001 { dark = 0  bright = 1 }\n"
 LAMPS = 'import "hues🙂.tlv" union lamp by hue shade { dark: uint8 level  bright: hue tint }\n' \
     "/// One.\nstruct light = 41002 {\n    hue    shade\n    lamp   bulb\n    uint8  spare\n}\n"
+FLEET = {"fleet/hues🙂.tlv": "/// What lamps show.\nenum hue = 41001 { dark = 0  bright = 1 }\n", "fleet/lamps.tlv": LAMPS}
 
 
 def where(text, words):
-    line = text[:text.index(words)].rpartition("\n")[2]
-    return text[:text.index(words)].count("\n"), len(line.encode("utf-16-le")) // 2
+    before = text[:text.index(words)]
+    return before.count("\n"), len(before.rpartition("\n")[2].encode("utf-16-le")) // 2
 
 
 def edited(text, edits):
     lines = [line.encode("utf-16-le") for line in text.split("\n")]
     for edit in sorted(edits, key=lambda each: list(each["range"]["start"].values())[::-1], reverse=True):
-        (first, line), (last, end_line) = edit["range"]["start"].values(), edit["range"]["end"].values()
-        assert line == end_line, edit
+        (first, line), (last, _) = edit["range"]["start"].values(), edit["range"]["end"].values()
         lines[line] = lines[line][:2 * first] + edit["newText"].encode("utf-16-le") + lines[line][2 * last:]
     return b"\n\0".join(lines).decode("utf-16-le")
 
@@ -233,62 +232,55 @@ def interface(texts):
 
 
 def names(client):
+    def about(method, words, **more):
+        return client.about(method, "fleet/lamps.tlv", where(LAMPS, words), **more)
+
+    def complete(text):
+        client.type("fleet/new.tlv", text)
+        items = client.about("completion", "fleet/new.tlv", where(text + "$", "$"))["items"]
+        return {each["label"]: each for each in items}
+
     (root / "fleet").mkdir()
-    texts = {"fleet/hues🙂.tlv": HUES, "fleet/lamps.tlv": LAMPS}
-    before = interface(texts)
+    before = interface(FLEET)
     client.open("fleet/lamps.tlv", LAMPS)
     assert client.codes("fleet/lamps.tlv") == ["W003"]
     for name, words in ("hue", "hue tint"), ("dark", "dark:"), ("shade", "shade\n"), ("bulb", "bulb"), ("level", "level"):
-        changes = client.about("rename", "fleet/lamps.tlv", where(LAMPS, words), newName="new_" + name)["changes"]
-        after = {path: edited(text, changes.get(uri(path), [])) for path, text in texts.items()}
+        changes = about("rename", words, newName="new_" + name)["changes"]
+        after = {path: edited(text, changes.get(uri(path), [])) for path, text in FLEET.items()}
         assert interface(after) == re.sub(rf"\b{name}\b", "new_" + name, before), name
-        interface(texts)
+        interface(FLEET)
     for words, name in ("hue tint", "9x"), ("hue tint", "a // b"), ("hue tint", "lamp"), ("hue tint", "class"), \
             ("hue tint", "app_sess_hdr"), ("spare", "bulb"), ("dark:", "bright"), ("uint8", "other"):
-        assert client.about("rename", "fleet/lamps.tlv", where(LAMPS, words), newName=name) == -32803, (words, name)
-    for declared in 0, 1:
-        places = client.about("references", "fleet/lamps.tlv", where(LAMPS, "hue tint"),
-                              context={"includeDeclaration": bool(declared)})
-        assert len(places) == 3 + declared and (uri("fleet/hues🙂.tlv") in map(lambda each: each["uri"], places)) == declared
+        assert about("rename", words, newName=name) == -32803, (words, name)
+    uses = about("references", "hue tint", context={"includeDeclaration": False})
+    assert [each["uri"] for each in uses] == 3 * [uri("fleet/lamps.tlv")], uses
     lamp, light = client.about("documentSymbol", "fleet/lamps.tlv")
-    assert [each["name"] for each in light["children"]] == ["shade", "bulb", "spare"], light
-    assert (lamp["name"], lamp["selectionRange"]) == ("lamp", span(0, 26, 0, 30)), lamp
+    assert lamp["selectionRange"] == span(0, 26, 0, 30) and light["children"][1]["name"] == "bulb", (lamp, light)
     (found,) = client.ask("workspace/symbol", query="LIGH")
-    assert (found["name"], found["location"]) == ("light", {"uri": uri("fleet/lamps.tlv"), "range": span(2, 7, 2, 12)})
-
-    client.type("fleet/lamps.tlv", LAMPS.replace("hue tint", "huw tint"))
-    for begin, count in (0, 0), (70, 1):
-        actions = client.about("codeAction", "fleet/lamps.tlv", range=span(0, begin, 0, begin + 5))
-        assert len(actions) == count, actions
-    (action,) = actions
-    assert action["isPreferred"] and action["diagnostics"][0]["code"] == "T012", action
-    assert edited(LAMPS.replace("hue tint", "huw tint"), action["edit"]["changes"][uri("fleet/lamps.tlv")]) == LAMPS
-    client.type("fleet/lamps.tlv", LAMPS)
-
+    assert found["location"] == {"uri": uri("fleet/lamps.tlv"), "range": span(2, 7, 2, 12)}, found
+    faulty = LAMPS.replace("hue tint", "huw tint")
+    client.type("fleet/lamps.tlv", faulty)
+    none, (action,) = (client.about("codeAction", "fleet/lamps.tlv", range=span(0, at, 0, at + 9)) for at in (0, 70))
+    assert edited(faulty, action["edit"]["changes"][uri("fleet/lamps.tlv")]) == LAMPS and not none, action
     client.open("fleet/new.tlv", "")
     imports = 'import "hues🙂.tlv" import "lamps.tlv"\n'
     for text, some, none in (
             ("en", {"enum", "import"}, {"hue"}), ("/// en", set(), {"enum"}), ("struct s = 1 { uint8 ", set(), {"hue"}),
             ('import "', {"hues🙂.tlv", "common/"}, {"new.tlv"}), ('import "common/se', {"session.tlv"}, {"lamps.tlv"}),
-            (imports + "union u by ", {"hue"}, {"light", "uint8"}), ("dynamic bytes b counted by ", {"uint16"}, {"int8"}), (imports + "union u by hue h { 1, ", {"dark"}, {"hue"}),
-            (imports + "union u by hue h { dark: l", {"light", "uint8"}, {"lamp", "dark"}),
-            (imports + "struct s = 1 { bytes[3] b  l", {"lamp"}, {"enum"}), ("message m {\n  uint8 b @", {"zero_count"}, {"hue"})):
-        client.type("fleet/new.tlv", text)
-        labels = {each["label"] for each in client.about("completion", "fleet/new.tlv", where(text + "$", "$"))["items"]}
+            ("dynamic bytes b counted by ", {"uint16"}, {"int8"}), (imports + "union u by ", {"hue"}, {"light", "uint8"}),
+            (imports + "union u by hue h { 1, ", {"dark"}, {"hue"}), ("message m {\n  e b @", {"zero_count"}, {"hue"}),
+            (imports + "union u by hue h { dark: l", {"light"}, {"lamp", "dark"}),
+            (imports + "struct s = 1 { bytes[3] b  l", {"lamp"}, {"enum"})):
+        labels = complete(text).keys()
         assert some <= labels and not none & labels, (text, labels)
     for name, path in ("light", "lamps.tlv"), ("app_sess_hdr", "common/session.tlv"):
-        text = imports.replace(' import "lamps.tlv"', "") + "message m { " + name[:-1]
-        client.type("fleet/new.tlv", text)
-        (item,) = (each for each in client.about("completion", "fleet/new.tlv", where(text + "$", "$"))["items"]
-                   if each["label"] == name)
-        text = edited(text, [item["textEdit"]]).replace("m { ", "m { \n")
-        assert edited(text, item["additionalTextEdits"]).startswith(f'import "hues🙂.tlv"\nimport "{path}"\nmessage'), item
+        text = 'import "hues🙂.tlv"%s\nmessage m { ' + name[:-1]
+        item = complete(text % "")[name]
+        after = edited(text % "", [item["textEdit"], *item["additionalTextEdits"]])
+        assert after == text % f'\nimport "{path}"' + name[-1], after
     client.type("fleet/new.tlv", 'import "common/session.tlv" message m { app_sess_hdr s }\n')
     assert client.about("prepareRename", "fleet/new.tlv", (0, 45)) == -32803
-    client.tell("textDocument/didClose", textDocument={"uri": uri("fleet/new.tlv")})
-    client.open("untitled:2", "enum")
-    while client.receive()["params"]["uri"] != "untitled:2":  # the last in order
-        pass
+    client.server.kill()
 
 
 def what_must_not_end_it(client):
@@ -330,12 +322,14 @@ def main():
     signal.alarm(60)  # an answer that does not come is a fault too
     client = Client()
     conversation(client)
-    names(client)
     what_must_not_end_it(client)
     assert client.ask("shutdown") is None
     assert client.ask("textDocument/hover") == -32600
     client.tell("exit")
     assert client.server.wait() == 0
+    other = Client()
+    other.ask("initialize")
+    names(other)
     abrupt = Client()
     abrupt.server.stdin.close()
     assert abrupt.server.wait() == 1
