@@ -100,10 +100,10 @@ inline const Help lsp = {
      "whenever you pause, and what mends them; sizes and wire format, definitions, references "
      "and symbols; completion, which imports what it completes; rename and formatting.",
      "References are found, and names changed, in the families that have open files and in what "
-     "these import: of other families open a file first. A rename is compiled before the editor "
-     "has it: none leads to faults, so none is made while there are others. It changes no file "
-     "that cannot be written, and outside the client's workspace none of the library's, and none "
-     "that is not beside an open file."},
+     "these import: of other families open a file first. A rename is compiled before the editor has "
+     "it: none leads to faults, and none is made while there are others. One that would change a file "
+     "that cannot be written is refused, and outside the client's workspace one of the library's files, "
+     "or one that is not beside an open one."},
     {{"tlvc lsp", "what an editor is told to start for files that end in .tlv"}}};
 
 } // namespace tlvc::help

@@ -209,7 +209,7 @@ Record fan: 8 bytes aligned to 4, and 8 to 4 where pointers have 4."""
 
 LAMPS = 'import "hues🙂.tlv" union lamp by hue shade { dark: uint8 level  bright: hue tint }\n' \
     "/// One.\nstruct light = 41002 {\n    hue    shade\n    lamp   bulb\n    uint8  spare\n}\n"
-FLEET = {"fleet/hues🙂.tlv": "/// What lamps show.\nenum hue = 41001 { dark = 0  bright = 1 }\n", "fleet/lamps.tlv": LAMPS}
+FLEET = {"fleet/hues🙂.tlv": "/// A lamp's.\nenum hue = 41001 { dark = 0  bright = 1 }\n", "fleet/lamps.tlv": LAMPS}
 
 
 def where(text, words):
@@ -228,7 +228,7 @@ def edited(text, edits):
 def interface(texts):
     for path, text in texts.items():
         (root / path).write_text(text)
-    return subprocess.run([sys.argv[1], "interface", root / "fleet"], check=True, stdout=subprocess.PIPE, text=True).stdout
+    return subprocess.run([sys.argv[1], "interface", root / "fleet"], check=True, capture_output=True, text=True).stdout
 
 
 def names(client):
@@ -244,7 +244,7 @@ def names(client):
     before = interface(FLEET)
     client.open("fleet/lamps.tlv", LAMPS)
     assert client.codes("fleet/lamps.tlv") == ["W003"]
-    for name, words in ("hue", "hue tint"), ("dark", "dark:"), ("shade", "shade\n"), ("bulb", "bulb"), ("level", "level"):
+    for name, words in ("hue", "hue tint"), ("dark", "dark:"), ("shade", "shade\n"), ("bulb",) * 2, ("level",) * 2:
         changes = about("rename", words, newName="new_" + name)["changes"]
         after = {path: edited(text, changes.get(uri(path), [])) for path, text in FLEET.items()}
         assert interface(after) == re.sub(rf"\b{name}\b", "new_" + name, before), name
