@@ -27,7 +27,7 @@ MAY_INCLUDE = {
     "compiler/lsp": "compiler/build/compile.h compiler/build/loader.h compiler/checks/checks.h "
                     "compiler/model compiler/language base",
     "compiler/commands": "compiler/lsp/lsp.h compiler/compare/compile_any.h compiler/compare/report.h "
-                         "compiler/compare/shared_files.h compiler/emit/emit.h compiler/build/compile.h "
+                         "compiler/compare/shared_files.h compiler/compare/exceptions.h compiler/emit/emit.h compiler/build/compile.h "
                          "compiler/checks/checks.h compiler/model/attributes.h compiler/language compiler/text cli "
                          "base",
 

@@ -123,10 +123,16 @@ inline const Help explain = {
     {},
     {{"tlvc explain T012", "what it means, and what to write instead"}, {"tlvc explain", "list the codes"}}};
 
-inline const Help lsp = {"Serve an editor, over standard input and output",
-                         {"The language server protocol: faults and warnings of families with open files, "
-                          "whenever you pause, sizes and "
-                          "wire format, definitions and formatting."},
-                         {{"tlvc lsp", "what an editor is told to start for files that end in .tlv"}}};
+inline const Help lsp = {
+    "Serve an editor, over standard input and output",
+    {"The language server protocol: faults and warnings of families with open files, "
+     "whenever you pause, and what mends them; sizes and wire format, definitions, references "
+     "and symbols; completion, which imports what it completes; rename and formatting.",
+     "References are found, and names changed, in the families that have open files and in what "
+     "these import: of other families open a file first. A rename is compiled before the editor has "
+     "it: none leads to faults, and none is made while there are others. One that would change a file "
+     "that cannot be written is refused, and outside the client's workspace one of the library's files, "
+     "or one that is not beside an open one."},
+    {{"tlvc lsp", "what an editor is told to start for files that end in .tlv"}}};
 
 } // namespace tlvc::help
