@@ -2,7 +2,7 @@
  * The command line of a program, stated once: parsing, --help, the manual pages and the completions all come from it.
  *
  * An option's type name tells completion what to offer: FILE and DIR, the words themselves as in "raw|hex", or a name
- * for which the program has candidates. Whatever an option takes, it is refused with what is allowed before any command
+ * for which the program has candidates; in brackets if the value may be left out. Whatever an option takes, it is refused with what is allowed before any command
  * runs.
  */
 #pragma once

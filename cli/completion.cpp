@@ -5,6 +5,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <iterator>
 #include <sstream>
 
 namespace tlvmsg::cli {
@@ -80,9 +82,13 @@ void complete(const Cli &cli, std::vector<std::string> words) {
     const size_t value = last.starts_with("--") ? last.find('=') + 1 : 0; // in --type=ifid
     const std::string before = value > 0 ? last.substr(0, value - 1) : words.empty() ? "" : words.back();
     const CLI::Option *const option = before.starts_with('-') ? command.get_option_no_throw(before) : nullptr;
-    const Candidates all = option != nullptr && takes_value(*option) ? values_of(*option, cli, words)
-                           : last.starts_with('-')                   ? options_of(command)
-                                                                     : arguments_of(command, cli, words);
+    Candidates all = option != nullptr && takes_value(*option) ? values_of(*option, cli, words)
+                     : last.starts_with('-')                   ? options_of(command)
+                                                               : arguments_of(command, cli, words);
+    if (option != nullptr && option->get_type_name().starts_with('[') &&
+        value == 0) { // its value may be missing
+        std::ranges::move(arguments_of(command, cli, words), std::back_inserter(all));
+    }
     for (const auto &[word, meaning] : all) {
         const std::string whole = word == files ? word : last.substr(0, value) + word;
         if (word == files || whole.starts_with(last)) {

@@ -139,19 +139,19 @@ private:
         return import.is_absolute() ? "a path that begins with '/' is looked for nowhere else" : "";
     }
 
-    // A help that says which file the name may mean, or else where files are looked for.
-    std::string instead_of_missing(uint32_t file, const fs::path &name) const {
+    // The file of that name that there is here or in the library's schema; empty if there is none.
+    std::string meant_by(uint32_t file, const fs::path &name) const {
         const auto same = [&](const auto &each) { return fs::path(each.second.path).filename() == name; };
         const auto shipped = std::ranges::find_if(library_.types, same);
-        if (const bool found = !find(file, name.string()).empty(); found || shipped != library_.types.end()) {
-            return fmt::format("did you mean \"{}\"?", found ? name.string() : shipped->second.path);
-        }
-        return "the path starts at this file's directory, at one that -I gives, or at the library's schema";
+        return !find(file, name.string()).empty() ? name.string()
+               : shipped != library_.types.end()  ? shipped->second.path
+                                                  : "";
     }
 
     // Nothing for an import that leads to no file, or to one that cannot be read, which is a fault.
     std::optional<Opened> follow(uint32_t file, const syntax::Name &import) {
         std::string help;
+        std::string meant;
         try {
             if (const fs::path path = find(file, import.text); !path.empty()) {
                 const Opened imported = open(path);
@@ -161,12 +161,20 @@ private:
                 return imported;
             }
             help = why_missing(fs::path(sources_.path(file)).parent_path(), import.text);
-            help = help.empty() ? instead_of_missing(file, fs::path(import.text).filename()) : help;
+            meant = help.empty() ? meant_by(file, fs::path(import.text).filename()) : "";
+            help = !help.empty() ? help
+                   : !meant.empty()
+                       ? fmt::format("did you mean \"{}\"?", meant)
+                       : "the path starts at this file's directory, at one that -I gives, or at the "
+                         "library's schema";
         } catch (const tlvmsg::base::IoError &error) {
             help = error.what();
         }
         program_.units[file].syntax.imports_found = false;
-        faults_.report(fault::import_not_found, import.span, import.text).help(help);
+        const Report fault = faults_.report(fault::import_not_found, import.span, import.text).help(help);
+        if (!meant.empty()) {
+            fault.correct({import.span, fmt::format("\"{}\"", meant)});
+        }
         return std::nullopt;
     }
 

@@ -2,6 +2,7 @@
 
 #include "base/suggest.h"
 #include "compiler/language/foreign_types.h"
+#include "compiler/language/imports.h"
 #include "compiler/model/attributes.h"
 #include "compiler/model/references.h"
 
@@ -164,6 +165,9 @@ private:
         const Report fault = faults_.report(fault::undefined_type, name.span, name.text);
         if (const std::optional<OwnType> own = own_type(name.text)) {
             fault.help(own->help);
+            if (own->certain) {
+                fault.correct({name.span, own->name});
+            }
             return;
         }
         if (suggestions_left_ == 0) {
@@ -173,19 +177,37 @@ private:
         std::vector<std::string_view> candidates = tlvmsg::base::names_of(types_);
         candidates.push_back(tlvmsg::base::nearest(name.text, tlvmsg::base::names_of(library_.types), 2));
         const std::string_view meant = tlvmsg::base::nearest(name.text, candidates);
-        fault.suggest(name.text, {meant == name.text ? "" : meant}); // which may just lack its import
+        const bool as_it_is = meant == name.text; // which just lacks its import
+        if (!as_it_is) {
+            fault.suggest(name.text, candidates);
+        }
         if (const auto shipped = library_.types.find(meant);
             shipped != library_.types.end() && !types_.contains(meant)) {
             fault.help(fmt::format("add: import \"{}\"", shipped->second.path));
+            const bool certain = as_it_is || meant == tlvmsg::base::one_slip_from(name.text, candidates);
+            if (certain && !declares_again(shipped->second.path)) {
+                fault.correct(added_import(program_.units[name.span.file].syntax, shipped->second.path));
+            }
         }
     }
 
+    // True if a file of the library has types of names that are declared already.
+    bool declares_again(const std::string &path) const {
+        return std::ranges::any_of(library_.types, [&](const auto &each) {
+            return each.second.path == path && types_.contains(each.first);
+        });
+    }
+
     void not_imported(const syntax::Name &name, const Type &type) {
-        const std::filesystem::path &there = program_.units[type.span.file].canonical;
-        std::filesystem::path here = program_.units[name.span.file].canonical.parent_path();
+        const Unit &there = program_.units[type.span.file];
+        const Unit &here = program_.units[name.span.file];
+        const std::filesystem::path relative =
+            there.shipped ? std::filesystem::path(there.family) / there.canonical.filename()
+                          : there.canonical.lexically_relative(here.canonical.parent_path());
         faults_.report(fault::type_not_imported, name.span, name.text)
             .note(type.span, "it is declared here")
-            .help(fmt::format("add: import \"{}\"", there.lexically_relative(here).generic_string()));
+            .help(fmt::format("add: import \"{}\"", relative.generic_string()))
+            .correct(added_import(here.syntax, relative.generic_string()));
     }
 
     // A part that the form does not have is an empty name, which finds no type.

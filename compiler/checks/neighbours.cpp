@@ -19,9 +19,11 @@ void check_companion(const Declared &declared, size_t index, const Companion &wa
     const syntax::Member &member = syntax->members[index];
     const Member *before = index == 0 ? nullptr : &type->members[index - 1];
     if (before == nullptr || before->type->kind != wanted.type.kind) {
+        const Span before_member{member.span.file, member.span.begin, member.span.begin};
         faults.report(wanted.missing, member.name.span, member.name.text)
             .note(type->members[index].type->span, "its type is declared here")
-            .help(fmt::format("add before it: {} {}", wanted.type.name, wanted.name));
+            .help(fmt::format("add before it: {} {}", wanted.type.name, wanted.name))
+            .correct({before_member, fmt::format("{} {}\n    ", wanted.type.name, wanted.name)});
         return;
     }
     bool same_type = before->type == &wanted.type;

@@ -3,7 +3,6 @@
 #include "compiler/language/lexer.h"
 
 #include <algorithm>
-#include <map>
 
 namespace tlvc {
 
@@ -28,47 +27,53 @@ public:
     Silences(const Sources &sources, const std::vector<uint32_t> &files) : sources_(sources) {
         Diagnostics ignored;
         for (const uint32_t file : files) {
-            for (const Span &comment : lex(sources, file, ignored).comments) {
-                read(comment);
+            const Tokens lexed = lex(sources, file, ignored);
+            for (const Span &comment : lexed.comments) {
+                read(comment, lexed.tokens);
             }
         }
     }
 
     bool silence(const Diagnostic &warning) {
-        const auto [begin, end] = codes_.equal_range(
-            {warning.span.file, sources_.position(warning.span.file, warning.span.begin).line});
+        const uint32_t line = sources_.position(warning.span.file, warning.span.begin).line;
         bool silenced = false;
-        for (auto each = begin; each != end; ++each) {
-            const bool same = sources_.text(each->second.code) == warning.fault->code;
-            each->second.used |= same;
-            silenced |= same;
+        for (Code &each : codes_) {
+            const bool applies = each.code.file == warning.span.file && each.lines.first <= line &&
+                                 line <= each.lines.last && sources_.text(each.code) == warning.fault->code;
+            each.used |= applies;
+            silenced |= applies;
         }
         return silenced;
     }
 
     void report_idle(Diagnostics &warnings) const {
         warnings.append(malformed_);
-        for (const auto &[line, each] : codes_) {
+        for (const Code &each : codes_) {
             if (!each.used) {
                 const Report told =
                     warnings.report(fault::idle_silence, each.code,
                                     fmt::format("there is no {} here to silence", sources_.text(each.code)));
                 if (each.alone) {
-                    told.correct(with_space(each.comment), "");
+                    told.correct({with_space(each.comment), ""});
                 }
             }
         }
     }
 
 private:
+    struct Lines {
+        uint32_t first;
+        uint32_t last;
+    };
     struct Code {
         Span code;
         Span comment;
-        bool alone; // in its remark
+        Lines lines; // that it is about
+        bool alone;  // in its remark
         bool used = false;
     };
 
-    void read(Span comment) {
+    void read(Span comment, const std::vector<Token> &tokens) {
         const std::string_view text = sources_.text(comment);
         std::string_view rest = trimmed(text.substr(2));
         if (!rest.starts_with(mark)) {
@@ -98,7 +103,7 @@ private:
             return;
         }
         for (const Span &each : codes) {
-            codes_.insert({{comment.file, line_of(comment)}, {each, comment, codes.size() == 1}});
+            codes_.push_back({each, comment, lines_of(comment, tokens), codes.size() == 1});
         }
     }
 
@@ -108,11 +113,18 @@ private:
         return text.substr(text.rfind('\n') + 1);
     }
 
-    // The line that a remark is about, or 0.
-    uint32_t line_of(Span comment) const {
-        uint32_t line = sources_.position(comment.file, comment.begin).line;
-        if (!trimmed(before(comment)).empty()) {
-            return line;
+    uint32_t line_of(Span span) const { return sources_.position(span.file, span.begin).line; }
+
+    // The lines that a remark is about: behind the brace that ends a body, which may have been laid out anew, all of it.
+    Lines lines_of(Span comment, const std::vector<Token> &tokens) const {
+        uint32_t line = line_of(comment);
+        const std::string_view first = trimmed(before(comment));
+        if (!first.empty()) {
+            const auto opens = [&](const Token &each) {
+                return each.kind == TokenKind::LeftBrace && each.span.begin < comment.begin;
+            };
+            const auto brace = std::find_if(tokens.rbegin(), tokens.rend(), opens);
+            return {first == "}" && brace != tokens.rend() ? line_of(brace->span) : line, line};
         }
         std::string_view behind = sources_.text(comment.file).substr(comment.end);
         for (size_t end = behind.find('\n'); end != behind.npos; end = behind.find('\n')) {
@@ -120,10 +132,10 @@ private:
             ++line;
             const std::string_view next = trimmed(behind.substr(0, behind.find('\n')));
             if (!next.empty() && !next.starts_with("//")) {
-                return line;
+                return {line, line};
             }
         }
-        return 0;
+        return {};
     }
 
     // What goes with a comment when it goes: the blanks before it, and its line if it has one of its own.
@@ -138,7 +150,7 @@ private:
     }
 
     const Sources &sources_;
-    std::multimap<std::pair<uint32_t, uint32_t>, Code> codes_; // by file and line
+    std::vector<Code> codes_;
     Diagnostics malformed_;
 };
 

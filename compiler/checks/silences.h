@@ -6,7 +6,8 @@
 namespace tlvc {
 
 // Leaves out the warnings that remarks of these files silence, and adds one for each remark, or code in it, that does
-// not. A remark is about its line or, alone on it, about the next one that is neither remark nor documentation.
+// not. A remark is about its line or, alone on it, about the next one that is neither remark nor documentation; behind
+// the brace that ends a body it is about all of that.
 void apply_silences(const Sources &sources, const std::vector<uint32_t> &files, Diagnostics &warnings);
 
 } // namespace tlvc

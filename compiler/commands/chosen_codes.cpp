@@ -60,4 +60,16 @@ bool choose(std::string_view list, Codes &chosen) {
     });
 }
 
+std::vector<std::string> with_value_of_warn(int argc, char **argv) {
+    std::vector<std::string> words(argv, argv + argc);
+    const bool complete = argc > 1 && words[1] == "--complete"; // words that may be no command line yet
+    const auto end = std::ranges::find(words, "--");
+    for (auto word = words.begin(); word != end && !complete; ++word) {
+        if (*word == "--warn" && (word + 1 == end || !is_list_of_codes(word[1]))) {
+            *word = "--warn=all";
+        }
+    }
+    return words;
+}
+
 } // namespace tlvc

@@ -4,6 +4,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tlvc {
 
@@ -15,5 +16,8 @@ bool is_list_of_codes(std::string_view word);
 // Adds the codes of a list, and takes out those behind a '-'. One that begins with these begins with all. False if a
 // code is no warning's.
 bool choose(std::string_view list, Codes &chosen);
+
+// The words of the command line, in which --warn has the value that may be left out.
+std::vector<std::string> with_value_of_warn(int argc, char **argv);
 
 } // namespace tlvc

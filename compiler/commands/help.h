@@ -26,11 +26,26 @@ inline const Help check = {
     "Report the faults of schema files and of what they import",
     {"Names and tags are unique over all files that are named or imported: name all of a family, and all "
      "families that meet in one program.",
+     "Warnings are chosen by their codes: --warn W002,W007 tells these, --warn=-W003 all but this one. A "
+     "remark "
+     "silences a warning at its place and says why, as tlv-schema(5) shows.",
+     "With --fix, what there is no doubt about is corrected first: separators, names of types and "
+     "declarations "
+     "that are one slip away from one that there is, numeric types of other languages, counts, selectors and "
+     "imports "
+     "that are missing, remarks that silence nothing. Only files that are named are changed, each as a "
+     "whole, as "
+     "by tlvc format, which lays them out; then faults that are left are told.",
      "In JSON, faults are an array of objects with file, line, column, end_line, end_column, code, severity, "
-     "message, help and notes. Lines and columns count from 1, columns in characters. Faults beyond 100,000 "
-     "are "
-     "only counted."},
+     "message, help, notes and corrections. Lines and columns count from 1, columns in characters. The "
+     "corrections "
+     "mend the fault together: each puts its replacement in place of what file, line, column, end_line and "
+     "end_column "
+     "say. Faults beyond 100,000 are only counted.",
+     "With --format github, standard output has a command for each fault, by which GitHub shows it in code "
+     "reviews, where files are named as from the top of the repository."},
     {{"tlvc check relay/*.tlv", "silent when all is well"},
+     {"tlvc check --warn --fix relay/*.tlv", "mend what can be mended, tell the rest"},
      {"tlvc check --strict --format json relay/*.tlv | jq -r '.[].code'", "nothing doubtful, either"}}};
 
 inline const Help generate = {
@@ -109,14 +124,27 @@ inline const Help compare = {
      "schema "
      "of the library that is installed. A file that is read for both sides is told of, as its changes do not "
      "show.",
+     "Several families are compared in one call: directories may hold any number of them, and behind the "
+     "first "
+     "OLD and NEW there may be further pairs.",
+     "A line of the file that --exceptions names allows one change that breaks something: the code, the type "
+     "or "
+     "TYPE.MEMBER as the change names it, and the reason. Empty lines and those that begin with # allow "
+     "nothing. "
+     "Any other line that does not apply to a change is told, and makes the exit status 1.",
      "A type that no message holds travels only where programs send it alone: lines and JSON say so of it.",
      "In JSON, changes are an array of objects with file, line, column, end_line, end_column, code, severity "
      "and message, as those of tlvc check, and levels, type, member and in_message; below old and new they "
-     "say what there is on that side, and its place by the same keys.",
+     "say what there is on that side, and its place by the same keys. The severity is breaks or safe; "
+     "unknown of a "
+     "file that is read for both sides, error of a line that is no exception. --format github prints what "
+     "that of "
+     "tlvc check does.",
      "The exit status is that of diff: 1 when something breaks, 2 for trouble."},
     {{"tlvc compare interface.txt relay", "the family now, with what was promised"},
      {"tlvc compare --in-messages interface.txt relay", "of types that travel in messages"},
-     {"tlvc compare --level wire interface.txt relay", "only what peers would notice"}}};
+     {"tlvc compare --level wire interface.txt relay", "only what peers would notice"},
+     {"tlvc compare --exceptions reviewed.txt interface.txt relay", "but for what is allowed"}}};
 
 inline const Help explain = {
     "Say more about a fault, a warning or a change",

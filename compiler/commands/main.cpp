@@ -1,16 +1,14 @@
 // The command line of the schema compiler.
 #include "base/ascii.h"
 #include "base/files.h"
-#include "base/json.h"
 #include "cli/terminal.h"
 #include "compiler/build/compile.h"
 #include "compiler/checks/checks.h"
 #include "compiler/commands/chosen_codes.h"
+#include "compiler/commands/compare.h"
 #include "compiler/commands/help.h"
-#include "compiler/compare/compile_any.h"
-#include "compiler/compare/exceptions.h"
+#include "compiler/commands/output.h"
 #include "compiler/compare/report.h"
-#include "compiler/compare/shared_files.h"
 #include "compiler/emit/emit.h"
 #include "compiler/language/format.h"
 #include "compiler/language/parser.h"
@@ -20,7 +18,6 @@
 #include "compiler/text/reporter.h"
 
 #include <csignal>
-#include <deque>
 #include <filesystem>
 #include <iostream>
 #include <unistd.h>
@@ -30,21 +27,6 @@ namespace {
 using namespace tlvc;
 using namespace tlvmsg::base;
 using namespace tlvmsg::cli;
-
-// One of the two schemas that are compared.
-struct Side {
-    std::string path;
-    ImportPath import_path;
-};
-
-// A change from one schema to another.
-struct Compared {
-    Sources old_sources;
-    Sources new_sources;
-    std::vector<Finding> findings;
-};
-
-enum class OutputFormat { Text, Json, Github };
 
 // The options of the command line; each command reads its part.
 struct Options {
@@ -58,24 +40,8 @@ struct Options {
     std::string stamp;
     bool library = false;
     bool check_only = false;
-    Side before;
-    Side after;
-    std::vector<std::string> more_sides;
-    std::string exceptions;
-    Selection selection{Nothing};
     std::vector<std::string> codes;
 };
-
-void show(const Diagnostics &faults, const Sources &sources, const Options &options = {}) {
-    switch (options.output) {
-    case OutputFormat::Text:
-        return fmt::print(stderr, "{}", render(faults, sources, Paint(STDERR_FILENO).is_on()));
-    case OutputFormat::Json:
-        return print(render_json(faults, sources));
-    case OutputFormat::Github:
-        return print(render_github(faults, sources));
-    }
-}
 
 // Finds what the command line asks for, beside the faults of loading. A schema that is only described may be that of
 // another library.
@@ -107,10 +73,10 @@ std::unique_ptr<const Schema> compile_and_show(const Options &options, const Lib
         const tlvc::Program program = load(options.files, sources, faults, library, options.import_path);
         schema = compile_and_judge(program, options, library, sources, faults, described);
     } catch (const IoError &) {
-        show(faults, sources, options); // those of the files before
+        show(faults, sources, options.output); // those of the files before
         throw;
     }
-    show(faults, sources, options);
+    show(faults, sources, options.output);
     return faults.any() ? nullptr : std::move(schema);
 }
 
@@ -152,7 +118,12 @@ int generate(const Options &options) {
 bool fix_once(const Options &options, const Library &library) {
     Sources sources;
     Diagnostics faults;
-    const tlvc::Program program = load(options.files, sources, faults, library, options.import_path);
+    tlvc::Program program;
+    try {
+        program = load(options.files, sources, faults, library, options.import_path);
+    } catch (const IoError &) {
+        return false; // which the check tells
+    }
     compile_and_judge(program, options, library, sources, faults, false);
     std::set<uint32_t> named;
     for (uint32_t file = 0; file < program.units.size(); ++file) {
@@ -248,91 +219,6 @@ int format_files(const Options &options) {
     return !problems.empty() ? exit_io : !faults.any() && all_formatted ? exit_fine : exit_found;
 }
 
-std::unique_ptr<const Schema> compile_side(const Side &side, const Library &library, Sources &sources) {
-    Diagnostics faults;
-    auto schema = compile_any(side.path, sources, faults, library, side.import_path);
-    show(faults.any() ? faults : Diagnostics(), sources); // whose families they are does not matter here
-    return schema;
-}
-
-// False if one of them is no schema.
-bool compare_sides(const Side &old_side, const Side &new_side, const Library &library, Compared &compared) {
-    const auto before = compile_side(old_side, library, compared.old_sources);
-    const auto after = compile_side(new_side, library, compared.new_sources);
-    if (!before || !after) {
-        return false;
-    }
-    const auto tells_families = [](const Side &side, const Schema &schema) {
-        const bool is_interface = std::ranges::none_of(schema.sections, &Section::named);
-        return is_interface || std::filesystem::is_directory(side.path);
-    };
-    const bool families = tells_families(old_side, *before) && tells_families(new_side, *after);
-    compared.findings = shared_files(compared.old_sources, compared.new_sources);
-    std::ranges::move(compare(*before, *after, families), std::back_inserter(compared.findings));
-    return true;
-}
-
-// Leaves out what the file of exceptions allows; what is wrong with that file comes last.
-void apply_exceptions(const std::string &path, std::deque<Compared> &all) {
-    Compared own;
-    const uint32_t file = own.new_sources.add(path, read_file(path));
-    Exceptions exceptions(own.new_sources, file);
-    for (Compared &each : all) {
-        exceptions.apply(each.findings);
-    }
-    own.findings = exceptions.at_fault();
-    all.push_back(std::move(own));
-}
-
-void show(const std::deque<Compared> &all, OutputFormat output) {
-    auto json = nlohmann::ordered_json::array();
-    for (const Compared &each : all) {
-        const ComparedSources sources{each.old_sources, each.new_sources};
-        for (auto &finding : json_of(each.findings, sources)) {
-            json.push_back(std::move(finding));
-        }
-        print(output == OutputFormat::Text     ? render(each.findings, sources)
-              : output == OutputFormat::Github ? render_github(each.findings, sources)
-                                               : "");
-    }
-    print(output == OutputFormat::Json ? json_text(json, 2) + "\n" : "");
-}
-
-// Exits as diff does: 1 for what differs, 2 for trouble.
-int compare_schemas(const Options &options) try {
-    const Library library = installed_library();
-    std::vector<std::string> paths{options.before.path, options.after.path};
-    paths.insert(paths.end(), options.more_sides.begin(), options.more_sides.end());
-    if (paths.size() % 2 != 0) {
-        throw Failure(exit_usage, fmt::format("'{}' is OLD, and its NEW is missing", paths.back()));
-    }
-    std::deque<Compared> all;
-    bool compiled = true;
-    for (size_t i = 0; i < paths.size(); i += 2) {
-        compiled &= compare_sides({paths[i], options.before.import_path},
-                                  {paths[i + 1], options.after.import_path}, library, all.emplace_back());
-    }
-    if (!compiled) {
-        return exit_usage;
-    }
-    if (!options.exceptions.empty()) {
-        apply_exceptions(options.exceptions, all);
-    }
-    Selection selection = options.selection;
-    selection.levels = selection.levels == Nothing ? all_levels : selection.levels;
-    selection.safe |= options.output == OutputFormat::Json;
-    for (Compared &each : all) {
-        each.findings = select(std::move(each.findings), selection);
-    }
-    show(all, options.output);
-    const auto is_closed = [](const Compared &each) {
-        return std::ranges::any_of(each.findings, is_refused);
-    };
-    return std::ranges::any_of(all, is_closed) ? exit_found : exit_fine;
-} catch (const std::exception &error) {
-    throw Failure(exit_usage, error.what());
-}
-
 // The explanation of each code, with the title in its first line.
 Candidates explanations() {
     Candidates all;
@@ -374,50 +260,6 @@ Candidates candidates(const std::string &type_name, const std::vector<std::strin
     return codes;
 }
 
-void add_import_path(CLI::App *command, const char *name, ImportPath &import_path, const char *description) {
-    command->add_option(name, import_path, description)
-        ->type_name("DIR")
-        ->check(CLI::Validator(CLI::ExistingDirectory).description("")) // else help says DIR:DIR
-        ->allow_extra_args(false);
-}
-
-void add_compare_options(CLI::App *command, Options &options) {
-    const char *const side = "Schema file, directory of them, or what 'tlvc interface' printed";
-    command->add_option("OLD", options.before.path, side)->type_name("FILE")->required();
-    command->add_option("NEW", options.after.path, side)->type_name("FILE")->required();
-    command
-        ->add_option("MORE", options.more_sides,
-                     "Further schemas to compare, each OLD with the NEW behind it")
-        ->type_name("FILE");
-    command->add_option("--exceptions", options.exceptions, "File of changes that are allowed")
-        ->type_name("FILE");
-    add_import_path(command, "--old-import", options.before.import_path,
-                    "Directory below which imports of OLD are looked for");
-    add_import_path(command, "--new-import", options.after.import_path, "The same for imports of NEW");
-    add_choices(command, "--level", options.selection.levels,
-                {{"wire", Wire}, {"json", Json}, {"source", Source}, {"layout", Layout}},
-                "Tell only what breaks this; can be given several times");
-    command->add_flag("--in-messages", options.selection.only_in_messages,
-                      "Leave out types that no message holds");
-    command->add_flag("--all", options.selection.safe, "Tell also what is safe, as JSON does always");
-    add_argument(command, "-I", "", "names no side; say --old-import or --new-import",
-                 [](const std::string &) { return false; })
-        ->group(""); // as no other command, whose users try it here
-}
-
-// The words of the command line, in which --warn has the value that may be left out.
-std::vector<std::string> with_value_of_warn(int argc, char **argv) {
-    std::vector<std::string> words(argv, argv + argc);
-    const bool complete = argc > 1 && words[1] == "--complete"; // words that may be no command line yet
-    const auto end = std::ranges::find(words, "--");
-    for (auto word = words.begin(); word != end && !complete; ++word) {
-        if (*word == "--warn" && (word + 1 == end || !is_list_of_codes(word[1]))) {
-            *word = "--warn=all";
-        }
-    }
-    return words;
-}
-
 int run(int argc, char **argv) {
     Cli cli(
         {"tlvc", TLVC_VERSION, help::program, help::exit_meanings, {"tlv(1)", "tlv-schema(5)"}, candidates});
@@ -431,7 +273,7 @@ int run(int argc, char **argv) {
     CLI::App *const describe_command = add("describe", help::describe, print_description);
     CLI::App *const format_command = add("format", help::format, format_files);
     CLI::App *const tags_command = add("tags", help::tags, print_tags);
-    CLI::App *const compare_command = add("compare", help::compare, compare_schemas);
+    add_compare_command(cli);
     CLI::App *const explain_command = add("explain", help::explain, explain);
     CLI::App *const lsp_command = add("lsp", help::lsp, [](const Options &said) {
         std::ios::sync_with_stdio(false); // unbuffered otherwise
@@ -466,19 +308,12 @@ int run(int argc, char **argv) {
             ->take_all()
             ->allow_extra_args(false);
         command->add_flag("--strict", options.strict, "The same, as faults");
+        add_output_format(command, options.output);
     }
     check_command->add_flag("--fix", options.fix,
                             "First correct in these files what there is no doubt about");
     format_command->add_flag("--check", options.check_only,
                              "Change nothing, but name the files that would change");
-    add_compare_options(compare_command, options);
-    for (CLI::App *command : {check_command, generate_command, compare_command}) {
-        add_choice(
-            command, "--format", options.output,
-            {{"text", OutputFormat::Text}, {"json", OutputFormat::Json}, {"github", OutputFormat::Github}},
-            "json: an array on standard output; github: commands by which its code reviews show each at "
-            "its place");
-    }
     explain_command->add_option("CODE", options.codes, "Such as T012; without it, all are listed")
         ->type_name("CODE");
 

@@ -290,7 +290,7 @@ ones are. What 'tlvc interface' printed has no imports: it holds all types that 
 
 // Nor this, but a line of the file of exceptions.
 inline constexpr Rule exception_idle{
-    "C033", Nothing, "exception that applies to nothing", "what it is to allow is not told",
+    "C029", Nothing, "exception that applies to nothing", "what it is to allow is not told",
     R"(
 A line of the file that --exceptions names allows one change that breaks something: the rule's code, the type or
 TYPE.MEMBER as compare names it, and the reason. One that fits no change any more would hide the next one: remove it.

@@ -82,10 +82,12 @@ std::string render_github(const std::vector<Finding> &findings, const ComparedSo
         const std::string_view level = is_refused(each)       ? "error"
                                        : is_about_types(each) ? "notice"
                                                               : "warning";
-        const std::string title = fmt::format("{} {}{}", each.rule->code, severity(each),
-                                              each.levels != Nothing ? " " + names_of(each.levels) : "");
-        out += each.new_span ? github_line(level, *each.new_span, sources.after, title, message(each))
-                             : github_line(level, *each.old_span, sources.before, title, message(each));
+        const std::string title = fmt::format("{} {}", each.rule->code, each.rule->title);
+        const std::string text =
+            fmt::format("{}{}: {}", severity(each), each.levels != Nothing ? " " + names_of(each.levels) : "",
+                        message(each));
+        out += each.new_span ? github_line(level, *each.new_span, sources.after, title, text)
+                             : github_line(level, *each.old_span, sources.before, title, text);
     }
     return out;
 }

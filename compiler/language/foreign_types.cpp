@@ -37,7 +37,7 @@ std::optional<OwnType> without_keyword(std::string_view type) {
         const std::string_view name = type.substr(std::min(keyword.size(), type.size()));
         if (type.starts_with(keyword) && name.find(' ') == name.npos) {
             return OwnType{std::string(name),
-                           "leave out '" + std::string(keyword.substr(0, keyword.size() - 1)) + "'"};
+                           "leave out '" + std::string(keyword.substr(0, keyword.size() - 1)) + "'", true};
         }
     }
     return std::nullopt;
@@ -49,7 +49,8 @@ std::optional<OwnType> own_type(std::string_view foreign) {
     for (const ForeignType &each : foreign_types) {
         const bool known = std::find(each.names.begin(), each.names.end(), foreign) != each.names.end();
         if (known && !foreign.empty()) {
-            return OwnType{std::string(each.own), std::string(each.help)};
+            const bool certain = each.help.substr(each.help.find(' ') + 1) == each.own; // behind "write"
+            return OwnType{std::string(each.own), std::string(each.help), certain};
         }
     }
     return without_keyword(foreign);

@@ -1,6 +1,7 @@
 #include "compiler/language/parser.h"
 
 #include "compiler/language/foreign_types.h"
+#include "compiler/language/imports.h"
 #include "compiler/language/token_reader.h"
 
 #include <algorithm>
@@ -144,15 +145,26 @@ private:
         }
     }
 
-    // Only the first separator of a file is reported.
+    // True for a name alone: that of another member of the same type, as in C.
+    bool at_declarator(size_t ahead) const {
+        const TokenKind next = peek(ahead + 1).kind;
+        return peek(ahead).kind == TokenKind::Name && next != TokenKind::Name && next != TokenKind::Equals;
+    }
+
+    // Only the first separator of a file is reported, with the correction of all.
     void skip_separators() {
         while (at(TokenKind::Comma) || at(TokenKind::Semicolon)) {
             if (!separator_reported_) {
-                faults_.report(fault::unexpected_token, peek().span, "no separator", found())
-                    .help("leave it out, here and elsewhere: members and declarations need no separator");
+                separator_ =
+                    faults_.report(fault::unexpected_token, peek().span, "no separator", found())
+                        .help("leave it out, here and elsewhere: members and declarations need no separator");
                 separator_reported_ = true;
             }
-            take();
+            const bool certain = !at(TokenKind::Comma) || !at_declarator(1);
+            const Span place = take().span;
+            if (separator_ && certain) {
+                separator_->correct({place, peek().span.begin == place.end ? " " : ""});
+            }
         }
     }
 
@@ -196,7 +208,8 @@ private:
             skip_separators();
         } else if (at_word("typedef")) {
             unexpected("a declaration")
-                .help("leave it out: a type has one name, behind the word that declares it");
+                .help("leave it out: a type has one name, behind the word that declares it")
+                .correct({peek().span, ""});
             take();
         } else {
             declaration(start, std::move(documentation));
@@ -215,7 +228,12 @@ private:
         }
         const Token &path = expect(TokenKind::String, "the path of a file in quotes");
         if (!result_.declarations.empty()) {
-            faults_.report(fault::late_import, since(start));
+            const Report late = faults_.report(fault::late_import, since(start));
+            if (!path.faulty) {
+                const std::string_view quoted = text(path);
+                late.correct({since(start), ""})
+                    .correct(added_import(result_, quoted.substr(1, quoted.size() - 2)));
+            }
         }
         if (!path.faulty) {
             const std::string_view quoted = text(path);
@@ -227,8 +245,12 @@ private:
         std::string path(text(take()));
         std::erase_if(path, [](char c) { return c == '<' || c == '>' || c == '"'; });
         const Span span = since(start);
-        faults_.report(fault::unexpected_token, span, "an import", fmt::format("'{}'", text(span)))
-            .help(fmt::format("write: import \"{}\"", path));
+        const Report fault =
+            faults_.report(fault::unexpected_token, span, "an import", fmt::format("'{}'", text(span)))
+                .help(fmt::format("write: import \"{}\"", path));
+        if (path.ends_with(".tlv")) {
+            fault.correct({span, fmt::format("import \"{}\"", path)});
+        }
     }
 
     // Keeps a declaration that cannot be read to its end as well, if its name is known.
@@ -292,8 +314,12 @@ private:
         if (equals && at(TokenKind::Number)) {
             result.number = number("the tag");
         } else {
-            unexpected(equals ? "the tag" : "'=' and the tag")
-                .help("tags of your own families are 32768 to 65535; 'tlvc tags FILES' prints free ones");
+            const Report fault =
+                unexpected(equals ? "the tag" : "'=' and the tag")
+                    .help("tags of your own families are 32768 to 65535; 'tlvc tags FILES' prints free ones");
+            if (!equals && at(TokenKind::Number)) {
+                fault.correct({{peek().span.file, peek().span.begin, peek().span.begin}, "= "});
+            }
             if (!at(TokenKind::LeftBrace)) {
                 throw Unreadable();
             }
@@ -305,7 +331,9 @@ private:
 
     void message(Declaration &result) {
         if (at(TokenKind::Equals) && peek(1).kind == TokenKind::Number) {
-            unexpected("'{'").help(fmt::format("a message has no tag: leave out '= {}'", text(peek(1))));
+            unexpected("'{'")
+                .help(fmt::format("a message has no tag: leave out '= {}'", text(peek(1))))
+                .correct({{peek().span.file, peek().span.begin, peek(1).span.end}, ""});
             take();
             take();
         }
@@ -501,6 +529,7 @@ private:
     }
 
     bool separator_reported_ = false;
+    std::optional<Report> separator_;
     File result_;
 };
 

@@ -23,9 +23,9 @@ Report Report::help(std::string text) const {
     return *this;
 }
 
-Report Report::correct(Span place, std::string replacement) const {
+Report Report::correct(Correction part) const {
     if (Diagnostic *diagnostic = all_->kept(index_)) {
-        diagnostic->corrections.push_back({place, std::move(replacement)});
+        diagnostic->corrections.push_back(std::move(part));
     }
     return *this;
 }
@@ -33,7 +33,7 @@ Report Report::correct(Span place, std::string replacement) const {
 Report Report::suggest(std::string_view name, const std::vector<std::string_view> &candidates) const {
     const std::string_view certain = tlvmsg::base::one_slip_from(name, candidates);
     if (const Diagnostic *diagnostic = all_->kept(index_); diagnostic != nullptr && !certain.empty()) {
-        correct(diagnostic->span, std::string(certain));
+        correct({diagnostic->span, std::string(certain)});
     }
     return help(tlvmsg::base::did_you_mean(name, candidates));
 }

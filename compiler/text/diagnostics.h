@@ -45,9 +45,9 @@ public:
     // An empty help is none.
     Report help(std::string text) const;
     // One of the corrections that mend the fault together, where there is no doubt how.
-    Report correct(Span place, std::string replacement) const;
-    // "did you mean 'x'?", if a candidate is near enough; and a correction of the name, which is the place of the fault,
-    // where one alone is within a slip of it.
+    Report correct(Correction part) const;
+    // "did you mean 'x'?", if a candidate is near enough; and a correction of the name, which is the place of the
+    // fault, where one alone is within a slip of it.
     Report suggest(std::string_view name, const std::vector<std::string_view> &candidates) const;
 
 private:

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdio>
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -261,9 +262,19 @@ TEST(CommandLine, JsonHasThePlacesOfAllFaults) {
     "severity": "error",
     "message": "type 'stat' is not defined",
     "help": "did you mean 'state'?",
-    "notes": []
+    "notes": [],
+    "corrections": [
+      {
+        "file": "a/bad.tlv",
+        "line": 2,
+        "column": 19,
+        "end_line": 2,
+        "end_column": 23,
+        "replacement": "state"
+      }
+    ]
   })")) << run.output;
-    EXPECT_TRUE(run.says("\"end_column\": 18,\n        \"message\": \"'state' has it\"\n      }\n    ]\n"));
+    EXPECT_TRUE(run.says("\"end_column\": 18,\n        \"message\": \"'state' has it\"\n      }\n    ],\n"));
     EXPECT_TRUE(run.says("'\\u00e9' (U+00E9) means nothing here") &&
                 run.says("the byte FF means nothing here"));
     directory.add("a/odd.tlv", "import \"\xFF\"\n");
@@ -288,6 +299,79 @@ TEST(CommandLine, WarningsAreToldOrRefusedOfTheNamedFilesAlone) {
     EXPECT_FALSE(fs::exists(directory.path("out")));
     EXPECT_EQ(Command(generate + "--warn " + file).exit_code, 0);
     EXPECT_TRUE(fs::exists(directory.path("out")));
+}
+
+TEST(CommandLine, WarningsAreChosenByCodeAndSilencedAtTheirPlace) {
+    SchemaDirectory directory;
+    fs::current_path(directory.path(""));
+    directory.add("acme/a.tlv", "/// A.\nenum a = 40001\nenum b = 40002 // tlvc: W003 because it is plain\n"
+                                "struct c = 40003 { // tlvc: W006, W003 because old\n    char d\n}\n"
+                                "// tlvc: W002 because of all\n/// D.\nenum d = 40004\n");
+    const std::pair<const char *, const char *> all[] = {
+        {"--warn", "2 W002, 3 W002, 4 W008, 5 W006, "},
+        {"--warn W002", "2 W002, 3 W002, "},
+        {"--warn=-W002", "4 W008, 5 W006, "},
+        {"--warn W006,W002 --warn=-W002", "5 W006, "},
+        {"--warn all,-W002,-W008", "5 W006, "},
+        {"--strict --warn W006", "5 W006, "},
+        {"", ""},
+    };
+    for (const auto &[options, expected] : all) {
+        const Command run(fmt::format("check --format json {} acme/a.tlv", options));
+        std::string found;
+        for (const auto &each : nlohmann::json::parse(run.output)) {
+            found += fmt::format("{} {}, ", each["line"].get<int>(), each["code"].get<std::string>());
+        }
+        EXPECT_EQ(found, expected) << options;
+        EXPECT_EQ(run.exit_code, std::string_view(options).starts_with("--strict") ? 1 : 0) << options;
+    }
+    EXPECT_EQ(Command("check --warn W099 acme/a.tlv").exit_code, 2);
+    EXPECT_EQ(Command("check --warn -- acme/a.tlv").exit_code, 0);
+    directory.add("acme/a,b.tlv", "enum a = 5\n");
+    EXPECT_EQ(Command("check --format github acme/a,b.tlv").output,
+              "::error file=acme/a%2Cb.tlv,line=1,col=10,title=T016 tag out of range::a tag is a number from "
+              "1001 to 65535\n");
+    fs::current_path(data_directory);
+}
+
+TEST(CommandLine, FixCorrectsNamedFilesAndTellsWhatIsLeft) {
+    SchemaDirectory directory;
+    const std::string mark = "\xEF\xBB\xBF";
+    const std::string other = directory.add("acme/other.tlv", "enum ids = 40009;\n");
+    const std::string file = directory.add("acme/a.tlv", mark + R"(//! A.
+#include "ids.tlv"
+strcut a = 40001 { uint16_t n; ids i,unsigned long x };
+struct c = 40006 { notes l }
+import "gone/pair.tlv"
+message m = 7 { a a, pair p, app_sess_hdr s }
+struct b 40002 { gone g }
+dynamic bytes notes counted by uint8
+)");
+    directory.add("acme/ids.tlv", "enum ids = 40003\n");
+    directory.add("acme/pair.tlv", "struct pair = 40004 { uint8 a  uint8 b }\n");
+    const Command fixed("check --fix " + file);
+    EXPECT_EQ(fixed.exit_code, 1);
+    EXPECT_TRUE(fixed.says("type 'unsigned long'") && fixed.says("type 'gone'") && fixed.says("\n2 errors\n"))
+        << fixed.output;
+    EXPECT_EQ(read_file(file), mark + R"(//! A.
+
+import "common/session.tlv"
+import "pair.tlv"
+import "ids.tlv"
+struct a = 40001 { uint16 n ids i unsigned long x }
+struct c = 40006 { uint8 count
+    notes l }
+
+message m  { a a pair p app_sess_hdr s }
+struct b = 40002 { gone g }
+dynamic bytes notes counted by uint8
+)");
+    const std::string unclear = directory.add("acme/unclear.tlv", "struct x = 40005 { uint8 a, b }\n");
+    EXPECT_FALSE(Command("check --fix " + unclear).says("mended"));
+    EXPECT_EQ(Command("check --fix - < " + file).exit_code, 2);
+    const std::string user = directory.add("acme/user.tlv", "import \"other.tlv\"\n");
+    EXPECT_TRUE(Command("check --fix " + user).says("1 error\n"));
+    EXPECT_EQ(read_file(other), "enum ids = 40009;\n") << "which is only imported";
 }
 
 TEST(CommandLine, TagsAreUsedHereOrByTheLibraryOrFree) {
@@ -342,6 +426,48 @@ TEST(CommandLine, CompareExitsAsDiffDoes) {
           fmt::format("--level abi {0} {0}", above)}) {
         EXPECT_EQ(Command("compare " + trouble).exit_code, 2) << trouble;
     }
+}
+
+TEST(CommandLine, CompareTakesPairsAndAllowsWhatAFileSays) {
+    SchemaDirectory directory;
+    fs::current_path(directory.path(""));
+    directory.add("old/acme/a.tlv", "struct led = 40002 { uint8 tint }\n");
+    directory.add("new/acme/a.tlv", "struct led = 40002 { uint8 hue }\n");
+    directory.add("old/fan/a.tlv", "struct fan = 40003 { uint8 n  uint8 m }\n");
+    directory.add("new/fan/a.tlv", "struct fan = 40004 { uint8 n }\n");
+    directory.add("old.txt", Command("interface old/acme").output);
+    const char *const allowed =
+        "# reviewed\nC014 led.hue  as all was\r\n\nC007 fan.m unread\nC005 fan unsent\n";
+    const struct {
+        const char *sides;
+        std::string exceptions;
+        int exit_code;
+        std::string says;
+    } all[] = {
+        {"old new", "", 1, "C014 C005 C007 "},
+        {"old.txt new/acme old/fan new/fan", "", 1, "C014 C005 C007 "},
+        {"old.txt new/acme old/fan new/fan", allowed, 0, ""},
+        {"old new", allowed, 0, ""},
+        {"--level wire old new", allowed, 0, ""},
+        {"old new", "C005 fan unsent\nC007 fan.m\n", 1, "C014 C007 C029 "},
+        {"old new", std::string(allowed) + "C999 fan x\nC002 fan x\nC014 fan x\n", 1, "C029 C029 C029 "},
+    };
+    for (const auto &each : all) {
+        directory.add("exceptions.txt", each.exceptions);
+        const Command run(fmt::format("compare --format json --exceptions exceptions.txt {}", each.sides));
+        std::string found;
+        for (const auto &finding : nlohmann::json::parse(run.output)) {
+            found += finding["code"].get<std::string>() + " ";
+        }
+        EXPECT_EQ(found, each.says) << each.sides;
+        EXPECT_EQ(run.exit_code, each.exit_code) << each.sides;
+    }
+    EXPECT_EQ(
+        Command("compare --format github --level layout old new").output,
+        "::error file=new/fan/a.tlv,line=1,col=8,title=C007 member removed::breaks layout: fan.m (in no "
+        "message): is gone: uint8; old decoders miss it, and what stands behind it\n");
+    EXPECT_EQ(Command("compare old new old").exit_code, 2);
+    fs::current_path(data_directory);
 }
 
 TEST(CommandLine, CompareLooksForImportsOnEachSide) {

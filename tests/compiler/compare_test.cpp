@@ -91,7 +91,14 @@ TEST_P(EachRule, FindsItsExampleAndPassesTheOther) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Catalogue, EachRule, testing::ValuesIn(std::begin(rules), std::end(rules) - 1),
+// Findings that are no change of a schema have none.
+std::vector<const Rule *> rules_with_example() {
+    std::vector<const Rule *> result(std::begin(rules), std::end(rules));
+    std::erase_if(result, [](const Rule *each) { return each->example.before.empty(); });
+    return result;
+}
+
+INSTANTIATE_TEST_SUITE_P(Catalogue, EachRule, testing::ValuesIn(rules_with_example()),
                          [](const auto &instance) { return std::string(instance.param->code); });
 
 TEST(Rules, HaveTheCodesOfTheirPlaces) {

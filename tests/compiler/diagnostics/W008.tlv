@@ -10,5 +10,6 @@ enum way = 40004  // tlvc: W003, W02 because it is plain
 struct port = 40005 {
     // tlvc: W002 because it is used
     state  present
-}
+    char   letter
+} // tlvc: W006 because it is old
 // tlvc: W006 because the next line is about nothing

@@ -40,6 +40,7 @@ done <fingerprints
 tlv sample zel_led_control >led.bin; cp led.bin a.bin; cp led.bin b.bin; xxd led.bin >b.txt
 tlv sample $message | xxd >dump.txt
 tlv decode -t zel_led_control led.bin >led.json
+: >reviewed.txt
 echo 000000 05 4d | text2pcap -q - trace.pcapng >text 2>&1
 
 for program in tlv tlvc; do
@@ -108,6 +109,7 @@ complete_words tlv types --used-by zel_led_contr; prints '^zel_led_control$'
 complete_words tlv explain wrong-t; prints '^wrong-tag$'
 complete_words tlvc comp; prints '^compare$'
 complete_words tlvc compare --level = la; prints '^layout$'
+complete_words tlvc check --warn relay/re; prints '^relay/relay.tlv$'
 complete_words tlvc explain T04; prints '^T040 T041 .*T04[0-9]$'
 complete_words tlvc check --strict relay/re; prints '^relay/relay.tlv$'
 

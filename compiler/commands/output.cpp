@@ -1,0 +1,38 @@
+#include "compiler/commands/output.h"
+
+#include "cli/terminal.h"
+#include "compiler/text/reporter.h"
+
+#include <unistd.h>
+
+namespace tlvc {
+
+using namespace tlvmsg::cli;
+
+void show(const Diagnostics &faults, const Sources &sources, OutputFormat format) {
+    switch (format) {
+    case OutputFormat::Text:
+        return fmt::print(stderr, "{}", render(faults, sources, Paint(STDERR_FILENO).is_on()));
+    case OutputFormat::Json:
+        return print(render_json(faults, sources));
+    case OutputFormat::Github:
+        return print(render_github(faults, sources));
+    }
+}
+
+void add_output_format(CLI::App *command, OutputFormat &format) {
+    add_choice(
+        command, "--format", format,
+        {{"text", OutputFormat::Text}, {"json", OutputFormat::Json}, {"github", OutputFormat::Github}},
+        "json: an array on standard output; github: commands by which its code reviews show each at its "
+        "place");
+}
+
+void add_import_path(CLI::App *command, const char *name, ImportPath &import_path, const char *description) {
+    command->add_option(name, import_path, description)
+        ->type_name("DIR")
+        ->check(CLI::Validator(CLI::ExistingDirectory).description("")) // else help says DIR:DIR
+        ->allow_extra_args(false);
+}
+
+} // namespace tlvc
