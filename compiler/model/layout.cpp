@@ -8,6 +8,9 @@ namespace {
 
 constexpr uint64_t enumeration_width = 4;
 
+// Far above every size that matters, and low enough that no sum or product can wrap.
+constexpr uint64_t limit = uint64_t{1} << 40;
+
 uint64_t aligned(uint64_t offset, uint64_t alignment) {
     return (offset + alignment - 1) / alignment * alignment;
 }
@@ -34,7 +37,7 @@ RecordLayout Layouts::lay_out(const Type &type) {
     for (const Field &field : type.fields) {
         const RecordLayout layout = of_field(type, field);
         record.offsets.push_back(aligned(record.size, layout.alignment));
-        record.size = record.offsets.back() + layout.size;
+        record.size = std::min(limit, record.offsets.back() + layout.size);
         record.alignment = std::max(record.alignment, layout.alignment);
     }
     record.size = aligned(record.size, record.alignment);
