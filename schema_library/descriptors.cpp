@@ -8,8 +8,6 @@
 
 #include <algorithm>
 #include <map>
-#include <string_view>
-#include <unordered_map>
 
 namespace tlvmsg::schema {
 
@@ -112,25 +110,8 @@ private:
         descriptor.selector_offset = offset_of(record, {type.selector_name});
     }
 
-    // Where the field lies that the path leads to.
     uint32_t offset_of(const tlvc::Type &record, const std::vector<std::string> &path) {
-        uint64_t offset = 0;
-        const tlvc::Type *type = &record;
-        for (const std::string &step : path) {
-            const size_t field = fields_of(*type).at(step);
-            offset += layouts_.of(*type).offsets[field];
-            type = type->fields[field].type;
-        }
-        return static_cast<uint32_t>(offset);
-    }
-
-    // The fields of a record by their names, of which there may be a great many.
-    const std::unordered_map<std::string_view, size_t> &fields_of(const tlvc::Type &record) {
-        const auto [known, is_new] = fields_.try_emplace(&record);
-        for (size_t i = 0; is_new && i < record.fields.size(); ++i) {
-            known->second.emplace(record.fields[i].name, i);
-        }
-        return known->second;
+        return static_cast<uint32_t>(layouts_.offset(record, path));
     }
 
     uint32_t offset_of_alternatives(const tlvc::Type &record, const tlvc::Type &type) {
@@ -150,7 +131,6 @@ private:
     Descriptors &result_;
     std::map<const tlvc::Type *, tlvmsg_type *> descriptors_;
     tlvc::Layouts layouts_{tlvc::native};
-    std::map<const tlvc::Type *, std::unordered_map<std::string_view, size_t>> fields_;
 };
 
 Descriptors::Descriptors(const tlvc::Schema &schema) { Builder(schema, *this).build(); }

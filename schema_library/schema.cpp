@@ -108,7 +108,7 @@ std::unique_ptr<const tlvc::Schema> compiled(const Input &input, Faults &told) {
         tlvc::load(input.paths, sources, faults, library, input.import_path, input.texts);
     auto schema = tlvc::compile(program, library, faults);
     if (schema && input.warnings) {
-        tlvc::find_warnings(*schema, library, faults);
+        tlvc::find_warnings(*schema, sources, library, faults);
     }
     told.add(faults, sources);
     return schema;

@@ -26,6 +26,32 @@ const RecordLayout &Layouts::of(const Type &type) {
     return known != known_.end() ? known->second : known_[&type] = lay_out(type);
 }
 
+uint64_t Layouts::offset(const Type &record, const std::vector<std::string> &path) {
+    uint64_t offset = 0;
+    const Type *type = &record;
+    for (const std::string &step : path) {
+        const size_t field = fields_of(*type).at(step);
+        offset += of(*type).offsets[field];
+        type = type->fields[field].type;
+    }
+    return offset;
+}
+
+const Layouts::Names &Layouts::fields_of(const Type &record) {
+    const auto [known, is_new] = fields_.try_emplace(&record);
+    for (size_t i = 0; is_new && i < record.fields.size(); ++i) {
+        const Field &field = record.fields[i];
+        if (field.storage != Field::Storage::Alternatives) {
+            known->second.emplace(field.name, i);
+            continue;
+        }
+        for (const Alternative &each : field.type->alternatives) {
+            known->second.emplace(each.name, i);
+        }
+    }
+    return known->second;
+}
+
 RecordLayout Layouts::lay_out(const Type &type) {
     if (is_number(type)) {
         return number(model_, type.scalar != nullptr ? type.scalar->width : enumeration_width);
