@@ -21,7 +21,7 @@ install(FILES ${PROJECT_SOURCE_DIR}/docs/man/tlv-schema.5 DESTINATION ${CMAKE_IN
 
 # Installed programs and libraries find the libraries wherever the prefix is, or where CMAKE_INSTALL_RPATH says.
 if(NOT CMAKE_INSTALL_RPATH)
-    set_target_properties(tlvmsg tlvmsg_inspect tlvmsg_forms PROPERTIES INSTALL_RPATH $ORIGIN)
+    set_target_properties(tlvmsg tlvmsg_inspect tlvmsg_forms tlvmsg_schema PROPERTIES INSTALL_RPATH $ORIGIN)
     if(TARGET tlv)
         file(RELATIVE_PATH to_libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
         set_target_properties(tlv PROPERTIES INSTALL_RPATH $ORIGIN/${to_libraries})
@@ -74,3 +74,4 @@ endfunction()
 install_pkg_config_file(tlvmsg "${PROJECT_DESCRIPTION}" "" "")
 install_pkg_config_file(tlvmsg_inspect "The same for input that cannot be trusted, and the schema as data" "" "")
 install_pkg_config_file(tlvmsg_forms "Records as JSON, and back" tlvmsg_inspect "-lstdc++ -lm")
+install_pkg_config_file(tlvmsg_schema "Schema files that a program loads while it runs" tlvmsg_forms "-lstdc++ -lm")

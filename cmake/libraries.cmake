@@ -13,7 +13,7 @@ if(TLVMSG_SANITIZED) # which takes longer to optimize than the tests save by it
     list(APPEND TLVMSG_COMPACT_CODE -O0)
 endif()
 add_library(tlvmsg_objects OBJECT runtime/element.cpp runtime/memory.cpp runtime/scalars.cpp ${codec_sources})
-add_dependencies(tlvmsg_objects tlvmsg_schema)
+add_dependencies(tlvmsg_objects tlvmsg_generate)
 target_include_directories(tlvmsg_objects PUBLIC ${TLVMSG_INCLUDE} PRIVATE ${PROJECT_SOURCE_DIR} ${TLVMSG_GENERATED})
 target_compile_options(tlvmsg_objects PRIVATE -fno-exceptions -fno-rtti -fno-threadsafe-statics -fvisibility=hidden
                                               -fvisibility-inlines-hidden ${TLVMSG_COMPACT_CODE})
@@ -27,7 +27,7 @@ tlvmsg_add_library(tlvmsg LANGUAGE C EXPORTS ${TLVMSG_GENERATED}/tlvmsg.symbols 
 
 # What the codecs of other families are made of.
 add_library(tlvmsg_rules INTERFACE)
-add_dependencies(tlvmsg_rules tlvmsg_schema)
+add_dependencies(tlvmsg_rules tlvmsg_generate)
 target_include_directories(tlvmsg_rules INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
                                                   $<BUILD_INTERFACE:${TLVMSG_GENERATED}>
                                                   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/tlvmsg/codec>)
@@ -36,7 +36,7 @@ target_include_directories(tlvmsg_rules INTERFACE $<BUILD_INTERFACE:${PROJECT_SO
 if(PROJECT_IS_TOP_LEVEL)
     add_library(tlvmsg_layout OBJECT ${layout_sources})
     set_target_properties(tlvmsg_layout PROPERTIES EXCLUDE_FROM_ALL ${TLVMSG_SANITIZED})
-    add_dependencies(tlvmsg_layout tlvmsg_schema)
+    add_dependencies(tlvmsg_layout tlvmsg_generate)
     target_include_directories(tlvmsg_layout PRIVATE ${TLVMSG_INCLUDE} ${PROJECT_SOURCE_DIR} ${TLVMSG_GENERATED})
     target_link_libraries(tlvmsg_layout PRIVATE tlvmsg_warnings)
 endif()

@@ -31,7 +31,7 @@ function(tlvmsg_add_library name)
         list(REMOVE_DUPLICATES libraries)
     endif()
     foreach(library IN LISTS libraries)
-        add_dependencies(${library} tlvmsg_schema)
+        add_dependencies(${library} tlvmsg_generate)
         target_include_directories(${library} INTERFACE $<BUILD_INTERFACE:${TLVMSG_INCLUDE}>
                                                         $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
     endforeach()

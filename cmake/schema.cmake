@@ -1,5 +1,5 @@
 # Runs tlvc over schema/: one directory a family. Sets TLVMSG_FAMILIES, TLVMSG_ALL_FAMILIES, which also has what is of
-# them all together, and the target tlvmsg_schema. Lays the hand-written public headers beside the generated ones, so that
+# them all together, and the target tlvmsg_generate. Lays the hand-written public headers beside the generated ones, so that
 # the build tree has the include/ of an installed one.
 file(GLOB_RECURSE schema_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/schema/*.tlv)
 set(TLVMSG_GENERATED ${PROJECT_BINARY_DIR}/src)
@@ -33,4 +33,4 @@ file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/share/tlvmsg)
 file(CREATE_LINK ${PROJECT_SOURCE_DIR}/schema ${PROJECT_BINARY_DIR}/share/tlvmsg/schema SYMBOLIC)
 configure_file(${PROJECT_SOURCE_DIR}/docs/describe.schema.json ${PROJECT_BINARY_DIR}/share/tlvmsg/describe.schema.json COPYONLY)
 
-add_custom_target(tlvmsg_schema DEPENDS ${generated})
+add_custom_target(tlvmsg_generate DEPENDS ${generated})

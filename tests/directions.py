@@ -41,7 +41,9 @@ MAY_INCLUDE = {
     "forms/sample": "forms/json/reader.h forms/record forms/border include base",
     "forms/guess": "forms/types forms/border include",
 
-    "tools": "compiler/build/compile.h compiler/model compiler/text include cli base",
+    "schema_library": "compiler/build/compile.h compiler/checks/checks.h compiler/model compiler/text include base",
+
+    "tools": "include cli base",
     "examples": "include",
     "bench": "tests/support include",
     "fuzz": "tests/support tests/inspect include",

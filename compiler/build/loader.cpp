@@ -26,8 +26,11 @@ public:
     }
 
     Program run(const std::vector<std::string> &paths) {
-        for (const std::string &file : files_of(paths)) {
-            program_.units[open_with_imports(file)].named = true;
+        for (const std::string &path : paths) {
+            const bool given = open_texts_.contains(canonical_path(path));
+            for (const std::string &file : given ? std::vector{path} : files_of({path})) {
+                program_.units[open_with_imports(file)].named = true;
+            }
         }
         check_imports();
         check_families();
@@ -79,14 +82,6 @@ private:
             {parse(sources_, file, faults_), canonical, canonical.parent_path().filename().string(), {}});
         program_.units[file].shipped = canonical.parent_path().parent_path() == shipped_;
         return {file, true};
-    }
-
-    // A path that the system cannot follow stays as it is, and reading it fails later.
-    static fs::path canonical_path(const fs::path &path) {
-        std::error_code error;
-        const fs::path absolute = fs::absolute(path, error);
-        const fs::path canonical = fs::weakly_canonical(absolute, error);
-        return error ? absolute : canonical;
     }
 
     // The path that faults show: without detours, unless these lead elsewhere by symbolic links.
@@ -205,7 +200,8 @@ private:
             if (std::string_view reason = why_no_family_name(unit.family); !reason.empty()) {
                 faults_.report(fault::family_name, start, unit.family, reason);
             }
-            if (!unit.shipped && !shipped_.empty() && fs::is_directory(shipped_ / unit.family)) {
+            std::error_code error;
+            if (!unit.shipped && !shipped_.empty() && fs::is_directory(shipped_ / unit.family, error)) {
                 faults_.report(fault::library_name, start, "family", unit.family);
             }
             auto [first, is_new] = first_of_family.try_emplace(unit.family, file);
@@ -230,6 +226,13 @@ private:
 };
 
 } // namespace
+
+fs::path canonical_path(const fs::path &path) {
+    std::error_code error;
+    const fs::path absolute = fs::absolute(path, error);
+    const fs::path canonical = fs::weakly_canonical(absolute, error);
+    return error ? absolute : canonical;
+}
 
 Program load(const std::vector<std::string> &paths, Sources &sources, Diagnostics &faults,
              const Library &library, const ImportPath &import_path, const OpenTexts &open) {

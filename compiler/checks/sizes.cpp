@@ -1,5 +1,6 @@
 // Limits on what types add up to: bytes, nesting, and the length of paths.
 #include "compiler/checks/checks.h"
+#include "compiler/model/layout.h"
 #include "compiler/model/references.h"
 
 #include <algorithm>
@@ -9,7 +10,8 @@ namespace tlvc {
 
 namespace {
 
-constexpr uint64_t largest_size = 65535; // that a size operation can return
+constexpr uint64_t largest_size = 65535;      // that a size operation can return
+constexpr uint64_t largest_type = UINT32_MAX; // that a descriptor can state
 
 // The bounded library has these limits as TLVMSG_MAX_DEPTH and TLVMSG_MAX_PATH, which counts the zero byte as well.
 constexpr size_t deepest = 16;
@@ -51,10 +53,17 @@ bool holds_unsound(const Type &type) {
 }
 
 // False if the type exceeds a limit.
-bool check_size(const Type &type, Paths &paths, Diagnostics &faults) {
-    const bool fits = type.kind != Kind::Structure || type.min_size <= largest_size;
+bool check_size(const Type &type, Paths &paths, Layouts &layouts, Diagnostics &faults) {
+    bool fits = type.kind != Kind::Structure || type.min_size <= largest_size;
     if (!fits) {
         faults.report(fault::fixed_size, type.span, type.name, type.min_size, largest_size);
+    }
+    const uint64_t record = layouts.of(type).size;
+    if (record > largest_type || type.max_size > largest_type) {
+        const bool in_memory = record > largest_type;
+        faults.report(fault::type_too_large, type.span, type.name, in_memory ? record : type.max_size,
+                      in_memory ? "in memory" : "on the wire", largest_type);
+        fits = false;
     }
     const size_t path = type.name.size() + paths.longest(type);
     if (path > longest_path) {
@@ -82,8 +91,9 @@ void check_nesting(const Resolution &resolution, Diagnostics &faults) {
 
 void check_sizes(const Resolution &resolution, Diagnostics &faults) {
     Paths paths;
+    Layouts layouts(lp64); // the largest
     for (Type *const type : bottom_up(resolution.schema->types)) {
-        type->sound = !holds_unsound(*type) && check_size(*type, paths, faults);
+        type->sound = !holds_unsound(*type) && check_size(*type, paths, layouts, faults);
     }
 }
 

@@ -14,7 +14,7 @@ std::unique_ptr<const Schema> compile_any(const std::string &path, Sources &sour
     }
     const std::string read = tlvmsg::base::read_file(path); // once, as it may be standard input
     const std::string text(without_mark(read));
-    const OpenTexts open{{std::filesystem::weakly_canonical(std::filesystem::absolute(path)), text}};
+    const OpenTexts open{{canonical_path(path), text}};
     if (!text.empty() && !text.starts_with('#')) {
         return compile(load({path}, sources, faults, library, import_path, open), library, faults);
     }

@@ -65,11 +65,4 @@ Library read_library(const fs::path &directory) {
     return library;
 }
 
-Library installed_library() {
-    std::error_code error;
-    const fs::path program = fs::read_symlink("/proc/self/exe", error);
-    const fs::path schema = (program.parent_path() / TLVC_SCHEMA_FROM_PROGRAM).lexically_normal();
-    return fs::is_directory(schema, error) ? read_library(schema) : Library();
-}
-
 } // namespace tlvc

@@ -11,18 +11,18 @@ namespace tlvc {
 
 namespace {
 
-const WordList keywords(reserved_keywords);
+constexpr WordList keywords(reserved_keywords);
 
 // Macros of compilers and of the headers of C that programs of any kind include, also those for C++. Further ones are
 // recognized by their looks.
-const WordList macros(reserved_macros);
+constexpr WordList macros(reserved_macros);
 
 // Names that the C library declares in the headers that generated code or its users include; the namespace of the
 // C++ library; and the parameters of generated functions.
-const WordList declared(reserved_declared);
+constexpr WordList declared(reserved_declared);
 
 // Headers of these names are not generated from a family.
-const WordList headers(reserved_headers);
+constexpr WordList headers(reserved_headers);
 
 // Names of the library, of the functions of each type and of the platform begin like this. A type called alloc_X would
 // have a function tlvmsg_encode_alloc_X, which the type X has as well.

@@ -6,12 +6,12 @@
 namespace tlvc {
 
 bool is_system_macro(std::string_view name) {
-    static const WordList names(system_macros);
+    static constexpr WordList names(system_macros);
     return names.contains(name);
 }
 
 bool is_system_name(std::string_view name) {
-    static const WordList names(system_declared);
+    static constexpr WordList names(system_declared);
     return names.contains(name) || is_system_macro(name);
 }
 

@@ -1,18 +1,20 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
-#include <unordered_set>
 
 namespace tlvc {
 
-// The words of a text that has one a line and outlives the list.
+// The words of a text that has one a line, in the order of their bytes. The text outlives the list.
 class WordList {
 public:
-    explicit WordList(std::string_view text);
-    bool contains(std::string_view word) const { return words_.contains(word); }
+    template <size_t size>
+    explicit constexpr WordList(const char (&text)[size]) : text_(text, size - 1) {}
+
+    bool contains(std::string_view word) const;
 
 private:
-    std::unordered_set<std::string_view> words_;
+    std::string_view text_;
 };
 
 } // namespace tlvc

@@ -8,19 +8,15 @@ namespace {
 
 constexpr uint64_t enumeration_width = 4;
 
+// Far above every size that matters, and low enough that no sum or product can wrap.
+constexpr uint64_t limit = uint64_t{1} << 40;
+
 uint64_t aligned(uint64_t offset, uint64_t alignment) {
     return (offset + alignment - 1) / alignment * alignment;
 }
 
 RecordLayout number(const DataModel &model, uint64_t width) {
     return {width, std::min(width, model.alignment), {}};
-}
-
-bool is_or_holds(const Field &field, const std::string &name) {
-    return field.storage == Field::Storage::Alternatives
-               ? std::ranges::find(field.type->alternatives, name, &Alternative::name) !=
-                     field.type->alternatives.end()
-               : field.name == name;
 }
 
 } // namespace
@@ -34,12 +30,26 @@ uint64_t Layouts::offset(const Type &record, const std::vector<std::string> &pat
     uint64_t offset = 0;
     const Type *type = &record;
     for (const std::string &step : path) {
-        const auto field =
-            std::ranges::find_if(type->fields, [&](const Field &each) { return is_or_holds(each, step); });
-        offset += of(*type).offsets[static_cast<size_t>(field - type->fields.begin())];
-        type = field->type;
+        const size_t field = fields_of(*type).at(step);
+        offset += of(*type).offsets[field];
+        type = type->fields[field].type;
     }
     return offset;
+}
+
+const Layouts::Names &Layouts::fields_of(const Type &record) {
+    const auto [known, is_new] = fields_.try_emplace(&record);
+    for (size_t i = 0; is_new && i < record.fields.size(); ++i) {
+        const Field &field = record.fields[i];
+        if (field.storage != Field::Storage::Alternatives) {
+            known->second.emplace(field.name, i);
+            continue;
+        }
+        for (const Alternative &each : field.type->alternatives) {
+            known->second.emplace(each.name, i);
+        }
+    }
+    return known->second;
 }
 
 RecordLayout Layouts::lay_out(const Type &type) {
@@ -53,7 +63,7 @@ RecordLayout Layouts::lay_out(const Type &type) {
     for (const Field &field : type.fields) {
         const RecordLayout layout = of_field(type, field);
         record.offsets.push_back(aligned(record.size, layout.alignment));
-        record.size = record.offsets.back() + layout.size;
+        record.size = std::min(limit, record.offsets.back() + layout.size);
         record.alignment = std::max(record.alignment, layout.alignment);
     }
     record.size = aligned(record.size, record.alignment);

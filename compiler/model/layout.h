@@ -5,6 +5,8 @@
 #include "compiler/model/model.h"
 
 #include <map>
+#include <string_view>
+#include <unordered_map>
 
 namespace tlvc {
 
@@ -39,11 +41,15 @@ public:
     uint64_t offset(const Type &record, const std::vector<std::string> &path);
 
 private:
+    // Which field has the name, or an alternative of that name: there may be a great many.
+    using Names = std::unordered_map<std::string_view, size_t>;
+    const Names &fields_of(const Type &record);
     RecordLayout lay_out(const Type &type);
     RecordLayout of_field(const Type &owner, const Field &field);
 
     DataModel model_;
     std::map<const Type *, RecordLayout> known_;
+    std::map<const Type *, Names> fields_;
 };
 
 } // namespace tlvc

@@ -381,6 +381,13 @@ families that have them. Families of your own have the tags from 32768 to 65535;
     struct acme_fan = 32768 { uint8 tray }
 )"};
 
+inline constexpr FaultOf<Text, Number, Text, Number> type_too_large{
+    "T059", "type too large", "'{}' takes {} bytes {}, and at most {} are allowed",
+    R"(
+Arrays in arrays have room for the product of their capacities, whether or not it can be sent. Lower the
+capacities, or use dynamic arrays.
+)"};
+
 // Allowed, and yet hardly meant.
 
 inline constexpr FaultOf<Text, Number, Number> array_never_full{
@@ -442,7 +449,7 @@ inline constexpr const Fault *all[] = {
     &count_type, &missing_count, &wrong_count, &selector_type, &missing_selector, &wrong_selector, &duplicate_value,
     &large_value, &unknown_attribute, &misplaced_attribute, &enclosing_record, &circular_type, &circular_families,
     &fixed_size, &member_named_as_type, &unknown_enumerator, &duplicate_enumerator, &taken_name,
-    &name_generated_twice, &nested_too_deeply, &path_too_long, &interface_changed, &library_tag,
+    &name_generated_twice, &nested_too_deeply, &path_too_long, &interface_changed, &library_tag, &type_too_large,
     &array_never_full, &unused_enumeration, &undocumented_type, &library_name, &char_member, &system_name,
     &idle_silence};
 // clang-format on

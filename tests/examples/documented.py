@@ -93,6 +93,7 @@ CUT_PROGRAM = PRELUDE + """
 """
 FLAGS = ["-Wall", "-Werror", "-Wno-unused-variable", "-Wno-unused-but-set-variable", "-Wno-unused-function"]
 FLAGS += ["-I" + directory for directory in includes.split(";")]
+REQUIRED = {"tlvmsg_schema": ["tlvmsg_forms", "tlvmsg_inspect"]} # as pkg-config says
 PRINTS = r"\b(puts|printf|log_error|cout|cerr)\b"
 
 
@@ -119,7 +120,7 @@ def examples_of_readme():
     command = r"    (?:cc|c\+\+) (.*?)\S+ \$\(pkg-config .* (\w+)\)$"
     for block in re.finditer(r"^```(c|cpp)\n((?:.*\n)*?)```\n\n" + command, text, re.M):
         yield Example("README.md", text.count("\n", 0, block.start()) + 2, block[2], block[1], block[3].split(),
-                      [block[4], "osal_pelix"])
+                      [block[4], *REQUIRED.get(block[4], []), "osal_pelix"])
 
 
 def examples_of_header(path):
@@ -171,7 +172,7 @@ def run(command, **options):
 
 def compile_program(example, source, options):
     compiler = [cxx, "-std=c++20"] if example.language == "cpp" else [cc, "-std=c11"]
-    used = example.libraries or ["tlvmsg_forms", "tlvmsg_inspect", "tlvmsg", "osal_pelix"]
+    used = example.libraries or ["tlvmsg_schema", "tlvmsg_forms", "tlvmsg_inspect", "tlvmsg", "osal_pelix"]
     failed, said = run(compiler + FLAGS + example.options + options + [source, family, "-L" + libraries, "-Wl,-rpath,"
                        + libraries] + ["-l" + library for library in used] + ["-o", source + ".run"])
     if failed:

@@ -17,6 +17,7 @@ check() { # LIBRARY SYMBOLS...
 
 check tlvmsg_inspect "$source/inspect/tlvmsg_inspect.symbols" "$generated/types.symbols"
 check tlvmsg_forms "$source/forms/tlvmsg_forms.symbols"
+check tlvmsg_schema "$source/schema_library/tlvmsg_schema.symbols"
 check tlvmsg "$generated/tlvmsg.symbols"
 "$4" | sort > "$work/described"
 diff "$work/exported" "$work/described"

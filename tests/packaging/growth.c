@@ -5,6 +5,7 @@
  */
 #include <tlvmsg/bounded/all.h>
 #include <tlvmsg/forms.h>
+#include <tlvmsg/schema.h>
 
 #include <stdio.h>
 #include <string.h>
@@ -78,6 +79,18 @@ static bool freed(bool done) {
     return done;
 }
 
+static bool loads(tlvmsg_schema_source source, const tlvmsg_schema_options *options) {
+    source.path = "growth/a.tlv";
+    source.text = "";
+    tlvmsg_schema *schema;
+    const bool loaded = tlvmsg_schema_load(&source, 1, options, &schema);
+    if (!loaded && strcmp(tlvmsg_schema_faults(schema, NULL)->code, "reserved-word") == 0) {
+        text_fault.code = TLVMSG_TEXT_RESERVED_WORD;
+    }
+    tlvmsg_schema_free(schema);
+    return loaded;
+}
+
 TAKES(verify, tlvmsg_limits, tlvmsg_verify_zel_led_control(wire, size, &options, NULL, &fault))
 TAKES(trace, tlvmsg_limits, tlvmsg_trace(LED, wire, size, &options, NULL, NULL, NULL, &fault))
 TAKES(decode, tlvmsg_limits, tlvmsg_decode_zel_led_control(wire, size, &options, &back, NULL, &fault))
@@ -95,17 +108,28 @@ TAKES(sample, tlvmsg_sample_options, tlvmsg_sample(LED, &options, &back, &text_f
 TAKES(guess, tlvmsg_guess_options,
       freed(tlvmsg_guess_types(NULL, wire, size, &options, &guesses, &found, &text_fault)))
 
+TAKES(load_source, tlvmsg_schema_source, loads(options, NULL))
+TAKES(load_options, tlvmsg_schema_options, loads((tlvmsg_schema_source){0}, &options))
+
 static const struct {
     const char *name;
     bool (*call)(uintptr_t word);
     bool of_forms; /* whose structures keep to the headers of this library */
-} calls[] = {{"walk", walk, false},        {"verify", verify, false},
-             {"trace", trace, false},      {"decode", decode, false},
-             {"judge", judge, false},      {"from_json", from_json, true},
-             {"to_json", to_json, true},   {"untyped_to_json", untyped_to_json, true},
-             {"to_text", to_text, true},   {"untyped_to_text", untyped_to_text, true},
-             {"annotate", annotate, true}, {"sample", sample, true},
-             {"guess", guess, true}};
+} calls[] = {{"walk", walk, false},
+             {"verify", verify, false},
+             {"trace", trace, false},
+             {"decode", decode, false},
+             {"judge", judge, false},
+             {"from_json", from_json, true},
+             {"to_json", to_json, true},
+             {"untyped_to_json", untyped_to_json, true},
+             {"to_text", to_text, true},
+             {"untyped_to_text", untyped_to_text, true},
+             {"annotate", annotate, true},
+             {"sample", sample, true},
+             {"guess", guess, true},
+             {"load_source", load_source, true},
+             {"load_options", load_options, true}};
 
 static void check_what_goes_in(void) {
     for (size_t i = 0; i < sizeof calls / sizeof *calls; ++i) {

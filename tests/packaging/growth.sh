@@ -19,7 +19,7 @@ compile() { # OUTPUT INCLUDE_DIRECTORY OPTION...
     output=$1
     headers=$2
     shift 2
-    cc -std=c11 -Wall -Wextra -Werror "$program" -I"$headers" "$@" -L"$libraries" -ltlvmsg_forms -ltlvmsg_inspect \
+    cc -std=c11 -Wall -Wextra -Werror "$program" -I"$headers" "$@" -L"$libraries" -ltlvmsg_schema -ltlvmsg_forms -ltlvmsg_inspect \
         -losal_pelix -o "$output"
 }
 compile "$work/later" "$work/include" -DMEANING

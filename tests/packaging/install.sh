@@ -20,10 +20,10 @@ quietly cmake -S "$2" -B "$work/consumer" -DCMAKE_PREFIX_PATH="$work/prefix"
 quietly cmake --build "$work/consumer"
 quietly ctest --test-dir "$work/consumer" --output-on-failure --no-tests=error
 
-pkg-config --exists --print-errors 'tlvmsg >= 1' 'tlvmsg_inspect >= 1' 'tlvmsg_forms >= 1'
-for library in tlvmsg tlvmsg_inspect tlvmsg_forms; do
+pkg-config --exists --print-errors 'tlvmsg >= 1' 'tlvmsg_inspect >= 1' 'tlvmsg_forms >= 1' 'tlvmsg_schema >= 1'
+for library in tlvmsg tlvmsg_inspect tlvmsg_forms tlvmsg_schema; do
     # shellcheck disable=SC2046
     cc -Wall -Wextra -Werror "$2/$library.c" $(pkg-config --cflags --libs $library) \
         -Wl,-rpath,"$(pkg-config --variable=libdir $library)" -o "$work/program"
-    "$work/program"
+    "$work/program" "$(pkg-config --variable=schemadir $library)"
 done

@@ -1,6 +1,6 @@
 #include "lookup.h"
 
-#include "schema_types.h"
+#include "loaded_schema.h"
 
 #include "base/number.h"
 #include "base/suggest.h"
@@ -12,8 +12,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <fnmatch.h>
-#include <memory>
-#include <new>
 #include <optional>
 #include <sstream>
 
@@ -57,30 +55,6 @@ std::vector<std::string> wanted_files() {
     return files;
 }
 
-// What schema files declare, if any are wanted.
-class LoadedTypes {
-public:
-    LoadedTypes() {
-        if (const std::vector<std::string> files = wanted_files(); !files.empty()) {
-            types_.emplace(files, import_directories);
-            set_.reset(tlvmsg_type_set_new(types_->all().data(), types_->all().size(), nullptr));
-            if (set_ == nullptr) {
-                throw std::bad_alloc(); // since a schema has no name twice
-            }
-        }
-    }
-
-    const tlvmsg_type_set *set() const { return set_.get(); }
-
-private:
-    struct Free {
-        void operator()(tlvmsg_type_set *set) const { tlvmsg_type_set_free(set); }
-    };
-
-    std::optional<SchemaTypes> types_;
-    std::unique_ptr<tlvmsg_type_set, Free> set_;
-};
-
 std::string not_found(const std::string &name, const std::vector<const tlvmsg_type *> &like) {
     std::vector<std::string_view> names;
     for (const tlvmsg_type *type : like.empty() ? all_types() : like) {
@@ -105,8 +79,11 @@ std::string not_found(const std::string &name, const std::vector<const tlvmsg_ty
 } // namespace
 
 const tlvmsg_type_set *type_set() {
-    static const LoadedTypes loaded;
-    return loaded.set();
+    static const std::optional<LoadedSchema> loaded = [] {
+        const std::vector<std::string> files = wanted_files();
+        return files.empty() ? std::nullopt : std::make_optional<LoadedSchema>(files, import_directories);
+    }();
+    return loaded ? loaded->types() : nullptr;
 }
 
 const std::vector<const tlvmsg_type *> &all_types() {

@@ -1,10 +1,10 @@
 # tlvmsg as a part of this project: its libraries and nothing else are configured, and nothing of this project changes.
 set(unwanted GTest PkgConfig) # what tests and tools need
-set(expected platform inspect forms)
+set(expected platform compiler inspect forms schema_library)
 if(TLVC_EXECUTABLE)
     list(APPEND unwanted CLI11)
 else()
-    list(INSERT expected 1 base cli compiler)
+    list(INSERT expected 1 base cli)
 endif()
 foreach(package IN LISTS unwanted)
     set(CMAKE_DISABLE_FIND_PACKAGE_${package} ON)

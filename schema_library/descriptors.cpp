@@ -1,24 +1,15 @@
-#include "schema_types.h"
+#include "schema_library/descriptors.h"
 
-#include "base/files.h"
 #include "base/visible.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
-#include "compiler/build/compile.h"
 #include "compiler/model/attributes.h"
 #include "compiler/model/layout.h"
-#include "compiler/text/reporter.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstring>
-#include <filesystem>
-#include <sstream>
+#include <map>
 
-namespace tlvmsg::tool {
-
-using namespace cli;
+namespace tlvmsg::schema {
 
 namespace {
 
@@ -38,10 +29,10 @@ const tlvc::Type &record_of(const tlvc::Type &type) { return type.enclosing ? *t
 } // namespace
 
 // Fills the descriptors, each of which has its place before any refers to it.
-class SchemaTypes::Builder {
+class Descriptors::Builder {
 public:
-    explicit Builder(SchemaTypes &result) : result_(result) {
-        for (const tlvc::Type &type : result.schema_->types) {
+    Builder(const tlvc::Schema &schema, Descriptors &result) : result_(result) {
+        for (const tlvc::Type &type : schema.types) {
             descriptors_[&type] = &result.types_.emplace_back();
         }
     }
@@ -49,10 +40,8 @@ public:
     void build() {
         for (const auto &[type, descriptor] : descriptors_) {
             fill(*type, *descriptor);
-            result_.by_name_.push_back(descriptor);
+            result_.all_.push_back(descriptor);
         }
-        std::sort(result_.by_name_.begin(), result_.by_name_.end(),
-                  [](auto *a, auto *b) { return std::strcmp(a->name, b->name) < 0; });
     }
 
 private:
@@ -121,17 +110,8 @@ private:
         descriptor.selector_offset = offset_of(record, {type.selector_name});
     }
 
-    // Where the field lies that the path leads to.
     uint32_t offset_of(const tlvc::Type &record, const std::vector<std::string> &path) {
-        uint64_t offset = 0;
-        const tlvc::Type *type = &record;
-        for (const std::string &step : path) {
-            const auto field = std::find_if(type->fields.begin(), type->fields.end(),
-                                            [&](const tlvc::Field &each) { return each.name == step; });
-            offset += layouts_.of(*type).offsets[static_cast<size_t>(field - type->fields.begin())];
-            type = field->type;
-        }
-        return static_cast<uint32_t>(offset);
+        return static_cast<uint32_t>(layouts_.offset(record, path));
     }
 
     uint32_t offset_of_alternatives(const tlvc::Type &record, const tlvc::Type &type) {
@@ -148,32 +128,11 @@ private:
         return keep(base::visible(fmt::format("{}", fmt::join(lines, " "))));
     }
 
-    SchemaTypes &result_;
+    Descriptors &result_;
     std::map<const tlvc::Type *, tlvmsg_type *> descriptors_;
     tlvc::Layouts layouts_{tlvc::native};
 };
 
-SchemaTypes::SchemaTypes(const std::vector<std::string> &files, const std::vector<std::string> &import_path) {
-    tlvc::Sources sources;
-    tlvc::Diagnostics faults;
-    try {
-        schema_ = tlvc::compile(files, sources, faults, tlvc::installed_library(),
-                                {import_path.begin(), import_path.end()});
-    } catch (const base::IoError &error) {
-        throw Failure(exit_io, error.what());
-    } catch (const std::filesystem::filesystem_error &error) {
-        throw Failure(exit_io, error.what());
-    }
-    if (schema_ == nullptr) {
-        std::istringstream lines(tlvc::render(faults, sources, false));
-        for (std::string line; std::getline(lines, line);) {
-            complain(line);
-        }
-        throw Failure(exit_usage, fmt::format("{}: no schema", fmt::join(files, ", ")));
-    }
-    Builder(*this).build();
-}
+Descriptors::Descriptors(const tlvc::Schema &schema) { Builder(schema, *this).build(); }
 
-SchemaTypes::~SchemaTypes() = default;
-
-} // namespace tlvmsg::tool
+} // namespace tlvmsg::schema
