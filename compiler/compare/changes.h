@@ -288,6 +288,14 @@ changed since OLD was released, say with --old-import where the old ones are, an
 ones are. What 'tlvc interface' printed has no imports: it holds all types that it needs.
 )"};
 
+inline constexpr Rule key_changed{
+    "C029", Wire, "key of a message changed", "receivers know it by its key, and take it for another or for none",
+    "Old peers go on sending the old key. A key belongs to its message for good, and another message has another "
+    "one. To add a key breaks nothing.",
+    {"enum e = 2001  message m key 17 { e e }",
+     "enum e = 2001  message m key 18 { e e }",
+     "enum e = 2001  message m key 17 { e e }  message n key 18 { e e }"}};
+
 // clang-format on
 
 inline constexpr const Rule *rules[] = {
@@ -296,6 +304,6 @@ inline constexpr const Rule *rules[] = {
     &message_extended,   &order_changed,    &type_changed,    &name_changed,     &record_changed,
     &attribute_changed,  &room_grown,       &room_shrunk,     &enumerator_added, &enumerator_removed,
     &enumerator_renamed, &enumerator_value, &choice_added,    &choice_inserted,  &choice_removed,
-    &choice_changed,     &member_filled,    &file_shared};
+    &choice_changed,     &member_filled,    &file_shared,     &key_changed};
 
 } // namespace tlvc

@@ -141,6 +141,9 @@ std::string constants(const Type &type) {
     if (type.capacity != 0) {
         text += define(names::constant(Constant::Capacity, type), type.capacity);
     }
+    if (type.key) {
+        text += define(names::constant(Constant::Key, type), fmt::format("UINT32_C({})", *type.key));
+    }
     if (type.kind == Kind::Message) {
         text += define(names::constant(Constant::Fingerprint, type),
                        fmt::format("UINT64_C({})", spelled_fingerprint(type)));
@@ -161,8 +164,21 @@ std::string enumerators(const Type &type) {
     return text;
 }
 
+// What a selector is to be for an alternative: the first of the values that choose it.
+std::string choices(const Type &type) {
+    std::string text;
+    for (const Alternative &each : type.alternatives) {
+        if (each.values.size() > 1) {
+            text += fmt::format("/* The first of {}. */\n", fmt::join(each.values, ", "));
+        }
+        text += fmt::format("#define {} UINT32_C({})\n", names::choice(type, each), each.values.front());
+    }
+    return text;
+}
+
 std::string declaration(const Type &type) {
-    return comment(type) + constants(type) + record(type) + enumerators(type) + prototypes(type) + "\n";
+    return comment(type) + constants(type) + record(type) + enumerators(type) + choices(type) +
+           prototypes(type) + "\n";
 }
 
 // What the types that follow have in common.

@@ -57,6 +57,8 @@ std::string constant(Constant what, const Type &type) {
             return "CAPACITY";
         case Constant::Fingerprint:
             return "FINGERPRINT";
+        case Constant::Key:
+            return "KEY";
         }
         return {};
     };
@@ -65,6 +67,10 @@ std::string constant(Constant what, const Type &type) {
 
 std::string enumerator(const Type &enumeration, const Enumerator &enumerator) {
     return enumeration.name + "_" + enumerator.name;
+}
+
+std::string choice(const Type &union_type, const Alternative &alternative) {
+    return fmt::format("TLVMSG_CHOICE_{}_{}", union_type.name, alternative.name);
 }
 
 // The name stands last and as it is, so that no two headers come out the same.

@@ -70,6 +70,12 @@ std::string summary(const std::string &before, const std::string &after) {
 
 // ---- The catalogue -----------------------------------------------------------------------------------
 
+std::vector<const Rule *> rules_about_types() {
+    std::vector<const Rule *> result(std::begin(rules), std::end(rules));
+    std::erase(result, &file_shared);
+    return result;
+}
+
 class EachRule : public testing::TestWithParam<const Rule *> {};
 
 TEST_P(EachRule, FindsItsExampleAndPassesTheOther) {
@@ -91,7 +97,7 @@ TEST_P(EachRule, FindsItsExampleAndPassesTheOther) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Catalogue, EachRule, testing::ValuesIn(std::begin(rules), std::end(rules) - 1),
+INSTANTIATE_TEST_SUITE_P(Catalogue, EachRule, testing::ValuesIn(rules_about_types()),
                          [](const auto &instance) { return std::string(instance.param->code); });
 
 TEST(Rules, HaveTheCodesOfTheirPlaces) {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <random>
 #include <set>
 #include <string>
@@ -296,6 +297,50 @@ TEST(Divide, NamesAllThatMayBeginWhereDivisionsDisagree) {
     expect(a + b + c, {{a + b + c, {"a", "ab"}}}); // ab and c, or a and bc
     expect(a + a + b + c + c, {{a, {"a"}}, {a + b + c, {"a", "ab"}}, {c, {"c", "c_too"}}});
     expect(b, {});
+    tlvmsg_type_set_free(set);
+}
+
+// Messages of a session header alone, one behind the other, with keys or, for 0, without one.
+TEST(Divide, GoesByTheKeysThatMessagesHave) {
+    const tlvmsg_member header{"session", "", tlvmsg_type_find("app_sess_hdr"), 0, 0};
+    std::vector<tlvmsg_type> types;
+    for (const auto &[name, key] : std::vector<std::pair<const char *, uint32_t>>{
+             {"a", 17}, {"b", 18}, {"plain", 0}, {"plain_too", 0}, {"x", 19}, {"y", 19}}) {
+        tlvmsg_type &type = types.emplace_back(*tlvmsg_type_find("analogbri_led_control_req_message"));
+        type.name = name;
+        type.operations = nullptr;
+        type.members = &header;
+        type.member_count = 1;
+        type.flags = key == 0 ? 0 : TLVMSG_HAS_KEY;
+        type.key = key;
+    }
+    std::vector<const tlvmsg_type *> pointers;
+    for (const tlvmsg_type &type : types) {
+        pointers.push_back(&type);
+    }
+    tlvmsg_type_set *const set = tlvmsg_type_set_new(pointers.data(), pointers.size(), nullptr);
+    ASSERT_NE(set, nullptr);
+    const auto with_key = [&](uint8_t key) {
+        Bytes bytes = sample(*header.type);
+        std::fill(bytes.end() - 4, bytes.end(), uint8_t{0});
+        bytes.back() = key;
+        return bytes;
+    };
+    const std::map<uint8_t, Names> expected{
+        {17, {"a"}}, {18, {"b"}}, {19, {"plain", "plain_too", "x", "y"}}, {20, {"plain", "plain_too"}}};
+    for (const auto &[key, names] : expected) {
+        const Parts parts = divided(with_key(18) + with_key(key), set);
+        ASSERT_EQ(parts.size(), 2u);
+        EXPECT_EQ(parts[0].names, Names{"b"});
+        EXPECT_EQ(parts[1].names, names);
+        tlvmsg_guess *list = nullptr;
+        size_t count = 0;
+        const Bytes bytes = with_key(key);
+        ASSERT_TRUE(tlvmsg_guess_types(set, bytes.data(), bytes.size(), nullptr, &list, &count, nullptr));
+        ASSERT_EQ(count, names.size() == 1 ? 2u : 1u) << "what others may be is told, too";
+        EXPECT_EQ(Found<tlvmsg_guess>(list[0]).names, names);
+        tlvmsg_free(list);
+    }
     tlvmsg_type_set_free(set);
 }
 

@@ -61,6 +61,9 @@ Json type_json(const tlvmsg_type *type) {
                      {"min_encoded", type->min_encoded},
                      {"max_encoded", type->max_encoded},
                      {"fingerprint", fmt::format("0x{:016X}", tlvmsg_fingerprint(type))}});
+    if ((type->flags & TLVMSG_HAS_KEY) != 0) {
+        json["key"] = type->key;
+    }
     add_list(json, "enumerators", type->enumerators, type->enumerator_count,
              [](const tlvmsg_enumerator &each) {
                  return Json{{"name", each.name}, {"doc", each.doc}, {"value", each.value}};
