@@ -292,9 +292,9 @@ inline constexpr Rule key_changed{
     "C029", Wire, "key of a message changed", "receivers know it by its key, and take it for another or for none",
     "Old peers go on sending the old key. A key belongs to its message for good, and another message has another "
     "one. To add a key breaks nothing.",
-    {"enum e = 2001  message m key 17 { e e }",
-     "enum e = 2001  message m key 18 { e e }",
-     "enum e = 2001  message m key 17 { e e }  message n key 18 { e e }"}};
+    {"enum e = 2001  message m key 17 { e x }",
+     "enum e = 2001  message m key 18 { e x }",
+     "enum e = 2001  message m key 17 { e x }  message n key 18 { e x }"}};
 
 // clang-format on
 

@@ -45,8 +45,8 @@ export TLVMSG_SCHEMA=acme/keys.tlv
 tlv encode -t acme_first '{"interface": {}}' >first.bin
 tlv encode -t acme_first '{"session": {"msg_type": 5}}' >stays.bin
 tlv sample --kind max acme_other >other.bin
-tlv sample acme_other session='{"value_1": 3}' >set.bin
-tlv sample acme_other session.msg_type=17 >wrong.bin
+tlv sample acme_other --set session='{"value_1": 3}' >set.bin
+tlv sample acme_other --set session.msg_type=17 >wrong.bin
 for file in first stays other set wrong; do od -Ax -tx1 $file.bin; done >keys.txt
 text2pcap -q -u 4000,4001 keys.txt keys.pcap >/dev/null 2>&1
 run decode keys.pcap; is 0
