@@ -52,6 +52,13 @@ std::string_view nearest(std::string_view name, const std::vector<std::string_vi
     return found;
 }
 
+std::string_view one_slip_from(std::string_view name, const std::vector<std::string_view> &candidates) {
+    const std::string_view found = nearest(name, candidates, 1);
+    const bool alone = std::ranges::all_of(
+        candidates, [&](std::string_view each) { return each == found || nearest(name, {each}, 1).empty(); });
+    return alone ? found : "";
+}
+
 std::string did_you_mean(std::string_view name, const std::vector<std::string_view> &candidates) {
     std::string_view found = nearest(name, candidates);
     return found.empty() ? "" : "did you mean '" + std::string(found) + "'?";

@@ -13,6 +13,9 @@ namespace tlvmsg::base {
 std::string_view nearest(std::string_view name, const std::vector<std::string_view> &candidates,
                          size_t slips = SIZE_MAX);
 
+// The one candidate that a slip turned into the name, or nothing if there are several: there is no doubt about it.
+std::string_view one_slip_from(std::string_view name, const std::vector<std::string_view> &candidates);
+
 // "did you mean 'x'?", or nothing.
 std::string did_you_mean(std::string_view name, const std::vector<std::string_view> &candidates);
 

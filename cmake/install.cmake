@@ -38,6 +38,8 @@ endforeach()
 
 # What other families are built from: the schema that they import, and the rules that their codecs are made of.
 install(DIRECTORY schema DESTINATION ${CMAKE_INSTALL_DATADIR}/tlvmsg FILES_MATCHING PATTERN *.tlv)
+tlvmsg_generated(data ${PROJECT_BINARY_DIR} all DATA)
+install(FILES ${data} docs/describe.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/tlvmsg)
 install(DIRECTORY rules runtime DESTINATION ${header_directory}/codec FILES_MATCHING PATTERN *.h)
 tlvmsg_generated(codec_headers ${PROJECT_BINARY_DIR} "${TLVMSG_FAMILIES}" CODEC_HEADER)
 install(FILES ${codec_headers} DESTINATION ${header_directory}/codec)

@@ -31,5 +31,6 @@ endforeach()
 # Where programs in bin/ look for it.
 file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/share/tlvmsg)
 file(CREATE_LINK ${PROJECT_SOURCE_DIR}/schema ${PROJECT_BINARY_DIR}/share/tlvmsg/schema SYMBOLIC)
+configure_file(${PROJECT_SOURCE_DIR}/docs/describe.schema.json ${PROJECT_BINARY_DIR}/share/tlvmsg/describe.schema.json COPYONLY)
 
 add_custom_target(tlvmsg_schema DEPENDS ${generated})

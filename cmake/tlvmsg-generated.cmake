@@ -19,7 +19,8 @@ function(tlvmsg_generated variable directory families)
                BOUNDED:src/FAMILY_bounded.cpp
                TYPE:src/FAMILY_types.cpp
                SYMBOLS:src/tlvmsg.symbols # what libraries export
-               SYMBOLS:src/types.symbols)
+               SYMBOLS:src/types.symbols
+               DATA:share/tlvmsg/schema.json) # for programs in any language
     list(JOIN ARGN "|" uses)
     if(NOT uses)
         set(uses "[A-Z_]+")

@@ -21,6 +21,7 @@ public:
         type_ = *tlvmsg_descriptor_acme_fan_speed();
         type_.name = name_.c_str();
         type_.tag = tag;
+        type_.operations = nullptr; // they would write the tag of the type that they were generated for
         family = {TLVMSG_VERSION, name_.c_str(), &types_, 1, &types_, 1, nullptr};
     }
     Family(const Family &) = delete;

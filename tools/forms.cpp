@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include <memory>
 #include <new>
 #include <unistd.h>
 
@@ -23,6 +24,8 @@ namespace {
     }
     throw Failure(status, fmt::format("{}: {}", place, fault.message));
 }
+
+constexpr tlvmsg_json_options type_layout{2, 0, {}};
 
 template <class T>
 T value_of(result<T, text_fault> made) {
@@ -86,6 +89,18 @@ std::string to_json(const any_record &record, unsigned indent, unsigned level) {
     options.indent = indent;
     options.level = level;
     return value_of(tlvmsg::to_json(record, options));
+}
+
+std::string type_json(const tlvmsg_type *type) { return value_of(type_to_json(*type, type_layout)); }
+
+std::string types_json(const std::vector<const tlvmsg_type *> &types) {
+    text_fault fault;
+    const std::unique_ptr<tlvmsg_type_set, void (*)(tlvmsg_type_set *)> set(
+        tlvmsg_type_set_new(types.data(), types.size(), &fault), tlvmsg_type_set_free);
+    if (set == nullptr) {
+        fail(fault, fault.path);
+    }
+    return value_of(types_to_json(set.get(), type_layout));
 }
 
 any_record from_json(const tlvmsg_type *type, std::string_view text) {

@@ -29,6 +29,10 @@ std::string partial_json(const tlvmsg_type *type, std::span<const uint8_t> bytes
 // Spaces a level, or 0 for one line; `level` is how deep in another text it will stand.
 std::string to_json(const any_record &record, unsigned indent, unsigned level = 0);
 
+// The type, or an array of the types by name.
+std::string type_json(const tlvmsg_type *type);
+std::string types_json(const std::vector<const tlvmsg_type *> &types);
+
 // Throws Failure(exit_malformed) that begins with the place.
 any_record from_json(const tlvmsg_type *type, std::string_view text);
 

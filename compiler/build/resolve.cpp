@@ -74,6 +74,7 @@ private:
         family.sections.push_back(&section);
         section.named = unit.named;
         section.shipped = unit.shipped;
+        section.file = file;
         const bool speaks_for_family = unit.canonical.filename() == "family.tlv";
         (speaks_for_family ? family.doc : section.doc) = unit.syntax.doc.lines;
         for (const Declaration &declaration : unit.syntax.declarations) {

@@ -19,8 +19,9 @@ void check_sizes(const Resolution &resolution, Diagnostics &faults);
 // Refuses tags of the library in named files, whose families are to be used beside it.
 void check_own_tags(const Schema &schema, Diagnostics &faults);
 
-// Finds what is allowed and yet hardly meant, in the files that were named.
-void find_warnings(const Schema &schema, const Library &library, Diagnostics &warnings);
+// Finds what is allowed and yet hardly meant, and not silenced, in the files that were named.
+void find_warnings(const Schema &schema, const Sources &sources, const Library &library,
+                   Diagnostics &warnings);
 
 // The parts of check().
 void check_declarations(const Resolution &resolution, Diagnostics &faults); // each for itself

@@ -1,4 +1,5 @@
 #include "compiler/checks/checks.h"
+#include "compiler/checks/silences.h"
 #include "compiler/language/system_names.h"
 #include "compiler/model/names.h"
 #include "compiler/model/references.h"
@@ -50,18 +51,7 @@ void check_system_names(const Type &type, Diagnostics &warnings) {
     }
 }
 
-} // namespace
-
-void check_own_tags(const Schema &schema, Diagnostics &faults) {
-    for (const Type &type : schema.types) {
-        const bool own = type.section != nullptr && type.section->named && !type.section->shipped;
-        if (own && has_tag(type) && type.tag < wire::first_own_tag) {
-            faults.report(fault::library_tag, type.span, type.tag);
-        }
-    }
-}
-
-void find_warnings(const Schema &schema, const Library &library, Diagnostics &warnings) {
+void find_all(const Schema &schema, const Library &library, Diagnostics &warnings) {
     std::set<const Type *> used;
     for (const Type &type : schema.types) {
         for (const Reference &each : references(type)) {
@@ -89,6 +79,31 @@ void find_warnings(const Schema &schema, const Library &library, Diagnostics &wa
             warnings.report(fault::undocumented_type, type.span, type.name);
         }
     }
+}
+
+} // namespace
+
+void check_own_tags(const Schema &schema, Diagnostics &faults) {
+    for (const Type &type : schema.types) {
+        const bool own = type.section != nullptr && type.section->named && !type.section->shipped;
+        if (own && has_tag(type) && type.tag < wire::first_own_tag) {
+            faults.report(fault::library_tag, type.span, type.tag);
+        }
+    }
+}
+
+void find_warnings(const Schema &schema, const Sources &sources, const Library &library,
+                   Diagnostics &warnings) {
+    Diagnostics found;
+    find_all(schema, library, found);
+    std::vector<uint32_t> files;
+    for (const Section &each : schema.sections) {
+        if (each.named) {
+            files.push_back(each.file);
+        }
+    }
+    apply_silences(sources, files, found);
+    warnings.append(found);
 }
 
 } // namespace tlvc

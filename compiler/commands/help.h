@@ -53,6 +53,36 @@ inline const Help interface = {
      "64 bits, with 32, and on i386. tlvc compare reads it like a schema."},
     {{"tlvc interface relay/*.tlv > interface.txt", "what is promised from now on"}}};
 
+inline const Help describe = {
+    "Print the schema as one JSON document, for programs",
+    {"The document is an object of format, a number; families, by name, each with its documentation, the "
+     "families that "
+     "it uses, and its sections, one a schema file, with the names of their types; and types: the scalars, "
+     "then "
+     "those of each family, every type behind those of its family that its record holds. Each family and "
+     "each type has a "
+     "line. What is imported is there as well, in sections that say so.",
+     "A type has its documentation, kind and tag, or key; members, alternatives and selector, element and "
+     "capacity, "
+     "or "
+     "enumerators, as its kind has them; the least and the most bytes that it takes on the wire, and its "
+     "fingerprint; size, "
+     "alignment and offsets of its record under LP64, ILP32 and i386; its names in C; and its users, the "
+     "types that name "
+     "it. Types refer to each other by name. What does not apply is not there. A JSON Schema, installed as "
+     "share/tlvmsg/describe.schema.json, says of each key what it is, and which kinds have it.",
+     "Readers ignore keys that they do not know. While the number in format stays, keys are only added, and "
+     "none goes "
+     "or changes its meaning.",
+     "The library's own schema is installed in this form as share/tlvmsg/schema.json. tlv show --json, tlv "
+     "types --json "
+     "and tlvmsg_types_to_json of libtlvmsg_forms print what descriptors know of types under the same keys: "
+     "the layout is "
+     "that of their machine, and names in C, users and some other keys are missing."},
+    {{"tlvc describe relay/*.tlv > relay.json", "all that there is to know of a family"},
+     {"tlvc describe relay/*.tlv | jq -r '.types[] | select(.kind == \"message\").name'",
+      "what the messages are called, also those of imported files"}}};
+
 inline const Help format = {
     "Bring schema files into the canonical form",
     {"Files are rewritten, standard input goes to standard output. Remarks and the "
@@ -94,10 +124,16 @@ inline const Help explain = {
     {},
     {{"tlvc explain T012", "what it means, and what to write instead"}, {"tlvc explain", "list the codes"}}};
 
-inline const Help lsp = {"Serve an editor, over standard input and output",
-                         {"The language server protocol: faults and warnings of families with open files, "
-                          "whenever you pause, sizes and "
-                          "wire format, definitions and formatting."},
-                         {{"tlvc lsp", "what an editor is told to start for files that end in .tlv"}}};
+inline const Help lsp = {
+    "Serve an editor, over standard input and output",
+    {"The language server protocol: faults and warnings of families with open files, "
+     "whenever you pause, and what mends them; sizes and wire format, definitions, references "
+     "and symbols; completion, which imports what it completes; rename and formatting.",
+     "References are found, and names changed, in the families that have open files and in what "
+     "these import: of other families open a file first. A rename is compiled before the editor has "
+     "it: none leads to faults, and none is made while there are others. One that would change a file "
+     "that cannot be written is refused, and outside the client's workspace one of the library's files, "
+     "or one that is not beside an open one."},
+    {{"tlvc lsp", "what an editor is told to start for files that end in .tlv"}}};
 
 } // namespace tlvc::help

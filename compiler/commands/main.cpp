@@ -1,11 +1,14 @@
 // The command line of the schema compiler.
 #include "base/ascii.h"
 #include "base/files.h"
+#include "base/json.h"
 #include "cli/terminal.h"
 #include "compiler/build/compile.h"
 #include "compiler/checks/checks.h"
+#include "compiler/commands/chosen_codes.h"
 #include "compiler/commands/help.h"
 #include "compiler/compare/compile_any.h"
+#include "compiler/compare/exceptions.h"
 #include "compiler/compare/report.h"
 #include "compiler/compare/shared_files.h"
 #include "compiler/emit/emit.h"
@@ -13,9 +16,11 @@
 #include "compiler/language/parser.h"
 #include "compiler/lsp/lsp.h"
 #include "compiler/model/attributes.h"
+#include "compiler/text/corrections.h"
 #include "compiler/text/reporter.h"
 
 #include <csignal>
+#include <deque>
 #include <filesystem>
 #include <iostream>
 #include <unistd.h>
@@ -32,50 +37,78 @@ struct Side {
     ImportPath import_path;
 };
 
+// A change from one schema to another.
+struct Compared {
+    Sources old_sources;
+    Sources new_sources;
+    std::vector<Finding> findings;
+};
+
+enum class OutputFormat { Text, Json, Github };
+
 // The options of the command line; each command reads its part.
 struct Options {
     std::vector<std::string> files;
     ImportPath import_path;
-    bool as_json = false;
-    bool warn = false;
+    OutputFormat output = OutputFormat::Text;
+    Codes warnings;
     bool strict = false;
+    bool fix = false;
     std::string directory;
     std::string stamp;
     bool library = false;
     bool check_only = false;
     Side before;
     Side after;
+    std::vector<std::string> more_sides;
+    std::string exceptions;
     Selection selection{Nothing};
     std::vector<std::string> codes;
 };
 
 void show(const Diagnostics &faults, const Sources &sources, const Options &options = {}) {
-    if (options.as_json) {
-        print(render_json(faults, sources));
-    } else {
-        fmt::print(stderr, "{}", render(faults, sources, Paint(STDERR_FILENO).is_on()));
+    switch (options.output) {
+    case OutputFormat::Text:
+        return fmt::print(stderr, "{}", render(faults, sources, Paint(STDERR_FILENO).is_on()));
+    case OutputFormat::Json:
+        return print(render_json(faults, sources));
+    case OutputFormat::Github:
+        return print(render_github(faults, sources));
     }
 }
 
-// A schema that is only described may be that of another library.
+// Finds what the command line asks for, beside the faults of loading. A schema that is only described may be that of
+// another library.
+std::unique_ptr<const Schema> compile_and_judge(const tlvc::Program &program, const Options &options,
+                                                const Library &library, const Sources &sources,
+                                                Diagnostics &faults, bool described) {
+    auto schema = compile(program, library, faults);
+    if (schema && !described && !options.library) {
+        check_own_tags(*schema, faults);
+    }
+    if (schema && (!options.warnings.empty() || options.strict)) {
+        find_warnings(*schema, sources, library, faults);
+    }
+    faults.leave_out([&](const Diagnostic &each) {
+        return each.severity == Severity::Warning && !options.warnings.empty() &&
+               !options.warnings.contains(each.fault->code);
+    });
+    if (options.strict) {
+        faults.refuse_warnings();
+    }
+    return schema;
+}
+
 std::unique_ptr<const Schema> compile_and_show(const Options &options, const Library &library,
                                                Sources &sources, bool described) {
     Diagnostics faults;
     std::unique_ptr<const Schema> schema;
     try {
-        schema = compile(options.files, sources, faults, library, options.import_path);
+        const tlvc::Program program = load(options.files, sources, faults, library, options.import_path);
+        schema = compile_and_judge(program, options, library, sources, faults, described);
     } catch (const IoError &) {
         show(faults, sources, options); // those of the files before
         throw;
-    }
-    if (schema && !described && !options.library) {
-        check_own_tags(*schema, faults);
-    }
-    if (schema && (options.warn || options.strict)) {
-        find_warnings(*schema, library, faults);
-    }
-    if (options.strict) {
-        faults.refuse_warnings();
     }
     show(faults, sources, options);
     return faults.any() ? nullptr : std::move(schema);
@@ -115,7 +148,37 @@ int generate(const Options &options) {
     return exit_fine;
 }
 
+// Corrects the named files. False if there was nothing to correct.
+bool fix_once(const Options &options, const Library &library) {
+    Sources sources;
+    Diagnostics faults;
+    const tlvc::Program program = load(options.files, sources, faults, library, options.import_path);
+    compile_and_judge(program, options, library, sources, faults, false);
+    std::set<uint32_t> named;
+    for (uint32_t file = 0; file < program.units.size(); ++file) {
+        if (program.units[file].named) {
+            named.insert(file);
+        }
+    }
+    const auto texts = correct(faults, sources, named);
+    for (const auto &[file, corrected] : texts) {
+        const std::string &path = sources.path(file);
+        const std::string before = read_file(path);
+        const std::string mark = before.substr(0, before.size() - without_mark(before).size());
+        replace_file(path, mark + corrected.text);
+        complain(fmt::format("tlvc: {}: {} mended", path, corrected.mended));
+    }
+    return !texts.empty();
+}
+
 int check_files(const Options &options) {
+    if (options.fix && std::ranges::find(options.files, "-") != options.files.end()) {
+        throw Failure(exit_usage, "--fix changes files, and '-' is none");
+    }
+    constexpr int most_rounds = 20; // since mending one fault can show another
+    for (int round = 0; options.fix && round < most_rounds && fix_once(options, installed_library());) {
+        ++round;
+    }
     Sources sources;
     return compile_and_show(options, installed_library(), sources, false) ? exit_fine : exit_found;
 }
@@ -133,6 +196,11 @@ int print_of_schema(const Options &options, Text text_of) {
 int print_interface(const Options &options) {
     return print_of_schema(options,
                            [](const Schema &schema, const Library &) { return emit_interface(schema); });
+}
+
+int print_description(const Options &options) {
+    return print_of_schema(options,
+                           [](const Schema &schema, const Library &) { return emit_description(schema); });
 }
 
 int print_tags(const Options &options) { return print_of_schema(options, list_tags); }
@@ -187,30 +255,80 @@ std::unique_ptr<const Schema> compile_side(const Side &side, const Library &libr
     return schema;
 }
 
-// Exits as diff does: 1 for what differs, 2 for trouble.
-int compare_schemas(const Options &options) try {
-    Sources old_sources;
-    Sources new_sources;
-    const Library library = installed_library();
-    const auto before = compile_side(options.before, library, old_sources);
-    const auto after = compile_side(options.after, library, new_sources);
+// False if one of them is no schema.
+bool compare_sides(const Side &old_side, const Side &new_side, const Library &library, Compared &compared) {
+    const auto before = compile_side(old_side, library, compared.old_sources);
+    const auto after = compile_side(new_side, library, compared.new_sources);
     if (!before || !after) {
-        return exit_usage;
+        return false;
     }
     const auto tells_families = [](const Side &side, const Schema &schema) {
         const bool is_interface = std::ranges::none_of(schema.sections, &Section::named);
         return is_interface || std::filesystem::is_directory(side.path);
     };
-    const bool families = tells_families(options.before, *before) && tells_families(options.after, *after);
+    const bool families = tells_families(old_side, *before) && tells_families(new_side, *after);
+    compared.findings = shared_files(compared.old_sources, compared.new_sources);
+    std::ranges::move(compare(*before, *after, families), std::back_inserter(compared.findings));
+    return true;
+}
+
+// Leaves out what the file of exceptions allows; what is wrong with that file comes last.
+void apply_exceptions(const std::string &path, std::deque<Compared> &all) {
+    Compared own;
+    const uint32_t file = own.new_sources.add(path, read_file(path));
+    Exceptions exceptions(own.new_sources, file);
+    for (Compared &each : all) {
+        exceptions.apply(each.findings);
+    }
+    own.findings = exceptions.at_fault();
+    all.push_back(std::move(own));
+}
+
+void show(const std::deque<Compared> &all, OutputFormat output) {
+    auto json = nlohmann::ordered_json::array();
+    for (const Compared &each : all) {
+        const ComparedSources sources{each.old_sources, each.new_sources};
+        for (auto &finding : json_of(each.findings, sources)) {
+            json.push_back(std::move(finding));
+        }
+        print(output == OutputFormat::Text     ? render(each.findings, sources)
+              : output == OutputFormat::Github ? render_github(each.findings, sources)
+                                               : "");
+    }
+    print(output == OutputFormat::Json ? json_text(json, 2) + "\n" : "");
+}
+
+// Exits as diff does: 1 for what differs, 2 for trouble.
+int compare_schemas(const Options &options) try {
+    const Library library = installed_library();
+    std::vector<std::string> paths{options.before.path, options.after.path};
+    paths.insert(paths.end(), options.more_sides.begin(), options.more_sides.end());
+    if (paths.size() % 2 != 0) {
+        throw Failure(exit_usage, fmt::format("'{}' is OLD, and its NEW is missing", paths.back()));
+    }
+    std::deque<Compared> all;
+    bool compiled = true;
+    for (size_t i = 0; i < paths.size(); i += 2) {
+        compiled &= compare_sides({paths[i], options.before.import_path},
+                                  {paths[i + 1], options.after.import_path}, library, all.emplace_back());
+    }
+    if (!compiled) {
+        return exit_usage;
+    }
+    if (!options.exceptions.empty()) {
+        apply_exceptions(options.exceptions, all);
+    }
     Selection selection = options.selection;
     selection.levels = selection.levels == Nothing ? all_levels : selection.levels;
-    selection.safe |= options.as_json;
-    std::vector<Finding> findings = shared_files(old_sources, new_sources);
-    std::ranges::move(select(compare(*before, *after, families), selection), std::back_inserter(findings));
-    const ComparedSources sources{old_sources, new_sources};
-    print(options.as_json ? render_json(findings, sources) : render(findings, sources));
-    const auto breaks = [](const Finding &each) { return each.levels != Nothing; };
-    return std::any_of(findings.begin(), findings.end(), breaks) ? exit_found : exit_fine;
+    selection.safe |= options.output == OutputFormat::Json;
+    for (Compared &each : all) {
+        each.findings = select(std::move(each.findings), selection);
+    }
+    show(all, options.output);
+    const auto is_closed = [](const Compared &each) {
+        return std::ranges::any_of(each.findings, is_refused);
+    };
+    return std::ranges::any_of(all, is_closed) ? exit_found : exit_fine;
 } catch (const std::exception &error) {
     throw Failure(exit_usage, error.what());
 }
@@ -247,7 +365,9 @@ int explain(const Options &options) {
 }
 
 Candidates candidates(const std::string &type_name, const std::vector<std::string> &) {
-    Candidates codes = type_name == "CODE" ? explanations() : Candidates();
+    const bool of_warnings = type_name == "[CODE,...]";
+    Candidates codes = type_name == "CODE" || of_warnings ? explanations() : Candidates();
+    std::erase_if(codes, [=](const auto &each) { return of_warnings && !each.first.starts_with('W'); });
     for (auto &[code, text] : codes) {
         text = text.substr(code.size() + 2, text.find('\n') - code.size() - 2);
     }
@@ -265,6 +385,12 @@ void add_compare_options(CLI::App *command, Options &options) {
     const char *const side = "Schema file, directory of them, or what 'tlvc interface' printed";
     command->add_option("OLD", options.before.path, side)->type_name("FILE")->required();
     command->add_option("NEW", options.after.path, side)->type_name("FILE")->required();
+    command
+        ->add_option("MORE", options.more_sides,
+                     "Further schemas to compare, each OLD with the NEW behind it")
+        ->type_name("FILE");
+    command->add_option("--exceptions", options.exceptions, "File of changes that are allowed")
+        ->type_name("FILE");
     add_import_path(command, "--old-import", options.before.import_path,
                     "Directory below which imports of OLD are looked for");
     add_import_path(command, "--new-import", options.after.import_path, "The same for imports of NEW");
@@ -279,6 +405,19 @@ void add_compare_options(CLI::App *command, Options &options) {
         ->group(""); // as no other command, whose users try it here
 }
 
+// The words of the command line, in which --warn has the value that may be left out.
+std::vector<std::string> with_value_of_warn(int argc, char **argv) {
+    std::vector<std::string> words(argv, argv + argc);
+    const bool complete = argc > 1 && words[1] == "--complete"; // words that may be no command line yet
+    const auto end = std::ranges::find(words, "--");
+    for (auto word = words.begin(); word != end && !complete; ++word) {
+        if (*word == "--warn" && (word + 1 == end || !is_list_of_codes(word[1]))) {
+            *word = "--warn=all";
+        }
+    }
+    return words;
+}
+
 int run(int argc, char **argv) {
     Cli cli(
         {"tlvc", TLVC_VERSION, help::program, help::exit_meanings, {"tlv(1)", "tlv-schema(5)"}, candidates});
@@ -289,6 +428,7 @@ int run(int argc, char **argv) {
     CLI::App *const check_command = add("check", help::check, check_files);
     CLI::App *const generate_command = add("generate", help::generate, generate);
     CLI::App *const interface_command = add("interface", help::interface, print_interface);
+    CLI::App *const describe_command = add("describe", help::describe, print_description);
     CLI::App *const format_command = add("format", help::format, format_files);
     CLI::App *const tags_command = add("tags", help::tags, print_tags);
     CLI::App *const compare_command = add("compare", help::compare, compare_schemas);
@@ -301,8 +441,8 @@ int run(int argc, char **argv) {
         "--stdio", [] {}, "What it does anyway; many editors say so");
     cli.add_help();
 
-    for (CLI::App *command :
-         {check_command, generate_command, interface_command, format_command, tags_command}) {
+    for (CLI::App *command : {check_command, generate_command, interface_command, describe_command,
+                              format_command, tags_command}) {
         command->add_option("FILE", options.files, "Schema files, directories of them, or -")
             ->type_name("FILE")
             ->required();
@@ -317,24 +457,41 @@ int run(int argc, char **argv) {
     generate_command->add_flag("--library", options.library,
                                "The whole library: also what is of all families together");
     for (CLI::App *command : {check_command, generate_command}) {
-        command->add_flag("--warn", options.warn, "Tell also what is allowed, and yet hardly meant");
+        add_argument(command, "--warn",
+                     "Tell also what is allowed, and yet hardly meant: all of it, or these codes, or, as in "
+                     "-W003, all but these",
+                     "is no list of warnings' codes",
+                     [&](const std::string &list) { return choose(list, options.warnings); })
+            ->type_name("[CODE,...]")
+            ->take_all()
+            ->allow_extra_args(false);
         command->add_flag("--strict", options.strict, "The same, as faults");
     }
+    check_command->add_flag("--fix", options.fix,
+                            "First correct in these files what there is no doubt about");
     format_command->add_flag("--check", options.check_only,
                              "Change nothing, but name the files that would change");
     add_compare_options(compare_command, options);
     for (CLI::App *command : {check_command, generate_command, compare_command}) {
-        add_choice(command, "--format", options.as_json, {{"text", false}, {"json", true}},
-                   "json: an array on standard output");
+        add_choice(
+            command, "--format", options.output,
+            {{"text", OutputFormat::Text}, {"json", OutputFormat::Json}, {"github", OutputFormat::Github}},
+            "json: an array on standard output; github: commands by which its code reviews show each at "
+            "its place");
     }
     explain_command->add_option("CODE", options.codes, "Such as T012; without it, all are listed")
         ->type_name("CODE");
 
     for (CLI::App *command :
-         {check_command, generate_command, interface_command, tags_command, lsp_command}) {
+         {check_command, generate_command, interface_command, describe_command, tags_command, lsp_command}) {
         add_import_path(command, "-I", options.import_path, "Directory below which imports are looked for");
     }
-    const int status = cli.run(argc, argv);
+    std::vector<std::string> words = with_value_of_warn(argc, argv);
+    std::vector<char *> pointers;
+    for (std::string &each : words) {
+        pointers.push_back(each.data());
+    }
+    const int status = cli.run(argc, pointers.data());
     finish_output();
     return status;
 }

@@ -180,7 +180,7 @@ every field stays at its offset and the union begins its structure, which its fu
 
 inline constexpr Rule attribute_changed{
     "C016", Wire, "attribute changed", "the sides read damaged elements differently",
-    "@zero_count and @end_by_length decide what is read where an element is absent or not what it should be.",
+    "Attributes decide what is read where an element is absent or not what it should be.",
     {"struct s = 2001 { uint8 count  names names }  dynamic bytes names counted by uint8",
      "struct s = 2001 { uint8 count  names names @zero_count }  dynamic bytes names counted by uint8",
      "dynamic bytes names counted by uint8  struct s = 2001 { uint8 count  names names }"}};
@@ -288,8 +288,18 @@ changed since OLD was released, say with --old-import where the old ones are, an
 ones are. What 'tlvc interface' printed has no imports: it holds all types that it needs.
 )"};
 
+// Nor this, but a line of the file of exceptions.
+inline constexpr Rule exception_idle{
+    "C033", Nothing, "exception that applies to nothing", "what it is to allow is not told",
+    R"(
+A line of the file that --exceptions names allows one change that breaks something: the rule's code, the type or
+TYPE.MEMBER as compare names it, and the reason. One that fits no change any more would hide the next one: remove it.
+
+    C016 fan_status.flags no receiver of 1.2 has ever looked at it
+)"};
+
 inline constexpr Rule key_changed{
-    "C029", Wire, "key of a message changed", "receivers know it by its key, and take it for another or for none",
+    "C034", Wire, "key of a message changed", "receivers know it by its key, and take it for another or for none",
     "Old peers go on sending the old key. A key belongs to its message for good, and another message has another "
     "one. To add a key breaks nothing.",
     {"enum e = 2001  message m key 17 { e x }",
@@ -304,6 +314,6 @@ inline constexpr const Rule *rules[] = {
     &message_extended,   &order_changed,    &type_changed,    &name_changed,     &record_changed,
     &attribute_changed,  &room_grown,       &room_shrunk,     &enumerator_added, &enumerator_removed,
     &enumerator_renamed, &enumerator_value, &choice_added,    &choice_inserted,  &choice_removed,
-    &choice_changed,     &member_filled,    &file_shared,     &key_changed};
+    &choice_changed,     &member_filled,    &file_shared,     &exception_idle,   &key_changed};
 
 } // namespace tlvc

@@ -316,6 +316,14 @@ private:
 
 } // namespace
 
+std::string name_of(const Finding &finding) {
+    return finding.type + (finding.member.empty() ? "" : "." + finding.member);
+}
+
+bool is_refused(const Finding &finding) {
+    return finding.levels != Nothing || finding.rule == &exception_idle;
+}
+
 std::vector<Finding> compare(const Schema &before, const Schema &after, bool families_count) {
     return Comparison(before, after, families_count).run();
 }

@@ -21,6 +21,12 @@ struct Finding {
     std::optional<Span> new_span; // in the new ones
 };
 
+// "type" or "type.member".
+std::string name_of(const Finding &finding);
+
+// True where a gate has to close: something breaks, or an exception is none.
+bool is_refused(const Finding &finding);
+
 // Old types in their order, then new ones. Families may be called otherwise unless they count.
 std::vector<Finding> compare(const Schema &before, const Schema &after, bool families_count = true);
 

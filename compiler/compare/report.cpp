@@ -1,6 +1,5 @@
 #include "compiler/compare/report.h"
 
-#include "base/json.h"
 #include "compiler/text/reporter.h"
 
 #include <fmt/format.h>
@@ -12,22 +11,29 @@ namespace {
 
 using nlohmann::ordered_json;
 
-bool is_about_types(const Finding &finding) { return finding.rule != &file_shared; }
+bool is_about_types(const Finding &finding) {
+    return finding.rule != &file_shared && finding.rule != &exception_idle;
+}
 
 std::string message(const Finding &finding) {
-    if (!is_about_types(finding)) {
+    if (finding.rule == &exception_idle) {
+        return "this line allows no change: " + finding.effect;
+    }
+    if (finding.rule == &file_shared) {
         return "this file is read for OLD and for NEW; " + finding.effect;
     }
-    const std::string subject = finding.type + (finding.member.empty() ? "" : "." + finding.member);
     const std::string what = finding.was.empty()  ? "is new: " + finding.is
                              : finding.is.empty() ? "is gone: " + finding.was
                                                   : fmt::format("was {}, is {}", finding.was, finding.is);
-    return fmt::format("{}{}: {}; {}", subject, finding.in_message ? "" : " (in no message)", what,
+    return fmt::format("{}{}: {}; {}", name_of(finding), finding.in_message ? "" : " (in no message)", what,
                        finding.effect);
 }
 
 std::string_view severity(const Finding &finding) {
-    return !is_about_types(finding) ? "unknown" : finding.levels != Nothing ? "breaks" : "safe";
+    return finding.rule == &exception_idle ? "error"
+           : finding.rule == &file_shared  ? "unknown"
+           : finding.levels != Nothing     ? "breaks"
+                                           : "safe";
 }
 
 ordered_json or_null(const std::string &text) { return text.empty() ? ordered_json() : ordered_json(text); }
@@ -70,7 +76,21 @@ std::string render(const std::vector<Finding> &findings, const ComparedSources &
     return out;
 }
 
-std::string render_json(const std::vector<Finding> &findings, const ComparedSources &sources) {
+std::string render_github(const std::vector<Finding> &findings, const ComparedSources &sources) {
+    std::string out;
+    for (const Finding &each : findings) {
+        const std::string_view level = is_refused(each)       ? "error"
+                                       : is_about_types(each) ? "notice"
+                                                              : "warning";
+        const std::string title = fmt::format("{} {}{}", each.rule->code, severity(each),
+                                              each.levels != Nothing ? " " + names_of(each.levels) : "");
+        out += each.new_span ? github_line(level, *each.new_span, sources.after, title, message(each))
+                             : github_line(level, *each.old_span, sources.before, title, message(each));
+    }
+    return out;
+}
+
+ordered_json json_of(const std::vector<Finding> &findings, const ComparedSources &sources) {
     ordered_json all = ordered_json::array();
     for (const Finding &each : findings) {
         ordered_json &json = all.emplace_back(each.new_span ? json_place(*each.new_span, sources.after)
@@ -85,7 +105,7 @@ std::string render_json(const std::vector<Finding> &findings, const ComparedSour
         json["old"] = side(each.old_span, sources.before, each.was);
         json["new"] = side(each.new_span, sources.after, each.is);
     }
-    return tlvmsg::base::json_text(all, 2) + "\n";
+    return all;
 }
 
 std::string render(const Rule &rule) {

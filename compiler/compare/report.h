@@ -3,6 +3,8 @@
 #include "compiler/compare/compare.h"
 #include "compiler/text/source.h"
 
+#include <nlohmann/json_fwd.hpp>
+
 namespace tlvc {
 
 struct ComparedSources {
@@ -22,8 +24,11 @@ std::vector<Finding> select(std::vector<Finding> findings, const Selection &sele
 // Prints a line for each finding, and below it where the old type is.
 std::string render(const std::vector<Finding> &findings, const ComparedSources &sources);
 
+// Prints a command for each finding, by which a code review shows it at its place.
+std::string render_github(const std::vector<Finding> &findings, const ComparedSources &sources);
+
 // An array of objects.
-std::string render_json(const std::vector<Finding> &findings, const ComparedSources &sources);
+nlohmann::ordered_json json_of(const std::vector<Finding> &findings, const ComparedSources &sources);
 
 // The text that `tlvc explain` prints.
 std::string render(const Rule &rule);

@@ -20,6 +20,7 @@ GeneratedFiles emit_umbrellas(const Schema &schema); // include/tlvmsg/{all.h,bo
 GeneratedFiles emit_scalars(const Schema &schema);   // src/all_bounded.cpp
 GeneratedFiles emit_index(const Schema &schema);     // src/all_types.cpp
 GeneratedFiles emit_exports(const Schema &schema);   // src/tlvmsg.symbols, src/types.symbols
+GeneratedFiles emit_described(const Schema &schema); // share/tlvmsg/schema.json
 
 GeneratedFiles emit(const Schema &schema, Product product) {
     GeneratedFiles files;
@@ -34,7 +35,7 @@ GeneratedFiles emit(const Schema &schema, Product product) {
             }
         }
     }
-    for (auto *const emitter : {emit_umbrellas, emit_scalars, emit_index, emit_exports}) {
+    for (auto *const emitter : {emit_umbrellas, emit_scalars, emit_index, emit_exports, emit_described}) {
         if (product == Product::Library) {
             add(emitter(schema));
         }

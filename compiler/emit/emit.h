@@ -24,6 +24,9 @@ GeneratedFiles emit(const Schema &schema, Product product);
 // interface.txt: what the schema promises to its users, for people to review.
 std::string emit_interface(const Schema &schema);
 
+// schema.json: all that is known of the schema, for programs. tlvc-describe(1) says what it promises.
+std::string emit_description(const Schema &schema);
+
 // Every tag that a type can have, as ranges of free ones and of those that the schema or the library uses.
 std::string list_tags(const Schema &schema, const Library &library);
 

@@ -130,29 +130,31 @@ std::string prototypes(const Type &type) {
                        record);
 }
 
+std::string value(Constant what, const Type &type) {
+    switch (what) {
+    case Constant::Tag:
+        return std::to_string(type.tag);
+    case Constant::Capacity:
+        return std::to_string(type.capacity);
+    case Constant::Fingerprint:
+        return fmt::format("UINT64_C({})", spelled_fingerprint(type));
+    case Constant::Key:
+        return fmt::format("UINT32_C({})", type.key.value_or(0));
+    case Constant::MinSize:
+        return std::to_string(type.min_size);
+    case Constant::Size:
+    case Constant::MaxSize:
+        return std::to_string(type.max_size);
+    }
+    return {};
+}
+
 std::string constants(const Type &type) {
-    const auto define = [](const std::string &name, const auto &value) {
-        return fmt::format("#define {} {}\n", name, value);
-    };
     std::string text;
-    if (has_tag(type)) {
-        text += define(names::constant(Constant::Tag, type), type.tag);
+    for (const Constant each : names::constants(type)) {
+        text += fmt::format("#define {} {}\n", names::constant(each, type), value(each, type));
     }
-    if (type.capacity != 0) {
-        text += define(names::constant(Constant::Capacity, type), type.capacity);
-    }
-    if (type.key) {
-        text += define(names::constant(Constant::Key, type), fmt::format("UINT32_C({})", *type.key));
-    }
-    if (type.kind == Kind::Message) {
-        text += define(names::constant(Constant::Fingerprint, type),
-                       fmt::format("UINT64_C({})", spelled_fingerprint(type)));
-    }
-    if (type.fixed_size()) {
-        return text + define(names::constant(Constant::Size, type), type.max_size);
-    }
-    return text + define(names::constant(Constant::MinSize, type), type.min_size) +
-           define(names::constant(Constant::MaxSize, type), type.max_size);
+    return text;
 }
 
 std::string enumerators(const Type &type) {

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <charconv>
 #include <set>
+#include <unistd.h>
 
 namespace tlvc::lsp {
 
@@ -67,6 +68,13 @@ std::string uri_of(const fs::path &path) {
     return uri;
 }
 
+} // namespace
+
+JsonValue range(const Sources &sources, Span span) {
+    return {{"start", position(sources, span.file, span.begin)},
+            {"end", position(sources, span.file, span.end)}};
+}
+
 JsonValue diagnostic(const Documents &documents, const Analysis &analysis, const Diagnostic &fault) {
     std::string message = fault.message;
     for (const std::string &help : fault.helps) {
@@ -82,13 +90,6 @@ JsonValue diagnostic(const Documents &documents, const Analysis &analysis, const
             {"source", "tlvc"},
             {"message", std::move(message)},
             {"relatedInformation", std::move(notes)}};
-}
-
-} // namespace
-
-JsonValue range(const Sources &sources, Span span) {
-    return {{"start", position(sources, span.file, span.begin)},
-            {"end", position(sources, span.file, span.end)}};
 }
 
 // Places behind the end of a line mean its end; places behind the last line mean the end of the text.
@@ -189,14 +190,14 @@ std::vector<std::string> Documents::files_of_family(const fs::path &family) cons
     return {files.begin(), files.end()};
 }
 
-void Documents::analyse(const fs::path &family, Analysis &analysis) const {
+void Documents::analyse(const fs::path &family, Analysis &analysis, const OpenTexts &texts) const {
     try {
         analysis.program =
-            load(files_of_family(family), analysis.sources, analysis.faults, library_, import_path_, texts_);
+            load(files_of_family(family), analysis.sources, analysis.faults, library_, import_path_, texts);
         analysis.schema = compile(analysis.program, library_, analysis.faults);
         if (analysis.schema) {
             check_own_tags(*analysis.schema, analysis.faults);
-            find_warnings(*analysis.schema, library_, analysis.faults);
+            find_warnings(*analysis.schema, analysis.sources, library_, analysis.faults);
         }
     } catch (const tlvmsg::base::IoError &error) {
         analysis.failure = error.what();
@@ -210,9 +211,67 @@ Analysis &Documents::refreshed(const fs::path &family) {
     if (analysis.stale) {
         analysis = {};
         analysis.stale = false;
-        analyse(family, analysis);
+        analyse(family, analysis, texts_);
     }
     return analysis;
+}
+
+void Documents::add_folder(const std::string &uri) {
+    if (const fs::path path = path_of(uri); !path.empty()) {
+        folders_.push_back(path);
+    }
+}
+
+// The schema of the library is left alone wherever it is opened from, unless it is what the client works on.
+std::string Documents::why_untouchable(const Unit &unit) const {
+    const fs::path &path = unit.canonical;
+    const auto has_file = [&](const fs::path &folder) {
+        const fs::path relative = path.lexically_relative(folder);
+        return !relative.empty() && *relative.begin() != "..";
+    };
+    const auto is_beside = [&](const auto &each) {
+        return each.second.path == path || each.second.family == path.parent_path();
+    };
+    if (std::ranges::none_of(folders_, has_file)) {
+        if (unit.shipped) {
+            return fmt::format("'{}' belongs to the library", path.string());
+        }
+        if (std::ranges::none_of(open_, is_beside)) {
+            return fmt::format("'{}' is neither in the workspace nor beside an open file", path.string());
+        }
+    }
+    std::error_code error;
+    const bool fixed = fs::exists(path, error) && access(path.c_str(), W_OK) != 0;
+    return fixed ? fmt::format("'{}' cannot be written", path.string()) : "";
+}
+
+std::vector<const Analysis *> Documents::families() {
+    std::set<const Analysis *> found;
+    for (const auto &[uri, open] : open_) {
+        found.insert(&refreshed(open.family));
+    }
+    return {found.begin(), found.end()};
+}
+
+std::string Documents::error_with(const OpenTexts &texts) {
+    OpenTexts all = texts;
+    all.insert(texts_.begin(), texts_.end());
+    for (const auto &[family, analysis] : analyses_) {
+        Analysis trial;
+        if (std::ranges::any_of(analysis.program.units,
+                                [&](const Unit &each) { return texts.contains(each.canonical); })) {
+            analyse(family, trial, all);
+        }
+        for (const Diagnostic &fault : trial.faults.in_file_order()) {
+            if (fault.severity == Severity::Error) {
+                return fmt::format("{}: {}", trial.sources.place(fault.span), fault.message);
+            }
+        }
+        if (!trial.failure.empty()) {
+            return trial.failure;
+        }
+    }
+    return "";
 }
 
 Document Documents::find(const std::string &uri) {

@@ -47,7 +47,22 @@ public:
     void remove(const std::string &uri);
     void files_have_changed(); // on disk
 
+    const Library &library() const { return library_; }
+    const ImportPath &import_path() const { return import_path_; }
+
     bool is_open(const std::string &uri) const { return open_.contains(uri); }
+
+    // Directories whose files the client works on, besides those of open documents.
+    void add_folder(const std::string &uri);
+
+    // Why the file of a unit is not to be edited; empty if it may be.
+    std::string why_untouchable(const Unit &unit) const;
+
+    // The families that have open documents.
+    std::vector<const Analysis *> families();
+
+    // The first error, with its place, of families that read files which are to have these texts; empty if there is none.
+    std::string error_with(const OpenTexts &texts);
 
     // Throws the reason, an IoError, if a file cannot be read. The document must be open.
     Document find(const std::string &uri);
@@ -69,14 +84,17 @@ private:
     const std::vector<std::pair<std::string, JsonValue>> &diagnostics_of(Analysis &analysis) const;
     std::vector<std::string> files_of_family(const std::filesystem::path &family) const;
     Analysis &refreshed(const std::filesystem::path &family);
-    void analyse(const std::filesystem::path &family, Analysis &analysis) const;
+    void analyse(const std::filesystem::path &family, Analysis &analysis, const OpenTexts &texts) const;
 
     const Library &library_;
     ImportPath import_path_;
+    std::vector<std::filesystem::path> folders_;
     OpenTexts texts_;
     std::map<std::string, Open> open_;                   // by URI
     std::map<std::filesystem::path, Analysis> analyses_; // by the family
     size_t unfiled_ = 0;                                 // documents so far that are no files
 };
+
+JsonValue diagnostic(const Documents &documents, const Analysis &analysis, const Diagnostic &fault);
 
 } // namespace tlvc::lsp

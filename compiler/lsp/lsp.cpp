@@ -3,8 +3,11 @@
 #include "base/files.h"
 #include "compiler/language/format.h"
 #include "compiler/language/parser.h"
-#include "compiler/lsp/documents.h"
+#include "compiler/lsp/actions.h"
+#include "compiler/lsp/completion.h"
 #include "compiler/lsp/messages.h"
+#include "compiler/lsp/rename.h"
+#include "compiler/lsp/symbols.h"
 #include "compiler/model/layout.h"
 #include "compiler/model/names.h"
 #include "compiler/model/wire_description.h"
@@ -42,58 +45,24 @@ uint64_t number_in(const JsonValue &params, const std::string &path) {
 
 std::string uri_in(const JsonValue &params) { return text_in(params, "/textDocument/uri"); }
 
-// Directly behind it too, where a cursor is that has just typed the name.
-bool covers(Span span, uint32_t offset) { return span.begin <= offset && offset <= span.end; }
-
-const syntax::Name *type_named_at(const syntax::File &file, uint32_t offset) {
-    for (const syntax::Declaration &each : file.declarations) {
-        std::vector<const syntax::Name *> names{&each.name, &each.element, &each.count, &each.selector};
-        if (each.enclosing) {
-            names.push_back(&*each.enclosing);
-        }
-        for (const syntax::Member &member : each.members) {
-            names.push_back(&member.type);
-        }
-        for (const syntax::Name *name : names) {
-            if (!name->text.empty() && covers(name->span, offset)) {
-                return name;
-            }
-        }
-    }
-    return nullptr;
-}
-
-const syntax::Declaration *declaration_of(const Program &program, std::string_view name) {
-    for (const Unit &unit : program.units) {
-        for (const syntax::Declaration &each : unit.syntax.declarations) {
-            if (each.name.text == name) {
-                return &each;
-            }
-        }
-    }
-    return nullptr;
-}
-
-// Markdown that reads well as plain text. Empty for a name that means nothing.
-std::string hover_text(const Analysis &analysis, std::string_view name) {
+// Markdown that reads well as plain text. Empty for a name that is no type's.
+std::string hover_text(const Analysis &analysis, const Mention &mention) {
     for (const wire::Scalar &each : wire::scalars) {
-        if (each.name == name) {
+        if (mention.names_type && each.name == mention.text) {
             return fmt::format("Scalar, {} in C.\n\nWire: tag {}, {} bytes.\n\nRecord: {} bytes.",
                                each.record, each.tag, wire::header_size + each.width, each.width);
         }
     }
-    const syntax::Declaration *const declaration = declaration_of(analysis.program, name);
-    if (declaration == nullptr) {
+    if (mention.type == nullptr) {
         return "";
     }
     const std::string text = fmt::format(
-        "```tlv\n{}\n```\n\n", analysis.sources.text(declaration->span)); // its documentation included
+        "```tlv\n{}\n```\n\n", analysis.sources.text(mention.type->span)); // its documentation included
     if (!analysis.schema) {
         return text + "Sizes are known when the faults are gone.";
     }
     const auto &types = analysis.schema->types;
-    const auto type =
-        std::find_if(types.begin(), types.end(), [&](const Type &each) { return each.name == name; });
+    const auto type = std::ranges::find(types, mention.text, &Type::name);
     const RecordLayout wide = Layouts(lp64).of(*type);
     const RecordLayout narrow = Layouts(ilp32).of(*type);
     return fmt::format(
@@ -204,13 +173,26 @@ private:
         write({{"method", method}, {"params", std::move(params)}});
     }
 
-    JsonValue initialize(const JsonValue & /*params*/) {
+    JsonValue initialize(const JsonValue &params) {
+        for (size_t i = 0;; ++i) {
+            const std::string path = fmt::format("/workspaceFolders/{}/uri", i);
+            if (!params.contains(JsonValue::json_pointer(path))) {
+                break;
+            }
+            documents_.add_folder(text_in(params, path));
+        }
         initialized_ = true;
         constexpr int full_texts = 1;
         return {{"capabilities",
                  {{"textDocumentSync", {{"openClose", true}, {"change", full_texts}, {"save", true}}},
                   {"hoverProvider", true},
                   {"definitionProvider", true},
+                  {"referencesProvider", true},
+                  {"renameProvider", {{"prepareProvider", true}}},
+                  {"completionProvider", {{"triggerCharacters", {"@", "\"", "/"}}}},
+                  {"documentSymbolProvider", true},
+                  {"workspaceSymbolProvider", true},
+                  {"codeActionProvider", {{"codeActionKinds", JsonValue::array({"quickfix"})}}},
                   {"documentFormattingProvider", true}}},
                 {"serverInfo", {{"name", "tlvc"}}}};
     }
@@ -232,15 +214,16 @@ private:
         }
     }
 
-    static uint32_t offset(const Document &document, const JsonValue &params) {
-        const uint64_t line = number_in(params, "/position/line");
-        return offset_of(document.text(), line, number_in(params, "/position/character"));
+    static uint32_t offset(const Document &document, const JsonValue &params,
+                           const std::string &path = "/position") {
+        const uint64_t line = number_in(params, path + "/line");
+        return offset_of(document.text(), line, number_in(params, path + "/character"));
     }
 
     JsonValue hover(const JsonValue &params) {
         const Document at = document(params);
-        const auto *const name = type_named_at(at.unit().syntax, offset(at, params));
-        const std::string text = name != nullptr ? hover_text(at.analysis, name->text) : "";
+        const std::optional<Mention> name = mention_at(at, offset(at, params));
+        const std::string text = name ? hover_text(at.analysis, *name) : "";
         const JsonValue contents = {{"kind", "markdown"}, {"value", text}};
         return text.empty() ? JsonValue() : JsonValue{{"contents", contents}};
     }
@@ -254,11 +237,55 @@ private:
                 return documents_.location(at.analysis, {found->second, 0, 0});
             }
         }
-        const auto *const name = type_named_at(at.unit().syntax, cursor);
-        const auto *const declaration =
-            name != nullptr ? declaration_of(at.analysis.program, name->text) : nullptr;
-        return declaration != nullptr ? documents_.location(at.analysis, declaration->name.span)
-                                      : JsonValue();
+        const std::optional<Mention> name = mention_at(at, cursor);
+        return name && name->is_declared() ? documents_.location(at.analysis, name->declared) : JsonValue();
+    }
+
+    JsonValue references(const JsonValue &params) {
+        const Document at = document(params);
+        const std::optional<Mention> name = mention_at(at, offset(at, params));
+        JsonValue places = JsonValue::array();
+        if (name && name->is_declared()) {
+            const bool all = params.value("/context/includeDeclaration"_json_pointer, true);
+            const JsonValue declaration = documents_.location(at.analysis, name->declared);
+            for (const auto &[file, uses] : uses_of(documents_, at.analysis, *name)) {
+                for (const auto &[begin, use] : uses) {
+                    const JsonValue place = documents_.location(*use.analysis, use.span);
+                    if (all || place != declaration) {
+                        places.push_back(place);
+                    }
+                }
+            }
+        }
+        return places;
+    }
+
+    JsonValue prepare_rename(const JsonValue &params) {
+        const Document at = document(params);
+        const Mention name = renamable(documents_, at, offset(at, params));
+        return {{"range", range(at.analysis.sources, name.span)}, {"placeholder", name.text}};
+    }
+
+    JsonValue rename(const JsonValue &params) {
+        const Document at = document(params);
+        return lsp::rename(documents_, at, offset(at, params), text_in(params, "/newName"));
+    }
+
+    JsonValue completion(const JsonValue &params) {
+        const Document at = document(params);
+        return lsp::completion(documents_, at, offset(at, params));
+    }
+
+    JsonValue document_symbol(const JsonValue &params) { return symbols_of(document(params)); }
+
+    JsonValue workspace_symbol(const JsonValue &params) {
+        return symbols_like(documents_, text_in(params, "/query"));
+    }
+
+    JsonValue code_action(const JsonValue &params) {
+        const Document at = document(params);
+        return quick_fixes(documents_, at, offset(at, params, "/range/start"),
+                           offset(at, params, "/range/end"));
     }
 
     // A file with faults of syntax stays as it is.
@@ -339,6 +366,13 @@ const std::map<std::string, Server::Method> Server::methods = {
     {"shutdown", &Server::shutdown},
     {"textDocument/hover", &Server::hover},
     {"textDocument/definition", &Server::definition},
+    {"textDocument/references", &Server::references},
+    {"textDocument/prepareRename", &Server::prepare_rename},
+    {"textDocument/rename", &Server::rename},
+    {"textDocument/completion", &Server::completion},
+    {"textDocument/documentSymbol", &Server::document_symbol},
+    {"textDocument/codeAction", &Server::code_action},
+    {"workspace/symbol", &Server::workspace_symbol},
     {"textDocument/formatting", &Server::formatting},
     {"textDocument/didOpen", &Server::opened},
     {"textDocument/didChange", &Server::changed},

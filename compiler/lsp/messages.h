@@ -17,7 +17,8 @@ struct Refusal : std::runtime_error {
     int code;
 };
 inline constexpr int not_json = -32700, invalid_request = -32600, method_not_found = -32601,
-                     invalid_params = -32602, internal_error = -32603, not_initialized = -32002;
+                     invalid_params = -32602, internal_error = -32603, request_failed = -32803,
+                     not_initialized = -32002;
 
 // The messages that arrive on a descriptor.
 class Messages {

@@ -16,11 +16,30 @@ RecordLayout number(const DataModel &model, uint64_t width) {
     return {width, std::min(width, model.alignment), {}};
 }
 
+bool is_or_holds(const Field &field, const std::string &name) {
+    return field.storage == Field::Storage::Alternatives
+               ? std::ranges::find(field.type->alternatives, name, &Alternative::name) !=
+                     field.type->alternatives.end()
+               : field.name == name;
+}
+
 } // namespace
 
 const RecordLayout &Layouts::of(const Type &type) {
     const auto known = known_.find(&type);
     return known != known_.end() ? known->second : known_[&type] = lay_out(type);
+}
+
+uint64_t Layouts::offset(const Type &record, const std::vector<std::string> &path) {
+    uint64_t offset = 0;
+    const Type *type = &record;
+    for (const std::string &step : path) {
+        const auto field =
+            std::ranges::find_if(type->fields, [&](const Field &each) { return is_or_holds(each, step); });
+        offset += of(*type).offsets[static_cast<size_t>(field - type->fields.begin())];
+        type = field->type;
+    }
+    return offset;
 }
 
 RecordLayout Layouts::lay_out(const Type &type) {

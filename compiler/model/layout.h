@@ -35,6 +35,9 @@ public:
     // The layout of a type's record; that of a number for a scalar or an enumeration.
     const RecordLayout &of(const Type &type);
 
+    // Of the field that the path leads to. Alternatives are steps, as fields are.
+    uint64_t offset(const Type &record, const std::vector<std::string> &path);
+
 private:
     RecordLayout lay_out(const Type &type);
     RecordLayout of_field(const Type &owner, const Field &field);

@@ -158,6 +158,7 @@ struct Section {
     Doc doc;              // the //! lines that open it
     bool named = false;   // by the user, not only by another file's import
     bool shipped = false; // with the library
+    uint32_t file = 0;    // in the Sources
     std::vector<const Type *> types;
 };
 

@@ -42,27 +42,42 @@ std::string size_operation(const Type &type) {
 std::string encode_operation(const Type &type) { return "encode_tlv_" + type.name; }
 std::string decode_operation(const Type &type) { return "decode_tlv_" + type.name; }
 
+std::string_view word(Constant what) {
+    switch (what) {
+    case Constant::Tag:
+        return "TAG";
+    case Constant::Size:
+        return "SIZE";
+    case Constant::MinSize:
+        return "MIN_SIZE";
+    case Constant::MaxSize:
+        return "MAX_SIZE";
+    case Constant::Capacity:
+        return "CAPACITY";
+    case Constant::Fingerprint:
+        return "FINGERPRINT";
+    case Constant::Key:
+        return "KEY";
+    }
+    return {};
+}
+
 std::string constant(Constant what, const Type &type) {
-    const auto word = [&]() -> std::string_view {
-        switch (what) {
-        case Constant::Tag:
-            return "TAG";
-        case Constant::Size:
-            return "SIZE";
-        case Constant::MinSize:
-            return "MIN_SIZE";
-        case Constant::MaxSize:
-            return "MAX_SIZE";
-        case Constant::Capacity:
-            return "CAPACITY";
-        case Constant::Fingerprint:
-            return "FINGERPRINT";
-        case Constant::Key:
-            return "KEY";
-        }
-        return {};
+    return fmt::format("TLVMSG_{}_{}", word(what), type.name);
+}
+
+std::vector<Constant> constants(const Type &type) {
+    std::vector<Constant> all;
+    const auto add = [&](bool has, std::initializer_list<Constant> constants) {
+        all.insert(all.end(), constants.begin(), has ? constants.end() : constants.begin());
     };
-    return fmt::format("TLVMSG_{}_{}", word(), type.name);
+    add(has_tag(type), {Constant::Tag});
+    add(type.capacity != 0, {Constant::Capacity});
+    add(type.key.has_value(), {Constant::Key});
+    add(type.kind == Kind::Message, {Constant::Fingerprint});
+    add(type.family != nullptr && type.fixed_size(), {Constant::Size});
+    add(type.family != nullptr && !type.fixed_size(), {Constant::MinSize, Constant::MaxSize});
+    return all;
 }
 
 std::string enumerator(const Type &enumeration, const Enumerator &enumerator) {

@@ -23,7 +23,18 @@ Report Report::help(std::string text) const {
     return *this;
 }
 
+Report Report::correct(Span place, std::string replacement) const {
+    if (Diagnostic *diagnostic = all_->kept(index_)) {
+        diagnostic->corrections.push_back({place, std::move(replacement)});
+    }
+    return *this;
+}
+
 Report Report::suggest(std::string_view name, const std::vector<std::string_view> &candidates) const {
+    const std::string_view certain = tlvmsg::base::one_slip_from(name, candidates);
+    if (const Diagnostic *diagnostic = all_->kept(index_); diagnostic != nullptr && !certain.empty()) {
+        correct(diagnostic->span, std::string(certain));
+    }
     return help(tlvmsg::base::did_you_mean(name, candidates));
 }
 
@@ -34,6 +45,14 @@ void Diagnostics::append(const Diagnostics &others) {
     for (size_t i = 0; i < counts_.size(); ++i) {
         counts_[i] += others.counts_[i];
     }
+}
+
+void Diagnostics::leave_out(const std::function<bool(const Diagnostic &)> &unwanted) {
+    std::erase_if(kept_, [&](const Diagnostic &each) {
+        const bool gone = unwanted(each);
+        counts_[static_cast<size_t>(each.severity)] -= gone ? 1 : 0;
+        return gone;
+    });
 }
 
 void Diagnostics::refuse_warnings() {

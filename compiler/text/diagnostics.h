@@ -6,11 +6,18 @@
 
 #include <array>
 #include <fmt/format.h>
+#include <functional>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
 namespace tlvc {
+
+// What a place in a text is to become.
+struct Correction {
+    Span span; // empty where something is only put in
+    std::string replacement;
+};
 
 struct Diagnostic {
     struct Note {
@@ -24,6 +31,7 @@ struct Diagnostic {
     std::string message;
     std::vector<Note> notes;
     std::vector<std::string> helps;
+    std::vector<Correction> corrections; // they mend the fault together; none where it is not certain how
 };
 
 class Diagnostics;
@@ -36,7 +44,10 @@ public:
     Report note(Span place, std::string text) const;
     // An empty help is none.
     Report help(std::string text) const;
-    // "did you mean 'x'?", if a candidate is near enough.
+    // One of the corrections that mend the fault together, where there is no doubt how.
+    Report correct(Span place, std::string replacement) const;
+    // "did you mean 'x'?", if a candidate is near enough; and a correction of the name, which is the place of the fault,
+    // where one alone is within a slip of it.
     Report suggest(std::string_view name, const std::vector<std::string_view> &candidates) const;
 
 private:
@@ -52,12 +63,13 @@ public:
         const size_t index = kept_.size();
         if (index < most_kept) {
             std::string message = fmt::vformat(fault.message, fmt::make_format_args(args...));
-            kept_.push_back({&fault, fault.severity(), span, std::move(message), {}, {}});
+            kept_.push_back({&fault, fault.severity(), span, std::move(message), {}, {}, {}});
         }
         return {*this, index};
     }
 
     void append(const Diagnostics &others);
+    void leave_out(const std::function<bool(const Diagnostic &)> &unwanted);
     void refuse_warnings();
     size_t count(Severity severity) const { return counts_[static_cast<size_t>(severity)]; }
     bool any() const { return count(Severity::Error) != 0; }

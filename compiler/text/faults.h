@@ -126,7 +126,8 @@ inline constexpr FaultOf<Text, Text> family_name{
     R"(
 A family is the directory that holds a schema file. Its name becomes that of a header, so it is made of letters, digits
 and underscores, begins with no digit, and is none of those that the library has: all, codes, forms, inspect, record,
-register, runtime, tlvmsg, tlvmsg_format, tlvmsg_json, typed, types, version. Write 'voice_ports', not 'voice-ports'.
+register, runtime, tlvmsg, tlvmsg_format, tlvmsg_forms, tlvmsg_json, typed, types, version. Write 'voice_ports', not
+'voice-ports'.
 )"};
 
 inline constexpr FaultOf<Text> family_split{
@@ -384,7 +385,7 @@ families that have them. Families of your own have the tags from 32768 to 65535;
 )"};
 
 inline constexpr FaultOf<Number> duplicate_key{
-    "T049", "message key used twice", "key {} is taken",
+    "T053", "message key used twice", "key {} is taken",
     R"(
 A key is the number by which receivers know a message, so no two messages of a family have the same:
 
@@ -434,6 +435,17 @@ Programs that include such a header beside the generated one do not compile, as 
 Others do. Begin the names of types with a name of your own: 'relay_timestamp'.
 )"};
 
+inline constexpr FaultOf<Text> idle_silence{
+    "W008", "remark that silences no warning", "this remark silences no warning: {}",
+    R"(
+A warning that is known and meant to stay is silenced on its line, or by a remark on the lines before, with the reason:
+
+    // tlvc: W002 because only programs of others use it
+    enum relay_mode = 32770
+
+Several codes are separated by commas. A remark whose warning is no longer there would hide the next one: remove it.
+)"};
+
 inline constexpr const Fault *all[] = {
     &unexpected_character, &unterminated_string, &malformed_number, &misplaced_doc, &unexpected_token, &unclosed_body,
     &late_import, &import_not_found, &circular_import, &family_name, &family_split, &undefined_type,
@@ -443,7 +455,8 @@ inline constexpr const Fault *all[] = {
     &large_value, &unknown_attribute, &misplaced_attribute, &enclosing_record, &circular_type, &circular_families,
     &fixed_size, &member_named_as_type, &unknown_enumerator, &duplicate_enumerator, &taken_name,
     &name_generated_twice, &nested_too_deeply, &path_too_long, &interface_changed, &library_tag, &duplicate_key,
-    &array_never_full, &unused_enumeration, &undocumented_type, &library_name, &char_member, &system_name};
+    &array_never_full, &unused_enumeration, &undocumented_type, &library_name, &char_member, &system_name,
+    &idle_silence};
 // clang-format on
 
 } // namespace fault

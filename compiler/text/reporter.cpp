@@ -25,6 +25,19 @@ constexpr size_t most_behind = 160;
 
 std::string_view word(Severity severity) { return severity == Severity::Error ? "error" : "warning"; }
 
+// What GitHub's runners would take for the end of a command's message, or of one of its properties, as they want it.
+constexpr std::string_view in_message = "%\r\n";
+constexpr std::string_view in_property = "%\r\n:,";
+
+std::string escaped(std::string_view text, std::string_view special) {
+    std::string result;
+    for (const char c : text) {
+        result += special.find(c) == special.npos ? std::string(1, c)
+                                                  : fmt::format("%{:02X}", static_cast<unsigned char>(c));
+    }
+    return result;
+}
+
 struct Reporter {
     const Sources &sources;
     bool colour;
@@ -129,8 +142,38 @@ std::string render_json(const Diagnostics &faults, const Sources &sources) {
         for (const Diagnostic::Note &note : fault.notes) {
             json["notes"].emplace_back(json_place(note.span, sources))["message"] = note.text;
         }
+        json["corrections"] = JsonValue::array();
+        for (const Correction &part : fault.corrections) {
+            json["corrections"].emplace_back(json_place(part.span, sources))["replacement"] =
+                part.replacement;
+        }
     }
     return tlvmsg::base::json_text(all, 2) + "\n";
+}
+
+std::string github_line(std::string_view level, Span span, const Sources &sources, std::string_view title,
+                        std::string_view message) {
+    const Position at = sources.position(span.file, span.begin);
+    return fmt::format("::{} file={},line={},col={},title={}::{}\n", level,
+                       escaped(visible(sources.path(span.file)), in_property), at.line, at.column,
+                       escaped(title, in_property), escaped(message, in_message));
+}
+
+std::string render_github(const Diagnostics &faults, const Sources &sources) {
+    std::string out;
+    for (const Diagnostic &fault : faults.in_file_order()) {
+        std::string message = visible_head(fault.message);
+        for (const Diagnostic::Note &note : fault.notes) {
+            message +=
+                fmt::format("\nnote: {}: {}", visible(sources.place(note.span)), visible_head(note.text));
+        }
+        for (const std::string &help : fault.helps) {
+            message += "\nhelp: " + visible_head(help);
+        }
+        out += github_line(word(fault.severity), fault.span, sources,
+                           fmt::format("{} {}", fault.fault->code, fault.fault->title), message);
+    }
+    return out;
 }
 
 std::string render(const Fault &fault) {

@@ -16,6 +16,14 @@ nlohmann::ordered_json json_place(Span span, const Sources &sources);
 // The faults as a JSON array of objects, in file order.
 std::string render_json(const Diagnostics &faults, const Sources &sources);
 
+// The faults as commands to GitHub's runners, by which a code review shows them at their places: a line each, with a
+// title such as "T012 undefined type".
+std::string render_github(const Diagnostics &faults, const Sources &sources);
+
+// One of these lines. Levels are error, warning and notice.
+std::string github_line(std::string_view level, Span span, const Sources &sources, std::string_view title,
+                        std::string_view message);
+
 // What `tlvc explain` prints.
 std::string render(const Fault &fault);
 

@@ -3,6 +3,7 @@
  *
  *     forms/annotate.h every byte of a message explained
  *     forms/bytes.h    encoded messages as JSON, and back, in one call
+ *     forms/describe.h types as JSON
  *     forms/diff.h     what differs between two records
  *     forms/guess.h    which types bytes are of, and which messages fill a payload
  *     forms/hex.h      bytes that somebody wrote down as text
@@ -39,6 +40,7 @@
 
 #include <tlvmsg/forms/annotate.h>
 #include <tlvmsg/forms/bytes.h>
+#include <tlvmsg/forms/describe.h>
 #include <tlvmsg/forms/diff.h>
 #include <tlvmsg/forms/fault.h>
 #include <tlvmsg/forms/guess.h>

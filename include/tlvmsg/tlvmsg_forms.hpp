@@ -228,6 +228,19 @@ noexcept {
     });
 }
 
+/* ---- Types ----------------------------------------------------------------------------------------------- */
+
+/* A type, or the types of a set, of which null stands for all, as JSON; see forms/describe.h. */
+inline result<std::string, text_fault> type_to_json(const tlvmsg_type &type,
+                                                    const tlvmsg_json_options &options = {}) {
+    return detail::text_of([&](auto... out) { return tlvmsg_type_to_json(&type, &options, out...); });
+}
+
+inline result<std::string, text_fault> types_to_json(const tlvmsg_type_set *set = nullptr,
+                                                     const tlvmsg_json_options &options = {}) {
+    return detail::text_of([&](auto... out) { return tlvmsg_types_to_json(set, &options, out...); });
+}
+
 /* ---- Bytes whose type nobody named ----------------------------------------------------------------------- */
 
 /* Which types bytes are of, the best first; see forms/guess.h. A null set stands for all types. */

@@ -22,7 +22,7 @@ struct stat_counters = 1023 {
     uint64  counter_2
 }
 
-struct zel_binidx = 1717 {
+struct zel_binidx = 1717 {  // tlvc: W003 because nothing tells what it is for
     uint32  value_1
     uint32  value_2
 }
@@ -35,49 +35,49 @@ struct time_second = 1724 {
 }
 
 /// Handle of an interface.
-enum if_handle = 1005
+enum if_handle = 1005  // tlvc: W002 because no type of any family holds it
 
 /// Index of an access list.
-enum acl_index = 1011
+enum acl_index = 1011  // tlvc: W002 because no type of any family holds it
 
 /// Direction of packets.
-enum pak_direction = 1024
+enum pak_direction = 1024  // tlvc: W002 because no type of any family holds it
 
 /// Configuration action.
-enum cfg_action = 1027
+enum cfg_action = 1027  // tlvc: W002 because no type of any family holds it
 
 /// IP protocol.
-enum ip_proto = 1028
+enum ip_proto = 1028  // tlvc: W002 because no type of any family holds it
 
 /// Protocol.
-enum proto = 1029
+enum proto = 1029  // tlvc: W002 because no type of any family holds it
 
 /// Protocol of layers 4 to 7.
-enum proto_l4_l7 = 1030
+enum proto_l4_l7 = 1030  // tlvc: W002 because no type of any family holds it
 
 /// Type of a link.
-enum link_type = 1031
+enum link_type = 1031  // tlvc: W002 because no type of any family holds it
 
 /// Type of an encapsulation.
-enum encap_type = 1032
+enum encap_type = 1032  // tlvc: W002 because no type of any family holds it
 
 /// Direction of a statistic.
-enum stat_direction = 1033
+enum stat_direction = 1033  // tlvc: W002 because no type of any family holds it
 
-enum dov_position = 1034
-enum arch_type = 1035
+enum dov_position = 1034  // tlvc: W002, W003 because no type of any family holds it, and nothing tells what it is for
+enum arch_type = 1035  // tlvc: W002, W003 because no type of any family holds it, and nothing tells what it is for
 
 /// Action on an object.
-enum obm_obj_action = 1036
+enum obm_obj_action = 1036  // tlvc: W002 because no type of any family holds it
 
 /// Status of an object.
-enum object_status = 1037
+enum object_status = 1037  // tlvc: W002 because no type of any family holds it
 
 /// State of a channel.
-enum channel_state = 1038
+enum channel_state = 1038  // tlvc: W002 because no type of any family holds it
 
 /// Update action.
-enum upd_action = 1718
+enum upd_action = 1718  // tlvc: W002 because no type of any family holds it
 
 /// State of a batch.
-enum batch_state = 1728
+enum batch_state = 1728  // tlvc: W002 because no type of any family holds it

@@ -14,7 +14,7 @@ struct app_sess_hdr = 1001 {
 }
 
 /// Type of a port. Stands alone: no other type holds it.
-enum app_sess_port_type = 1003
+enum app_sess_port_type = 1003  // tlvc: W002 because no type of any family holds it
 
 /// Identifies the port or interface that a message is about, normally straight behind the session header.
 struct ifid = 1039 {

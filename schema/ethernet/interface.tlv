@@ -41,7 +41,7 @@ struct hw_config = 1044 {
 }
 
 /// Software description of an interface.
-enum sw_info = 1045
+enum sw_info = 1045  // tlvc: W002 because no type of any family holds it
 
 /// Reason for an event on an interface, such as a link going down.
 enum if_reason = 1060
@@ -57,7 +57,7 @@ struct if_rxbytes = 1046 {
     uint16  limit
 }
 
-enum if_cdc = 1064
+enum if_cdc = 1064  // tlvc: W003 because nothing tells what it is for
 
 /// Where a loopback sits.
 enum loop_loc = 1065
@@ -86,7 +86,7 @@ struct if_acc = 1049 {
 enum if_error = 1050
 
 /// Defect value, a plain 32-bit number.
-enum if_defect = 1051
+enum if_defect = 1051  // tlvc: W002 because no type of any family holds it
 
 /// 32-bit counter.
 enum if_count = 1052
@@ -103,7 +103,7 @@ struct if_resp = 1054 {
 }
 
 /// Result of an operation on an interface.
-enum if_result = 1055
+enum if_result = 1055  // tlvc: W002 because no type of any family holds it
 
 /// Bandwidth of an interface.
 enum if_bw = 1056

@@ -3,7 +3,7 @@
 import "../common/session.tlv"
 
 /// Version of the module as well; no type contains it, and the message has zel_im_version.
-enum zel_im_ver = 1151
+enum zel_im_ver = 1151  // tlvc: W002 because no type of any family holds it
 
 /// Version of the module.
 enum zel_im_version = 1143

@@ -71,7 +71,7 @@ struct xconn_on_hwidb = 1123 {
 /// Cstate of a port, as an interface state.
 message ether_cstate_message { app_sess_hdr session  ifid interface  if_state state }
 
-enum if_shut = 1727
+enum if_shut = 1727  // tlvc: W003 because nothing tells what it is for
 
 /// Shut-on-reload of a port.
 message ether_shuton_reload_message { app_sess_hdr session  ifid interface  if_shut shut }

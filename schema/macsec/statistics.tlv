@@ -3,7 +3,7 @@
 import "../common/session.tlv"
 import "identifiers.tlv"
 
-enum macsec_port_stats = 1664
+enum macsec_port_stats = 1664  // tlvc: W003 because nothing tells what it is for
 
 /// Two numbers of a request for receive statistics.
 struct macsec_get_rx_stats = 1665 {

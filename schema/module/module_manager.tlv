@@ -94,7 +94,7 @@ enum kavu_mm_error_severity = 1278
 /// Error of a module: severity and text.
 message zel_kavu_mm_error_message { kavu_mm_error_severity severity  kavu_mm_error_text error_text }
 
-enum kavu_module_reload_pwr = 1715
+enum kavu_module_reload_pwr = 1715  // tlvc: W003 because nothing tells what it is for
 
 /// Reload power value of a stop request, behind a number.
 struct kavu_mm_stop_request = 1256 {

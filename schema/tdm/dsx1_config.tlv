@@ -136,7 +136,7 @@ struct dsx1_cable = 1168 {
 }
 
 /// PMC cable length of a T1/E1 line. Stands alone: no other type holds it.
-enum zel_dsx1_pmc_cable_length = 1085
+enum zel_dsx1_pmc_cable_length = 1085  // tlvc: W002 because no type of any family holds it
 
 /// Homologation variant of a T1/E1 line.
 enum zel_dsx1_homologation_type = 1081

@@ -25,7 +25,7 @@ struct zel_serial_extended_bert_cfg = 1072 {
 }
 
 /// Identifier in the maintenance data link. Stands alone: no other type holds it.
-enum zel_t3_mdl_id = 1094
+enum zel_t3_mdl_id = 1094  // tlvc: W002 because no type of any family holds it
 
 bytes zel_serial_mdl_str_eic_array[11]
 bytes zel_serial_mdl_str_lic_array[12]

@@ -264,11 +264,11 @@ TEST(CommandLine, JsonHasThePlacesOfAllFaults) {
     "notes": []
   })")) << run.output;
     EXPECT_TRUE(run.says("\"end_column\": 18,\n        \"message\": \"'state' has it\"\n      }\n    ]\n"));
-    EXPECT_TRUE(run.says("'\xC3\xA9' (U+00E9) means nothing here") &&
+    EXPECT_TRUE(run.says("'\\u00e9' (U+00E9) means nothing here") &&
                 run.says("the byte FF means nothing here"));
     directory.add("a/odd.tlv", "import \"\xFF\"\n");
-    EXPECT_TRUE(Command("check --format json a/odd.tlv").says("cannot find '\xEF\xBF\xBD'"))
-        << "whatever the file is, its faults are UTF-8";
+    EXPECT_TRUE(Command("check --format json a/odd.tlv").says("cannot find '\\ufffd'"))
+        << "whatever the file is, its faults are ASCII";
     fs::current_path(data_directory);
 }
 

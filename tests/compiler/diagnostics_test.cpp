@@ -45,7 +45,7 @@ TEST_P(Example, IsReportedAsExpected) {
     Compiled compiled({fs::exists(name) ? name : name + ".tlv"});
     if (compiled.schema) {
         check_own_tags(*compiled.schema, compiled.faults);
-        find_warnings(*compiled.schema, library, compiled.faults);
+        find_warnings(*compiled.schema, compiled.sources, library, compiled.faults);
     }
     EXPECT_EQ(compiled.faults.any(), GetParam()->severity() == Severity::Error);
     std::vector<std::string> codes = compiled.codes();

@@ -2,6 +2,7 @@
 """lsp_test.py TLVC: a client's conversation with 'tlvc lsp', and what must not end it."""
 import json
 import pathlib
+import re
 import shutil
 import signal
 import subprocess
@@ -33,6 +34,8 @@ class Client:
         self.next_id += 1
         self.send(id=self.next_id, method=method, params=params)
         answer = self.receive()
+        while "id" not in answer:  # diagnostics, where a pause was long
+            answer = self.receive()
         assert answer["id"] == self.next_id, answer
         assert "exception" not in answer.get("error", {}).get("message", ""), answer
         return answer.get("result", answer.get("error", {}).get("code"))
@@ -40,9 +43,9 @@ class Client:
     def tell(self, method, **params):
         self.send(method=method, params=params)
 
-    def about(self, method, path, at=None):
-        where = {"position": {"line": at[0], "character": at[1]}} if at else {}
-        return self.ask("textDocument/" + method, textDocument={"uri": uri(path)}, **where)
+    def about(self, method, path, at=None, **more):
+        place = {"position": {"line": at[0], "character": at[1]}} if at else {}
+        return self.ask("textDocument/" + method, textDocument={"uri": uri(path)}, **place, **more)
 
     def open(self, path, text):
         self.tell("textDocument/didOpen", textDocument={"uri": uri(path), "languageId": "tlv", "text": text})
@@ -204,6 +207,81 @@ Record fan: 8 bytes aligned to 4, and 8 to 4 where pointers have 4."""
     client.type("acme/fans.tlv", FANS + "\n")
     assert client.published("acme/more.tlv") == []
 
+LAMPS = 'import "hues🙂.tlv" union lamp by hue shade { dark: uint8 level  bright: hue tint }\n' \
+    "/// One.\nstruct light = 41002 {\n    hue    shade\n    lamp   bulb\n    uint8  spare\n}\n"
+FLEET = {"fleet/hues🙂.tlv": "/// A lamp's.\nenum hue = 41001 { dark = 0  bright = 1 }\n", "fleet/lamps.tlv": LAMPS}
+
+
+def where(text, words):
+    before = text[:text.index(words)]
+    return before.count("\n"), len(before.rpartition("\n")[2].encode("utf-16-le")) // 2
+
+
+def edited(text, edits):
+    lines = [line.encode("utf-16-le") for line in text.split("\n")]
+    for edit in sorted(edits, key=lambda each: list(each["range"]["start"].values())[::-1], reverse=True):
+        (first, line), (last, _) = edit["range"]["start"].values(), edit["range"]["end"].values()
+        lines[line] = lines[line][:2 * first] + edit["newText"].encode("utf-16-le") + lines[line][2 * last:]
+    return b"\n\0".join(lines).decode("utf-16-le")
+
+
+def interface(texts):
+    for path, text in texts.items():
+        (root / path).write_text(text)
+    return subprocess.run([sys.argv[1], "interface", root / "fleet"], check=True, capture_output=True, text=True).stdout
+
+
+def names(client):
+    def about(method, words, **more):
+        return client.about(method, "fleet/lamps.tlv", where(LAMPS, words), **more)
+
+    def complete(text):
+        client.type("fleet/new.tlv", text)
+        items = client.about("completion", "fleet/new.tlv", where(text + "$", "$"))["items"]
+        return {each["label"]: each for each in items}
+
+    (root / "fleet").mkdir()
+    before = interface(FLEET)
+    client.open("fleet/lamps.tlv", LAMPS)
+    assert client.codes("fleet/lamps.tlv") == ["W003"]
+    for name, words in ("hue", "hue tint"), ("dark", "dark:"), ("shade", "shade\n"), ("bulb",) * 2, ("level",) * 2:
+        changes = about("rename", words, newName="new_" + name)["changes"]
+        after = {path: edited(text, changes.get(uri(path), [])) for path, text in FLEET.items()}
+        assert interface(after) == re.sub(rf"\b{name}\b", "new_" + name, before), name
+        interface(FLEET)
+    for words, name in ("hue tint", "9x"), ("hue tint", "a // b"), ("hue tint", "lamp"), ("hue tint", "class"), \
+            ("hue tint", "app_sess_hdr"), ("spare", "bulb"), ("dark:", "bright"), ("uint8", "other"):
+        assert about("rename", words, newName=name) == -32803, (words, name)
+    uses = about("references", "hue tint", context={"includeDeclaration": False})
+    assert [each["uri"] for each in uses] == 3 * [uri("fleet/lamps.tlv")], uses
+    lamp, light = client.about("documentSymbol", "fleet/lamps.tlv")
+    assert lamp["selectionRange"] == span(0, 26, 0, 30) and light["children"][1]["name"] == "bulb", (lamp, light)
+    (found,) = client.ask("workspace/symbol", query="LIGH")
+    assert found["location"] == {"uri": uri("fleet/lamps.tlv"), "range": span(2, 7, 2, 12)}, found
+    faulty = LAMPS.replace("hue tint", "huw tint")
+    client.type("fleet/lamps.tlv", faulty)
+    none, (action,) = (client.about("codeAction", "fleet/lamps.tlv", range=span(0, at, 0, at + 9)) for at in (0, 70))
+    assert edited(faulty, action["edit"]["changes"][uri("fleet/lamps.tlv")]) == LAMPS and not none, action
+    client.open("fleet/new.tlv", "")
+    imports = 'import "hues🙂.tlv" import "lamps.tlv"\n'
+    for text, some, none in (
+            ("en", {"enum", "import"}, {"hue"}), ("/// en", set(), {"enum"}), ("struct s = 1 { uint8 ", set(), {"hue"}),
+            ('import "', {"hues🙂.tlv", "common/"}, {"new.tlv"}), ('import "common/se', {"session.tlv"}, {"lamps.tlv"}),
+            ("dynamic bytes b counted by ", {"uint16"}, {"int8"}), (imports + "union u by ", {"hue"}, {"light", "uint8"}),
+            (imports + "union u by hue h { 1, ", {"dark"}, {"hue"}), ("message m {\n  e b @", {"zero_count"}, {"hue"}),
+            (imports + "union u by hue h { dark: l", {"light"}, {"lamp", "dark"}),
+            (imports + "struct s = 1 { bytes[3] b  l", {"lamp"}, {"enum"})):
+        labels = complete(text).keys()
+        assert some <= labels and not none & labels, (text, labels)
+    for name, path in ("light", "lamps.tlv"), ("app_sess_hdr", "common/session.tlv"):
+        text = 'import "hues🙂.tlv"%s\nmessage m { ' + name[:-1]
+        item = complete(text % "")[name]
+        after = edited(text % "", [item["textEdit"], *item["additionalTextEdits"]])
+        assert after == text % f'\nimport "{path}"' + name[-1], after
+    client.type("fleet/new.tlv", 'import "common/session.tlv" message m { app_sess_hdr s }\n')
+    assert client.about("prepareRename", "fleet/new.tlv", (0, 45)) == -32803
+    client.server.kill()
+
 
 def what_must_not_end_it(client):
     for content, code in (b"{nope", -32700), (b"\xff", -32700), (b"", -32700), (b"[]", -32600), (b"7", -32600), \
@@ -218,7 +296,7 @@ def what_must_not_end_it(client):
     assert client.error() == -32600
 
     position = {"line": 0, "character": 0}
-    assert client.ask("textDocument/rename") == -32601
+    assert client.ask("textDocument/moniker") == -32601
     for params in {}, {"textDocument": 1}, {"textDocument": {"uri": "file:///%zz"}, "position": position}, \
             {"textDocument": {"uri": uri("acme/fans.tlv")}}, \
             {"textDocument": {"uri": uri("acme/fans.tlv")}, "position": {"line": "x", "character": -1}}:
@@ -249,6 +327,9 @@ def main():
     assert client.ask("textDocument/hover") == -32600
     client.tell("exit")
     assert client.server.wait() == 0
+    other = Client()
+    other.ask("initialize")
+    names(other)
     abrupt = Client()
     abrupt.server.stdin.close()
     assert abrupt.server.wait() == 1

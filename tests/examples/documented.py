@@ -67,6 +67,7 @@ SETUP = {
     "types.h": MESSAGE,
     "record.h": TYPE % "if_name" + "    static if_name name_record, *record = &name_record;\n    tlvmsg_fault fault;\n",
     "register.h": OTHER_FAMILY,
+    "forms/bytes.h": BARE_LED,
     "forms/diff.h": TYPE % "analogbri_led_control_req_message" + MESSAGE
                     + "    analogbri_led_control_req_message sent = message, received = message;\n"
                       "    received.led_control.color = 1;\n",

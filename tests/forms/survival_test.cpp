@@ -48,6 +48,7 @@ enum class What {
     guess,
     divide,
     type_set,
+    types_to_json,
     bytes_to_json,
     bytes_from_json
 };
@@ -126,6 +127,9 @@ bool run(What what, const tlvmsg_type *type, const void *record, const uint8_t *
         tlvmsg_type_set_free(set);
         break;
     }
+    case What::types_to_json:
+        done = tlvmsg_type_to_json(type, nullptr, &json, &count, fault);
+        break;
     case What::bytes_to_json:
         done = tlvmsg_bytes_to_json(type, in, size, nullptr, nullptr, &json, nullptr, nullptr, &refused);
         *fault = {};
@@ -151,10 +155,10 @@ bool run(What what, const tlvmsg_type *type, const void *record, const uint8_t *
     return done;
 }
 
-constexpr What all[] = {What::text,     What::annotation,    What::untyped_json,   What::untyped_text,
-                        What::hex,      What::json,          What::to_json,        What::diff,
-                        What::sample,   What::partial,       What::guess,          What::divide,
-                        What::type_set, What::bytes_to_json, What::bytes_from_json};
+constexpr What all[] = {What::text,     What::annotation,    What::untyped_json,  What::untyped_text,
+                        What::hex,      What::json,          What::to_json,       What::diff,
+                        What::sample,   What::partial,       What::guess,         What::divide,
+                        What::type_set, What::types_to_json, What::bytes_to_json, What::bytes_from_json};
 
 class Survival : public testing::Test {
 protected:

@@ -11,6 +11,7 @@ mv "$work/first" "$work/prefix"
 for page in man5/tlv-schema.5 ${3:+man1/$3.1 man1/tlvc.1 man1/tlvc-check.1}; do
     test -s "$work/prefix/share/man/$page" || { echo "$page is not installed"; exit 1; }
 done
+test -s "$work/prefix/share/tlvmsg/schema.json" || { echo "schema.json is not installed"; exit 1; }
 package=$(find "$work/prefix" -name tlvmsg.pc)
 PKG_CONFIG_LIBDIR=$(dirname "$package")
 export PKG_CONFIG_LIBDIR

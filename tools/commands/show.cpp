@@ -2,11 +2,11 @@
 #include "commands.h"
 
 #include "show_type.h"
-#include "type_json.h"
 
 #include "cli/cli.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
+#include "tools/forms.h"
 #include "tools/types/lookup.h"
 
 #include <memory>
@@ -26,18 +26,17 @@ void add_show(Cli &cli) {
         {"Show a type: its purpose, C declaration and layout on the wire",
          {"Sizes include headers. An offset with a + is the least that it can be, since something before it "
           "varies in size.",
-          std::string("JSON is an object: what tlv types tells of the type, its size, alignment, min_encoded "
-                      "and max_encoded, and where they apply enumerators, members, alternatives and its "
-                      "selector, element and capacity. Members and alternatives have the size and the "
-                      "min_encoded and max_encoded of their type. ") +
-              type_json_help},
+          "JSON is an object: what tlvc-describe(1) says of a type, as far as the library knows it; the "
+          "layout is "
+          "that of this machine."},
          {{"tlv show zel_led_control", "the type of that name"},
           {"tlv show VLAN_STATS_M", "the one type whose name has that part; of several, which there are"},
-          {"tlv show --json 1357 | jq '.members[] | {path, offset}'", "the fields of the type of that tag"}}},
+          {"tlv show --json 1357 | jq '.layouts[].offsets'",
+           "where the fields of the type of that tag lie"}}},
         [options] {
             const tlvmsg_type *const type = find_type(options->type, Spelling::part);
             if (options->json) {
-                print_json(type_json(type));
+                print(type_json(type) + "\n");
             } else {
                 print(show(type));
             }

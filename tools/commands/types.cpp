@@ -1,11 +1,10 @@
 // types: their names, kinds, tags, families and purposes.
 #include "commands.h"
 
-#include "type_json.h"
-
 #include "cli/cli.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
+#include "tools/forms.h"
 #include "tools/types/lookup.h"
 
 #include <fmt/format.h>
@@ -47,10 +46,13 @@ int list_types(const Options &options) {
     filter.used = options.used.empty() ? nullptr : find_type(options.used, Spelling::part);
     check_family(filter.family);
     const std::vector<const tlvmsg_type *> types = types_like(filter);
-    const auto line = [&](const tlvmsg_type *type) {
-        return options.details ? details_of(type) : type->name;
-    };
-    print_list(types, options.json, line, type_summary);
+    if (options.json) {
+        print(types_json(types) + "\n");
+    } else {
+        for (const tlvmsg_type *type : types) {
+            print((options.details ? details_of(type) : type->name) + "\n");
+        }
+    }
     return types.empty() ? exit_found : exit_fine;
 }
 
@@ -77,8 +79,7 @@ void add_types(Cli &cli) {
         {"List the types of the schema",
          {"A pattern is a part of the name or, with * or ?, the whole of it, in upper or lower case. Exits "
           "with 1 when there is no such type.",
-          std::string("JSON is an array of objects with name, family, section, doc, kind and tag. ") +
-              type_json_help},
+          "JSON is an array of what tlv show prints of each."},
          {{"tlv types", "all names, one a line"},
           {"tlv types -l led", "kind, tag, family and purpose of what has to do with LEDs"},
           {"tlv types --kind message --family voice | wc -l", "how many messages there are for voice ports"},

@@ -138,7 +138,7 @@ std::string wireshark_tables(const std::string &name) {
         fmt::format("local tables = {{\nname = {}, session = {{\"app_sess_hdr\", \"msg_type\"}},\n"
                     "codes = {{\n",
                     in_quotes(name));
-    for (int i = TLVMSG_TRUNCATED; i <= TLVMSG_TERMINATOR_NOT_ZERO; ++i) {
+    for (int i = TLVMSG_TRUNCATED; i < TLVMSG_CODE_COUNT; ++i) {
         const auto code = static_cast<tlvmsg_code>(i);
         text += fmt::format("[{}]={},\n", in_quotes(tlvmsg_code_name(code)), in_quotes(fault_template(code)));
     }

@@ -16,7 +16,7 @@
  *     uint8_t *bytes;
  *     size_t size;
  *     if (tlvmsg_bytes_from_json(type, wanted, strlen(wanted), NULL, &bytes, &size, NULL)) {
- *         send(peer, bytes, size, 0); // 28 bytes
+ *         printf("%zu\n", size); // 28
  *         tlvmsg_free(bytes);
  *     }
  */

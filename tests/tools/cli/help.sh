@@ -27,6 +27,9 @@ for name, text, stated in re.findall(r"^ *(\w+) ([^=]*)= (0x\w+)$", sys.stdin.re
         hashed = (hashed ^ byte) * 0x100000001B3 % 2**64
     print(name, stated, f"0x{hashed:016X}")' >fingerprints
 equal "$(wc -l <fingerprints)" 6
+for attribute in $(tlvc explain T035 | grep -o '^    @[a-z_]*'); do # what it does, and its bit in fingerprints
+    equal "$(grep -c "^\.It Li $attribute\$" "$schema_page") $(grep -c "^\.Li $attribute ,\$" "$schema_page")" '1 1'
+done
 program=tlv
 while read -r name stated hashed; do
     equal "$stated" "$hashed"
