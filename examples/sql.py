@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
 """sql.py - tables for messages, from the document that 'tlvc describe' prints of a schema.
 
-    tlvc describe acme/*.tlv | sql.py | sqlite3 fans.db
-    sql.py /usr/share/tlvmsg/schema.json | sqlite3 messages.db
+    tlvc describe acme/*.tlv | python3 sql.py | sqlite3 fans.db
+    python3 sql.py /usr/share/tlvmsg/schema.json | sqlite3 messages.db
 
-Each message is a table, and so is whatever arrays hold, whose rows say to which row of which table they belong. Numbers are columns that take no others than fit, bytes are blobs, and enumerations have views of their names.
-Columns are called like the paths in texts and faults: "led_control.color". Of a union all alternatives have columns, which
-are null but for the one that is chosen.
+Each message is a table, and so is whatever arrays hold, whose rows say to which row of which table they belong. Numbers
+are columns that take no others than fit, bytes are blobs, and enumerations have views of their names. Columns are called
+like the paths in texts and faults: "led_control.color". Of a union all alternatives have columns, which are null but for
+the one that is chosen.
 """
 import json
 import sys

@@ -1,7 +1,7 @@
 // Families beside the library's own, as tlvmsg_add_family builds them: examples/family is one.
 #include <tlvmsg/acme.hpp>
 #include <tlvmsg/bounded/acme.h>
-#include <tlvmsg/forms.h>
+#include <tlvmsg/tlvmsg_forms.hpp>
 
 #include <gtest/gtest.h>
 
@@ -149,6 +149,7 @@ TEST(OwnFamily, IsFoundLikeTheLibrarysOnceItIsRegistered) {
     EXPECT_EQ(best_guess(), "acme_fan_report_message " + std::to_string(bytes->size())) << before;
     ASSERT_EQ(tlvmsg_type_count(), count + tlvmsg_family_acme.type_count);
     EXPECT_STREQ(tlvmsg_type_at(count)->name, "acme_fan");
+    EXPECT_NE(tlvmsg::types_to_json()->find(R"(},{"name":"acme_fan","family":"acme",)"), std::string::npos);
     EXPECT_STREQ(tlvmsg_type_at(tlvmsg_type_count() - 1)->name, "acme_fans");
     EXPECT_EQ(tlvmsg_type_at(tlvmsg_type_count()), nullptr);
 }

@@ -21,7 +21,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr int format = 1; // of the document: greater when what readers rely on goes or changes its meaning
+constexpr int format = 1; // another number when a key goes or changes its meaning
 
 std::string text(const Doc &lines) { return fmt::format("{}", fmt::join(lines, " ")); }
 
@@ -104,6 +104,29 @@ Json alternatives(const Type &type) {
     return list;
 }
 
+Json array(const Type &type) {
+    Json json = {{"element", type.element->name}};
+    if (!is_dynamic(type)) {
+        json["capacity"] = type.capacity;
+    }
+    if (!is_dynamic(type) && !holds_bytes(type)) {
+        json["packed"] = type.kind == Kind::PackedArray;
+    }
+    json.update({{"count_width", type.count->scalar->width},
+                 {"count", type.count->name},
+                 {"max_count", type.max_count}});
+    return json;
+}
+
+Json choice(const Type &type) {
+    Json json = {{"selector", type.selector->name}, {"selector_name", type.selector_name}};
+    if (type.enclosing != nullptr) {
+        json["enclosing"] = type.enclosing->name;
+    }
+    json["alternatives"] = alternatives(type);
+    return json;
+}
+
 Json particulars(const Type &type) {
     switch (type.kind) {
     case Kind::Scalar:
@@ -118,27 +141,11 @@ Json particulars(const Type &type) {
     case Kind::ByteArray:
     case Kind::DynamicElements:
     case Kind::DynamicBytes:
-        break;
+        return array(type);
     case Kind::Union:
-        Json json = {{"selector", type.selector->name},
-                     {"selector_name", type.selector_name},
-                     {"alternatives", alternatives(type)}};
-        if (type.enclosing != nullptr) {
-            json["enclosing"] = type.enclosing->name;
-        }
-        return json;
+        return choice(type);
     }
-    Json json = {{"element", type.element->name}};
-    if (!is_dynamic(type)) {
-        json["capacity"] = type.capacity;
-    }
-    if (!is_dynamic(type) && !holds_bytes(type)) {
-        json["packed"] = type.kind == Kind::PackedArray;
-    }
-    json.update({{"count_width", type.count->scalar->width},
-                 {"count", type.count->name},
-                 {"max_count", type.max_count}});
-    return json;
+    return {};
 }
 
 // ---- Where C puts it, and what C calls it ----

@@ -66,7 +66,8 @@ for name, described, descriptors in (("library", document, run("tlv", "types", "
 # What C calls them, and which macros there are of them.
 headers = "".join(open(f"{build}/include/tlvmsg/{each['name']}.h").read() for each in document["families"])
 runtime = open(f"{build}/include/tlvmsg/runtime.h").read()
-macros = {each["macro"] for type in document["types"] for each in type.get("enumerators", [])}
+macros = {each["macro"] for type in document["types"]
+          for each in type.get("enumerators", []) + type.get("alternatives", []) if "macro" in each}
 functions = set()
 for each in document["types"]:
     macros |= set(each["c"]["macros"].values())

@@ -11,7 +11,7 @@
  *
  *     char *text;
  *     if (tlvmsg_type_to_json(tlvmsg_type_find("zel_led_control"), NULL, &text, NULL, NULL)) {
- *         puts(text); // {"name":"zel_led_control","family":"voice", ... "tag":1357, ...}
+ *         puts(text); // {"name":"zel_led_control","family":"voice",..."kind":"structure","tag":1357,...}
  *         tlvmsg_free(text);
  *     }
  */
