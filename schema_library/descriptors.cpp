@@ -53,7 +53,8 @@ private:
         descriptor.doc = text(type.doc);
         descriptor.kind = static_cast<tlvmsg_kind>(type.kind);
         descriptor.tag = type.tag;
-        descriptor.flags = tlvc::is_signed(type) ? TLVMSG_SIGNED : 0;
+        descriptor.flags = tlvc::is_signed(type) ? TLVMSG_SIGNED : type.key ? TLVMSG_HAS_KEY : 0;
+        descriptor.key = type.key.value_or(0);
         descriptor.size = static_cast<uint32_t>(layout.size);
         descriptor.alignment = static_cast<uint32_t>(layout.alignment);
         descriptor.min_encoded = static_cast<uint32_t>(type.min_size);

@@ -110,6 +110,7 @@ TEST(OwnFamily, IsThereOnceAlsoWhenItIsEmpty) {
 
 TEST(OwnFamily, IsFoundLikeTheLibrarysOnceItIsRegistered) {
     tlvmsg::owned<acme_fan_report_message> report;
+    report->session.msg_type = TLVMSG_KEY_acme_fan_report_message;
     ASSERT_TRUE(tlvmsg::resize(report->list.fans, 2));
     report->list.fans.items[1].detail.state = acme_fan_state_running;
     report->list.fans.items[1].detail.speed.rpm = 4200;
@@ -136,6 +137,15 @@ TEST(OwnFamily, IsFoundLikeTheLibrarysOnceItIsRegistered) {
     EXPECT_EQ(tlvmsg_type_find("acme_fan"), tlvmsg_descriptor_acme_fan());
     EXPECT_EQ(tlvmsg_type_by_tag(TLVMSG_TAG_acme_fan), tlvmsg_descriptor_acme_fan());
     EXPECT_EQ(tlvmsg_type_set_by_tag(nullptr, TLVMSG_TAG_acme_fan), tlvmsg_descriptor_acme_fan());
+    const tlvmsg_type *const keyed = tlvmsg_descriptor_acme_fan_report_message();
+    EXPECT_EQ(tlvmsg_type_by_key("acme", TLVMSG_KEY_acme_fan_report_message), keyed);
+    EXPECT_EQ(tlvmsg_type_by_key(nullptr, TLVMSG_KEY_acme_fan_report_message), keyed);
+    EXPECT_EQ(tlvmsg_type_by_key("voice", TLVMSG_KEY_acme_fan_report_message), nullptr);
+    EXPECT_EQ(tlvmsg_type_by_key("acme", 0), nullptr) << "what has no key has not 0";
+    tlvmsg_key_place place;
+    ASSERT_TRUE(tlvmsg_key_field(keyed, &place));
+    EXPECT_EQ(place.offset, offsetof(acme_fan_report_message, session.msg_type));
+    EXPECT_EQ((*bytes)[place.encoded_offset + 3], TLVMSG_KEY_acme_fan_report_message);
     EXPECT_EQ(best_guess(), "acme_fan_report_message " + std::to_string(bytes->size())) << before;
     ASSERT_EQ(tlvmsg_type_count(), count + tlvmsg_family_acme.type_count);
     EXPECT_STREQ(tlvmsg_type_at(count)->name, "acme_fan");

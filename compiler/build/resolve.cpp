@@ -221,6 +221,7 @@ private:
         type.count = bounded ? types_.at("uint16") : find(syntax.count);
         type.capacity = bounded ? static_cast<uint32_t>(syntax.number.value) : 0;
         type.tag = is_array(type) ? wire::array_tag : static_cast<uint16_t>(syntax.number.value);
+        type.key = syntax.key ? std::optional(static_cast<uint32_t>(syntax.key->value)) : std::nullopt;
         type.selector = find(syntax.selector);
         type.selector_name = syntax.selector_name.text;
         type.enclosing = syntax.enclosing ? find(*syntax.enclosing) : nullptr;

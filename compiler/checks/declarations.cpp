@@ -188,6 +188,13 @@ void check_alternative_types(const Declared &declared, Diagnostics &faults) {
     }
 }
 
+void check_key(const Declared &declared, Diagnostics &faults) {
+    const std::optional<syntax::Number> &key = declared.syntax->key;
+    if (key && key->value > highest_value) {
+        faults.report(fault::large_value, key->span, highest_value);
+    }
+}
+
 void check_alternative_values(const Declared &declared, Diagnostics &faults) {
     std::map<uint64_t, Span> seen;
     for (size_t i = 0; i < declared.type->alternatives.size(); ++i) {
@@ -253,8 +260,8 @@ void check_attributes(const Declared &declared, Diagnostics &faults) {
 }
 
 // Checks that need nothing but the declaration.
-constexpr auto own_checks = {check_tag_range, check_capacity, check_keywords, check_not_empty,
-                             check_enumerators};
+constexpr auto own_checks = {check_tag_range, check_capacity,    check_keywords,
+                             check_not_empty, check_enumerators, check_key};
 
 // Checks that need the types that it names as well.
 constexpr auto checks = {

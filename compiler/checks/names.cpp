@@ -40,24 +40,46 @@ Used used_names(const Resolution &resolution) {
     return used;
 }
 
+// A macro, and what in the schema it is for.
+struct Macro {
+    std::string name;
+    std::string_view part;
+    Span span;
+};
+
+std::vector<Macro> macros_of(const Type &type) {
+    std::vector<Macro> macros;
+    for (const Enumerator &each : type.enumerators) {
+        macros.push_back({names::enumerator(type, each), each.name, each.span});
+    }
+    for (const Alternative &each : type.alternatives) {
+        macros.push_back({names::choice(type, each), each.name, each.span});
+    }
+    return macros;
+}
+
+// An alternative's begins like the library's own.
+std::string_view macro_of_others(const Type &type, const std::string &macro) {
+    return type.kind == Kind::Enumeration ? why_no_type_name(macro) : "";
+}
+
 // All other names that are generated begin in a way that no declared name may, and end in the type's.
 void check_macros(const Resolution &resolution, Diagnostics &faults) {
     const Used used = used_names(resolution);
     std::map<std::string, Span> macros;
     for (const auto &[syntax, type] : resolution.declared) {
-        Used own; // names given twice in one enumeration are another fault
-        for (const Enumerator &enumerator : type->enumerators) {
-            if (!own.try_emplace(enumerator.name, enumerator.span).second) {
+        Used own; // names given twice in one type are another fault
+        for (const auto &[macro, part, span] : macros_of(*type)) {
+            if (!own.try_emplace(part, span).second) {
                 continue;
             }
-            const std::string macro = names::enumerator(*type, enumerator);
             const auto other = used.find(macro);
-            const auto [first, is_new] = macros.try_emplace(macro, enumerator.span);
+            const auto [first, is_new] = macros.try_emplace(macro, span);
             if (other != used.end() || !is_new) {
-                faults.report(fault::name_generated_twice, enumerator.span, enumerator.name, macro)
+                faults.report(fault::name_generated_twice, span, part, macro)
                     .note(other != used.end() ? other->second : first->second, "the other is here");
-            } else if (std::string_view why = why_no_type_name(macro); !why.empty()) {
-                faults.report(fault::taken_name, enumerator.span, macro, "macro", why);
+            } else if (std::string_view why = macro_of_others(*type, macro); !why.empty()) {
+                faults.report(fault::taken_name, span, macro, "macro", why);
             }
         }
     }

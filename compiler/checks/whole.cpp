@@ -8,22 +8,40 @@ namespace tlvc {
 
 namespace {
 
-void check_distinct_tags(const Resolution &resolution, Diagnostics &faults) {
-    std::map<uint64_t, const syntax::Declaration *> seen;
+// The declaration that has a number first, and the number.
+struct Owner {
+    const syntax::Declaration *syntax;
+    const syntax::Number *number;
+};
+
+// Of two, the newer one is at fault.
+void check_distinct(const Resolution &resolution, Owner &first, Owner other,
+                    const FaultOf<fault::Number> &duplicate, Diagnostics &faults) {
+    if (first.syntax == other.syntax) {
+        return;
+    }
+    if (resolution.is_newer(first.number->span, other.number->span)) {
+        std::swap(first, other);
+    }
+    faults.report(duplicate, other.number->span, other.number->value)
+        .note(first.number->span, fmt::format("'{}' has it", first.syntax->name.text));
+}
+
+void check_distinct_numbers(const Resolution &resolution, Diagnostics &faults) {
+    std::map<uint64_t, Owner> tags;
+    std::map<std::pair<const Family *, uint64_t>, Owner> keys;
     for (const auto &[syntax, type] : resolution.declared) {
-        if (!has_tag(*type) || !syntax->sound) {
-            continue;
+        if (has_tag(*type) && syntax->sound) {
+            const Owner owner{syntax, &syntax->number};
+            check_distinct(resolution, tags.try_emplace(owner.number->value, owner).first->second, owner,
+                           fault::duplicate_tag, faults);
         }
-        const syntax::Declaration *&owner = seen.try_emplace(syntax->number.value, syntax).first->second;
-        if (owner == syntax) {
-            continue;
+        if (syntax->key && syntax->sound) {
+            const Owner owner{syntax, &*syntax->key};
+            const std::pair place(type->family, owner.number->value);
+            check_distinct(resolution, keys.try_emplace(place, owner).first->second, owner,
+                           fault::duplicate_key, faults);
         }
-        const syntax::Declaration *newer = syntax;
-        if (resolution.is_newer(owner->number.span, newer->number.span)) {
-            std::swap(owner, newer);
-        }
-        faults.report(fault::duplicate_tag, newer->number.span, newer->number.value)
-            .note(owner->number.span, fmt::format("'{}' has it", owner->name.text));
     }
 }
 
@@ -63,7 +81,7 @@ void check_cycles(const Resolution &resolution, Diagnostics &faults) {
 } // namespace
 
 void check_whole(const Resolution &resolution, Diagnostics &faults) {
-    check_distinct_tags(resolution, faults);
+    check_distinct_numbers(resolution, faults);
     check_cycles(resolution, faults);
 }
 

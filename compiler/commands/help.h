@@ -77,7 +77,8 @@ inline const Help describe = {
      "those of each family, every type behind those of its family that its record holds. Each family and "
      "each type has a "
      "line. What is imported is there as well, in sections that say so.",
-     "A type has its documentation, kind and tag; members, alternatives and selector, element and capacity, "
+     "A type has its documentation, kind and tag, or key; members, alternatives and selector, element and "
+     "capacity, "
      "or "
      "enumerators, as its kind has them; the least and the most bytes that it takes on the wire, and its "
      "fingerprint; size, "

@@ -298,6 +298,14 @@ TYPE.MEMBER as compare names it, and the reason. One that fits no change any mor
     C016 fan_status.flags no receiver of 1.2 has ever looked at it
 )"};
 
+inline constexpr Rule key_changed{
+    "C034", Wire, "key of a message changed", "receivers know it by its key, and take it for another or for none",
+    "Old peers go on sending the old key. A key belongs to its message for good, and another message has another "
+    "one. To add a key breaks nothing.",
+    {"enum e = 2001  message m key 17 { e x }",
+     "enum e = 2001  message m key 18 { e x }",
+     "enum e = 2001  message m key 17 { e x }  message n key 18 { e x }"}};
+
 // clang-format on
 
 inline constexpr const Rule *rules[] = {
@@ -306,6 +314,6 @@ inline constexpr const Rule *rules[] = {
     &message_extended,   &order_changed,    &type_changed,    &name_changed,     &record_changed,
     &attribute_changed,  &room_grown,       &room_shrunk,     &enumerator_added, &enumerator_removed,
     &enumerator_renamed, &enumerator_value, &choice_added,    &choice_inserted,  &choice_removed,
-    &choice_changed,     &member_filled,    &file_shared,     &exception_idle};
+    &choice_changed,     &member_filled,    &file_shared,     &exception_idle,   &key_changed};
 
 } // namespace tlvc

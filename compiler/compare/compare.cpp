@@ -96,6 +96,9 @@ private:
         if (has_tag(before) && before.tag != after.tag) {
             report(tag_changed, types, std::to_string(before.tag), std::to_string(after.tag));
         }
+        if (before.key != after.key) {
+            report_key(types);
+        }
         if (before.capacity != after.capacity) {
             report(before.capacity < after.capacity ? room_grown : room_shrunk, types,
                    fmt::format("room for {}", before.capacity), fmt::format("room for {}", after.capacity));
@@ -116,6 +119,16 @@ private:
             }
         }
         compare_added(before, after, parts, new_parts.data());
+    }
+
+    // Nobody relies on a key that was not stated.
+    void report_key(const Subject &types) {
+        const auto stated = [](const Type &type) { return type.key ? std::to_string(*type.key) : ""; };
+        report(key_changed, types, stated(*types.before), stated(*types.after));
+        if (!types.before->key) {
+            found_.back().levels = Nothing;
+            found_.back().effect = "no receiver knew it by a key";
+        }
     }
 
     // One finding a type: the first member that now stands before one that it was behind.

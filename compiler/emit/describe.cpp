@@ -98,7 +98,8 @@ Json alternatives(const Type &type) {
                         {"doc", text(each.doc)},
                         {"values", each.values},
                         {"type", each.type->name},
-                        {"flags", flags(each.attributes, false)}});
+                        {"flags", flags(each.attributes, false)},
+                        {"macro", names::choice(type, each)}});
     }
     return list;
 }
@@ -213,6 +214,9 @@ public:
                      {"kind", kind_word(type.kind)}};
         if (type.tag != 0) {
             json["tag"] = type.tag;
+        }
+        if (type.key) {
+            json["key"] = *type.key;
         }
         json.update({{"min_encoded", type.min_size},
                      {"max_encoded", type.max_size},

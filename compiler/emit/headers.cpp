@@ -138,6 +138,8 @@ std::string value(Constant what, const Type &type) {
         return std::to_string(type.capacity);
     case Constant::Fingerprint:
         return fmt::format("UINT64_C({})", spelled_fingerprint(type));
+    case Constant::Key:
+        return fmt::format("UINT32_C({})", type.key.value_or(0));
     case Constant::MinSize:
         return std::to_string(type.min_size);
     case Constant::Size:
@@ -164,8 +166,21 @@ std::string enumerators(const Type &type) {
     return text;
 }
 
+// What a selector is to be for an alternative: the first of the values that choose it.
+std::string choices(const Type &type) {
+    std::string text;
+    for (const Alternative &each : type.alternatives) {
+        if (each.values.size() > 1) {
+            text += fmt::format("/* The first of {}. */\n", fmt::join(each.values, ", "));
+        }
+        text += fmt::format("#define {} UINT32_C({})\n", names::choice(type, each), each.values.front());
+    }
+    return text;
+}
+
 std::string declaration(const Type &type) {
-    return comment(type) + constants(type) + record(type) + enumerators(type) + prototypes(type) + "\n";
+    return comment(type) + constants(type) + record(type) + enumerators(type) + choices(type) +
+           prototypes(type) + "\n";
 }
 
 // What the types that follow have in common.

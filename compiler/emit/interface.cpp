@@ -51,6 +51,7 @@ private:
         static_assert(std::size(words) == kinds);
         std::string text = fmt::format("{} {}", words[static_cast<size_t>(type.kind)], type.name);
         text += has_tag(type) ? fmt::format(" = {}", type.tag) : "";
+        text += type.key ? fmt::format(" key {}", *type.key) : "";
         if (is_array(type)) {
             text += holds_bytes(type) ? "" : " of " + type.element->name;
             text += is_dynamic(type) ? " counted by " + type.count->name : fmt::format("[{}]", type.capacity);

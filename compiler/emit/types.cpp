@@ -112,6 +112,10 @@ std::string particulars(const Type &type) {
     return "";
 }
 
+std::string flags(const Type &type) {
+    return is_signed(type) ? "TLVMSG_SIGNED" : type.key ? "TLVMSG_HAS_KEY" : "0";
+}
+
 std::string descriptor(const Type &type) {
     const std::string record = names::record(type);
     return fmt::format("extern const tlvmsg_operations {};\n"
@@ -122,13 +126,13 @@ std::string descriptor(const Type &type) {
                        "    .size = sizeof({}), .alignment = alignof({}),\n"
                        "    .min_encoded = {}, .max_encoded = {},\n"
                        "{}    .operations = TLVMSG_OPERATIONS_OF({}),\n"
-                       "    .fingerprint = UINT64_C({}),\n}};\n\n",
+                       "    .fingerprint = UINT64_C({}), .key = UINT32_C({}),\n}};\n\n",
                        names::operations(type), type.name, quoted(type.name),
                        quoted(type.family == nullptr ? "" : type.family->name),
                        quoted(type.section == nullptr ? Doc() : type.section->doc), quoted(type.doc),
-                       names::kind(type.kind), type.tag, is_signed(type) ? "TLVMSG_SIGNED" : "0", record,
-                       record, type.min_size, type.max_size, particulars(type), names::operations(type),
-                       spelled_fingerprint(type));
+                       names::kind(type.kind), type.tag, flags(type), record, record, type.min_size,
+                       type.max_size, particulars(type), names::operations(type), spelled_fingerprint(type),
+                       type.key.value_or(0));
 }
 
 // The tables of a type, and the descriptor that refers to them.

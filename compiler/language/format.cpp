@@ -87,7 +87,9 @@ private:
                         fmt::arg("number", sources_.text(d.number.span)), fmt::arg("element", d.element.text),
                         fmt::arg("count", d.count.text), fmt::arg("selector", d.selector.text),
                         fmt::arg("selector_name", d.selector_name.text));
-        return d.enclosing ? fmt::format("{} in {}", result, d.enclosing->text) : result;
+        return d.enclosing ? fmt::format("{} in {}", result, d.enclosing->text)
+               : d.key     ? fmt::format("{} key {}", result, sources_.text(d.key->span))
+                           : result;
     }
 
     // An enumerator, a member or an alternative.

@@ -104,6 +104,9 @@ private:
         if (!at_keyword(first) || peek(first + 2).starts_line) {
             return false;
         }
+        if (at_word("message", first) && at_word("key", first + 2)) {
+            return peek(first + 3).kind == TokenKind::Number;
+        }
         const bool opens = std::any_of(std::begin(openings), std::end(openings), [&](const Opening &each) {
             return matches(each.first, first) && matches(each.second, first + 1) &&
                    matches(each.third, first + 2);
@@ -336,6 +339,10 @@ private:
                 .correct({{peek().span.file, peek().span.begin, peek(1).span.end}, ""});
             take();
             take();
+        }
+        if (at_word("key")) {
+            take();
+            result.key = number("the key");
         }
         body(result);
     }

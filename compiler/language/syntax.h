@@ -57,6 +57,7 @@ struct Declaration {
     Name selector;      // union
     Name selector_name; // union
     std::optional<Name> enclosing;       // union
+    std::optional<Number> key;           // message
     Span body;                           // the braces and what is between; empty where there are none
     std::vector<Member> members;         // structure, message, union
     std::vector<Enumerator> enumerators; // enumeration

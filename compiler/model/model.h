@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -125,6 +126,7 @@ struct Type {
     uint16_t tag = 0;                    // enumeration, structure, scalar (the tag its encoder writes), array
     std::vector<Enumerator> enumerators; // enumeration: the values that have names
     std::vector<Member> members;         // structure, message
+    std::optional<uint32_t> key;         // message: by which receivers know it, if any
     const Type *element = nullptr;       // every array: of an item, uint8 for bytes
     uint32_t capacity = 0;               // element, packed and byte arrays
     const Type *count = nullptr;         // every array: the scalar type of the record's count field

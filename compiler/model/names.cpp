@@ -56,6 +56,8 @@ std::string_view word(Constant what) {
         return "CAPACITY";
     case Constant::Fingerprint:
         return "FINGERPRINT";
+    case Constant::Key:
+        return "KEY";
     }
     return {};
 }
@@ -71,6 +73,7 @@ std::vector<Constant> constants(const Type &type) {
     };
     add(has_tag(type), {Constant::Tag});
     add(type.capacity != 0, {Constant::Capacity});
+    add(type.key.has_value(), {Constant::Key});
     add(type.kind == Kind::Message, {Constant::Fingerprint});
     add(type.family != nullptr && type.fixed_size(), {Constant::Size});
     add(type.family != nullptr && !type.fixed_size(), {Constant::MinSize, Constant::MaxSize});
@@ -79,6 +82,10 @@ std::vector<Constant> constants(const Type &type) {
 
 std::string enumerator(const Type &enumeration, const Enumerator &enumerator) {
     return enumeration.name + "_" + enumerator.name;
+}
+
+std::string choice(const Type &union_type, const Alternative &alternative) {
+    return fmt::format("TLVMSG_CHOICE_{}_{}", union_type.name, alternative.name);
 }
 
 // The name stands last and as it is, so that no two headers come out the same.

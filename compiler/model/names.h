@@ -22,11 +22,12 @@ std::string encode_operation(const Type &type);
 std::string decode_operation(const Type &type);
 
 // Macros: TLVMSG_TAG_x, TLVMSG_SIZE_x, ...
-enum class Constant { Tag, Size, MinSize, MaxSize, Capacity, Fingerprint };
+enum class Constant { Tag, Size, MinSize, MaxSize, Capacity, Fingerprint, Key };
 std::string_view word(Constant what); // "TAG"
 std::string constant(Constant what, const Type &type);
 std::vector<Constant> constants(const Type &type); // that its header has
 std::string enumerator(const Type &enumeration, const Enumerator &enumerator);
+std::string choice(const Type &union_type, const Alternative &alternative);
 
 // FAMILY.h, bounded/FAMILY.h, FAMILY.hpp.
 enum class Header { Records, Bounded, Traits };

@@ -91,6 +91,7 @@ The declarations are:
     enum NAME = TAG { NAME = VALUE ... }
     struct NAME = TAG { TYPE NAME ... }
     message NAME { TYPE NAME ... }
+    message NAME key NUMBER { TYPE NAME ... }
     array NAME of TYPE[CAPACITY]
     bytes NAME[CAPACITY]
     dynamic array NAME of TYPE counted by COUNT
@@ -348,8 +349,10 @@ inline constexpr FaultOf<Text, Text> name_generated_twice{
     "T044", "name generated twice", "'{}' comes out as '{}', which is taken",
     R"(
 An enumerator becomes a macro that is called after its enumeration and itself: 'slow' of 'port_speed'
-is port_speed_slow. A macro replaces its name everywhere, so no type, member or other enumerator may
-have it. Rename one of the two.
+is port_speed_slow. An alternative becomes one that is called after its union and itself: 'ipv4' of
+'address' is TLVMSG_CHOICE_address_ipv4. A macro replaces its name everywhere, so no type, member,
+other enumerator or alternative may have it: 'b_c' of 'a' and 'c' of 'a_b' come out the same. Rename
+one of the two.
 )"};
 
 inline constexpr FaultOf<Text, Number, Number> nested_too_deeply{
@@ -381,8 +384,17 @@ families that have them. Families of your own have the tags from 32768 to 65535;
     struct acme_fan = 32768 { uint8 tray }
 )"};
 
+inline constexpr FaultOf<Number> duplicate_key{
+    "T053", "message key used twice", "key {} is taken",
+    R"(
+A key is the number by which receivers know a message, so no two messages of a family have the same:
+
+    message fan_report_message key 17 { app_sess_hdr session  fan_list list }
+    message fan_alarm_message key 18 { app_sess_hdr session  fan_list list }
+)"};
+
 inline constexpr FaultOf<Text, Number, Text, Number> type_too_large{
-    "T059", "type too large", "'{}' takes {} bytes {}, and at most {} are allowed",
+    "T054", "type too large", "'{}' takes {} bytes {}, and at most {} are allowed",
     R"(
 Arrays in arrays have room for the product of their capacities, whether or not it can be sent. Lower the
 capacities, or use dynamic arrays.
@@ -449,7 +461,8 @@ inline constexpr const Fault *all[] = {
     &count_type, &missing_count, &wrong_count, &selector_type, &missing_selector, &wrong_selector, &duplicate_value,
     &large_value, &unknown_attribute, &misplaced_attribute, &enclosing_record, &circular_type, &circular_families,
     &fixed_size, &member_named_as_type, &unknown_enumerator, &duplicate_enumerator, &taken_name,
-    &name_generated_twice, &nested_too_deeply, &path_too_long, &interface_changed, &library_tag, &type_too_large,
+    &name_generated_twice, &nested_too_deeply, &path_too_long, &interface_changed, &library_tag, &duplicate_key,
+    &type_too_large,
     &array_never_full, &unused_enumeration, &undocumented_type, &library_name, &char_member, &system_name,
     &idle_silence};
 // clang-format on

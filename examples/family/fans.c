@@ -1,8 +1,9 @@
 /*
- * A family of one's own: a report on the fans of a module becomes bytes and a record again, and a type is found by its
- * tag. With a file name the bytes are written there, for 'tlv --schema acme/fan.tlv' to show.
+ * A family of one's own: a report on the fans of a module becomes bytes, which whoever receives them knows by the key in
+ * their session header, and a record again; and a type is found by its tag. With a file name the bytes are written there, for 'tlv --schema acme/fan.tlv' to show.
  */
 #include <tlvmsg/bounded/acme.h>
+#include <tlvmsg/bounded/common.h>
 
 #include <stdio.h>
 #include <string.h>
@@ -17,6 +18,7 @@ static int fail(const tlvmsg_fault *fault) {
 /* Two fans: one turns, the other does not and says why. */
 static bool fill(acme_fan_report_message *report, tlvmsg_fault *fault) {
     static const char reason[] = "bearing seized";
+    report->session.msg_type = TLVMSG_KEY_acme_fan_report_message;
     if (!tlvmsg_resize_acme_fans(&report->list.fans, 2, fault)) {
         return false;
     }
@@ -48,22 +50,40 @@ static void show(const acme_fan_report_message *report) {
     }
 }
 
+/* Receives what is to be one of the family's messages. */
+static bool take(const uint8_t *wire, size_t size, tlvmsg_fault *fault) {
+    app_sess_hdr session;
+    if (!tlvmsg_decode_app_sess_hdr(wire, size, NULL, &session, NULL, fault)) {
+        return false;
+    }
+    const tlvmsg_type *type = tlvmsg_type_by_key("acme", session.msg_type);
+    printf("key %u: %s\n", (unsigned)session.msg_type, type ? type->name : "none of ours");
+    if (type != tlvmsg_descriptor_acme_fan_report_message()) {
+        return true;
+    }
+    acme_fan_report_message report;
+    if (!tlvmsg_decode_acme_fan_report_message(wire, size, NULL, &report, NULL, fault)) {
+        return false;
+    }
+    show(&report);
+    tlvmsg_release_acme_fan_report_message(&report);
+    return true;
+}
+
 int main(int argc, char **argv) {
     tlvmsg_fault fault;
     if (!tlvmsg_register(&tlvmsg_family_acme, &fault)) {
         return fail(&fault);
     }
-    acme_fan_report_message sent = {0}, received;
+    acme_fan_report_message sent = {0};
     size_t size;
     uint8_t *wire =
         fill(&sent, &fault) ? tlvmsg_encode_alloc_acme_fan_report_message(&sent, &size, &fault) : NULL;
     tlvmsg_release_acme_fan_report_message(&sent);
-    if (!wire || !tlvmsg_decode_acme_fan_report_message(wire, size, NULL, &received, NULL, &fault)) {
+    if (!wire || !take(wire, size, &fault)) {
         tlvmsg_free(wire);
         return fail(&fault);
     }
-    show(&received);
-    tlvmsg_release_acme_fan_report_message(&received);
 
     FILE *file = argc > 1 ? fopen(argv[1], "wb") : NULL;
     if (argc > 1 && (!file || fwrite(wire, 1, size, file) != size || fclose(file) != 0)) {

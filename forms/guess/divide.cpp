@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 namespace tlvmsg::forms {
 
@@ -14,16 +15,34 @@ namespace {
 // A message, or several of one shape, up to another place.
 struct Step {
     size_t end;
-    Types types;
+    std::vector<const tlvmsg_type *> types;
+    bool named; // by a key that only this message has
 };
 
 struct Place {
     size_t offset;
     size_t messages;         // at least, from here to the end; `none` when nothing leads there
-    std::vector<Step> steps; // with which so few begin
+    std::vector<Step> steps; // with which so few begin; if any of them is named, those that are
 };
 
 constexpr size_t none = SIZE_MAX - 1;
+
+// Messages of one shape that the bytes are, as far as keys tell.
+Step step_to(const tlvmsg_type_set &set, Bytes bytes, Types alike) {
+    Step step{0, {}, false};
+    for (const tlvmsg_type *const type : alike) {
+        switch (set.key_in(bytes, type)) {
+        case Key::other:
+            break;
+        case Key::alone:
+            return {0, {type}, true};
+        case Key::silent:
+        case Key::shared:
+            step.types.push_back(type);
+        }
+    }
+    return step;
+}
 
 // Every message begins and ends where a top-level element does, and these follow from one another. So the places to
 // consider are few, and each is looked at once.
@@ -71,14 +90,25 @@ private:
             const auto end =
                 std::lower_bound(places_.begin(), places_.end(), from.offset + size,
                                  [](const Place &place, size_t offset) { return place.offset < offset; });
-            if (end->messages + 1 < from.messages) {
-                from.messages = end->messages + 1;
-                from.steps.clear();
-            }
-            if (end->messages + 1 == from.messages) {
-                from.steps.push_back({static_cast<size_t>(end - places_.begin()), alike});
+            Step step = step_to(set, rest, alike);
+            step.end = static_cast<size_t>(end - places_.begin());
+            if (!step.types.empty()) {
+                add(std::move(step), end->messages + 1, from);
             }
         });
+    }
+
+    static void add(Step step, size_t messages, Place &from) {
+        const bool named = !from.steps.empty() && from.steps.front().named;
+        const auto worth = std::pair(messages, !step.named); // smaller is better
+        const auto others = std::pair(from.messages, !named);
+        if (worth < others) {
+            from.messages = messages;
+            from.steps.clear();
+        }
+        if (worth <= others) {
+            from.steps.push_back(std::move(step));
+        }
     }
 
     // From a place that all shortest divisions have in common to the next one. They all have as many messages up to

@@ -23,17 +23,22 @@ int rank(const tlvmsg_type *type) {
 
 using Guess = Listed<tlvmsg_guess>;
 
+struct Candidate : Guess {
+    bool named = false; // by a key that only this message has
+};
+
 bool takes_all(const tlvmsg_guess &guess) { return guess.verdict.fit == TLVMSG_FITS && guess.offset == 0; }
 
 // Smaller is better.
-auto worth(const Guess &guess) {
+auto worth(const Candidate &guess) {
     const tlvmsg_verdict &verdict = guess.entry.verdict;
-    return std::tuple(SIZE_MAX - guess.entry.understood, !takes_all(guess.entry), rank(verdict.type),
-                      verdict.fit == TLVMSG_FITS_NOT, guess.entry.offset, verdict.extent.deviations);
+    return std::tuple(SIZE_MAX - guess.entry.understood, !takes_all(guess.entry), !guess.named,
+                      rank(verdict.type), verdict.fit == TLVMSG_FITS_NOT, guess.entry.offset,
+                      verdict.extent.deviations);
 }
 
 // All that a verdict says but for members' names.
-auto identity(const Guess &guess) {
+auto identity(const Candidate &guess) {
     const tlvmsg_verdict &verdict = guess.entry.verdict;
     return std::tuple(worth(guess), verdict.extent.consumed, verdict.fault.code, verdict.fault.offset,
                       verdict.fault.allowed);
@@ -49,24 +54,24 @@ public:
     // Best first, and no more of those that do not take all bytes than wanted.
     std::vector<Guess> best() {
         find();
-        std::vector<Guess> guesses;
+        std::vector<Candidate> guesses;
         for (auto &[identity, guess] : found_) {
             guesses.push_back(std::move(guess));
         }
-        std::stable_sort(guesses.begin(), guesses.end(), [](const Guess &a, const Guess &b) {
+        std::stable_sort(guesses.begin(), guesses.end(), [](const Candidate &a, const Candidate &b) {
             return std::tuple(worth(a), b.types.size()) < std::tuple(worth(b), a.types.size());
         });
         size_t left = options_.most;
-        std::erase_if(guesses, [&](const Guess &each) {
+        std::erase_if(guesses, [&](const Candidate &each) {
             const bool wanted = takes_all(each.entry) || left > 0;
             left -= wanted && !takes_all(each.entry) ? 1 : 0;
             return !wanted;
         });
-        for (Guess &each : guesses) {
+        for (Candidate &each : guesses) {
             std::sort(each.types.begin(), each.types.end(), name_before);
             each.entry = of_type(each.types.front(), each.entry.offset);
         }
-        return guesses;
+        return {guesses.begin(), guesses.end()};
     }
 
 private:
@@ -117,15 +122,31 @@ private:
                 const auto same = std::partition_point(alike.begin(), alike.end(), [&](const auto *type) {
                     return next(type) == next(alike.front());
                 });
-                add({alike.begin(), same}, offset);
+                add_by_keys({alike.begin(), same}, offset);
                 alike = {same, alike.end()};
             }
         });
     }
 
+    // Without those whose key the bytes do not have; the message that their key names is a guess of its own.
+    void add_by_keys(Types types, size_t offset) {
+        std::vector<const tlvmsg_type *> others;
+        for (const tlvmsg_type *const &type : types) {
+            const Key key = set_.key_in(bytes_.subspan(offset), type);
+            if (key == Key::alone) {
+                add({&type, 1}, offset, true);
+            } else if (key != Key::other) {
+                others.push_back(type);
+            }
+        }
+        if (!others.empty()) {
+            add(others, offset);
+        }
+    }
+
     // A guess for all of these types: the same is to be said of each.
-    void add(Types types, size_t offset) {
-        Guess guess{of_type(types.front(), offset), {}};
+    void add(Types types, size_t offset, bool named = false) {
+        const Candidate guess{{of_type(types.front(), offset), {}}, named};
         std::vector<const tlvmsg_type *> &all =
             found_.try_emplace(identity(guess), guess).first->second.types;
         all.insert(all.end(), types.begin(), types.end());
@@ -143,7 +164,7 @@ private:
     const tlvmsg_type_set &set_;
     Bytes bytes_;
     tlvmsg_guess_options options_;
-    std::map<Identity, Guess> found_;
+    std::map<Identity, Candidate> found_;
 };
 
 } // namespace

@@ -421,6 +421,7 @@ void Reader::fail(tlvmsg_text_code code, const std::string &message) const {
 
 void read_json(const tlvmsg_type *type, void *record, std::string_view text, const tlvmsg_limits *limits) {
     const bool limited = limits != nullptr && limits->allocation > 0;
+    put_key(type, record); // unless the text says otherwise
     Reader(type, record, text, limited ? limits->allocation : tlvmsg_default_allocation(text.size())).read();
 }
 

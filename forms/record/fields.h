@@ -2,6 +2,9 @@
 #pragma once
 
 #include <tlvmsg/record.h>
+#include <tlvmsg/types.h>
+
+#include <cstring>
 
 namespace tlvmsg::forms {
 
@@ -13,6 +16,17 @@ inline uint8_t *at_offset(void *record, size_t offset) { return static_cast<uint
 
 inline uint8_t *item_at(const tlvmsg_type *array, const tlvmsg_items &items, size_t index) {
     return items.first + index * array->element->size;
+}
+
+// Puts the message's key into its record, and gives that field; null where there is no key, or no field for it.
+inline uint8_t *put_key(const tlvmsg_type *type, void *record) {
+    tlvmsg_key_place place;
+    if ((type->flags & TLVMSG_HAS_KEY) == 0 || !tlvmsg_key_field(type, &place)) {
+        return nullptr;
+    }
+    uint8_t *const field = at_offset(record, place.offset);
+    std::memcpy(field, &type->key, sizeof type->key);
+    return field;
 }
 
 // Whether a dynamic array counts items that are nowhere, as a decoder leaves one that is absent.

@@ -73,7 +73,14 @@ public:
         dynamic_share_ = share_within(type, most_encoded_bytes);
     }
 
-    // What is all zero. A path alone is enough to have an alternative.
+    // What is all zero.
+    void fill(const tlvmsg_type *type, void *record) {
+        key_ = put_key(type, record);
+        fill(type, record, "");
+    }
+
+private:
+    // A path alone is enough to have an alternative.
     void fill(const tlvmsg_type *type, void *record, const std::string &path, bool alternative = false) {
         const Setting *const setting = settings_.of(path);
         if (setting != nullptr && (setting->value || !alternative)) {
@@ -82,7 +89,7 @@ public:
         switch (type->kind) {
         case TLVMSG_SCALAR:
         case TLVMSG_ENUMERATION:
-            return tlvmsg_store(type, record, number(type));
+            return record == key_ ? void() : tlvmsg_store(type, record, number(type));
         case TLVMSG_STRUCTURE:
         case TLVMSG_MESSAGE:
             return fill_members(type, record, path);
@@ -97,7 +104,6 @@ public:
         }
     }
 
-private:
     // Modulo, because the standard's distributions differ between libraries.
     uint64_t draw(uint64_t below) { return random_() % below; }
     uint64_t one_of(std::initializer_list<uint64_t> values) { return values.begin()[draw(values.size())]; }
@@ -118,7 +124,8 @@ private:
     Settings &settings_;
     std::mt19937_64 random_;
     NeedsOfTypes needs_;
-    uint64_t dynamic_share_; // bytes for the items of each dynamic array
+    uint64_t dynamic_share_;    // bytes for the items of each dynamic array
+    const void *key_ = nullptr; // the field that has the message's key already
 };
 
 uint64_t Sampler::number(const tlvmsg_type *type) {
@@ -254,7 +261,7 @@ bool tlvmsg_sample(const tlvmsg_type *type, const tlvmsg_sample_options *options
     };
     const auto fill = [&] {
         Settings settings(text);
-        Sampler(type, wanted, settings).fill(type, record, "");
+        Sampler(type, wanted, settings).fill(type, record);
         settings.check();
     };
     Call call(fault);

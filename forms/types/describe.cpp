@@ -39,6 +39,9 @@ public:
         if (type->tag != 0) {
             value("tag", type->tag);
         }
+        if ((type->flags & TLVMSG_HAS_KEY) != 0) {
+            value("key", type->key);
+        }
         value("min_encoded", type->min_encoded);
         value("max_encoded", type->max_encoded);
         if (const uint64_t fingerprint = tlvmsg_fingerprint(type); fingerprint != 0) {

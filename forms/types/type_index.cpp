@@ -1,6 +1,7 @@
 #include "forms/types/type_index.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace tlvmsg::forms {
 
@@ -70,6 +71,7 @@ tlvmsg_type_set::tlvmsg_type_set(std::vector<const tlvmsg_type *> sorted) : by_n
     for (const tlvmsg_type *type : by_name) {
         if (type->kind == TLVMSG_MESSAGE) {
             messages.push_back(type);
+            keys.insert(keys.end(), (type->flags & TLVMSG_HAS_KEY) != 0 ? 1 : 0, type->key);
         } else if (type->kind != TLVMSG_UNION) {
             elements.push_back(type);
             by_tag.insert(by_tag.end(), type->element == nullptr ? 1 : 0, type);
@@ -79,10 +81,30 @@ tlvmsg_type_set::tlvmsg_type_set(std::vector<const tlvmsg_type *> sorted) : by_n
     sort(by_tag, [](const auto *a, const auto *b) { return a->tag < b->tag; });
     sort(elements, [](const auto *a, const auto *b) { return tag_read(a) < tag_read(b); });
     sort(messages, members_before);
+    sort(keys, std::less<>());
 }
 
 Types tlvmsg_type_set::beginning_like(Bytes bytes) const { return of_tag(elements, bytes, tag_read); }
 
 void tlvmsg_type_set::follow_messages(Bytes bytes, const Found &found) const {
     follow(messages, 0, bytes, 0, found);
+}
+
+Key tlvmsg_type_set::key_in(Bytes bytes, const tlvmsg_type *message) const {
+    // What an enumeration has before its value: its length, and the header of the number in it.
+    constexpr uint8_t before[] = {0, 8, 0, 6, 0, 4};
+    tlvmsg_key_place place;
+    if ((message->flags & TLVMSG_HAS_KEY) == 0 || !tlvmsg_key_field(message, &place) ||
+        bytes.size() < place.encoded_offset + sizeof message->key) {
+        return Key::silent;
+    }
+    const Bytes number = bytes.subspan(place.encoded_offset);
+    if (!std::equal(std::begin(before), std::end(before), number.data() - sizeof before)) {
+        return Key::silent;
+    }
+    if (number_at(number, 0) != message->key >> 16 || number_at(number, 2) != (message->key & UINT16_MAX)) {
+        return Key::other;
+    }
+    const auto [first, last] = std::equal_range(keys.begin(), keys.end(), message->key);
+    return last - first > 1 ? Key::shared : Key::alone;
 }

@@ -15,6 +15,14 @@ using Types = std::span<const tlvmsg_type *const>;
 
 bool name_before(const tlvmsg_type *a, const tlvmsg_type *b);
 
+// What the number where a message has its key says of bytes.
+enum class Key {
+    silent, // the message has no key or no field for it, or the bytes no number there
+    other,  // they are another message
+    shared, // they have the message's key, which others have, too
+    alone   // they are this message, or one without a key
+};
+
 } // namespace tlvmsg::forms
 
 struct tlvmsg_type_set {
@@ -37,10 +45,14 @@ struct tlvmsg_type_set {
     // Goes along the bytes as far as some message does. Messages that differ before that are left out.
     void follow_messages(Bytes bytes, const Found &found) const;
 
+    // Of bytes at which a message begins.
+    tlvmsg::forms::Key key_in(Bytes bytes, const tlvmsg_type *message) const;
+
     std::vector<const tlvmsg_type *> by_name;
     std::vector<const tlvmsg_type *> by_tag;   // that encoders write
     std::vector<const tlvmsg_type *> elements; // by the tag that decoders look for
     // By the tags of all their members, since nearly all begin alike: those that have the first ones in common lie
     // side by side.
     std::vector<const tlvmsg_type *> messages;
+    std::vector<uint32_t> keys; // of the messages that have one, in their order
 };

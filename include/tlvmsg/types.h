@@ -19,6 +19,7 @@
 
 #include <tlvmsg/version.h>
 
+#include <stdbool.h>
 #include <stddef.h>
 #include <stdint.h>
 
@@ -53,7 +54,9 @@ enum {
     /* An alternative whose decoder ends where the element's length says, even when its value is malformed. */
     TLVMSG_END_BY_LENGTH = 4,
     /* A scalar that can be negative. */
-    TLVMSG_SIGNED = 8
+    TLVMSG_SIGNED = 8,
+    /* A message that has a key. */
+    TLVMSG_HAS_KEY = 16
 };
 
 /* A value of an enumeration that has a name. Others may occur as well. */
@@ -121,6 +124,8 @@ struct tlvmsg_type {
     const struct tlvmsg_operations *operations; /* the library's own; null: none but those of all types */
 
     uint64_t fingerprint; /* tlvmsg_fingerprint */
+
+    uint32_t key; /* messages: by which receivers know it, if flags have TLVMSG_HAS_KEY; else 0 */
 };
 
 /* The descriptor of that name, from the library or a registered family; null when there is none. */
@@ -128,6 +133,40 @@ const tlvmsg_type *tlvmsg_type_find(const char *name);
 
 /* The enumeration or structure of that tag, likewise. */
 const tlvmsg_type *tlvmsg_type_by_tag(uint16_t tag);
+
+/*
+ * The message of that key, from the library or a registered family, in the family of that name; of a null `family`, in
+ * any. Null when there is none, and when several families have one. All messages are looked through, so programs that
+ * receive many keep what they are given.
+ *
+ * Example, a receiver of messages that begin with the session header:
+ *
+ *     app_sess_hdr session;
+ *     if (tlvmsg_decode_app_sess_hdr(packet, packet_len, NULL, &session, NULL, NULL)) {
+ *         const tlvmsg_type *type = tlvmsg_type_by_key("acme", session.msg_type);
+ *         puts(type != NULL ? type->name : "none of acme's"); // "none of acme's"
+ *     }
+ */
+const tlvmsg_type *tlvmsg_type_by_key(const char *family, uint32_t key);
+
+/* Where a message has the number by which receivers know it. */
+typedef struct tlvmsg_key_place {
+    uint32_t offset;         /* of its field in the record, a uint32_t */
+    uint32_t encoded_offset; /* of its 4 bytes in what encoders write, the most significant one first */
+} tlvmsg_key_place;
+
+/*
+ * True if the type is a message with a field for such a number, whether or not it has a key: the first enumeration
+ * called app_sess_msg_type, in the order of the wire, that is a member of the message or of a structure in it. In
+ * messages that begin with the session header it is the msg_type of that. It counts only where all that stands
+ * before it has one size, and where it chooses no alternative of a union. Without a field `*place` is zero, and a
+ * key is a number that only programs look up. `type` and `place` may be null.
+ *
+ * tlvmsg_sample and all that reads JSON put a message's key into the field unless they are given a value for it,
+ * and bytes that have another number there are not guessed to be the message (tlvmsg/forms/guess.h). What is told
+ * the type, as encoders, decoders and tlvmsg_verify are, heeds no key.
+ */
+bool tlvmsg_key_field(const tlvmsg_type *type, tlvmsg_key_place *place);
 
 /*
  * Every type: index 0 up to tlvmsg_type_count() - 1; null beyond. Those of the library by name, scalars included, then

@@ -56,14 +56,16 @@ TEST(Parser, GoesOnBehindAFault) {
                   "/// Of f.\n"
                   "dynamic bytes f counted by uint8\n"
                   "42\n"
-                  "message g { e e }\n");
+                  "struct h = 1004 {\n"
+                  "    message key\n"
+                  "message g key 17 { e e }\n");
     std::vector<uint32_t> lines;
     for (const Diagnostic &fault : parsed.faults.in_file_order()) {
         lines.push_back(parsed.sources.position(fault.span.file, fault.span.begin).line);
     }
-    EXPECT_EQ(lines, (std::vector<uint32_t>{3, 4, 7, 8, 10, 14, 15}));
+    EXPECT_EQ(lines, (std::vector<uint32_t>{3, 4, 7, 8, 10, 14, 15, 18}));
     EXPECT_EQ(names(parsed.syntax.declarations),
-              (std::vector<std::string>{"a", "b", "c", "d", "e", "f", "g"}))
+              (std::vector<std::string>{"a", "b", "c", "d", "e", "f", "h", "g"}))
         << "names are known whatever follows them";
     std::string sound;
     for (const Declaration &each : parsed.syntax.declarations) {

@@ -64,6 +64,7 @@ OTHER_FAMILY = """
 SETUP = {
     "inspect.h": MESSAGE,
     "typed.h": MESSAGE + "    size_t size = packet_len;\n",
+    "types.h": MESSAGE,
     "record.h": TYPE % "if_name" + "    static if_name name_record, *record = &name_record;\n    tlvmsg_fault fault;\n",
     "register.h": OTHER_FAMILY,
     "forms/bytes.h": BARE_LED,

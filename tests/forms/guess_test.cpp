@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <random>
 #include <set>
 #include <string>
@@ -296,6 +297,39 @@ TEST(Divide, NamesAllThatMayBeginWhereDivisionsDisagree) {
     expect(a + b + c, {{a + b + c, {"a", "ab"}}}); // ab and c, or a and bc
     expect(a + a + b + c + c, {{a, {"a"}}, {a + b + c, {"a", "ab"}}, {c, {"c", "c_too"}}});
     expect(b, {});
+    tlvmsg_type_set_free(set);
+}
+
+// Messages of a session header alone.
+TEST(Divide, GoesByTheKeysThatMessagesHave) {
+    const tlvmsg_member header{"session", "", tlvmsg_type_find("app_sess_hdr"), 0, 0};
+    std::vector<tlvmsg_type> types(6, *tlvmsg_type_find("analogbri_led_control_req_message"));
+    std::vector<const tlvmsg_type *> pointers;
+    for (size_t i = 0; i < types.size(); ++i) {
+        constexpr const char *names[] = {"a", "b", "plain", "plain_too", "x", "y"};
+        constexpr uint32_t keys[] = {17, 18, 0, 0, 19, 19};
+        types[i].name = names[i];
+        types[i].members = &header;
+        types[i].member_count = 1;
+        types[i].operations = nullptr;
+        types[i].key = keys[i];
+        types[i].flags = keys[i] == 0 ? 0 : TLVMSG_HAS_KEY;
+        pointers.push_back(&types[i]);
+    }
+    tlvmsg_type_set *const set = tlvmsg_type_set_new(pointers.data(), pointers.size(), nullptr);
+    ASSERT_NE(set, nullptr);
+    const Bytes bytes = sample(*header.type);
+    const Bytes keyless(bytes.begin(), bytes.end() - 4);
+    const std::map<std::string, Names> expected{{"00 00 00 11", {"a"}},
+                                                {"00 00 00 12", {"b"}},
+                                                {"00 00 00 13", {"plain", "plain_too", "x", "y"}},
+                                                {"00 01 00 11", {"plain", "plain_too"}}};
+    for (const auto &[key, names] : expected) {
+        const Parts parts = divided(keyless + hex("00 00 00 12") + keyless + hex(key), set);
+        ASSERT_EQ(parts.size(), 2u);
+        EXPECT_EQ(parts[0].names, Names{"b"});
+        EXPECT_EQ(parts[1].names, names) << key;
+    }
     tlvmsg_type_set_free(set);
 }
 

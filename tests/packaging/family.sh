@@ -29,6 +29,7 @@ quietly cmake --build "a build"
 says output '^tray 1: 4180 rpm$'
 says output '^tray 2: bearing seized$'
 says output 'tag 32771 is acme_fan$'
+says output '^key 17: acme_fan_report_message$'
 
 # What is generated is up to date until a file that was read changes.
 cmake --build "a build" > again

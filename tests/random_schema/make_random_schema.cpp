@@ -341,7 +341,9 @@ private:
         for (uint64_t i = 0; i < members; ++i) {
             add_member(body, enumeration_or_structure(largest_structure));
         }
-        declare(fmt::format("message {} {{\n{}}}", new_name("message"), body.lines));
+        const std::string key = messages_ % 2 == 0 ? "" : fmt::format(" key {}", messages_);
+        ++messages_;
+        declare(fmt::format("message {}{} {{\n{}}}", new_name("message"), key, body.lines));
     }
 
     std::mt19937_64 random_;
@@ -349,6 +351,7 @@ private:
     std::set<uint64_t> tags_;
     std::set<std::string> taken_;
     int names_ = 0;
+    uint64_t messages_ = 0;
 };
 
 void write(const File &file, const std::filesystem::path &root) {

@@ -233,6 +233,20 @@ class Dissector(unittest.TestCase):
         for text in (b"type 'nonsense'", b"'sctp/1=ifid' is none", b"'udp/65536=ifid' is none", b"+3' is none"):
             self.assertIn(text, tshark.stderr)
 
+    def test_keys(self):
+        shape = "{ app_sess_hdr session  ifid interface }"
+        with open("keys.tlv", "w") as file:
+            file.write(f'import "common/session.tlv"\nmessage first key 17 {shape}\nmessage other key 18 {shape}\n'
+                       f"message plain {shape}\nmessage twin key 4294967295 {shape}\n")
+        own = ("--schema", "keys.tlv")
+        with open("keyed.lua", "wb") as file:
+            file.write(run(TLV, "wireshark", "--name", "keyed", *own))
+        first, other = sample("first", *own), sample("other", *own)
+        packets = [first, other, first[:47] + b"\5" + first[48:], first + other, sample("twin", *own)]
+        shows = dissect([(UDP, 9000, data) for data in packets], "-d", "udp.port==9000,keyed", names=("keyed",))
+        self.assertEqual([shown(protos, "keyed.message") for protos in shows],
+                         [["first"], ["other"], ["plain"], ["first", "other"], ["twin"]])
+
     def test_framing(self):
         led = sample(LED)
         stream = b"".join(b"\xca\xfe" + struct.pack(">HH", len(led), 0) + led for _ in range(7))

@@ -101,7 +101,8 @@ void add_decode(Cli &cli) {
           "the chosen alternative's name. Without a type the elements of a file are named by their tags.",
           "Of captures every message gives an object in a line of its own: frame, time (seconds since 1970), "
           "length, captured, source, destination, their ports, protocol, type and message, or error. Without "
-          "a type a frame is taken for messages only if they fill its payload without a deviation. Otherwise "
+          "a type a frame is taken for messages only if they fill its payload without a deviation. Of "
+          "several that do, a key that the schema gives to one of them decides. Otherwise "
           "error.code says what is missing: fragment, segment and cut stand for parts of a message, "
           "ambiguous for several types that fit (types lists them; -t, --type-of and --types decide), "
           "unknown-message for none. A type that was given is decoded with the tolerance that decoders have: "

@@ -33,8 +33,9 @@ void add_encode(Cli &cli) {
     CLI::App *const command = cli.add(
         "encode",
         {"Turn JSON into a message",
-         {"Takes what tlv decode prints. What is not mentioned is zero and empty; an unknown name, a number "
-          "that does not fit and a value of another kind are errors that name the place in the JSON."},
+         {"Takes what tlv decode prints. What is not mentioned is zero and empty, but for a message's key, "
+          "which is where the schema says; an unknown name, a number that does not fit and a value of "
+          "another kind are errors that name the place in the JSON."},
          {{"tlv encode -t zel_led_control led.json > led.bin", "from a file"},
           {"tlv encode -t zel_led_control '{\"slot\": 2, \"color\": 3}'", "from the command line"},
           {"tlv decode -t 1357 led.bin | jq '.color = 1' | tlv encode -t 1357 > new.bin",

@@ -123,9 +123,10 @@ void add_guess(Cli &cli) {
         {"Find the types that accept these bytes",
          {"Best first. 'yes' stands before types that take all bytes, 'part' before those that leave some "
           "over, and 'no' before those that come near, with the reason why they do not accept them. Types "
-          "between which the bytes cannot tell are in one line. More bytes understood are better, then fewer "
-          "deviations, and messages come before what they are made of. It also looks for messages that begin "
-          "further in, and says where. Exits with 1 when no type takes all bytes."},
+          "between which the bytes cannot tell are in one line, messages with another key than they have in "
+          "none. More bytes understood are better, then fewer deviations, and messages come before what they "
+          "are made of. It also looks for messages that begin further in, and says where. Exits with 1 when "
+          "no type takes all bytes."},
          {{"tlv guess dump.txt", "what is this?"},
           {"tlv guess --near 10 dump.txt", "what could it be, if it were not broken?"},
           {"tlv guess --json trace.pcapng | jq '.guesses[0].types'", "of every frame of a capture"}}},

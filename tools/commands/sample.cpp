@@ -28,7 +28,7 @@ void add_sample(Cli &cli) {
          {"The same seed gives the same message everywhere. The kinds: min is all zero and empty; max has "
           "every number and count at its largest; boundary mixes the least and the largest and their "
           "neighbours; random is what it says, and what is made when no kind is given. Unions are filled; in "
-          "min with what 0 chooses, if anything.",
+          "min with what 0 chooses, if anything. A message that has a key has it in its header.",
           "--set names a member as faults and tlv decode --text do: led_control.color=3, or a value's name, "
           "bytes as they are, anything else as JSON. vlan_counters.count=64 makes an array that long, an "
           "item vlan_counters[3].vlan_id.id=7 as long as that takes, and address.ipv6 chooses a union's "

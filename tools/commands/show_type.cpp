@@ -20,8 +20,11 @@ std::string size_text(uint32_t least, uint32_t most) {
 
 std::string heading(const tlvmsg_type *type) {
     const std::string tag = type->tag != 0 ? fmt::format(", tag {} (0x{:04X})", type->tag, type->tag) : "";
+    const std::string key =
+        (type->flags & TLVMSG_HAS_KEY) != 0 ? fmt::format(", key {} (0x{:X})", type->key, type->key) : "";
     const std::string family = *type->family != '\0' ? fmt::format(", {}", type->family) : "";
-    std::string text = fmt::format("{}: {}{}{}\n", type->name, tlvmsg_kind_name(type->kind), tag, family);
+    std::string text =
+        fmt::format("{}: {}{}{}{}\n", type->name, tlvmsg_kind_name(type->kind), tag, key, family);
     if (*type->doc != '\0') {
         text += fmt::format("{}\n", type->doc);
     }

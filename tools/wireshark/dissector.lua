@@ -359,7 +359,7 @@ end
 -- ---- Which message --------------------------------------------------------------------------------------
 
 -- Messages by the tags of their members. One with a member that no tag tells apart is not recognized.
-local sequences = {}
+local sequences, holders = {}, {} -- and how many messages have a key
 for _, type in ipairs(tables.types) do
     local node = type.kind == "message" and sequences
     for _, slot in ipairs(node and type.members or {}) do
@@ -370,7 +370,22 @@ for _, type in ipairs(tables.types) do
     if node then
         node.names = node.names or {}
         table.insert(node.names, type.name)
+        node.keyed = node.keyed or type.key
+        holders[type.key or 0] = (holders[type.key or 0] or 0) + (type.key and 1 or 0)
     end
+end
+
+-- Which of the messages begin there, as far as keys tell, and whether a key that only one has says so.
+local function by_keys(node, from)
+    if not node.keyed then return node.names end
+    local names = {}
+    for _, name in ipairs(node.names) do
+        local key, key_at = types[name].key, types[name].key_at
+        local has_key = key_at and unsigned(from + key_at, 4) == key
+        if has_key and holders[key] == 1 then return { name }, true end
+        if has_key or not key_at then names[#names + 1] = name end
+    end
+    return names[1] and names
 end
 
 -- The payload as the fewest messages one behind the other: { from, stop, names, rest, messages, ways }. Nothing unless
@@ -388,11 +403,13 @@ local function divide()
     for first = #tags, 1, -1 do
         local node, next, found = sequences[tags[first]], first + 1, nil
         while node do
-            local rest = node.names and best[next]
-            if rest and (not found or rest.messages + 1 < found.messages) then
-                found = { from = starts[first], stop = starts[next], names = node.names, rest = rest,
+            local rest, names, named = node.names and best[next], nil, nil
+            if rest then names, named = by_keys(node, starts[first]) end
+            local fewer = names and (found and found.messages or math.huge) - rest.messages - 1 -- than before
+            if names and (fewer > 0 or fewer == 0 and named and not found.named) then
+                found = { from = starts[first], stop = starts[next], names = names, named = named, rest = rest,
                     messages = rest.messages + 1, ways = rest.ways }
-            elseif rest and rest.messages + 1 == found.messages then
+            elseif fewer == 0 and not named == not found.named then
                 found.ways = 2 -- or more
             end
             node, next = node[tags[next] or -1], next + 1

@@ -75,6 +75,15 @@ std::string members_of(const tlvmsg_type *type) {
     return ", members={" + text + "}";
 }
 
+// And where the number stands that says so.
+std::string key_of(const tlvmsg_type *type) {
+    tlvmsg_key_place place;
+    return (type->flags & TLVMSG_HAS_KEY) == 0 ? ""
+           : tlvmsg_key_field(type, &place)
+               ? fmt::format(", key={}, key_at={}", type->key, place.encoded_offset)
+               : fmt::format(", key={}", type->key);
+}
+
 std::string alternatives_of(const tlvmsg_type *type) {
     std::string text;
     for (uint32_t i = 0; i < type->alternative_count; ++i) {
@@ -107,7 +116,7 @@ std::pair<const char *, std::string> entry_of(const tlvmsg_type *type) {
     case TLVMSG_STRUCTURE:
         return {"structure", members_of(type)};
     case TLVMSG_MESSAGE:
-        return {"message", members_of(type)};
+        return {"message", key_of(type) + members_of(type)};
     case TLVMSG_UNION:
         return {"union", alternatives_of(type)};
     case TLVMSG_PACKED_ARRAY:

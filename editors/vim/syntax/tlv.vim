@@ -15,7 +15,7 @@ syntax match tlvKeyword "^\s*\zs\%(enum\|struct\|message\|bytes\)\ze\s\+\h" next
 syntax match tlvKeyword "^\s*\zs\%(dynamic\s\+\)\=array\ze\s\+\h" nextgroup=tlvTypeName skipwhite
 syntax match tlvKeyword "^\s*\zsdynamic\s\+bytes\ze\s\+\h" nextgroup=tlvTypeName skipwhite
 syntax match tlvKeyword "^\s*\zsunion\ze\s\+\h" nextgroup=tlvTypeName skipwhite
-syntax match tlvTypeName "\h\w*" contained nextgroup=tlvOf,tlvBy,tlvCounted skipwhite
+syntax match tlvTypeName "\h\w*" contained nextgroup=tlvOf,tlvBy,tlvCounted,tlvKey skipwhite
 syntax match tlvOf "\<of\>" contained nextgroup=tlvScalar,tlvElement skipwhite
 syntax match tlvElement "\h\w*" contained nextgroup=tlvCounted skipwhite
 syntax match tlvCounted "\<counted\s\+by\>" contained nextgroup=tlvScalar skipwhite
@@ -23,6 +23,7 @@ syntax match tlvBy "\<by\>" contained nextgroup=tlvSelector skipwhite
 syntax match tlvSelector "\h\w*" contained nextgroup=tlvSelectorName skipwhite
 syntax match tlvSelectorName "\h\w*" contained nextgroup=tlvIn skipwhite
 syntax match tlvIn "\<in\>" contained nextgroup=tlvElement skipwhite
+syntax match tlvKey "\<key\ze\s\+\d" contained
 syntax match tlvScalar "\<\%(char\|u\=int\%(8\|16\|32\|64\)\)\>" contained nextgroup=tlvCounted,tlvMember skipwhite
 syntax match tlvNumber "\<\d\+\>"
 
@@ -48,6 +49,7 @@ highlight default link tlvOf Statement
 highlight default link tlvCounted Statement
 highlight default link tlvBy Statement
 highlight default link tlvIn Statement
+highlight default link tlvKey Statement
 highlight default link tlvTypeName Identifier
 highlight default link tlvScalar Type
 highlight default link tlvNumber Number

@@ -41,4 +41,4 @@ struct acme_fan_list = 32772 {
 }
 
 /// How the fans of a module are; sent when one of them changes.
-message acme_fan_report_message { app_sess_hdr session  ifid interface  acme_fan_list list }
+message acme_fan_report_message key 17 { app_sess_hdr session  ifid interface  acme_fan_list list }

@@ -51,11 +51,13 @@ typedef struct tlvmsg_guess_options {
 
 /*
  * The types that begin with the tag that is there (a union has none and is never named), of messages only those whose
- * tags go on furthest like the bytes', best first:
+ * tags go on furthest like the bytes', and none whose key (tlvmsg_key_field in types.h) differs from the number that is
+ * there, best first:
  *
  *   - more bytes understood before fewer: those of elements that stand where the type has them, also when an element
  *     is cut, and also behind bytes that are broken;
  *   - then what takes all bytes from offset 0 on;
+ *   - then the message whose key is there, when no other has it: it is a guess of its own;
  *   - then messages, structures, enumerations, arrays, scalars: a message before its parts;
  *   - then what accepts the bytes before what refuses them;
  *   - then smaller offsets, then fewer deviations, then more types.
@@ -88,6 +90,10 @@ typedef struct tlvmsg_part {
  * divisions of so few messages have in common to the next, so one can be several messages where divisions
  * disagree: its types are those that such a division begins there with, at least two then. Time is linear in the
  * bytes.
+ *
+ * Where messages have keys (tlvmsg_key_field in types.h), none is named at bytes that have another number there; and of
+ * the messages with which such divisions begin at a place, one whose key is there, and which alone has this key, is
+ * taken before all others.
  *
  * `*parts` is one block for tlvmsg_free, or null with `*count` 0 where there is no such division, as for no bytes.
  * Arguments and failure as above.

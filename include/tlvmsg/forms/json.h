@@ -16,9 +16,9 @@
  * that tlvmsg_equal finds equal. Other records may hold a count above the capacity; of their items as many are written
  * as the capacity allows.
  *
- * Reading takes members in any order, and numbers for values that have names. What is not mentioned is zero
- * or empty. Text may hold more than printable ASCII and stands for its UTF-8 bytes; hexadecimal digits may be
- * upper case. Refused are
+ * Reading takes members in any order, and numbers for values that have names. What is not mentioned is zero or
+ * empty, but for the field of a message's key (tlvmsg_key_field in types.h), which has the key then. Text may hold
+ * more than printable ASCII and stands for its UTF-8 bytes; hexadecimal digits may be upper case. Refused are
  *
  *   - what is no JSON, what follows the value but blanks, and zero bytes, wherever they are; a byte order mark may
  *     stand before it;

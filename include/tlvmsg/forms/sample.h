@@ -10,7 +10,8 @@
  *     vlan_counters[3].vlan_id.id=7  there are then as many items as that takes
  *     address.ipv6                   the alternative that a union is to have; address.ipv4=5 says so, too
  *
- * The last setting of a member or a union decides. Everything else is as the kind of sample has it.
+ * The last setting of a member or a union decides. A message's key is in its field (tlvmsg_key_field) unless a setting
+ * says otherwise. Everything else is as the kind of sample has it.
  *
  * Example:
  *

@@ -7,3 +7,6 @@ enum port_speed = 1302 {
 struct relay = 1303 {
     uint32  port_speed_fast
 }
+
+union a_b by port which { 1: relay c }
+union a by port which { 1: relay b_c }

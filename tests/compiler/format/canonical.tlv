@@ -56,7 +56,7 @@ message noted_request {
     ifid          interface
 }
 
-message empty_request { }
+message empty_request key 017 { }
 
 // remark within a header
 union value by kind which in holder {  // opens

@@ -42,7 +42,7 @@ message short_request { app_sess_hdr session ifid interface
 message long_request { app_sess_hdr session ifid interface led_control control led_control control_of_the_second }
 message noted_request { app_sess_hdr session // who
  ifid interface }
-message empty_request {}
+message empty_request  key	017{}
 union // remark within a header
  value by kind which in holder { // opens
  1:ipv4_addr ipv4 @end_by_length

@@ -34,6 +34,27 @@ run guess $own fan.bin; is 0; prints '^yes   message       acme_fan_report: 22 o
 run decode $own --text -t acme_fan_report fan.bin; prints '^fan.speed = 2 \(fast\)$'
 run decode $own -t ifid fan.bin; is 2
 run --complete decode $own -t acme_fan_r; equal "$(cat out)" acme_fan_report
+# A key is put where it belongs unless something else is said, and tells messages of one shape apart.
+cat >acme/keys.tlv <<'END'
+import "common/session.tlv"
+message acme_first key 17 { app_sess_hdr session  ifid interface }
+message acme_other key 18 { app_sess_hdr session  ifid interface }
+message acme_plain { app_sess_hdr session  ifid interface }
+END
+export TLVMSG_SCHEMA=acme/keys.tlv
+tlv encode -t acme_first '{"interface": {}}' >first.bin
+tlv encode -t acme_first '{"session": {"msg_type": 5}}' >stays.bin
+tlv sample --kind max acme_other >other.bin
+tlv sample acme_other --set session='{"value_1": 3}' >set.bin
+tlv sample acme_other --set session.msg_type=17 >wrong.bin
+for file in first stays other set wrong; do od -Ax -tx1 $file.bin; done >keys.txt
+text2pcap -q -u 4000,4001 keys.txt keys.pcap >/dev/null 2>&1
+run decode keys.pcap; is 0
+equal "$(jq -r '"\(.type) \(.message.session.msg_type)"' out | paste -sd,)" \
+    'acme_first 17,acme_plain 5,acme_other 18,acme_other 18,acme_first 17'
+run guess first.bin; equal "$(grep -o 'acme_[a-z]*' out | paste -sd ' ')" 'acme_first acme_plain'
+run show acme_other; prints '^acme_other: message, key 18 '
+unset TLVMSG_SCHEMA; rm acme/keys.tlv
 # Dynamic arrays whose items hold dynamic arrays are filled as well, and fit.
 cat >acme/psu.tlv <<'END'
 dynamic bytes psu_reason counted by uint16

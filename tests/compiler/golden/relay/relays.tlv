@@ -46,4 +46,4 @@ struct relay_port = 2003 {
 }
 
 /// Relays of two ports.
-message relay_message { relay first  relay second  relay_port port }
+message relay_message key 7 { relay first  relay second  relay_port port }
