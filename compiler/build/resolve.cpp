@@ -91,6 +91,7 @@ private:
         type.section = &section;
         type.span = syntax.name.span;
         type.sound = syntax.sound;
+        type.in_place = syntax.member.has_value();
         for (const syntax::Enumerator &each : syntax.enumerators) {
             type.enumerators.push_back({std::string(each.name.text), static_cast<uint32_t>(each.value.value),
                                         each.doc.lines, each.name.span});

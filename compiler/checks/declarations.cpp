@@ -166,9 +166,11 @@ void check_element(const Declared &declared, Diagnostics &faults) {
     const Report fault = faults.report(fault::array_element, syntax->element.span, element.name,
                                        in_words(element), in_words(*type));
     if (element.scalar != nullptr && element.scalar->width == 1) {
+        const Name &name = syntax->member ? *syntax->member : syntax->name;
         fault.help(type->kind == Kind::DynamicElements
-                       ? fmt::format("write: dynamic bytes {} counted by {}", type->name, type->count->name)
-                       : fmt::format("write: bytes {}[{}]", type->name, syntax->number.value));
+                       ? fmt::format("write: dynamic bytes {} counted by {}", name.text, type->count->name)
+                   : syntax->member ? fmt::format("write: bytes[{}] {}", syntax->number.value, name.text)
+                                    : fmt::format("write: bytes {}[{}]", name.text, syntax->number.value));
     } else {
         fault.help(element.scalar != nullptr ? "put it in a structure, or give the array a capacity"
                                              : "put it in a structure");

@@ -38,6 +38,26 @@ std::string_view header_of(Form form) {
     return {};
 }
 
+// The array of a member that declares it in place: its type, and what stands behind its name.
+std::pair<std::string_view, std::string_view> in_place(Form form) {
+    switch (form) {
+    case Form::Array:
+        return {"{element}[{number}]", ""};
+    case Form::Bytes:
+        return {"bytes[{number}]", ""};
+    case Form::DynamicArray:
+        return {"dynamic array", " of {element} counted by {count}"};
+    case Form::DynamicBytes:
+        return {"dynamic bytes", " counted by {count}"};
+    case Form::Enumeration:
+    case Form::Structure:
+    case Form::Message:
+    case Form::Union:
+        break;
+    }
+    return {};
+}
+
 class Formatter {
 public:
     Formatter(const File &file, const Sources &sources) : file_(file), sources_(sources) {}
@@ -49,9 +69,12 @@ public:
             line(fmt::format("import \"{}\"", import.path.text), import.span.end);
             gap = Gap::AsWritten;
         }
+        gap = file_.imports.empty() ? gap : Gap::One;
         for (const Declaration &declaration : file_.declarations) {
-            const bool opens_file = &declaration == &file_.declarations.front() && file_.imports.empty();
-            declare(declaration, opens_file ? gap : Gap::One);
+            if (!declaration.member) {
+                declare(declaration, gap);
+                gap = Gap::One;
+            }
         }
         comments_before(static_cast<uint32_t>(sources_.text(file_.file).size()), Gap::AsWritten, "");
         return std::move(out_);
@@ -81,12 +104,16 @@ private:
         last_single_ = keyword;
     }
 
+    std::string filled(std::string_view form, const Declaration &d) const {
+        return fmt::format(fmt::runtime(form), fmt::arg("name", d.name.text),
+                           fmt::arg("number", sources_.text(d.number.span)),
+                           fmt::arg("element", d.element.text), fmt::arg("count", d.count.text),
+                           fmt::arg("selector", d.selector.text),
+                           fmt::arg("selector_name", d.selector_name.text));
+    }
+
     std::string header(const Declaration &d) const {
-        const std::string result =
-            fmt::format(fmt::runtime(header_of(d.form)), fmt::arg("name", d.name.text),
-                        fmt::arg("number", sources_.text(d.number.span)), fmt::arg("element", d.element.text),
-                        fmt::arg("count", d.count.text), fmt::arg("selector", d.selector.text),
-                        fmt::arg("selector_name", d.selector_name.text));
+        const std::string result = filled(header_of(d.form), d);
         return d.enclosing ? fmt::format("{} in {}", result, d.enclosing->text) : result;
     }
 
@@ -112,7 +139,7 @@ private:
         }
         for (const Member &member : declaration.members) {
             const std::string text =
-                fmt::format("{} {}{}", member.type.text, member.name.text, attributes(member));
+                fmt::format("{} {}{}", type(member), member.name.text, behind_name(member));
             result.push_back({member.doc, member.span, text, {}, is_long(member)});
         }
         align_members(declaration.members, result);
@@ -163,15 +190,15 @@ private:
         for (const Member &member : members) {
             if (!is_long(member)) {
                 values_width = std::max(values_width, values(member).size());
-                type_width = std::max(type_width, member.type.text.size());
+                type_width = std::max(type_width, type(member).size());
             }
         }
         for (size_t i = 0; i < members.size(); ++i) {
             const Member &member = members[i];
             result[i].aligned = is_long(member) ? wrapped_alternative(member)
                                                 : fmt::format("{:>{}}{:<{}}  {}{}", values(member),
-                                                              values_width, member.type.text, type_width,
-                                                              member.name.text, attributes(member));
+                                                              values_width, type(member), type_width,
+                                                              member.name.text, behind_name(member));
         }
     }
 
@@ -207,8 +234,8 @@ private:
         for (const Value &value : member.values) {
             bool last = &value == &member.values.back();
             std::string piece(sources_.text(value.span));
-            piece += last ? fmt::format(": {}  {}{}", member.type.text, member.name.text, attributes(member))
-                          : ",";
+            piece +=
+                last ? fmt::format(": {}  {}{}", type(member), member.name.text, behind_name(member)) : ",";
             bool fits = column + 1 + piece.size() <= line_width;
             if (!result.empty()) {
                 result += fits ? " " : fmt::format("\n{}", indent);
@@ -220,8 +247,22 @@ private:
         return result;
     }
 
-    static std::string attributes(const Member &member) {
+    std::string type(const Member &member) const {
+        if (!member.array) {
+            return std::string(member.type.text);
+        }
+        const Declaration &array = file_.declarations[*member.array];
+        return filled(in_place(array.form).first, array);
+    }
+
+    std::string behind_name(const Member &member) const {
         std::string result;
+        if (member.array) {
+            const Declaration &array = file_.declarations[*member.array];
+            const bool named = array.name.span.begin != member.name.span.begin;
+            result = filled(in_place(array.form).second, array);
+            result += named ? fmt::format(" as {}", array.name.text) : "";
+        }
         for (const Name &attribute : member.attributes) {
             result += fmt::format(" @{}", attribute.text);
         }

@@ -96,7 +96,7 @@ private:
     }
 
     // Within a body a keyword may be the type of a member; the rest of the line decides.
-    bool at_declaration_in_body() const {
+    bool at_declaration_in_body(const Declaration &owner) const {
         size_t first = 0;
         while (peek(first).kind == TokenKind::Doc) {
             ++first;
@@ -108,17 +108,33 @@ private:
             return matches(each.first, first) && matches(each.second, first + 1) &&
                    matches(each.third, first + 2);
         });
+        if (opens && at_word("dynamic", first)) {
+            return !is_dynamic_member(owner, first);
+        }
         const bool has_capacity = peek(first + 2).kind == TokenKind::LeftBracket;
         return opens && !(has_capacity && continues_body(first + 5));
     }
 
-    // True if the "bytes NAME[CAPACITY]" before this is a member that is written as in C.
+    // A dynamic array stands behind its count, or else where the body clearly goes on.
+    bool is_dynamic_member(const Declaration &owner, size_t ahead) const {
+        const bool counted = !owner.members.empty() && owner.members.back().name.text == "count";
+        ahead += 3;
+        ahead += at_word("of", ahead) ? 2 : 0;
+        ahead += at_word("counted", ahead) ? 3 : 0;
+        return owner.form != Form::Enumeration && (counted || continues_body(ahead));
+    }
+
+    // True if what is before this is a member, as "bytes NAME[CAPACITY]" is that is written as in C.
     bool continues_body(size_t ahead) const {
+        while (peek(ahead).kind == TokenKind::Doc) {
+            ++ahead;
+        }
         switch (peek(ahead).kind) {
         case TokenKind::Name:
             return !at_keyword(ahead);
         case TokenKind::RightBrace:
         case TokenKind::Semicolon:
+        case TokenKind::At:
             return true;
         default:
             return false;
@@ -391,7 +407,7 @@ private:
         const size_t start = position();
         const Span brace = expect(TokenKind::LeftBrace, "'{'").span;
         while (!take_if(TokenKind::RightBrace)) {
-            if (at(TokenKind::End) || at_declaration_in_body()) {
+            if (at(TokenKind::End) || at_declaration_in_body(result)) {
                 unclosed(result, brace);
                 break;
             }
@@ -431,7 +447,7 @@ private:
                 result.enumerators.push_back(std::move(*read));
             }
         } else {
-            result.members.push_back(member(result.form, start, std::move(documentation)));
+            result.members.push_back(member(result, start, std::move(documentation)));
         }
     }
 
@@ -454,23 +470,77 @@ private:
         return result;
     }
 
-    Member member(Form form, size_t start, Doc documentation) {
+    Member member(const Declaration &owner, size_t start, Doc documentation) {
         Member result;
         result.doc = std::move(documentation);
-        if (form == Form::Union) {
+        if (owner.form == Form::Union) {
             result.values = values();
         }
-        result.type = type();
-        result.name = name("the name of the member");
-        if (at(TokenKind::LeftBracket)) {
-            array_as_member(result);
-            result.type = {}; // whatever it is
+        std::optional<Declaration> array = type_and_name(result);
+        if (array) {
+            name_array(*array, owner, result);
         }
         while (take_if(TokenKind::At)) {
             result.attributes.push_back(name("an attribute"));
         }
         result.span = since(start);
+        if (array) {
+            array->span = result.span;
+            array->sound = is_sound();
+            result.array = result_.declarations.size();
+            result_.declarations.push_back(std::move(*array));
+        }
         return result;
+    }
+
+    // The array that the member declares in place, if it does, without a name.
+    std::optional<Declaration> type_and_name(Member &member) {
+        const size_t start = position();
+        Declaration array;
+        if (at_dynamic_array()) {
+            array.form = Form::DynamicArray;
+            member.type.span = {peek().span.file, peek().span.begin, peek(1).span.end};
+            take();
+            dynamic(array);
+            member.name = array.name;
+            return array;
+        }
+        member.type = type();
+        if (at(TokenKind::LeftBracket)) {
+            array.form = member.type.text == "bytes" ? Form::Bytes : Form::Array;
+            array.element = array.form == Form::Array ? member.type : Name();
+            capacity(array);
+            member.type.span = since(start);
+            member.name = name("the name of the member");
+            return array;
+        }
+        member.name = name("the name of the member");
+        if (at(TokenKind::LeftBracket)) {
+            array_as_in_c(member);
+            member.type = {}; // whatever it is
+        }
+        return std::nullopt;
+    }
+
+    // Two words begin an array unless they are the type and the name of a member.
+    bool at_dynamic_array() const {
+        const bool begins = at_word("dynamic") && (at_word("array", 1) || at_word("bytes", 1)) &&
+                            peek(2).kind == TokenKind::Name;
+        const bool goes_on = at_word(at_word("array", 1) ? "of" : "counted", 3);
+        return begins && (goes_on || (!peek(2).starts_line && !name_on_line(3)));
+    }
+
+    void name_array(Declaration &array, const Declaration &owner, Member &member) {
+        array.member = member.name;
+        if (at_word("as")) {
+            take();
+            array.name = name("the name of the array's type");
+        } else {
+            const std::string made = fmt::format("{}_{}_array", owner.name.text, member.name.text);
+            result_.made_names.push_back(std::make_unique<const std::string>(made));
+            array.name = {*result_.made_names.back(), member.name.span};
+        }
+        member.type.text = array.name.text;
     }
 
     std::vector<Value> values() {
@@ -503,29 +573,17 @@ private:
         return peek(ahead).kind == TokenKind::Name && !peek(ahead).starts_line;
     }
 
-    // Reports an array that is written as in C, and skips its capacity.
-    void array_as_member(const Member &member) {
-        unexpected("a member or '}'").help(how_to_declare_array(member));
+    // Reports the capacity behind the name, and skips it.
+    void array_as_in_c(const Member &member) {
+        const bool stated = peek(1).kind == TokenKind::Number;
+        const std::string element = element_of(member.type.text);
+        unexpected("a member or '}'")
+            .help(fmt::format("write: {}[{}] {}", is_bytes(element) ? "bytes" : element,
+                              stated ? text(peek(1)) : "CAPACITY", member.name.text));
         do {
             take();
         } while (at(TokenKind::Number) && !peek().starts_line);
         take_if(TokenKind::RightBracket);
-    }
-
-    std::string how_to_declare_array(const Member &member) const {
-        std::string capacity = "CAPACITY";
-        if (peek(1).kind == TokenKind::Number) {
-            capacity = text(peek(1));
-        }
-        const std::string element = element_of(member.type.text);
-        std::string name = fmt::format("{}_array", element);
-        std::string declaration = fmt::format("array {} of {}", name, element);
-        if (is_bytes(element)) {
-            name = fmt::format("{}_array", member.name.text);
-            declaration = fmt::format("bytes {}", name);
-        }
-        return fmt::format("an array is a type: declare '{}[{}]' and write '{} {}' here", declaration,
-                           capacity, name, member.name.text);
     }
 
     bool separator_reported_ = false;

@@ -3,6 +3,7 @@
 
 #include "compiler/text/source.h"
 
+#include <memory>
 #include <optional>
 
 namespace tlvc::syntax {
@@ -42,6 +43,7 @@ struct Member {
     Name type;
     Name name;
     std::vector<Name> attributes; // without the '@'
+    std::optional<size_t> array;  // its type's declaration among the file's, if that is in place
     Span span;                    // documentation included
 };
 
@@ -57,6 +59,7 @@ struct Declaration {
     Name selector;      // union
     Name selector_name; // union
     std::optional<Name> enclosing;       // union
+    std::optional<Name> member;          // of an array that is declared in place: its member
     Span body;                           // the braces and what is between; empty where there are none
     std::vector<Member> members;         // structure, message, union
     std::vector<Enumerator> enumerators; // enumeration
@@ -76,8 +79,9 @@ struct File {
     uint32_t file = 0;
     Doc doc;
     std::vector<Import> imports;
-    bool imports_found = true; // false once one is at fault, so that names may be unknown
-    std::vector<Declaration> declarations;
+    bool imports_found = true;             // false once one is at fault, so that names may be unknown
+    std::vector<Declaration> declarations; // those of arrays in place stand before their owner's
+    std::vector<std::unique_ptr<const std::string>> made_names; // of arrays in place
     std::vector<Span> comments;
 };
 

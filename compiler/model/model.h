@@ -128,6 +128,7 @@ struct Type {
     const Type *element = nullptr;       // every array: of an item, uint8 for bytes
     uint32_t capacity = 0;               // element, packed and byte arrays
     const Type *count = nullptr;         // every array: the scalar type of the record's count field
+    bool in_place = false;               // an array: declared by a member, whose documentation has to do
 
     const Type *selector = nullptr; // union: its enumeration ...
     std::string selector_name;      // ... and the name of that field

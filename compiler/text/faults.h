@@ -59,7 +59,7 @@ using Number = uint64_t;
 inline constexpr FaultOf<Text> unexpected_character{
     "T001", "unexpected character", "{} means nothing here",
     R"(
-Outside remarks and quoted paths a schema consists of names, decimal numbers and { } [ ] = : , @.
+Outside remarks and quoted paths a schema consists of names, numbers and { } [ ] = : , @.
 Members need no separator: write 'uint16 slot', not 'uint16 slot;'.
 )"};
 
@@ -68,8 +68,8 @@ inline constexpr FaultOf<> unterminated_string{
     "A quoted path ends on the line on which it begins: import \"../common/session.tlv\""};
 
 inline constexpr FaultOf<Text> malformed_number{
-    "T003", "malformed number", "'{}' is not a decimal number",
-    "Numbers are decimal digits and nothing else. Write 1357, not 0x54d."};
+    "T003", "malformed number", "'{}' is not a number",
+    "Numbers are decimal digits, or 0x and hexadecimal digits: 1357 and 0x54D are the same."};
 
 inline constexpr FaultOf<Text> misplaced_doc{
     "T004", "misplaced documentation", "{}",
@@ -96,6 +96,13 @@ The declarations are:
     dynamic array NAME of TYPE counted by COUNT
     dynamic bytes NAME counted by COUNT
     union NAME by ENUMERATION SELECTOR { VALUE: TYPE NAME ... }
+
+A structure declares an array that it alone has in place:
+
+    TYPE[CAPACITY] NAME
+    bytes[CAPACITY] NAME
+    dynamic array NAME of TYPE counted by COUNT
+    dynamic bytes NAME counted by COUNT
 )"};
 
 inline constexpr FaultOf<Text> unclosed_body{
@@ -201,8 +208,9 @@ inline constexpr FaultOf<Text, Text, Text> array_element{
 An array with a capacity holds integers of 16, 32 or 64 bits, enumerations or structures; a dynamic
 array holds enumerations or structures. Wrap anything else in a structure, but for bytes, which have their own forms:
 
-    bytes serial_number_array[32]
-    dynamic bytes if_name_array counted by uint8
+    bytes[32]      serial_number
+    uint8          count
+    dynamic bytes  if_name counted by uint8
 )"};
 
 inline constexpr FaultOf<Text, Text> alternative_type{
@@ -232,8 +240,8 @@ inline constexpr FaultOf<Text> missing_count{
     R"(
 Directly before a dynamic array its structure lists the scalar that counts it:
 
-    uint8     count
-    name_str  name     // dynamic bytes name_str counted by uint8
+    uint8          count
+    dynamic bytes  name counted by uint8
 )"};
 
 inline constexpr FaultOf<Text> wrong_count{

@@ -38,6 +38,11 @@ struct led_control = 1357 {
     zel_led_color  color @zero_count @other  // trailing
 
     uint8          x
+    bytes[0x21]    name as title @zero_count
+    item[8]        items
+    uint16         count
+    dynamic bytes  notes counted by uint16   // in place
+    dynamic array  others of item counted by uint8
 
     // Last words.
 }

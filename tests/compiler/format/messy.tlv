@@ -33,6 +33,11 @@ struct led_control = 1357 { uint16 slot uint16 port // both counted from 0
 
 
     uint8 x
+    bytes [ 0x21 ] name as   title @zero_count
+    item[8] items uint16 count
+    dynamic
+      bytes notes counted by uint16 // in place
+    dynamic array others   of item counted by uint8
 
 
     // Last words.
