@@ -50,7 +50,8 @@ void check_keywords(const Declared &declared, Diagnostics &faults) {
 
 void check_not_empty(const Declared &declared, Diagnostics &faults) {
     const syntax::Declaration &syntax = *declared.syntax;
-    if (syntax.has_body() && syntax.members.empty() && syntax.enumerators.empty()) {
+    if (syntax.has_body() && syntax.members.empty() && syntax.enumerators.empty() &&
+        syntax.reserved.empty()) {
         faults.report(fault::empty_body, syntax.name.span, syntax.name.text);
     }
 }

@@ -70,11 +70,9 @@ public:
             gap = Gap::AsWritten;
         }
         gap = file_.imports.empty() ? gap : Gap::One;
-        for (const Declaration &declaration : file_.declarations) {
-            if (!declaration.member) {
-                declare(declaration, gap);
-                gap = Gap::One;
-            }
+        for (const Item &item : items()) {
+            write(item, gap);
+            gap = Gap::One;
         }
         comments_before(static_cast<uint32_t>(sources_.text(file_.file).size()), Gap::AsWritten, "");
         return std::move(out_);
@@ -90,18 +88,56 @@ private:
         return Gap::One;
     }
 
-    void declare(const Declaration &declaration, Gap gap) {
-        const std::string single = single_line(declaration);
-        const std::string keyword = declaration.doc.lines.empty() ? single.substr(0, single.find(' ')) : "";
+    // A declaration, or a line that is none.
+    struct Item {
+        const Declaration *declaration;
+        Span span;
+        std::string text; // empty if it is a declaration of several lines
+    };
+
+    std::vector<Item> items() const {
+        std::vector<Item> result;
+        for (const Declaration &each : file_.declarations) {
+            if (!each.member) {
+                result.push_back({&each, each.span, single_line(each)});
+            }
+        }
+        for (const Prefix &each : file_.prefixes) {
+            result.push_back({nullptr, each.span, fmt::format("prefix {}", each.name.text)});
+        }
+        for (const Reservation &each : file_.reserved) {
+            result.push_back({nullptr, each.span, reservation(each, 0)});
+        }
+        std::ranges::sort(result, {}, [](const Item &item) { return item.span.begin; });
+        return result;
+    }
+
+    void write(const Item &item, Gap gap) {
+        const Declaration *const declaration = item.declaration;
+        const Doc &doc = declaration != nullptr ? declaration->doc : no_doc_;
+        const std::string keyword = doc.lines.empty() ? item.text.substr(0, item.text.find(' ')) : "";
         const bool grouped = !keyword.empty() && keyword == last_single_;
-        uint32_t header_end = declaration.has_body() ? declaration.body.begin : declaration.span.end;
-        write_lead(declaration.doc, "", declaration.span, header_end, grouped ? Gap::AsWritten : gap);
-        if (single.empty()) {
-            body(declaration);
+        const bool has_body = declaration != nullptr && declaration->has_body();
+        const uint32_t header_end = has_body ? declaration->body.begin : item.span.end;
+        write_lead(doc, "", item.span, header_end, grouped ? Gap::AsWritten : gap);
+        if (item.text.empty()) {
+            body(*declaration);
         } else {
-            line(single, declaration.span.end);
+            line(item.text, item.span.end);
         }
         last_single_ = keyword;
+    }
+
+    std::string reservation(const Reservation &written, size_t column) const {
+        std::vector<std::string> pieces{"reserved"};
+        for (const NumberRange &range : written.ranges) {
+            std::string &piece = pieces.emplace_back(sources_.text(range.first.span));
+            if (range.first.span.begin != range.last.span.begin) {
+                piece += fmt::format(" to {}", sources_.text(range.last.span));
+            }
+            piece += &range != &written.ranges.back() ? "," : "";
+        }
+        return wrapped(pieces, column);
     }
 
     std::string filled(std::string_view form, const Declaration &d) const {
@@ -119,7 +155,7 @@ private:
 
     // An enumerator, a member or an alternative.
     struct Entry {
-        const Doc &doc;
+        const Doc *doc;
         Span span;
         std::string text;    // when it stands beside others on one line
         std::string aligned; // when it stands below others
@@ -134,15 +170,20 @@ private:
         }
         for (const Enumerator &each : declaration.enumerators) {
             const std::string_view value = sources_.text(each.value.span);
-            result.push_back({each.doc, each.span, fmt::format("{} = {}", each.name.text, value),
+            result.push_back({&each.doc, each.span, fmt::format("{} = {}", each.name.text, value),
                               fmt::format("{:<{}} = {}", each.name.text, width, value)});
         }
         for (const Member &member : declaration.members) {
             const std::string text =
                 fmt::format("{} {}{}", type(member), member.name.text, behind_name(member));
-            result.push_back({member.doc, member.span, text, {}, is_long(member)});
+            result.push_back({&member.doc, member.span, text, {}, is_long(member)});
         }
         align_members(declaration.members, result);
+        for (const Reservation &each : declaration.reserved) {
+            const std::string text = reservation(each, indent.size());
+            result.push_back({&no_doc_, each.span, text, text, text.find('\n') != text.npos});
+        }
+        std::ranges::sort(result, {}, [](const Entry &entry) { return entry.span.begin; });
         return result;
     }
 
@@ -158,7 +199,7 @@ private:
         std::string result = header(declaration) + " {";
         const char *separator = " ";
         for (const Entry &entry : entries(declaration)) {
-            if (!entry.doc.lines.empty()) {
+            if (!entry.doc->lines.empty()) {
                 return {};
             }
             result += separator + entry.text;
@@ -174,7 +215,7 @@ private:
         align_remarks(all);
         Gap gap = Gap::None;
         for (const Entry &entry : all) {
-            write_lead(entry.doc, indent, entry.span, entry.span.end, gap);
+            write_lead(*entry.doc, indent, entry.span, entry.span.end, gap);
             line(std::string(indent) + entry.aligned, entry.span.end);
             gap = Gap::AsWritten;
         }
@@ -229,13 +270,20 @@ private:
     }
 
     std::string wrapped_alternative(const Member &member) const {
-        std::string result;
-        size_t column = indent.size();
+        std::vector<std::string> pieces;
         for (const Value &value : member.values) {
             bool last = &value == &member.values.back();
-            std::string piece(sources_.text(value.span));
+            std::string &piece = pieces.emplace_back(sources_.text(value.span));
             piece +=
                 last ? fmt::format(": {}  {}{}", type(member), member.name.text, behind_name(member)) : ",";
+        }
+        return wrapped(pieces, indent.size());
+    }
+
+    // Beside each other from the column on, as far as the line is wide.
+    static std::string wrapped(const std::vector<std::string> &pieces, size_t column) {
+        std::string result;
+        for (const std::string &piece : pieces) {
             bool fits = column + 1 + piece.size() <= line_width;
             if (!result.empty()) {
                 result += fits ? " " : fmt::format("\n{}", indent);
@@ -337,6 +385,7 @@ private:
     const File &file_;
     const Sources &sources_;
     std::string out_;
+    const Doc no_doc_;
     size_t next_ = 0;         // the first remark that is not yet written
     std::string last_single_; // the keyword of the declaration before, if it takes one line and has no doc
 };

@@ -90,6 +90,13 @@ private:
                peek(ahead + 1).kind == TokenKind::Name;
     }
 
+    // What is no declaration, on a line of its own.
+    bool at_statement(size_t ahead = 0) const {
+        const TokenKind next = peek(ahead + 1).kind;
+        return peek(ahead).starts_line && ((at_word("reserved", ahead) && next == TokenKind::Number) ||
+                                           (at_word("prefix", ahead) && next == TokenKind::Name));
+    }
+
     bool matches(std::string_view expected, size_t ahead) const {
         const Token &token = peek(ahead);
         return expected.empty() ? token.kind == TokenKind::Name : text(token) == expected;
@@ -100,6 +107,9 @@ private:
         size_t first = 0;
         while (peek(first).kind == TokenKind::Doc) {
             ++first;
+        }
+        if (at_word("reserved", first) && at_statement(first)) {
+            return owner.form != Form::Enumeration;
         }
         if (!at_keyword(first) || peek(first + 2).starts_line) {
             return false;
@@ -145,7 +155,7 @@ private:
 
     // The faulty declaration's own keyword is behind already, so this does not stay where it is.
     void skip_to_declaration() {
-        while (!at(TokenKind::End) && !at_keyword()) {
+        while (!at(TokenKind::End) && !at_keyword() && !at_statement()) {
             if (take().kind == TokenKind::RightBrace) {
                 return;
             }
@@ -220,6 +230,14 @@ private:
         } else if (at_word("import") || text(peek()) == "#include") {
             documents_nothing(documentation, "write '//!' for what the file is about");
             import();
+        } else if (at_word("reserved")) {
+            documents_nothing(documentation, "begin a remark with '//'");
+            result_.reserved.push_back(reservation());
+        } else if (at_word("prefix")) {
+            documents_nothing(documentation, "begin a remark with '//'");
+            take();
+            const Name beginning = name("what names begin with");
+            result_.prefixes.push_back({beginning, since(start)});
         } else if (at(TokenKind::Semicolon)) {
             skip_separators();
         } else if (at_word("typedef")) {
@@ -255,6 +273,26 @@ private:
             const std::string_view quoted = text(path);
             result_.imports.push_back({{quoted.substr(1, quoted.size() - 2), path.span}, since(start)});
         }
+    }
+
+    // Of tags or values.
+    Reservation reservation() {
+        const size_t start = position();
+        Reservation result;
+        do {
+            take(); // the word, or a comma
+            const size_t begin = position();
+            NumberRange range;
+            range.first = range.last = number("a number");
+            if (at_word("to") && peek(1).kind != TokenKind::Equals) {
+                take();
+                range.last = number("the last number of the range");
+            }
+            range.span = since(begin);
+            result.ranges.push_back(range);
+        } while (at(TokenKind::Comma));
+        result.span = since(start);
+        return result;
     }
 
     void foreign_import(size_t start) {
@@ -307,7 +345,7 @@ private:
 
     // A misspelled keyword has a name behind it.
     [[noreturn]] void no_declaration(Declaration &result) {
-        std::vector<std::string_view> words = {"import"};
+        std::vector<std::string_view> words = {"import", "prefix", "reserved"};
         for (const Keyword &each : keywords) {
             words.push_back(each.word);
         }
@@ -442,6 +480,10 @@ private:
         Doc documentation = doc(TokenKind::Doc);
         if (at(TokenKind::RightBrace) || at(TokenKind::End)) {
             documents_nothing(documentation);
+        } else if (result.form == Form::Enumeration && at_word("reserved") &&
+                   peek(1).kind == TokenKind::Number) {
+            documents_nothing(documentation, "begin a remark with '//'");
+            result.reserved.push_back(reservation());
         } else if (result.form == Form::Enumeration) {
             if (std::optional<Enumerator> read = enumerator(start, std::move(documentation))) {
                 result.enumerators.push_back(std::move(*read));

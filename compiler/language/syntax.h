@@ -30,6 +30,17 @@ struct Value {
     Span span;
 };
 
+struct NumberRange {
+    Number first;
+    Number last; // the first where it is alone
+    Span span;
+};
+
+struct Reservation {
+    std::vector<NumberRange> ranges;
+    Span span;
+};
+
 struct Enumerator {
     Doc doc;
     Name name;
@@ -63,6 +74,7 @@ struct Declaration {
     Span body;                           // the braces and what is between; empty where there are none
     std::vector<Member> members;         // structure, message, union
     std::vector<Enumerator> enumerators; // enumeration
+    std::vector<Reservation> reserved;   // enumeration: values
     Span span;                           // documentation included
     bool sound = true;    // false once a fault in it is reported; its name is certain all the same
     bool readable = true; // false once a part was skipped, so that names in it may be missing
@@ -75,9 +87,17 @@ struct Import {
     Span span;
 };
 
+// What the names of all types of the family begin with.
+struct Prefix {
+    Name name;
+    Span span;
+};
+
 struct File {
     uint32_t file = 0;
     Doc doc;
+    std::vector<Prefix> prefixes;
+    std::vector<Reservation> reserved; // tags
     std::vector<Import> imports;
     bool imports_found = true;             // false once one is at fault, so that names may be unknown
     std::vector<Declaration> declarations; // those of arrays in place stand before their owner's

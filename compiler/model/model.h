@@ -5,6 +5,7 @@
 // them out.
 #pragma once
 
+#include "compiler/model/reserved_numbers.h"
 #include "compiler/model/wire_format.h"
 #include "compiler/text/source.h"
 
@@ -124,6 +125,7 @@ struct Type {
     const wire::Scalar *scalar = nullptr; // scalars
     uint16_t tag = 0;                    // enumeration, structure, scalar (the tag its encoder writes), array
     std::vector<Enumerator> enumerators; // enumeration: the values that have names
+    std::vector<Reserved> reserved;      // enumeration: values that must not get one again, in order
     std::vector<Member> members;         // structure, message
     const Type *element = nullptr;       // every array: of an item, uint8 for bytes
     uint32_t capacity = 0;               // element, packed and byte arrays
@@ -164,6 +166,7 @@ struct Section {
 struct Family {
     std::string name;                      // the directory's
     Doc doc;                               // the //! lines of its family.tlv
+    std::vector<Reserved> reserved;        // tags that no type may have again, in order
     std::vector<const Section *> sections; // by file name
     std::vector<const Type *> types;       // section by section, each after the types that its record holds
     std::vector<const Family *> uses;      // families whose types it names, by name, itself left out

@@ -97,7 +97,8 @@ The declarations are:
     dynamic bytes NAME counted by COUNT
     union NAME by ENUMERATION SELECTOR { VALUE: TYPE NAME ... }
 
-A structure declares an array that it alone has in place:
+Beside them, 'reserved TAG, TAG to TAG' says which tags must not come back, and in an enumeration which values;
+'prefix BEGINNING' says how the names of a family's types begin. A structure declares an array that it alone has in place:
 
     TYPE[CAPACITY] NAME
     bytes[CAPACITY] NAME
@@ -389,6 +390,37 @@ families that have them. Families of your own have the tags from 32768 to 65535;
     struct acme_fan = 32768 { uint8 tray }
 )"};
 
+inline constexpr FaultOf<Text, Number> reserved_number{
+    "T049", "reserved number", "{} {} is reserved",
+    R"(
+Tags and values that were in use and are gone are reserved, so that they do not come back with another meaning: peers
+of an earlier version may still send them. Take a number that was never used:
+
+    reserved 40002, 40010 to 40020
+    enum acme_fan_mode = 40003 { off = 0  on = 1  reserved 2 }
+)"};
+
+inline constexpr FaultOf<Text> bad_reservation{
+    "T050", "reservation at fault", "{}",
+    R"(
+A reservation lists single numbers, and ranges from the lower number to the higher one, both of which belong to it.
+Each number is reserved once in a family or enumeration.
+)"};
+
+inline constexpr FaultOf<Text, Text> unprefixed_name{
+    "T051", "name without the prefix", "'{}' does not begin with '{}'",
+    R"(
+A family that declares a prefix promises that the names of its types begin with it, and so those of their functions and
+macros end in such names: they keep clear of other families' in the same program.
+)"};
+
+inline constexpr FaultOf<Text> bad_prefix{
+    "T052", "prefix at fault", "{}",
+    R"(
+A family has one prefix or none. It is the family's own: no type of another family that has a prefix, and none of the
+library, begins with it, or else the linker would find two functions of one name.
+)"};
+
 // Allowed, and yet hardly meant.
 
 inline constexpr FaultOf<Text, Number, Number> array_never_full{
@@ -451,6 +483,7 @@ inline constexpr const Fault *all[] = {
     &large_value, &unknown_attribute, &misplaced_attribute, &enclosing_record, &circular_type, &circular_families,
     &fixed_size, &member_named_as_type, &unknown_enumerator, &duplicate_enumerator, &taken_name,
     &name_generated_twice, &nested_too_deeply, &path_too_long, &interface_changed, &library_tag,
+    &reserved_number, &bad_reservation, &unprefixed_name, &bad_prefix,
     &array_never_full, &unused_enumeration, &undocumented_type, &library_name, &char_member, &system_name,
     &idle_silence};
 // clang-format on
