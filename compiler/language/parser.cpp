@@ -461,7 +461,7 @@ private:
         const Report fault =
             faults_.report(fault::unclosed_body, peek().span, found())
                 .note(brace, fmt::format("the body of '{}' begins here", declaration.name.text));
-        if (!at(TokenKind::End)) {
+        if (!at(TokenKind::End) && !at_word("dynamic")) {
             fault.help("the type of a member is declared outside, and named here");
         }
     }
