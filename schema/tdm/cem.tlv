@@ -51,7 +51,7 @@ struct cem_delete = 1176 {
     cem_delete_type  type
 }
 
-bytes cem_vc_info_idle_pat_array[32]
+bytes cem_vc_info_idle_pat_array[32]  // tlvc: W003 because it stands here for the order of types alone
 
 /// Dummy mode of an emulated circuit.
 enum cem_dummy_mode = 1199

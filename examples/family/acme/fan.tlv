@@ -4,6 +4,8 @@ import "common/session.tlv"
 
 prefix acme_
 
+reserved 32773  // acme_fan_curve, which only the first modules sent
+
 /// What a fan does.
 enum acme_fan_state = 32768 { stopped = 0  running = 1  failed = 2 }
 
