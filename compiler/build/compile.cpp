@@ -18,6 +18,7 @@ std::unique_ptr<const Schema> compile(const Program &program, const Library &lib
     find_records(*resolution.schema);
     Diagnostics of_checks;
     check(resolution, of_checks);
+    check_prefixes(resolution, library, of_checks);
     if (!of_checks.any()) { // circles have no depth and no size
         check_nesting(resolution, of_checks);
         measure(*resolution.schema);

@@ -78,9 +78,21 @@ private:
         section.file = file;
         const bool speaks_for_family = unit.canonical.filename() == "family.tlv";
         (speaks_for_family ? family.doc : section.doc) = unit.syntax.doc.lines;
+        reserve(unit.syntax.reserved, family.reserved);
         for (const Declaration &declaration : unit.syntax.declarations) {
             declare(declaration, family, section);
         }
+    }
+
+    // Numbers that are too large have a fault.
+    static void reserve(const std::vector<syntax::Reservation> &written, std::vector<Reserved> &reserved) {
+        for (const syntax::Reservation &reservation : written) {
+            for (const auto &[first, last, span] : reservation.ranges) {
+                reserved.push_back(
+                    {static_cast<uint32_t>(first.value), static_cast<uint32_t>(last.value), span});
+            }
+        }
+        std::ranges::sort(reserved, {}, &Reserved::first);
     }
 
     void declare(const Declaration &syntax, const Family &family, Section &section) {
@@ -91,10 +103,12 @@ private:
         type.section = &section;
         type.span = syntax.name.span;
         type.sound = syntax.sound;
+        type.in_place = syntax.member.has_value();
         for (const syntax::Enumerator &each : syntax.enumerators) {
             type.enumerators.push_back({std::string(each.name.text), static_cast<uint32_t>(each.value.value),
                                         each.doc.lines, each.name.span});
         }
+        reserve(syntax.reserved, type.reserved);
         auto [first, is_new] = types_.try_emplace(syntax.name.text, &type);
         if (!is_new) {
             type.sound = false;

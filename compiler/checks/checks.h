@@ -9,6 +9,9 @@ namespace tlvc {
 
 void check(const Resolution &resolution, Diagnostics &faults);
 
+// Holds the names of each family against its prefix, and the prefixes against one another and against the library's names.
+void check_prefixes(const Resolution &resolution, const Library &library, Diagnostics &faults);
+
 // Limits how deep types nest, in a model where no type holds itself. Types that nest too deeply are no longer sound, so
 // that later phases may follow the nesting of sound ones by recursion.
 void check_nesting(const Resolution &resolution, Diagnostics &faults);
@@ -27,6 +30,7 @@ void find_warnings(const Schema &schema, const Sources &sources, const Library &
 void check_declarations(const Resolution &resolution, Diagnostics &faults); // each for itself
 void check_neighbours(const Resolution &resolution, Diagnostics &faults);   // what must stand together
 void check_names(const Resolution &resolution, Diagnostics &faults);        // what C makes of them
+void check_reserved(const Resolution &resolution, Diagnostics &faults);     // numbers that are not to return
 void check_whole(const Resolution &resolution, Diagnostics &faults);        // tags, circles
 
 } // namespace tlvc

@@ -50,7 +50,8 @@ void check_keywords(const Declared &declared, Diagnostics &faults) {
 
 void check_not_empty(const Declared &declared, Diagnostics &faults) {
     const syntax::Declaration &syntax = *declared.syntax;
-    if (syntax.has_body() && syntax.members.empty() && syntax.enumerators.empty()) {
+    if (syntax.has_body() && syntax.members.empty() && syntax.enumerators.empty() &&
+        syntax.reserved.empty()) {
         faults.report(fault::empty_body, syntax.name.span, syntax.name.text);
     }
 }
@@ -166,9 +167,11 @@ void check_element(const Declared &declared, Diagnostics &faults) {
     const Report fault = faults.report(fault::array_element, syntax->element.span, element.name,
                                        in_words(element), in_words(*type));
     if (element.scalar != nullptr && element.scalar->width == 1) {
+        const Name &name = syntax->member ? *syntax->member : syntax->name;
         fault.help(type->kind == Kind::DynamicElements
-                       ? fmt::format("write: dynamic bytes {} counted by {}", type->name, type->count->name)
-                       : fmt::format("write: bytes {}[{}]", type->name, syntax->number.value));
+                       ? fmt::format("write: dynamic bytes {} counted by {}", name.text, type->count->name)
+                   : syntax->member ? fmt::format("write: bytes[{}] {}", syntax->number.value, name.text)
+                                    : fmt::format("write: bytes {}[{}]", name.text, syntax->number.value));
     } else {
         fault.help(element.scalar != nullptr ? "put it in a structure, or give the array a capacity"
                                              : "put it in a structure");

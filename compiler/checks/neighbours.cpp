@@ -17,11 +17,17 @@ struct Companion {
 void check_companion(const Declared &declared, size_t index, const Companion &wanted, Diagnostics &faults) {
     const auto &[syntax, type] = declared;
     const syntax::Member &member = syntax->members[index];
+    const Type &needy = *type->members[index].type;
+    const auto complete = [&needy](const Report &fault) {
+        if (!needy.in_place) {
+            fault.note(needy.span, "its type is declared here");
+        }
+        return fault;
+    };
     const Member *before = index == 0 ? nullptr : &type->members[index - 1];
     if (before == nullptr || before->type->kind != wanted.type.kind) {
         const Span before_member{member.span.file, member.span.begin, member.span.begin};
-        faults.report(wanted.missing, member.name.span, member.name.text)
-            .note(type->members[index].type->span, "its type is declared here")
+        complete(faults.report(wanted.missing, member.name.span, member.name.text))
             .help(fmt::format("add before it: {} {}", wanted.type.name, wanted.name))
             .correct({before_member, fmt::format("{} {}\n    ", wanted.type.name, wanted.name)});
         return;
@@ -29,8 +35,7 @@ void check_companion(const Declared &declared, size_t index, const Companion &wa
     bool same_type = before->type == &wanted.type;
     if (!same_type || before->name != wanted.name) {
         const syntax::Member &found = syntax->members[index - 1];
-        faults.report(wanted.wrong, same_type ? found.name.span : found.type.span, member.name.text)
-            .note(type->members[index].type->span, "its type is declared here")
+        complete(faults.report(wanted.wrong, same_type ? found.name.span : found.type.span, member.name.text))
             .help(fmt::format("write: {} {}", wanted.type.name, wanted.name));
     }
 }

@@ -75,7 +75,7 @@ void find_all(const Schema &schema, const Library &library, Diagnostics &warning
                 warnings.report(fault::char_member, member.span, member.name);
             }
         }
-        if (type.doc.empty()) {
+        if (type.doc.empty() && !type.in_place) {
             warnings.report(fault::undocumented_type, type.span, type.name);
         }
     }

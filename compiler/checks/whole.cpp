@@ -89,6 +89,7 @@ void check(const Resolution &resolution, Diagnostics &faults) {
     check_declarations(resolution, faults);
     check_neighbours(resolution, faults);
     check_names(resolution, faults);
+    check_reserved(resolution, faults);
     check_whole(resolution, faults);
 }
 

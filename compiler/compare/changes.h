@@ -54,7 +54,7 @@ inline constexpr Rule type_removed{
     "Peers go on sending it, and built programs call functions that are gone. Keep the type; new ones "
     "can stand beside it.",
     {"enum state = 2001  struct port = 2002 { uint16 slot }",
-     "enum state = 2001",
+     "reserved 2002  enum state = 2001",
      "struct port = 2002 { uint16 slot }  enum state = 2001"}};
 
 inline constexpr Rule type_added{
@@ -87,7 +87,7 @@ inline constexpr Rule tag_changed{
     "Elements are told apart by their tags. One that was in use must not come back with another "
     "meaning, either.",
     {"enum state = 2001",
-     "enum state = 2002",
+     "reserved 2001  enum state = 2002",
      "enum state = 2001  enum mode = 2002"}};
 
 inline constexpr Rule kind_changed{
@@ -213,7 +213,7 @@ inline constexpr Rule enumerator_removed{
     "C020", Json | Source, "enumerator removed", "documents and programs name it",
     "The number stays valid, but the name means nothing any more.",
     {"enum state = 2001 { open = 0  closed = 1 }",
-     "enum state = 2001 { open = 0 }",
+     "enum state = 2001 { open = 0  reserved 1 }",
      "enum state = 2001 { closed = 1  open = 0 }"}};
 
 inline constexpr Rule enumerator_renamed{
@@ -227,7 +227,7 @@ inline constexpr Rule enumerator_value{
     "C022", Wire | Json, "enumerator's value changed", "the sides mean different things by a number",
     "Numbers travel, and documents say names: each comes out as something else on the other side.",
     {"enum state = 2001 { open = 0 }",
-     "enum state = 2001 { open = 1 }",
+     "enum state = 2001 { open = 1  reserved 0 }",
      "enum state = 2001 { open = 0  closed = 1 }"}};
 
 inline constexpr Rule choice_added{
@@ -288,7 +288,37 @@ changed since OLD was released, say with --old-import where the old ones are, an
 ones are. What 'tlvc interface' printed has no imports: it holds all types that it needs.
 )"};
 
-// Nor this, but a line of the file of exceptions.
+inline constexpr Rule tag_freed{
+    "C029", Wire, "tag not reserved", "nothing keeps it from coming back with another meaning",
+    "Old peers may still send what had it. Write 'reserved 2001' in a file of the family: then a type that takes the "
+    "tag is refused.",
+    {"enum state = 2001",
+     "enum state = 2002",
+     "enum state = 2001  reserved 2002"}};
+
+inline constexpr Rule value_freed{
+    "C030", Json | Source, "value not reserved", "nothing keeps it from coming back with another meaning",
+    "Documents and programs may still have it. Write 'reserved 1' in the enumeration: then a name for the value is "
+    "refused.",
+    {"enum state = 2001 { open = 0  closed = 1 }",
+     "enum state = 2001 { open = 0 }",
+     "enum state = 2001 { open = 0  closed = 1  reserved 2 }"}};
+
+inline constexpr Rule tag_unreserved{
+    "C031", Wire, "tags no longer reserved", "a type may take what was in use",
+    "A reservation stays as long as a peer may send what had the tag, which nobody can tell.",
+    {"reserved 2002 to 2004  enum state = 2001",
+     "reserved 2002  enum state = 2001",
+     "reserved 2002, 2003 to 2005  enum state = 2001"}};
+
+inline constexpr Rule value_unreserved{
+    "C032", Json | Source, "values no longer reserved", "a name may take what was in use",
+    "A reservation stays as long as a document or a program may have the value.",
+    {"enum state = 2001 { reserved 1, 2 }",
+     "enum state = 2001 { reserved 1 }",
+     "enum state = 2001 { next = 3  reserved 1 to 2 }"}};
+
+// No change either, but a line of the file of exceptions.
 inline constexpr Rule exception_idle{
     "C029", Nothing, "exception that applies to nothing", "what it is to allow is not told",
     R"(
@@ -314,6 +344,7 @@ inline constexpr const Rule *rules[] = {
     &message_extended,   &order_changed,    &type_changed,    &name_changed,     &record_changed,
     &attribute_changed,  &room_grown,       &room_shrunk,     &enumerator_added, &enumerator_removed,
     &enumerator_renamed, &enumerator_value, &choice_added,    &choice_inserted,  &choice_removed,
-    &choice_changed,     &member_filled,    &file_shared,     &exception_idle,   &key_changed};
+    &choice_changed,     &member_filled,    &file_shared,     &tag_freed,        &value_freed,
+    &tag_unreserved,     &value_unreserved, &exception_idle,  &key_changed};
 
 } // namespace tlvc

@@ -38,6 +38,16 @@ std::set<uint32_t> values_in_use(const Type &selector) {
     return values;
 }
 
+// Tags of all families, in order.
+std::vector<Reserved> reserved_tags(const Schema &schema) {
+    std::vector<Reserved> tags;
+    for (const Family &family : schema.families) {
+        tags.insert(tags.end(), family.reserved.begin(), family.reserved.end());
+    }
+    std::ranges::sort(tags, {}, &Reserved::first);
+    return tags;
+}
+
 // Facts about a type, worked out once however many findings need them.
 template <auto work_out>
 class Known {
@@ -63,7 +73,8 @@ class Comparison {
 public:
     Comparison(const Schema &before, const Schema &after, bool families_count)
         : before_(before), after_(after), holders_(before), pairing_(before, after, holders_, families_count),
-          old_in_messages_(types_in_messages(before)), new_in_messages_(types_in_messages(after)) {}
+          old_in_messages_(types_in_messages(before)), new_in_messages_(types_in_messages(after)),
+          old_reserved_(reserved_tags(before)), new_reserved_(reserved_tags(after)) {}
 
     std::vector<Finding> run() {
         for (const Type &type : before_.types) {
@@ -71,12 +82,16 @@ public:
                 compare(type, *now);
             } else {
                 report(type_removed, {&type, nullptr, {}}, std::string(in_words(type)), "");
+                compare_tag(type, nullptr);
             }
         }
         for (const Type &type : after_.types) {
             if (pairing_.partner(&type) == nullptr) {
                 report(type_added, {nullptr, &type, {}}, "", std::string(in_words(type)));
             }
+        }
+        for (const Reserved &each : without(old_reserved_, new_reserved_)) {
+            report_unreserved(tag_unreserved, {}, each);
         }
         return std::move(found_);
     }
@@ -90,6 +105,7 @@ private:
         if (!pairing_.same_family(before, after)) {
             report(family_moved, types, before.family->name, after.family->name);
         }
+        compare_tag(before, &after);
         if (broad_kind(before) != broad_kind(after)) {
             return report(kind_changed, types, std::string(in_words(before)), std::string(in_words(after)));
         }
@@ -119,6 +135,54 @@ private:
             }
         }
         compare_added(before, after, parts, new_parts.data());
+        compare_reserved(before, after, old_parts, new_parts);
+    }
+
+    void compare_tag(const Type &before, const Type *after) {
+        const bool kept = after != nullptr && has_tag(*after) && after->tag == before.tag;
+        if (has_tag(before) && !kept && !is_reserved(new_reserved_, before.tag)) {
+            report(tag_freed, {&before, after, {}}, fmt::format("tag {}", before.tag), "");
+            say_who_has({before.tag, before.tag, {}});
+        }
+    }
+
+    // Of enumerations: values that have lost their names, or their reservations.
+    void compare_reserved(const Type &before, const Type &after, const std::vector<Part> &old_parts,
+                          const std::vector<Part> &new_parts) {
+        if (before.kind != Kind::Enumeration) {
+            return;
+        }
+        std::set<uint32_t> named;
+        for (const Part &each : new_parts) {
+            named.insert(each.values.front());
+        }
+        for (const Part &each : old_parts) {
+            if (const uint32_t value = each.values.front();
+                !named.contains(value) && !is_reserved(after.reserved, value)) {
+                report(value_freed, {&before, &after, {&each, nullptr}}, fmt::format("value {}", value), "");
+            }
+        }
+        for (const Reserved &each : without(before.reserved, after.reserved)) {
+            report_unreserved(value_unreserved, {&before, &after, {}}, each);
+        }
+    }
+
+    void report_unreserved(const Rule &rule, const Subject &subject, const Reserved &range) {
+        report(rule, subject, "reserved " + spelled(range), "");
+        found_.back().old_span = range.span;
+        if (&rule == &tag_unreserved) {
+            found_.back().type = range.first == range.last ? fmt::format("{}", range.first)
+                                                           : fmt::format("{}-{}", range.first, range.last);
+            say_who_has(range);
+        }
+    }
+
+    // Adds to the last finding which new type has a tag of the range.
+    void say_who_has(const Reserved &range) {
+        const auto has_one = [&](const Type &type) { return has_tag(type) && range.has(type.tag); };
+        if (const auto type = std::ranges::find_if(after_.types, has_one); type != after_.types.end()) {
+            found_.back().effect = fmt::format("'{}' has {} now", type->name, type->tag);
+        }
     }
 
     // Nobody relies on a key that was not stated.
@@ -202,12 +266,23 @@ private:
             }
         } else if (old->name != now->name && steps(*old) > 0) {
             report(old->type != nullptr ? name_changed : enumerator_renamed, subject, old->name, now->name);
+            say_that_functions_follow(*old, *now);
         }
         if (old->attributes != now->attributes) {
             report(attribute_changed, subject, old->attributes, now->attributes);
         }
         compare_type(subject);
         compare_values(subject);
+    }
+
+    // The type of an array in place is called after its member.
+    void say_that_functions_follow(const Part &old, const Part &now) {
+        const bool array =
+            old.type != nullptr && is_array(*old.type) && pairing_.partner(old.type) == now.type;
+        if (array && old.type->name != now.type->name) {
+            found_.back().effect +=
+                fmt::format(", and functions of {} are now those of {}", old.type->name, now.type->name);
+        }
     }
 
     // True if a selector or union that has moved into another record is where it was. The union's functions take the
@@ -291,12 +366,13 @@ private:
                    : type != nullptr     ? std::optional(type->span)
                                          : std::nullopt;
         };
-        found_.push_back({&rule, (rule.levels & all_levels) | (resized ? Layout : Nothing),
-                          (after != nullptr ? after : before)->name, named != nullptr ? named->name : "",
-                          std::move(was), std::move(is), std::string(rule.effect),
-                          old_in_messages_.contains(before) || new_in_messages_.contains(after),
-                          place(named == part.before ? before : nullptr, part.before),
-                          place(after, part.after)});
+        const Type *const type = after != nullptr ? after : before; // none for tags
+        found_.push_back(
+            {&rule, (rule.levels & all_levels) | (resized ? Layout : Nothing),
+             type != nullptr ? type->name : "", named != nullptr ? named->name : "", std::move(was),
+             std::move(is), std::string(rule.effect),
+             type == nullptr || old_in_messages_.contains(before) || new_in_messages_.contains(after),
+             place(named == part.before ? before : nullptr, part.before), place(after, part.after)});
     }
 
     const Schema &before_;
@@ -305,6 +381,8 @@ private:
     const Pairing pairing_;
     const std::set<const Type *> old_in_messages_;
     const std::set<const Type *> new_in_messages_;
+    const std::vector<Reserved> old_reserved_; // tags
+    const std::vector<Reserved> new_reserved_;
     MissedMembers missed_{holders_};
     Records records_;
     Replacement replacement_{pairing_, records_};

@@ -11,7 +11,7 @@ namespace tlvc {
 struct Finding {
     const Rule *rule = nullptr;
     Levels levels = Nothing; // that it breaks; none for what is safe
-    std::string type;        // its new name, if there is one
+    std::string type;        // its new name, if there is one; tags that are no longer reserved
     std::string member;      // empty when it is about the whole type
     std::string was;         // empty for what is new
     std::string is;          // empty for what is gone

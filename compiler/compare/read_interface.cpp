@@ -38,7 +38,7 @@ struct FamilyText {
     void add(const std::string &line) {
         if (!line.starts_with(' ')) {
             close();
-            heading = line.substr(0, line.find(','));
+            heading = line.starts_with("reserved ") ? line : line.substr(0, line.find(','));
             text += heading;
         } else if (const std::string member = as_member(heading, line); !member.empty()) {
             text += open ? member : "{" + member.substr(1);

@@ -79,6 +79,12 @@ Json enumerators(const Type &type) {
     return list;
 }
 
+void add_reserved(Json &json, const std::vector<Reserved> &ranges) {
+    for (const Reserved &each : ranges) {
+        json["reserved"].push_back({{"first", each.first}, {"last", each.last}});
+    }
+}
+
 Json members(const Type &type) {
     Json list = Json::array();
     for (const Member &each : type.members) {
@@ -131,8 +137,11 @@ Json particulars(const Type &type) {
     switch (type.kind) {
     case Kind::Scalar:
         return {{"signed", is_signed(type)}};
-    case Kind::Enumeration:
-        return {{"enumerators", enumerators(type)}};
+    case Kind::Enumeration: {
+        Json json = {{"enumerators", enumerators(type)}};
+        add_reserved(json, type.reserved);
+        return json;
+    }
     case Kind::Structure:
     case Kind::Message:
         return {{"members", members(type)}};
@@ -244,7 +253,9 @@ Json describe(const Family &family) {
     }
     std::vector<std::string> uses;
     std::ranges::transform(family.uses, std::back_inserter(uses), &Family::name);
-    return {{"name", family.name}, {"doc", text(family.doc)}, {"uses", uses}, {"sections", sections}};
+    Json json = {{"name", family.name}, {"doc", text(family.doc)}, {"uses", uses}, {"sections", sections}};
+    add_reserved(json, family.reserved);
+    return json;
 }
 
 // Each in a line of its own, so that differences between two documents can be read.

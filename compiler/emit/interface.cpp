@@ -24,6 +24,9 @@ public:
 
     void add(const Family &family) {
         text += fmt::format("\nfamily {}\n", family.name);
+        if (!family.reserved.empty()) {
+            text += fmt::format("\nreserved {}\n", spelled(family.reserved));
+        }
         for (const Type *type : family.types) {
             add(*type);
         }
@@ -40,6 +43,9 @@ private:
                             spelled_fingerprint(type));
         for (const Enumerator &each : type.enumerators) {
             text += fmt::format("    {} = {}\n", each.name, each.value);
+        }
+        if (!type.reserved.empty()) {
+            text += fmt::format("    reserved {}\n", spelled(type.reserved));
         }
         add_members(type);
         add_fields(type);

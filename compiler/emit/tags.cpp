@@ -3,26 +3,34 @@
 
 #include <fmt/format.h>
 
-#include <set>
+#include <algorithm>
+#include <vector>
 
 namespace tlvc {
 
 std::string list_tags(const Schema &schema, const Library &library) {
-    std::set<uint64_t> used;
-    for (const Type &type : schema.types) {
-        used.insert(has_tag(type) ? type.tag : 0);
+    std::vector<std::string_view> states(wire::highest_tag + 1, "free");
+    for (const Family &family : schema.families) {
+        for (const Reserved &each : family.reserved) {
+            std::fill(states.begin() + each.first, states.begin() + each.last + 1, "reserved");
+        }
+    }
+    for (const Type &type : schema.types) { // 0 is no type's
+        states[has_tag(type) ? type.tag : 0] = "used";
     }
     for (const auto &[name, type] : library.types) {
-        used.insert(type.tag);
+        if (type.tag < states.size()) { // files that are not compiled may be at fault
+            states[type.tag] = "used";
+        }
     }
     std::string out;
     for (uint64_t first = wire::lowest_tag, next = first; first <= wire::highest_tag; first = next) {
         const bool own = first >= wire::first_own_tag;
         const uint64_t end = own ? wire::highest_tag + 1 : wire::first_own_tag;
-        while (next < end && used.contains(next) == used.contains(first)) {
+        while (next < end && states[next] == states[first]) {
             ++next;
         }
-        out += fmt::format("{:5} to {:5}  {}{}\n", first, next - 1, used.contains(first) ? "used" : "free",
+        out += fmt::format("{:5} to {:5}  {}{}\n", first, next - 1, states[first],
                            own ? ", for families of your own" : "");
     }
     return out;

@@ -26,7 +26,7 @@ constexpr ForeignType foreign_types[] = {
     {"uint64", "write uint64", {"unsigned long long", "unsigned long long int", "u64", "uint64_t"}},
     {"int64", "write int64", {"long long", "long long int", "i64", "s64", "int64_t"}},
     {"", "numbers are whole: send a multiple, such as thousandths in a uint32", {"float", "double", "long double"}},
-    {"bytes", "text is bytes: declare 'bytes NAME[CAPACITY]' or 'dynamic bytes NAME counted by uint8' and use that",
+    {"bytes", "text is bytes: write 'bytes[CAPACITY] NAME', or 'uint8 count  dynamic bytes NAME counted by uint8'",
      {"string", "str", "text", "bytes"}},
 };
 // clang-format on

@@ -38,6 +38,26 @@ std::string_view header_of(Form form) {
     return {};
 }
 
+// The array of a member that declares it in place: its type, and what stands behind its name.
+std::pair<std::string_view, std::string_view> in_place(Form form) {
+    switch (form) {
+    case Form::Array:
+        return {"{element}[{number}]", ""};
+    case Form::Bytes:
+        return {"bytes[{number}]", ""};
+    case Form::DynamicArray:
+        return {"dynamic array", " of {element} counted by {count}"};
+    case Form::DynamicBytes:
+        return {"dynamic bytes", " counted by {count}"};
+    case Form::Enumeration:
+    case Form::Structure:
+    case Form::Message:
+    case Form::Union:
+        break;
+    }
+    return {};
+}
+
 class Formatter {
 public:
     Formatter(const File &file, const Sources &sources) : file_(file), sources_(sources) {}
@@ -49,9 +69,10 @@ public:
             line(fmt::format("import \"{}\"", import.path.text), import.span.end);
             gap = Gap::AsWritten;
         }
-        for (const Declaration &declaration : file_.declarations) {
-            const bool opens_file = &declaration == &file_.declarations.front() && file_.imports.empty();
-            declare(declaration, opens_file ? gap : Gap::One);
+        gap = file_.imports.empty() ? gap : Gap::One;
+        for (const Item &item : items()) {
+            write(item, gap);
+            gap = Gap::One;
         }
         comments_before(static_cast<uint32_t>(sources_.text(file_.file).size()), Gap::AsWritten, "");
         return std::move(out_);
@@ -67,26 +88,68 @@ private:
         return Gap::One;
     }
 
-    void declare(const Declaration &declaration, Gap gap) {
-        const std::string single = single_line(declaration);
-        const std::string keyword = declaration.doc.lines.empty() ? single.substr(0, single.find(' ')) : "";
+    // A declaration, or a line that is none.
+    struct Item {
+        const Declaration *declaration;
+        Span span;
+        std::string text; // empty if it is a declaration of several lines
+    };
+
+    std::vector<Item> items() const {
+        std::vector<Item> result;
+        for (const Declaration &each : file_.declarations) {
+            if (!each.member) {
+                result.push_back({&each, each.span, single_line(each)});
+            }
+        }
+        for (const Prefix &each : file_.prefixes) {
+            result.push_back({nullptr, each.span, fmt::format("prefix {}", each.name.text)});
+        }
+        for (const Reservation &each : file_.reserved) {
+            result.push_back({nullptr, each.span, reservation(each, 0)});
+        }
+        std::ranges::sort(result, {}, [](const Item &item) { return item.span.begin; });
+        return result;
+    }
+
+    void write(const Item &item, Gap gap) {
+        const Declaration *const declaration = item.declaration;
+        const Doc &doc = declaration != nullptr ? declaration->doc : no_doc_;
+        const std::string keyword = doc.lines.empty() ? item.text.substr(0, item.text.find(' ')) : "";
         const bool grouped = !keyword.empty() && keyword == last_single_;
-        uint32_t header_end = declaration.has_body() ? declaration.body.begin : declaration.span.end;
-        write_lead(declaration.doc, "", declaration.span, header_end, grouped ? Gap::AsWritten : gap);
-        if (single.empty()) {
-            body(declaration);
+        const bool has_body = declaration != nullptr && declaration->has_body();
+        const uint32_t header_end = has_body ? declaration->body.begin : item.span.end;
+        write_lead(doc, "", item.span, header_end, grouped ? Gap::AsWritten : gap);
+        if (item.text.empty()) {
+            body(*declaration);
         } else {
-            line(single, declaration.span.end);
+            line(item.text, item.span.end);
         }
         last_single_ = keyword;
     }
 
+    std::string reservation(const Reservation &written, size_t column) const {
+        std::vector<std::string> pieces{"reserved"};
+        for (const NumberRange &range : written.ranges) {
+            std::string &piece = pieces.emplace_back(sources_.text(range.first.span));
+            if (range.first.span.begin != range.last.span.begin) {
+                piece += fmt::format(" to {}", sources_.text(range.last.span));
+            }
+            piece += &range != &written.ranges.back() ? "," : "";
+        }
+        return wrapped(pieces, column);
+    }
+
+    std::string filled(std::string_view form, const Declaration &d) const {
+        return fmt::format(fmt::runtime(form), fmt::arg("name", d.name.text),
+                           fmt::arg("number", sources_.text(d.number.span)),
+                           fmt::arg("element", d.element.text), fmt::arg("count", d.count.text),
+                           fmt::arg("selector", d.selector.text),
+                           fmt::arg("selector_name", d.selector_name.text));
+    }
+
     std::string header(const Declaration &d) const {
-        const std::string result =
-            fmt::format(fmt::runtime(header_of(d.form)), fmt::arg("name", d.name.text),
-                        fmt::arg("number", sources_.text(d.number.span)), fmt::arg("element", d.element.text),
-                        fmt::arg("count", d.count.text), fmt::arg("selector", d.selector.text),
-                        fmt::arg("selector_name", d.selector_name.text));
+        const std::string result = filled(header_of(d.form), d);
         return d.enclosing ? fmt::format("{} in {}", result, d.enclosing->text)
                : d.key     ? fmt::format("{} key {}", result, sources_.text(d.key->span))
                            : result;
@@ -94,7 +157,7 @@ private:
 
     // An enumerator, a member or an alternative.
     struct Entry {
-        const Doc &doc;
+        const Doc *doc;
         Span span;
         std::string text;    // when it stands beside others on one line
         std::string aligned; // when it stands below others
@@ -109,15 +172,20 @@ private:
         }
         for (const Enumerator &each : declaration.enumerators) {
             const std::string_view value = sources_.text(each.value.span);
-            result.push_back({each.doc, each.span, fmt::format("{} = {}", each.name.text, value),
+            result.push_back({&each.doc, each.span, fmt::format("{} = {}", each.name.text, value),
                               fmt::format("{:<{}} = {}", each.name.text, width, value)});
         }
         for (const Member &member : declaration.members) {
             const std::string text =
-                fmt::format("{} {}{}", member.type.text, member.name.text, attributes(member));
-            result.push_back({member.doc, member.span, text, {}, is_long(member)});
+                fmt::format("{} {}{}", type(member), member.name.text, behind_name(member));
+            result.push_back({&member.doc, member.span, text, {}, is_long(member)});
         }
         align_members(declaration.members, result);
+        for (const Reservation &each : declaration.reserved) {
+            const std::string text = reservation(each, indent.size());
+            result.push_back({&no_doc_, each.span, text, text, text.find('\n') != text.npos});
+        }
+        std::ranges::sort(result, {}, [](const Entry &entry) { return entry.span.begin; });
         return result;
     }
 
@@ -133,7 +201,7 @@ private:
         std::string result = header(declaration) + " {";
         const char *separator = " ";
         for (const Entry &entry : entries(declaration)) {
-            if (!entry.doc.lines.empty()) {
+            if (!entry.doc->lines.empty()) {
                 return {};
             }
             result += separator + entry.text;
@@ -149,7 +217,7 @@ private:
         align_remarks(all);
         Gap gap = Gap::None;
         for (const Entry &entry : all) {
-            write_lead(entry.doc, indent, entry.span, entry.span.end, gap);
+            write_lead(*entry.doc, indent, entry.span, entry.span.end, gap);
             line(std::string(indent) + entry.aligned, entry.span.end);
             gap = Gap::AsWritten;
         }
@@ -165,15 +233,15 @@ private:
         for (const Member &member : members) {
             if (!is_long(member)) {
                 values_width = std::max(values_width, values(member).size());
-                type_width = std::max(type_width, member.type.text.size());
+                type_width = std::max(type_width, type(member).size());
             }
         }
         for (size_t i = 0; i < members.size(); ++i) {
             const Member &member = members[i];
             result[i].aligned = is_long(member) ? wrapped_alternative(member)
                                                 : fmt::format("{:>{}}{:<{}}  {}{}", values(member),
-                                                              values_width, member.type.text, type_width,
-                                                              member.name.text, attributes(member));
+                                                              values_width, type(member), type_width,
+                                                              member.name.text, behind_name(member));
         }
     }
 
@@ -204,13 +272,20 @@ private:
     }
 
     std::string wrapped_alternative(const Member &member) const {
-        std::string result;
-        size_t column = indent.size();
+        std::vector<std::string> pieces;
         for (const Value &value : member.values) {
             bool last = &value == &member.values.back();
-            std::string piece(sources_.text(value.span));
-            piece += last ? fmt::format(": {}  {}{}", member.type.text, member.name.text, attributes(member))
-                          : ",";
+            std::string &piece = pieces.emplace_back(sources_.text(value.span));
+            piece +=
+                last ? fmt::format(": {}  {}{}", type(member), member.name.text, behind_name(member)) : ",";
+        }
+        return wrapped(pieces, indent.size());
+    }
+
+    // Beside each other from the column on, as far as the line is wide.
+    static std::string wrapped(const std::vector<std::string> &pieces, size_t column) {
+        std::string result;
+        for (const std::string &piece : pieces) {
             bool fits = column + 1 + piece.size() <= line_width;
             if (!result.empty()) {
                 result += fits ? " " : fmt::format("\n{}", indent);
@@ -222,8 +297,22 @@ private:
         return result;
     }
 
-    static std::string attributes(const Member &member) {
+    std::string type(const Member &member) const {
+        if (!member.array) {
+            return std::string(member.type.text);
+        }
+        const Declaration &array = file_.declarations[*member.array];
+        return filled(in_place(array.form).first, array);
+    }
+
+    std::string behind_name(const Member &member) const {
         std::string result;
+        if (member.array) {
+            const Declaration &array = file_.declarations[*member.array];
+            const bool named = array.name.span.begin != member.name.span.begin;
+            result = filled(in_place(array.form).second, array);
+            result += named ? fmt::format(" as {}", array.name.text) : "";
+        }
         for (const Name &attribute : member.attributes) {
             result += fmt::format(" @{}", attribute.text);
         }
@@ -298,6 +387,7 @@ private:
     const File &file_;
     const Sources &sources_;
     std::string out_;
+    const Doc no_doc_;
     size_t next_ = 0;         // the first remark that is not yet written
     std::string last_single_; // the keyword of the declaration before, if it takes one line and has no doc
 };

@@ -4,7 +4,6 @@
 #include "base/visible.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace tlvc {
 
@@ -21,7 +20,7 @@ bool is_punctuation(char c) { return std::string_view("{}[]=:,;@").find(c) != st
 constexpr std::pair<std::string_view, const char *> helps[] = {
     {"#/", "a remark begins with '//'"},
     {"-", "numbers are not negative: in 32 bits -1 is 4294967295"},
-    {"*", "there are no pointers: declare 'dynamic array NAME of TYPE counted by uint16' and use that"},
+    {"*", "there are no pointers: write 'dynamic array NAME of TYPE counted by uint16'"},
 };
 
 class Lexer {
@@ -98,28 +97,14 @@ private:
     void number() {
         size_t begin = at_;
         skip_while(is_name_part);
-        std::string_view digits = text_.substr(begin, at_ - begin);
-        const bool malformed = digits.find_first_not_of("0123456789") != std::string_view::npos;
+        const std::string_view number = text_.substr(begin, at_ - begin);
+        const std::string_view digits = number.substr(is_hexadecimal(number) ? 2 : 0);
+        const std::string_view allowed = is_hexadecimal(number) ? "0123456789ABCDEFabcdef" : "0123456789";
+        const bool malformed = digits.empty() || digits.find_first_not_of(allowed) != std::string_view::npos;
         if (malformed) {
-            const Report fault = faults_.report(fault::malformed_number, span(begin), digits);
-            fault.help(decimal_of(digits));
+            faults_.report(fault::malformed_number, span(begin), number);
         }
         add(TokenKind::Number, span(begin), malformed);
-    }
-
-    // A help with the value of a hexadecimal number; empty for any other text.
-    static std::string decimal_of(std::string_view digits) {
-        if (!digits.starts_with("0x") && !digits.starts_with("0X")) {
-            return "";
-        }
-        digits.remove_prefix(2);
-        uint64_t value = 0;
-        const auto [end, error] = std::from_chars(digits.begin(), digits.end(), value, 16);
-        if (digits.empty() || end != digits.end()) {
-            return "";
-        }
-        return error == std::errc() ? fmt::format("write {}", value)
-                                    : fmt::format("no number in a schema is above {}", UINT32_MAX);
     }
 
     void string() {
@@ -194,6 +179,8 @@ private:
 };
 
 } // namespace
+
+bool is_hexadecimal(std::string_view number) { return number.starts_with("0x") || number.starts_with("0X"); }
 
 Tokens lex(const Sources &sources, uint32_t file, Diagnostics &faults) {
     return Lexer(sources, file, faults).run();

@@ -25,6 +25,8 @@ struct Tokens {
     std::vector<Span> comments; // "//" lines, kept apart: only the formatter looks at them
 };
 
+bool is_hexadecimal(std::string_view number); // by how it begins
+
 Tokens lex(const Sources &sources, uint32_t file, Diagnostics &faults);
 
 } // namespace tlvc

@@ -90,16 +90,26 @@ private:
                peek(ahead + 1).kind == TokenKind::Name;
     }
 
+    // What is no declaration, on a line of its own.
+    bool at_statement(size_t ahead = 0) const {
+        const TokenKind next = peek(ahead + 1).kind;
+        return peek(ahead).starts_line && ((at_word("reserved", ahead) && next == TokenKind::Number) ||
+                                           (at_word("prefix", ahead) && next == TokenKind::Name));
+    }
+
     bool matches(std::string_view expected, size_t ahead) const {
         const Token &token = peek(ahead);
         return expected.empty() ? token.kind == TokenKind::Name : text(token) == expected;
     }
 
     // Within a body a keyword may be the type of a member; the rest of the line decides.
-    bool at_declaration_in_body() const {
+    bool at_declaration_in_body(const Declaration &owner) const {
         size_t first = 0;
         while (peek(first).kind == TokenKind::Doc) {
             ++first;
+        }
+        if (at_word("reserved", first) && at_statement(first)) {
+            return owner.form != Form::Enumeration;
         }
         if (!at_keyword(first) || peek(first + 2).starts_line) {
             return false;
@@ -111,17 +121,33 @@ private:
             return matches(each.first, first) && matches(each.second, first + 1) &&
                    matches(each.third, first + 2);
         });
+        if (opens && at_word("dynamic", first)) {
+            return !is_dynamic_member(owner, first);
+        }
         const bool has_capacity = peek(first + 2).kind == TokenKind::LeftBracket;
         return opens && !(has_capacity && continues_body(first + 5));
     }
 
-    // True if the "bytes NAME[CAPACITY]" before this is a member that is written as in C.
+    // A dynamic array stands behind its count, or else where the body clearly goes on.
+    bool is_dynamic_member(const Declaration &owner, size_t ahead) const {
+        const bool counted = !owner.members.empty() && owner.members.back().name.text == "count";
+        ahead += 3;
+        ahead += at_word("of", ahead) ? 2 : 0;
+        ahead += at_word("counted", ahead) ? 3 : 0;
+        return owner.form != Form::Enumeration && (counted || continues_body(ahead));
+    }
+
+    // True if what is before this is a member, as "bytes NAME[CAPACITY]" is that is written as in C.
     bool continues_body(size_t ahead) const {
+        while (peek(ahead).kind == TokenKind::Doc) {
+            ++ahead;
+        }
         switch (peek(ahead).kind) {
         case TokenKind::Name:
             return !at_keyword(ahead);
         case TokenKind::RightBrace:
         case TokenKind::Semicolon:
+        case TokenKind::At:
             return true;
         default:
             return false;
@@ -132,7 +158,7 @@ private:
 
     // The faulty declaration's own keyword is behind already, so this does not stay where it is.
     void skip_to_declaration() {
-        while (!at(TokenKind::End) && !at_keyword()) {
+        while (!at(TokenKind::End) && !at_keyword() && !at_statement()) {
             if (take().kind == TokenKind::RightBrace) {
                 return;
             }
@@ -207,6 +233,14 @@ private:
         } else if (at_word("import") || text(peek()) == "#include") {
             documents_nothing(documentation, "write '//!' for what the file is about");
             import();
+        } else if (at_word("reserved")) {
+            documents_nothing(documentation, "begin a remark with '//'");
+            result_.reserved.push_back(reservation());
+        } else if (at_word("prefix")) {
+            documents_nothing(documentation, "begin a remark with '//'");
+            take();
+            const Name beginning = name("what names begin with");
+            result_.prefixes.push_back({beginning, since(start)});
         } else if (at(TokenKind::Semicolon)) {
             skip_separators();
         } else if (at_word("typedef")) {
@@ -242,6 +276,26 @@ private:
             const std::string_view quoted = text(path);
             result_.imports.push_back({{quoted.substr(1, quoted.size() - 2), path.span}, since(start)});
         }
+    }
+
+    // Of tags or values.
+    Reservation reservation() {
+        const size_t start = position();
+        Reservation result;
+        do {
+            take(); // the word, or a comma
+            const size_t begin = position();
+            NumberRange range;
+            range.first = range.last = number("a number");
+            if (at_word("to") && peek(1).kind != TokenKind::Equals) {
+                take();
+                range.last = number("the last number of the range");
+            }
+            range.span = since(begin);
+            result.ranges.push_back(range);
+        } while (at(TokenKind::Comma));
+        result.span = since(start);
+        return result;
     }
 
     void foreign_import(size_t start) {
@@ -294,7 +348,7 @@ private:
 
     // A misspelled keyword has a name behind it.
     [[noreturn]] void no_declaration(Declaration &result) {
-        std::vector<std::string_view> words = {"import"};
+        std::vector<std::string_view> words = {"import", "prefix", "reserved"};
         for (const Keyword &each : keywords) {
             words.push_back(each.word);
         }
@@ -398,7 +452,7 @@ private:
         const size_t start = position();
         const Span brace = expect(TokenKind::LeftBrace, "'{'").span;
         while (!take_if(TokenKind::RightBrace)) {
-            if (at(TokenKind::End) || at_declaration_in_body()) {
+            if (at(TokenKind::End) || at_declaration_in_body(result)) {
                 unclosed(result, brace);
                 break;
             }
@@ -414,7 +468,7 @@ private:
         const Report fault =
             faults_.report(fault::unclosed_body, peek().span, found())
                 .note(brace, fmt::format("the body of '{}' begins here", declaration.name.text));
-        if (!at(TokenKind::End)) {
+        if (!at(TokenKind::End) && !at_word("dynamic")) {
             fault.help("the type of a member is declared outside, and named here");
         }
     }
@@ -433,12 +487,16 @@ private:
         Doc documentation = doc(TokenKind::Doc);
         if (at(TokenKind::RightBrace) || at(TokenKind::End)) {
             documents_nothing(documentation);
+        } else if (result.form == Form::Enumeration && at_word("reserved") &&
+                   peek(1).kind == TokenKind::Number) {
+            documents_nothing(documentation, "begin a remark with '//'");
+            result.reserved.push_back(reservation());
         } else if (result.form == Form::Enumeration) {
             if (std::optional<Enumerator> read = enumerator(start, std::move(documentation))) {
                 result.enumerators.push_back(std::move(*read));
             }
         } else {
-            result.members.push_back(member(result.form, start, std::move(documentation)));
+            result.members.push_back(member(result, start, std::move(documentation)));
         }
     }
 
@@ -461,23 +519,77 @@ private:
         return result;
     }
 
-    Member member(Form form, size_t start, Doc documentation) {
+    Member member(const Declaration &owner, size_t start, Doc documentation) {
         Member result;
         result.doc = std::move(documentation);
-        if (form == Form::Union) {
+        if (owner.form == Form::Union) {
             result.values = values();
         }
-        result.type = type();
-        result.name = name("the name of the member");
-        if (at(TokenKind::LeftBracket)) {
-            array_as_member(result);
-            result.type = {}; // whatever it is
+        std::optional<Declaration> array = type_and_name(result);
+        if (array) {
+            name_array(*array, owner, result);
         }
         while (take_if(TokenKind::At)) {
             result.attributes.push_back(name("an attribute"));
         }
         result.span = since(start);
+        if (array) {
+            array->span = result.span;
+            array->sound = is_sound();
+            result.array = result_.declarations.size();
+            result_.declarations.push_back(std::move(*array));
+        }
         return result;
+    }
+
+    // The array that the member declares in place, if it does, without a name.
+    std::optional<Declaration> type_and_name(Member &member) {
+        const size_t start = position();
+        Declaration array;
+        if (at_dynamic_array()) {
+            array.form = Form::DynamicArray;
+            member.type.span = {peek().span.file, peek().span.begin, peek(1).span.end};
+            take();
+            dynamic(array);
+            member.name = array.name;
+            return array;
+        }
+        member.type = type();
+        if (at(TokenKind::LeftBracket)) {
+            array.form = member.type.text == "bytes" ? Form::Bytes : Form::Array;
+            array.element = array.form == Form::Array ? member.type : Name();
+            capacity(array);
+            member.type.span = since(start);
+            member.name = name("the name of the member");
+            return array;
+        }
+        member.name = name("the name of the member");
+        if (at(TokenKind::LeftBracket)) {
+            array_as_in_c(member);
+            member.type = {}; // whatever it is
+        }
+        return std::nullopt;
+    }
+
+    // Two words begin an array unless they are the type and the name of a member.
+    bool at_dynamic_array() const {
+        const bool begins = at_word("dynamic") && (at_word("array", 1) || at_word("bytes", 1)) &&
+                            peek(2).kind == TokenKind::Name;
+        const bool goes_on = at_word(at_word("array", 1) ? "of" : "counted", 3);
+        return begins && (goes_on || (!peek(2).starts_line && !name_on_line(3)));
+    }
+
+    void name_array(Declaration &array, const Declaration &owner, Member &member) {
+        array.member = member.name;
+        if (at_word("as")) {
+            take();
+            array.name = name("the name of the array's type");
+        } else {
+            const std::string made = fmt::format("{}_{}_array", owner.name.text, member.name.text);
+            result_.made_names.push_back(std::make_unique<const std::string>(made));
+            array.name = {*result_.made_names.back(), member.name.span};
+        }
+        member.type.text = array.name.text;
     }
 
     std::vector<Value> values() {
@@ -510,29 +622,17 @@ private:
         return peek(ahead).kind == TokenKind::Name && !peek(ahead).starts_line;
     }
 
-    // Reports an array that is written as in C, and skips its capacity.
-    void array_as_member(const Member &member) {
-        unexpected("a member or '}'").help(how_to_declare_array(member));
+    // Reports the capacity behind the name, and skips it.
+    void array_as_in_c(const Member &member) {
+        const bool stated = peek(1).kind == TokenKind::Number;
+        const std::string element = element_of(member.type.text);
+        unexpected("a member or '}'")
+            .help(fmt::format("write: {}[{}] {}", is_bytes(element) ? "bytes" : element,
+                              stated ? text(peek(1)) : "CAPACITY", member.name.text));
         do {
             take();
         } while (at(TokenKind::Number) && !peek().starts_line);
         take_if(TokenKind::RightBracket);
-    }
-
-    std::string how_to_declare_array(const Member &member) const {
-        std::string capacity = "CAPACITY";
-        if (peek(1).kind == TokenKind::Number) {
-            capacity = text(peek(1));
-        }
-        const std::string element = element_of(member.type.text);
-        std::string name = fmt::format("{}_array", element);
-        std::string declaration = fmt::format("array {} of {}", name, element);
-        if (is_bytes(element)) {
-            name = fmt::format("{}_array", member.name.text);
-            declaration = fmt::format("bytes {}", name);
-        }
-        return fmt::format("an array is a type: declare '{}[{}]' and write '{} {}' here", declaration,
-                           capacity, name, member.name.text);
     }
 
     bool separator_reported_ = false;

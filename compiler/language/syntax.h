@@ -3,6 +3,7 @@
 
 #include "compiler/text/source.h"
 
+#include <memory>
 #include <optional>
 
 namespace tlvc::syntax {
@@ -29,6 +30,17 @@ struct Value {
     Span span;
 };
 
+struct NumberRange {
+    Number first;
+    Number last; // the first where it is alone
+    Span span;
+};
+
+struct Reservation {
+    std::vector<NumberRange> ranges;
+    Span span;
+};
+
 struct Enumerator {
     Doc doc;
     Name name;
@@ -42,6 +54,7 @@ struct Member {
     Name type;
     Name name;
     std::vector<Name> attributes; // without the '@'
+    std::optional<size_t> array;  // its type's declaration among the file's, if that is in place
     Span span;                    // documentation included
 };
 
@@ -58,9 +71,11 @@ struct Declaration {
     Name selector_name; // union
     std::optional<Name> enclosing;       // union
     std::optional<Number> key;           // message
+    std::optional<Name> member;          // of an array that is declared in place: its member
     Span body;                           // the braces and what is between; empty where there are none
     std::vector<Member> members;         // structure, message, union
     std::vector<Enumerator> enumerators; // enumeration
+    std::vector<Reservation> reserved;   // enumeration: values
     Span span;                           // documentation included
     bool sound = true;    // false once a fault in it is reported; its name is certain all the same
     bool readable = true; // false once a part was skipped, so that names in it may be missing
@@ -73,12 +88,21 @@ struct Import {
     Span span;
 };
 
+// What the names of all types of the family begin with.
+struct Prefix {
+    Name name;
+    Span span;
+};
+
 struct File {
     uint32_t file = 0;
     Doc doc;
+    std::vector<Prefix> prefixes;
+    std::vector<Reservation> reserved; // tags
     std::vector<Import> imports;
-    bool imports_found = true; // false once one is at fault, so that names may be unknown
-    std::vector<Declaration> declarations;
+    bool imports_found = true;             // false once one is at fault, so that names may be unknown
+    std::vector<Declaration> declarations; // those of arrays in place stand before their owner's
+    std::vector<std::unique_ptr<const std::string>> made_names; // of arrays in place
     std::vector<Span> comments;
 };
 

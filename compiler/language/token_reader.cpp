@@ -53,10 +53,11 @@ syntax::Name TokenReader::name(std::string_view wanted) {
 
 syntax::Number TokenReader::number(std::string_view wanted) {
     const Token &token = expect(TokenKind::Number, wanted);
-    const std::string_view digits = text(token);
+    const int base = is_hexadecimal(text(token)) ? 16 : 10;
+    const std::string_view digits = text(token).substr(base == 16 ? 2 : 0);
     // The greatest value stays when the digits say more than that.
     syntax::Number result{std::numeric_limits<uint64_t>::max(), token.span};
-    std::from_chars(digits.begin(), digits.end(), result.value);
+    std::from_chars(digits.begin(), digits.end(), result.value, base);
     return result;
 }
 

@@ -83,7 +83,8 @@ private:
         } else if (brace < before.size()) {
             in_body(before, brace, starts_line);
         } else if (starts_line || before.size() == 0 || before.text(0) == "}") {
-            words({"array", "bytes", "dynamic", "enum", "import", "message", "struct", "union"});
+            words({"array", "bytes", "dynamic", "enum", "import", "message", "prefix", "reserved", "struct",
+                   "union"});
         }
     }
 

@@ -5,6 +5,7 @@
 // them out.
 #pragma once
 
+#include "compiler/model/reserved_numbers.h"
 #include "compiler/model/wire_format.h"
 #include "compiler/text/source.h"
 
@@ -125,11 +126,13 @@ struct Type {
     const wire::Scalar *scalar = nullptr; // scalars
     uint16_t tag = 0;                    // enumeration, structure, scalar (the tag its encoder writes), array
     std::vector<Enumerator> enumerators; // enumeration: the values that have names
+    std::vector<Reserved> reserved;      // enumeration: values that must not get one again, in order
     std::vector<Member> members;         // structure, message
     std::optional<uint32_t> key;         // message: by which receivers know it, if any
     const Type *element = nullptr;       // every array: of an item, uint8 for bytes
     uint32_t capacity = 0;               // element, packed and byte arrays
     const Type *count = nullptr;         // every array: the scalar type of the record's count field
+    bool in_place = false;               // an array: declared by a member, whose documentation has to do
 
     const Type *selector = nullptr; // union: its enumeration ...
     std::string selector_name;      // ... and the name of that field
@@ -165,6 +168,7 @@ struct Section {
 struct Family {
     std::string name;                      // the directory's
     Doc doc;                               // the //! lines of its family.tlv
+    std::vector<Reserved> reserved;        // tags that no type may have again, in order
     std::vector<const Section *> sections; // by file name
     std::vector<const Type *> types;       // section by section, each after the types that its record holds
     std::vector<const Family *> uses;      // families whose types it names, by name, itself left out

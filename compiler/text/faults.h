@@ -59,7 +59,7 @@ using Number = uint64_t;
 inline constexpr FaultOf<Text> unexpected_character{
     "T001", "unexpected character", "{} means nothing here",
     R"(
-Outside remarks and quoted paths a schema consists of names, decimal numbers and { } [ ] = : , @.
+Outside remarks and quoted paths a schema consists of names, numbers and { } [ ] = : , @.
 Members need no separator: write 'uint16 slot', not 'uint16 slot;'.
 )"};
 
@@ -68,8 +68,8 @@ inline constexpr FaultOf<> unterminated_string{
     "A quoted path ends on the line on which it begins: import \"../common/session.tlv\""};
 
 inline constexpr FaultOf<Text> malformed_number{
-    "T003", "malformed number", "'{}' is not a decimal number",
-    "Numbers are decimal digits and nothing else. Write 1357, not 0x54d."};
+    "T003", "malformed number", "'{}' is not a number",
+    "Numbers are decimal digits, or 0x and hexadecimal digits: 1357 and 0x54D are the same."};
 
 inline constexpr FaultOf<Text> misplaced_doc{
     "T004", "misplaced documentation", "{}",
@@ -97,6 +97,14 @@ The declarations are:
     dynamic array NAME of TYPE counted by COUNT
     dynamic bytes NAME counted by COUNT
     union NAME by ENUMERATION SELECTOR { VALUE: TYPE NAME ... }
+
+Beside them, 'reserved TAG, TAG to TAG' says which tags must not come back, and in an enumeration which values;
+'prefix BEGINNING' says how the names of a family's types begin. A structure declares an array that it alone has in place:
+
+    TYPE[CAPACITY] NAME
+    bytes[CAPACITY] NAME
+    dynamic array NAME of TYPE counted by COUNT
+    dynamic bytes NAME counted by COUNT
 )"};
 
 inline constexpr FaultOf<Text> unclosed_body{
@@ -202,8 +210,9 @@ inline constexpr FaultOf<Text, Text, Text> array_element{
 An array with a capacity holds integers of 16, 32 or 64 bits, enumerations or structures; a dynamic
 array holds enumerations or structures. Wrap anything else in a structure, but for bytes, which have their own forms:
 
-    bytes serial_number_array[32]
-    dynamic bytes if_name_array counted by uint8
+    bytes[32]      serial_number
+    uint8          count
+    dynamic bytes  if_name counted by uint8
 )"};
 
 inline constexpr FaultOf<Text, Text> alternative_type{
@@ -233,8 +242,8 @@ inline constexpr FaultOf<Text> missing_count{
     R"(
 Directly before a dynamic array its structure lists the scalar that counts it:
 
-    uint8     count
-    name_str  name     // dynamic bytes name_str counted by uint8
+    uint8          count
+    dynamic bytes  name counted by uint8
 )"};
 
 inline constexpr FaultOf<Text> wrong_count{
@@ -384,6 +393,37 @@ families that have them. Families of your own have the tags from 32768 to 65535;
     struct acme_fan = 32768 { uint8 tray }
 )"};
 
+inline constexpr FaultOf<Text, Number> reserved_number{
+    "T049", "reserved number", "{} {} is reserved",
+    R"(
+Tags and values that were in use and are gone are reserved, so that they do not come back with another meaning: peers
+of an earlier version may still send them. Take a number that was never used:
+
+    reserved 40002, 40010 to 40020
+    enum acme_fan_mode = 40003 { off = 0  on = 1  reserved 2 }
+)"};
+
+inline constexpr FaultOf<Text> bad_reservation{
+    "T050", "reservation at fault", "{}",
+    R"(
+A reservation lists single numbers, and ranges from the lower number to the higher one, both of which belong to it.
+Each number is reserved once in a family or enumeration.
+)"};
+
+inline constexpr FaultOf<Text, Text> unprefixed_name{
+    "T051", "name without the prefix", "'{}' does not begin with '{}'",
+    R"(
+A family that declares a prefix promises that the names of its types begin with it, and so those of their functions and
+macros end in such names: they keep clear of other families' in the same program.
+)"};
+
+inline constexpr FaultOf<Text> bad_prefix{
+    "T052", "prefix at fault", "{}",
+    R"(
+A family has one prefix or none. It is the family's own: no type of another family that has a prefix, and none of the
+library, begins with it, or else the linker would find two functions of one name.
+)"};
+
 inline constexpr FaultOf<Number> duplicate_key{
     "T053", "message key used twice", "key {} is taken",
     R"(
@@ -461,8 +501,8 @@ inline constexpr const Fault *all[] = {
     &count_type, &missing_count, &wrong_count, &selector_type, &missing_selector, &wrong_selector, &duplicate_value,
     &large_value, &unknown_attribute, &misplaced_attribute, &enclosing_record, &circular_type, &circular_families,
     &fixed_size, &member_named_as_type, &unknown_enumerator, &duplicate_enumerator, &taken_name,
-    &name_generated_twice, &nested_too_deeply, &path_too_long, &interface_changed, &library_tag, &duplicate_key,
-    &type_too_large,
+    &name_generated_twice, &nested_too_deeply, &path_too_long, &interface_changed, &library_tag,
+    &reserved_number, &bad_reservation, &unprefixed_name, &bad_prefix, &duplicate_key, &type_too_large,
     &array_never_full, &unused_enumeration, &undocumented_type, &library_name, &char_member, &system_name,
     &idle_silence};
 // clang-format on

@@ -2,13 +2,11 @@
 
 import "../common/session.tlv"
 
-bytes cwan_atcmds_msg_array[800]
-
 /// Block of AT commands, up to 800 bytes.
 struct cwan_atcmds = 1579 {
     /// No codec counts the bytes by it.
-    uint32                 value
-    cwan_atcmds_msg_array  msg
+    uint32      value
+    bytes[800]  msg
 }
 
 /// Ping, which is a single number.
@@ -24,12 +22,10 @@ struct cwan_exec_shell_cmd_header = 1582 {
     zel_cwan_exec_cmd_flag  flag
 }
 
-bytes zel_cwan_exec_shell_cmd_buf_array[800]
-
 /// Remote shell command of up to 800 bytes behind its header.
 struct zel_cwan_exec_shell_cmd = 1583 {
-    cwan_exec_shell_cmd_header         header
-    zel_cwan_exec_shell_cmd_buf_array  buf
+    cwan_exec_shell_cmd_header  header
+    bytes[800]                  buf
 }
 
 /// Message with AT commands.

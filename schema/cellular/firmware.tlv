@@ -3,23 +3,19 @@
 /// Type of a firmware.
 enum zel_cwan_mgmt_fw_type = 1575
 
-bytes zel_cwan_mgmt_fw_info_fw_name_array[80]
-
 /// Firmware information; both directions carry it.
 struct zel_cwan_mgmt_fw_info = 1576 {
-    zel_cwan_mgmt_fw_type                type
-    uint32                               value_1
-    uint32                               value_2
-    zel_cwan_mgmt_fw_info_fw_name_array  fw_name
+    zel_cwan_mgmt_fw_type  type
+    uint32                 value_1
+    uint32                 value_2
+    bytes[80]              fw_name
 }
-
-bytes zel_cwan_mgmt_fw_data_data_array[800]
 
 /// Block of firmware data, up to 800 bytes.
 struct zel_cwan_mgmt_fw_data = 1577 {
-    uint32                            value_1
-    uint32                            value_2
-    zel_cwan_mgmt_fw_data_data_array  data
+    uint32      value_1
+    uint32      value_2
+    bytes[800]  data
 }
 
 /// Kind of a host to card exchange.
@@ -39,28 +35,22 @@ struct cwan_fw_upgrade_host_msg = 1578 {
     cwan_fw_upgrade_host_msg_type_union  body
 }
 
-bytes zel_cwan_fw_upgrade_status_status_string_array[80]
-
 /// Status of an upgrade, as a number and as a text.
 struct zel_cwan_fw_upgrade_status = 1587 {
-    uint32                                          value
-    zel_cwan_fw_upgrade_status_status_string_array  status_string
+    uint32     value
+    bytes[80]  status_string
 }
-
-bytes zel_cwan_fw_pkg_info_pkg_buf_array[800]
 
 /// Firmware package information, up to 800 bytes.
 struct zel_cwan_fw_pkg_info = 1588 {
     /// No codec counts the bytes by it.
-    uint32                              value
-    zel_cwan_fw_pkg_info_pkg_buf_array  pkg_buf
+    uint32      value
+    bytes[800]  pkg_buf
 }
-
-bytes zel_cwan_fw_status_msg_msg_array[255]
 
 /// Firmware status as a text alone.
 struct zel_cwan_fw_status_msg = 1589 {
-    zel_cwan_fw_status_msg_msg_array  msg
+    bytes[255]  msg
 }
 
 /// Kind of a card to host exchange.

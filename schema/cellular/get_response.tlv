@@ -24,42 +24,30 @@ struct zel_cwan_gsm_api_profile_sum_get_resp = 1525 {
     uint8  value_9
 }
 
-bytes zel_cwan_gsm_api_pri_info_get_resp_modelid_array[21]
-bytes zel_cwan_gsm_api_pri_info_get_resp_bootversion_array[86]
-bytes zel_cwan_gsm_api_pri_info_get_resp_appversion_array[86]
-bytes zel_cwan_gsm_api_pri_info_get_resp_sku_array[16]
-bytes zel_cwan_gsm_api_pri_info_get_resp_packageid_array[86]
-bytes zel_cwan_gsm_api_pri_info_get_resp_carrier_array[21]
-bytes zel_cwan_gsm_api_pri_info_get_resp_priversion_array[11]
-
 /// PRI information: model, boot and application versions, package and carrier.
 struct zel_cwan_gsm_api_pri_info_get_resp = 1526 {
-    zel_cwan_gsm_api_pri_info_get_resp_modelid_array      model_id
-    zel_cwan_gsm_api_pri_info_get_resp_bootversion_array  boot_version
-    zel_cwan_gsm_api_pri_info_get_resp_appversion_array   app_version
-    zel_cwan_gsm_api_pri_info_get_resp_sku_array          sku
-    zel_cwan_gsm_api_pri_info_get_resp_packageid_array    package_id
-    zel_cwan_gsm_api_pri_info_get_resp_carrier_array      carrier
-    zel_cwan_gsm_api_pri_info_get_resp_priversion_array   pri_version
+    bytes[21]  model_id as zel_cwan_gsm_api_pri_info_get_resp_modelid_array
+    bytes[86]  boot_version as zel_cwan_gsm_api_pri_info_get_resp_bootversion_array
+    bytes[86]  app_version as zel_cwan_gsm_api_pri_info_get_resp_appversion_array
+    bytes[16]  sku
+    bytes[86]  package_id as zel_cwan_gsm_api_pri_info_get_resp_packageid_array
+    bytes[21]  carrier
+    bytes[11]  pri_version as zel_cwan_gsm_api_pri_info_get_resp_priversion_array
 }
-
-bytes zel_cwan_gsm_api_profile_ip_addr_get_resp_pdp_address_array[17]
 
 /// PDP address of a profile.
 struct zel_cwan_gsm_api_profile_ip_addr_get_resp = 1527 {
-    uint16                                                       value_1
-    uint16                                                       value_2
-    uint8                                                        value_3
-    uint8                                                        value_4
-    zel_cwan_gsm_api_profile_ip_addr_get_resp_pdp_address_array  pdp_address
+    uint16     value_1
+    uint16     value_2
+    uint8      value_3
+    uint8      value_4
+    bytes[17]  pdp_address
 }
-
-bytes zel_cwan_gsm_api_msisdn_get_resp_msisdn_array[161]
 
 /// MSISDN, and a number.
 struct zel_cwan_gsm_api_msisdn_get_resp = 1528 {
-    zel_cwan_gsm_api_msisdn_get_resp_msisdn_array  msisdn
-    uint16                                         value
+    bytes[161]  msisdn
+    uint16      value
 }
 
 /// PLMN mode.
@@ -67,23 +55,19 @@ struct zel_cwan_gsm_api_plmn_mode_get_resp = 1529 {
     uint8  mode
 }
 
-bytes zel_cwan_gsm_api_plmn_list_get_resp_sp_name_array[18]
-bytes zel_cwan_gsm_api_plmn_list_get_resp_plmn_name_array[32]
-bytes zel_cwan_gsm_api_plmn_list_get_resp_plmn_name_abbr_array[14]
-
 /// Network of the network list, with service provider and PLMN names.
 struct zel_cwan_gsm_api_plmn_list_get_resp = 1530 {
-    uint8                                                     value_1
-    uint8                                                     value_2
-    zel_cwan_gsm_api_plmn_list_get_resp_sp_name_array         sp_name
-    uint8                                                     value_3
-    zel_cwan_gsm_api_plmn_list_get_resp_plmn_name_array       plmn_name
-    uint8                                                     value_4
-    zel_cwan_gsm_api_plmn_list_get_resp_plmn_name_abbr_array  plmn_name_abbr
-    uint16                                                    value_5
-    uint16                                                    value_6
-    uint8                                                     value_7
-    uint8                                                     value_8
+    uint8      value_1
+    uint8      value_2
+    bytes[18]  sp_name
+    uint8      value_3
+    bytes[32]  plmn_name
+    uint8      value_4
+    bytes[14]  plmn_name_abbr
+    uint16     value_5
+    uint16     value_6
+    uint8      value_7
+    uint8      value_8
 }
 
 /// Connection rate, in four numbers.
@@ -115,27 +99,24 @@ struct zel_cwan_gsm_api_signal_strength_msg = 1533 {
     uint8   value_10
 }
 
-bytes zel_cwan_api_network_system_info_network_code_array[9]
-bytes zel_cwan_api_network_system_info_network_name_lte_array[25]
-
 /// Network system information, with network code and LTE network name.
 struct zel_cwan_api_network_system_info = 1535 {
-    uint16                                                   value_1
-    uint16                                                   value_2
-    uint16                                                   value_3
-    uint8                                                    value_4
-    uint32                                                   value_5
-    zel_cwan_api_network_system_info_network_code_array      network_code
-    uint16                                                   value_6
-    uint16                                                   value_7
-    uint16                                                   value_8
-    uint16                                                   value_9
-    uint16                                                   value_10
-    uint16                                                   value_11
-    uint16                                                   value_12
-    uint16                                                   value_13
-    uint16                                                   value_14
-    zel_cwan_api_network_system_info_network_name_lte_array  network_name_lte
+    uint16     value_1
+    uint16     value_2
+    uint16     value_3
+    uint8      value_4
+    uint32     value_5
+    bytes[9]   network_code
+    uint16     value_6
+    uint16     value_7
+    uint16     value_8
+    uint16     value_9
+    uint16     value_10
+    uint16     value_11
+    uint16     value_12
+    uint16     value_13
+    uint16     value_14
+    bytes[25]  network_name_lte
 }
 
 /// Session information.
@@ -160,25 +141,19 @@ struct zel_cwan_api_system_selection_pref_info = 1538 {
     uint64  value_5
 }
 
-bytes zel_cwan_gsm_api_sms_msg_info_sender_address_array[16]
-bytes zel_cwan_gsm_api_sms_msg_info_receiver_address_array[16]
-bytes zel_cwan_gsm_api_sms_msg_info_text_message_array[160]
-bytes zel_cwan_gsm_api_sms_msg_info_time_stamp_array[9]
-bytes zel_cwan_gsm_api_sms_msg_info_date_stamp_array[9]
-
 /// Short message, which a response and a set request carry.
 struct zel_cwan_gsm_api_sms_msg_info = 1539 {
-    uint32                                                value_1
-    uint32                                                value_2
-    uint8                                                 value_3
-    zel_cwan_gsm_api_sms_msg_info_sender_address_array    sender_address
-    uint8                                                 value_4
-    zel_cwan_gsm_api_sms_msg_info_receiver_address_array  receiver_address
-    uint8                                                 value_5
-    zel_cwan_gsm_api_sms_msg_info_text_message_array      text_message
-    zel_cwan_gsm_api_sms_msg_info_time_stamp_array        time_stamp
-    uint8                                                 value_6
-    zel_cwan_gsm_api_sms_msg_info_date_stamp_array        date_stamp
+    uint32      value_1
+    uint32      value_2
+    uint8       value_3
+    bytes[16]   sender_address
+    uint8       value_4
+    bytes[16]   receiver_address
+    uint8       value_5
+    bytes[160]  text_message
+    bytes[9]    time_stamp
+    uint8       value_6
+    bytes[9]    date_stamp
 }
 
 /// GPS port of the modem.

@@ -10,14 +10,12 @@ struct zel_nmea_dm_encap_hdr = 1598 {
     zel_nmea_dm_encap_type  type
 }
 
-bytes nmea_dm_msg_msg_array[1000]
-
 /// Block of NMEA or diagnostic data, up to 1,000 bytes.
 struct nmea_dm_msg = 1599 {
     zel_nmea_dm_encap_hdr  encap_hdr
     /// No codec counts the data by it.
     uint32                 value
-    nmea_dm_msg_msg_array  data
+    bytes[1000]            data as nmea_dm_msg_msg_array
 }
 
 /// Configuration of diagnostic logging.
@@ -29,13 +27,11 @@ struct zel_cwan_dm_local_config = 1644 {
     uint32  value_5
 }
 
-bytes zel_cwan_dm_stop_msg_array[1000]
-
 /// Stop record of diagnostic logging, up to 1,000 bytes.
 struct zel_cwan_dm_stop = 1645 {
     /// No codec counts the bytes by it.
-    uint32                      value
-    zel_cwan_dm_stop_msg_array  msg
+    uint32       value
+    bytes[1000]  msg
 }
 
 /// Message with NMEA or diagnostic data.

@@ -9,104 +9,84 @@ struct zel_cwan_gsm_api_temperature_notify = 1486 {
     uint16  value_2
 }
 
-bytes zel_cwan_gsm_api_pkt_session_notify_call_end_mode_array[33]
-bytes zel_cwan_gsm_api_pkt_session_notify_call_end_reason_type_string_array[33]
-bytes zel_cwan_gsm_api_pkt_session_notify_call_end_reason_string_array[257]
-
 /// Packet session state, with the call's end mode and end reason as texts.
 struct zel_cwan_gsm_api_pkt_session_notify = 1489 {
-    uint8                                                                  value_1
-    uint8                                                                  value_2
-    uint8                                                                  value_3
-    uint16                                                                 value_4
-    uint16                                                                 value_5
-    zel_cwan_gsm_api_pkt_session_notify_call_end_mode_array                call_end_mode
-    uint32                                                                 value_6
-    zel_cwan_gsm_api_pkt_session_notify_call_end_reason_type_string_array  call_end_reason_type_string
-    uint32                                                                 value_7
-    zel_cwan_gsm_api_pkt_session_notify_call_end_reason_string_array       call_end_reason_string
-    uint8                                                                  value_8
+    uint8       value_1
+    uint8       value_2
+    uint8       value_3
+    uint16      value_4
+    uint16      value_5
+    bytes[33]   call_end_mode
+    uint32      value_6
+    bytes[33]   call_end_reason_type_string
+    uint32      value_7
+    bytes[257]  call_end_reason_string
+    uint8       value_8
 }
-
-bytes zel_cwan_gsm_api_error_codes_msg_call_end_mode_array[33]
-bytes zel_cwan_gsm_api_error_codes_msg_call_end_reason_type_string_array[33]
-bytes zel_cwan_gsm_api_error_codes_msg_call_end_reason_string_array[257]
 
 /// Error codes, with the call's end mode and end reason as texts.
 struct zel_cwan_gsm_api_error_codes_msg = 1606 {
-    zel_cwan_gsm_api_error_codes_msg_call_end_mode_array                call_end_mode
-    uint32                                                              value_1
-    zel_cwan_gsm_api_error_codes_msg_call_end_reason_type_string_array  call_end_reason_type_string
-    uint32                                                              value_2
-    zel_cwan_gsm_api_error_codes_msg_call_end_reason_string_array       call_end_reason_string
-    uint8                                                               value_3
-    uint8                                                               value_4
-    uint32                                                              value_5
-    uint32                                                              value_6
+    bytes[33]   call_end_mode
+    uint32      value_1
+    bytes[33]   call_end_reason_type_string
+    uint32      value_2
+    bytes[257]  call_end_reason_string
+    uint8       value_3
+    uint8       value_4
+    uint32      value_5
+    uint32      value_6
 }
-
-bytes zel_cwan_gsm_api_regplmn_notify_sp_name_array[18]
-bytes zel_cwan_gsm_api_regplmn_notify_plmn_name_array[32]
-bytes zel_cwan_gsm_api_regplmn_notify_plmn_name_abbr_array[14]
 
 /// Registered network, with service provider and PLMN names.
 struct zel_cwan_gsm_api_regplmn_notify = 1492 {
-    uint8                                                 value_1
-    uint8                                                 value_2
-    uint8                                                 value_3
-    zel_cwan_gsm_api_regplmn_notify_sp_name_array         sp_name
-    zel_cwan_gsm_api_regplmn_notify_plmn_name_array       plmn_name
-    zel_cwan_gsm_api_regplmn_notify_plmn_name_abbr_array  plmn_name_abbr
+    uint8      value_1
+    uint8      value_2
+    uint8      value_3
+    bytes[18]  sp_name
+    bytes[32]  plmn_name
+    bytes[14]  plmn_name_abbr
 }
-
-bytes zel_cwan_gsm_api_sys_status_notify_country_code_array[4]
-
-array zel_cwan_gsm_api_sys_status_notify_system_capabilities_array of zel_cw_system_mode[7]
-
-bytes zel_cwan_gsm_api_sys_status_notify_network_code_array[9]
 
 /// System status of the modem; zel_modem_sys_status has the same members.
 struct zel_cwan_gsm_api_sys_status_notify = 1494 {
-    uint32                                                        value_1
-    uint32                                                        value_2
-    uint32                                                        value_3
-    uint32                                                        value_4
-    uint32                                                        value_5
-    uint32                                                        value_6
-    uint8                                                         value_7
-    uint8                                                         value_8
-    uint8                                                         value_9
-    uint8                                                         value_10
-    zel_cwan_gsm_api_sys_status_notify_country_code_array         country_code
-    uint32                                                        value_11
-    uint32                                                        value_12
-    uint32                                                        value_13
-    uint32                                                        value_14
-    uint32                                                        value_15
-    uint32                                                        value_16
-    uint32                                                        value_17
-    uint32                                                        value_18
-    uint32                                                        value_19
-    uint32                                                        value_20
-    uint32                                                        value_21
-    uint32                                                        value_22
-    uint32                                                        value_23
-    uint32                                                        value_24
-    uint32                                                        value_25
-    uint32                                                        value_26
-    uint32                                                        value_27
-    zel_cwan_gsm_api_sys_status_notify_system_capabilities_array  system_capabilities
-    uint8                                                         value_28
-    zel_cwan_gsm_api_sys_status_notify_network_code_array         network_code
+    uint32                 value_1
+    uint32                 value_2
+    uint32                 value_3
+    uint32                 value_4
+    uint32                 value_5
+    uint32                 value_6
+    uint8                  value_7
+    uint8                  value_8
+    uint8                  value_9
+    uint8                  value_10
+    bytes[4]               country_code
+    uint32                 value_11
+    uint32                 value_12
+    uint32                 value_13
+    uint32                 value_14
+    uint32                 value_15
+    uint32                 value_16
+    uint32                 value_17
+    uint32                 value_18
+    uint32                 value_19
+    uint32                 value_20
+    uint32                 value_21
+    uint32                 value_22
+    uint32                 value_23
+    uint32                 value_24
+    uint32                 value_25
+    uint32                 value_26
+    uint32                 value_27
+    zel_cw_system_mode[7]  system_capabilities
+    uint8                  value_28
+    bytes[9]               network_code
 }
-
-array zel_cwan_gsm_api_rscpecio_notify_cell_info_array of zel_cw_nearby_cell_info[6]
 
 /// Information on up to 6 nearby cells.
 struct zel_cwan_gsm_api_rscpecio_notify = 1496 {
     /// No codec counts the cells by it.
-    uint32                                            value
-    zel_cwan_gsm_api_rscpecio_notify_cell_info_array  cell_info
+    uint32                      value
+    zel_cw_nearby_cell_info[6]  cell_info
 }
 
 /// PLMN readiness.
@@ -119,55 +99,45 @@ struct zel_cwan_gsm_api_plmn_select_notify = 1498 {
     uint8  selection
 }
 
-bytes zel_cwan_api_network_msg_country_code_array[4]
-bytes zel_cwan_api_network_msg_network_code_array[9]
-bytes zel_cwan_api_network_msg_iccid_array[21]
-
 /// Network, by country code and network code, and the ICCID.
 struct zel_cwan_api_network_msg = 1500 {
-    uint32                                       value_1
-    uint32                                       value_2
-    uint16                                       value_3
-    uint16                                       value_4
-    uint32                                       value_5
-    uint32                                       value_6
-    uint32                                       value_7
-    zel_cwan_api_network_msg_country_code_array  country_code
-    zel_cwan_api_network_msg_network_code_array  network_code
-    uint32                                       value_8
-    uint32                                       value_9
-    zel_cwan_api_network_msg_iccid_array         iccid
+    uint32     value_1
+    uint32     value_2
+    uint16     value_3
+    uint16     value_4
+    uint32     value_5
+    uint32     value_6
+    uint32     value_7
+    bytes[4]   country_code
+    bytes[9]   network_code
+    uint32     value_8
+    uint32     value_9
+    bytes[21]  iccid
 }
-
-bytes zel_cwan_api_omadm_fota_notify_version_array[32]
-bytes zel_cwan_api_omadm_fota_notify_package_name_array[32]
-bytes zel_cwan_api_omadm_fota_notify_description_array[32]
 
 /// Firmware-over-the-air notice of device management, with the package's version, name and description.
 struct zel_cwan_api_omadm_fota_notify = 1501 {
-    uint8                                              value_1
-    uint8                                              value_2
-    uint8                                              value_3
-    uint16                                             value_4
-    uint16                                             value_5
-    uint16                                             value_6
-    uint16                                             value_7
-    uint32                                             value_8
-    uint32                                             value_9
-    zel_cwan_api_omadm_fota_notify_version_array       version
-    zel_cwan_api_omadm_fota_notify_package_name_array  package_name
-    zel_cwan_api_omadm_fota_notify_description_array   description
+    uint8      value_1
+    uint8      value_2
+    uint8      value_3
+    uint16     value_4
+    uint16     value_5
+    uint16     value_6
+    uint16     value_7
+    uint32     value_8
+    uint32     value_9
+    bytes[32]  version
+    bytes[32]  package_name
+    bytes[32]  description
 }
-
-bytes zel_cwan_api_omadm_devcfg_notify_alertmsg_array[32]
 
 /// Device configuration notice of device management, with an alert text.
 struct zel_cwan_api_omadm_devcfg_notify = 1502 {
-    uint8                                            value_1
-    uint8                                            value_2
-    uint16                                           value_3
-    uint16                                           value_4
-    zel_cwan_api_omadm_devcfg_notify_alertmsg_array  alert_msg
+    uint8      value_1
+    uint8      value_2
+    uint16     value_3
+    uint16     value_4
+    bytes[32]  alert_msg as zel_cwan_api_omadm_devcfg_notify_alertmsg_array
 }
 
 /// System alert.

@@ -30,35 +30,28 @@ struct zel_api_umts_qos = 1488 {
     uint16  value_14
 }
 
-bytes zel_cwan_prof_info_basic_pdp_address_array[17]
-bytes zel_cwan_prof_info_basic_apn_array[101]
-bytes zel_cwan_prof_info_basic_username_array[33]
-bytes zel_cwan_prof_info_basic_password_array[33]
-bytes zel_cwan_prof_info_basic_encrypt_password_array[70]
-bytes zel_cwan_prof_info_basic_config_label_array[31]
-
 /// Addressing, APN and credentials of a profile. To the codecs the passwords are bytes like any others.
 struct zel_cwan_prof_info_basic = 1519 {
-    uint8                                            value_1
-    uint8                                            value_2
-    uint8                                            value_3
-    uint8                                            value_4
-    uint8                                            value_5
-    uint8                                            value_6
-    uint8                                            value_7
-    uint16                                           value_8
-    uint16                                           value_9
-    uint16                                           value_10
-    uint16                                           value_11
-    uint32                                           value_12
-    uint32                                           value_13
-    uint32                                           value_14
-    zel_cwan_prof_info_basic_pdp_address_array       pdp_address
-    zel_cwan_prof_info_basic_apn_array               apn
-    zel_cwan_prof_info_basic_username_array          username
-    zel_cwan_prof_info_basic_password_array          password
-    zel_cwan_prof_info_basic_encrypt_password_array  encrypted_password
-    zel_cwan_prof_info_basic_config_label_array      config_label
+    uint8       value_1
+    uint8       value_2
+    uint8       value_3
+    uint8       value_4
+    uint8       value_5
+    uint8       value_6
+    uint8       value_7
+    uint16      value_8
+    uint16      value_9
+    uint16      value_10
+    uint16      value_11
+    uint32      value_12
+    uint32      value_13
+    uint32      value_14
+    bytes[17]   pdp_address
+    bytes[101]  apn
+    bytes[33]   username
+    bytes[33]   password
+    bytes[70]   encrypted_password as zel_cwan_prof_info_basic_encrypt_password_array
+    bytes[31]   config_label
 }
 
 /// Two UMTS and two GPRS quality-of-service records; only their order tells those of one kind apart.
@@ -69,37 +62,31 @@ struct zel_cwan_prof_info_qos = 1520 {
     zel_api_gprs_qos  gprs_qos_2
 }
 
-bytes zel_cwan_prof_info_dns_primary_dns_array[513]
-bytes zel_cwan_prof_info_dns_secondary_dns_array[513]
-
 /// Primary and secondary DNS of a profile.
 struct zel_cwan_prof_info_dns = 1521 {
-    uint8                                       value_1
-    zel_cwan_prof_info_dns_primary_dns_array    primary_dns
-    uint8                                       value_2
-    zel_cwan_prof_info_dns_secondary_dns_array  secondary_dns
+    uint8       value_1
+    bytes[513]  primary_dns
+    uint8       value_2
+    bytes[513]  secondary_dns
 }
-
-bytes zel_cwan_prof_info_tft_source_address_array[17]
-bytes zel_cwan_prof_info_tft_source_add_mask_array[17]
 
 /// TFT of a profile, with source address and mask.
 struct zel_cwan_prof_info_tft = 1522 {
-    uint8                                         value_1
-    uint8                                         value_2
-    uint8                                         value_3
-    uint8                                         value_4
-    zel_cwan_prof_info_tft_source_address_array   source_address
-    uint8                                         value_5
-    uint16                                        value_6
-    uint16                                        value_7
-    uint16                                        value_8
-    uint16                                        value_9
-    uint32                                        value_10
-    uint8                                         value_11
-    uint8                                         value_12
-    uint32                                        value_13
-    zel_cwan_prof_info_tft_source_add_mask_array  source_address_mask
+    uint8      value_1
+    uint8      value_2
+    uint8      value_3
+    uint8      value_4
+    bytes[17]  source_address
+    uint8      value_5
+    uint16     value_6
+    uint16     value_7
+    uint16     value_8
+    uint16     value_9
+    uint32     value_10
+    uint8      value_11
+    uint8      value_12
+    uint32     value_13
+    bytes[17]  source_address_mask as zel_cwan_prof_info_tft_source_add_mask_array
 }
 
 /// All parts of a profile.

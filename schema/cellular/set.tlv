@@ -21,46 +21,36 @@ struct zel_cwan_gsm_api_prl_region_set = 1546 {
     uint8  region
 }
 
-bytes zel_cwan_gsm_api_mep_unlock_set_pin_array[12]
-
 /// PIN of up to 12 bytes, to unlock a modem.
 struct zel_cwan_gsm_api_mep_unlock_set = 1547 {
     /// No codec counts the PIN's bytes by it.
-    uint8                                      value
-    zel_cwan_gsm_api_mep_unlock_set_pin_array  pin
+    uint8      value
+    bytes[12]  pin
 }
-
-bytes zel_cwan_gsm_api_verify_chv1_set_chv1_array[9]
-bytes zel_cwan_gsm_api_verify_chv1_set_puk_array[9]
 
 /// CHV1 to verify, and PUK, up to 9 bytes each.
 struct zel_cwan_gsm_api_verify_chv1_set = 1548 {
-    uint8                                        value_1
-    uint8                                        value_2
-    zel_cwan_gsm_api_verify_chv1_set_chv1_array  chv1
-    uint8                                        value_3
-    zel_cwan_gsm_api_verify_chv1_set_puk_array   puk
+    uint8     value_1
+    uint8     value_2
+    bytes[9]  chv1
+    uint8     value_3
+    bytes[9]  puk
 }
-
-bytes zel_cwan_gsm_api_enable_chv1_set_chv1_array[9]
 
 /// CHV1 to enable, up to 9 bytes.
 struct zel_cwan_gsm_api_enable_chv1_set = 1549 {
-    uint8                                        value_1
-    uint8                                        value_2
-    zel_cwan_gsm_api_enable_chv1_set_chv1_array  chv1
+    uint8     value_1
+    uint8     value_2
+    bytes[9]  chv1
 }
-
-bytes zel_cwan_gsm_api_change_chv12_set_old_chv_array[9]
-bytes zel_cwan_gsm_api_change_chv12_set_new_chv_array[9]
 
 /// Old CHV and the new one to replace it, up to 9 bytes each.
 struct zel_cwan_gsm_api_change_chv12_set = 1550 {
-    uint8                                            value_1
-    uint8                                            value_2
-    zel_cwan_gsm_api_change_chv12_set_old_chv_array  old_chv
-    uint8                                            value_3
-    zel_cwan_gsm_api_change_chv12_set_new_chv_array  new_chv
+    uint8     value_1
+    uint8     value_2
+    bytes[9]  old_chv
+    uint8     value_3
+    bytes[9]  new_chv
 }
 
 /// Profile to activate.

@@ -3,32 +3,24 @@
 /// Version 4 address, a plain 32-bit number where the other addresses are byte arrays.
 enum ipv4_addr = 1014
 
-bytes en_address_addr_array[6]
-
 /// Hardware address of up to six bytes; zel_mac_addr has the same shape under another tag.
 struct en_address = 1012 {
-    en_address_addr_array  addr
+    bytes[6]  addr
 }
-
-bytes ipv6_addr_addr_array[16]
 
 /// Version 6 address of up to 16 bytes.
 struct ipv6_addr = 1015 {
-    ipv6_addr_addr_array  addr
+    bytes[16]  addr
 }
-
-bytes ipv4_maddr_addr_array[8]
 
 /// Version 4 address of up to eight bytes.
 struct ipv4_maddr = 1016 {
-    ipv4_maddr_addr_array  addr
+    bytes[8]  addr
 }
-
-bytes ipv6_maddr_addr_array[32]
 
 /// Version 6 address of up to 32 bytes.
 struct ipv6_maddr = 1017 {
-    ipv6_maddr_addr_array  addr
+    bytes[32]  addr
 }
 
 /// Type of a network address; chooses which address follows it.

@@ -27,11 +27,9 @@ struct zel_binidx = 1717 {  // tlvc: W003 because nothing tells what it is for
     uint32  value_2
 }
 
-bytes time_second_time_array[9]
-
 /// Time, as up to nine bytes.
 struct time_second = 1724 {
-    time_second_time_array  time
+    bytes[9]  time
 }
 
 /// Handle of an interface.

@@ -25,11 +25,9 @@ struct ifid = 1039 {
     uint32  value_5
 }
 
-bytes zel_mac_addr_mac_array[6]
-
 /// Hardware address; a full one has six bytes.
 struct zel_mac_addr = 1042 {
-    zel_mac_addr_mac_array  mac
+    bytes[6]  mac
 }
 
 /// State of an interface.

@@ -29,13 +29,11 @@ struct mac_acct_stats = 1131 {
     if_count_long  counter_2
 }
 
-dynamic array mac_acct_stats_bundle_stats_array of mac_acct_stats counted by uint8
-
 /// Counters of several MAC addresses, all under one type of accounting.
 struct mac_acct_stats_bundle = 1132 {
-    zel_mac_acct_type                  type
-    uint8                              count
-    mac_acct_stats_bundle_stats_array  stats
+    zel_mac_acct_type  type
+    uint8              count
+    dynamic array      stats of mac_acct_stats counted by uint8
 }
 
 /// Update of the statistics of MAC accounting.

@@ -34,27 +34,25 @@ message ether_set_transport_mode_message {
     zel_ether_transport_mode  transport_mode
 }
 
-bytes zel_ether_dwdm_g709_mode_buf_ptr_array[129]
-
 /// G.709 mode of a DWDM controller: numbers, flags, and a buffer of bytes.
 struct zel_ether_dwdm_g709_mode = 1748 {
-    uint8                                   value_1
-    zel_boolean                             flag_1
-    uint8                                   value_2
-    uint8                                   value_3
-    uint8                                   value_4
-    uint8                                   value_5
-    uint8                                   value_6
-    zel_boolean                             flag_2
-    zel_ether_dwdm_g709_mode_buf_ptr_array  buffer
-    zel_boolean                             flag_3
-    zel_boolean                             flag_4
-    zel_boolean                             flag_5
-    uint8                                   value_7
-    uint64                                  value_8
-    uint8                                   value_9
-    uint32                                  value_10
-    zel_boolean                             flag_6
+    uint8        value_1
+    zel_boolean  flag_1
+    uint8        value_2
+    uint8        value_3
+    uint8        value_4
+    uint8        value_5
+    uint8        value_6
+    zel_boolean  flag_2
+    bytes[129]   buffer as zel_ether_dwdm_g709_mode_buf_ptr_array
+    zel_boolean  flag_3
+    zel_boolean  flag_4
+    zel_boolean  flag_5
+    uint8        value_7
+    uint64       value_8
+    uint8        value_9
+    uint32       value_10
+    zel_boolean  flag_6
 }
 
 /// G.709 mode to set on a DWDM controller.

@@ -3,12 +3,10 @@
 import "../common/session.tlv"
 import "statistics.tlv"
 
-bytes kavu_ethernet_generic_report_buffer_array[1900]
-
 /// Text of a free-form report, behind a number.
 struct kavu_ethernet_generic_report = 1284 {
-    uint8                                      value
-    kavu_ethernet_generic_report_buffer_array  buffer
+    uint8        value
+    bytes[1900]  buffer
 }
 
 /// Free-form report of Ethernet; has neither session header nor interface identifier.

@@ -47,12 +47,10 @@ struct zel_vlan_counters = 1125 {
     uint32       counter_10
 }
 
-dynamic array zel_vlan_stat_bundle_vlan_counters_array of zel_vlan_counters counted by uint8
-
 /// Counters of several VLANs.
 struct zel_vlan_stat_bundle = 1126 {
-    uint8                                     count
-    zel_vlan_stat_bundle_vlan_counters_array  vlan_counters
+    uint8          count
+    dynamic array  vlan_counters of zel_vlan_counters counted by uint8
 }
 
 /// Statistics of a port by VLAN.
@@ -90,12 +88,10 @@ struct zel_qinq_counters = 1128 {
     uint32  counter_8
 }
 
-dynamic array zel_qinq_stat_bundle_qinq_counters_array of zel_qinq_counters counted by uint8
-
 /// Counters of several QinQ pairs.
 struct zel_qinq_stat_bundle = 1129 {
-    uint8                                     count
-    zel_qinq_stat_bundle_qinq_counters_array  qinq_counters
+    uint8          count
+    dynamic array  qinq_counters of zel_qinq_counters counted by uint8
 }
 
 /// Statistics of a port by QinQ pair.

@@ -41,18 +41,14 @@ struct zel_ether_wis_bip_stats = 1137 {
     uint16  value_3
 }
 
-bytes zel_ether_wis_rx_ptb_ptb_rx_array[16]
-
 /// Path trace bytes received.
 struct zel_ether_wis_rx_ptb = 1138 {
-    zel_ether_wis_rx_ptb_ptb_rx_array  ptb_rx
+    bytes[16]  ptb_rx
 }
-
-bytes zel_ether_wis_tx_ptb_ptb_tx_array[16]
 
 /// Path trace bytes transmitted.
 struct zel_ether_wis_tx_ptb = 1139 {
-    zel_ether_wis_tx_ptb_ptb_tx_array  ptb_tx
+    bytes[16]  ptb_tx
 }
 
 /// Defects of the WIS: path trace bytes of both directions, BIP statistics, alerts and a flag.
@@ -74,11 +70,9 @@ message ether_wanphy_alarms_message {
 /// WIS alarms of a port.
 message ether_wis_alarms_message { app_sess_hdr session  ifid interface  zel_ether_wis_alerts wis_alerts }
 
-bytes zel_ether_wis_ptb_j1_array[16]
-
 /// J1 path trace bytes.
 struct zel_ether_wis_ptb = 1141 {
-    zel_ether_wis_ptb_j1_array  j1
+    bytes[16]  j1
 }
 
 /// J1 path trace bytes to set on a port.

@@ -37,9 +37,9 @@ message macsec_set_control_frame_match_msg_message {
     macsec_set_control_frame_match  set_control_frame_match
 }
 
-bytes macsec_set_match_pattern_header_array[20]
+bytes macsec_set_match_pattern_header_array[20]  // tlvc: W003 because it stands here for the order of types alone
 
-bytes macsec_set_match_pattern_dmac_array[6]
+bytes macsec_set_match_pattern_dmac_array[6]  // tlvc: W003 because it stands here for the order of types alone
 
 /// Action on a pattern match.
 enum macsec_pattern_match_action = 1672

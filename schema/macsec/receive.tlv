@@ -12,27 +12,19 @@ message macsec_create_rx_sc_msg_message {
     macsec_mka_cb_ctx  mka_cb_ctx
 }
 
-bytes macsec_create_rx_sa_sak_key_array[32]
-
-bytes macsec_create_rx_sa_hash_key_array[16]
-
-bytes macsec_create_rx_sa_ssci_array[4]
-
-bytes macsec_create_rx_sa_salt_array[12]
-
 /// Receive SA with its keys, which pass through unchecked and unchanged.
 struct macsec_create_rx_sa = 1663 {
-    uint16                              value_1
-    uint32                              value_2
-    uint16                              value_3
+    uint16     value_1
+    uint32     value_2
+    uint16     value_3
     /// Secure association key, of which a 128-bit cipher uses 16 of the 32 bytes.
-    macsec_create_rx_sa_sak_key_array   sak_key
+    bytes[32]  sak_key
     /// Hash subkey.
-    macsec_create_rx_sa_hash_key_array  hash_key
+    bytes[16]  hash_key
     /// Short secure channel identifier (SSCI).
-    macsec_create_rx_sa_ssci_array      ssci
+    bytes[4]   ssci
     /// Salt of extended packet numbers.
-    macsec_create_rx_sa_salt_array      salt
+    bytes[12]  salt
 }
 
 /// Request to create an SA of a receive SC.

@@ -23,20 +23,16 @@ struct zel_rx_sc_counters = 1666 {
     uint64  counter_15
 }
 
-dynamic array macsec_rx_sc_stat_bundle_half_rx_sc_counters_array of zel_rx_sc_counters counted by uint8
-
 /// Half bundle of receive SC counters.
 struct macsec_rx_sc_stat_bundle_half = 1729 {
-    uint8                                               count
-    macsec_rx_sc_stat_bundle_half_rx_sc_counters_array  rx_sc_counters
+    uint8          count
+    dynamic array  rx_sc_counters of zel_rx_sc_counters counted by uint8
 }
-
-dynamic array macsec_rx_sc_stat_bundle_rx_sc_counters_array of zel_rx_sc_counters counted by uint8
 
 /// Full bundle of receive SC counters.
 struct macsec_rx_sc_stat_bundle = 1667 {
-    uint8                                          count
-    macsec_rx_sc_stat_bundle_rx_sc_counters_array  rx_sc_counters
+    uint8          count
+    dynamic array  rx_sc_counters of zel_rx_sc_counters counted by uint8
 }
 
 /// Global statistics of a SecY.

@@ -15,12 +15,10 @@ struct zel_rx_status_counters = 1680 {
     zel_boolean  flag_2
 }
 
-dynamic array macsec_rx_status_bundle_rx_status_counters_array of zel_rx_status_counters counted by uint8
-
 /// Bundle of receive status counters.
 struct macsec_rx_status_bundle = 1681 {
-    uint8                                             count
-    macsec_rx_status_bundle_rx_status_counters_array  rx_status_counters
+    uint8          count
+    dynamic array  rx_status_counters of zel_rx_status_counters counted by uint8
 }
 
 /// Configuration of a SecY, as read back.

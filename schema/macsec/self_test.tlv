@@ -31,13 +31,11 @@ message macsec_pre_post_request_msg_message {
     macsec_install_tx_sa    install_tx_sa
 }
 
-bytes macsec_post_capture_data_capture_data_array[128]
-
 /// Bytes of a captured frame, behind a number.
 struct macsec_post_capture_data = 1756 {
     /// Separate from the array's count.
-    uint16                                       value
-    macsec_post_capture_data_capture_data_array  capture_data
+    uint16      value
+    bytes[128]  capture_data
 }
 
 /// Pattern of the self test, as bytes of a captured frame.

@@ -136,14 +136,12 @@ message macsec_get_rx_sa_config_msg_message {
     macsec_sa_an  sa_an
 }
 
-bytes macsec_rx_sa_config_sak_key_array[32]
-
 /// Configuration of a receive SA, its key included.
 struct macsec_rx_sa_config = 1695 {
-    uint32                             value
+    uint32       value
     /// Secure association key, of which a 128-bit cipher uses 16 of the 32 bytes.
-    macsec_rx_sa_config_sak_key_array  sak_key
-    zel_boolean                        flag
+    bytes[32]    sak_key
+    zel_boolean  flag
 }
 
 /// Answer to macsec_get_rx_sa_config_msg_message.
@@ -170,15 +168,13 @@ message macsec_get_tx_sa_config_msg_message {
     macsec_sa_an  sa_an
 }
 
-bytes macsec_tx_sa_config_sak_key_array[32]
-
 /// Configuration of a transmit SA, its key included.
 struct macsec_tx_sa_config = 1696 {
-    uint32                             value
-    zel_boolean                        flag_1
+    uint32       value
+    zel_boolean  flag_1
     /// Secure association key, of which a 128-bit cipher uses 16 of the 32 bytes.
-    macsec_tx_sa_config_sak_key_array  sak_key
-    zel_boolean                        flag_2
+    bytes[32]    sak_key
+    zel_boolean  flag_2
 }
 
 /// Answer to macsec_get_tx_sa_config_msg_message.

@@ -19,29 +19,21 @@ message macsec_delete_tx_sc_msg_message {
     macsec_mka_cb_ctx  mka_cb_ctx
 }
 
-bytes macsec_install_tx_sa_sak_key_array[32]
-
-bytes macsec_install_tx_sa_hash_key_array[16]
-
-bytes macsec_install_tx_sa_ssci_array[4]
-
-bytes macsec_install_tx_sa_salt_array[12]
-
 /// Transmit SA with its keys, which pass through unchecked and unchanged.
 struct macsec_install_tx_sa = 1662 {
-    uint16                               value_1
-    uint16                               value_2
-    uint32                               value_3
-    zel_boolean                          flag
-    uint16                               value_4
+    uint16       value_1
+    uint16       value_2
+    uint32       value_3
+    zel_boolean  flag
+    uint16       value_4
     /// Secure association key, of which a 128-bit cipher uses 16 of the 32 bytes.
-    macsec_install_tx_sa_sak_key_array   sak_key
+    bytes[32]    sak_key
     /// Hash subkey.
-    macsec_install_tx_sa_hash_key_array  hash_key
+    bytes[16]    hash_key
     /// Short secure channel identifier (SSCI).
-    macsec_install_tx_sa_ssci_array      ssci
+    bytes[4]     ssci
     /// Salt of extended packet numbers.
-    macsec_install_tx_sa_salt_array      salt
+    bytes[12]    salt
 }
 
 /// Request to install an SA of a transmit SC.

@@ -150,12 +150,10 @@ message zel_kavu_async_serial_clear_if_req_message {
 /// Clearing of the counters of a line; has no body.
 message zel_kavu_async_serial_clr_cnt_message { app_sess_hdr session  ifid interface }
 
-bytes kavu_async_serial_generic_report_buffer_array[1900]
-
 /// Text of a free-form report, behind a number.
 struct kavu_async_serial_generic_report = 1744 {
-    uint8                                          value
-    kavu_async_serial_generic_report_buffer_array  buffer
+    uint8        value
+    bytes[1900]  buffer
 }
 
 /// Free-form report of asynchronous serial lines; has neither session header nor interface identifier.

@@ -5,14 +5,12 @@ import "../common/session.tlv"
 /// Type of a card IPC block.
 enum zel_ipc_msg_type = 1600
 
-bytes ipc_msg_msg_array[1000]
-
 /// Card IPC block with its type.
 struct ipc_msg = 1601 {
-    zel_ipc_msg_type   type
+    zel_ipc_msg_type  type
     /// Separate from the array's count.
-    uint32             value
-    ipc_msg_msg_array  msg
+    uint32            value
+    bytes[1000]       msg
 }
 
 /// Card IPC block of an interface.

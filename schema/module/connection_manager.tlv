@@ -44,15 +44,13 @@ struct service_point_statistics = 1713 {
     uint64  counter_7
 }
 
-dynamic array conn_mgr_stats_sap_stats_array of service_point_statistics counted by uint8
-
 /// Heartbeat and service point statistics, and a further number.
 struct conn_mgr_stats = 1714 {
-    heartbeat_statistics            heartbeat
+    heartbeat_statistics  heartbeat
     /// Number of service points. Decoding takes it from the array, modulo 256.
-    uint8                           count
-    conn_mgr_stats_sap_stats_array  sap_stats
-    uint64                          counter
+    uint8                 count
+    dynamic array         sap_stats of service_point_statistics counted by uint8
+    uint64                counter
 }
 
 /// Statistics of the connection manager.

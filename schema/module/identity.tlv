@@ -39,16 +39,14 @@ struct kavu_cpdp_hdr_info = 1300 {
 /// CP/DP headers of a module; has no interface identifier.
 message kavu_cpdp_header_message { app_sess_hdr session  kavu_cpdp_hdr_info cpdp_hdr_info }
 
-dynamic bytes kavu_ext_attrib_ext_attrib_array counted by uint16
-
 /// Attribute bytes, behind three numbers.
 struct kavu_ext_attrib = 1301 {
-    uint16                            value_1
-    uint16                            value_2
-    uint16                            value_3
+    uint16         value_1
+    uint16         value_2
+    uint16         value_3
     /// Length of the attribute bytes, as the array has it: zero when a decoded array is missing.
-    uint16                            count
-    kavu_ext_attrib_ext_attrib_array  ext_attrib @zero_count
+    uint16         count
+    dynamic bytes  ext_attrib counted by uint16 @zero_count
 }
 
 /// Interface identifiers of a module.

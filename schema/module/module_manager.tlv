@@ -1,74 +1,60 @@
 //! Module manager: attributes, errors, stop and reload, host status, echo, reports, show and clear requests,
 //! code signing and MAC assignment. None of its messages carries a session header.
 
-bytes kavu_mm_attributes_mm_attributes_array[1900]
-
 /// Attributes as one block of bytes.
 struct kavu_mm_attributes = 1245 {
-    kavu_mm_attributes_mm_attributes_array  attributes
+    bytes[1900]  attributes as kavu_mm_attributes_mm_attributes_array
 }
 
 /// Attributes of a module.
 message zel_kavu_mm_attributes_message { kavu_mm_attributes attributes }
 
-bytes cp_l2_info_mac_array[6]
-
 /// CP layer 2 information. Its MAC address is a byte array of its own, not a zel_mac_addr, as in the DP, HP
 /// and FC structures.
 struct cp_l2_info = 1246 {
-    uint16                value_1
-    cp_l2_info_mac_array  mac
-    uint16                value_2
-    uint8                 value_3
+    uint16    value_1
+    bytes[6]  mac
+    uint16    value_2
+    uint8     value_3
 }
-
-bytes dp_l2_info_mac_array[6]
 
 /// DP layer 2 information.
 struct dp_l2_info = 1247 {
-    uint16                value_1
-    dp_l2_info_mac_array  mac
-    uint16                value_2
-    uint8                 value_3
+    uint16    value_1
+    bytes[6]  mac
+    uint16    value_2
+    uint8     value_3
 }
-
-bytes dp_hp1_l2_info_mac_array[6]
 
 /// DP HP1 layer 2 information.
 struct dp_hp1_l2_info = 1248 {
-    uint16                    value_1
-    dp_hp1_l2_info_mac_array  mac
-    uint16                    value_2
-    uint8                     value_3
+    uint16    value_1
+    bytes[6]  mac
+    uint16    value_2
+    uint8     value_3
 }
-
-bytes dp_hp2_l2_info_mac_array[6]
 
 /// DP HP2 layer 2 information.
 struct dp_hp2_l2_info = 1249 {
-    uint16                    value_1
-    dp_hp2_l2_info_mac_array  mac
-    uint16                    value_2
-    uint8                     value_3
+    uint16    value_1
+    bytes[6]  mac
+    uint16    value_2
+    uint8     value_3
 }
-
-bytes fc_l2_info_mac_array[6]
 
 /// FC layer 2 information.
 struct fc_l2_info = 1250 {
-    uint16                value_1
-    fc_l2_info_mac_array  mac
-    uint16                value_2
-    uint8                 value_3
+    uint16    value_1
+    bytes[6]  mac
+    uint16    value_2
+    uint8     value_3
 }
-
-bytes kavu_l2_info_pid_str_array[32]
 
 /// PID string of the layer 2 information, behind two numbers.
 struct kavu_l2_info = 1251 {
-    uint16                      value_1
-    uint16                      value_2
-    kavu_l2_info_pid_str_array  pid
+    uint16     value_1
+    uint16     value_2
+    bytes[32]  pid as kavu_l2_info_pid_str_array
 }
 
 /// Layer 2 information of a module, all of it.
@@ -81,11 +67,9 @@ message zel_kavu_l2_info_message {
     kavu_l2_info    l2_info
 }
 
-bytes kavu_mm_error_text_text_array[80]
-
 /// Text of an error.
 struct kavu_mm_error_text = 1277 {
-    kavu_mm_error_text_text_array  text
+    bytes[80]  text
 }
 
 /// Severity of a module's error.
@@ -117,22 +101,18 @@ message zel_kavu_mm_stop_response_message {
     kavu_mm_stop_response       stop_response
 }
 
-bytes kavu_mm_generic_report_buffer_array[1900]
-
 /// Text of a free-form report, behind a number.
 struct kavu_mm_generic_report = 1255 {
-    uint8                                value
-    kavu_mm_generic_report_buffer_array  buffer
+    uint8        value
+    bytes[1900]  buffer
 }
 
 /// Free-form report of a module.
 message zel_kavu_mm_generic_report_message { kavu_mm_generic_report generic_report }
 
-bytes kavu_mm_reload_reason_array[80]
-
 /// Reload reason as text.
 struct kavu_mm_reload = 1258 {
-    kavu_mm_reload_reason_array  reason
+    bytes[80]  reason
 }
 
 /// Reload of a module.
@@ -144,31 +124,27 @@ enum kavu_mm_host_status = 1264
 /// Host status, as a message of its own.
 message zel_kavu_mm_host_status_message { kavu_mm_host_status host_status }
 
-bytes kavu_mm_echo_req_data_array[1899]
-
 /// Data to echo, behind five numbers; there is room for one byte less than in a generic report.
 struct kavu_mm_echo_req = 1279 {
-    uint64                       value_1
-    uint32                       value_2
-    uint32                       value_3
-    uint16                       value_4
-    uint8                        value_5
-    kavu_mm_echo_req_data_array  data
+    uint64       value_1
+    uint32       value_2
+    uint32       value_3
+    uint16       value_4
+    uint8        value_5
+    bytes[1899]  data
 }
 
 /// Request for an echo.
 message zel_kavu_mm_echo_req_message { kavu_mm_echo_req echo_req }
 
-bytes kavu_mm_echo_resp_data_array[1899]
-
 /// Echoed data, behind the members of the request.
 struct kavu_mm_echo_resp = 1280 {
-    uint64                        value_1
-    uint32                        value_2
-    uint32                        value_3
-    uint16                        value_4
-    uint8                         value_5
-    kavu_mm_echo_resp_data_array  data
+    uint64       value_1
+    uint32       value_2
+    uint32       value_3
+    uint16       value_4
+    uint8        value_5
+    bytes[1899]  data
 }
 
 /// Answer to zel_kavu_mm_echo_req_message.
@@ -186,11 +162,9 @@ enum kavu_mm_clear_mod_req_type = 1294
 /// Request to clear a module.
 message zel_kavu_mm_clear_mod_req_message { kavu_mm_clear_mod_req_type request_type }
 
-bytes kavu_mm_show_mod_dev_req_option_string_array[80]
-
 /// Show options as text.
 struct kavu_mm_show_mod_dev_req = 1293 {
-    kavu_mm_show_mod_dev_req_option_string_array  options
+    bytes[80]  options as kavu_mm_show_mod_dev_req_option_string_array
 }
 
 /// Request to show a device of a module.
@@ -205,31 +179,25 @@ message zel_kavu_mm_mod_codesign_req_message { zel_kavu_mm_mod_codesign_req_type
 /// Type of a code-signing response.
 enum zel_kavu_mm_mod_codesign_resp_type = 1469
 
-bytes kavu_mm_mod_codesign_resp_data_codesign_data_array[512]
-
 /// Code-signing data with their type.
 struct kavu_mm_mod_codesign_resp_data = 1470 {
-    zel_kavu_mm_mod_codesign_resp_type                  type
-    kavu_mm_mod_codesign_resp_data_codesign_data_array  codesign_data
+    zel_kavu_mm_mod_codesign_resp_type  type
+    bytes[512]                          codesign_data
 }
-
-array kavu_mm_mod_codesign_resp_payload_payload_array of kavu_mm_mod_codesign_resp_data[2]
 
 /// Up to two pieces of code-signing data, behind a number.
 struct kavu_mm_mod_codesign_resp_payload = 1471 {
     /// Separate from the array's count.
-    uint8                                            value
-    kavu_mm_mod_codesign_resp_payload_payload_array  payload
+    uint8                              value
+    kavu_mm_mod_codesign_resp_data[2]  payload
 }
 
 /// Answer to zel_kavu_mm_mod_codesign_req_message.
 message zel_kavu_mm_mod_codesign_resp_message { kavu_mm_mod_codesign_resp_payload payload }
 
-bytes kavu_mm_mod_mac_mac_array[6]
-
 /// MAC address as a byte array of its own, not as a zel_mac_addr.
 struct kavu_mm_mod_mac = 1479 {
-    kavu_mm_mod_mac_mac_array  mac
+    bytes[6]  mac
 }
 
 /// MAC address to assign to a module.

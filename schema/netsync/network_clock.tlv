@@ -37,16 +37,12 @@ struct netsync_clk = 1323 {
     uint8              value_4
 }
 
-array netsync_clks_clks_array of netsync_clk[2]
-
-array netsync_clks_clks_extended_array of netsync_clk[5]
-
 /// Up to seven clocks, in two arrays with counts of their own.
 struct netsync_clks = 1324 {
     /// Separate from the counts of the arrays.
-    uint8                             value
-    netsync_clks_clks_array           clks
-    netsync_clks_clks_extended_array  clks_extended
+    uint8           value
+    netsync_clk[2]  clks
+    netsync_clk[5]  clks_extended
 }
 
 /// List of clocks.

@@ -21,21 +21,15 @@ message zel_netsync_update_ssm_on_tib_message {
 /// SSM quality level of a port.
 enum zel_netsync_ql = 1311
 
-array netsync_update_all_ports_ql_ql_value_array of zel_netsync_ql[10]
-
-array netsync_update_all_ports_ql_ql_value_extended_array of zel_netsync_ql[30]
-
-array netsync_update_all_ports_ql_ql_value_extended2_array of zel_netsync_ql[24]
-
 /// Quality levels of up to 64 ports, in three arrays with counts of their own, apart from the numbers before
 /// them. Serves both directions.
 struct netsync_update_all_ports_ql = 1318 {
-    uint16                                                value_1
-    uint16                                                value_2
-    uint16                                                value_3
-    netsync_update_all_ports_ql_ql_value_array            ql_value
-    netsync_update_all_ports_ql_ql_value_extended_array   ql_value_extended
-    netsync_update_all_ports_ql_ql_value_extended2_array  ql_value_extended2
+    uint16              value_1
+    uint16              value_2
+    uint16              value_3
+    zel_netsync_ql[10]  ql_value
+    zel_netsync_ql[30]  ql_value_extended
+    zel_netsync_ql[24]  ql_value_extended2
 }
 
 /// Quality level sent on a port.

@@ -24,40 +24,32 @@ struct ether_qinq_config_classify = 1270 {
     uint8                   value_7
 }
 
-array ether_all_vlan_config_classify_cos_bitmap_array of uint32[450]
-
 /// Classification of all VLANs, as a bitmap.
 struct ether_all_vlan_config_classify = 1271 {
     /// Separate from the array's count.
-    uint16                                           value
-    ether_all_vlan_config_classify_cos_bitmap_array  cos_bitmap
+    uint16       value
+    uint32[450]  cos_bitmap
 }
-
-array ether_all_qinq_config_classify_cos_bitmap_array of uint64[225]
 
 /// Classification of all QinQ pairs, as a bitmap.
 struct ether_all_qinq_config_classify = 1272 {
     /// Separate from the array's count.
-    uint16                                           value
-    ether_all_qinq_config_classify_cos_bitmap_array  cos_bitmap
+    uint16       value
+    uint64[225]  cos_bitmap
 }
-
-bytes ether_vlan_bmap_table_arr_cos_index_array[450]
 
 /// Class-of-service indexes of dot1q, behind a number.
 struct ether_vlan_bmap_table_arr = 1355 {
     /// Separate from the array's count.
-    uint16                                     value
-    ether_vlan_bmap_table_arr_cos_index_array  cos_index
+    uint16      value
+    bytes[450]  cos_index
 }
-
-bytes ether_qinq_bmap_table_arr_cos_index_array[225]
 
 /// Class-of-service indexes of QinQ, behind a number.
 struct ether_qinq_bmap_table_arr = 1356 {
     /// Separate from the array's count.
-    uint16                                     value
-    ether_qinq_bmap_table_arr_cos_index_array  cos_index
+    uint16      value
+    bytes[225]  cos_index
 }
 
 /// Class-of-service configuration of one VLAN.

@@ -33,13 +33,11 @@ struct plim_vc_cfg = 1267 {
     uint8                 value_2
 }
 
-dynamic array plim_qos_vc_info_vc_info_array of plim_vc_cfg counted by uint16
-
 /// VCs in bulk.
 struct plim_qos_vc_info = 1268 {
     /// Number of VCs: 16 bits of it, where other bundles keep 8.
-    uint16                          count
-    plim_qos_vc_info_vc_info_array  vc_info
+    uint16         count
+    dynamic array  vc_info of plim_vc_cfg counted by uint16
 }
 
 /// Classification configuration of a port.

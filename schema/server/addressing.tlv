@@ -64,23 +64,19 @@ message svrm_bmc_vlan_msg_message { app_sess_hdr session  ifid interface  svrm_b
 /// Kind of an interface of an access port.
 enum svrm_access_interface_type = 1226
 
-array svrm_access_port_access_int_array of svrm_access_interface_type[3]
-
 /// Access ports, as the kinds of their interfaces.
 struct svrm_access_port = 1214 {
-    svrm_access_port_access_int_array  interfaces
+    svrm_access_interface_type[3]  interfaces as svrm_access_port_access_int_array
 }
 
 /// Exchange of the access ports.
 message svrm_access_port_msg_message { app_sess_hdr session  ifid interface  svrm_access_port access_port }
 
-array svrm_dns_entry_array of ip_address[3]
-
 /// DNS servers, behind a number.
 struct svrm_dns = 1215 {
     /// Separate from the array's count.
-    uint8                 value
-    svrm_dns_entry_array  entries
+    uint8          value
+    ip_address[3]  entries as svrm_dns_entry_array
 }
 
 /// Exchange of the list of DNS servers.

@@ -46,26 +46,22 @@ message svrm_blk_msg_message { app_sess_hdr session  ifid interface  svrm_blk_cf
 /// Type of a command's result.
 enum svrm_result_type = 1232
 
-bytes svrm_result_cfg_msg_array[1024]
-
 /// Result of a command: its type, two numbers and a text.
 struct svrm_result_cfg = 1222 {
-    uint8                      value_1
-    svrm_result_type           type
-    uint8                      value_2
-    svrm_result_cfg_msg_array  text
+    uint8             value_1
+    svrm_result_type  type
+    uint8             value_2
+    bytes[1024]       text as svrm_result_cfg_msg_array
 }
 
 /// Exchange of a command's result.
 message svrm_result_msg_message { app_sess_hdr session  ifid interface  svrm_result_cfg result }
 
-bytes svrm_svr_boot_url_url_str_array[1024]
-
 /// Boot URL of the server, behind a number.
 struct svrm_svr_boot_url = 1223 {
     /// Separate from the array's count.
-    uint32                           value
-    svrm_svr_boot_url_url_str_array  url
+    uint32       value
+    bytes[1024]  url as svrm_svr_boot_url_url_str_array
 }
 
 /// Exchange of the boot URL.

@@ -2,13 +2,11 @@
 
 import "../common/session.tlv"
 
-bytes svrm_server_status_string_array[1024]
-
 /// Status text of the server, behind a number.
 struct svrm_server_status = 1219 {
     /// Separate from the array's count.
-    uint32                           value
-    svrm_server_status_string_array  text
+    uint32       value
+    bytes[1024]  text as svrm_server_status_string_array
 }
 
 /// Exchange of the server's status.
@@ -32,28 +30,22 @@ message svrm_cstate_msg_message { app_sess_hdr session  ifid interface  if_state
 /// Link state; the same bytes as a connection state message of the same content.
 message svrm_link_state_message { app_sess_hdr session  ifid interface  if_state state }
 
-bytes svrm_rtr_info_pid_str_array[32]
-
-bytes svrm_rtr_info_chas_str_array[32]
-
 /// PID and chassis of the router, behind three numbers.
 struct svrm_rtr_info = 1233 {
-    uint8                         value_1
-    uint8                         value_2
-    uint8                         value_3
-    svrm_rtr_info_pid_str_array   pid
-    svrm_rtr_info_chas_str_array  chassis
+    uint8      value_1
+    uint8      value_2
+    uint8      value_3
+    bytes[32]  pid as svrm_rtr_info_pid_str_array
+    bytes[32]  chassis as svrm_rtr_info_chas_str_array
 }
 
 /// Exchange of router information.
 message svrm_rtr_info_msg_message { app_sess_hdr session  ifid interface  svrm_rtr_info router_info }
 
-bytes kavu_svrm_generic_report_buffer_array[1900]
-
 /// Text of a free-form report, behind a number.
 struct kavu_svrm_generic_report = 1283 {
-    uint8                                  value
-    kavu_svrm_generic_report_buffer_array  buffer
+    uint8        value
+    bytes[1900]  buffer
 }
 
 /// Free-form report of a server module; has neither session header nor interface identifier.

@@ -14,14 +14,12 @@ struct switch_mac_update = 1633 {
     mac_action    action
 }
 
-array mac_update_bulk_mac_updates_array of switch_mac_update[28]
-
 /// Updates of the MAC address table in bulk.
 struct mac_update_bulk = 1634 {
     /// Separate from the array's count.
-    uint32                             value_1
-    mac_update_bulk_mac_updates_array  mac_updates
-    uint32                             value_2
+    uint32                 value_1
+    switch_mac_update[28]  mac_updates
+    uint32                 value_2
 }
 
 /// Notification of updates of the MAC address table.

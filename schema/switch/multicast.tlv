@@ -21,13 +21,11 @@ struct vlan_mcast_snoop_cfg = 1629 {
     zel_boolean  flag_2
 }
 
-array vlan_mcast_snoop_bulk_snoop_cfg_array of vlan_mcast_snoop_cfg[16]
-
 /// Multicast snooping of several VLANs.
 struct vlan_mcast_snoop_bulk = 1630 {
     /// Separate from the array's count.
-    uint32                                 value
-    vlan_mcast_snoop_bulk_snoop_cfg_array  snoop_cfg
+    uint32                    value
+    vlan_mcast_snoop_cfg[16]  snoop_cfg
 }
 
 /// Multicast snooping in bulk.

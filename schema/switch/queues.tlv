@@ -2,24 +2,20 @@
 
 import "../common/session.tlv"
 
-array zel_wrrq_cosmap_qmap_array of uint32[8]
-
 /// Queue map, by class of service.
 struct zel_wrrq_cosmap = 1637 {
-    zel_wrrq_cosmap_qmap_array  qmap
+    uint32[8]  qmap
 }
 
 /// Scheduling mode of weighted round-robin queues.
 enum zel_wrrq_sched_mode = 1635
 
-array zel_wrrq_bandw_weight_array of uint32[8]
-
 /// Scheduling mode and weights of the queues, with a number.
 struct zel_wrrq_bandw = 1636 {
-    zel_wrrq_sched_mode          sched_mode
+    zel_wrrq_sched_mode  sched_mode
     /// Separate from the array's count.
-    uint32                       value
-    zel_wrrq_bandw_weight_array  weight
+    uint32               value
+    uint32[8]            weight
 }
 
 /// Configuration of the queue map of a port.

@@ -11,13 +11,11 @@ struct stp_state = 1623 {
     stpstate  state
 }
 
-array stp_state_bulk_stpstate_array of stp_state[62]
-
 /// Spanning-tree states in bulk.
 struct stp_state_bulk = 1624 {
     /// Separate from the array's count.
-    uint16                         value
-    stp_state_bulk_stpstate_array  stpstate
+    uint16         value
+    stp_state[62]  stpstate
 }
 
 /// Single spanning-tree state of a port.

@@ -51,7 +51,7 @@ struct cem_delete = 1176 {
     cem_delete_type  type
 }
 
-bytes cem_vc_info_idle_pat_array[32]
+bytes cem_vc_info_idle_pat_array[32]  // tlvc: W003 because it stands here for the order of types alone
 
 /// Dummy mode of an emulated circuit.
 enum cem_dummy_mode = 1199
@@ -65,29 +65,27 @@ enum cem_udp_mode = 1200
 /// Signalling mode of an emulated circuit.
 enum cem_sig_mode = 1201
 
-bytes cem_vc_info_dummy_pat_array[32]
-
 /// Configuration of an emulated circuit.
 struct cem_vc_info = 1177 {
-    zel_cem_id                   cem_id
-    uint32                       value_1
-    uint32                       value_2
-    cem_vc_info_idle_pat_array   idle_pattern
-    uint16                       value_3
-    cem_dummy_mode               dummy_mode
-    uint8                        value_4
-    cem_rtp_hdr_mode             rtp_hdr_mode
-    cem_udp_mode                 udp_mode
-    cem_sig_mode                 sig_mode
-    uint32                       value_5
-    uint32                       value_6
-    uint16                       value_7
-    uint16                       value_8
-    uint8                        value_9
-    uint8                        value_10
-    zel_boolean                  flag
-    uint8                        value_11
-    cem_vc_info_dummy_pat_array  dummy_pattern
+    zel_cem_id                  cem_id
+    uint32                      value_1
+    uint32                      value_2
+    cem_vc_info_idle_pat_array  idle_pattern
+    uint16                      value_3
+    cem_dummy_mode              dummy_mode
+    uint8                       value_4
+    cem_rtp_hdr_mode            rtp_hdr_mode
+    cem_udp_mode                udp_mode
+    cem_sig_mode                sig_mode
+    uint32                      value_5
+    uint32                      value_6
+    uint16                      value_7
+    uint16                      value_8
+    uint8                       value_9
+    uint8                       value_10
+    zel_boolean                 flag
+    uint8                       value_11
+    bytes[32]                   dummy_pattern as cem_vc_info_dummy_pat_array
 }
 
 /// Statistics of one circuit.
@@ -170,13 +168,11 @@ message cem_chksum_verify_req_message {
     zel_verify_msg_blk  verify_msg_blk
 }
 
-bytes zel_bitmap_blk_vcd_blk_array[256]
-
 /// Block of a circuit bitmap, up to 256 bytes.
 struct zel_bitmap_blk = 1193 {
     /// No codec counts the bytes by it.
-    uint32                        value
-    zel_bitmap_blk_vcd_blk_array  vcd_blk
+    uint32      value
+    bytes[256]  vcd_blk
 }
 
 /// Request for a consistency check by bitmap.

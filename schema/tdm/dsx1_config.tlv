@@ -180,13 +180,11 @@ struct dsx1_batch_cfg = 1172 {
     dsx1_batch_cfg_cmd_type_union  setting
 }
 
-array dsx1_batch_cfg_bundle_cmd_array of dsx1_batch_cfg[10]
-
 /// Up to ten settings.
 struct dsx1_batch_cfg_bundle = 1173 {
     /// No codec counts the entries by it.
-    uint8                            value
-    dsx1_batch_cfg_bundle_cmd_array  commands
+    uint8               value
+    dsx1_batch_cfg[10]  commands as dsx1_batch_cfg_bundle_cmd_array
 }
 
 /// TS mode of a line, in four numbers.

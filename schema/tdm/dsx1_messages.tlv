@@ -144,13 +144,11 @@ struct dsx1_vc_stats = 1187 {
     uint32  counter_15
 }
 
-array dsx1_vc_stats_bundle_stat_array of dsx1_vc_stats[16]
-
 /// Statistics of up to 16 channels.
 struct dsx1_vc_stats_bundle = 1188 {
     /// No codec counts the channels by it.
-    uint32                           value
-    dsx1_vc_stats_bundle_stat_array  stats
+    uint32             value
+    dsx1_vc_stats[16]  stats as dsx1_vc_stats_bundle_stat_array
 }
 
 /// Report of channel statistics.

@@ -2,12 +2,10 @@
 
 import "../common/session.tlv"
 
-bytes kavu_t1e1_generic_report_buffer_array[1900]
-
 /// Free-form report of a T1/E1 module: a number and up to 1,900 characters of text.
 struct kavu_t1e1_generic_report = 1282 {
-    uint8                                  value
-    kavu_t1e1_generic_report_buffer_array  buffer
+    uint8        value
+    bytes[1900]  buffer
 }
 
 /// Generic report of a T1/E1 module, with neither session header nor interface.

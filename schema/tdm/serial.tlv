@@ -159,12 +159,10 @@ message zel_t_serial_hw_cnt_upd_message { app_sess_hdr session  ifid interface  
 /// Report of a serial interface's status.
 message zel_t_serial_status_upd_message { app_sess_hdr session  ifid interface  zel_t_serial_status status }
 
-bytes kavu_t_serial_generic_report_buffer_array[1900]
-
 /// Free-form report of a serial module: a number and up to 1,900 characters of text.
 struct kavu_t_serial_generic_report = 1345 {
-    uint8                                      value
-    kavu_t_serial_generic_report_buffer_array  buffer
+    uint8        value
+    bytes[1900]  buffer
 }
 
 /// Generic report of a serial module, with neither session header nor interface.

@@ -265,12 +265,10 @@ message zel_t3e3if_bert_info_upd_message {
     zel_t3e3_bert_info  bert_info
 }
 
-bytes kavu_t3e3_generic_report_buffer_array[1900]
-
 /// Free-form report of a T3/E3 module: a number and up to 1,900 characters of text.
 struct kavu_t3e3_generic_report = 1281 {
-    uint8                                  value
-    kavu_t3e3_generic_report_buffer_array  buffer
+    uint8        value
+    bytes[1900]  buffer
 }
 
 /// Generic report of a T3/E3 module, with neither session header nor interface.
@@ -296,11 +294,9 @@ message zel_kavu_t3e3if_clear_if_req_message {
     kavu_t3e3_clear_if_req_type  req_type
 }
 
-bytes t3e3if_mdl_string_mdl_str_array[40]
-
 /// Single maintenance data link string.
 struct t3e3if_mdl_string = 1302 {
-    t3e3if_mdl_string_mdl_str_array  mdl_str
+    bytes[40]  mdl_str
 }
 
 /// Kind of a single maintenance data link string.

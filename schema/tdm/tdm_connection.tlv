@@ -38,17 +38,15 @@ message tdm_conn_req_message { app_sess_hdr session  ifid interface  zel_tdm_con
 /// Answer to tdm_conn_req_message.
 message tdm_conn_resp_message { app_sess_hdr session  ifid interface  zel_tdm_conn_resp tdm_conn_resp }
 
-bytes zel_ds0_dump_req_destination_array[335]
-
 /// Dump of a time slot to take, and its destination as text.
 struct zel_ds0_dump_req = 1240 {
-    uint16                              value_1
-    uint16                              value_2
-    uint16                              value_3
-    uint16                              value_4
-    uint16                              value_5
-    uint16                              value_6
-    zel_ds0_dump_req_destination_array  destination
+    uint16      value_1
+    uint16      value_2
+    uint16      value_3
+    uint16      value_4
+    uint16      value_5
+    uint16      value_6
+    bytes[335]  destination
 }
 
 /// Result of the dump of a time slot, in five numbers.

@@ -116,17 +116,15 @@ message analogbri_tdm_conn_resp_message {
     zel_analogbri_tdm_conn_resp  tdm_conn_resp
 }
 
-bytes zel_analogbri_ds0_dump_req_destination_array[335]
-
 /// DS0 dump to take, and the destination of the dump as text.
 struct zel_analogbri_ds0_dump_req = 1353 {
-    uint16                                        value_1
-    uint16                                        value_2
-    uint16                                        value_3
-    uint16                                        value_4
-    uint16                                        value_5
-    uint16                                        value_6
-    zel_analogbri_ds0_dump_req_destination_array  destination
+    uint16      value_1
+    uint16      value_2
+    uint16      value_3
+    uint16      value_4
+    uint16      value_5
+    uint16      value_6
+    bytes[335]  destination
 }
 
 /// Result of a DS0 dump, in five numbers.
@@ -152,12 +150,10 @@ message analogbri_ds0_dump_resp_message {
     zel_analogbri_ds0_dump_resp  ds0_dump_resp
 }
 
-bytes kavu_analogbri_generic_report_buffer_array[1900]
-
 /// Free-form report: a number and up to 1,900 characters of text.
 struct kavu_analogbri_generic_report = 1349 {
-    uint8                                       value
-    kavu_analogbri_generic_report_buffer_array  buffer
+    uint8        value
+    bytes[1900]  buffer
 }
 
 /// Generic report of a voice port module. It has neither session header nor interface: on the wire the

@@ -4,7 +4,7 @@ import "../common/session.tlv"
 import "../ethernet/interface.tlv"
 import "headers.tlv"
 
-bytes zel_xdsl_atm_channel_para_mac_array[6]
+bytes zel_xdsl_atm_channel_para_mac_array[6]  // tlvc: W003 because it stands here for the order of types alone
 
 /// Traffic shape of an ATM channel.
 enum zel_xdsl_atm_traffic_shape = 1384

@@ -46,11 +46,9 @@ struct zel_xdsl_trellis_cfg = 1425 {
     zel_boolean  flag_2
 }
 
-bytes zel_xdsl_sysen_cfg_atse_array[8]
-
 /// System enable (ATSE) string, up to 8 bytes.
 struct zel_xdsl_sysen_cfg = 1426 {
-    zel_xdsl_sysen_cfg_atse_array  atse
+    bytes[8]  atse
 }
 
 /// Whether the 30a profile is supported.

@@ -3,39 +3,26 @@
 import "../common/session.tlv"
 import "headers.tlv"
 
-bytes zel_xdsl_g997_inventory_ne_g994_sys_vendor_id_array[8]
-bytes zel_xdsl_g997_inventory_ne_version_number_array[32]
-bytes zel_xdsl_g997_inventory_ne_serial_number_array[32]
-bytes zel_xdsl_g997_inventory_ne_aux_inventory_array[64]
-
 /// Inventory to configure: vendor, version, serial number and auxiliary inventory.
 struct zel_xdsl_g997_inventory_ne = 1402 {
-    zel_xdsl_g997_inventory_ne_g994_sys_vendor_id_array  g994_sys_vendor_id
-    zel_xdsl_g997_inventory_ne_version_number_array      version_number
-    zel_xdsl_g997_inventory_ne_serial_number_array       serial_number
-    uint32                                               value
-    zel_xdsl_g997_inventory_ne_aux_inventory_array       aux_inventory
+    bytes[8]   g994_sys_vendor_id
+    bytes[32]  version_number
+    bytes[32]  serial_number
+    uint32     value
+    bytes[64]  aux_inventory
 }
-
-bytes zel_xdsl_g997_inventory_g994_vendor_id_array[8]
-bytes zel_xdsl_g997_inventory_g994_sys_vendor_id_array[8]
-bytes zel_xdsl_g997_inventory_version_number_array[32]
-bytes zel_xdsl_g997_inventory_serial_number_array[32]
-bytes zel_xdsl_g997_inventory_drvVerStr_array[64]
-bytes zel_xdsl_g997_inventory_phyVerStr_array[32]
-bytes zel_xdsl_g997_inventory_venVerStr_array[32]
 
 /// Inventory: vendor identifiers, serial number, and the versions of driver, PHY and vendor.
 struct zel_xdsl_g997_inventory = 1403 {
-    zel_xdsl_g997_inventory_g994_vendor_id_array      g994_vendor_id
-    zel_xdsl_g997_inventory_g994_sys_vendor_id_array  g994_sys_vendor_id
-    zel_xdsl_g997_inventory_version_number_array      version_number
-    uint32                                            value_1
-    int32                                             value_2
-    zel_xdsl_g997_inventory_serial_number_array       serial_number
-    zel_xdsl_g997_inventory_drvVerStr_array           driver_version
-    zel_xdsl_g997_inventory_phyVerStr_array           phy_version
-    zel_xdsl_g997_inventory_venVerStr_array           vendor_version
+    bytes[8]   g994_vendor_id
+    bytes[8]   g994_sys_vendor_id
+    bytes[32]  version_number
+    uint32     value_1
+    int32      value_2
+    bytes[32]  serial_number
+    bytes[64]  driver_version as zel_xdsl_g997_inventory_drvVerStr_array
+    bytes[32]  phy_version as zel_xdsl_g997_inventory_phyVerStr_array
+    bytes[32]  vendor_version as zel_xdsl_g997_inventory_venVerStr_array
 }
 
 /// Two inventories; only their order tells them apart.

@@ -11,34 +11,27 @@ struct zel_xdsl_g997_nsc_control_block = 1406 {
     zel_boolean  flag
 }
 
-array zel_xdsl_g997_nsc_16bit_data_segment_data_array of uint16[512]
-
 /// Up to 512 values of 16 bits.
 struct zel_xdsl_g997_nsc_16bit_data_segment = 1407 {
-    uint16                                           value_1
-    uint16                                           value_2
-    zel_xdsl_g997_nsc_16bit_data_segment_data_array  data
+    uint16       value_1
+    uint16       value_2
+    uint16[512]  data
 }
-
-bytes zel_xdsl_g997_nsc_8bit_data_segment_data_array[1024]
 
 /// Up to 1,024 values of 8 bits.
 struct zel_xdsl_g997_nsc_8bit_data_segment = 1408 {
-    uint16                                          value_1
-    uint16                                          value_2
-    zel_xdsl_g997_nsc_8bit_data_segment_data_array  data
+    uint16       value_1
+    uint16       value_2
+    bytes[1024]  data
 }
-
-array zel_xdsl_g997_nsccomplex_data_segment_real_part_array of uint16[256]
-array zel_xdsl_g997_nsccomplex_data_segment_img_part_array of uint16[256]
 
 /// Up to 256 complex values, real and imaginary parts apart. Each part has a count of its own, and no codec
 /// compares them.
 struct zel_xdsl_g997_nsccomplex_data_segment = 1409 {
-    uint16                                                 value_1
-    uint16                                                 value_2
-    zel_xdsl_g997_nsccomplex_data_segment_real_part_array  real_part
-    zel_xdsl_g997_nsccomplex_data_segment_img_part_array   img_part
+    uint16       value_1
+    uint16       value_2
+    uint16[256]  real_part
+    uint16[256]  img_part
 }
 
 /// Segment of 16-bit values under its control block.

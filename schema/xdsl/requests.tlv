@@ -3,23 +3,19 @@
 import "../common/session.tlv"
 import "headers.tlv"
 
-bytes zel_xdsl_generic_log_block_cmd_resp_buf_array[1900]
-
 /// Log block; its response buffer holds up to 1,900 bytes.
 struct zel_xdsl_generic_log_block = 1419 {
-    uint32                                         value_1
-    uint32                                         value_2
-    uint32                                         value_3
-    zel_boolean                                    flag
-    zel_xdsl_generic_log_block_cmd_resp_buf_array  cmd_resp_buf
+    uint32       value_1
+    uint32       value_2
+    uint32       value_3
+    zel_boolean  flag
+    bytes[1900]  cmd_resp_buf
 }
-
-bytes zel_xdsl_test_modem_req_cmd_str_array[48]
 
 /// Modem test; its command string holds up to 48 bytes.
 struct zel_xdsl_test_modem_req = 1427 {
-    zel_boolean                            flag
-    zel_xdsl_test_modem_req_cmd_str_array  cmd_str
+    zel_boolean  flag
+    bytes[48]    cmd_str
 }
 
 /// What a generic get request asks for.

@@ -22,24 +22,20 @@ struct zel_xdsl_channel_status = 1401 {
     uint32  value_14
 }
 
-array zel_xdsl_g997_line_state_latn_array of uint32[6]
-array zel_xdsl_g997_line_state_satn_array of uint32[6]
-array zel_xdsl_g997_line_state_snr_array of uint32[6]
-
 /// State of a line after ITU-T G.997.1: LATN, SATN and SNR, one value a band, and eight numbers. Whether the
 /// values of the bands are signed, their 32 bits do not say.
 struct zel_xdsl_g997_line_state = 1404 {
-    zel_xdsl_g997_line_state_latn_array  latn
-    zel_xdsl_g997_line_state_satn_array  satn
-    zel_xdsl_g997_line_state_snr_array   snr
-    int32                                value_1
-    int32                                value_2
-    int32                                value_3
-    int32                                value_4
-    int32                                value_5
-    int32                                value_6
-    int32                                value_7
-    int32                                value_8
+    uint32[6]  latn
+    uint32[6]  satn
+    uint32[6]  snr
+    int32      value_1
+    int32      value_2
+    int32      value_3
+    int32      value_4
+    int32      value_5
+    int32      value_6
+    int32      value_7
+    int32      value_8
 }
 
 /// Status of a band, in three numbers.

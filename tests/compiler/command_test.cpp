@@ -411,7 +411,20 @@ TEST(CommandLine, CompareExitsAsDiffDoes) {
         Command("compare --level wire --level source " + above + " " + old_text).output,
         new_file +
             ":8:6: breaks[C001] wire, source: color_of_night (in no message): is gone: an enumeration; peers "
-            "and programs that have it still use it\n");
+            "and programs that have it still use it\n" +
+            new_file +
+            ":8:6: breaks[C029] wire: color_of_night (in no message): is gone: tag 1003; nothing keeps it "
+            "from "
+            "coming back with another meaning\n");
+    const std::string reserved =
+        directory.add("reserved/acme/leds.tlv", good + "reserved 1003, 40005 to 40006\n");
+    directory.add("reserved.txt", Command("interface " + reserved).output);
+    const std::string back =
+        directory.add("back/acme/leds.tlv", good + "enum q = 40006\nreserved 1003, 40005\n");
+    EXPECT_TRUE(Command("tags " + reserved).says("40005 to 40006  reserved, for families"));
+    EXPECT_EQ(Command("compare " + directory.path("reserved.txt").string() + " " + back).output,
+              directory.path("reserved.txt").string() +
+                  ":8:16: breaks[C031] wire: 40006: is gone: reserved 40006; 'q' has 40006 now\n");
     directory.add("old.txt", "#\nfamily acme\nenum color = 1001, 12 bytes\nenum color = 1002\n");
     EXPECT_TRUE(Command("compare " + old_text + " " + above).says(old_text + ":4:6: error[T014]"));
     directory.add("new/acme/more.tlv", "enum color_of_day = 1004\n");

@@ -85,7 +85,7 @@ TEST(Phases, AllReportWhatTheyFindAndNothingThatFollowsFromOtherFaults) {
         {"enum kind 1362\nstruct a = 5 { kind x  nowhere y }\nmessage { kind k }\nbytes name[0\nbytes c[0]\n",
          "T005 T016 T012 T005 T005 T024"},
         // A number, a union and an array that are not what they look like.
-        {"enum kind = 0x5\nstruct s = 1001 { kind k  choice c  uint8 n  names names }\n"
+        {"enum kind = 0x5g\nstruct s = 1001 { kind k  choice c  uint8 n  names names }\n"
          "union choice by kind k { on: s_gone x  2: uint8 x  2: uint8 y }\n"
          "dynamic bytes names counted by gone\nstruct t = 1001 { choice c  uint8 d  uint8 d }\n",
          "T003 T012 T012 T015"},
@@ -105,12 +105,23 @@ TEST(Phases, AllReportWhatTheyFindAndNothingThatFollowsFromOtherFaults) {
         // What is written as in C hides nothing behind it.
         {"struct a { uint32_t x; bool y; };\nstruct b = 0x9C41 { string z; nowhere w[2]; u8 v; }\n"
          "enum c = 40000 {\n    off,\n    on\n};\nenum d = 40001 { off = 0, on = 1, }\n",
-         "T005 T012 T005 T012 T003 T012 T005 T012 T005"},
+         "T005 T012 T005 T012 T012 T005 T012 T005"},
         {"//\n#include <a.h>\n#include \"b.h\"\nimport <c.tlv>;\nimport c/d.tlv\nstruct a = 40000 { nowhere "
          "x "
          "}\n",
          "T005 T005 T005 T005 T005"},
         {"struct a = 40000 {\n    bytes b[16]\n    uint8 import\n}\nbytes c[1]\nbytes d[1]\n", "T005"},
+        // Arrays in place, beside bodies that are not closed.
+        {"struct a = 0x9C40 { uint8[4] b  bytes[0] c }\nmessage m { bytes[4] x }\nenum k = 40001\n"
+         "union u by k k1 { 1: bytes[4] x }\nstruct d = 40002 {\n uint16 n\n dynamic bytes e counted by "
+         "uint8\n}\n"
+         "bytes g_i_array[4]\nstruct g = 40003 { bytes[4] h as class  bytes[4] i }\n",
+         "T022 T024 T021 T023 T028 T017 T014"},
+        {"struct a = 40000 {\n uint8 count\ndynamic bytes b counted by uint8\nenum c = 40001 {\n d = 1\n"
+         "dynamic bytes e counted by uint8\nstruct f = 40002 {\n uint8 g\ndynamic array h of f counted by "
+         "uint8\n"
+         "struct i = 40003 {\n uint8 count\n dynamic bytes j\n}\n",
+         "T006 T006 T006 T005"},
     };
     SchemaDirectory directory;
     for (const auto &[text, expected] : cases) {

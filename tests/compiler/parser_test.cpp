@@ -26,18 +26,23 @@ TEST(Parser, ReadsNumbersAndRemarksAsTheyStand) {
 }
 
 TEST(Parser, KeywordsAreNamesWhereNamesBelong) {
-    Parsed parsed("struct struct = 1001 {\n"
-                  "    enum     enum\n"
-                  "    message  of\n"
-                  "    union    by\n"
-                  "    array    bytes\n"
-                  "    import   import\n"
-                  "}\n"
-                  "union in by by in in in { 1: in in }\n"
-                  "array of of of[1]\n");
+    Parsed parsed(
+        "struct struct = 1001 {\n"
+        "    enum     enum\n"
+        "    message  of\n"
+        "    union    by\n"
+        "    array    bytes\n"
+        "    import   import\n"
+        "}\n"
+        "union in by by in in in { 1: in in }\n"
+        "array of of of[1]\n"
+        "struct dynamic = 1002 { dynamic bytes  dynamic array  as as  counted counted  bytes[1] x as as\n"
+        "uint8 count  dynamic array of of dynamic counted by by as by  to to  as[1] to }\n");
     EXPECT_FALSE(parsed.faults.any());
-    EXPECT_EQ(parsed.syntax.declarations.size(), 3u);
+    EXPECT_EQ(names(parsed.syntax.declarations),
+              (std::vector<std::string>{"struct", "in", "of", "as", "by", "dynamic_to_array", "dynamic"}));
     EXPECT_EQ(parsed.syntax.declarations[0].members.size(), 5u);
+    EXPECT_EQ(parsed.syntax.declarations.back().members.size(), 9u);
 }
 
 TEST(Parser, GoesOnBehindAFault) {

@@ -7,4 +7,5 @@ struct port = 33001 { uint16 slot }
 struct line = 33002 {
     /// A member's words are the member's.
     uint16 slot
+    bytes[16] name
 }

@@ -19,6 +19,20 @@ enum d_mode = 1004
 
 enum e_mode = 1005
 
+prefix acme_
+
+reserved 0x7E8, 2025 to 2040  // gone
+reserved 3000, 3010, 3020, 3030, 3040, 3050, 3060, 3070, 3080, 3090, 3100, 3110, 3120, 3130, 3140, 3150, 3160,
+    3170, 3180 to 3189
+
+enum f_mode = 0x3ee { on = 1  reserved 2, 4 to 0x10  to = 20 }
+
+enum g_mode = 1007 {
+    on  = 1
+    reserved 2, 3  // two
+    off = 0
+}
+
 bytes serial[32]
 
 array words of uint16[8]
@@ -38,6 +52,11 @@ struct led_control = 1357 {
     zel_led_color  color @zero_count @other  // trailing
 
     uint8          x
+    bytes[0x21]    name as title @zero_count
+    item[8]        items
+    uint16         count
+    dynamic bytes  notes counted by uint16   // in place
+    dynamic array  others of item counted by uint8
 
     // Last words.
 }

@@ -1,0 +1,2 @@
+prefix acme_
+prefix acme_more_

@@ -1,0 +1,2 @@
+enum acme_fan = 40001
+prefix acme_fan
