@@ -289,7 +289,7 @@ ones are. What 'tlvc interface' printed has no imports: it holds all types that 
 )"};
 
 inline constexpr Rule tag_freed{
-    "C029", Wire, "tag not reserved", "nothing keeps it from coming back with another meaning",
+    "C030", Wire, "tag not reserved", "nothing keeps it from coming back with another meaning",
     "Old peers may still send what had it. Write 'reserved 2001' in a file of the family: then a type that takes the "
     "tag is refused.",
     {"enum state = 2001",
@@ -297,7 +297,7 @@ inline constexpr Rule tag_freed{
      "enum state = 2001  reserved 2002"}};
 
 inline constexpr Rule value_freed{
-    "C030", Json | Source, "value not reserved", "nothing keeps it from coming back with another meaning",
+    "C031", Json | Source, "value not reserved", "nothing keeps it from coming back with another meaning",
     "Documents and programs may still have it. Write 'reserved 1' in the enumeration: then a name for the value is "
     "refused.",
     {"enum state = 2001 { open = 0  closed = 1 }",
@@ -305,14 +305,14 @@ inline constexpr Rule value_freed{
      "enum state = 2001 { open = 0  closed = 1  reserved 2 }"}};
 
 inline constexpr Rule tag_unreserved{
-    "C031", Wire, "tags no longer reserved", "a type may take what was in use",
+    "C032", Wire, "tags no longer reserved", "a type may take what was in use",
     "A reservation stays as long as a peer may send what had the tag, which nobody can tell.",
     {"reserved 2002 to 2004  enum state = 2001",
      "reserved 2002  enum state = 2001",
      "reserved 2002, 2003 to 2005  enum state = 2001"}};
 
 inline constexpr Rule value_unreserved{
-    "C032", Json | Source, "values no longer reserved", "a name may take what was in use",
+    "C033", Json | Source, "values no longer reserved", "a name may take what was in use",
     "A reservation stays as long as a document or a program may have the value.",
     {"enum state = 2001 { reserved 1, 2 }",
      "enum state = 2001 { reserved 1 }",
@@ -339,12 +339,12 @@ inline constexpr Rule key_changed{
 // clang-format on
 
 inline constexpr const Rule *rules[] = {
-    &type_removed,       &type_added,       &type_renamed,    &family_moved,     &tag_changed,
-    &kind_changed,       &member_removed,   &member_inserted, &member_appended,  &member_missed,
-    &message_extended,   &order_changed,    &type_changed,    &name_changed,     &record_changed,
-    &attribute_changed,  &room_grown,       &room_shrunk,     &enumerator_added, &enumerator_removed,
-    &enumerator_renamed, &enumerator_value, &choice_added,    &choice_inserted,  &choice_removed,
-    &choice_changed,     &member_filled,    &file_shared,     &tag_freed,        &value_freed,
-    &tag_unreserved,     &value_unreserved, &exception_idle,  &key_changed};
+    &type_removed,       &type_added,       &type_renamed,     &family_moved,     &tag_changed,
+    &kind_changed,       &member_removed,   &member_inserted,  &member_appended,  &member_missed,
+    &message_extended,   &order_changed,    &type_changed,     &name_changed,     &record_changed,
+    &attribute_changed,  &room_grown,       &room_shrunk,      &enumerator_added, &enumerator_removed,
+    &enumerator_renamed, &enumerator_value, &choice_added,     &choice_inserted,  &choice_removed,
+    &choice_changed,     &member_filled,    &file_shared,      &exception_idle,   &tag_freed,
+    &value_freed,        &tag_unreserved,   &value_unreserved, &key_changed};
 
 } // namespace tlvc

@@ -413,7 +413,7 @@ TEST(CommandLine, CompareExitsAsDiffDoes) {
             ":8:6: breaks[C001] wire, source: color_of_night (in no message): is gone: an enumeration; peers "
             "and programs that have it still use it\n" +
             new_file +
-            ":8:6: breaks[C029] wire: color_of_night (in no message): is gone: tag 1003; nothing keeps it "
+            ":8:6: breaks[C030] wire: color_of_night (in no message): is gone: tag 1003; nothing keeps it "
             "from "
             "coming back with another meaning\n");
     const std::string reserved =
@@ -424,7 +424,7 @@ TEST(CommandLine, CompareExitsAsDiffDoes) {
     EXPECT_TRUE(Command("tags " + reserved).says("40005 to 40006  reserved, for families"));
     EXPECT_EQ(Command("compare " + directory.path("reserved.txt").string() + " " + back).output,
               directory.path("reserved.txt").string() +
-                  ":8:16: breaks[C031] wire: 40006: is gone: reserved 40006; 'q' has 40006 now\n");
+                  ":8:16: breaks[C032] wire: 40006: is gone: reserved 40006; 'q' has 40006 now\n");
     directory.add("old.txt", "#\nfamily acme\nenum color = 1001, 12 bytes\nenum color = 1002\n");
     EXPECT_TRUE(Command("compare " + old_text + " " + above).says(old_text + ":4:6: error[T014]"));
     directory.add("new/acme/more.tlv", "enum color_of_day = 1004\n");
@@ -447,7 +447,7 @@ TEST(CommandLine, CompareTakesPairsAndAllowsWhatAFileSays) {
     directory.add("old/acme/a.tlv", "struct led = 40002 { uint8 tint }\n");
     directory.add("new/acme/a.tlv", "struct led = 40002 { uint8 hue }\n");
     directory.add("old/fan/a.tlv", "struct fan = 40003 { uint8 n  uint8 m }\n");
-    directory.add("new/fan/a.tlv", "struct fan = 40004 { uint8 n }\n");
+    directory.add("new/fan/a.tlv", "struct fan = 40004 { uint8 n }\nreserved 40003\n");
     directory.add("old.txt", Command("interface old/acme").output);
     const char *const allowed =
         "# reviewed\nC014 led.hue  as all was\r\n\nC007 fan.m unread\nC005 fan unsent\n";

@@ -242,18 +242,18 @@ TEST(Numbers, AreToldWhereTheyCanComeBack) {
     const std::pair<std::string, std::string> rows[] = {
         {other + "c = 1 }", "C021 json, source\n"},
         {other + "reserved 0 to 1, 3 }", "C020 json, source\n"},
-        {other + "} enum q = 2002", "C020 json, source\nC030 json, source\nC002 nothing\n"},
+        {other + "} enum q = 2002", "C020 json, source\nC031 json, source\nC002 nothing\n"},
         {"reserved 2001 message e { f f } struct f = 2002 { uint8 x }",
          "C006 wire, json, source, layout\nC002 nothing\n"},
-        {"struct q = 2001 { uint8 x }", "C001 wire, json, source, layout\nC029 wire\nC002 nothing\n"},
+        {"struct q = 2001 { uint8 x }", "C001 wire, json, source, layout\nC030 wire\nC002 nothing\n"},
     };
     for (const auto &[now, expected] : rows) {
         EXPECT_EQ(summary(one, now), expected) << now;
     }
     EXPECT_EQ(summary("reserved 2100 to 2110, 65535  enum e = 2001 { a = 1  reserved 0, 7 to 9, 4294967295 }",
                       "reserved 2102, 2104 to 2105, 2109 to 2200  enum e = 2001 { a = 1  reserved 8 to 9 }"),
-              "C032 json, source\nC032 json, source\nC032 json, source\n"
-              "C031 wire\nC031 wire\nC031 wire\nC031 wire\n");
+              "C033 json, source\nC033 json, source\nC033 json, source\n"
+              "C032 wire\nC032 wire\nC032 wire\nC032 wire\n");
 }
 
 TEST(InlinedUnion, KeepsTheLayoutWhereNothingMoves) {
