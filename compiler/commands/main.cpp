@@ -20,6 +20,7 @@
 #include <csignal>
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <unistd.h>
 
 namespace {
@@ -114,8 +115,8 @@ int generate(const Options &options) {
     return exit_fine;
 }
 
-// Corrects the named files. False if there was nothing to correct.
-bool fix_once(const Options &options, const Library &library) {
+// Corrects the named files, and adds up by path what was mended. False if there was nothing to correct.
+bool fix_once(const Options &options, const Library &library, std::map<std::string, size_t> &mended) {
     Sources sources;
     Diagnostics faults;
     tlvc::Program program;
@@ -137,18 +138,29 @@ bool fix_once(const Options &options, const Library &library) {
         const std::string before = read_file(path);
         const std::string mark = before.substr(0, before.size() - without_mark(before).size());
         replace_file(path, mark + corrected.text);
-        complain(fmt::format("tlvc: {}: {} mended", path, corrected.mended));
+        mended[path] += corrected.mended;
     }
     return !texts.empty();
+}
+
+void fix_files(const Options &options) {
+    constexpr int most_rounds = 20; // since mending one fault can show another
+    const Library library = installed_library();
+    std::map<std::string, size_t> mended;
+    for (int round = 0; round < most_rounds && fix_once(options, library, mended);) {
+        ++round;
+    }
+    for (const auto &[path, count] : mended) {
+        complain(fmt::format("tlvc: {}: {} mended", path, count));
+    }
 }
 
 int check_files(const Options &options) {
     if (options.fix && std::ranges::find(options.files, "-") != options.files.end()) {
         throw Failure(exit_usage, "--fix changes files, and '-' is none");
     }
-    constexpr int most_rounds = 20; // since mending one fault can show another
-    for (int round = 0; options.fix && round < most_rounds && fix_once(options, installed_library());) {
-        ++round;
+    if (options.fix) {
+        fix_files(options);
     }
     Sources sources;
     return compile_and_show(options, installed_library(), sources, false) ? exit_fine : exit_found;

@@ -2,10 +2,11 @@
  * forms/describe.h - types as JSON: what descriptors know of themselves, for programs in any language.
  *
  * The keys, and what they promise, are those of the document that `tlvc describe` prints of schema files (tlvc-describe(1)):
- * an object here has the same values under them as the type's object there, and fewer keys. Descriptors know nothing of
- * names in C, of users, of the docs of alternatives, and of layouts on other machines: of "LP64", "ILP32" and "i386"
- * there is the one that the program runs on. The library's own document is installed as share/tlvmsg/schema.json, and beside
- * it describe.schema.json says what each key is.
+ * an object here has the same values under them as the type's object there, and fewer keys; only docs of types that were
+ * loaded (schema.h) have invisible characters spelled out, as <U+202E>. Descriptors know nothing of names in C, of users,
+ * of the docs of alternatives, and of layouts on other machines: of "LP64", "ILP32" and "i386" there is the one that the
+ * program runs on. The library's own document is installed as share/tlvmsg/schema.json, and beside it describe.schema.json
+ * says what each key is.
  *
  * Example:
  *
