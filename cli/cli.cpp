@@ -7,6 +7,7 @@
 #include "base/suggest.h"
 #include "base/wrap.h"
 
+#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <memory>
@@ -52,30 +53,100 @@ std::string meant_by(const std::string &word, const CLI::App &command) {
 
 } // namespace
 
-Cli::Cli(Program program) : program_(std::move(program)), app_(program_.help.summary, program_.name) {
-    helps_[&app_] = program_.help;
-    app_.footer(footer_of(program_.help) + exit_text(program_.exit_meanings));
-    app_.set_version_flag("--version", program_.name + " " + program_.version, "Print the version and exit");
-    app_.set_help_flag("-h,--help", "Print this help and exit");
-    app_.require_subcommand(0, 1);
-    app_.add_option("--generate", generate_, "")->group("");
+const Option &Option::type_name(const std::string &name) const {
+    option_->type_name(name);
+    return *this;
 }
 
-CLI::App *Cli::add(const std::string &name, const Help &help, std::function<int()> run) {
-    CLI::App *const command = app_.add_subcommand(name, help.summary);
+const Option &Option::required() const {
+    option_->required();
+    return *this;
+}
+
+const Option &Option::expected(int count) const {
+    option_->expected(count);
+    return *this;
+}
+
+const Option &Option::excludes(const Option &other) const {
+    option_->excludes(other.option_);
+    return *this;
+}
+
+const Option &Option::repeatable() const {
+    option_->take_all()->allow_extra_args(false);
+    return *this;
+}
+
+const Option &Option::hidden() const {
+    option_->group("");
+    return *this;
+}
+
+Option Command::add_option(const std::string &name, std::string &value,
+                           const std::string &description) const {
+    return Option(command_->add_option(name, value, description));
+}
+
+Option Command::add_option(const std::string &name, std::vector<std::string> &values,
+                           const std::string &description) const {
+    return Option(command_->add_option(name, values, description));
+}
+
+Option Command::add_flag(const std::string &name, bool &value, const std::string &description) const {
+    return Option(command_->add_flag(name, value, description));
+}
+
+Option Command::add_flag(const std::string &name, std::function<void()> take,
+                         const std::string &description) const {
+    return Option(command_->add_flag_callback(name, std::move(take), description));
+}
+
+Option Command::add_argument(const std::string &name, const std::string &description,
+                             const std::string &otherwise,
+                             std::function<bool(const std::string &)> take) const {
+    return Option(command_->add_option(
+        name,
+        [name, otherwise, take = std::move(take)](const CLI::results_t &arguments) {
+            for (const std::string &argument : arguments) {
+                if (!take(argument)) {
+                    throw CLI::ValidationError(fmt::format("{}: '{}' {}", name, argument, otherwise));
+                }
+            }
+            return true;
+        },
+        description));
+}
+
+Option Command::option(const std::string &name) const { return Option(command_->get_option(name)); }
+
+Cli::Cli(Program program)
+    : program_(std::move(program)), app_(std::make_unique<CLI::App>(program_.help.summary, program_.name)) {
+    helps_[app_.get()] = program_.help;
+    app_->footer(footer_of(program_.help) + exit_text(program_.exit_meanings));
+    app_->set_version_flag("--version", program_.name + " " + program_.version, "Print the version and exit");
+    app_->set_help_flag("-h,--help", "Print this help and exit");
+    app_->require_subcommand(0, 1);
+    app_->add_option("--generate", generate_, "")->group("");
+}
+
+Command Cli::add(const std::string &name, const Help &help, std::function<int()> run) {
+    CLI::App *const command = app_->add_subcommand(name, help.summary);
     command->footer(footer_of(help));
     command->callback([this, run = std::move(run)] { status_ = run(); });
     helps_[command] = help;
-    return command;
+    return Command(command);
 }
 
+Cli::~Cli() = default;
+
 void Cli::add_help() {
-    const auto about = std::make_shared<const CLI::App *>(&app_);
+    const auto about = std::make_shared<const CLI::App *>(app_.get());
     Words<const CLI::App *> words;
     for (const CLI::App *each : commands()) {
         words.emplace_back(each->get_name(), each);
     }
-    CLI::App *const command =
+    const Command command =
         add("help",
             {"Explain a command",
              {},
@@ -89,35 +160,36 @@ void Cli::add_help() {
 }
 
 std::vector<const CLI::App *> Cli::commands() const {
-    return app_.get_subcommands([](const CLI::App *) { return true; });
+    const CLI::App &app = *app_;
+    return app.get_subcommands([](const CLI::App *) { return true; });
 }
 
 std::string Cli::name(const CLI::App &command) const {
-    return &command == &app_ ? program_.name : program_.name + " " + command.get_name();
+    return &command == app_.get() ? program_.name : program_.name + " " + command.get_name();
 }
 
 // What --help prints.
 std::string Cli::help_text(const CLI::App &command) const {
-    return app_.get_formatter()->make_help(&command, name(command), CLI::AppFormatMode::Normal);
+    return app_->get_formatter()->make_help(&command, name(command), CLI::AppFormatMode::Normal);
 }
 
 int Cli::run(int argc, char **argv) {
-    program_.add_common_options(&app_);
-    for (CLI::App *command : app_.get_subcommands({})) {
-        program_.add_common_options(command);
+    program_.add_common_options(Command(app_.get()));
+    for (CLI::App *command : app_->get_subcommands({})) {
+        program_.add_common_options(Command(command));
     }
     if (argc > 1 && std::string_view(argv[1]) == "--complete") { // words that may be no command line yet
         complete(*this, {argv + 2, argv + argc});
         return exit_fine;
     }
     try {
-        app_.parse(argc, argv);
+        app_->parse(argc, argv);
     } catch (const CLI::ParseError &error) {
         return complain_about(error);
     }
     if (!generate_.empty()) {
         generate(*this, generate_);
-    } else if (app_.get_subcommands().empty()) {
+    } else if (app_->get_subcommands().empty()) {
         throw Failure(exit_usage, fmt::format("a command is needed; '{} --help' lists them", program_.name));
     }
     return status_;
@@ -127,12 +199,12 @@ int Cli::run(int argc, char **argv) {
 int Cli::complain_about(const CLI::ParseError &error) const {
     if (error.get_exit_code() == 0) {
         std::ostringstream text;
-        app_.exit(error, text, text);
+        app_->exit(error, text, text);
         print(text.str());
         return exit_fine;
     }
-    const std::vector<CLI::App *> chosen = app_.get_subcommands();
-    const CLI::App &command = chosen.empty() ? app_ : *chosen[0];
+    const std::vector<CLI::App *> chosen = app_->get_subcommands();
+    const CLI::App &command = chosen.empty() ? *app_ : *chosen[0];
     const std::vector<std::string> words = command.remaining();
     const std::string meant = words.empty() ? "" : meant_by(words[0].substr(0, words[0].find('=')), command);
     throw Failure(exit_usage,
@@ -140,32 +212,17 @@ int Cli::complain_about(const CLI::ParseError &error) const {
                               meant.empty() ? fmt::format("see '{} --help'", name(command)) : meant));
 }
 
-CLI::Option *add_list(CLI::App *command, const std::string &name, std::vector<std::string> &values,
-                      const std::string &description) {
+Option add_list(Command command, const std::string &name, std::vector<std::string> &values,
+                const std::string &description) {
     const auto take = [&values](const std::string &argument) {
         values.push_back(argument);
         return true;
     };
-    return add_argument(command, name, description, "", take)->take_all()->allow_extra_args(false);
+    return command.add_argument(name, description, "", take).repeatable();
 }
 
-void add_json_flag(CLI::App *command, bool &json) {
-    command->add_flag("--json", json, "One JSON value instead of lines for people");
-}
-
-CLI::Option *add_argument(CLI::App *command, const std::string &name, const std::string &description,
-                          const std::string &otherwise, std::function<bool(const std::string &)> take) {
-    return command->add_option(
-        name,
-        [name, otherwise, take = std::move(take)](const CLI::results_t &arguments) {
-            for (const std::string &argument : arguments) {
-                if (!take(argument)) {
-                    throw CLI::ValidationError(fmt::format("{}: '{}' {}", name, argument, otherwise));
-                }
-            }
-            return true;
-        },
-        description);
+void add_json_flag(Command command, bool &json) {
+    command.add_flag("--json", json, "One JSON value instead of lines for people");
 }
 
 } // namespace tlvmsg::cli

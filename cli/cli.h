@@ -9,18 +9,60 @@
 
 #include "base/number.h"
 
-#include <CLI/CLI.hpp>
-
 #include <functional>
 #include <limits>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
+// The library that parses. Its headers take four seconds to compile, so no header of ours includes them.
+namespace CLI {
+class App;
+class Option;
+class ParseError;
+} // namespace CLI
+
 namespace tlvmsg::cli {
+
+// What is said of an option beside its name. Each gives the option itself, to say more.
+class Option {
+public:
+    explicit Option(CLI::Option *option) : option_(option) {}
+
+    const Option &type_name(const std::string &name) const;
+    const Option &required() const;
+    const Option &expected(int count) const; // so many arguments
+    const Option &excludes(const Option &other) const;
+    const Option &repeatable() const; // any number of times, with an argument each
+    const Option &hidden() const;     // from help, pages and completion
+
+private:
+    CLI::Option *option_;
+};
+
+// A command, or the program, to which options are added. What they take lives as long as the program parses and runs.
+class Command {
+public:
+    explicit Command(CLI::App *command) : command_(command) {}
+
+    Option add_option(const std::string &name, std::string &value, const std::string &description) const;
+    Option add_option(const std::string &name, std::vector<std::string> &values,
+                      const std::string &description) const;
+    Option add_flag(const std::string &name, bool &value, const std::string &description) const;
+    Option add_flag(const std::string &name, std::function<void()> take,
+                    const std::string &description = "") const;
+    // Each argument is given to `take`; where that gives false, it is said to be `otherwise`.
+    Option add_argument(const std::string &name, const std::string &description, const std::string &otherwise,
+                        std::function<bool(const std::string &)> take) const;
+    Option option(const std::string &name) const; // one that was added before
+
+private:
+    CLI::App *command_;
+};
 
 struct Example {
     std::string command;
@@ -54,17 +96,18 @@ struct Program {
     std::function<Candidates(const std::string &type_name, const std::vector<std::string> &words)> candidates;
 
     // Gives a command, or the program, the options that all have; they come last in its help.
-    std::function<void(CLI::App *command)> add_common_options = [](CLI::App *) {};
+    std::function<void(Command command)> add_common_options = [](Command) {};
 };
 
 class Cli {
 public:
     explicit Cli(Program program);
+    ~Cli();
     Cli(const Cli &) = delete;
     Cli &operator=(const Cli &) = delete;
 
     // A command that gives the exit status.
-    CLI::App *add(const std::string &name, const Help &help, std::function<int()> run);
+    Command add(const std::string &name, const Help &help, std::function<int()> run);
 
     // The command that explains those added before.
     void add_help();
@@ -73,7 +116,7 @@ public:
     int run(int argc, char **argv);
 
     const Program &program() const { return program_; }
-    const CLI::App &app() const { return app_; }
+    const CLI::App &app() const { return *app_; }
     std::vector<const CLI::App *> commands() const;
     const Help &help(const CLI::App &command) const { return helps_.at(&command); }
 
@@ -85,15 +128,11 @@ private:
     int complain_about(const CLI::ParseError &error) const;
 
     Program program_;
-    CLI::App app_;
+    std::unique_ptr<CLI::App> app_;
     std::map<const CLI::App *, Help> helps_;
     std::string generate_; // the directory for manual pages
     int status_ = 0;
 };
-
-// An option of whose arguments each is given to `take`; where that gives false, it is said to be `otherwise`.
-CLI::Option *add_argument(CLI::App *command, const std::string &name, const std::string &description,
-                          const std::string &otherwise, std::function<bool(const std::string &)> take);
 
 // Values by the words that stand for them.
 template <class Value>
@@ -101,8 +140,8 @@ using Words = std::vector<std::pair<std::string, Value>>;
 
 // An option that takes one of the words, which help shows as "raw|hex", and gives its value to `take`.
 template <class Value>
-CLI::Option *add_word(CLI::App *command, const std::string &name, const Words<Value> &words,
-                      const std::string &description, std::function<void(const Value &)> take) {
+Option add_word(Command command, const std::string &name, const Words<Value> &words,
+                const std::string &description, std::function<void(const Value &)> take) {
     std::string all;
     for (const auto &[word, each] : words) {
         all += (all.empty() ? "" : "|") + word;
@@ -116,36 +155,34 @@ CLI::Option *add_word(CLI::App *command, const std::string &name, const Words<Va
         }
         return false;
     };
-    return add_argument(command, name, description, "is none of " + all, take_word)->type_name(all);
+    return command.add_argument(name, description, "is none of " + all, take_word).type_name(all);
 }
 
 template <class Value>
-CLI::Option *add_choice(CLI::App *command, const std::string &name, Value &value, const Words<Value> &words,
-                        const std::string &description) {
+Option add_choice(Command command, const std::string &name, Value &value, const Words<Value> &words,
+                  const std::string &description) {
     return add_word<Value>(command, name, words, description, [&value](const Value &each) { value = each; });
 }
 
 // The same, any number of times: all values together.
 template <class Value>
-CLI::Option *add_choices(CLI::App *command, const std::string &name, Value &values, const Words<Value> &words,
-                         const std::string &description) {
+Option add_choices(Command command, const std::string &name, Value &values, const Words<Value> &words,
+                   const std::string &description) {
     return add_word<Value>(command, name, words, description,
                            [&values](const Value &each) { values |= each; })
-        ->take_all()
-        ->allow_extra_args(false);
+        .repeatable();
 }
 
 // An option with one value that can be given several times, before the command and behind it.
-CLI::Option *add_list(CLI::App *command, const std::string &name, std::vector<std::string> &values,
-                      const std::string &description);
+Option add_list(Command command, const std::string &name, std::vector<std::string> &values,
+                const std::string &description);
 
 // --json, for what is otherwise for people.
-void add_json_flag(CLI::App *command, bool &json);
+void add_json_flag(Command command, bool &json);
 
 // An option that takes a number; `value` may be optional.
 template <class Value>
-CLI::Option *add_number(CLI::App *command, const std::string &name, Value &value,
-                        const std::string &description) {
+Option add_number(Command command, const std::string &name, Value &value, const std::string &description) {
     using Number = std::decay_t<decltype(*std::optional(value))>;
     constexpr uint64_t most = std::numeric_limits<Number>::max();
     const auto take = [&value](const std::string &argument) {
@@ -153,8 +190,8 @@ CLI::Option *add_number(CLI::App *command, const std::string &name, Value &value
         value = static_cast<Number>(number.value_or(0));
         return number.has_value();
     };
-    return add_argument(command, name, description, "is no number from 0 to " + std::to_string(most), take)
-        ->type_name("N");
+    return command.add_argument(name, description, "is no number from 0 to " + std::to_string(most), take)
+        .type_name("N");
 }
 
 } // namespace tlvmsg::cli

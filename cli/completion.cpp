@@ -3,6 +3,7 @@
 #include "generate.h"
 #include "terminal.h"
 
+#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>

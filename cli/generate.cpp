@@ -3,6 +3,7 @@
 #include "cli.h"
 #include "failure.h"
 
+#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <filesystem>

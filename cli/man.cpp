@@ -4,6 +4,7 @@
 
 #include "base/ascii.h"
 
+#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>

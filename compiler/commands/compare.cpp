@@ -134,31 +134,31 @@ int compare_schemas(const Options &options) try {
 
 } // namespace
 
-CLI::App *add_compare_command(Cli &cli) {
+Command add_compare_command(Cli &cli) {
     const auto said = std::make_shared<Options>();
     Options &options = *said;
-    CLI::App *const command = cli.add("compare", help::compare, [said] { return compare_schemas(*said); });
+    const Command command = cli.add("compare", help::compare, [said] { return compare_schemas(*said); });
     const char *const side = "Schema file, directory of them, or what 'tlvc interface' printed";
-    command->add_option("OLD", options.before.path, side)->type_name("FILE")->required();
-    command->add_option("NEW", options.after.path, side)->type_name("FILE")->required();
+    command.add_option("OLD", options.before.path, side).type_name("FILE").required();
+    command.add_option("NEW", options.after.path, side).type_name("FILE").required();
     command
-        ->add_option("MORE", options.more_sides,
-                     "Further schemas to compare, each OLD with the NEW behind it")
-        ->type_name("FILE");
-    command->add_option("--exceptions", options.exceptions, "File of changes that are allowed")
-        ->type_name("FILE");
+        .add_option("MORE", options.more_sides, "Further schemas to compare, each OLD with the NEW behind it")
+        .type_name("FILE");
+    command.add_option("--exceptions", options.exceptions, "File of changes that are allowed")
+        .type_name("FILE");
     add_import_path(command, "--old-import", options.before.import_path,
                     "Directory below which imports of OLD are looked for");
     add_import_path(command, "--new-import", options.after.import_path, "The same for imports of NEW");
     add_choices(command, "--level", options.selection.levels,
                 {{"wire", Wire}, {"json", Json}, {"source", Source}, {"layout", Layout}},
                 "Tell only what breaks this; can be given several times");
-    command->add_flag("--in-messages", options.selection.only_in_messages,
-                      "Leave out types that no message holds");
-    command->add_flag("--all", options.selection.safe, "Tell also what is safe, as JSON does always");
-    add_argument(command, "-I", "", "names no side; say --old-import or --new-import",
-                 [](const std::string &) { return false; })
-        ->group(""); // as no other command, whose users try it here
+    command.add_flag("--in-messages", options.selection.only_in_messages,
+                     "Leave out types that no message holds");
+    command.add_flag("--all", options.selection.safe, "Tell also what is safe, as JSON does always");
+    command
+        .add_argument("-I", "", "names no side; say --old-import or --new-import",
+                      [](const std::string &) { return false; })
+        .hidden(); // as no other command, whose users try it here
     add_output_format(command, options.output);
     return command;
 }

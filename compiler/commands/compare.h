@@ -5,6 +5,6 @@
 
 namespace tlvc {
 
-CLI::App *add_compare_command(tlvmsg::cli::Cli &cli);
+tlvmsg::cli::Command add_compare_command(tlvmsg::cli::Cli &cli);
 
 } // namespace tlvc

@@ -279,57 +279,57 @@ int run(int argc, char **argv) {
     const auto add = [&](const char *name, const Help &help, int (*work)(const Options &)) {
         return cli.add(name, help, [&options, work] { return work(options); });
     };
-    CLI::App *const check_command = add("check", help::check, check_files);
-    CLI::App *const generate_command = add("generate", help::generate, generate);
-    CLI::App *const interface_command = add("interface", help::interface, print_interface);
-    CLI::App *const describe_command = add("describe", help::describe, print_description);
-    CLI::App *const format_command = add("format", help::format, format_files);
-    CLI::App *const tags_command = add("tags", help::tags, print_tags);
+    const Command check_command = add("check", help::check, check_files);
+    const Command generate_command = add("generate", help::generate, generate);
+    const Command interface_command = add("interface", help::interface, print_interface);
+    const Command describe_command = add("describe", help::describe, print_description);
+    const Command format_command = add("format", help::format, format_files);
+    const Command tags_command = add("tags", help::tags, print_tags);
     add_compare_command(cli);
-    CLI::App *const explain_command = add("explain", help::explain, explain);
-    CLI::App *const lsp_command = add("lsp", help::lsp, [](const Options &said) {
+    const Command explain_command = add("explain", help::explain, explain);
+    const Command lsp_command = add("lsp", help::lsp, [](const Options &said) {
         std::ios::sync_with_stdio(false); // unbuffered otherwise
         return lsp::serve(STDIN_FILENO, std::cout, installed_library(), said.import_path);
     });
-    lsp_command->add_flag_callback(
+    lsp_command.add_flag(
         "--stdio", [] {}, "What it does anyway; many editors say so");
     cli.add_help();
 
-    for (CLI::App *command : {check_command, generate_command, interface_command, describe_command,
-                              format_command, tags_command}) {
-        command->add_option("FILE", options.files, "Schema files, directories of them, or -")
-            ->type_name("FILE")
-            ->required();
+    for (Command command : {check_command, generate_command, interface_command, describe_command,
+                            format_command, tags_command}) {
+        command.add_option("FILE", options.files, "Schema files, directories of them, or -")
+            .type_name("FILE")
+            .required();
     }
-    generate_command->add_option("--out", options.directory, "Where to write them")
-        ->type_name("DIR")
-        ->required();
+    generate_command.add_option("--out", options.directory, "Where to write them")
+        .type_name("DIR")
+        .required();
     generate_command
-        ->add_option("--stamp", options.stamp,
-                     "File to touch; beside it, with .d behind its name, make is told what it depends on")
-        ->type_name("FILE");
-    generate_command->add_flag("--library", options.library,
-                               "The whole library: also what is of all families together");
-    for (CLI::App *command : {check_command, generate_command}) {
-        add_argument(command, "--warn",
-                     "Tell also what is allowed, and yet hardly meant: all of it, or these codes, or, as in "
-                     "-W003, all but these",
-                     "is no list of warnings' codes",
-                     [&](const std::string &list) { return choose(list, options.warnings); })
-            ->type_name("[CODE,...]")
-            ->take_all()
-            ->allow_extra_args(false);
-        command->add_flag("--strict", options.strict, "The same, as faults");
+        .add_option("--stamp", options.stamp,
+                    "File to touch; beside it, with .d behind its name, make is told what it depends on")
+        .type_name("FILE");
+    generate_command.add_flag("--library", options.library,
+                              "The whole library: also what is of all families together");
+    for (Command command : {check_command, generate_command}) {
+        command
+            .add_argument(
+                "--warn",
+                "Tell also what is allowed, and yet hardly meant: all of it, or these codes, or, as in "
+                "-W003, all but these",
+                "is no list of warnings' codes",
+                [&](const std::string &list) { return choose(list, options.warnings); })
+            .type_name("[CODE,...]")
+            .repeatable();
+        command.add_flag("--strict", options.strict, "The same, as faults");
         add_output_format(command, options.output);
     }
-    check_command->add_flag("--fix", options.fix,
-                            "First correct in these files what there is no doubt about");
-    format_command->add_flag("--check", options.check_only,
-                             "Change nothing, but name the files that would change");
-    explain_command->add_option("CODE", options.codes, "Such as T012; without it, all are listed")
-        ->type_name("CODE");
+    check_command.add_flag("--fix", options.fix, "First correct in these files what there is no doubt about");
+    format_command.add_flag("--check", options.check_only,
+                            "Change nothing, but name the files that would change");
+    explain_command.add_option("CODE", options.codes, "Such as T012; without it, all are listed")
+        .type_name("CODE");
 
-    for (CLI::App *command :
+    for (Command command :
          {check_command, generate_command, interface_command, describe_command, tags_command, lsp_command}) {
         add_import_path(command, "-I", options.import_path, "Directory below which imports are looked for");
     }

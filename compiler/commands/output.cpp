@@ -3,6 +3,7 @@
 #include "cli/terminal.h"
 #include "compiler/text/reporter.h"
 
+#include <filesystem>
 #include <unistd.h>
 
 namespace tlvc {
@@ -20,7 +21,7 @@ void show(const Diagnostics &faults, const Sources &sources, OutputFormat format
     }
 }
 
-void add_output_format(CLI::App *command, OutputFormat &format) {
+void add_output_format(Command command, OutputFormat &format) {
     add_choice(
         command, "--format", format,
         {{"text", OutputFormat::Text}, {"json", OutputFormat::Json}, {"github", OutputFormat::Github}},
@@ -28,11 +29,12 @@ void add_output_format(CLI::App *command, OutputFormat &format) {
         "place");
 }
 
-void add_import_path(CLI::App *command, const char *name, ImportPath &import_path, const char *description) {
-    command->add_option(name, import_path, description)
-        ->type_name("DIR")
-        ->check(CLI::Validator(CLI::ExistingDirectory).description("")) // else help says DIR:DIR
-        ->allow_extra_args(false);
+void add_import_path(Command command, const char *name, ImportPath &import_path, const char *description) {
+    const auto take = [&](const std::string &directory) {
+        import_path.emplace_back(directory);
+        return std::filesystem::is_directory(directory);
+    };
+    command.add_argument(name, description, "is no directory", take).type_name("DIR").repeatable();
 }
 
 } // namespace tlvc

@@ -13,9 +13,10 @@ enum class OutputFormat { Text, Json, Github };
 void show(const Diagnostics &faults, const Sources &sources, OutputFormat format = OutputFormat::Text);
 
 // --format.
-void add_output_format(CLI::App *command, OutputFormat &format);
+void add_output_format(tlvmsg::cli::Command command, OutputFormat &format);
 
 // An option that adds a directory, and can be given several times.
-void add_import_path(CLI::App *command, const char *name, ImportPath &import_path, const char *description);
+void add_import_path(tlvmsg::cli::Command command, const char *name, ImportPath &import_path,
+                     const char *description);
 
 } // namespace tlvc

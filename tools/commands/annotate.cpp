@@ -44,7 +44,7 @@ int annotate_reading(const MessageOptions &options, const Input &input, const Re
 
 void add_annotate(Cli &cli) {
     const auto options = std::make_shared<MessageOptions>();
-    CLI::App *const command = cli.add(
+    const Command command = cli.add(
         "annotate",
         {"Explain every byte of a message",
          {"Prints offset, bytes and what they are, a line each. Deviations that decoders tolerate are marked "

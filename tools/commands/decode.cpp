@@ -93,7 +93,7 @@ int run(Options options) {
 
 void add_decode(Cli &cli) {
     const auto options = std::make_shared<Options>();
-    CLI::App *const command = cli.add(
+    const Command command = cli.add(
         "decode",
         {"Print messages as JSON",
          {"What is printed is what tlv encode takes: numbers as numbers, or by name where the value has one, "
@@ -117,15 +117,15 @@ void add_decode(Cli &cli) {
         [options] { return run(*options); });
     add_message_options(command, options->message,
                         "without it, elements by their tags; of frames what fits alone");
-    CLI::Option *const text = command->add_flag_callback(
+    const Option text = command.add_flag(
         "--text", [options] { options->print.form = PrintForm::text; },
         "A line a value: led_control.slot = 2");
-    command->add_flag("--compact", options->print.compact, "JSON in one line")->excludes(text);
+    command.add_flag("--compact", options->print.compact, "JSON in one line").excludes(text);
     command
-        ->add_flag("--partial", options->print.partial,
-                   "Of a message that is broken, print as JSON what can be read of it")
-        ->excludes(text);
-    command->add_flag("--bytes", options->print.bytes, "The bytes of each message of a capture, in hex");
+        .add_flag("--partial", options->print.partial,
+                  "Of a message that is broken, print as JSON what can be read of it")
+        .excludes(text);
+    command.add_flag("--bytes", options->print.bytes, "The bytes of each message of a capture, in hex");
 }
 
 } // namespace tlvmsg::tool

@@ -185,7 +185,7 @@ int run(const Options &options) {
 
 void add_diff(Cli &cli) {
     const auto options = std::make_shared<Options>();
-    CLI::App *const command =
+    const Command command =
         cli.add("diff",
                 {"Compare messages, member by member",
                  {"Prints a line for each member that differs: its path and both values. The n-th message of "
@@ -197,8 +197,8 @@ void add_diff(Cli &cli) {
                   {"tlv diff --json -t 1357 a.bin b.bin | jq -r .path", "which members differ"}}},
                 [options] { return run(*options); });
     add_message_options(command, options->message, "without it, the best that takes both");
-    command->get_option("FILE")->expected(2)->required();
-    command->add_flag("--json", options->json, "A JSON object a line for each difference");
+    command.option("FILE").expected(2).required();
+    command.add_flag("--json", options->json, "A JSON object a line for each difference");
 }
 
 } // namespace tlvmsg::tool

@@ -30,7 +30,7 @@ void add_encode(Cli &cli) {
         OutputForm out = OutputForm::automatic;
     };
     const auto options = std::make_shared<Options>();
-    CLI::App *const command = cli.add(
+    const cli::Command command = cli.add(
         "encode",
         {"Turn JSON into a message",
          {"Takes what tlv decode prints. What is not mentioned is zero and empty, but for a message's key, "
@@ -44,14 +44,13 @@ void add_encode(Cli &cli) {
             const tlvmsg_type *const type = find_type(options->type);
             return print_encoded(from_json(type, json_text(options->json)), options->out);
         });
-    command->add_option("-t,--type", options->type, "The type of the message, by name or by tag")
-        ->type_name("TYPE")
-        ->required();
+    command.add_option("-t,--type", options->type, "The type of the message, by name or by tag")
+        .type_name("TYPE")
+        .required();
     add_output_option(command, options->out);
     command
-        ->add_option("JSON", options->json,
-                     "A file, - for standard input, or JSON that begins with { [ or \"")
-        ->type_name("FILE");
+        .add_option("JSON", options->json, "A file, - for standard input, or JSON that begins with { [ or \"")
+        .type_name("FILE");
 }
 
 } // namespace tlvmsg::tool

@@ -52,7 +52,7 @@ void add_explain(Cli &cli) {
         bool json = false;
     };
     const auto options = std::make_shared<Options>();
-    CLI::App *const command =
+    const Command command =
         cli.add("explain",
                 {"Explain the code of an error",
                  {"The code is what stands in brackets, error[wrong-tag], and in JSON under the key code.",
@@ -60,7 +60,7 @@ void add_explain(Cli &cli) {
                  {{"tlv explain wrong-tag", "what it means and what to do about it"},
                   {"tlv explain", "list the codes"}}},
                 [options] { return explain(options->code, options->json); });
-    command->add_option("CODE", options->code, "The code")->type_name("CODE");
+    command.add_option("CODE", options->code, "The code").type_name("CODE");
     add_json_flag(command, options->json);
 }
 

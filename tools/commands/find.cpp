@@ -36,7 +36,7 @@ void add_find(Cli &cli) {
         bool json = false;
     };
     const auto options = std::make_shared<Options>();
-    CLI::App *const command = cli.add(
+    const Command command = cli.add(
         "find",
         {"Find types, members, alternatives and enumerators by a word",
          {"The word, or part of one, is looked for in names and in what is said about them, in upper and "
@@ -48,7 +48,7 @@ void add_find(Cli &cli) {
           {"tlv find --json vlan | jq -r '.[] | select(.found == \"member\") | .path'",
            "the members among it"}}},
         [options] { return find(options->word, options->json); });
-    command->add_option("WORD", options->word, "What to look for")->type_name("WORD")->required();
+    command.add_option("WORD", options->word, "What to look for").type_name("WORD").required();
     add_json_flag(command, options->json);
 }
 

@@ -118,7 +118,7 @@ int guess_input(const Options &options, const Input &input) {
 
 void add_guess(Cli &cli) {
     const auto options = std::make_shared<Options>();
-    CLI::App *const command = cli.add(
+    const Command command = cli.add(
         "guess",
         {"Find the types that accept these bytes",
          {"Best first. 'yes' stands before types that take all bytes, 'part' before those that leave some "
@@ -135,9 +135,8 @@ void add_guess(Cli &cli) {
                                   [&](const Input &input) { return guess_input(*options, input); });
         });
     add_input_options(command, options->message);
-    command->add_option("--near", options->near, "How many that do not take all bytes; 3 unless given")
-        ->type_name("N");
-    command->add_flag("--json", options->json, "A JSON object a line for each message or frame");
+    add_number(command, "--near", options->near, "How many that do not take all bytes; 3 unless given");
+    command.add_flag("--json", options->json, "A JSON object a line for each message or frame");
 }
 
 } // namespace tlvmsg::tool

@@ -15,7 +15,7 @@ namespace tlvmsg::tool {
 
 using namespace cli;
 
-void add_input_options(CLI::App *command, MessageOptions &options) {
+void add_input_options(Command command, MessageOptions &options) {
     add_choice(command, "--in", options.input.form,
                {{"auto", InputForm::detect},
                 {"raw", InputForm::raw},
@@ -23,38 +23,42 @@ void add_input_options(CLI::App *command, MessageOptions &options) {
                 {"pcap", InputForm::capture}},
                "What the files are: raw bytes, hex text, or captures; told by their content unless given");
     // What told captures before their content did.
-    command->add_flag_callback("--pcap", [&options] { options.input.form = InputForm::capture; })->group("");
-    command->add_option("--filter", options.input.filter, "Only frames that match, as tcpdump understands it")
-        ->type_name("EXPR");
+    command.add_flag("--pcap", [&options] { options.input.form = InputForm::capture; }).hidden();
+    command.add_option("--filter", options.input.filter, "Only frames that match, as tcpdump understands it")
+        .type_name("EXPR");
     add_number(command, "--offset", options.input.offset,
                "Where in each frame, or in a file, the message begins");
+    const auto take_framing = [&options](const std::string &text) {
+        options.input.framing = parse_framing(text);
+        return true;
+    };
     command
-        ->add_option_function<std::string>(
-            "--framing", [&options](const std::string &text) { options.input.framing = parse_framing(text); },
+        .add_argument(
+            "--framing",
             "How messages are delimited: segment, the default, for whole ones in each TCP segment and "
             "datagram; "
             "length:BYTES@OFFSET[+HEADER] for a header that holds the length of what is behind it; skip:N "
             "for N "
-            "bytes before each")
-        ->type_name("segment|skip:N|length:BYTES@OFFSET");
+            "bytes before each",
+            "", take_framing)
+        .type_name("segment|skip:N|length:BYTES@OFFSET");
     command
-        ->add_option("FILE", options.files,
-                     "Messages and captures; - and none at all stand for standard input")
-        ->type_name("FILE");
+        .add_option("FILE", options.files,
+                    "Messages and captures; - and none at all stand for standard input")
+        .type_name("FILE");
 }
 
-void add_message_options(CLI::App *command, MessageOptions &options, const std::string &otherwise) {
-    command->add_option("-t,--type", options.type, "The type of the message, by name or by tag; " + otherwise)
-        ->type_name("TYPE");
+void add_message_options(Command command, MessageOptions &options, const std::string &otherwise) {
+    command.add_option("-t,--type", options.type, "The type of the message, by name or by tag; " + otherwise)
+        .type_name("TYPE");
     command
-        ->add_option(
+        .add_option(
             "--type-of", options.type_of,
             "The type of some of a capture's messages: udp/PORT=TYPE, tcp/PORT=TYPE, or msg_type=N=TYPE "
             "for those whose session header says so; can be given several times")
-        ->type_name("LINE")
-        ->take_all()
-        ->allow_extra_args(false);
-    command->add_option("--types", options.types, "A file of such lines")->type_name("FILE");
+        .type_name("LINE")
+        .repeatable();
+    command.add_option("--types", options.types, "A file of such lines").type_name("FILE");
     add_input_options(command, options);
 }
 

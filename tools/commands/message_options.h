@@ -20,10 +20,10 @@ struct MessageOptions {
 };
 
 // Files and how they are read.
-void add_input_options(CLI::App *command, MessageOptions &options);
+void add_input_options(cli::Command command, MessageOptions &options);
 
 // These, and what is known about types; `otherwise` says what holds without it.
-void add_message_options(CLI::App *command, MessageOptions &options, const std::string &otherwise);
+void add_message_options(cli::Command command, MessageOptions &options, const std::string &otherwise);
 
 // Throws Failure.
 Typing typing_of(const MessageOptions &options);

@@ -28,7 +28,7 @@ void print_bytes(std::span<const uint8_t> bytes, OutputForm form) {
 
 } // namespace
 
-void add_output_option(CLI::App *command, OutputForm &form) {
+void add_output_option(Command command, OutputForm &form) {
     add_choice(command, "--out", form,
                {{"auto", OutputForm::automatic},
                 {"raw", OutputForm::raw},

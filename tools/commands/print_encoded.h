@@ -8,7 +8,7 @@ namespace tlvmsg::tool {
 
 enum class OutputForm { automatic, raw, hex, json }; // automatic: hex on a terminal, raw elsewhere
 
-void add_output_option(CLI::App *command, OutputForm &form);
+void add_output_option(cli::Command command, OutputForm &form);
 
 // Gives the exit status: exit_malformed, reported, for a record that cannot be encoded.
 int print_encoded(const any_record &record, OutputForm form);

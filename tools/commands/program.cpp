@@ -39,7 +39,7 @@ const std::vector<ExitMeaning> exit_meanings{
     {exit_memory, "there is not enough memory"},
 };
 
-void add_common_options(CLI::App *command) {
+void add_common_options(Command command) {
     add_choice(
         command, "--color", colour_when,
         {{"auto", ColourWhen::automatic}, {"always", ColourWhen::always}, {"never", ColourWhen::never}},
@@ -49,9 +49,9 @@ void add_common_options(CLI::App *command) {
         "Take the types of this schema file, or of all in this directory, and of what they import, instead "
         "of the "
         "built-in ones; can be given several times. TLVMSG_SCHEMA does the same, with colons between them")
-        ->type_name("FILE");
+        .type_name("FILE");
     add_list(command, "-I", import_directories, "Directory below which schema files find imports")
-        ->type_name("DIR");
+        .type_name("DIR");
 }
 
 Candidates candidates(const std::string &type_name, const std::vector<std::string> &words) {

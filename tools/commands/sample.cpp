@@ -22,7 +22,7 @@ void add_sample(Cli &cli) {
         OutputForm out = OutputForm::automatic;
     };
     const auto options = std::make_shared<Options>();
-    CLI::App *const command = cli.add(
+    const Command command = cli.add(
         "sample",
         {"Make a message to look at or to test with",
          {"The same seed gives the same message everywhere. The kinds: min is all zero and empty; max has "
@@ -42,7 +42,7 @@ void add_sample(Cli &cli) {
                 make_sample(find_type(options->type), options->kind, options->seed, options->settings),
                 options->out);
         });
-    command->add_option("TYPE", options->type, "A type, by name or by tag")->type_name("TYPE")->required();
+    command.add_option("TYPE", options->type, "A type, by name or by tag").type_name("TYPE").required();
     add_number(command, "--seed", options->seed, "What the choice depends on; 1 unless given");
     add_choice(command, "--kind", options->kind,
                {{"min", TLVMSG_SAMPLE_MIN},
@@ -50,9 +50,9 @@ void add_sample(Cli &cli) {
                 {"random", TLVMSG_SAMPLE_RANDOM},
                 {"boundary", TLVMSG_SAMPLE_BOUNDARY}},
                "Which kind of message");
-    command->add_option("--set", options->settings, "What a member is to be; may be given several times")
-        ->type_name("PATH=VALUE")
-        ->allow_extra_args(false);
+    command.add_option("--set", options->settings, "What a member is to be; may be given several times")
+        .type_name("PATH=VALUE")
+        .repeatable();
     add_output_option(command, options->out);
 }
 

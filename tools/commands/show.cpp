@@ -21,7 +21,7 @@ void add_show(Cli &cli) {
         bool json = false;
     };
     const auto options = std::make_shared<Options>();
-    CLI::App *const command = cli.add(
+    const Command command = cli.add(
         "show",
         {"Show a type: its purpose, C declaration and layout on the wire",
          {"Sizes include headers. An offset with a + is the least that it can be, since something before it "
@@ -42,9 +42,9 @@ void add_show(Cli &cli) {
             }
             return exit_fine;
         });
-    command->add_option("TYPE", options->type, "A type, by name, part of it, or tag")
-        ->type_name("TYPE")
-        ->required();
+    command.add_option("TYPE", options->type, "A type, by name, part of it, or tag")
+        .type_name("TYPE")
+        .required();
     add_json_flag(command, options->json);
 }
 

@@ -74,7 +74,7 @@ Words<std::string_view> kind_words() {
 
 void add_types(Cli &cli) {
     const auto options = std::make_shared<Options>();
-    CLI::App *const command = cli.add(
+    const Command command = cli.add(
         "types",
         {"List the types of the schema",
          {"A pattern is a part of the name or, with * or ?, the whole of it, in upper or lower case. Exits "
@@ -85,12 +85,11 @@ void add_types(Cli &cli) {
           {"tlv types --kind message --family voice | wc -l", "how many messages there are for voice ports"},
           {"tlv types --used-by zel_led_control", "what has a member, item or alternative of that type"}}},
         [options] { return list_types(*options); });
-    command->add_option("PATTERN", options->filter.pattern, "Only types of such names")->type_name("PATTERN");
-    command->add_flag("-l,--long", options->details, "Kind, tag, family, name and purpose");
+    command.add_option("PATTERN", options->filter.pattern, "Only types of such names").type_name("PATTERN");
+    command.add_flag("-l,--long", options->details, "Kind, tag, family, name and purpose");
     add_choice(command, "--kind", options->filter.kind, kind_words(), "Only types of that kind");
-    command->add_option("--family", options->filter.family, "Only types of that family")->type_name("FAMILY");
-    command->add_option("--used-by", options->used, "Only types that use this one directly")
-        ->type_name("TYPE");
+    command.add_option("--family", options->filter.family, "Only types of that family").type_name("FAMILY");
+    command.add_option("--used-by", options->used, "Only types that use this one directly").type_name("TYPE");
     add_json_flag(command, options->json);
 }
 

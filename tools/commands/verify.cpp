@@ -73,7 +73,7 @@ int verify_reading(const Options &options, const Input &input, const Reading &re
 
 void add_verify(Cli &cli) {
     const auto options = std::make_shared<Options>();
-    CLI::App *const command = cli.add(
+    const Command command = cli.add(
         "verify",
         {"Check that bytes are a message of a type",
          {"Prints how many bytes the message takes and how many deviations decoders would tolerate. Exits "
@@ -88,8 +88,8 @@ void add_verify(Cli &cli) {
             });
         });
     add_message_options(command, options->message, "needed unless annotated input names it, or for captures");
-    command->add_flag("--strict", options->strict, "Refuse what decoders tolerate, and bytes behind the end");
-    command->add_flag("--json", options->json, "A JSON object a line");
+    command.add_flag("--strict", options->strict, "Refuse what decoders tolerate, and bytes behind the end");
+    command.add_flag("--json", options->json, "A JSON object a line");
 }
 
 } // namespace tlvmsg::tool

@@ -75,7 +75,7 @@ int run(const Options &options) {
 
 void add_wireshark(Cli &cli) {
     const auto options = std::make_shared<Options>();
-    CLI::App *const command = cli.add(
+    const Command command = cli.add(
         "wireshark",
         {"Print a dissector for Wireshark and tshark",
          {"One file in Lua, for Wireshark 4, has a filter for every member: "
@@ -99,10 +99,11 @@ void add_wireshark(Cli &cli) {
         options->name = name;
         return is_name(name);
     };
-    add_argument(command, "--name", "What Wireshark calls the protocol; tlvmsg unless given",
-                 "is no name of small letters, digits and _", take_name)
-        ->type_name("NAME");
-    command->add_flag("--install", options->install, "Write it to ~/.local/lib/wireshark/plugins/NAME.lua");
+    command
+        .add_argument("--name", "What Wireshark calls the protocol; tlvmsg unless given",
+                      "is no name of small letters, digits and _", take_name)
+        .type_name("NAME");
+    command.add_flag("--install", options->install, "Write it to ~/.local/lib/wireshark/plugins/NAME.lua");
 }
 
 } // namespace tlvmsg::tool
