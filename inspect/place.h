@@ -1,6 +1,8 @@
 // Places inside a type: how they are made, and how they become paths and faults.
 #pragma once
 
+#include "base/reserved_bits.h"
+
 #include <tlvmsg/inspect.h>
 
 namespace tlvmsg::inspect {
@@ -32,17 +34,7 @@ tlvmsg_fault null_argument(const char *argument);
 // The caller's fault: reserved words of the argument of that name are not zero and have these bits.
 tlvmsg_fault reserved_word(const char *argument, uintptr_t bits);
 
-// The bits of all reserved words together; zero for a null pointer.
-template <class Structure>
-uintptr_t reserved_bits(const Structure *structure) {
-    uintptr_t bits = 0;
-    if (structure != nullptr) {
-        for (const uintptr_t word : structure->reserved) {
-            bits |= word;
-        }
-    }
-    return bits;
-}
+using base::reserved_bits;
 
 // Stores a result where the caller has room for one.
 template <class T>

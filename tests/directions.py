@@ -14,7 +14,7 @@ MAY_INCLUDE = {
     "cli": "base",
     "runtime": "include platform",
     "rules": "runtime include",
-    "inspect": "runtime/operations.h include platform",
+    "inspect": "runtime/operations.h include platform base",
 
     "compiler/text": "base",
     "compiler/language": "compiler/text base",

@@ -134,7 +134,7 @@ int compare_schemas(const Options &options) try {
 
 } // namespace
 
-Command add_compare_command(Cli &cli) {
+void add_compare_command(Cli &cli) {
     const auto said = std::make_shared<Options>();
     Options &options = *said;
     const Command command = cli.add("compare", help::compare, [said] { return compare_schemas(*said); });
@@ -160,7 +160,6 @@ Command add_compare_command(Cli &cli) {
                       [](const std::string &) { return false; })
         .hidden(); // as no other command, whose users try it here
     add_output_format(command, options.output);
-    return command;
 }
 
 } // namespace tlvc

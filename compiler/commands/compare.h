@@ -5,6 +5,6 @@
 
 namespace tlvc {
 
-tlvmsg::cli::Command add_compare_command(tlvmsg::cli::Cli &cli);
+void add_compare_command(tlvmsg::cli::Cli &cli);
 
 } // namespace tlvc

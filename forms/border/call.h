@@ -1,6 +1,7 @@
 // The border between callers in C and the work that is done for them: every exported function is a Call.
 #pragma once
 
+#include "base/reserved_bits.h"
 #include "forms/border/text_fault.h"
 
 #include <tlvmsg/record.h>
@@ -13,17 +14,7 @@ namespace tlvmsg::forms {
 // Thrown when the caller's sink wants no more. The sink knows that, so there is no fault.
 struct Stopped {};
 
-// All bits of the words that have no meaning yet; of null there are none.
-template <class Structure>
-uintptr_t reserved_bits(const Structure *structure) {
-    uintptr_t bits = 0;
-    if (structure != nullptr) {
-        for (const uintptr_t word : structure->reserved) {
-            bits |= word;
-        }
-    }
-    return bits;
-}
+using base::reserved_bits;
 
 // It is told what the caller passed, and refuses what is missing or means nothing before any work is done. What the work
 // throws becomes the caller's fault.
