@@ -1,4 +1,4 @@
-# Runs tlvc over schema/: one directory a family. Sets TLVMSG_FAMILIES, TLVMSG_ALL_FAMILIES, which also has what is of
+# Runs tlvc over schema/: one directory a family; or takes what a source archive brings of it. Sets TLVMSG_FAMILIES, TLVMSG_ALL_FAMILIES, which also has what is of
 # them all together, and the target tlvmsg_generate. Lays the hand-written public headers beside the generated ones, so that
 # the build tree has the include/ of an installed one.
 file(GLOB_RECURSE schema_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/schema/*.tlv)
@@ -15,12 +15,22 @@ list(REMOVE_DUPLICATES TLVMSG_FAMILIES)
 set(TLVMSG_ALL_FAMILIES all ${TLVMSG_FAMILIES})
 
 tlvmsg_generated(generated ${PROJECT_BINARY_DIR} "${TLVMSG_ALL_FAMILIES}")
-add_custom_command(
-    OUTPUT ${generated}
-    COMMAND ${TLVC_EXECUTABLE} generate --library --out ${PROJECT_BINARY_DIR} ${schema_files}
-    DEPENDS ${schema_files} ${TLVC_EXECUTABLE}
-    COMMENT "tlvc: schema to C and C++"
-    VERBATIM)
+if(TLVMSG_GENERATED_FILES)
+    tlvmsg_generated(shipped ${TLVMSG_GENERATED_FILES} "${TLVMSG_ALL_FAMILIES}")
+    add_custom_command(
+        OUTPUT ${generated}
+        COMMAND ${CMAKE_COMMAND} -E copy_directory ${TLVMSG_GENERATED_FILES} ${PROJECT_BINARY_DIR}
+        DEPENDS ${shipped}
+        COMMENT "C and C++ from ${TLVMSG_GENERATED_FILES}"
+        VERBATIM)
+else()
+    add_custom_command(
+        OUTPUT ${generated}
+        COMMAND ${TLVC_EXECUTABLE} generate --library --out ${PROJECT_BINARY_DIR} ${schema_files}
+        DEPENDS ${schema_files} ${TLVC_EXECUTABLE}
+        COMMENT "tlvc: schema to C and C++"
+        VERBATIM)
+endif()
 
 file(GLOB_RECURSE public_headers RELATIVE ${PROJECT_SOURCE_DIR}/include
      CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/*)

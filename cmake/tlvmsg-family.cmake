@@ -35,7 +35,8 @@ function(tlvmsg_add_family target)
     elseif(TARGET tlvmsg::tlvc)
         set(tlvc $<TARGET_FILE:tlvmsg::tlvc>)
     else()
-        message(FATAL_ERROR "tlvmsg_add_family: -DTLVC_EXECUTABLE has to name a tlvc that runs here")
+        message(FATAL_ERROR "tlvmsg_add_family: there is no tlvc beside the libraries or in PATH; install it (Debian: "
+                            "tlvmsg-tools), or name one that runs here with -DTLVC_EXECUTABLE")
     endif()
 
     set(out ${CMAKE_CURRENT_BINARY_DIR}/${target}_family)
