@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""documented.py README HEADERS INCLUDE;... LIBRARIES FAMILY_LIBRARY CC CXX
+"""documented.py ROOT INCLUDE;... LIBRARIES FAMILY_LIBRARY CC CXX PROGRAMS
 
-Every example of the README and of the public headers compiles, as C and as C++, runs, and prints what the comments
-beside it say. HEADERS is the directory of the public headers as they were written; the rest is what was built of them,
-and of the family acme.
+Every example of the README, of the pages in docs/ and of the public headers compiles, as C and as C++, runs, and prints
+what the comments beside it say; what pages show of a console happens, and what they link to is there. ROOT has them as
+they were written; the rest is what was built of it, and of the family acme. Without PROGRAMS no console is tried.
 
-An example is a fenced block of the README, or an indented one in a comment of a header that follows the word Example
+An example is a fenced block of a page, or an indented one in a comment of a header that follows the word Example
 or has statements in it. A comment behind a statement that prints, or alone on the line before one, is what it prints,
 "..." standing for anything. Every example runs twice, the second time on input that is cut or wrong.
 """
@@ -16,7 +16,8 @@ import sys
 import tempfile
 from pathlib import Path
 
-readme, headers, includes, libraries, family, cc, cxx = sys.argv[1:]
+root, includes, libraries, family, cc, cxx, programs = sys.argv[1:]
+headers = os.path.join(root, "include/tlvmsg")
 
 # What fragments refer to, and do not declare.
 PRELUDE = """
@@ -91,6 +92,8 @@ BEFORE = {"version.h": "#undef TLVMSG_VERSION\n#ifdef CUT\n#define TLVMSG_VERSIO
 CUT_PROGRAM = PRELUDE + """
 #define tlvmsg_decode_analogbri_led_control_req_message(in, size, ...) \\
     (tlvmsg_decode_analogbri_led_control_req_message)(in, (size) - cut(), __VA_ARGS__)
+#define tlvmsg_decode_zel_led_control(in, size, ...) \\
+    (tlvmsg_decode_zel_led_control)(in, (size) - cut(), __VA_ARGS__)
 """
 FLAGS = ["-Wall", "-Werror", "-Wno-unused-variable", "-Wno-unused-but-set-variable", "-Wno-unused-function"]
 FLAGS += ["-I" + directory for directory in includes.split(";")]
@@ -116,12 +119,40 @@ class Example:
                     yield re.sub(r'^"(.*)"$', r"\1", comment[1])
 
 
-def examples_of_readme():
-    text = Path(readme).read_text()
+def examples_of_page(page):
+    name, text = str(page.relative_to(root)), page.read_text()
     command = r"    (?:cc|c\+\+) (.*?)\S+ \$\(pkg-config .* (\w+)\)$"
-    for block in re.finditer(r"^```(c|cpp)\n((?:.*\n)*?)```\n\n" + command, text, re.M):
-        yield Example("README.md", text.count("\n", 0, block.start()) + 2, block[2], block[1], block[3].split(),
+    blocks = list(re.finditer(r"^```(c|cpp)\n((?:.*\n)*?)```\n\n" + command, text, re.M))
+    if len(blocks) != len(re.findall(r"^```c(pp)?$", text, re.M)):
+        sys.exit(f"{name}: each block of C or C++ is followed by the command that compiles it")
+    for block in blocks:
+        yield Example(name, text.count("\n", 0, block.start()) + 2, block[2], block[1], block[3].split(),
                       [block[4], *REQUIRED.get(block[4], []), "osal_pelix"])
+
+
+def check_links(page):
+    for target in re.findall(r"\]\(([^)#]+)", page.read_text()):
+        if "://" not in target and not (page.parent / target).exists():
+            sys.exit(f"{page.relative_to(root)}: links to '{target}', which is not there")
+
+
+def check_console(page, work):
+    """The commands of a page run in turn in one directory; a block of schema before them is the file acme/fan.tlv."""
+    text = page.read_text()
+    directory = Path(work) / str(page.relative_to(root))
+    (directory / "acme").mkdir(parents=True)
+    for schema in re.findall(r"^```tlv\n(.*?)^```", text, re.M | re.S):
+        (directory / "acme/fan.tlv").write_text(schema)
+    environment = {**os.environ, "PATH": programs + ":" + os.environ["PATH"]}
+    for block in re.finditer(r"^```console\n(.*?)^```", text, re.M | re.S):
+        for command, stated in re.findall(r"^\$ (.*)\n((?:(?!\$ ).*\n)*)", block[1], re.M):
+            status = re.search(r"^\[(\d+)\]\n\Z", stated, re.M)
+            wanted = re.escape(stated[:status.start()] if status else stated)
+            wanted = wanted.replace(re.escape("...\n"), "(.*\\n)*").replace(re.escape("..."), ".*")
+            ended, printed = run(["bash", "-o", "pipefail", "-c", command], cwd=directory, env=environment)
+            if ended != int(status[1] if status else 0) or not re.fullmatch(wanted, printed):
+                sys.exit(f"{page.relative_to(root)}: '{command}' ends with {ended} and prints\n{printed}")
+            print(f"{page.relative_to(root)}: {command}")
 
 
 def examples_of_header(path):
@@ -150,7 +181,7 @@ def examples_of_header(path):
 
 def program(example):
     place = f'#line {example.line} "{example.name}"\n'
-    if example.name == "README.md":
+    if example.name.endswith(".md"):
         return place + example.text
     own_includes = "".join(re.findall(r"^#include.*\n", example.text, re.M))
     text = re.sub(r"^#include.*\n", "\n", example.text, flags=re.M)
@@ -188,7 +219,7 @@ def run_program(example, source, environment):
 
 
 def check(example, work):
-    whole = example.name == "README.md"
+    whole = example.name.endswith(".md")
     source, cut = os.path.join(work, "example." + example.language), os.path.join(work, "cut.h")
     Path(source).write_text(program(example))
     Path(cut).write_text(CUT_PROGRAM)
@@ -213,12 +244,15 @@ def check(example, work):
 
 
 def main():
-    examples = list(examples_of_readme())
-    if len(examples) != len(re.findall(r"^```c", Path(readme).read_text(), re.M)) or not examples:
-        sys.exit("README.md: each block of C or C++ is followed by the command that compiles it")
+    pages = [Path(root) / "README.md", *sorted((Path(root) / "docs").rglob("*.md"))]
+    for page in [*pages, *Path(root).glob("*.md")]:
+        check_links(page)
+    examples = [example for page in pages for example in examples_of_page(page)]
     for path in sorted(Path(headers).rglob("*.h*")):
         examples += examples_of_header(path)
     with tempfile.TemporaryDirectory() as work:
+        for page in pages if programs else []:
+            check_console(page, work)
         for example in examples:
             check(example, work)
 
