@@ -50,6 +50,8 @@ tlvmsg_generated(codec_headers ${PROJECT_BINARY_DIR} "${TLVMSG_FAMILIES}" CODEC_
 install(FILES ${codec_headers} DESTINATION ${header_directory}/codec COMPONENT development)
 
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development
+        PATTERN man EXCLUDE PATTERN describe.schema.json EXCLUDE)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development PATTERN CMakeLists.txt EXCLUDE)
 install(FILES examples/family/CMakeLists.txt DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples/family COMPONENT development)
 install(DIRECTORY editors DESTINATION ${CMAKE_INSTALL_DATADIR}/tlvmsg COMPONENT tools)
