@@ -47,6 +47,26 @@
  *
  * Such a program links however it is compiled, and goes on working when descriptors become longer. The object behind
  * the function is the library's: a program that names it links with some options only.
+ *
+ * Unions. For each alternative A of a union U, whose record is R (of a union "in" a structure, that structure):
+ *
+ *     TYPE *tlvmsg_choose_U_A(R *record)
+ *     TYPE *tlvmsg_choose_U_A(R *record, uint32_t value)        where several values of the selector choose A
+ *
+ * It makes A what the union holds, and gives it to be filled: the blocks of what was chosen so far are released, the
+ * selector is set, and A is all zero. When A itself was chosen, its content goes like any other; to keep it, and say
+ * another of its values, assign the selector. A value that does not choose A gives null and changes nothing. The record
+ * must not be null and is one that was zeroed, decoded or copied, and a selector that something else changes in the
+ * meantime takes along what is known of the blocks. Where record and library differ in size, no block is released.
+ *
+ *     ip_address address = {0};
+ *     *tlvmsg_choose_ip_address_type_union_ipv4(&address.address) = 0x0A000001;
+ *
+ * Enumerations. For each enumeration X, the name that its schema gives a value, and "" for a value without one:
+ *
+ *     const char *tlvmsg_name_X(uint32_t value)
+ *
+ *     puts(tlvmsg_name_svrm_ip_type(svrm_ip_type_dhcp)); // dhcp
  */
 #ifndef TLVMSG_TYPED_H
 #define TLVMSG_TYPED_H
@@ -144,6 +164,15 @@ TLVMSG_INLINE bool tlvmsg_sized_equal(const tlvmsg_type *type, size_t size, cons
     return type->size == size && tlvmsg_equal(type, a, b);
 }
 
+/* Releases what the union in the record holds, and then chooses an alternative, which it clears. */
+TLVMSG_INLINE void tlvmsg_sized_choose(const tlvmsg_type *union_type, size_t size, void *record,
+                                       uint32_t *selector, uint32_t value, void *alternative,
+                                       size_t alternative_size) {
+    tlvmsg_sized_release(union_type, size, record);
+    memset(alternative, 0, alternative_size);
+    *selector = value;
+}
+
 /* ---- For one type, by name ------------------------------------------------------------------------------- */
 
 /*
@@ -198,6 +227,32 @@ TLVMSG_INLINE bool tlvmsg_sized_equal(const tlvmsg_type *type, size_t size, cons
     TLVMSG_TYPED_AS(X, RECORD)                                                                               \
     TLVMSG_INLINE bool tlvmsg_resize_##X(struct RECORD *array, size_t count, tlvmsg_fault *fault) {          \
         return tlvmsg_sized_resize(tlvmsg_descriptor_##X(), sizeof *array, array, count, fault);             \
+    }
+
+#define TLVMSG_ENUMERATION(X)                                                                                \
+    TLVMSG_DESCRIPTOR(X)                                                                                     \
+    TLVMSG_INLINE const char *tlvmsg_name_##X(uint32_t value) {                                              \
+        const tlvmsg_enumerator *named = tlvmsg_enumerator_by_value(tlvmsg_descriptor_##X(), value);         \
+        return named != NULL ? named->name : "";                                                             \
+    }
+
+/* TYPE is that of the alternative A. */
+#define TLVMSG_CHOOSE(U, RECORD, SELECTOR, A, TYPE)                                                          \
+    TLVMSG_INLINE TYPE *tlvmsg_choose_##U##_##A(struct RECORD *record) {                                     \
+        tlvmsg_sized_choose(tlvmsg_descriptor_##U(), sizeof *record, record, &record->SELECTOR,              \
+                            TLVMSG_CHOICE_##U##_##A, &record->A, sizeof record->A);                          \
+        return &record->A;                                                                                   \
+    }
+
+/* Several values choose it; FITS says whether `value` does. */
+#define TLVMSG_CHOOSE_BY(U, RECORD, SELECTOR, A, TYPE, FITS)                                                 \
+    TLVMSG_INLINE TYPE *tlvmsg_choose_##U##_##A(struct RECORD *record, uint32_t value) {                     \
+        if (!(FITS)) {                                                                                       \
+            return NULL;                                                                                     \
+        }                                                                                                    \
+        tlvmsg_sized_choose(tlvmsg_descriptor_##U(), sizeof *record, record, &record->SELECTOR, value,       \
+                            &record->A, sizeof record->A);                                                   \
+        return &record->A;                                                                                   \
     }
 
 #define TLVMSG_TYPED(X) TLVMSG_TYPED_AS(X, X)

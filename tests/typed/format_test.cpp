@@ -1,13 +1,15 @@
 // Records and faults as text.
-#include <fmt/format.h>
-
 #include <tlvmsg/server.hpp>
 #include <tlvmsg/tlvmsg_format.hpp>
 #include <tlvmsg/voice.hpp>
 
+#include <fmt/format.h>
+
 #include <gtest/gtest.h>
 
 #include <sstream>
+
+using tlvmsg::operator<<;
 
 namespace tlvmsg_test {
 
@@ -23,7 +25,8 @@ std::string printed(const T &value) {
 
 TEST(Format, PrintsRecords) {
     const zel_led_control led = {2, 5, 3};
-    EXPECT_EQ(printed(tlvmsg::show(led)), "zel_led_control{slot: 2, port: 5, color: 3}");
+    EXPECT_EQ(printed(tlvmsg::show(led)), printed(led));
+    EXPECT_EQ(printed(led), "zel_led_control{slot: 2, port: 5, color: 3}");
 
     tlvmsg::owned<if_name> name;
     ASSERT_TRUE(tlvmsg::assign(name->name, "a\"b\n\xFF"));
