@@ -172,9 +172,8 @@ struct fault : tlvmsg_fault {
  * A value, or the fault because of which there is none: operator bool says whether there is a value. A temporary result
  * gives its value away, so that `for (auto byte : *encode(record))` has a vector that lasts as long as the loop.
  *
- * value_or gives the value, or another in its place. In C++23 a result becomes a std::expected, where <expected> is:
- *
- *     std::expected<tlvmsg::owned<ifid>, tlvmsg::fault> interface = tlvmsg::decode<ifid>(packet);
+ * value_or gives the value, or another in its place. Where the library has std::expected, a result becomes one:
+ * `std::expected<tlvmsg::owned<ifid>, tlvmsg::fault> interface = tlvmsg::decode<ifid>(packet);`.
  */
 template <class T, class Fault = fault>
 struct [[nodiscard]] result {
@@ -348,10 +347,8 @@ result<owned<T>> decode(byte_view in, const tlvmsg_limits &limits = {}, size_t *
  * result is the end of what was decoded. On failure the record is all zero.
  *
  *     tlvmsg::owned<analogbri_led_control_req_message> request;
- *     while (receive(packet)) {
- *         if (tlvmsg::decode(packet, request)) {
- *             set_led(request->led_control.slot, request->led_control.color);
- *         }
+ *     if (tlvmsg::decode(packet, request)) {
+ *         set_led(request->led_control.slot, request->led_control.color);
  *     }
  */
 template <class T>
@@ -407,10 +404,10 @@ result<std::span<std::byte>> encode(const R &record, std::span<std::byte> out) n
  * leaves `room` zero bytes, for the header of a frame. On failure `out` is as it was.
  *
  *     std::vector<uint8_t> out;
- *     if (auto body = tlvmsg::append(request, out, 2)) {
+ *     if (auto body = tlvmsg::append(message, out, 2)) {
  *         out[0] = uint8_t(body->size() >> 8);
  *         out[1] = uint8_t(body->size());
- *         send(out);
+ *         handle(out.data(), out.size());
  *     }
  */
 template <record_like R, class Bytes>
@@ -528,12 +525,8 @@ template <class A>
 void bytes(const A &&) = delete;
 
 /*
- * The same for loops over the array itself, and for what takes ranges. Arrays are global, so the program says once, outside
- * of any namespace:
- *
- *     using tlvmsg::begin, tlvmsg::end;
- *     ...
- *     for (const auto &vlan : received->vlan_stat_bundle.vlan_counters) {
+ * The same for loops over the array itself, and for algorithms on ranges. Arrays are global, so the program says outside
+ * of any namespace `using tlvmsg::begin, tlvmsg::end;`, and then `for (auto &vlan : bundle.vlan_counters)`.
  */
 template <array_type A>
 auto begin(A &array) noexcept {
@@ -609,7 +602,7 @@ noexcept {
 /* ---- Unions and enumerations ----------------------------------------------------------------------------- */
 
 /*
- * What is known about an alternative of a union, by the pointer to its member: alternative<&ip_address_type_union::ipv4>.
+ * What is known about an alternative of a union, by the pointer to its member, alternative<&ip_address_type_union::ipv4>.
  * FAMILY.hpp specializes it.
  *
  *     values         of the selector that choose it
@@ -653,13 +646,16 @@ constexpr bool has_one_value = std::size(alternative<Member>::values) == 1;
 } // namespace detail
 
 /*
- * Makes an alternative what the union holds, and gives it, all zero: the selector is set, and the blocks of what was chosen
- * so far are released, also where that is the same alternative. Where several values of the selector choose it, one of
- * them is named; another one does not compile. typed.h says what is expected of the record.
+ * Makes an alternative what the union holds, and gives it, all zero: the selector is set, and the blocks of what was
+ * chosen so far are released, also where that is the same alternative. Where several values of the selector choose it,
+ * one of them is named; another one does not compile. typed.h says what is expected of the record.
+ *
+ *     #include <tlvmsg/cellular.hpp>
  *
  *     ip_address address{};
  *     tlvmsg::choose<&ip_address_type_union::ipv4>(address.address) = 0x0A000001;
- *     auto &ping = tlvmsg::choose<&cwan_ipc_type_union::ping_msg, 23>(ipc.body);
+ *     tlvmsg::owned<cwan_ipc> ipc;
+ *     auto &ping = tlvmsg::choose<&cwan_ipc_type_union::ping_msg, 23>(ipc->body);
  */
 template <auto Member, uint32_t... Value>
 auto &choose(detail::holder<Member> record) noexcept {
@@ -675,7 +671,7 @@ auto &choose(detail::holder<Member> record) noexcept {
     }
 }
 
-/* The same by a value that only the running program knows. One that does not choose it gives null, and changes nothing. */
+/* The same by a value that only the running program knows. One that does not choose it gives null and changes nothing. */
 template <auto Member>
 [[nodiscard]] auto *choose(detail::holder<Member> record, uint32_t value) noexcept {
     if constexpr (detail::has_one_value<Member>) {

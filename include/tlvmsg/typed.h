@@ -54,19 +54,23 @@
  *     TYPE *tlvmsg_choose_U_A(R *record, uint32_t value)        where several values of the selector choose A
  *
  * It makes A what the union holds, and gives it to be filled: the blocks of what was chosen so far are released, the
- * selector is set, and A is all zero. When A itself was chosen, its content goes like any other; to keep it, and say
- * another of its values, assign the selector. A value that does not choose A gives null and changes nothing. The record
- * must not be null and is one that was zeroed, decoded or copied, and a selector that something else changes in the
- * meantime takes along what is known of the blocks. Where record and library differ in size, no block is released.
+ * selector is set, and A is all zero. When A itself was chosen, its content goes like any other; to keep it beside
+ * another of its values, assign the selector. A value that does not choose A gives null and changes nothing. The record is not
+ * null, and its selector says what it holds, as in records that are all zero, decoded, copied or chosen in: whoever
+ * assigns the selector of an alternative with blocks loses these. Where record and library differ in size, no block is
+ * released.
  *
- *     ip_address address = {0};
- *     *tlvmsg_choose_ip_address_type_union_ipv4(&address.address) = 0x0A000001;
- *
- * Enumerations. For each enumeration X, the name that its schema gives a value, and "" for a value without one:
+ * Enumerations. For each enumeration X, the name of a value in the schema, and "" for a value that has none:
  *
  *     const char *tlvmsg_name_X(uint32_t value)
  *
- *     puts(tlvmsg_name_svrm_ip_type(svrm_ip_type_dhcp)); // dhcp
+ * Example:
+ *
+ *     #include <tlvmsg/bounded/server.h>
+ *
+ *     svrm_ipaddr address = {0};
+ *     tlvmsg_choose_svrm_ipaddr_type_union_dhcp_info(&address)->dhcp = 1;
+ *     puts(tlvmsg_name_svrm_ip_type(address.ip_type)); // dhcp
  */
 #ifndef TLVMSG_TYPED_H
 #define TLVMSG_TYPED_H

@@ -127,7 +127,6 @@ TEST_F(Tlvmsg, ReusesWhatIsThere) {
     EXPECT_EQ(osal_double_blocks_out(), 1U);
     EXPECT_EQ(tlvmsg::decode(bytes->first(9), record).fault.code, TLVMSG_TRUNCATED);
     EXPECT_TRUE(record->name.bytes == nullptr && record->name.count == 0);
-
     zel_mac_addr address{};
     std::array<uint8_t, tlvmsg::traits<zel_mac_addr>::max_encoded> all{};
     address.mac.count = 6;
