@@ -81,11 +81,18 @@ const Code codes[] = {
     {"not-sorted", "they stand in this order and belong in the other",
      "A family's types are found by halving: they stand in the order of their names, as strcmp has it, and "
      "those that have tags once more in the order of these. tlvc sorts them; a family made by hand has to "
-     "be sorted, too."},
+     "be sorted, too. So are routes, in the order of their keys."},
     {"reserved-word", "reserved words are not zero: #",
      "A structure that a function was handed has a reserved word that is not zero. Either the program does "
      "not zero the structure, as `= {0}` does, or it was compiled for a later version of the library and "
      "asks for what this one does not have."},
+    {"key-taken", "both have key #",
+     "Of two routes with one key only one can be found. Let one function take the messages of a key."},
+    {"room-too-small", "# bytes hold no record of $",
+     "tlvmsg_dispatch was given too little room for the record of a message, or none. tlvmsg_check_routes "
+     "and "
+     "the union that TLVMSG_ROUTES defines tell how much the largest needs; what is not aligned loses some "
+     "of it."},
 };
 
 static_assert(sizeof codes / sizeof codes[0] == TLVMSG_CODE_COUNT, "a row for each code");

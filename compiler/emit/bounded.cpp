@@ -1,5 +1,6 @@
 // bounded/FAMILY.h: descriptors and typed operations, one line a type.
 #include "compiler/emit/emit.h"
+#include "compiler/emit/lists.h"
 #include "compiler/model/names.h"
 
 #include <fmt/format.h>
@@ -27,7 +28,7 @@ std::string family_header(const Family &family, Product product) {
         text += (has_own_record(*type) ? names::typed_operations(*type) : names::declared_descriptor(*type));
         text += "\n";
     }
-    return text + "\n#ifdef __cplusplus\n}\n#endif\n\n#endif\n";
+    return text + "\n#ifdef __cplusplus\n}\n#endif\n\n" + list_macros(family) + "\n#endif\n";
 }
 
 } // namespace

@@ -52,10 +52,16 @@ namespace tlvmsg {
  *     kind           its tlvmsg_kind
  *     holds_blocks   whether there is a dynamic array in it
  *     type()         its descriptor
+ *     key            its key; only of messages that have one
  *     visit()        see tlvmsg::visit; not for arrays
  */
 template <class T>
 struct traits;
+
+/* Records: FAMILY.hpp has those of all messages of a family as messages_of_FAMILY, and all of its own as types_of_FAMILY.
+ * tlvmsg_dispatch.hpp says what such lists are for. */
+template <class... T>
+struct type_list {};
 
 /* A type with a record of its own, and those that are arrays. Enumerations are all uint32_t in C. */
 template <class T>

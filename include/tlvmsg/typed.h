@@ -47,6 +47,17 @@
  *
  * Such a program links however it is compiled, and goes on working when descriptors become longer. The object behind
  * the function is the library's: a program that names it links with some options only.
+ *
+ * Lists. TLVMSG_MESSAGES_OF_FAMILY(X) is X(NAME) for each message of the family, TLVMSG_TYPES_OF_FAMILY(X) for each type
+ * with a record of its own, in the order of the header:
+ *
+ *     #define NAMED(X) {#X, tlvmsg_descriptor_##X},
+ *     static const struct {
+ *         const char *name;
+ *         const tlvmsg_type *(*type)(void);
+ *     } messages[] = {TLVMSG_MESSAGES_OF_voice(NAMED)};
+ *
+ *     puts(messages[0].name); // analogbri_led_control_req_message
  */
 #ifndef TLVMSG_TYPED_H
 #define TLVMSG_TYPED_H

@@ -50,6 +50,7 @@ LED = """
     packet_len -= cut();
 """
 MESSAGE = LED % ("analogbri_led_control_req_message", "message")
+KEYED = MESSAGE.replace("led;\n    size_t", "led;\n    message.session.msg_type = 17;\n    size_t")
 BARE_LED = LED % ("zel_led_control", "led")
 TYPE = '    const tlvmsg_type *type = tlvmsg_type_find("%s");\n'
 SPAN = "    const uint8_t *first = packet;\n    {\n    std::span<const uint8_t> packet(first, packet_len);\n"
@@ -62,6 +63,7 @@ OTHER_FAMILY = """
     if (cut() && !tlvmsg_register(&others, NULL)) abort();
 """
 SETUP = {
+    "dispatch.h": KEYED,
     "inspect.h": MESSAGE,
     "typed.h": MESSAGE + "    size_t size = packet_len;\n",
     "types.h": MESSAGE,
@@ -79,11 +81,12 @@ SETUP = {
     "forms/sample.h": TYPE % "zel_tib_vlan_stats_message" + "    tlvmsg_text_fault fault;\n",
     "forms/verdict.h": TYPE % "analogbri_led_control_req_message" + MESSAGE,
     "tlvmsg.hpp": MESSAGE + SPAN,
+    "tlvmsg_dispatch.hpp": KEYED + SPAN,
     "tlvmsg_format.hpp": BARE_LED + SPAN,
     "tlvmsg_forms.hpp": MESSAGE + SPAN,
 }
 # What calls an example that is a function, or stands outside of one.
-CALL = {"tlvmsg.hpp": "if (sum_of(message) != 10) abort();"}
+CALL = {"dispatch.h": "receive(packet, packet_len);", "tlvmsg.hpp": "if (sum_of(message) != 10) abort();"}
 # An old version is refused as its example says.
 BEFORE = {"version.h": "#undef TLVMSG_VERSION\n#ifdef CUT\n#define TLVMSG_VERSION 1001999\n#else\n"
                        "#define TLVMSG_VERSION 1002000\n#endif\n"}
@@ -160,7 +163,7 @@ def program(example):
     setup = SETUP.get(example.name, "")
     end = "}" * (1 + setup.count("    {\n"))
     inside, outside = place + text, ""
-    if re.match(r"(//.*\n)*template\b", text):
+    if re.match(r"(//.*\n)*(template|static bool)\b", text):
         inside, outside = CALL.get(example.name, ""), place + text
     return (f"{before}{outside}\nstatic void example(void) {{\n{setup}{inside}\n{end}\n"
             "int main(void) { example(); return 0; }\n")

@@ -4,6 +4,7 @@
  * has zeros.
  */
 #include <tlvmsg/bounded/all.h>
+#include <tlvmsg/dispatch.h>
 #include <tlvmsg/forms.h>
 #include <tlvmsg/schema.h>
 
@@ -65,6 +66,30 @@ static bool walk(uintptr_t word) {
     return visited > 0;
 }
 
+static bool take(void *context, void *record, const tlvmsg_arrival *arrival) {
+    (void)context, (void)record, (void)arrival;
+    return true;
+}
+
+static bool refuse(void *context, const tlvmsg_arrival *arrival, const tlvmsg_fault *why) {
+    (void)context, (void)arrival;
+    fault = *why;
+    return false;
+}
+
+static bool dispatch(uintptr_t word) {
+    const tlvmsg_route route = {.key = 1, .type = tlvmsg_descriptor_zel_led_control, .handle = take};
+    const tlvmsg_dispatch_options options = {
+        .room = &back, .room_size = sizeof back, .refused = refuse, .WORD = word};
+    return tlvmsg_dispatch(&route, 1, 1, wire, size, &options, NULL);
+}
+
+static bool check_route(uintptr_t word) {
+    const tlvmsg_route route = {
+        .key = 1, .type = tlvmsg_descriptor_zel_led_control, .handle = take, .WORD = word};
+    return tlvmsg_check_routes(&route, 1, NULL, &fault);
+}
+
 static bool fits(const tlvmsg_limits *limits) {
     const tlvmsg_fit fit = tlvmsg_judge(LED, wire, size, limits, &verdict);
     fault = verdict.fault;
@@ -119,6 +144,8 @@ static const struct {
              {"verify", verify, false},
              {"trace", trace, false},
              {"decode", decode, false},
+             {"dispatch", dispatch, false},
+             {"check_route", check_route, false},
              {"judge", judge, false},
              {"from_json", from_json, true},
              {"to_json", to_json, true},
