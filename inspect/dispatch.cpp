@@ -22,6 +22,16 @@ const tlvmsg_route *bisect(const tlvmsg_route *routes, size_t count, uint64_t ke
     return routes;
 }
 
+// Whether there is such a route where routes that are not sorted may have it.
+bool has_key(const tlvmsg_route *routes, size_t count, uint64_t key) {
+    for (size_t i = 0; i < count; ++i) {
+        if (routes[i].key == key) {
+            return true;
+        }
+    }
+    return false;
+}
+
 tlvmsg_fault fault_of(const char *path, tlvmsg_code code, uint64_t found, uint64_t allowed) {
     tlvmsg_fault fault{code, 0, found, allowed, {}, {}};
     Text(fault.path, sizeof fault.path).add(path);
@@ -116,7 +126,9 @@ bool tlvmsg_dispatch(const tlvmsg_route *routes, size_t count, uint64_t key, con
     }
     const tlvmsg_route *const route = bisect(routes, count, key);
     if (route == routes + count || route->key != key) {
-        return dispatch.unknown();
+        tlvmsg_fault fault;
+        const bool lost = has_key(routes, count, key) && !tlvmsg_check_routes(routes, count, nullptr, &fault);
+        return lost ? dispatch.refuse(fault) : dispatch.unknown();
     }
     dispatch.arrival.type = type_of(*route);
     tlvmsg_fault fault;

@@ -4,12 +4,11 @@
  * A message does not say which it is. Programs know it by a number, the key, from what surrounds the message or from
  * its session header, and state once which type and function belong to which key:
  *
- *     static bool take_led(void *context, const analogbri_led_control_req_message *request,
- *                          const tlvmsg_arrival *arrival) {
- *         printf("colour %u of %s\n", request->led_control.color, (const char *)context); // colour 3 of module 2
+ *     static bool take_led(void *peer, const analogbri_led_control_req_message *request) {
+ *         printf("colour %u of module %s\n", request->led_control.color, (const char *)peer); // colour 3 of module 2
  *         return true;
  *     }
- *     static bool refuse(void *context, const tlvmsg_arrival *arrival, const tlvmsg_fault *fault) {
+ *     static bool refuse(void *peer, const tlvmsg_arrival *arrival, const tlvmsg_fault *fault) {
  *         char line[TLVMSG_FAULT_TEXT];
  *         tlvmsg_fault_text(fault, line, sizeof line);
  *         puts(line); // error[truncated]: ...led_control: needs 28 bytes, 27 are left at byte 92
@@ -21,12 +20,12 @@
  *     TLVMSG_ROUTES(routes, ROUTES)
  *
  *     static bool receive(const uint8_t *packet, size_t size) {
- *         char context[] = "module 2";
+ *         char peer[] = "2";
  *         union routes_room room;
  *         const tlvmsg_dispatch_options options = {.room = &room, .room_size = sizeof room, .refused = refuse};
  *         uint32_t key;
  *         return tlvmsg_session_key(packet, size, &key) &&
- *                tlvmsg_dispatch(routes, sizeof routes / sizeof *routes, key, packet, size, &options, context);
+ *                tlvmsg_dispatch(routes, routes_count, key, packet, size, &options, peer);
  *     }
  *
  * In C++ there is tlvmsg::dispatcher, in <tlvmsg/tlvmsg_dispatch.hpp>.
@@ -113,8 +112,8 @@ typedef struct tlvmsg_dispatch_options {
  * the library; TLVMSG_NULL_ARGUMENT for a route without a type or a handler; TLVMSG_RESERVED_WORD for a route or the
  * options. Paths are "room", "route" or "options" then. Null options, and null routes unless there are 0, give false.
  *
- * In routes that are not sorted, or have a key twice, one of that key is found, or none: tlvmsg_check_routes tells. Any
- * thread may dispatch with the same routes, into its own room.
+ * Where routes are not sorted, one that is not found by halving is refused with the fault of tlvmsg_check_routes, rather
+ * than unknown; of several with the key one is taken. Any thread may dispatch with the same routes, into its own room.
  */
 bool tlvmsg_dispatch(const tlvmsg_route *routes, size_t count, uint64_t key, const uint8_t *bytes,
                      size_t size, const tlvmsg_dispatch_options *options, void *context);
@@ -128,21 +127,22 @@ bool tlvmsg_dispatch(const tlvmsg_route *routes, size_t count, uint64_t key, con
 bool tlvmsg_check_routes(const tlvmsg_route *routes, size_t count, size_t *room, tlvmsg_fault *fault);
 
 /*
- * Defines NAME, an array of routes, and `union NAME_room`, which is large and aligned enough for each of their records.
- * LIST is a macro that calls its argument with each key, type and function, by ascending keys, none twice; the function
- * takes a pointer to the type's record, which the compiler checks, and no two routes of a list have the same one. A
- * list of all messages of a family is TLVMSG_MESSAGES_OF_FAMILY in <tlvmsg/bounded/FAMILY.h>.
+ * Defines NAME, an array of NAME_count routes, and `union NAME_room`, large and aligned enough for each of their records.
+ * LIST is a macro that calls its argument with each key, message and function, by ascending keys, none twice. Functions
+ * take the context and a pointer to the message's record, which the compiler checks, and no two are the same one.
  */
 #define TLVMSG_ROUTES(NAME, LIST)                                                                            \
     LIST(TLVMSG_ROUTE_CALL)                                                                                  \
     static const tlvmsg_route NAME[] = {LIST(TLVMSG_ROUTE)};                                                 \
+    enum { NAME##_count = sizeof NAME / sizeof *NAME };                                                      \
     union NAME##_room {                                                                                      \
         LIST(TLVMSG_ROUTE_ROOM)                                                                              \
     };
 
 #define TLVMSG_ROUTE_CALL(KEY, X, FUNCTION)                                                                  \
     static bool FUNCTION##_of_route(void *context, void *record, const tlvmsg_arrival *arrival) {            \
-        return FUNCTION(context, (struct X *)record, arrival);                                               \
+        (void)arrival;                                                                                       \
+        return FUNCTION(context, (struct X *)record);                                                        \
     }
 #define TLVMSG_ROUTE(KEY, X, FUNCTION)                                                                       \
     {KEY, tlvmsg_descriptor_##X, sizeof(struct X), FUNCTION##_of_route, {0, 0}},

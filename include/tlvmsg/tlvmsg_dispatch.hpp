@@ -25,7 +25,6 @@
 #include <tlvmsg/dispatch.h>
 #include <tlvmsg/tlvmsg.hpp>
 
-#include <memory>
 #include <optional>
 #include <utility>
 
@@ -58,20 +57,41 @@ bool succeeds(F &f, Arguments &&...arguments) {
     }
 }
 
-/* A function object of any type. */
+/* A function object of any type, or none. <memory> and <functional> take a compiler longer than the rest of this. */
 template <class... Arguments>
-struct function {
-    virtual ~function() = default;
-    virtual bool call(Arguments... arguments) = 0;
-};
+class function {
+public:
+    function() = default;
+    template <class F>
+    explicit function(F f) : body_(new body_of<F>(std::move(f))) {}
+    function(function &&other) noexcept : body_(std::exchange(other.body_, nullptr)) {}
+    function &operator=(function &&other) noexcept {
+        std::swap(body_, other.body_);
+        return *this;
+    }
+    ~function() { delete body_; }
 
-template <class F, class... Arguments>
-struct function_of final : function<Arguments...> {
-    explicit function_of(F &&f) : f_(std::move(f)) {}
-    bool call(Arguments... arguments) override { return succeeds(f_, std::forward<Arguments>(arguments)...); }
+    explicit operator bool() const { return body_ != nullptr; }
+    bool operator()(Arguments... arguments) const {
+        return body_->call(std::forward<Arguments>(arguments)...);
+    }
 
 private:
-    F f_;
+    struct body {
+        virtual ~body() = default;
+        virtual bool call(Arguments... arguments) = 0;
+    };
+
+    template <class F>
+    struct body_of final : body {
+        explicit body_of(F &&f) : f_(std::move(f)) {}
+        bool call(Arguments... arguments) override {
+            return succeeds(f_, std::forward<Arguments>(arguments)...);
+        }
+        F f_;
+    };
+
+    body *body_ = nullptr;
 };
 
 } // namespace detail
@@ -96,11 +116,11 @@ public:
     dispatcher &on(uint64_t key, F f) {
         const size_t place = place_of(key);
         if (place == routes_.size() || routes_[place].key != key) {
-            routes_.insert(routes_.begin() + static_cast<std::ptrdiff_t>(place), route{key, nullptr});
+            routes_.insert(routes_.begin() + static_cast<std::ptrdiff_t>(place), route{key, receiver()});
         }
-        routes_[place].receive = make<const dispatcher &, const tlvmsg_arrival &, Context...>(
-            [f = std::move(f)](const dispatcher &self, const tlvmsg_arrival &arrival,
-                               Context... context) mutable {
+        routes_[place].receive =
+            receiver([f = std::move(f)](const dispatcher &self, const tlvmsg_arrival &arrival,
+                                        Context... context) mutable {
                 return self.template receive<T>(f, arrival, std::forward<Context>(context)...);
             });
         return *this;
@@ -115,14 +135,14 @@ public:
     /* `f`, of a `const tlvmsg_arrival &` and the context, takes what has a key of no function. */
     template <class F>
     dispatcher &unknown(F f) {
-        unknown_ = make<const tlvmsg_arrival &, Context...>(std::move(f));
+        unknown_ = decltype(unknown_)(std::move(f));
         return *this;
     }
 
     /* `f`, of a `const fault &`, a `const tlvmsg_arrival &` and the context, takes what cannot be decoded. */
     template <class F>
     dispatcher &refused(F f) {
-        refused_ = make<const fault &, const tlvmsg_arrival &, Context...>(std::move(f));
+        refused_ = decltype(refused_)(std::move(f));
         return *this;
     }
 
@@ -131,28 +151,25 @@ public:
         const tlvmsg_arrival arrival{key, bytes.data(), bytes.size(), nullptr};
         const size_t place = place_of(key);
         if (place < routes_.size() && routes_[place].key == key) {
-            return routes_[place].receive->call(*this, arrival, std::forward<Context>(context)...);
+            return routes_[place].receive(*this, arrival, std::forward<Context>(context)...);
         }
-        return unknown_ && unknown_->call(arrival, std::forward<Context>(context)...);
+        return unknown_ && unknown_(arrival, std::forward<Context>(context)...);
     }
 
 private:
+    using receiver = detail::function<const dispatcher &, const tlvmsg_arrival &, Context...>;
+
     struct route {
         uint64_t key;
-        std::unique_ptr<detail::function<const dispatcher &, const tlvmsg_arrival &, Context...>> receive;
+        receiver receive;
     };
-
-    template <class... Arguments, class F>
-    static std::unique_ptr<detail::function<Arguments...>> make(F f) {
-        return std::make_unique<detail::function_of<F, Arguments...>>(std::move(f));
-    }
 
     template <class T, class F>
     bool receive(F &f, tlvmsg_arrival arrival, Context... context) const {
         arrival.type = &traits<T>::type();
         auto record = decode<T>(std::span(arrival.bytes, arrival.size), limits_);
         if (!record) {
-            return refused_ && refused_->call(record.fault, arrival, std::forward<Context>(context)...);
+            return refused_ && refused_(record.fault, arrival, std::forward<Context>(context)...);
         }
         if constexpr (std::is_invocable_v<F &, const T &, Context...>) {
             return detail::succeeds(f, *std::as_const(record.value), std::forward<Context>(context)...);
@@ -176,8 +193,8 @@ private:
 
     tlvmsg_limits limits_{};
     std::vector<route> routes_; // by key
-    std::unique_ptr<detail::function<const tlvmsg_arrival &, Context...>> unknown_;
-    std::unique_ptr<detail::function<const fault &, const tlvmsg_arrival &, Context...>> refused_;
+    detail::function<const tlvmsg_arrival &, Context...> unknown_;
+    detail::function<const fault &, const tlvmsg_arrival &, Context...> refused_;
 };
 
 /* ---- Descriptors to types -------------------------------------------------------------------------------- */

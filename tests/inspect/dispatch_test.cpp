@@ -215,7 +215,7 @@ TEST_F(Dispatch, KeepsToTheKeyAndToWhatDecodingSays) {
         const bool good =
             tlvmsg_verify_zel_tib_vlan_stats_message(bytes.data(), bytes.size(), nullptr, nullptr, nullptr);
         const std::string result = said(key, bytes);
-        if (result != "unknown " + std::to_string(key)) {
+        if (result.find("they stand in this order") == std::string::npos) {
             EXPECT_EQ(result == "zel_tib_vlan_stats_message of " + std::to_string(key), good) << result;
             ++called_or_refused[good ? 0 : 1];
         }
