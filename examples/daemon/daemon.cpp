@@ -1,7 +1,7 @@
 // daemon.c in C++: a daemon that watches modules. Nothing that one of them sends, or leaves unread, keeps it from serving
-// the others. Its standard input is the socket where it listens, as inetd hands it over; it ends when nobody can be
-// accepted there. Each message has its length before it, in 4 bytes. Both sides first tell the fingerprints of the messages
-// that they mean: two of the library's families, and one of a family of our own, watch/watch.tlv. An alarm lights an LED.
+// the others. Standard input is the socket where it listens, as inetd hands it over; it ends when nobody can be accepted
+// there. Each message has its length before it, in 4 bytes. Both sides first tell the fingerprints of what they mean: two
+// messages of the library's families, and one of a family of our own, watch/watch.tlv. An alarm lights an LED.
 #include <tlvmsg/ethernet.hpp>
 #include <tlvmsg/frames.h>
 #include <tlvmsg/tlvmsg_dispatch.hpp>
@@ -26,17 +26,14 @@ constexpr watch_fingerprints own{.alarm = TLVMSG_FINGERPRINT_watch_alarm_message
                                  .vlans = TLVMSG_FINGERPRINT_zel_tib_vlan_stats_message,
                                  .led = TLVMSG_FINGERPRINT_analogbri_led_control_req_message};
 
-template <auto release>
-struct releasing {
-    void operator()(auto *handle) const { release(handle); }
-};
+template <class T, auto release>
+using handle = std::unique_ptr<T, decltype([](T *each) { release(each); })>;
 
 struct peer {
     int socket;
     bool greeted = false;
-    std::unique_ptr<tlvmsg_frames, releasing<tlvmsg_frames_free>> in{
-        tlvmsg_frames_new(&framing, nullptr, 0, nullptr)};
-    std::unique_ptr<tlvmsg_frame_queue, releasing<tlvmsg_frame_queue_free>> out{
+    handle<tlvmsg_frames, tlvmsg_frames_free> in{tlvmsg_frames_new(&framing, nullptr, 0, nullptr)};
+    handle<tlvmsg_frame_queue, tlvmsg_frame_queue_free> out{
         tlvmsg_frame_queue_new(&framing, framing.most, nullptr)};
     static constexpr uint32_t hello = tlvmsg::traits<watch_hello_message>::key;
 
