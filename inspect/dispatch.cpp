@@ -69,7 +69,7 @@ struct Dispatch {
 
     bool hand_to(const tlvmsg_route &route) const {
         const tlvmsg_type &type = *arrival.type;
-        const size_t lost = (0 - reinterpret_cast<uintptr_t>(options.room)) % type.alignment;
+        const size_t lost = (0 - reinterpret_cast<uintptr_t>(options.room)) & (size_t{type.alignment} - 1);
         const size_t room =
             options.room != nullptr && options.room_size > lost ? options.room_size - lost : 0;
         if (room < type.size) {
