@@ -102,8 +102,9 @@ private:
  * return bool, which becomes the result of `dispatch`, or nothing, which is true.
  *
  * Functions are kept, and memory for them is taken from where that of vectors comes, in `on`, `unknown` and `refused`;
- * `dispatch` allocates the message's blocks and nothing else. It may be called by several threads and by functions
- * that it calls, if the functions allow that, but not while another function is put in. One that throws ends the program.
+ * `dispatch` allocates the message's blocks and nothing else: its record lies on the stack. It may be called by several
+ * threads and by functions that it calls, if the functions allow that, but not while another function is put in. One
+ * that throws ends the program.
  */
 template <class... Context>
 class dispatcher {
@@ -114,15 +115,17 @@ public:
     /* `f` takes messages T of this key, in place of what took them before. */
     template <record_type T, class F>
     dispatcher &on(uint64_t key, F f) {
+        receiver receive([f = std::move(f)](const dispatcher &self, const tlvmsg_arrival &arrival,
+                                            Context... context) mutable {
+            return self.template decode_for<T>(f, arrival, std::forward<Context>(context)...);
+        });
         const size_t place = place_of(key);
-        if (place == routes_.size() || routes_[place].key != key) {
-            routes_.insert(routes_.begin() + static_cast<std::ptrdiff_t>(place), route{key, receiver()});
+        if (place < routes_.size() && routes_[place].key == key) {
+            routes_[place].receive = std::move(receive);
+        } else {
+            routes_.insert(routes_.begin() + static_cast<std::ptrdiff_t>(place),
+                           route{key, std::move(receive)});
         }
-        routes_[place].receive =
-            receiver([f = std::move(f)](const dispatcher &self, const tlvmsg_arrival &arrival,
-                                        Context... context) mutable {
-                return self.template receive<T>(f, arrival, std::forward<Context>(context)...);
-            });
         return *this;
     }
 
@@ -165,7 +168,7 @@ private:
     };
 
     template <class T, class F>
-    bool receive(F &f, tlvmsg_arrival arrival, Context... context) const {
+    bool decode_for(F &f, tlvmsg_arrival arrival, Context... context) const {
         arrival.type = &traits<T>::type();
         auto record = decode<T>(std::span(arrival.bytes, arrival.size), limits_);
         if (!record) {
