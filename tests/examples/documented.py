@@ -27,6 +27,7 @@ PRELUDE = """
 #include <tlvmsg/bounded/ethernet.h>
 #include <tlvmsg/bounded/voice.h>
 #include <tlvmsg/forms.h>
+#include <unistd.h>
 static size_t cut(void) { return getenv("CUT") != NULL; }
 static void set_led(unsigned slot, unsigned color) { printf("slot %u, color %u\\n", slot, color); }
 static void handle(const uint8_t *bytes, size_t size) { printf("%zu bytes, the first %u\\n", size, bytes[0]); }
@@ -68,6 +69,14 @@ SETUP = {
     "typed.h": MESSAGE + "    size_t size = packet_len;\n",
     "types.h": MESSAGE,
     "record.h": TYPE % "if_name" + "    static if_name name_record, *record = &name_record;\n    tlvmsg_fault fault;\n",
+    "frames.h": MESSAGE + """
+    tlvmsg_fault fault;
+    size_t size;
+    int ends[2];
+    const uint8_t head[4] = {0, (uint8_t)(packet_len + cut())};
+    if (pipe(ends) || write(ends[1], head, 4) != 4 || write(ends[1], packet, packet_len) < 0 || close(ends[1])) abort();
+    const int fd = ends[0];
+""",
     "register.h": OTHER_FAMILY,
     "forms/bytes.h": BARE_LED,
     "forms/diff.h": TYPE % "analogbri_led_control_req_message" + MESSAGE

@@ -6,6 +6,7 @@
 #include <tlvmsg/bounded/all.h>
 #include <tlvmsg/dispatch.h>
 #include <tlvmsg/forms.h>
+#include <tlvmsg/frames.h>
 #include <tlvmsg/schema.h>
 
 #include <stdio.h>
@@ -53,6 +54,7 @@ static zel_led_control led;
     }
 
 static zel_led_control back;
+static uint8_t frame[64];
 static char *text;
 static tlvmsg_guess *guesses;
 static tlvmsg_verdict verdict;
@@ -133,6 +135,8 @@ TAKES(sample, tlvmsg_sample_options, tlvmsg_sample(LED, &options, &back, &text_f
 TAKES(guess, tlvmsg_guess_options,
       freed(tlvmsg_guess_types(NULL, wire, size, &options, &guesses, &found, &text_fault)))
 
+TAKES(encode_frame, tlvmsg_framing, tlvmsg_frame_encode(&options, LED, &led, frame, sizeof frame, NULL, &fault))
+
 TAKES(load_source, tlvmsg_schema_source, loads(options, NULL))
 TAKES(load_options, tlvmsg_schema_options, loads((tlvmsg_schema_source){0}, &options))
 
@@ -147,6 +151,7 @@ static const struct {
              {"dispatch", dispatch, false},
              {"check_route", check_route, false},
              {"judge", judge, false},
+             {"encode_frame", encode_frame, false},
              {"from_json", from_json, true},
              {"to_json", to_json, true},
              {"untyped_to_json", untyped_to_json, true},
