@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """daemon.py TLV SCHEMA DAEMON..., or what runs the daemon: valgrind DAEMON
 
-The daemon serves a peer that keeps to the rules, beside one that sends a byte at a time and reads nothing, others that
-send rubbish or messages before they have told their fingerprints, and one that leaves too much unread; and ends with
-nothing left when nobody can connect any more."""
+The daemon serves a peer that keeps to the rules beside a slow one that reads nothing, others that send rubbish, or messages
+before their fingerprints, and one that leaves too much unread; and leaves nothing when nobody can connect any more."""
+import contextlib
 import random
 import shutil
 import socket
@@ -42,16 +42,13 @@ def receive(peer):
     return size + peer.recv(int.from_bytes(size, "big"), socket.MSG_WAITALL)
 
 
-def is_left_alone(peer, sent):
-    """Sends and reads until the daemon has nothing more to say to the peer."""
-    try:
+def see_off(peer, sent):
+    """Sends, and reads until the daemon has closed the connection."""
+    with peer, contextlib.suppress(ConnectionError):
         peer.sendall(sent)
         peer.shutdown(socket.SHUT_WR)
         while peer.recv(65536):
             pass
-    except (ConnectionResetError, BrokenPipeError):
-        pass
-    peer.close()
 
 
 good = connect()
@@ -77,20 +74,19 @@ damaged[len(hello) - 20] ^= 1
 for rubbish in (alarm, hello + alarm[:-1], damaged, b"\xff" * 100, hello + b"\0\0\0\0", hello + b"\0\0\0\x05hello",
                 hello + alarm[:4] + source.randbytes(len(alarm) - 4), hello + alarm[:60] + b"\xff" + alarm[61:],
                 *(source.randbytes(source.randrange(300)) for _ in range(20))):
-    is_left_alone(connect(), rubbish)
+    see_off(connect(), rubbish)
     is_served()
 
 unread = connect()
-try:
+with contextlib.suppress(ConnectionError):
     unread.sendall(hello)
     for _ in range(10000):
         unread.sendall(alarm * 100)
     sys.exit("a peer may leave 120 MB unread")
-except (ConnectionResetError, BrokenPipeError):
-    is_served()
+is_served()
 
-is_left_alone(slow, b"")
-is_left_alone(good, b"")
+see_off(slow, b"")
+see_off(good, b"")
 listener.shutdown(socket.SHUT_RDWR)
 assert process.wait(60) == 0, process.returncode
 printed.seek(0)
