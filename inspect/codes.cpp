@@ -89,8 +89,9 @@ const Code codes[] = {
     {"key-taken", "both have key #",
      "Of two routes with one key only one can be found. Let one function take the messages of a key."},
     {"room-too-small", "# bytes hold no record of $",
-     "tlvmsg_dispatch was given too little room for the record of a message, or none. What tlvmsg_check_routes "
-     "tells, or the union that TLVMSG_ROUTES defines, is enough; room that is not aligned needs up to 7 more."},
+     "tlvmsg_dispatch was given too little room for the record of a message, or none. What "
+     "tlvmsg_check_routes tells, or the union that TLVMSG_ROUTES defines, is enough; room that is not "
+     "aligned needs up to 7 bytes more."},
     {"framing-syntax", "may stand here, at byte @",
      "The text of a framing has something else than it may have there, which is named. A framing is segment, "
      "skip:N "

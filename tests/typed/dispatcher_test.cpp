@@ -81,8 +81,8 @@ TEST(Dispatcher, HandsEachMessageToTheFunctionOfItsKey) {
 
 #define LIST(DO)                                                                                             \
     DO(cellular)                                                                                             \
-    DO(common) DO(ethernet) DO(macsec) DO(module) DO(netsync) DO(qos) DO(server) DO(switch) DO(tdm)          \
-        DO(voice) DO(xdsl)
+    DO(common)                                                                                               \
+    DO(ethernet) DO(macsec) DO(module) DO(netsync) DO(qos) DO(server) DO(switch) DO(tdm) DO(voice) DO(xdsl)
 #define VISIT(FAMILY)                                                                                        \
     in_messages = in_messages || tlvmsg::visit_type<tlvmsg::messages_of_##FAMILY>(type, [](auto) {});        \
     in_types = in_types || tlvmsg::visit_type<tlvmsg::types_of_##FAMILY>(type, compare);
