@@ -256,6 +256,17 @@ class Dissector(unittest.TestCase):
         self.assertEqual(messages([(TCP, 9000, stream, 0)], **prefs), [[LED] * 7])
         damaged_length = [(TCP, 9000, b"\x7f" * 100, 0), (TCP, 9000, b"\0\0\0\x78" + led, 100)]
         self.assertEqual(messages(damaged_length, **dict(prefs, framing="length:4@0"))[1], [LED])
+        framing = "length:3@1+5,little,inclusive,most=4000"
+        stream = b"".join(b"\xca" + struct.pack("<I", 5 + len(led)) + led for _ in range(40))[70:]
+        pieces = [(TCP, 9000, stream[at:at + 333], at) for at in range(0, len(stream), 333)]
+        for lost, whole in (([], 39), (pieces[4:5], 36)):  # begun inside a message; without a segment, too
+            path = capture([piece for piece in pieces if piece not in lost])
+            tool = subprocess.run([TLV, "decode", "--framing", framing, path], capture_output=True)
+            told = [json.loads(line).get("type") for line in tool.stdout.splitlines()]
+            self.assertEqual((told.count(LED), len(told)), (whole, whole + 1 + 3 * len(lost)))
+            for types in (f"tcp/9000={LED}", ""):
+                shown_there = sum(messages(path, *DECODE_AS[:1], "tcp.port==9000,tlvmsg", framing=framing, types=types), [])
+                self.assertEqual(shown_there.count(LED), whole)
         skipped = [(UDP, 9000, b"head" + led), (TCP, 9000, b"head" + led, 0)]
         self.assertEqual(messages(skipped, **dict(prefs, framing="skip:4")), [[LED], [LED]])
 

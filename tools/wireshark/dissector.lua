@@ -6,7 +6,7 @@
 local NAME = tables.name
 local HEADER, ARRAY_TAG, COUNT_TAG, ENUMERATOR_TAG = 4, 10, 4, 6
 local DEEPEST = 16 -- elements inside one another, where only their tags name them
-local LONGEST = 1048576 -- bytes of a message in a stream; more is damage
+local LONGEST = 1048576 -- bytes of a message in a stream, unless the framing says; more is damage
 local ABSENT, REFUSED = {}, {}
 local TCP, UDP = 2, 3 -- as pinfo.port_type has them
 
@@ -426,7 +426,8 @@ prefs.types = Pref.string("Types", "", "udp/9000=TYPE, tcp/9000=TYPE, msg_type=1
 prefs.types_file = Pref.string("File of types", "", "The same in a file, where # begins a comment")
 prefs.default_type = Pref.string("Type of everything else", "", "Empty: the only message that fits")
 prefs.framing = Pref.string("Framing", "segment", "segment: whole messages in each TCP segment; " ..
-    "length:BYTES@OFFSET[+HEADER]: before each in a TCP stream a header with its length; skip:N: bytes to skip")
+    "length:WIDTH@OFFSET[+HEADER][,little][,inclusive][,adjust=N][,most=N]: before each in a TCP stream a header with " ..
+    "its length; skip:N: bytes to skip")
 prefs.heuristic = Pref.bool("Recognize messages on all ports", false, "Whole payloads without deviations")
 
 local settings = { udp = {}, tcp = {}, msg_type = {}, framing = {} }
@@ -448,15 +449,38 @@ local function read_types(result, text)
     end
 end
 
+-- What may follow a length, each once.
+local function read_option(framing, word)
+    local name, value = word:match("^(%l+)=(%-?%d+)$")
+    if word == "little" then name, value = "little", 1 end
+    if word == "inclusive" then name, value = "adjust", -framing.header end
+    local range = ({ little = { 1, 1 }, adjust = { -2147483648, 2147483647 }, most = { 0, 1073741824 } })[name]
+    local is_fine = range and not framing[name] and tonumber(value) >= range[1] and tonumber(value) <= range[2]
+    if is_fine then framing[name] = tonumber(value) end
+    return is_fine
+end
+
+local function read_length_framing(width, offset, rest)
+    local framing = { width = tonumber(width), offset = tonumber(offset), header = width + offset }
+    local header, options = rest:match("^%+(%d+)(.*)$")
+    local is_fine = (not header or tonumber(header) >= framing.header) and (options or rest):match("^,?") == (options or rest):sub(1, 1)
+    framing.header = tonumber(header) or framing.header
+    for word in (options or rest):gmatch(",([^,]*)") do is_fine = is_fine and read_option(framing, word) end
+    framing.adjust, framing.most = framing.adjust or 0, framing.most ~= 0 and framing.most or LONGEST
+    framing.most = math.min(framing.most, 256 ^ width - 1 + framing.adjust)
+    return is_fine and framing.header <= 65535 and framing.most >= math.max(framing.adjust, 0) and framing
+end
+
+-- The words of tlvmsg_framing_from_text.
 local function read_framing(text)
-    local width, offset, rest = text:match("^length:([124])@(%d+)(.*)$")
-    local skip, least = text:match("^skip:(%d+)$"), width and width + offset
-    local size_of = width and (rest == "" and least or tonumber(rest:match("^%+(%d+)$")))
-    local framed = size_of and size_of >= least and size_of <= LONGEST
-    if not framed and not skip and text ~= "segment" and text ~= "" then
-        complain("framing '", text, "' is none of segment, length:BYTES@OFFSET[+HEADER], skip:N")
+    local width, offset, rest = text:match("^length:([1-4])@(%d+)(.*)$")
+    local skip = tonumber(text:match("^skip:(%d+)$"))
+    local framing = width and read_length_framing(width, offset, rest) or skip and skip <= 65535 and { skip = skip }
+    if not framing and text ~= "segment" and text ~= "" then
+        complain("framing '", text, "' is none of segment, length:WIDTH@OFFSET[+HEADER][,little][,inclusive]",
+            "[,adjust=N][,most=N], skip:N")
     end
-    return { skip = tonumber(skip), width = tonumber(width), offset = tonumber(offset), header = framed and size_of }
+    return framing or {}
 end
 
 function proto.prefs_changed()
@@ -549,15 +573,77 @@ local function show(buffer, from, pinfo, tree)
     end
 end
 
--- In a stream, with a header before it. One that is longer than any message is all that is left of the segment.
-local function framed_length(buffer, _, from)
-    local framing = settings.framing
-    local length = framing.header + buffer:range(from + framing.offset, framing.width):uint()
-    return length <= LONGEST and length or buffer:len() - from
+-- ---- Streams --------------------------------------------------------------------------------------------
+
+-- The bytes of the body that a header there says; nothing when no body can have so many.
+local function body_size(from)
+    local framing, value = settings.framing, 0
+    for i = 1, framing.width do
+        value = value * 256 + input:byte(from + framing.offset + (framing.little and framing.width + 1 - i or i))
+    end
+    value = value + framing.adjust
+    return value >= 0 and value <= framing.most and value
+end
+
+-- How far a body of so many bytes has to be there to say more, if what is there of it begins flawlessly like messages.
+local function begins_like_messages(from, length)
+    local node, there, stop = sequences, math.min(size, from + length), from + length
+    while there - from >= HEADER do
+        local tag, behind = unsigned(from, 2), from + HEADER + unsigned(from + 2, 2)
+        node = node[tag] or node.names and sequences[tag]
+        if not node or behind > stop then return nil end
+        if behind > there then return behind end
+        if not whole(by_tag[tag], from, behind, nil, true) then return nil end
+        from = behind
+    end
+    return from + HEADER <= stop and from + HEADER or from == stop and stop or nil
+end
+
+-- The same, also of what is configured; where all is there, its end if it fits.
+local function fits(pinfo, from, length)
+    if not length or length < HEADER then return nil end
+    local stop, type = from + length, configured(pinfo, from)
+    local behind = type and whole(type, from, math.min(stop, size))
+    if type and (behind == stop or stop > size and fault.code == "truncated") then return stop end
+    local needed = begins_like_messages(from, length)
+    if stop > size or not needed then return needed end
+    local input_0, size_0 = input, size
+    input, size = input:sub(from + 1, stop), length
+    local part = divide()
+    input, size = input_0, size_0
+    return part and stop
+end
+
+-- Where the next frame begins, and where it ends: here, unless no frame can be here, or its body does not fit and another
+-- frame that fits begins inside it. Nothing where none is. With `last` it ends where the buffer does. The end of what has
+-- not come is believed element by element: behind one that is wrong Wireshark would show twice what it waited for.
+local function find_frame(buffer, pinfo, from, last)
+    local header = settings.framing.header
+    tvb, input, size = buffer, buffer:raw(), buffer:len()
+    if size - from < header then return nil end
+    local length = body_size(from)
+    local stop = length and from + header + length
+    for at = from, math.min(size, stop or size) - header do
+        local there = body_size(at)
+        local known = (not last or there and at + header + there == size) and fits(pinfo, at + header, there)
+        if known then return at, known end
+    end
+    if stop and stop <= size then return from, stop end
+end
+
+-- Passed over, up to the end of a frame or, where there is none, of the segment.
+local function framed_length(buffer, pinfo, from)
+    local _, stop = find_frame(buffer, pinfo, from)
+    return (stop or buffer:len()) - from
 end
 
 local function show_framed(buffer, pinfo, tree)
-    local root, behind = tree:add(proto, buffer:range()), settings.framing.header
+    local root, at = tree:add(proto, buffer:range()), find_frame(buffer, pinfo, 0, true)
+    local behind = (at or buffer:len()) + settings.framing.header
+    if at ~= 0 then
+        look_at(buffer, root)
+        report(root, "note", "segment", 0, "bytes passed over without a whole message: " .. (at or buffer:len()))
+    end
     if buffer:len() > behind then show(buffer, behind, pinfo, root) end
 end
 

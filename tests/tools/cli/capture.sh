@@ -36,8 +36,8 @@ run decode -t $message --filter 'greater 100' four.pcap; is 0; equal "$(jq .fram
 # What delimits messages: here the length in each element's header; or bytes to skip.
 run decode -t ifid --framing skip:48 user.pcapng; is 0; equal "$(jq .trailing_bytes out | sort -u)" 28
 run decode -t uint32 --framing length:2@2 udp.pcap; equal "$(jq .frame out | paste -sd ' ')" '1 1 1 2 2 2 3 3 3'
-run decode -t uint32 --framing length:2@2+3 udp.pcap; is 2; error_has "framing 'length:2@2\+3': a header of 3 bytes"
-run decode -t uint32 --framing fixed udp.pcap; is 2; error_has "framing 'fixed': allowed are"
+run decode -t uint32 --framing length:2@2+3 udp.pcap; is 2; error_has "framing 'length:2@2\+3': a number from 4 to 65535: .*at byte 11"
+run decode -t uint32 --framing fixed udp.pcap; is 2; error_has "framing 'fixed': segment, skip:N or length:WIDTH@OFFSET: .*at byte 0"
 
 # A link type whose headers are not known stops no file behind it, whatever the filter.
 capture -F pcap -l 147 three.txt odd.pcap && change odd.pcap 20 e8030000
