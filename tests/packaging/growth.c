@@ -110,7 +110,8 @@ TAKES(sample, tlvmsg_sample_options, tlvmsg_sample(LED, &options, &back, &text_f
 TAKES(guess, tlvmsg_guess_options,
       freed(tlvmsg_guess_types(NULL, wire, size, &options, &guesses, &found, &text_fault)))
 
-TAKES(encode_frame, tlvmsg_framing, tlvmsg_frame_encode(&options, LED, &led, frame, sizeof frame, NULL, &fault))
+TAKES(encode_frame, tlvmsg_framing,
+      tlvmsg_frame_encode(&options, LED, &led, frame, sizeof frame, NULL, &fault))
 
 TAKES(load_source, tlvmsg_schema_source, loads(options, NULL))
 TAKES(load_options, tlvmsg_schema_options, loads((tlvmsg_schema_source){0}, &options))
