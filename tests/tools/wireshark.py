@@ -265,8 +265,8 @@ class Dissector(unittest.TestCase):
             told = [json.loads(line).get("type") for line in tool.stdout.splitlines()]
             self.assertEqual((told.count(LED), len(told)), (whole, whole + 1 + 3 * len(lost)))
             for types in (f"tcp/9000={LED}", ""):
-                shown_there = sum(messages(path, *DECODE_AS[:1], "tcp.port==9000,tlvmsg", framing=framing, types=types), [])
-                self.assertEqual(shown_there.count(LED), whole)
+                there = messages(path, "-d", "tcp.port==9000,tlvmsg", framing=framing, types=types)
+                self.assertEqual(sum(there, []).count(LED), whole)
         skipped = [(UDP, 9000, b"head" + led), (TCP, 9000, b"head" + led, 0)]
         self.assertEqual(messages(skipped, **dict(prefs, framing="skip:4")), [[LED], [LED]])
 

@@ -426,8 +426,8 @@ prefs.types = Pref.string("Types", "", "udp/9000=TYPE, tcp/9000=TYPE, msg_type=1
 prefs.types_file = Pref.string("File of types", "", "The same in a file, where # begins a comment")
 prefs.default_type = Pref.string("Type of everything else", "", "Empty: the only message that fits")
 prefs.framing = Pref.string("Framing", "segment", "segment: whole messages in each TCP segment; " ..
-    "length:WIDTH@OFFSET[+HEADER][,little][,inclusive][,adjust=N][,most=N]: before each in a TCP stream a header with " ..
-    "its length; skip:N: bytes to skip")
+    "length:WIDTH@OFFSET[+HEADER][,little][,inclusive][,adjust=N][,most=N]: before each in a TCP stream a header " ..
+    "with its length; skip:N: bytes to skip")
 prefs.heuristic = Pref.bool("Recognize messages on all ports", false, "Whole payloads without deviations")
 
 local settings = { udp = {}, tcp = {}, msg_type = {}, framing = {} }
@@ -463,9 +463,10 @@ end
 local function read_length_framing(width, offset, rest)
     local framing = { width = tonumber(width), offset = tonumber(offset), header = width + offset }
     local header, options = rest:match("^%+(%d+)(.*)$")
-    local is_fine = (not header or tonumber(header) >= framing.header) and (options or rest):match("^,?") == (options or rest):sub(1, 1)
+    options = options or rest
+    local is_fine = (not header or tonumber(header) >= framing.header) and options:match("^,?") == options:sub(1, 1)
     framing.header = tonumber(header) or framing.header
-    for word in (options or rest):gmatch(",([^,]*)") do is_fine = is_fine and read_option(framing, word) end
+    for word in options:gmatch(",([^,]*)") do is_fine = is_fine and read_option(framing, word) end
     framing.adjust, framing.most = framing.adjust or 0, framing.most ~= 0 and framing.most or LONGEST
     framing.most = math.min(framing.most, 256 ^ width - 1 + framing.adjust)
     return is_fine and framing.header <= 65535 and framing.most >= math.max(framing.adjust, 0) and framing
@@ -625,7 +626,9 @@ local function find_frame(buffer, pinfo, from, last)
     local stop = length and from + header + length
     for at = from, math.min(size, stop or size) - header do
         local there = body_size(at)
-        local known = (not last or there and at + header + there == size) and fits(pinfo, at + header, there)
+        local may_be = last and there and at + header + there == size or
+            not last and (at == from or size - at >= header + HEADER) -- so much tells most of what is none
+        local known = may_be and fits(pinfo, at + header, there)
         if known then return at, known end
     end
     if stop and stop <= size then return from, stop end
