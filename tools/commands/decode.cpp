@@ -75,7 +75,7 @@ int decode_untyped(Printer &printer, const Input &input, const Reading &reading)
 int decode_reading(Printer &printer, const Input &input, const Reading &reading) {
     if (reading.problem) {
         printer.problem(input, reading);
-        return exit_found;
+        return status_of(*reading.problem);
     }
     return reading.type != nullptr ? decode_typed(printer, input, reading)
                                    : decode_untyped(printer, input, reading);
@@ -106,7 +106,9 @@ void add_decode(Cli &cli) {
           "error.code says what is missing: fragment, segment and cut stand for parts of a message, "
           "ambiguous for several types that fit (types lists them; -t, --type-of and --types decide), "
           "unknown-message for none. A type that was given is decoded with the tolerance that decoders have: "
-          "deviations counts what was tolerated, trailing_bytes what is behind the end."},
+          "deviations counts what was tolerated, trailing_bytes what is behind the end.",
+          "Of captures the exit status is 1 where a message is damaged, or may be lost. Other protocols, TCP "
+          "segments without data and those that have come before have an error, too, and leave it 0."},
          {{"tlv decode -t zel_led_control led.bin", "as JSON"},
           {"tlv decode -t zel_led_control --text led.bin | grep color", "a line a value"},
           {"xxd led.bin | tlv decode -t 1357 --compact | jq .color", "hex from a pipe, JSON in one line"},

@@ -58,7 +58,9 @@ int verify_reading(const Options &options, const Input &input, const Reading &re
     if (options.json) {
         print_json(options, input, reading, verdict);
     } else if (reading.type == nullptr) {
-        report(*reading.problem, input.name);
+        if (status_of(*reading.problem) != exit_fine) {
+            report(*reading.problem, input.name);
+        }
     } else if (refused) {
         report(verdict.fault, input.name, input.bytes);
     } else {
@@ -66,7 +68,7 @@ int verify_reading(const Options &options, const Input &input, const Reading &re
                           verdict.extent.consumed, reading.bytes.size(),
                           counted(verdict.extent.deviations, "deviation")));
     }
-    return refused ? exit_found : exit_fine;
+    return reading.problem ? status_of(*reading.problem) : refused ? exit_found : exit_fine;
 }
 
 } // namespace
@@ -78,7 +80,7 @@ void add_verify(Cli &cli) {
         {"Check that bytes are a message of a type",
          {"Prints how many bytes the message takes and how many deviations decoders would tolerate. Exits "
           "with 1 when it is refused. Of a capture every message is checked, and what is no message is "
-          "refused, with the codes of tlv decode."},
+          "refused, with the codes of tlv decode, unless nothing says that there should be one."},
          {{"tlv verify -t zel_led_control led.bin", "as tolerant as decoders are"},
           {"tlv verify --strict -t zel_led_control *.bin", "deviations and bytes behind the end are faults"},
           {"tlv verify --json trace.pcapng | jq .error.code", "what is wrong with a capture"}}},

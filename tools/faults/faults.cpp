@@ -45,7 +45,9 @@ constexpr Explanation tool_codes[] = {
      "them; -t names the type, or --type-of the type for a port or for a message type."},
     {"unknown-message",
      "The frame's payload as a whole is no message of any type, nor several: it is of another "
-     "protocol, damaged, or has bytes around the message. -t shows what is wrong with a type that "
+     "protocol, damaged, or has bytes around the message. Only where it begins with an element of ours does "
+     "that "
+     "count as an error. -t shows what is wrong with a type that "
      "it should have, --offset and --framing skip what is before a message, and tlv guess searches."},
     {"link-type", "It is not known where in frames of this link type the payload begins. --offset says it."},
 };
@@ -123,6 +125,8 @@ void report(const tlvmsg_fault &fault, std::string_view name, std::span<const ui
     report(fault);
     show_context(std::min(fault.offset, bytes.size()), name, bytes);
 }
+
+int status_of(const Problem &problem) { return problem.loss == Loss::none ? exit_fine : exit_found; }
 
 void report(const Problem &problem, std::string_view name) {
     complain_of(fmt::format("error[{}]", code_name(problem.code)), fmt::format("{}: {}", name, problem.text),

@@ -14,6 +14,12 @@ same found expected
 jq -c "select(.type == \"$big\") | .message" out | sort -u >bodies
 equal "$(cat bodies)" "$(tlv decode --compact -t $big big.bin | jq -c .)"
 
+# What nothing says is a message is no error: TCP without data, other protocols. What begins as one is.
+run decode --filter 'port 53 or port 123 or port 80 or port 443 or arp or icmp or tcp[tcpflags] & tcp-syn != 0' traffic.pcap
+is 0; prints 'no data \(SYN\)'; prints 'these 28 bytes of ethertype 0x0806'
+run verify --filter 'port 53' traffic.pcap; is 0; quiet
+run decode --filter 'udp[4:2] = 129' traffic.pcap; equal "$status $(jq .frame out)" '1 14'
+
 # The other commands see the same messages.
 for command in annotate verify; do
     run $command traffic.pcap; is 1
