@@ -10,9 +10,7 @@ namespace tlvmsg::tool {
 
 namespace {
 
-// These have one number in files and, on some systems, another in the library.
-constexpr int link_raw_ip = 101;
-constexpr int link_exported_pdu = 252;
+constexpr int link_exported_pdu = 252; // in files, as the library may not have it
 
 constexpr Next ethernet_frame{Layer::link, DLT_EN10MB};
 constexpr Next ppp_frame{Layer::link, DLT_PPP};
