@@ -133,8 +133,6 @@ TEST(Packets, FindThePayloadBehindTheHeadersOfEveryLink) {
         {108, "\0\0\0\x18"s + v6},
         {9, "\xFF\3\0\x21"s + v4},
         {9, "\x57"s + v6},
-        {50, "\x0F\0\x08\0"s + v4},
-        {204, "\1\xFF\3\0\x21"s + v4},
         {1, ethernet(8 + v4.size(), snap + be16(0x0800) + v4 + "padding")},
         {1, ethernet(3 + v4.size(), "\6\6\3"s + v4)},
         {113, "\0\4\0\1\0\6\2\2\2\2\2\2\0\0\0\4"s + snap + be16(0x86DD) + v6},
@@ -148,7 +146,6 @@ TEST(Packets, FindThePayloadBehindTheHeadersOfEveryLink) {
         {101, ipv4(47, "\0\0\x08\0"s + v4)},
         {101, ipv4(47, "\xB0\0\x65\x58"s + Octets(12, 1) + ethernet(0x8100, "\0\1\x08\0"s + v4))},
         {101, ipv4(47, "\x30\x81\x88\x0B"s + Octets(12, 1) + "\xFF\3\0\x21"s + v4)},
-        {101, ipv4(97, "\x30\0"s + ethernet(0x0800, v4))},
         {101, ipv4('\x89', "\0\2\1\xFF"s + v6)},
         {101, ipv4(17, udp("\x08\0\0\0\0\0\7\0"s + ethernet(0x0800, v4), 4789))},
     };

@@ -45,9 +45,10 @@ void warn_of(const tlvmsg_verdict &verdict, const Input &input) {
     }
 }
 
-int decode_typed(Printer &printer, const Input &input, const Reading &reading) {
+int decode_typed(Printer &printer, Summary &summary, const Input &input, const Reading &reading) {
     tlvmsg_verdict verdict;
     const any_record record = decode(reading.type, reading.bytes, verdict);
+    summary.add(reading, verdict);
     if (record.data() != nullptr) {
         printer.message(input, reading, verdict, record);
         if (!input.frame) { // whose object says so
@@ -76,12 +77,13 @@ int decode_untyped(Printer &printer, const Input &input, const Reading &reading)
     return exit_malformed;
 }
 
-int decode_reading(Printer &printer, const Input &input, const Reading &reading) {
+int decode_reading(Printer &printer, Summary &summary, const Input &input, const Reading &reading) {
     if (reading.problem) {
         printer.problem(input, reading);
+        summary.add(reading, {});
         return status_of(*reading.problem);
     }
-    return reading.type != nullptr ? decode_typed(printer, input, reading)
+    return reading.type != nullptr ? decode_typed(printer, summary, input, reading)
                                    : decode_untyped(printer, input, reading);
 }
 
@@ -92,9 +94,9 @@ int run(Options options) {
         options.print.csv_type = find_type(options.csv_type);
     }
     Summary summary;
-    const std::unique_ptr<Printer> printer = make_counting_printer(make_printer(options.print), summary);
+    const std::unique_ptr<Printer> printer = make_printer(options.print);
     const int status = for_each_reading(options.message, [&](const Input &input, const Reading &reading) {
-        return decode_reading(*printer, input, reading);
+        return decode_reading(*printer, summary, input, reading);
     });
     if (options.summary) {
         print(options.print.form == PrintForm::text ? summary.text() : summary.json());

@@ -10,7 +10,6 @@
 #include "tools/types/lookup.h"
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include <memory>
 
@@ -32,16 +31,8 @@ public:
         : type_(options.type.empty() ? nullptr : find_type(options.type)), facts_(options.out.facts),
           out_(options.out) {}
 
-    // A message, what tlv decode prints of one, or an array of either.
-    int take(std::string_view text) {
-        const bool is_array = text.starts_with('[') && (type_ == nullptr || type_->element == nullptr);
-        if (is_array && nlohmann::json::accept(text)) {
-            int status = exit_fine;
-            for (const std::string_view item : items_of(text)) {
-                status = std::max(status, take(item));
-            }
-            return status;
-        }
+    // A message, or what tlv decode prints of one.
+    int take(const std::string &text) {
         const std::optional<Decoded> decoded = decoded_of(text, facts_);
         if (!decoded) {
             return put(type_, text, facts_);
@@ -102,7 +93,7 @@ void add_encode(Cli &cli) {
          {"Takes what tlv decode prints. What is not mentioned is zero and empty, but for a message's key, "
           "which is where the schema says; an unknown name, a number that does not fit and a value of "
           "another kind are errors that name the place in the JSON.",
-          "Any number of messages stand one behind the other, or in arrays; objects of frames name their "
+          "Any number of messages stand one behind the other; objects of frames name their "
           "types, "
           "so -t is only for others. With --pcap they become frames that have the times, "
           "addresses, ports and protocols of the objects. Headers, checksums and the numbers of TCP are made "

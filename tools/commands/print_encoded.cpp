@@ -24,9 +24,7 @@ void add_output_options(Command command, OutputOptions &options) {
                     {"json", OutputForm::json}},
                    "Raw bytes, hex, or all of it as JSON; hex on a terminal and raw elsewhere unless given");
     command
-        .add_option(
-            "--pcap", options.capture,
-            "Write frames to this file, pcapng or, where it ends in .pcap, pcap; - is standard output")
+        .add_option("--pcap", options.capture, "Write frames to this file, as pcapng; - is standard output")
         .type_name("FILE")
         .excludes(form);
     command
@@ -42,7 +40,7 @@ void add_output_options(Command command, OutputOptions &options) {
                       "destination, destination_port, protocol, time, as tlv decode prints them",
                       "",
                       [&options](const std::string &text) {
-                          options.facts = facts_of(text);
+                          options.facts = facts_in(text);
                           return true;
                       })
         .type_name("JSON");

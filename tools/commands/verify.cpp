@@ -29,16 +29,6 @@ struct Options {
     bool summary = false;
 };
 
-void count(Summary &summary, const Reading &reading, const tlvmsg_verdict &verdict) {
-    if (reading.type == nullptr) {
-        summary.problem(*reading.problem);
-    } else if (verdict.fit == TLVMSG_FITS_NOT) {
-        summary.fault(tlvmsg_code_name(verdict.fault.code));
-    } else {
-        summary.message(reading.type, verdict.extent);
-    }
-}
-
 void print_json(const Options &options, const Input &input, const Reading &reading,
                 const tlvmsg_verdict &verdict) {
     JsonLine line = input_line(input, options.message.files.size() > 1);
@@ -66,7 +56,7 @@ int verify_reading(const Options &options, const Input &input, const Reading &re
         const tlvmsg_limits limits{0, options.strict, {}};
         tlvmsg_judge(reading.type, reading.bytes.data(), reading.bytes.size(), &limits, &verdict);
     }
-    count(summary, reading, verdict);
+    summary.add(reading, verdict);
     const bool refused = reading.type == nullptr || verdict.fit == TLVMSG_FITS_NOT;
     if (options.json) {
         print_json(options, input, reading, verdict);

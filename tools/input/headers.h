@@ -67,7 +67,6 @@ struct Next {
 
 constexpr Next tcp{Layer::ip_protocol, 6};
 constexpr Next udp{Layer::ip_protocol, 17};
-constexpr int link_raw_ip = 101;       // in files; the library has another number
 constexpr uint64_t link_llc = 1 << 16; // beyond those of files: what Ethernet has behind a length
 constexpr uint16_t least_ethertype = 0x600;
 

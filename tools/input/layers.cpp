@@ -10,7 +10,9 @@ namespace tlvmsg::tool {
 
 namespace {
 
-constexpr int link_exported_pdu = 252; // in files, as the library may not have it
+// These have one number in files and, on some systems, another in the library.
+constexpr int link_raw_ip = 101;
+constexpr int link_exported_pdu = 252;
 
 constexpr Next ethernet_frame{Layer::link, DLT_EN10MB};
 constexpr Next ppp_frame{Layer::link, DLT_PPP};
@@ -102,19 +104,6 @@ Next skip_ppp(FrameFacts &, View &frame) {
     return {Layer::ppp, protocol};
 }
 
-Next skip_directed_ppp(FrameFacts &facts, View &frame) {
-    frame.take(1, "PPP");
-    return skip_ppp(facts, frame);
-}
-
-Next skip_hdlc(FrameFacts &, View &frame) { return {Layer::ethertype, number16(frame.take(4, "HDLC"), 2)}; }
-
-// PPP on a serial line, or what Cisco's routers have there.
-Next skip_serial(FrameFacts &facts, View &frame) {
-    const uint8_t address = frame.bytes.empty() ? 0 : frame.bytes[0];
-    return address == 0x0F || address == 0x8F ? skip_hdlc(facts, frame) : skip_ppp(facts, frame);
-}
-
 Next skip_pppoe(FrameFacts &facts, View &frame) {
     frame.end_at(std::min<size_t>(number16(frame.take(6, "PPPoE"), 4), frame.size));
     return skip_ppp(facts, frame);
@@ -150,11 +139,6 @@ Next skip_gre(FrameFacts &, View &packet) {
     return {Layer::ethertype, number16(header, 2)};
 }
 
-Next skip_etherip(FrameFacts &, View &packet) {
-    packet.take(2, "EtherIP");
-    return ethernet_frame;
-}
-
 Next skip_udp(FrameFacts &facts, View &datagram) {
     const Bytes header = datagram.take(8, "UDP");
     facts.ports = Ports{number16(header, 0), number16(header, 2)};
@@ -188,10 +172,8 @@ constexpr Row rows[] = {
     {{Layer::link, DLT_IPV6}, at_ip},
     {{Layer::link, link_raw_ip}, at_ip},
     {{Layer::link, DLT_PPP}, skip_ppp},
-    {{Layer::link, DLT_PPP_SERIAL}, skip_serial},
+    {{Layer::link, DLT_PPP_SERIAL}, skip_ppp},
     {{Layer::link, DLT_PPP_ETHER}, skip_pppoe},
-    {{Layer::link, DLT_PPP_WITH_DIR}, skip_directed_ppp},
-    {{Layer::link, DLT_C_HDLC}, skip_hdlc},
     {{Layer::link, DLT_MPLS}, skip_mpls},
     {{Layer::link, link_exported_pdu}, skip_exported_pdu},
     {{Layer::link, link_llc}, skip_llc},
@@ -217,7 +199,6 @@ constexpr Row rows[] = {
     {{Layer::ip_protocol, 17}, skip_udp},
     {{Layer::ip_protocol, 41}, at_ip},
     {{Layer::ip_protocol, 47}, skip_gre},
-    {{Layer::ip_protocol, 97}, skip_etherip},
     {{Layer::ip_protocol, 137}, skip_mpls},
 };
 

@@ -32,16 +32,16 @@ bool Packets::read_frame() {
     }
     FrameFacts &facts = frame->facts;
     try {
-        take_frame(facts, frame->link_type, {frame->bytes, facts.length});
+        take_frame(facts, {frame->bytes, facts.length});
     } catch (Problem &problem) {
         payloads_.push_back({facts, {}, std::move(problem)});
     }
     return true;
 }
 
-void Packets::take_frame(FrameFacts &facts, int link_type, View data) {
+void Packets::take_frame(FrameFacts &facts, View data) {
     std::vector<uint8_t> datagram; // that fragments made
-    Next next{Layer::link, static_cast<uint64_t>(link_type)};
+    Next next{Layer::link, static_cast<uint64_t>(capture_.link_type())};
     if (options_.offset) {
         data.skip(*options_.offset);
         next = {Layer::payload};

@@ -33,7 +33,7 @@ public:
 
 private:
     bool read_frame();
-    void take_frame(FrameFacts &facts, int link_type, View data);
+    void take_frame(FrameFacts &facts, View data);
     bool put_together(const FrameFacts &facts, IpHeader &header, View &data, std::vector<uint8_t> &datagram);
     void take_datagram(const FrameFacts &facts, View data);
 

@@ -122,11 +122,6 @@ Octets ethernet(const Octets &destination, const Octets &source, uint64_t type, 
 constexpr uint32_t snap_length = 1 << 18;
 constexpr uint32_t link_ethernet = 1;
 
-Octets pcap_header() {
-    return little(0xA1B23C4D, 4) + little(2, 2) + little(4, 2) + little(0, 8) + little(snap_length, 4) +
-           little(link_ethernet, 4);
-}
-
 Octets block(uint32_t type, const Octets &body) {
     const Octets size = little(12 + body.size(), 4);
     return little(type, 4) + size + body + size;
@@ -149,13 +144,12 @@ std::optional<uint64_t> number_behind(const std::string &protocol, const std::st
 } // namespace
 
 CaptureWriter::CaptureWriter(const std::string &path, const Framing &framing)
-    : path_(path), framing_(framing), is_pcapng_(!path.ends_with(".pcap")),
+    : path_(path), framing_(framing),
       file_(path == "-" ? stdout : std::fopen(path.c_str(), "wb"), std::fclose) {
     if (file_ == nullptr) {
         throw Failure(exit_io, fmt::format("{}: {}", path, std::strerror(errno)));
     }
-    const Octets header = is_pcapng_ ? pcapng_header() : pcap_header();
-    std::fwrite(header.data(), 1, header.size(), file_.get());
+    write(pcapng_header());
 }
 
 const char *CaptureWriter::add(const FrameFacts &facts, Bytes message) {
@@ -191,7 +185,7 @@ const char *CaptureWriter::add_ip(const FrameFacts &facts, const std::string &pa
         write_frame(
             ethernet(big(0x020000000002, 6), big(0x020000000001, 6), type, ip_packet(ends, protocol, data)));
     };
-    const Ports ports = facts.ports.value_or(Ports{9000, 9000});
+    const Ports ports = facts.ports.value_or(made_up_ports);
     if (const auto protocol = number_behind(facts.protocol, "ip", UINT8_MAX)) {
         write(*protocol, payload);
     } else if (facts.protocol == "tcp") {
@@ -215,12 +209,8 @@ const char *CaptureWriter::add_ip(const FrameFacts &facts, const std::string &pa
 
 void CaptureWriter::write_frame(const std::string &frame) {
     const Octets sizes = little(frame.size(), 4) + little(frame.size(), 4);
-    Octets record = little(time_ / 1'000'000'000, 4) + little(time_ % 1'000'000'000, 4) + sizes + frame;
-    if (is_pcapng_) {
-        const Octets padding((4 - frame.size() % 4) % 4, '\0');
-        record = block(6, little(0, 4) + little(time_ >> 32, 4) + little(time_, 4) + sizes + frame + padding);
-    }
-    std::fwrite(record.data(), 1, record.size(), file_.get());
+    const Octets padding((4 - frame.size() % 4) % 4, '\0');
+    write(block(6, little(0, 4) + little(time_ >> 32, 4) + little(time_, 4) + sizes + frame + padding));
 }
 
 void CaptureWriter::finish() {

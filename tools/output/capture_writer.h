@@ -1,4 +1,4 @@
-// Writes messages to a capture file: pcapng or, where the name ends in .pcap, pcap; either with nanoseconds.
+// Writes messages to a capture file: pcapng, with nanoseconds.
 #pragma once
 
 #include "tools/input/framing.h"
@@ -28,11 +28,11 @@ public:
 
 private:
     const char *add_ip(const FrameFacts &facts, const std::string &payload);
+    void write(const std::string &bytes) { std::fwrite(bytes.data(), 1, bytes.size(), file_.get()); }
     void write_frame(const std::string &frame);
 
     std::string path_;
     Framing framing_;
-    bool is_pcapng_;
     std::unique_ptr<std::FILE, int (*)(std::FILE *)> file_;
     uint64_t time_ = 0;                        // nanoseconds since 1970, of this frame
     std::map<std::string, uint32_t> sequence_; // the next of each direction of a connection

@@ -26,13 +26,12 @@ using Cells = std::vector<std::pair<std::string, std::string>>;
 
 // A value in a message: what is between the dots of its path are objects.
 struct Column {
-    std::string path; // "led_control.color"
+    std::string path; // "message.led_control.color"
     const tlvmsg_type *type;
 };
 
 // An array is one column, and each alternative of a union has its own, whichever is chosen.
 void add_columns(const tlvmsg_type *type, const std::string &path, std::vector<Column> &columns) {
-    const std::string above = path.empty() ? "" : path + ".";
     if (type->kind != TLVMSG_STRUCTURE && type->kind != TLVMSG_MESSAGE && type->kind != TLVMSG_UNION) {
         columns.push_back({path, type});
     }
@@ -41,25 +40,25 @@ void add_columns(const tlvmsg_type *type, const std::string &path, std::vector<C
         const bool counts_next = (member.flags & TLVMSG_SHARED_WITH_NEXT) != 0 &&
                                  tlvmsg_type_is_dynamic(type->members[i + 1].type);
         if (!counts_next) { // as the array itself does
-            add_columns(member.type, above + member.path, columns);
+            add_columns(member.type, path + "." + member.path, columns);
         }
     }
     for (uint32_t i = 0; i < type->alternative_count; ++i) {
-        add_columns(type->alternatives[i].type, above + type->alternatives[i].name, columns);
+        add_columns(type->alternatives[i].type, path + "." + type->alternatives[i].name, columns);
     }
 }
 
 // Null where an alternative is not chosen.
 Json value_at(const Json &message, const Column &column) {
     const Json *place = &message;
-    for (size_t begin = 0; begin < column.path.size() && place->is_object();) {
-        const size_t end = std::min(column.path.find('.', begin), column.path.size());
-        const auto found = place->find(column.path.substr(begin, end - begin));
-        if (found == place->end()) {
+    for (size_t dot = column.path.find('.'); dot != column.path.npos;) {
+        const size_t end = column.path.find('.', dot + 1);
+        const std::string name = column.path.substr(dot + 1, end - dot - 1);
+        if (!place->is_object() || !place->contains(name)) {
             return nullptr;
         }
-        place = &*found;
-        begin = end + 1;
+        place = &(*place)[name];
+        dot = end;
     }
     return *place;
 }
@@ -96,62 +95,6 @@ Cells facts_of(const Input &input, const tlvmsg_type *type) {
             {"type", text(type != nullptr ? type->name : "")}};
 }
 
-class RowPrinter : public Printer {
-public:
-    void message(const Input &input, const Reading &reading, const tlvmsg_verdict &verdict,
-                 const any_record &record) override {
-        const size_t trailing = reading.bytes.size() - verdict.extent.consumed;
-        put(row(input, reading.type, verdict.extent.deviations, trailing, Json::parse(to_json(record, 0))));
-    }
-
-    size_t untyped(const Input &input, const Reading &) override {
-        throw Failure(exit_usage, fmt::format("{}: a row has the columns of a type: -t TYPE", input.name));
-    }
-
-    void refused(const Input &input, const Reading &reading, const tlvmsg_fault &fault) override {
-        put_error(input, reading, error_json(fault));
-    }
-    void problem(const Input &input, const Reading &reading) override {
-        put_error(input, reading, error_json(*reading.problem));
-    }
-
-protected:
-    Cells row(const Input &input, const tlvmsg_type *type, size_t deviations, size_t trailing,
-              const Json &message) {
-        std::vector<Column> &columns = columns_[type];
-        if (columns.empty()) {
-            add_columns(type, "", columns);
-        }
-        Cells cells = facts_of(input, type);
-        cells.emplace_back("deviations", std::to_string(deviations));
-        cells.emplace_back("trailing_bytes", std::to_string(trailing));
-        for (const Column &column : columns) {
-            const std::string path = column.path.empty() ? "" : "." + column.path;
-            cells.emplace_back("message" + path, cell(value_at(message, column), column.type));
-        }
-        return cells;
-    }
-
-private:
-    virtual void put(const Cells &cells) {
-        JsonLine line;
-        for (const auto &[name, value] : cells) {
-            line.json(name, value);
-        }
-        print(line.line());
-    }
-
-    virtual void put_error(const Input &input, const Reading &reading, const nlohmann::ordered_json &error) {
-        Cells cells = facts_of(input, reading.type);
-        for (const auto &[name, value] : error.items()) {
-            cells.emplace_back("error." + name, base::json_text(value));
-        }
-        put(cells);
-    }
-
-    std::map<const tlvmsg_type *, std::vector<Column>> columns_;
-};
-
 // As a field of CSV: null is empty, texts are themselves, and the rest is JSON.
 std::string csv_field(const std::string &json) {
     const std::string text = json == "null"          ? ""
@@ -167,45 +110,83 @@ std::string csv_field(const std::string &json) {
     return quoted + '"';
 }
 
-class CsvPrinter : public RowPrinter {
+class RowPrinter : public Printer {
 public:
-    explicit CsvPrinter(const tlvmsg_type *type) : type_(type) {
-        std::vector<std::string> names;
-        for (const auto &[name, value] : row({}, type, 0, 0, nullptr)) {
-            names.push_back(name);
+    explicit RowPrinter(const tlvmsg_type *csv_type) : csv_type_(csv_type) {
+        if (csv_type != nullptr) {
+            Cells names;
+            for (auto &[name, value] : row({}, csv_type, {}, nullptr)) {
+                names.emplace_back("", json_string(name));
+            }
+            put(names);
         }
-        print(fmt::format("{}\n", fmt::join(names, ",")));
     }
 
-    // What is of another type, or no message, has no line: the exit status tells.
     void message(const Input &input, const Reading &reading, const tlvmsg_verdict &verdict,
                  const any_record &record) override {
-        if (reading.type == type_) {
-            RowPrinter::message(input, reading, verdict, record);
+        if (csv_type_ == nullptr || csv_type_ == reading.type) {
+            const size_t trailing = reading.bytes.size() - verdict.extent.consumed;
+            put(row(input, reading.type, {verdict.extent.deviations, trailing},
+                    Json::parse(to_json(record, 0))));
         }
+    }
+
+    size_t untyped(const Input &input, const Reading &) override {
+        throw Failure(exit_usage, fmt::format("{}: a row has the columns of a type: -t TYPE", input.name));
+    }
+
+    void refused(const Input &input, const Reading &reading, const tlvmsg_fault &fault) override {
+        put_error(input, reading, error_json(fault));
+    }
+    void problem(const Input &input, const Reading &reading) override {
+        put_error(input, reading, error_json(*reading.problem));
     }
 
 private:
-    void put(const Cells &cells) override {
-        std::vector<std::string> fields;
-        for (const auto &[name, value] : cells) {
-            fields.push_back(csv_field(value));
+    Cells row(const Input &input, const tlvmsg_type *type, std::pair<size_t, size_t> tolerated,
+              const Json &message) {
+        std::vector<Column> &columns = columns_[type];
+        if (columns.empty()) {
+            add_columns(type, "message", columns);
         }
-        print(fmt::format("{}\n", fmt::join(fields, ",")));
+        Cells cells = facts_of(input, type);
+        cells.emplace_back("deviations", std::to_string(tolerated.first));
+        cells.emplace_back("trailing_bytes", std::to_string(tolerated.second));
+        for (const Column &column : columns) {
+            cells.emplace_back(column.path, cell(value_at(message, column), column.type));
+        }
+        return cells;
     }
 
-    void put_error(const Input &, const Reading &, const nlohmann::ordered_json &) override {}
+    void put(const Cells &cells) const {
+        JsonLine line;
+        std::vector<std::string> fields;
+        for (const auto &[name, value] : cells) {
+            csv_type_ == nullptr ? static_cast<void>(line.json(name, value))
+                                 : fields.push_back(csv_field(value));
+        }
+        print(csv_type_ == nullptr ? line.line() : fmt::format("{}\n", fmt::join(fields, ",")));
+    }
 
-    const tlvmsg_type *type_;
+    // A table has no line for it: the exit status tells.
+    void put_error(const Input &input, const Reading &reading, const Json &error) const {
+        Cells cells = facts_of(input, reading.type);
+        for (const auto &[name, value] : error.items()) {
+            cells.emplace_back("error." + name, base::json_text(value));
+        }
+        if (csv_type_ == nullptr) {
+            put(cells);
+        }
+    }
+
+    const tlvmsg_type *csv_type_; // null: JSON
+    std::map<const tlvmsg_type *, std::vector<Column>> columns_;
 };
 
 } // namespace
 
 std::unique_ptr<Printer> make_row_printer(const PrintOptions &options) {
-    if (options.form == PrintForm::csv) {
-        return std::make_unique<CsvPrinter>(options.csv_type);
-    }
-    return std::make_unique<RowPrinter>();
+    return std::make_unique<RowPrinter>(options.csv_type);
 }
 
 } // namespace tlvmsg::tool

@@ -8,52 +8,20 @@
 
 namespace tlvmsg::tool {
 
-namespace {
-
-class CountingPrinter : public Printer {
-public:
-    CountingPrinter(std::unique_ptr<Printer> printer, Summary &summary)
-        : printer_(std::move(printer)), summary_(summary) {}
-
-    void message(const Input &input, const Reading &reading, const tlvmsg_verdict &verdict,
-                 const any_record &record) override {
-        summary_.message(reading.type, verdict.extent);
-        printer_->message(input, reading, verdict, record);
-    }
-    size_t untyped(const Input &input, const Reading &reading) override {
-        return printer_->untyped(input, reading);
-    }
-    void refused(const Input &input, const Reading &reading, const tlvmsg_fault &fault) override {
-        summary_.fault(tlvmsg_code_name(fault.code));
-        printer_->refused(input, reading, fault);
-    }
-    void problem(const Input &input, const Reading &reading) override {
-        summary_.problem(*reading.problem);
-        printer_->problem(input, reading);
-    }
-
-private:
-    std::unique_ptr<Printer> printer_;
-    Summary &summary_;
-};
-
-} // namespace
-
-void Summary::message(const tlvmsg_type *type, const tlvmsg_extent &extent) {
-    ++messages_;
-    ++types_[type->name];
-    deviating_ += extent.deviations > 0 ? 1 : 0;
-}
-
-void Summary::problem(const Problem &problem) {
-    switch (problem.loss) {
-    case Loss::possible:
-        return fault(code_name(problem.code));
-    case Loss::none:
-        ++without_;
-        return;
-    case Loss::gap:
-        ++gaps_;
+void Summary::add(const Reading &reading, const tlvmsg_verdict &verdict) {
+    if (reading.problem) {
+        const Loss loss = reading.problem->loss;
+        gaps_ += loss == Loss::gap ? 1 : 0;
+        without_ += loss == Loss::none ? 1 : 0;
+        if (loss == Loss::possible) {
+            ++faults_[code_name(reading.problem->code)];
+        }
+    } else if (verdict.fit == TLVMSG_FITS_NOT) {
+        ++faults_[tlvmsg_code_name(verdict.fault.code)];
+    } else if (verdict.type != nullptr) {
+        ++messages_;
+        ++types_[verdict.type->name];
+        deviating_ += verdict.extent.deviations > 0 ? 1 : 0;
     }
 }
 
@@ -82,10 +50,6 @@ std::string Summary::text() const {
         text += fmt::format("# {:>8} error[{}]\n", count, name);
     }
     return text;
-}
-
-std::unique_ptr<Printer> make_counting_printer(std::unique_ptr<Printer> printer, Summary &summary) {
-    return std::make_unique<CountingPrinter>(std::move(printer), summary);
 }
 
 } // namespace tlvmsg::tool

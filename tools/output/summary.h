@@ -1,7 +1,7 @@
 // What has been seen in all inputs, at the end.
 #pragma once
 
-#include "printer.h"
+#include "tools/reading/reading.h"
 
 #include <map>
 #include <string>
@@ -10,9 +10,8 @@ namespace tlvmsg::tool {
 
 class Summary {
 public:
-    void message(const tlvmsg_type *type, const tlvmsg_extent &extent);
-    void fault(const char *code) { ++faults_[code]; }
-    void problem(const Problem &problem);
+    // What became of a reading; `verdict` is of no interest where it has a problem.
+    void add(const Reading &reading, const tlvmsg_verdict &verdict);
 
     // {"summary":{"messages":5,"types":{"zel_led_control":5},"deviating":1,"faults":{"cut":1},"without":13,"gaps":2}}:
     // gaps are of TCP streams, and without a message is what nothing says should have one.
@@ -29,8 +28,5 @@ private:
     size_t without_ = 0;
     size_t gaps_ = 0;
 };
-
-// Counts what the printer prints.
-std::unique_ptr<Printer> make_counting_printer(std::unique_ptr<Printer> printer, Summary &summary);
 
 } // namespace tlvmsg::tool

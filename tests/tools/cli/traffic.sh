@@ -45,6 +45,53 @@ run decode --type-of msg_type=1=ifidd traffic.pcap; is 2; error_has "did you mea
 run decode --framing skip:4 --filter 'frame[0:2] = 0' traffic.pcap; is 2
 run decode --framing skip:4 traffic.pcap; equal "$(jq -r 'select(.frame == 13) | .type' out)" $message
 
+# There and back: the same messages, times and ends in frames that Wireshark finds nothing wrong with.
+ends='select(.message) | [.time, .source, .source_port, .destination, .destination_port, .protocol, .type, .message]'
+back() { # LINES ENCODE-OPTIONS...
+    run encode --pcap back.pcapng "${@:2}" <"$1"; is 0; cp err said
+    run decode "${@:2}" back.pcapng; is 0; same <(jq -c "$ends" "$1") <(jq -c "$ends" out)
+    tshark -o ip.check_checksum:TRUE -o udp.check_checksum:TRUE -o tcp.check_checksum:TRUE -r back.pcapng -Y \
+        'ip.checksum.status == 0 or udp.checksum.status == 0 or tcp.checksum.status == 0 or _ws.malformed or tcp.analysis.flags' >bad 2>err
+    equal "$(cat bad)" ''
+}
+set -- length:2@1+4 segment skip:3 length:4@0 segment
+for end in '"source": "fe80::1", "destination": "fe80::2", "protocol": "tcp"' '"protocol": "tcp", "source_port": 1' \
+    '"time": 1700000000.123456789' '"protocol": "ip 89"' '"source": "02:00:00:00:00:01", "protocol": "ethertype 0x88B5"'; do
+    tlv sample --count 3 --pcap some.pcapng --frame "{$end}" $big || fail "$end"
+    tlv decode some.pcapng >lines; equal "$(wc -l <lines)" 3
+    back lines --framing "$1"
+    shift
+done
+tlv decode some.pcapng | jq . >lines; grep -q '"source": "02:00:00:00:00:01"' lines || fail 'no address'
+tlv decode --type-of udp/9000=$message traffic.pcap >lines; back lines
+lost=$(jq -s 'map(.deviations // 0) | add' lines)
+[ "$(cat said)" = "tlv: bytes behind messages lost: $(jq -s 'map(.trailing_bytes // 0) | add' lines)
+tlv: deviations lost: $lost
+tlv: frames without a message, dropped: $(grep -c '"error":' lines)" ] || fail "$(cat said)"
+jq -c .message lines | grep -v null >bodies; run encode -t $message bodies --out hex; is 0
+equal "$(tlv decode --compact -t $message <(head -8 out))" "$(head -1 bodies)"
+for wrong in '{"frame": 1, "type": "ifid", "source_port": 65536, "message": {}}' '{"frame": 1, "time": "now", "type": "ifid", "message": {}}'; do
+    run encode --pcap back.pcapng "$wrong"; is 3
+done
+run encode --pcap back.pcapng --frame '{"source": "x"}' -t ifid '{}'; error_has 'without two IP addresses.*: 1'
+run encode --pcap back.pcapng --framing length:1@0 -t $big "$(tlv sample --out json $big)"
+error_has "too long for the framing's length.*: 1"
+run encode '{}'; is 2; error_has 'needs a type'
+
+# Rows, and how many there are of each kind.
+run decode --csv $message traffic.pcap; python3 -c "
+import csv
+rows = list(csv.DictReader(open('out')))
+for row in rows: print(row['frame'], row['message.led_control.color'])" >colors
+equal "$(cat colors)" "$(tlv decode traffic.pcap | jq -r "select(.type == \"$message\") | \"\(.frame) \(.message.led_control.color)\"")"
+run decode --flat traffic.pcap; equal "$(jq -r 'select(.type) | [keys_unsorted[]] | length' out | sort -u | wc -l)" 2
+equal "$(jq -c 'select(.type | not) | .["error.code"]' out | sort | uniq -c)" "$(tlv decode traffic.pcap | jq -c 'select(.error) | .error.code' | sort | uniq -c)"
+run decode --summary traffic.pcap
+equal "$(tail -n 1 out | jq -c '.summary | [.messages, .types.'$big', .faults.fragment]')" "[$(grep -c '"message":' out),$(grep -c "\"$big\",\"message\"" out),1]"
+run verify --summary traffic.pcap; prints '^#        1 error\[cut\]'
+tlv sample --kind boundary --seed 2 ip_address >address; run decode -t ip_address --csv ip_address address
+equal "$(sed 's/.*,message.address.type,//; s/.*,0,0,//' out | tr '\n' ' ')" "message.address.ipv4,message.address.ipv6.addr,message.address.ipv4_maddr.addr,message.address.ipv6_maddr.addr,message.length $(tlv decode --compact -t ip_address address | jq -r '[.address.type, .address.ipv4, .address.ipv6.addr, .address.ipv4_maddr.addr, .address.ipv6_maddr.addr, .length] | map(. // "") | join(",")') "
+
 # Types that these bytes cannot tell apart are never one of them.
 tlv guess --json small.bin | jq -e '.guesses[0].types | length == 1' >out || fail 'the message has a rival'
 for tied in $(tlv types --kind message); do
