@@ -102,7 +102,7 @@ void add_encode(Cli &cli) {
          {{"tlv encode -t zel_led_control led.json > led.bin", "from a file"},
           {"tlv encode -t zel_led_control '{\"slot\": 2, \"color\": 3}'", "from the command line"},
           {"tlv decode -t 1357 led.bin | jq '.color = 1' | tlv encode -t 1357 > new.bin", "change one value"},
-          {"tlv decode c.pcapng | jq 'select(.message.led_control.color == 3)' | tlv encode --pcap "
+          {"tlv decode trace.pcapng | jq 'select(.message.led_control.color == 3)' | tlv encode --pcap "
            "new.pcapng",
            "a capture of those messages"}}},
         [options] { return run(*options); });

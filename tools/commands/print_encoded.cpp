@@ -31,6 +31,7 @@ void add_output_options(Command command, OutputOptions &options) {
         .add_argument("--framing", "What is before each message in these frames, as tlv decode takes it", "",
                       [&options](const std::string &text) {
                           options.framing = parse_framing(text);
+                          options.for_frames = true;
                           return true;
                       })
         .type_name("segment|skip:N|length:BYTES@OFFSET");
@@ -41,6 +42,7 @@ void add_output_options(Command command, OutputOptions &options) {
                       "",
                       [&options](const std::string &text) {
                           options.facts = facts_in(text);
+                          options.for_frames = true;
                           return true;
                       })
         .type_name("JSON");
@@ -49,6 +51,8 @@ void add_output_options(Command command, OutputOptions &options) {
 EncodedOutput::EncodedOutput(const OutputOptions &options) : form_(options.form) {
     if (!options.capture.empty()) {
         writer_.emplace(options.capture, options.framing);
+    } else if (options.for_frames) {
+        throw Failure(exit_usage, "--framing and --frame say what --pcap writes");
     } else if (form_ == OutputForm::automatic) {
         form_ = isatty(STDOUT_FILENO) == 0 ? OutputForm::raw : OutputForm::hex;
     }

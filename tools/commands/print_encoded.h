@@ -11,9 +11,10 @@ enum class OutputForm { automatic, raw, hex, json }; // automatic: hex on a term
 
 struct OutputOptions {
     OutputForm form = OutputForm::automatic;
-    std::string capture{}; // the file; empty for standard output
-    Framing framing{};     // in the capture
-    FrameFacts facts{};    // of messages that come with none
+    std::string capture{};   // the file; empty for standard output
+    Framing framing{};       // in the capture
+    FrameFacts facts{};      // of messages that come with none
+    bool for_frames = false; // whether one of these two was given
 };
 
 void add_output_options(cli::Command command, OutputOptions &options);

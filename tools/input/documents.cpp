@@ -145,7 +145,9 @@ std::optional<Decoded> decoded_of(const std::string &text, const FrameFacts &fac
     if (!is_decoded || (!has("message") && !has("error"))) {
         return std::nullopt;
     }
-    const auto number = [&](const char *name) { return has(name) ? json[name].get<uint64_t>() : 0; };
+    const auto number = [&](const char *name) {
+        return has(name) && json[name].is_number_unsigned() ? json[name].get<uint64_t>() : 0;
+    };
     const auto message = has("message") ? std::optional(json["message"].dump()) : std::nullopt;
     const bool typed = has("type") && json["type"].is_string();
     return Decoded{typed ? json["type"].get<std::string>() : "", message, facts_of(json, text, facts),

@@ -76,6 +76,7 @@ done
 run encode --pcap back.pcapng --frame '{"source": "x"}' -t ifid '{}'; error_has 'without two IP addresses.*: 1'
 run encode --pcap back.pcapng --framing length:1@0 -t $big "$(tlv sample --out json $big)"
 error_has "too long for the framing's length.*: 1"
+run encode --framing skip:3 -t ifid '{}'; is 2; run sample --pcap /dev/full ifid; is 4
 run encode '{}'; is 2; error_has 'needs a type'
 
 # Rows, and how many there are of each kind.
@@ -89,8 +90,11 @@ equal "$(jq -c 'select(.type | not) | .["error.code"]' out | sort | uniq -c)" "$
 run decode --summary traffic.pcap
 equal "$(tail -n 1 out | jq -c '.summary | [.messages, .types.'$big', .faults.fragment]')" "[$(grep -c '"message":' out),$(grep -c "\"$big\",\"message\"" out),1]"
 run verify --summary traffic.pcap; prints '^#        1 error\[cut\]'
-tlv sample --kind boundary --seed 2 ip_address >address; run decode -t ip_address --csv ip_address address
-equal "$(sed 's/.*,message.address.type,//; s/.*,0,0,//' out | tr '\n' ' ')" "message.address.ipv4,message.address.ipv6.addr,message.address.ipv4_maddr.addr,message.address.ipv6_maddr.addr,message.length $(tlv decode --compact -t ip_address address | jq -r '[.address.type, .address.ipv4, .address.ipv6.addr, .address.ipv4_maddr.addr, .address.ipv6_maddr.addr, .length] | map(. // "") | join(",")') "
+for path in ip_address.message.address.ipv4 svrm_ip_addr_msg_message.message.address.dhcp_info.dhcp; do
+    tlv sample "${path%%.*}" >some.bin; run decode -t "${path%%.*}" --flat some.bin; is 0
+    equal "$(jq ".[\"${path#*.}\"]" out)" "$(tlv decode -t "${path%%.*}" some.bin | jq "${path#*.message}")"
+done
+equal "$(jq -c 'keys_unsorted' out | uniq)" "$(tlv sample --seed 3 svrm_ip_addr_msg_message | tlv decode -t svrm_ip_addr_msg_message --flat | jq -c keys_unsorted)"
 
 # Types that these bytes cannot tell apart are never one of them.
 tlv guess --json small.bin | jq -e '.guesses[0].types | length == 1' >out || fail 'the message has a rival'
