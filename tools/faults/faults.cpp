@@ -36,9 +36,9 @@ constexpr Explanation tool_codes[] = {
      "The frame holds a part of an IP packet, and the others that it takes are not in the capture, or "
      "too far away. Capture all fragments: a filter by port lets only the first one through."},
     {"segment", "The frame holds a part of a TCP stream in which no whole message ends. A message that takes "
-                "several segments is put together when --framing says how messages are delimited. A segment "
-                "without data, or "
-                "with what has come before, is no error, nor are bytes that begin with no element of ours."},
+                "several segments is put together when --framing says how messages are delimited. Segments "
+                "without data or with what has come before are no errors, nor are bytes that begin with no "
+                "element of ours."},
     {"cut",
      "Fewer bytes of the frame were captured than were sent, so the end of its message is missing. Capture "
      "whole frames: tcpdump -s 0."},
