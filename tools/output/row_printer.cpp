@@ -39,7 +39,7 @@ void add_columns(const tlvmsg_type *type, const std::string &path, std::vector<C
         const tlvmsg_member &member = type->members[i];
         const bool counts_next = (member.flags & TLVMSG_SHARED_WITH_NEXT) != 0 &&
                                  tlvmsg_type_is_dynamic(type->members[i + 1].type);
-        if (!counts_next) { // as the array itself does
+        if (!counts_next) {                             // as the array itself does
             const bool is_whole = *member.path == '\0'; // a union whose alternatives stand in its owner
             add_columns(member.type, is_whole ? path : path + "." + member.path, columns);
         }
