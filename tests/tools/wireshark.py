@@ -22,7 +22,7 @@ def capture(packets):
     with open("x.pcap", "wb") as file:
         file.write(struct.pack("<IHHiIII", 0xA1B2C3D4, 2, 4, 0, 0, 1 << 18, 101))
         for protocol, port, payload, *at in packets:
-            transport = (struct.pack(">HHHH", port, 1, 8 + len(payload), 0) if protocol == UDP else
+            transport = (b"" if protocol not in (UDP, TCP) else struct.pack(">HHHH", port, 1, 8 + len(payload), 0) if protocol == UDP else
                          struct.pack(">HHIIBBHHH", port, 1, 1 + at[0], 1, 0x50, 0x10, 65535, 0, 0))
             packet = struct.pack(">BBHHHBBHII", 0x45, 0, 20 + len(transport + payload), 0, 0, 64, protocol, 0, 1, 2)
             packet += transport + payload
@@ -224,6 +224,11 @@ class Dissector(unittest.TestCase):
         self.assertEqual(messages([(UDP, 9000, led[92:] * 2)], types=f"udp/1={control}"), [[control] * 2])
         self.assertEqual(messages([(UDP, 9000, led * 3)], *DECODE_AS), [[LED] * 3])
         self.assertEqual(messages([(UDP, 9000, led * 2)], types=f"udp/9000={LED}"), [[LED] * 2])
+        self.assertEqual(messages([(89, 0, led)], types=f"ip/89={LED}"), [[LED]])
+        with open("led.txt", "wb") as file:
+            file.write(run("od", "-Ax", "-tx1", input=led))
+        run("text2pcap", "-q", "-e", "0x88b5", "led.txt", "ethertype.pcapng")
+        self.assertEqual(messages("ethertype.pcapng", types=f"ethertype/0x88B5={control} ethertype/0x88b5={LED}"), [[LED]])
         unknown, = dissect([(UDP, 9000, led + 20 * (b"\x07\xd0\0\x2c" + ifid) + b"\0")], *DECODE_AS)
         self.assertEqual(shown(unknown, "tlvmsg.fault"), ["unknown-message", "truncated"])
         self.assertEqual(shown(unknown, "tlvmsg.element.tag"), ["2000"] * 20)

@@ -23,6 +23,12 @@ done
 run decode udp.pcap; is 0; equal "$(jq -r '"\(.type) \(.source_port)"' out | sort -u)" "$message 4000"
 jq -e '.time > 1000000000' out >time || fail 'no time'
 
+run decode --type-of ethertype/0x88b5=ifid ethertype.pcapng; equal "$(jq -r '"\(.type) \(.protocol)"' out | sort -u)" 'ifid ethertype 0x88B5'
+mergecap -w mixed.pcapng user.pcapng udp.pcapng
+run decode mixed.pcapng; is 3; error_has "editcap -T ether"
+editcap -T ether mixed.pcapng one.pcapng; run decode one.pcapng; equal "$(jq -r 'select(.message) | .protocol' out | uniq -c)" '      3 udp'
+rm mixed.pcapng one.pcapng
+
 # Filter and offset. Frames keep the numbers that they have in the file.
 run decode -t $message --filter 'udp port 4000' udp.pcap; equal "$(wc -l <out)" 3
 run decode -t $message --filter 'udp port 4002' udp.pcap; is 0; equal "$(wc -l <out)" 0
@@ -50,7 +56,7 @@ equal "$(wc -l <out)" 3; rm odd.pcap
 # Frames that do not decode.
 run decode -t $message four.pcap; is 1
 equal "$(jq -r 'select(.error) | "\(.frame) \(.error.text)"' out)" "4 $message.session: needs 4 bytes, 2 are left at byte 0"
-run decode four.pcap; is 1; equal "$(jq -c 'select(.error) | .frame' out)" 4
+run decode four.pcap; is 0; equal "$(jq -c 'select(.error) | .frame' out)" 4
 run decode -t $message --offset 5000 udp.pcap; is 1; equal "$(jq -c .error out | wc -l)" 3
 
 # Broken files.
