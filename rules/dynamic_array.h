@@ -83,7 +83,7 @@ struct dynamic_elements {
         if (items == nullptr) {
             return nullptr;
         }
-        Items<Item>::decode(prefix.items, prefix.count, items, prefix.end);
+        Items<Item>::decode(prefix.items, prefix.count, items);
         return prefix.end;
     }
 

@@ -46,7 +46,7 @@ struct element_array {
             return nullptr;
         }
         out->count = prefix.count;
-        Items<Item>::decode(prefix.items, prefix.count, unbounded(out->items), prefix.end);
+        Items<Item>::decode(prefix.items, prefix.count, unbounded(out->items));
         return prefix.end;
     }
 

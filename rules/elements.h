@@ -37,15 +37,15 @@ struct Elements {
         return out;
     }
 
-    [[gnu::noinline]] static const uint8_t *decode(const uint8_t *in, uint16_t count, record *items,
-                                                   const uint8_t *end = nullptr) {
+    [[gnu::noinline]] static const uint8_t *decode(const uint8_t *in, uint16_t count, record *items) {
         for (uint32_t i = 0; i < count && in != nullptr; ++i) {
             if constexpr (is_mapped<Item> && fixed_size<Item> != 0) {
-                const uint32_t taken = take_flawless(in, end, count - i, items + i);
-                in += size_t{taken} * fixed_size<Item>;
-                i += taken;
-                if (i == count) {
-                    break;
+                // A loop without calls, so that the map stays in registers.
+                for (; Item::covers(in) && Item::mismatch(in) == 0; in += fixed_size<Item>) {
+                    Item::take(in, items + i);
+                    if (++i == count) {
+                        return in + fixed_size<Item>;
+                    }
                 }
                 in = Item::decode(in, items + i);
             } else {
@@ -68,19 +68,6 @@ struct Elements {
     }
 
 private:
-    // Takes items up to the first that is not just what the encoder writes, if all lie before the end of their array. Says
-    // how many it took.
-    [[gnu::always_inline]] static uint32_t take_flawless(const uint8_t *in, const uint8_t *end,
-                                                         uint32_t count, record *items) {
-        uint32_t taken = 0;
-        if (end - in >= int64_t{fixed_size<Item>} * count) {
-            for (; taken < count && Item::mismatch(in) == 0; ++taken, in += fixed_size<Item>) {
-                Item::take(in, items + taken);
-            }
-        }
-        return taken;
-    }
-
     template <class Bounds, class Out>
     [[gnu::always_inline]] static const uint8_t *accept_each(const uint8_t *in, uint16_t count,
                                                              Bounds &bounds, Out items) {
