@@ -30,8 +30,7 @@ class Stubs:
             return self.named(name) + " | int" if of["enumerators"] else "int"
         if "element" not in of:
             return self.named(name)
-        missing = " | Missing" if "dynamic" in of["kind"] else ""
-        return (f"Items[{self.read(of['element'])}]" if "byte" not in of["kind"] else "Bytes") + missing
+        return f"Items[{self.read(of['element'])}]" if "byte" not in of["kind"] else "Bytes" # a Missing is a rare exception
 
     def given(self, name):
         """What constructors and dictionaries take."""

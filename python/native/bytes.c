@@ -11,10 +11,12 @@
 enum { LONG = 65536 }; /* bytes, from which on other threads may run */
 
 /* Takes (data, strict=False, limit=0). */
-static bool take_limits(PyObject *const *arguments, Py_ssize_t count, PyObject *names, tlvmsg_limits *limits) {
+static bool take_limits(PyObject *const *arguments, Py_ssize_t count, PyObject *names,
+                        tlvmsg_limits *limits) {
     const Py_ssize_t named = names != NULL ? PyTuple_Size(names) : 0;
     if (count != 1) {
-        PyErr_Format(PyExc_TypeError, "takes one buffer, and strict= and limit=; got %zd positional arguments", count);
+        PyErr_Format(PyExc_TypeError,
+                     "takes one buffer, and strict= and limit=; got %zd positional arguments", count);
         return false;
     }
     for (Py_ssize_t i = 0; i < named; i++) {
@@ -44,7 +46,8 @@ PyObject *type_decode(PyObject *self, PyObject *const *arguments, Py_ssize_t cou
     tlvmsg_limits limits = {0};
     Memory memory;
     Py_buffer in;
-    if (!take_limits(arguments, count, names, &limits) || PyObject_GetBuffer(arguments[0], &in, PyBUF_SIMPLE) < 0) {
+    if (!take_limits(arguments, count, names, &limits) ||
+        PyObject_GetBuffer(arguments[0], &in, PyBUF_SIMPLE) < 0) {
         return NULL;
     }
     if (!memory_open(&memory, type->type)) {
@@ -53,7 +56,8 @@ PyObject *type_decode(PyObject *self, PyObject *const *arguments, Py_ssize_t cou
     }
     tlvmsg_fault fault;
     PyThreadState *const others = in.len >= LONG ? PyEval_SaveThread() : NULL;
-    const bool right = tlvmsg_decode(type->type, in.buf, (size_t)in.len, &limits, memory.record, NULL, &fault);
+    const bool right =
+        tlvmsg_decode(type->type, in.buf, (size_t)in.len, &limits, memory.record, NULL, &fault);
     if (others != NULL) {
         PyEval_RestoreThread(others);
     }
@@ -67,7 +71,8 @@ PyObject *type_verify(PyObject *self, PyObject *const *arguments, Py_ssize_t cou
     Type *const type = (Type *)self;
     tlvmsg_limits limits = {0};
     Py_buffer in;
-    if (!take_limits(arguments, count, names, &limits) || PyObject_GetBuffer(arguments[0], &in, PyBUF_SIMPLE) < 0) {
+    if (!take_limits(arguments, count, names, &limits) ||
+        PyObject_GetBuffer(arguments[0], &in, PyBUF_SIMPLE) < 0) {
         return NULL;
     }
     tlvmsg_extent extent;
@@ -81,11 +86,13 @@ PyObject *type_verify(PyObject *self, PyObject *const *arguments, Py_ssize_t cou
     if (!right) {
         return raise_fault(type->state, &fault);
     }
-    PyObject *deviation = extent.deviations > 0 ? fault_object(type->state, &extent.first_deviation) : Py_NewRef(Py_None);
-    return deviation == NULL ? NULL
-                             : PyObject_CallFunction(type->state->extent, "nnnnnN", (Py_ssize_t)extent.consumed,
-                                                     (Py_ssize_t)extent.examined, (Py_ssize_t)extent.allocated,
-                                                     (Py_ssize_t)extent.blocks, (Py_ssize_t)extent.deviations, deviation);
+    PyObject *deviation =
+        extent.deviations > 0 ? fault_object(type->state, &extent.first_deviation) : Py_NewRef(Py_None);
+    return deviation == NULL
+               ? NULL
+               : PyObject_CallFunction(type->state->extent, "nnnnnN", (Py_ssize_t)extent.consumed,
+                                       (Py_ssize_t)extent.examined, (Py_ssize_t)extent.allocated,
+                                       (Py_ssize_t)extent.blocks, (Py_ssize_t)extent.deviations, deviation);
 }
 
 static PyObject *encoded_long(Type *type, const void *record) {

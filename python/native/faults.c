@@ -21,7 +21,8 @@ PyObject *fault_object(State *state, const tlvmsg_fault *fault) {
 }
 
 PyObject *raise_fault(State *state, const tlvmsg_fault *fault) {
-    return fault->code == TLVMSG_OUT_OF_MEMORY ? PyErr_NoMemory() : raise(state->fault, fault_object(state, fault));
+    return fault->code == TLVMSG_OUT_OF_MEMORY ? PyErr_NoMemory()
+                                               : raise(state->fault, fault_object(state, fault));
 }
 
 PyObject *raise_text_fault(State *state, const tlvmsg_text_fault *fault) {
@@ -32,10 +33,11 @@ PyObject *raise_text_fault(State *state, const tlvmsg_text_fault *fault) {
         return PyErr_NoMemory();
     }
     char line[TLVMSG_TEXT_MESSAGE + TLVMSG_MAX_PATH + 64];
-    int length = snprintf(line, sizeof line, "error[%s]: %s%s%s", tlvmsg_text_code_name(fault->code), fault->path,
-                          *fault->path ? ": " : "", fault->message);
+    int length = snprintf(line, sizeof line, "error[%s]: %s%s%s", tlvmsg_text_code_name(fault->code),
+                          fault->path, *fault->path ? ": " : "", fault->message);
     if (fault->column > 0 && (size_t)length < sizeof line) { /* otherwise it is about a setting */
-        snprintf(line + length, sizeof line - (size_t)length, " in line %zu, column %zu", fault->line, fault->column);
+        snprintf(line + length, sizeof line - (size_t)length, " in line %zu, column %zu", fault->line,
+                 fault->column);
     }
     return raise(state->text_fault,
                  PyObject_CallFunction(state->text_fault, "sssnnn", line, tlvmsg_text_code_name(fault->code),
@@ -50,13 +52,16 @@ PyObject *raise_schema_faults(State *state, const tlvmsg_schema *schema) {
     PyObject *exception = NULL;
     for (size_t i = 0; i < count; i++, fault++) {
         const char *const help = *fault->help ? "; " : "";
-        PyObject *line = fault->line > 0 ? PyUnicode_FromFormat("%s:%zu:%zu: %s%s%s (%s)", fault->file, fault->line,
-                                                                fault->column, fault->message, help, fault->help, fault->code)
-                                         : PyUnicode_FromFormat("%s%s%s (%s)", fault->message, help, fault->help, fault->code);
+        PyObject *line =
+            fault->line > 0
+                ? PyUnicode_FromFormat("%s:%zu:%zu: %s%s%s (%s)", fault->file, fault->line, fault->column,
+                                       fault->message, help, fault->help, fault->code)
+                : PyUnicode_FromFormat("%s%s%s (%s)", fault->message, help, fault->help, fault->code);
         PyObject *done = NULL;
         if (line != NULL && i == 0) {
-            exception = done = PyObject_CallFunction(state->text_fault, "OsssOnn", line, fault->code, fault->file, "",
-                                                     Py_None, (Py_ssize_t)fault->line, (Py_ssize_t)fault->column);
+            exception = done =
+                PyObject_CallFunction(state->text_fault, "OssOnn", line, fault->code, fault->file, Py_None,
+                                      (Py_ssize_t)fault->line, (Py_ssize_t)fault->column);
             Py_XINCREF(done);
         } else if (line != NULL) {
             done = PyObject_CallMethod(exception, "add_note", "O", line);
@@ -87,7 +92,8 @@ static PyObject *path_of(const Place *place) {
     return path;
 }
 
-PyObject *raise_value(State *state, const Place *place, tlvmsg_text_code code, PyObject *found, const char *allowed, ...) {
+PyObject *raise_value(State *state, const Place *place, tlvmsg_text_code code, PyObject *found,
+                      const char *allowed, ...) {
     va_list values;
     va_start(values, allowed);
     PyObject *right = PyUnicode_FromFormatV(allowed, values);
@@ -95,12 +101,13 @@ PyObject *raise_value(State *state, const Place *place, tlvmsg_text_code code, P
     PyObject *path = path_of(place);
     PyObject *line = NULL;
     if (right != NULL && path != NULL && found != NULL) {
-        line = PyUnicode_FromFormat("error[%s]: %U: found %.200R, expected %U", tlvmsg_text_code_name(code), path, found,
-                                    right);
+        line = PyUnicode_FromFormat("error[%s]: %U: found %.200R, expected %U", tlvmsg_text_code_name(code),
+                                    path, found, right);
     }
-    PyObject *exception = line == NULL ? NULL
-                                       : PyObject_CallFunction(state->fault, "OsOOOO", line, tlvmsg_text_code_name(code),
-                                                               path, Py_None, found, right);
+    PyObject *exception =
+        line == NULL ? NULL
+                     : PyObject_CallFunction(state->fault, "OsOOOO", line, tlvmsg_text_code_name(code), path,
+                                             Py_None, found, right);
     Py_XDECREF(line);
     Py_XDECREF(path);
     Py_XDECREF(right);

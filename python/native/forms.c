@@ -82,7 +82,8 @@ PyObject *type_sample(PyObject *self, PyObject *arguments, PyObject *names) {
     char *keywords[] = {"kind", "seed", NULL};
     PyObject *const none = PyTuple_New(0);
     tlvmsg_sample_options options = {.setting_count = count};
-    const bool parsed = none != NULL && PyArg_ParseTupleAndKeywords(none, names, "|sK:sample", keywords, &kind, &seed);
+    const bool parsed =
+        none != NULL && PyArg_ParseTupleAndKeywords(none, names, "|sK:sample", keywords, &kind, &seed);
     Py_XDECREF(none);
     if (!parsed || !sample_kind(kind, &options.kind)) {
         return NULL;
@@ -99,8 +100,9 @@ PyObject *type_sample(PyObject *self, PyObject *arguments, PyObject *names) {
     PyObject *result = NULL;
     if (right && memory_open(&memory, type->type)) {
         tlvmsg_text_fault fault;
-        result = tlvmsg_sample(type->type, &options, memory.record, &fault) ? to_python(type, memory.record)
-                                                                            : raise_text_fault(type->state, &fault);
+        result = tlvmsg_sample(type->type, &options, memory.record, &fault)
+                     ? to_python(type, memory.record)
+                     : raise_text_fault(type->state, &fault);
         memory_close(&memory);
     }
     PyMem_Free(settings);
@@ -112,8 +114,8 @@ PyObject *type_sample(PyObject *self, PyObject *arguments, PyObject *names) {
 static PyObject *differences_of(State *state, const tlvmsg_difference *differences, size_t count) {
     PyObject *list = PyList_New(0);
     for (size_t i = 0; list != NULL && i < count; i++) {
-        PyObject *const each = PyObject_CallFunction(state->difference, "szz", differences[i].path, differences[i].a,
-                                                     differences[i].b);
+        PyObject *const each = PyObject_CallFunction(state->difference, "szz", differences[i].path,
+                                                     differences[i].a, differences[i].b);
         if (each == NULL || PyList_Append(list, each) < 0) {
             Py_CLEAR(list);
         }
@@ -164,9 +166,9 @@ PyObject *read_hex(PyObject *module, PyObject *text) {
     close_text(owner, &in);
     PyObject *list = right ? PyList_New(0) : raise_text_fault(state, &fault);
     for (size_t i = 0; list != NULL && i < count; i++) {
-        PyObject *const each =
-            PyObject_CallFunction(state->hex_message, "y#sn", (const char *)messages[i].bytes, (Py_ssize_t)messages[i].size,
-                                  messages[i].type, (Py_ssize_t)messages[i].line);
+        PyObject *const each = PyObject_CallFunction(
+            state->hex_message, "y#sn", (const char *)messages[i].bytes, (Py_ssize_t)messages[i].size,
+            messages[i].type, (Py_ssize_t)messages[i].line);
         if (each == NULL || PyList_Append(list, each) < 0) {
             Py_CLEAR(list);
         }
@@ -197,8 +199,8 @@ PyObject *schema_annotate(PyObject *self, PyObject *arguments) {
     tlvmsg_text_fault fault;
     PyObject *result = NULL;
     if (all != NULL) {
-        result = tlvmsg_annotate(schema->set, type != NULL ? ((Type *)type)->type : NULL, in.buf, (size_t)in.len, NULL,
-                                 collect, all, NULL, &fault)
+        result = tlvmsg_annotate(schema->set, type != NULL ? ((Type *)type)->type : NULL, in.buf,
+                                 (size_t)in.len, NULL, collect, all, NULL, &fault)
                      ? PyUnicode_FromEncodedObject(all, "utf-8", "replace")
                      : raise_text_fault(schema->state, &fault);
     }
@@ -232,9 +234,10 @@ static PyObject *guess_object(Schema *schema, const tlvmsg_guess *guess) {
         Py_XDECREF(types);
         return NULL;
     }
-    return PyObject_CallFunction(schema->state->guess, "sNnnnnN", fits[guess->verdict.fit], types, (Py_ssize_t)guess->offset,
-                                 (Py_ssize_t)guess->verdict.extent.consumed, (Py_ssize_t)guess->understood,
-                                 (Py_ssize_t)guess->verdict.extent.deviations, fault);
+    return PyObject_CallFunction(schema->state->guess, "sNnnnnN", fits[guess->verdict.fit], types,
+                                 (Py_ssize_t)guess->offset, (Py_ssize_t)guess->verdict.extent.consumed,
+                                 (Py_ssize_t)guess->understood, (Py_ssize_t)guess->verdict.extent.deviations,
+                                 fault);
 }
 
 PyObject *schema_guess(PyObject *self, PyObject *arguments) {
@@ -249,8 +252,10 @@ PyObject *schema_guess(PyObject *self, PyObject *arguments) {
     tlvmsg_guess *guesses;
     size_t count;
     tlvmsg_text_fault fault;
-    PyObject *list = tlvmsg_guess_types(schema->set, in.buf, (size_t)in.len, &options, &guesses, &count, &fault)
-                         ? PyList_New(0) : raise_text_fault(schema->state, &fault);
+    PyObject *list =
+        tlvmsg_guess_types(schema->set, in.buf, (size_t)in.len, &options, &guesses, &count, &fault)
+            ? PyList_New(0)
+            : raise_text_fault(schema->state, &fault);
     PyBuffer_Release(&in);
     for (size_t i = 0; list != NULL && i < count; i++) {
         PyObject *const each = guess_object(schema, &guesses[i]);
@@ -273,13 +278,15 @@ PyObject *schema_divide(PyObject *self, PyObject *data) {
     size_t count;
     tlvmsg_text_fault fault;
     PyObject *list = tlvmsg_divide(schema->set, in.buf, (size_t)in.len, &parts, &count, &fault)
-                         ? PyList_New(0) : raise_text_fault(schema->state, &fault);
+                         ? PyList_New(0)
+                         : raise_text_fault(schema->state, &fault);
     PyBuffer_Release(&in);
     for (size_t i = 0; list != NULL && i < count; i++) {
         PyObject *const types = types_of(schema, parts[i].types, parts[i].type_count);
-        PyObject *const each = types == NULL ? NULL
-                                             : PyObject_CallFunction(schema->state->part, "nnN", (Py_ssize_t)parts[i].offset,
-                                                                     (Py_ssize_t)parts[i].size, types);
+        PyObject *const each =
+            types == NULL ? NULL
+                          : PyObject_CallFunction(schema->state->part, "nnN", (Py_ssize_t)parts[i].offset,
+                                                  (Py_ssize_t)parts[i].size, types);
         if (each == NULL || PyList_Append(list, each) < 0) {
             Py_CLEAR(list);
         }

@@ -5,7 +5,8 @@
 
 bool memory_open(Memory *memory, const tlvmsg_type *type) {
     memory->type = type;
-    memory->record = type->size <= sizeof memory->small ? memset(memory->small, 0, type->size) : PyMem_Calloc(1, type->size);
+    memory->record = type->size <= sizeof memory->small ? memset(memory->small, 0, type->size)
+                                                        : PyMem_Calloc(1, type->size);
     return memory->record != NULL || PyErr_NoMemory() != NULL;
 }
 

@@ -2,9 +2,9 @@
 #include "native.h"
 
 /* By the order of the State. */
-static const char *const of_values[] = {"Items",  "Bytes", "Missing", "enumeration", "Documentation", "load",
-                                        "Extent", "Guess", "Part",    "Difference",  "HexMessage",    "Fault",
-                                        "TextFault"};
+static const char *const of_values[] = {"Items",      "Bytes",  "Missing",  "enumeration", "Documentation",
+                                        "load",       "Extent", "Guess",    "Part",        "Difference",
+                                        "HexMessage", "Fault",  "TextFault"};
 
 static bool import_values(State *state) {
     PyObject **const objects = &state->items;
@@ -28,9 +28,11 @@ static bool add_type(PyObject *module, PyType_Spec *spec, PyTypeObject **type) {
 static int execute(PyObject *module) {
     State *const state = PyModule_GetState(module);
     return import_values(state) && add_type(module, &schema_spec, &state->schema_type) &&
-                   add_type(module, &type_spec, &state->type_type) && add_type(module, &record_spec, &state->record_type) &&
+                   add_type(module, &type_spec, &state->type_type) &&
+                   add_type(module, &record_spec, &state->record_type) &&
                    PyModule_AddStringConstant(module, "version", TLVMSG_PYTHON_VERSION) == 0
-               ? 0 : -1;
+               ? 0
+               : -1;
 }
 
 static PyObject *type_of_object(PyObject *module, PyObject *object) {
@@ -61,8 +63,10 @@ static void free_state(void *module) {
 }
 
 static PyMethodDef functions[] = {
-    {"diff", diff, METH_VARARGS, "diff(a, b): where two messages of a type differ, as a list of tlvmsg.Difference."},
-    {"read_hex", read_hex, METH_O, "read_hex(text): bytes that somebody wrote down, as a list of tlvmsg.HexMessage."},
+    {"diff", diff, METH_VARARGS,
+     "diff(a, b): where two messages of a type differ, as a list of tlvmsg.Difference."},
+    {"read_hex", read_hex, METH_O,
+     "read_hex(text): bytes that somebody wrote down, as a list of tlvmsg.HexMessage."},
     {"type_of", type_of_object, METH_O, "type_of(message): the tlvmsg.Type of a message or of its class."},
     {0},
 };
@@ -70,13 +74,8 @@ static PyMethodDef functions[] = {
 static PyModuleDef_Slot slots[] = {{Py_mod_exec, execute}, {0}};
 
 static PyModuleDef definition = {
-    PyModuleDef_HEAD_INIT,
-    .m_name = "tlvmsg._native",
-    .m_size = sizeof(State),
-    .m_methods = functions,
-    .m_slots = slots,
-    .m_traverse = traverse,
-    .m_free = free_state,
+    PyModuleDef_HEAD_INIT, .m_name = "tlvmsg._native", .m_size = sizeof(State), .m_methods = functions,
+    .m_slots = slots,      .m_traverse = traverse,     .m_free = free_state,
 };
 
 PyMODINIT_FUNC PyInit__native(void) { return PyModuleDef_Init(&definition); }

@@ -14,16 +14,17 @@
 typedef struct State {
     PyTypeObject *schema_type, *type_type, *record_type;
     /* Of tlvmsg.values and tlvmsg.faults. */
-    PyObject *items, *bytes, *missing, *enumeration, *documentation, *loader, *extent, *guess, *part, *difference, *hex_message;
+    PyObject *items, *bytes, *missing, *enumeration, *documentation, *loader, *extent, *guess, *part,
+        *difference, *hex_message;
     PyObject *fault, *text_fault;
-    PyObject *name_of_type, *name_of_array; /* attributes: of a class its Type, of a list the Type of its array */
+    PyObject *name_of_type,
+        *name_of_array; /* attributes: of a class its Type, of a list the Type of its array */
 } State;
 
 /* ---- schema.c: sets of types ---- */
 
 typedef struct Schema {
-    PyObject_HEAD
-    PyObject *module; /* keeps the state */
+    PyObject_HEAD PyObject *module; /* keeps the state */
     State *state;
     tlvmsg_schema *loaded;      /* null: the library's own types */
     const tlvmsg_type_set *set; /* likewise */
@@ -50,18 +51,17 @@ typedef struct Field {
 
 /* Needs no tp_clear: all cycles lead through a class or a Schema, which have one. */
 struct Type {
-    PyObject_HEAD
-    State *state;
+    PyObject_HEAD State *state;
     Schema *schema;
     const tlvmsg_type *type;
     Form form;
     int64_t least; /* of numbers, and of the counts of arrays */
     uint64_t most;
     size_t most_items; /* of arrays */
-    bool collected;   /* objects of the class can be part of a cycle */
-    PyObject *class_; /* of records, or of an enumeration's values; else null */
-    PyObject *values; /* enumerations: a tuple of members as tlvmsg_type has them; else null */
-    Type *element;    /* of arrays */
+    bool collected;    /* objects of the class can be part of a cycle */
+    PyObject *class_;  /* of records, or of an enumeration's values; else null */
+    PyObject *values;  /* enumerations: a tuple of members as tlvmsg_type has them; else null */
+    Type *element;     /* of arrays */
     uint32_t field_count;
     Field *fields;
     PyObject *index; /* records: the number of the field of a name */
@@ -78,8 +78,7 @@ Type *type_of_class(State *state, PyObject *class_);
 /* ---- record.c: objects of structures, messages and unions ---- */
 
 typedef struct Record {
-    PyObject_HEAD
-    Type *type;
+    PyObject_HEAD Type *type;
     PyObject *slots[]; /* a field each; null for alternatives that are not chosen */
 } Record;
 
@@ -151,7 +150,8 @@ PyObject *raise_schema_faults(State *state, const tlvmsg_schema *schema);
 PyObject *fault_object(State *state, const tlvmsg_fault *fault);
 
 /* A value that does not fit: `found` is stolen, and `allowed` says what does. */
-PyObject *raise_value(State *state, const Place *place, tlvmsg_text_code code, PyObject *found, const char *allowed, ...);
+PyObject *raise_value(State *state, const Place *place, tlvmsg_text_code code, PyObject *found,
+                      const char *allowed, ...);
 PyObject *raise_type(const Place *place, PyObject *found, const char *expected);
 
 #endif

@@ -60,8 +60,9 @@ static Py_ssize_t field_of(const Type *type, PyObject *name) {
 
 static PyObject *raise_not_chosen(Record *self, const Field *field, const Place *place) {
     const Field *const selector = &self->type->fields[field->selector];
-    return raise_value(self->type->state, place, TLVMSG_TEXT_NOT_CHOSEN, Py_NewRef(self->slots[field->selector]),
-                       "%s to choose %s; choose() changes both", selector->name, field->name);
+    return raise_value(self->type->state, place, TLVMSG_TEXT_NOT_CHOSEN,
+                       Py_NewRef(self->slots[field->selector]), "%s to choose %s; choose() changes both",
+                       selector->name, field->name);
 }
 
 static PyObject *record_get(PyObject *object, PyObject *name) {
@@ -72,8 +73,9 @@ static PyObject *record_get(PyObject *object, PyObject *name) {
     }
     if (i >= 0 && self->slots[i] == NULL) {
         const Field *const field = &self->type->fields[i];
-        return PyErr_Format(PyExc_AttributeError, "%s of %s is not chosen: %s is %R", field->name, self->type->type->name,
-                            self->type->fields[field->selector].name, self->slots[field->selector]);
+        return PyErr_Format(PyExc_AttributeError, "%s of %s is not chosen: %s is %R", field->name,
+                            self->type->type->name, self->type->fields[field->selector].name,
+                            self->slots[field->selector]);
     }
     return i >= 0 ? Py_NewRef(self->slots[i]) : NULL;
 }
@@ -136,7 +138,8 @@ static bool choose(Record *self, uint32_t selector, uint32_t number, PyObject *v
     }
     PyObject *const integer = PyLong_FromUnsignedLong(number);
     const Place at_selector = {.parent = place, .name = type->fields[selector].name};
-    PyObject *const right = integer != NULL ? checked(type->fields[selector].type, integer, &at_selector) : NULL;
+    PyObject *const right =
+        integer != NULL ? checked(type->fields[selector].type, integer, &at_selector) : NULL;
     Py_XDECREF(integer);
     PyObject *inside = NULL;
     if (right != NULL && field != NULL) {
@@ -174,7 +177,9 @@ static PyObject *record_choose(PyObject *object, PyObject *arguments) {
     }
     if (named >= 0 && type->fields[named].alternative != NULL) {
         const Field *const field = &type->fields[named];
-        return choose(self, field->selector, field->alternative->values[0], value, &place) ? Py_NewRef(Py_None) : NULL;
+        return choose(self, field->selector, field->alternative->values[0], value, &place)
+                   ? Py_NewRef(Py_None)
+                   : NULL;
     }
     uint32_t selector = 0;
     while (selector < type->field_count && type->fields[selector].union_type == NULL) {
@@ -191,7 +196,8 @@ static PyObject *record_choose(PyObject *object, PyObject *arguments) {
     const uint32_t number = (uint32_t)PyLong_AsUnsignedLong(right);
     Py_DECREF(right);
     if (value != NULL && tlvmsg_chosen_by(type->fields[selector].union_type, number) == NULL) {
-        return raise_value(type->state, &at_selector, TLVMSG_TEXT_NOT_CHOSEN, Py_NewRef(which), "what chooses an alternative");
+        return raise_value(type->state, &at_selector, TLVMSG_TEXT_NOT_CHOSEN, Py_NewRef(which),
+                           "what chooses an alternative");
     }
     return choose(self, selector, number, value, &place) ? Py_NewRef(Py_None) : NULL;
 }
@@ -206,11 +212,12 @@ static bool set_union(Record *self, uint32_t selector, PyObject *members, const 
     for (uint32_t i = 0; i < type->field_count; i++) {
         const Field *const field = &type->fields[i];
         PyObject *const given = field->alternative != NULL && field->selector == selector
-                                    ? PyDict_GetItemString(members, field->name) : NULL;
+                                    ? PyDict_GetItemString(members, field->name)
+                                    : NULL;
         if (given != NULL && value != NULL) {
             const Place inside = {.parent = place, .name = field->name};
-            return raise_value(type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN, Py_NewRef(given), "it without %s beside it",
-                               type->fields[alternative].name) != NULL;
+            return raise_value(type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN, Py_NewRef(given),
+                               "it without %s beside it", type->fields[alternative].name) != NULL;
         }
         if (given != NULL) {
             value = given;
@@ -219,7 +226,8 @@ static bool set_union(Record *self, uint32_t selector, PyObject *members, const 
     }
     PyObject *const said = PyDict_GetItemString(members, type->fields[selector].name);
     if (said == NULL) {
-        return value == NULL || choose(self, selector, type->fields[alternative].alternative->values[0], value, place);
+        return value == NULL ||
+               choose(self, selector, type->fields[alternative].alternative->values[0], value, place);
     }
     const Place at_selector = {.parent = place, .name = type->fields[selector].name};
     PyObject *const right = checked(type->fields[selector].type, said, &at_selector);
@@ -227,7 +235,8 @@ static bool set_union(Record *self, uint32_t selector, PyObject *members, const 
         return false;
     }
     const uint32_t number = (uint32_t)PyLong_AsUnsignedLong(right);
-    if (value != NULL && tlvmsg_chosen_by(type->fields[selector].union_type, number) != type->fields[alternative].alternative) {
+    if (value != NULL && tlvmsg_chosen_by(type->fields[selector].union_type, number) !=
+                             type->fields[alternative].alternative) {
         return raise_value(type->state, &at_selector, TLVMSG_TEXT_NOT_CHOSEN, right, "what chooses %s",
                            type->fields[alternative].name) != NULL;
     }
@@ -242,7 +251,8 @@ static bool check_names(const Type *type, PyObject *members, const Place *place)
         if (i == -1) {
             PyObject *const known = PyDict_Keys(type->index);
             if (known != NULL) {
-                raise_value(type->state, place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name), "a member: %R", known);
+                raise_value(type->state, place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name), "a member: %R",
+                            known);
                 Py_DECREF(known);
             }
         }
@@ -301,7 +311,8 @@ static PyObject *record_new(PyTypeObject *class_, PyObject *arguments, PyObject 
         return NULL;
     }
     if (PyTuple_Size(arguments) > 0) {
-        PyErr_Format(PyExc_TypeError, "members have names: %s(member=value), or from_dict({...})", type->type->name);
+        PyErr_Format(PyExc_TypeError, "members have names: %s(member=value), or from_dict({...})",
+                     type->type->name);
         return NULL;
     }
     const Place place = {.name = type->type->name};
@@ -331,14 +342,16 @@ static PyObject *record_repr(PyObject *object) {
     bool right = parts != NULL;
     for (uint32_t i = 0; right && i < self->type->field_count; i++) {
         PyObject *const slot = Py_XNewRef(self->slots[i]);
-        PyObject *const part = slot != NULL ? PyUnicode_FromFormat("%s=%R", self->type->fields[i].name, slot) : NULL;
+        PyObject *const part =
+            slot != NULL ? PyUnicode_FromFormat("%s=%R", self->type->fields[i].name, slot) : NULL;
         right = slot == NULL || (part != NULL && PyList_Append(parts, part) == 0);
         Py_XDECREF(part);
         Py_XDECREF(slot);
     }
     PyObject *const comma = PyUnicode_FromString(", ");
     PyObject *const inside = right && comma != NULL ? PyUnicode_Join(comma, parts) : NULL;
-    PyObject *const text = inside != NULL ? PyUnicode_FromFormat("%s(%U)", self->type->type->name, inside) : NULL;
+    PyObject *const text =
+        inside != NULL ? PyUnicode_FromFormat("%s(%U)", self->type->type->name, inside) : NULL;
     Py_XDECREF(inside);
     Py_XDECREF(comma);
     Py_XDECREF(parts);
@@ -411,14 +424,16 @@ static PyObject *record_to_json(PyObject *self, PyObject *arguments, PyObject *n
     unsigned indent = 0;
     char *keywords[] = {"indent", NULL};
     return PyArg_ParseTupleAndKeywords(arguments, names, "|I:to_json", keywords, &indent)
-               ? json_of(((Record *)self)->type, self, indent) : NULL;
+               ? json_of(((Record *)self)->type, self, indent)
+               : NULL;
 }
 
 static PyMethodDef methods[] = {
     {"encode", record_encode, METH_NOARGS, "The bytes that stand for it."},
     {"size", record_size, METH_NOARGS, "How many bytes encode() gives."},
     {"choose", record_choose, METH_VARARGS,
-     "choose(which, value=None): has another alternative of its union: that of a name, or what a selector's number chooses."},
+     "choose(which, value=None): has another alternative of its union: that of a name, or what a selector's "
+     "number chooses."},
     {"to_dict", record_to_dict, METH_NOARGS,
      "Dictionaries, lists and plain values, as JSON has them; bytes that are no printable text stay bytes."},
     {"to_json", (PyCFunction)(void (*)(void))record_to_json, METH_VARARGS | METH_KEYWORDS,
@@ -456,18 +471,12 @@ static bool add(PyObject *class_, const char *name, PyObject *value) {
     return added;
 }
 
-static PyObject *field_names(const Type *type) {
-    PyObject *const names = PyTuple_New(type->field_count);
-    for (uint32_t i = 0; names != NULL && i < type->field_count; i++) {
-        PyTuple_SetItem(names, i, PyUnicode_FromString(type->fields[i].name));
-    }
-    return names;
-}
-
 static bool fill_class(Type *type, PyObject *class_) {
     static const char *const methods_of_type[] = {"decode", "verify", "from_dict", "from_json", "sample"};
-    bool right = add(class_, "_type", Py_NewRef((PyObject *)type)) && add(class_, "__match_args__", field_names(type)) &&
-                 add(class_, "__doc__", PyObject_CallFunctionObjArgs(type->state->documentation, (PyObject *)type, NULL));
+    bool right = add(class_, "_type", Py_NewRef((PyObject *)type)) &&
+                 add(class_, "__match_args__", PySequence_Tuple(type->index)) &&
+                 add(class_, "__doc__",
+                     PyObject_CallFunctionObjArgs(type->state->documentation, (PyObject *)type, NULL));
     for (size_t i = 0; right && i < sizeof methods_of_type / sizeof *methods_of_type; i++) {
         right = add(class_, methods_of_type[i], PyObject_GetAttrString((PyObject *)type, methods_of_type[i]));
     }
@@ -489,7 +498,12 @@ PyObject *record_class(Type *type) {
         .flags = Py_TPFLAGS_DEFAULT | (type->collected ? Py_TPFLAGS_HAVE_GC : 0),
         .slots = slots,
     };
-    PyObject *class_ = spec.name != NULL && bases != NULL ? PyType_FromModuleAndSpec(type->schema->module, &spec, bases) : NULL;
+    PyObject *class_ = spec.name != NULL && bases != NULL
+                           ? PyType_FromModuleAndSpec(type->schema->module, &spec, bases)
+                           : NULL;
+    if (class_ == NULL && !PyErr_Occurred()) { /* Python 3.11 forgets to say so */
+        PyErr_NoMemory();
+    }
     if (class_ != NULL && !fill_class(type, class_)) {
         Py_CLEAR(class_);
     }

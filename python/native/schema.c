@@ -18,18 +18,21 @@ static const char **texts_of(PyObject *list) {
     return texts != NULL || PyErr_Occurred() ? texts : (const char **)PyErr_NoMemory();
 }
 
-static bool load(Schema *self, PyObject *paths, const char *text, Py_ssize_t size, PyObject *imports, const char *installed) {
+static bool load(Schema *self, PyObject *paths, const char *text, Py_ssize_t size, PyObject *imports,
+                 const char *installed) {
     const size_t count = (size_t)PyList_Size(paths);
     const char **const path_texts = texts_of(paths);
     const char **const import_texts = path_texts != NULL ? texts_of(imports) : NULL;
-    tlvmsg_schema_source *const sources = import_texts != NULL ? PyMem_Calloc(count + 1, sizeof *sources) : NULL;
+    tlvmsg_schema_source *const sources =
+        import_texts != NULL ? PyMem_Calloc(count + 1, sizeof *sources) : NULL;
     bool right = sources != NULL;
     for (size_t i = 0; right && i < count; i++) {
         sources[i] = (tlvmsg_schema_source){.path = path_texts[i], .text = text, .text_len = (size_t)size};
     }
     if (right) {
-        const tlvmsg_schema_options options = {
-            .import_paths = import_texts, .import_path_count = (size_t)PyList_Size(imports), .installed = installed};
+        const tlvmsg_schema_options options = {.import_paths = import_texts,
+                                               .import_path_count = (size_t)PyList_Size(imports),
+                                               .installed = installed};
         PyThreadState *const others = PyEval_SaveThread();
         right = tlvmsg_schema_load(sources, count, &options, &self->loaded);
         PyEval_RestoreThread(others);
@@ -52,8 +55,8 @@ static PyObject *schema_new(PyTypeObject *class_, PyObject *arguments, PyObject 
     const char *text, *installed;
     Py_ssize_t size;
     char *keywords[] = {"module", "paths", "text", "imports", "installed", NULL};
-    if (!PyArg_ParseTupleAndKeywords(arguments, names, "OO!z#O!z:Schema", keywords, &module, &PyList_Type, &paths, &text,
-                                     &size, &PyList_Type, &imports, &installed)) {
+    if (!PyArg_ParseTupleAndKeywords(arguments, names, "OO!z#O!z:Schema", keywords, &module, &PyList_Type,
+                                     &paths, &text, &size, &PyList_Type, &imports, &installed)) {
         return NULL;
     }
     State *const state = PyModule_Check(module) ? PyModule_GetState(module) : NULL;
@@ -65,10 +68,14 @@ static PyObject *schema_new(PyTypeObject *class_, PyObject *arguments, PyObject 
     if (self == NULL) {
         return NULL;
     }
+    if (self == NULL) {
+        return NULL;
+    }
     self->module = Py_NewRef(module);
     self->state = state;
     self->types = PyDict_New();
-    if (self->types == NULL || (PyList_Size(paths) > 0 && !load(self, paths, text, size, imports, installed))) {
+    if (self->types == NULL ||
+        (PyList_Size(paths) > 0 && !load(self, paths, text, size, imports, installed))) {
         Py_CLEAR(self);
     }
     return (PyObject *)self;
@@ -116,7 +123,8 @@ static PyObject *find(PyObject *object, PyObject *name) {
     }
     const tlvmsg_type *const type = tlvmsg_type_set_find(self->set, text);
     return type != NULL ? (PyObject *)type_of(self, type)
-                        : raise_value(self->state, &place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name), "the name of a type");
+                        : raise_value(self->state, &place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name),
+                                      "the name of a type");
 }
 
 /* Of all types name and family. */
@@ -158,15 +166,23 @@ static PyMethodDef methods[] = {
     {"type", find, METH_O, "type(name): the tlvmsg.Type of that name."},
     {"names", names, METH_NOARGS, "names(): of all types name and family."},
     {"describe", describe, METH_O, "describe(name): the type as JSON."},
-    {"annotate", schema_annotate, METH_VARARGS, "annotate(data, type=None): every byte explained, by the type or by its tags."},
-    {"guess", schema_guess, METH_VARARGS, "guess(data, most=5, search=False): which types bytes may be of, best first."},
-    {"divide", schema_divide, METH_O, "divide(data): the flawless messages that fill it; none where there is any doubt."},
+    {"annotate", schema_annotate, METH_VARARGS,
+     "annotate(data, type=None): every byte explained, by the type or by its tags."},
+    {"guess", schema_guess, METH_VARARGS,
+     "guess(data, most=5, search=False): which types bytes may be of, best first."},
+    {"divide", schema_divide, METH_O,
+     "divide(data): the flawless messages that fill it; none where there is any doubt."},
     {0},
 };
 
 static PyType_Slot slots[] = {
-    {Py_tp_doc, "Types of a schema."}, {Py_tp_new, schema_new}, {Py_tp_traverse, traverse}, {Py_tp_clear, clear},
-    {Py_tp_dealloc, schema_free},      {Py_tp_methods, methods}, {0},
+    {Py_tp_doc, "Types of a schema."},
+    {Py_tp_new, schema_new},
+    {Py_tp_traverse, traverse},
+    {Py_tp_clear, clear},
+    {Py_tp_dealloc, schema_free},
+    {Py_tp_methods, methods},
+    {0},
 };
 
 PyType_Spec schema_spec = {

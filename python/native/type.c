@@ -41,14 +41,19 @@ static bool make_fields(Type *self) {
     self->index = PyDict_New();
     self->fields = PyMem_Calloc(count > 0 ? count : 1, sizeof *self->fields);
     if (self->index == NULL || self->fields == NULL) {
-        return PyErr_Occurred() != NULL || PyErr_NoMemory() != NULL;
+        PyErr_NoMemory();
+        return false;
     }
     uint32_t selector = 0;
     for (tlvmsg_field field = {0}; next_field(self->type, &field);) {
         const uint32_t i = self->field_count;
         selector = field.union_type != NULL && field.alternative == NULL ? i : selector;
-        self->fields[i] = (Field){type_of(self->schema, field.type), field.offset, field.name, field.union_type,
-                                  field.alternative, selector};
+        self->fields[i] = (Field){type_of(self->schema, field.type),
+                                  field.offset,
+                                  field.name,
+                                  field.union_type,
+                                  field.alternative,
+                                  selector};
         PyObject *const number = self->fields[i].type != NULL ? PyLong_FromUnsignedLong(i) : NULL;
         const bool added = number != NULL && PyDict_SetItemString(self->index, field.name, number) == 0;
         Py_XDECREF(number);
@@ -114,7 +119,10 @@ Type *type_of(Schema *schema, const tlvmsg_type *descriptor) {
         return NULL;
     }
     const PyObject head = self->ob_base;
-    *self = (Type){.ob_base = head, .state = schema->state, .schema = (Schema *)Py_NewRef((PyObject *)schema), .type = descriptor};
+    *self = (Type){.ob_base = head,
+                   .state = schema->state,
+                   .schema = (Schema *)Py_NewRef((PyObject *)schema),
+                   .type = descriptor};
     PyObject_GC_Track(self);
     if (!fill(self) || PyDict_SetItemString(schema->types, descriptor->name, (PyObject *)self) < 0) {
         Py_DECREF((PyObject *)self);
@@ -176,7 +184,8 @@ static PyObject *type_check(PyObject *self, PyObject *value) {
 static PyObject *type_check_item(PyObject *self, PyObject *value) {
     Type *const type = (Type *)self;
     const Place place = {.name = type->type->name};
-    return type->element != NULL ? checked(type->element, value, &place) : raise_type(&place, value, "an array");
+    return type->element != NULL ? checked(type->element, value, &place)
+                                 : raise_type(&place, value, "an array");
 }
 
 static PyObject *type_check_items(PyObject *self, PyObject *arguments) {
@@ -202,11 +211,15 @@ static PyObject *with_checked(PyObject *self, PyObject *value, PyObject *(*use)(
 }
 
 static PyObject *type_encode(PyObject *self, PyObject *value) { return with_checked(self, value, encoded); }
-static PyObject *type_size(PyObject *self, PyObject *value) { return with_checked(self, value, encoded_size); }
+static PyObject *type_size(PyObject *self, PyObject *value) {
+    return with_checked(self, value, encoded_size);
+}
 static PyObject *type_to_dict(PyObject *self, PyObject *value) { return with_checked(self, value, plain); }
 
 static PyObject *json_line(Type *type, PyObject *value) { return json_of(type, value, 0); }
-static PyObject *type_to_json(PyObject *self, PyObject *value) { return with_checked(self, value, json_line); }
+static PyObject *type_to_json(PyObject *self, PyObject *value) {
+    return with_checked(self, value, json_line);
+}
 
 static PyObject *type_get(PyObject *object, void *what) {
     Type *const self = (Type *)object;
@@ -224,7 +237,8 @@ static PyObject *type_get(PyObject *object, void *what) {
     case 'y':
         return type->flags & TLVMSG_HAS_KEY ? PyLong_FromUnsignedLong(type->key) : Py_NewRef(Py_None);
     case 'o':
-        return tlvmsg_key_field(type, &key) ? PyLong_FromUnsignedLong(key.encoded_offset) : Py_NewRef(Py_None);
+        return tlvmsg_key_field(type, &key) ? PyLong_FromUnsignedLong(key.encoded_offset)
+                                            : Py_NewRef(Py_None);
     case 'c':
         return Py_NewRef(self->class_ != NULL ? self->class_ : object);
     default:
@@ -234,18 +248,22 @@ static PyObject *type_get(PyObject *object, void *what) {
 
 static PyMethodDef methods[] = {
     {"decode", (PyCFunction)(void (*)(void))type_decode, METH_FASTCALL | METH_KEYWORDS,
-     "decode(data, strict=False, limit=0): the value that any buffer begins with. strict refuses deviations and what is\n"
-     "behind it; limit is how many bytes its dynamic arrays may take, by default 64 for each of data and 64 KiB."},
+     "decode(data, strict=False, limit=0): the value that any buffer begins with. strict refuses deviations "
+     "and what is\n"
+     "behind it; limit is how many bytes its dynamic arrays may take, by default 64 for each of data and 64 "
+     "KiB."},
     {"verify", (PyCFunction)(void (*)(void))type_verify, METH_FASTCALL | METH_KEYWORDS,
      "verify(data, strict=False, limit=0): what decode would find, as a tlvmsg.Extent; or the Fault."},
     {"encode", type_encode, METH_O, "encode(value): the bytes that stand for it."},
     {"size", type_size, METH_O, "size(value): how many bytes encode gives."},
-    {"from_dict", type_check, METH_O, "from_dict(members): what to_dict() gave, or whatever a member can be set to."},
+    {"from_dict", type_check, METH_O,
+     "from_dict(members): what to_dict() gave, or whatever a member can be set to."},
     {"to_dict", type_to_dict, METH_O, "to_dict(value): dictionaries, lists and plain values."},
     {"from_json", type_from_json, METH_O, "from_json(text): from JSON, a str or any buffer."},
     {"to_json", type_to_json, METH_O, "to_json(value): its JSON in one line."},
     {"sample", (PyCFunction)(void (*)(void))type_sample, METH_VARARGS | METH_KEYWORDS,
-     "sample(*settings, kind='random', seed=0): a value to test with. A setting is 'led_control.color=3'; a kind is\n"
+     "sample(*settings, kind='random', seed=0): a value to test with. A setting is 'led_control.color=3'; a "
+     "kind is\n"
      "'random', 'min', 'max' or 'boundary'."},
     {"check_item", type_check_item, METH_O, "An item as it stands in such an array."},
     {"check_items", type_check_items, METH_VARARGS, "Items beside so many that stay."},
@@ -259,14 +277,15 @@ static PyGetSetDef properties[] = {
     {"fingerprint", type_get, NULL, "64 bits over what lies on the wire", "p"},
     {"key", type_get, NULL, "by which receivers know a message, or None", "y"},
     {"key_offset", type_get, NULL, "of the key's four bytes in an encoding, or None", "o"},
-    {"python", type_get, NULL, "the class of its values, where it is one of its own; else the type itself", "c"},
+    {"python", type_get, NULL, "the class of its values, where it is one of its own; else the type itself",
+     "c"},
     {"schema", type_get, NULL, "that it is of", "s"},
     {0},
 };
 
 static PyType_Slot slots[] = {
-    {Py_tp_doc, "A type of a schema."}, {Py_tp_traverse, traverse}, {Py_tp_dealloc, type_free}, {Py_tp_methods, methods},
-    {Py_tp_getset, properties},         {0},
+    {Py_tp_doc, "A type of a schema."}, {Py_tp_traverse, traverse}, {Py_tp_dealloc, type_free},
+    {Py_tp_methods, methods},           {Py_tp_getset, properties}, {0},
 };
 
 PyType_Spec type_spec = {

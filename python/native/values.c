@@ -21,7 +21,8 @@ static PyObject *missing_items(State *state, uint64_t count) {
 
 /* As tlvmsg.Bytes; takes the reference. */
 static PyObject *bytes(State *state, PyObject *plain_bytes) {
-    PyObject *const result = plain_bytes != NULL ? PyObject_CallFunctionObjArgs(state->bytes, plain_bytes, NULL) : NULL;
+    PyObject *const result =
+        plain_bytes != NULL ? PyObject_CallFunctionObjArgs(state->bytes, plain_bytes, NULL) : NULL;
     Py_XDECREF(plain_bytes);
     return result;
 }
@@ -53,7 +54,8 @@ static PyObject *array(Type *type, const void *memory) {
     }
     return type->form == FORM_ITEMS
                ? items(type, &there)
-               : bytes(type->state, PyBytes_FromStringAndSize((const char *)there.first, (Py_ssize_t)there.readable));
+               : bytes(type->state,
+                       PyBytes_FromStringAndSize((const char *)there.first, (Py_ssize_t)there.readable));
 }
 
 static PyObject *record(Type *type, const void *memory) {
@@ -124,14 +126,14 @@ static bool number_fits(const Type *type, PyObject *integer, uint64_t *value) {
 }
 
 static PyObject *raise_number(const Type *type, PyObject *found, const Place *place) {
-    return raise_value(type->state, place, TLVMSG_TEXT_WRONG_VALUE, found, "a whole number from %lld to %llu%s",
-                       (long long)type->least, (unsigned long long)type->most,
-                       type->type->enumerator_count > 0 ? " or a name" : "");
+    return raise_value(type->state, place, TLVMSG_TEXT_WRONG_VALUE, found,
+                       "a whole number from %lld to %llu%s", (long long)type->least,
+                       (unsigned long long)type->most, type->type->enumerator_count > 0 ? " or a name" : "");
 }
 
 static PyObject *raise_too_many(const Type *array, size_t count, size_t most, const Place *place) {
-    return raise_value(array->state, place, TLVMSG_TEXT_TOO_MANY, PyLong_FromSize_t(count), "at most %zu %s", most,
-                       array->form == FORM_BYTES ? "bytes" : "items");
+    return raise_value(array->state, place, TLVMSG_TEXT_TOO_MANY, PyLong_FromSize_t(count), "at most %zu %s",
+                       most, array->form == FORM_BYTES ? "bytes" : "items");
 }
 
 static bool number_to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
@@ -185,7 +187,8 @@ static bool items_to_memory(Type *type, PyObject *value, void *memory, const Pla
     }
     for (size_t i = 0; i < count; i++) {
         const Place item = {.parent = place, .index = i};
-        if (!to_memory(type->element, PyList_GetItem(value, (Py_ssize_t)i), first + i * type->element->type->size, &item)) {
+        if (!to_memory(type->element, PyList_GetItem(value, (Py_ssize_t)i),
+                       first + i * type->element->type->size, &item)) {
             return false;
         }
     }
@@ -209,7 +212,8 @@ static bool record_to_memory(Type *type, PyObject *value, void *memory, const Pl
 
 bool to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
     if (tlvmsg_type_is_dynamic(type->type) && (PyObject *)Py_TYPE(value) == type->state->missing) {
-        tlvmsg_store(type->type, memory, PyLong_AsUnsignedLongLong(value)); /* which fits, as it was checked */
+        tlvmsg_store(type->type, memory,
+                     PyLong_AsUnsignedLongLong(value)); /* which fits, as it was checked */
         return true;
     }
     switch (type->form) {
@@ -235,7 +239,8 @@ static PyObject *checked_name(Type *type, PyObject *name, const Place *place) {
     }
     const tlvmsg_enumerator *const named = tlvmsg_enumerator_by_name(type->type, text);
     if (named == NULL || strlen(named->name) != (size_t)size) {
-        return raise_value(type->state, place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name), "a name of %s", type->type->name);
+        return raise_value(type->state, place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name), "a name of %s",
+                           type->type->name);
     }
     return number(type, named->value);
 }
@@ -251,7 +256,8 @@ static PyObject *checked_number(Type *type, PyObject *value, const Place *place)
     uint64_t bits;
     PyObject *result = NULL;
     if (integer != NULL) {
-        result = number_fits(type, integer, &bits) ? number(type, bits) : raise_number(type, Py_NewRef(integer), place);
+        result = number_fits(type, integer, &bits) ? number(type, bits)
+                                                   : raise_number(type, Py_NewRef(integer), place);
         Py_DECREF(integer);
     }
     return result;
@@ -262,7 +268,8 @@ static PyObject *bytes_given(PyObject *value) {
     if (PyUnicode_Check(value)) {
         return PyUnicode_AsUTF8String(value);
     }
-    PyObject *const hex = PyDict_Check(value) && PyDict_Size(value) == 1 ? PyDict_GetItemString(value, "hex") : NULL;
+    PyObject *const hex =
+        PyDict_Check(value) && PyDict_Size(value) == 1 ? PyDict_GetItemString(value, "hex") : NULL;
     if (hex != NULL) {
         return PyObject_CallMethod((PyObject *)&PyBytes_Type, "fromhex", "O", hex);
     }
@@ -286,7 +293,8 @@ static PyObject *checked_bytes(Type *type, PyObject *value, const Place *place) 
 static PyObject *checked_missing(Type *array, PyObject *value, const Place *place) {
     PyObject *count = value;
     if ((PyObject *)Py_TYPE(value) != array->state->missing) {
-        const bool said = PyDict_Check(value) && PyDict_Size(value) == 2 && PyDict_GetItemString(value, "items") == Py_None;
+        const bool said =
+            PyDict_Check(value) && PyDict_Size(value) == 2 && PyDict_GetItemString(value, "items") == Py_None;
         count = said ? PyDict_GetItemString(value, "count") : NULL;
     }
     uint64_t bits;
@@ -337,7 +345,8 @@ PyObject *checked(Type *type, PyObject *value, const Place *place) {
         if ((PyObject *)Py_TYPE(value) == type->class_) {
             return Py_NewRef(value);
         }
-        return PyDict_Check(value) ? record_from_members(type, value, place) : raise_type(place, value, type->type->name);
+        return PyDict_Check(value) ? record_from_members(type, value, place)
+                                   : raise_type(place, value, type->type->name);
     }
     return NULL;
 }
@@ -361,7 +370,8 @@ static PyObject *plain_bytes(PyObject *value) {
 static PyObject *plain_items(Type *array, PyObject *value) {
     PyObject *list = PyList_New(0);
     for (Py_ssize_t i = 0; list != NULL && i < PyList_Size(value); i++) {
-        PyObject *const there = Py_NewRef(PyList_GetItem(value, i)); /* finalizers may change the list meanwhile */
+        PyObject *const there =
+            Py_NewRef(PyList_GetItem(value, i)); /* finalizers may change the list meanwhile */
         PyObject *item = plain(array->element, there);
         if (item == NULL || PyList_Append(list, item) < 0) {
             Py_CLEAR(list);
@@ -377,7 +387,8 @@ static PyObject *plain_record(Type *type, PyObject *value) {
     for (uint32_t i = 0; members != NULL && i < type->field_count; i++) {
         PyObject *const slot = Py_XNewRef(((Record *)value)->slots[i]);
         PyObject *member = slot != NULL ? plain(type->fields[i].type, slot) : NULL;
-        if (slot != NULL && (member == NULL || PyDict_SetItemString(members, type->fields[i].name, member) < 0)) {
+        if (slot != NULL &&
+            (member == NULL || PyDict_SetItemString(members, type->fields[i].name, member) < 0)) {
             Py_CLEAR(members);
         }
         Py_XDECREF(member);

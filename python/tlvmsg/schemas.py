@@ -49,6 +49,7 @@ class Schema(_native.Schema):
     @classmethod
     def _make(cls, paths, text, imports):
         self = super().__new__(cls, _native, paths, text, imports, os.path.join(_package, "schema"))
+        self.paths = paths
         _loaded.add(self)
         return self
 
