@@ -44,6 +44,7 @@ typedef struct Field {
     Type *type;
     size_t offset;
     const char *name;
+    PyObject *key;                         /* the name, for dictionaries */
     const tlvmsg_type *union_type;         /* whose selector or alternative it is, or null */
     const tlvmsg_alternative *alternative; /* when it is one, or null */
     uint32_t selector;                     /* the union's selector, as an index of fields */

@@ -212,7 +212,7 @@ static bool set_union(Record *self, uint32_t selector, PyObject *members, const 
     for (uint32_t i = 0; i < type->field_count; i++) {
         const Field *const field = &type->fields[i];
         PyObject *const given = field->alternative != NULL && field->selector == selector
-                                    ? PyDict_GetItemString(members, field->name)
+                                    ? PyDict_GetItem(members, field->key)
                                     : NULL;
         if (given != NULL && value != NULL) {
             const Place inside = {.parent = place, .name = field->name};
@@ -224,7 +224,7 @@ static bool set_union(Record *self, uint32_t selector, PyObject *members, const 
             alternative = i;
         }
     }
-    PyObject *const said = PyDict_GetItemString(members, type->fields[selector].name);
+    PyObject *const said = PyDict_GetItem(members, type->fields[selector].key);
     if (said == NULL) {
         return value == NULL ||
                choose(self, selector, type->fields[alternative].alternative->values[0], value, place);
@@ -276,7 +276,7 @@ static bool set_members(Record *self, PyObject *members, const Place *place) {
             }
             continue;
         }
-        PyObject *const value = PyDict_GetItemString(members, field->name);
+        PyObject *const value = PyDict_GetItem(members, field->key);
         if (value != NULL && !set(self, i, value, place)) {
             return false;
         }

@@ -33,39 +33,42 @@ static bool next_field(const tlvmsg_type *type, tlvmsg_field *field) {
     return false;
 }
 
+static bool add_field(Type *self, const tlvmsg_field *field, uint32_t selector) {
+    Type *const type = type_of(self->schema, field->type);
+    PyObject *const key = type != NULL ? PyUnicode_InternFromString(field->name) : NULL;
+    PyObject *const number = key != NULL ? PyLong_FromUnsignedLong(self->field_count) : NULL;
+    const bool added = number != NULL && PyDict_SetItem(self->index, key, number) == 0;
+    Py_XDECREF(number);
+    if (!added) {
+        Py_XDECREF(key);
+        Py_XDECREF((PyObject *)type);
+        return false;
+    }
+    self->fields[self->field_count++] =
+        (Field){type, field->offset, field->name, key, field->union_type, field->alternative, selector};
+    self->collected = self->collected || type->form >= FORM_ITEMS;
+    return true;
+}
+
 static bool make_fields(Type *self) {
-    uint32_t count = 0;
+    uint32_t count = 1;
     for (tlvmsg_field field = {0}; next_field(self->type, &field);) {
         count++;
     }
     self->index = PyDict_New();
-    self->fields = PyMem_Calloc(count > 0 ? count : 1, sizeof *self->fields);
+    self->fields = PyMem_Calloc(count, sizeof *self->fields);
     if (self->index == NULL || self->fields == NULL) {
         PyErr_NoMemory();
         return false;
     }
     uint32_t selector = 0;
-    for (tlvmsg_field field = {0}; next_field(self->type, &field);) {
-        const uint32_t i = self->field_count;
-        selector = field.union_type != NULL && field.alternative == NULL ? i : selector;
-        self->fields[i] = (Field){type_of(self->schema, field.type),
-                                  field.offset,
-                                  field.name,
-                                  field.union_type,
-                                  field.alternative,
-                                  selector};
-        PyObject *const number = self->fields[i].type != NULL ? PyLong_FromUnsignedLong(i) : NULL;
-        const bool added = number != NULL && PyDict_SetItemString(self->index, field.name, number) == 0;
-        Py_XDECREF(number);
-        if (self->fields[i].type != NULL) {
-            self->field_count++;
-            self->collected = self->collected || self->fields[i].type->form >= FORM_ITEMS;
-        }
-        if (!added) {
-            return false;
-        }
+    bool right = true;
+    for (tlvmsg_field field = {0}; right && next_field(self->type, &field);) {
+        const bool selects = field.union_type != NULL && field.alternative == NULL;
+        selector = selects ? self->field_count : selector;
+        right = add_field(self, &field, selector);
     }
-    return true;
+    return right;
 }
 
 /* The enumerators as members of an IntEnum, in their order. */
@@ -109,12 +112,8 @@ static bool fill(Type *self) {
     return true;
 }
 
-Type *type_of(Schema *schema, const tlvmsg_type *descriptor) {
-    Type *self = (Type *)PyDict_GetItemString(schema->types, descriptor->name);
-    if (self != NULL) {
-        return (Type *)Py_NewRef((PyObject *)self);
-    }
-    self = PyObject_GC_New(Type, schema->state->type_type);
+static Type *make_type(Schema *schema, const tlvmsg_type *descriptor, PyObject *name) {
+    Type *const self = PyObject_GC_New(Type, schema->state->type_type);
     if (self == NULL) {
         return NULL;
     }
@@ -124,10 +123,22 @@ Type *type_of(Schema *schema, const tlvmsg_type *descriptor) {
                    .schema = (Schema *)Py_NewRef((PyObject *)schema),
                    .type = descriptor};
     PyObject_GC_Track(self);
-    if (!fill(self) || PyDict_SetItemString(schema->types, descriptor->name, (PyObject *)self) < 0) {
+    if (!fill(self) || PyDict_SetItem(schema->types, name, (PyObject *)self) < 0) {
         Py_DECREF((PyObject *)self);
         return NULL;
     }
+    return self;
+}
+
+Type *type_of(Schema *schema, const tlvmsg_type *descriptor) {
+    PyObject *const name = PyUnicode_FromString(descriptor->name);
+    Type *self = name != NULL ? (Type *)PyDict_GetItemWithError(schema->types, name) : NULL;
+    if (self != NULL) {
+        Py_INCREF((PyObject *)self);
+    } else if (!PyErr_Occurred()) {
+        self = make_type(schema, descriptor, name);
+    }
+    Py_XDECREF(name);
     return self;
 }
 
@@ -163,6 +174,7 @@ static void type_free(PyObject *object) {
     PyObject_GC_UnTrack(self);
     for (uint32_t i = 0; i < self->field_count; i++) {
         Py_DECREF((PyObject *)self->fields[i].type);
+        Py_DECREF(self->fields[i].key);
     }
     PyMem_Free(self->fields);
     Py_XDECREF(self->index);

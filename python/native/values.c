@@ -387,8 +387,7 @@ static PyObject *plain_record(Type *type, PyObject *value) {
     for (uint32_t i = 0; members != NULL && i < type->field_count; i++) {
         PyObject *const slot = Py_XNewRef(((Record *)value)->slots[i]);
         PyObject *member = slot != NULL ? plain(type->fields[i].type, slot) : NULL;
-        if (slot != NULL &&
-            (member == NULL || PyDict_SetItemString(members, type->fields[i].name, member) < 0)) {
+        if (slot != NULL && (member == NULL || PyDict_SetItem(members, type->fields[i].key, member) < 0)) {
             Py_CLEAR(members);
         }
         Py_XDECREF(member);
