@@ -78,4 +78,9 @@ static PyModuleDef definition = {
     .m_slots = slots,      .m_traverse = traverse,     .m_free = free_state,
 };
 
+State *state_of(PyObject *module) {
+    return PyModule_Check(module) && PyModule_GetDef(module) == &definition ? PyModule_GetState(module)
+                                                                            : NULL;
+}
+
 PyMODINIT_FUNC PyInit__native(void) { return PyModuleDef_Init(&definition); }

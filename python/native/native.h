@@ -21,6 +21,8 @@ typedef struct State {
         *name_of_array; /* attributes: of a class its Type, of a list the Type of its array */
 } State;
 
+State *state_of(PyObject *module); /* null, without an exception, of another module */
+
 /* ---- schema.c: sets of types ---- */
 
 typedef struct Schema {

@@ -421,11 +421,15 @@ static PyObject *record_to_dict(PyObject *self, PyObject *nothing) {
 }
 
 static PyObject *record_to_json(PyObject *self, PyObject *arguments, PyObject *names) {
-    unsigned indent = 0;
+    int indent = 0;
     char *keywords[] = {"indent", NULL};
-    return PyArg_ParseTupleAndKeywords(arguments, names, "|I:to_json", keywords, &indent)
-               ? json_of(((Record *)self)->type, self, indent)
-               : NULL;
+    if (!PyArg_ParseTupleAndKeywords(arguments, names, "|i:to_json", keywords, &indent)) {
+        return NULL;
+    }
+    if (indent < 0 || indent > 16) {
+        return PyErr_Format(PyExc_ValueError, "indent is from 0 to 16, not %d", indent);
+    }
+    return json_of(((Record *)self)->type, self, (unsigned)indent);
 }
 
 static PyMethodDef methods[] = {

@@ -59,8 +59,8 @@ static PyObject *schema_new(PyTypeObject *class_, PyObject *arguments, PyObject 
                                      &paths, &text, &size, &PyList_Type, &imports, &installed)) {
         return NULL;
     }
-    State *const state = PyModule_Check(module) ? PyModule_GetState(module) : NULL;
-    if (state == NULL || !PyModule_GetDef(module)) {
+    State *const state = state_of(module);
+    if (state == NULL) {
         return raise_type(&(Place){.name = "Schema"}, module, "the native module");
     }
     const allocfunc allocate = (allocfunc)PyType_GetSlot(class_, Py_tp_alloc);
