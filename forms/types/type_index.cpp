@@ -86,6 +86,14 @@ tlvmsg_type_set::tlvmsg_type_set(std::vector<const tlvmsg_type *> sorted) : by_n
 
 Types tlvmsg_type_set::beginning_like(Bytes bytes) const { return of_tag(elements, bytes, tag_read); }
 
+bool tlvmsg_type_set::has_message_like(Bytes bytes) const {
+    const auto none = [](const auto *type) { return type->member_count == 0; };
+    const auto first = std::partition_point(messages.begin(), messages.end(), none);
+    return !of_tag({first, messages.end()}, bytes, [](const auto *type) {
+                return tag_read(type->members[0].type);
+            }).empty();
+}
+
 void tlvmsg_type_set::follow_messages(Bytes bytes, const Found &found) const {
     follow(messages, 0, bytes, 0, found);
 }

@@ -119,6 +119,11 @@ typedef enum tlvmsg_code TLVMSG_ANY_NUMBER {
     TLVMSG_LIBRARY_TAG,   /* a type of a tag that is the library's [the tag, the least that is not] */
     TLVMSG_NOT_SORTED,    /* types of a family in another order than that of names or tags [0, 0] */
     TLVMSG_RESERVED_WORD, /* a reserved word that is not zero; the path is the argument's name [all words' bits, 0] */
+    /* From framings and streams; frames.h */
+    TLVMSG_FRAMING_SYNTAX, /* the path is what the text may have there [its byte, 0] */
+    TLVMSG_WRONG_FRAMING, /* a framing that cannot be; the path is its member [its value, the most that can be] */
+    TLVMSG_FRAME_TOO_LONG, /* a body of more bytes than is allowed, or than its length can say [bytes, the most] */
+    TLVMSG_FRAME_TOO_SHORT, /* a length, or a body, that is less than what counts with it [it, the least] */
     TLVMSG_CODE_COUNT
 } tlvmsg_code;
 

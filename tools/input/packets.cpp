@@ -81,7 +81,7 @@ void Packets::take_ip(FrameFacts &facts, IpHeader header, View data) {
 }
 
 void Packets::take_datagram(const FrameFacts &facts, View data) {
-    Framer framer(options_.framing);
+    Framer framer(options_.framing, true);
     framer.add(facts, data.bytes, missing_text(data), payloads_);
     framer.finish(payloads_);
 }

@@ -83,12 +83,13 @@ void TcpStreams::add(const FrameFacts &facts, const TcpHeader &header, View data
     if (data.size != 0 || syn) {
         const std::string key = fmt::format("{} {} {} {}", facts.source, facts.ports->source,
                                             facts.destination, facts.ports->destination);
-        TcpStream &stream = streams_.try_emplace(key, framing_, sequence).first->second;
-        if (stream.is_foreign(sequence, syn)) {
-            stream.finish(out);
-            stream = TcpStream(framing_, sequence);
+        auto stream = streams_.try_emplace(key, framing_, sequence, syn).first;
+        if (stream->second.is_foreign(sequence, syn)) {
+            stream->second.finish(out);
+            streams_.erase(stream);
+            stream = streams_.try_emplace(key, framing_, sequence, syn).first;
         }
-        stream.add(facts, sequence, data, cut, out);
+        stream->second.add(facts, sequence, data, cut, out);
     }
     while (streams_.size() > most_streams || held() > most_held) {
         give_up(out);

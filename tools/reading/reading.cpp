@@ -62,6 +62,18 @@ Problem nothing_fits(const FrameFacts &facts, size_t size) {
 
 } // namespace
 
+bool may_be_read(const FrameFacts &facts, Bytes there, size_t size, const Typing &typing) {
+    const tlvmsg_type *const type =
+        typing.type != nullptr ? typing.type : typing.rules.type_for(facts, there);
+    tlvmsg_extent extent;
+    tlvmsg_fault fault;
+    const bool fits =
+        type != nullptr && tlvmsg_verify(type, there.data(), there.size(), nullptr, &extent, &fault);
+    const bool may_fit = type != nullptr && there.size() < size && (fits || fault.code == TLVMSG_TRUNCATED);
+    return may_fit || (fits && extent.consumed == size) ||
+           tlvmsg_fits_messages(const_cast<tlvmsg_type_set *>(type_set()), there.data(), there.size(), size);
+}
+
 std::vector<Reading> read(const Input &input, const Typing &typing) {
     if (input.problem) {
         return {{input.bytes, nullptr, input.problem}};
