@@ -30,6 +30,7 @@ static int execute(PyObject *module) {
     return import_values(state) && add_type(module, &schema_spec, &state->schema_type) &&
                    add_type(module, &type_spec, &state->type_type) &&
                    add_type(module, &record_spec, &state->record_type) &&
+                   add_type(module, &frames_spec, &state->frames_type) &&
                    PyModule_AddStringConstant(module, "version", TLVMSG_PYTHON_VERSION) == 0
                ? 0
                : -1;
@@ -46,6 +47,7 @@ static int traverse(PyObject *module, visitproc visit, void *arg) {
     Py_VISIT(state->schema_type);
     Py_VISIT(state->type_type);
     Py_VISIT(state->record_type);
+    Py_VISIT(state->frames_type);
     for (PyObject **object = &state->items; object <= &state->text_fault; object++) {
         Py_VISIT(*object);
     }
@@ -57,6 +59,7 @@ static void free_state(void *module) {
     Py_XDECREF((PyObject *)state->schema_type);
     Py_XDECREF((PyObject *)state->type_type);
     Py_XDECREF((PyObject *)state->record_type);
+    Py_XDECREF((PyObject *)state->frames_type);
     for (PyObject **object = &state->items; object <= &state->name_of_array; object++) {
         Py_XDECREF(*object);
     }

@@ -12,7 +12,7 @@
 /* ---- module.c: what there is once an interpreter ---- */
 
 typedef struct State {
-    PyTypeObject *schema_type, *type_type, *record_type;
+    PyTypeObject *schema_type, *type_type, *record_type, *frames_type;
     /* Of tlvmsg.values and tlvmsg.faults. */
     PyObject *items, *bytes, *missing, *enumeration, *documentation, *loader, *extent, *guess, *part,
         *difference, *hex_message;
@@ -144,6 +144,10 @@ PyObject *read_hex(PyObject *module, PyObject *text);
 PyObject *schema_annotate(PyObject *self, PyObject *arguments);
 PyObject *schema_guess(PyObject *self, PyObject *arguments);
 PyObject *schema_divide(PyObject *self, PyObject *data);
+
+/* ---- frames.c: messages in streams ---- */
+
+extern PyType_Spec frames_spec;
 
 /* ---- faults.c: how they become exceptions; each gives null ---- */
 

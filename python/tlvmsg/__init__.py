@@ -10,19 +10,20 @@
 
 import sys as _sys
 
-from tlvmsg._native import Record, Type, diff, read_hex, type_of, version as __version__
+from tlvmsg._native import Frames, Record, Type, diff, read_hex, type_of, version as __version__
 from tlvmsg.capture import Frame, read_capture
 from tlvmsg.dispatch import Dispatcher
 from tlvmsg.faults import Fault, TextFault
 from tlvmsg.schemas import Family, Schema, library
+from tlvmsg.streams import read_frames
 from tlvmsg.values import Bytes, Difference, Extent, Guess, HexMessage, Items, Missing, Part
 
 decode, guess, divide, annotate, sample, type = (
     library.decode, library.guess, library.divide, library.annotate, library.sample, library.type)
 
-__all__ = ["Bytes", "Difference", "Dispatcher", "Extent", "Family", "Fault", "Frame", "Guess", "HexMessage", "Items",
+__all__ = ["Bytes", "Difference", "Dispatcher", "Extent", "Family", "Fault", "Frame", "Frames", "Guess", "HexMessage", "Items",
            "Missing", "Part", "Record", "Schema", "TextFault", "Type", "__version__", "annotate", "decode", "diff", "divide",
-           "guess", "library", "read_capture", "read_hex", "sample", "type", "type_of"]
+           "guess", "library", "read_capture", "read_frames", "read_hex", "sample", "type", "type_of"]
 
 
 for _name in library.families():

@@ -1,6 +1,7 @@
 """Messages as objects."""
 import copy
 import pickle
+import socket
 import subprocess
 import sys
 
@@ -190,3 +191,35 @@ def test_a_dispatcher_goes_by_keys(acme):
     for wrong in (lambda: dispatch.on(LED), lambda: dispatch.on(LED, key=5)):
         with pytest.raises(ValueError):
             wrong()
+
+
+def test_frames_are_cut_out_of_streams(tmp_path):
+    messages = [LED(led_control={"color": color}).encode() for color in range(3)]
+    stream = b"".join(map(tlvmsg.Frames("length:2@0+4").frame, messages))
+    assert stream[:4] == b"\0\x78\0\0" and list(tlvmsg.read_frames(stream, "length:2@0+4")) == messages
+    (tmp_path / "stream").write_bytes(stream)
+    with open(tmp_path / "stream", "rb") as file:
+        assert list(tlvmsg.read_frames(file, "length:2@0+4")) == messages
+    ours, theirs = socket.socketpair()
+    with ours, theirs:
+        ours.sendall(stream[:130])
+        received = tlvmsg.read_frames(theirs, "length:2@0+4")
+        assert next(received) == messages[0]
+        ours.sendall(stream[130:-1])
+        ours.close()
+        assert next(received) == messages[1]
+        with pytest.raises(Fault, match="truncated"):
+            next(received)
+    frames = tlvmsg.Frames("length:2@0,most=200")
+    frames.feed(b"\xff" * 3 + b"\0\1x" + frames.frame(LED()) + frames.frame(b"behind"))
+    with pytest.raises(Fault, match="frame-too-long"):
+        next(frames)
+    with pytest.raises(Fault, match="frame-too-long"):
+        frames.feed(b"x")
+    frames.resync(LED)
+    assert list(frames) == [LED().encode(), b"behind"]
+    for wrong in ("length", "segment", "length:9@0"):
+        with pytest.raises(Fault, match="framing"):
+            tlvmsg.Frames(wrong)
+    with pytest.raises(Fault):
+        frames.frame(bytes(201))
