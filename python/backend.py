@@ -74,6 +74,15 @@ def package_files(package):
                 yield path, "tlvmsg/" + os.path.relpath(path, package)
 
 
+def prepare_metadata_for_build_wheel(metadata_directory, config_settings=None):
+    name = f"tlvmsg-{version()}.dist-info"
+    os.mkdir(os.path.join(metadata_directory, name))
+    for what, content in (("METADATA", metadata()), ("entry_points.txt", ENTRY_POINTS)):
+        with open(os.path.join(metadata_directory, name, what), "w", encoding="utf-8") as file:
+            file.write(content)
+    return name
+
+
 def build_wheel(wheel_directory, config_settings=None, metadata_directory=None):
     with tempfile.TemporaryDirectory() as scratch:
         package = (config_settings or {}).get("package") or built_package(scratch)

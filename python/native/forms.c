@@ -114,12 +114,8 @@ PyObject *type_sample(PyObject *self, PyObject *arguments, PyObject *names) {
 static PyObject *differences_of(State *state, const tlvmsg_difference *differences, size_t count) {
     PyObject *list = PyList_New(0);
     for (size_t i = 0; list != NULL && i < count; i++) {
-        PyObject *const each = PyObject_CallFunction(state->difference, "szz", differences[i].path,
-                                                     differences[i].a, differences[i].b);
-        if (each == NULL || PyList_Append(list, each) < 0) {
-            Py_CLEAR(list);
-        }
-        Py_XDECREF(each);
+        append(&list, PyObject_CallFunction(state->difference, "szz", differences[i].path, differences[i].a,
+                                            differences[i].b));
     }
     return list;
 }
@@ -166,13 +162,9 @@ PyObject *read_hex(PyObject *module, PyObject *text) {
     close_text(owner, &in);
     PyObject *list = right ? PyList_New(0) : raise_text_fault(state, &fault);
     for (size_t i = 0; list != NULL && i < count; i++) {
-        PyObject *const each = PyObject_CallFunction(
-            state->hex_message, "y#sn", (const char *)messages[i].bytes, (Py_ssize_t)messages[i].size,
-            messages[i].type, (Py_ssize_t)messages[i].line);
-        if (each == NULL || PyList_Append(list, each) < 0) {
-            Py_CLEAR(list);
-        }
-        Py_XDECREF(each);
+        append(&list, PyObject_CallFunction(state->hex_message, "y#sn", (const char *)messages[i].bytes,
+                                            (Py_ssize_t)messages[i].size, messages[i].type,
+                                            (Py_ssize_t)messages[i].line));
     }
     tlvmsg_free(messages);
     return list;
@@ -258,11 +250,7 @@ PyObject *schema_guess(PyObject *self, PyObject *arguments) {
             : raise_text_fault(schema->state, &fault);
     PyBuffer_Release(&in);
     for (size_t i = 0; list != NULL && i < count; i++) {
-        PyObject *const each = guess_object(schema, &guesses[i]);
-        if (each == NULL || PyList_Append(list, each) < 0) {
-            Py_CLEAR(list);
-        }
-        Py_XDECREF(each);
+        append(&list, guess_object(schema, &guesses[i]));
     }
     tlvmsg_free(guesses);
     return list;
@@ -283,14 +271,10 @@ PyObject *schema_divide(PyObject *self, PyObject *data) {
     PyBuffer_Release(&in);
     for (size_t i = 0; list != NULL && i < count; i++) {
         PyObject *const types = types_of(schema, parts[i].types, parts[i].type_count);
-        PyObject *const each =
-            types == NULL ? NULL
+        append(&list, types == NULL
+                          ? NULL
                           : PyObject_CallFunction(schema->state->part, "nnN", (Py_ssize_t)parts[i].offset,
-                                                  (Py_ssize_t)parts[i].size, types);
-        if (each == NULL || PyList_Append(list, each) < 0) {
-            Py_CLEAR(list);
-        }
-        Py_XDECREF(each);
+                                                  (Py_ssize_t)parts[i].size, types));
     }
     tlvmsg_free(parts);
     return list;

@@ -115,6 +115,10 @@ PyObject *zero_value(Type *type);
 /* Numbers, texts, lists and dictionaries, as JSON has them. */
 PyObject *plain(Type *type, PyObject *value);
 
+/* Adds an item, whose reference it takes, to a list that is made. Where there is an exception, since the item is null or
+ * memory is out, the list is released and null. */
+void append(PyObject **list, PyObject *item);
+
 /* ---- memory.c: records while a function runs ---- */
 
 typedef struct Memory {

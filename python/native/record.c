@@ -338,18 +338,16 @@ static PyObject *record_compare(PyObject *a, PyObject *b, int operation) {
 
 static PyObject *record_repr(PyObject *object) {
     Record *const self = (Record *)object;
-    PyObject *const parts = PyList_New(0);
-    bool right = parts != NULL;
-    for (uint32_t i = 0; right && i < self->type->field_count; i++) {
+    PyObject *parts = PyList_New(0);
+    for (uint32_t i = 0; parts != NULL && i < self->type->field_count; i++) {
         PyObject *const slot = Py_XNewRef(self->slots[i]);
-        PyObject *const part =
-            slot != NULL ? PyUnicode_FromFormat("%s=%R", self->type->fields[i].name, slot) : NULL;
-        right = slot == NULL || (part != NULL && PyList_Append(parts, part) == 0);
-        Py_XDECREF(part);
+        if (slot != NULL) {
+            append(&parts, PyUnicode_FromFormat("%s=%R", self->type->fields[i].name, slot));
+        }
         Py_XDECREF(slot);
     }
-    PyObject *const comma = PyUnicode_FromString(", ");
-    PyObject *const inside = right && comma != NULL ? PyUnicode_Join(comma, parts) : NULL;
+    PyObject *const comma = parts != NULL ? PyUnicode_FromString(", ") : NULL;
+    PyObject *const inside = comma != NULL ? PyUnicode_Join(comma, parts) : NULL;
     PyObject *const text =
         inside != NULL ? PyUnicode_FromFormat("%s(%U)", self->type->type->name, inside) : NULL;
     Py_XDECREF(inside);

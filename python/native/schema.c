@@ -134,11 +134,7 @@ static PyObject *names(PyObject *object, PyObject *nothing) {
     PyObject *all = PyList_New(0);
     for (size_t i = 0; all != NULL && i < tlvmsg_type_set_count(self->set); i++) {
         const tlvmsg_type *const type = tlvmsg_type_set_at(self->set, i);
-        PyObject *const pair = Py_BuildValue("(ss)", type->name, type->family);
-        if (pair == NULL || PyList_Append(all, pair) < 0) {
-            Py_CLEAR(all);
-        }
-        Py_XDECREF(pair);
+        append(&all, Py_BuildValue("(ss)", type->name, type->family));
     }
     return all;
 }

@@ -73,23 +73,19 @@ static bool make_fields(Type *self) {
 
 /* The enumerators as members of an IntEnum, in their order. */
 static bool make_values(Type *self) {
-    PyObject *const names = PyList_New(0);
-    bool right = names != NULL;
-    for (uint32_t i = 0; right && i < self->type->enumerator_count; i++) {
+    PyObject *pairs = PyList_New(0);
+    for (uint32_t i = 0; pairs != NULL && i < self->type->enumerator_count; i++) {
         const tlvmsg_enumerator *const each = &self->type->enumerators[i];
-        PyObject *const pair = Py_BuildValue("(sk)", each->name, (unsigned long)each->value);
-        right = pair != NULL && PyList_Append(names, pair) == 0;
-        Py_XDECREF(pair);
+        append(&pairs, Py_BuildValue("(sk)", each->name, (unsigned long)each->value));
     }
-    PyObject *const made = right ? PyObject_CallFunction(self->state->enumeration, "OO", self, names) : NULL;
-    Py_XDECREF(names);
-    right = made != NULL && PyArg_ParseTuple(made, "OO!", &self->class_, &PyTuple_Type, &self->values);
+    PyObject *const made =
+        pairs != NULL ? PyObject_CallFunction(self->state->enumeration, "OO", self, pairs) : NULL;
+    const bool right = made != NULL;
     if (right) {
-        Py_INCREF(self->class_);
-        Py_INCREF(self->values);
-    } else {
-        self->class_ = self->values = NULL;
+        self->class_ = Py_XNewRef(PyTuple_GetItem(made, 0));
+        self->values = Py_XNewRef(PyTuple_GetItem(made, 1));
     }
+    Py_XDECREF(pairs);
     Py_XDECREF(made);
     return right;
 }

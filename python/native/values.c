@@ -27,6 +27,13 @@ static PyObject *bytes(State *state, PyObject *plain_bytes) {
     return result;
 }
 
+void append(PyObject **list, PyObject *item) {
+    if (item == NULL || PyList_Append(*list, item) < 0) {
+        Py_CLEAR(*list);
+    }
+    Py_XDECREF(item);
+}
+
 static PyObject *empty_list(Type *array) {
     PyObject *list = PyObject_CallNoArgs(array->state->items);
     if (list != NULL && PyObject_SetAttr(list, array->state->name_of_array, (PyObject *)array) < 0) {
@@ -38,11 +45,7 @@ static PyObject *empty_list(Type *array) {
 static PyObject *items(Type *array, const tlvmsg_items *there) {
     PyObject *list = empty_list(array);
     for (size_t i = 0; list != NULL && i < there->readable; i++) {
-        PyObject *item = to_python(array->element, there->first + i * array->element->type->size);
-        if (item == NULL || PyList_Append(list, item) < 0) {
-            Py_CLEAR(list);
-        }
-        Py_XDECREF(item);
+        append(&list, to_python(array->element, there->first + i * array->element->type->size));
     }
     return list;
 }
@@ -317,11 +320,7 @@ PyObject *checked_items(Type *array, PyObject *values, size_t room, const Place 
     PyObject *list = count <= room ? empty_list(array) : raise_too_many(array, count, room, place);
     for (size_t i = 0; list != NULL && i < count; i++) {
         const Place inside = {.parent = place, .index = i};
-        PyObject *item = checked(array->element, PyList_GetItem(given, (Py_ssize_t)i), &inside);
-        if (item == NULL || PyList_Append(list, item) < 0) {
-            Py_CLEAR(list);
-        }
-        Py_XDECREF(item);
+        append(&list, checked(array->element, PyList_GetItem(given, (Py_ssize_t)i), &inside));
     }
     Py_DECREF(given);
     return list;
@@ -372,11 +371,7 @@ static PyObject *plain_items(Type *array, PyObject *value) {
     for (Py_ssize_t i = 0; list != NULL && i < PyList_Size(value); i++) {
         PyObject *const there =
             Py_NewRef(PyList_GetItem(value, i)); /* finalizers may change the list meanwhile */
-        PyObject *item = plain(array->element, there);
-        if (item == NULL || PyList_Append(list, item) < 0) {
-            Py_CLEAR(list);
-        }
-        Py_XDECREF(item);
+        append(&list, plain(array->element, there));
         Py_DECREF(there);
     }
     return list;

@@ -11,7 +11,7 @@
 import sys as _sys
 
 from tlvmsg._native import Frames, Record, Type, diff, read_hex, type_of, version as __version__
-from tlvmsg.capture import Frame, read_capture
+from tlvmsg.capture import Captured, read_capture
 from tlvmsg.dispatch import Dispatcher
 from tlvmsg.faults import Fault, TextFault
 from tlvmsg.schemas import Family, Schema, library
@@ -21,9 +21,9 @@ from tlvmsg.values import Bytes, Difference, Extent, Guess, HexMessage, Items, M
 decode, guess, divide, annotate, sample, type = (
     library.decode, library.guess, library.divide, library.annotate, library.sample, library.type)
 
-__all__ = ["Bytes", "Difference", "Dispatcher", "Extent", "Family", "Fault", "Frame", "Frames", "Guess", "HexMessage", "Items",
+__all__ = ["Bytes", "Captured", "Difference", "Dispatcher", "Extent", "Family", "Fault", "Frames", "Guess", "HexMessage", "Items",
            "Missing", "Part", "Record", "Schema", "TextFault", "Type", "__version__", "annotate", "decode", "diff", "divide",
-           "guess", "library", "read_capture", "read_frames", "read_hex", "sample", "type", "type_of"]
+           "guess", "library", "read_capture", "read_frames", "read_hex", "sample", "type_of"]
 
 
 for _name in library.families():

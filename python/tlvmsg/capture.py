@@ -7,7 +7,7 @@ from tlvmsg.faults import Fault
 from tlvmsg.schemas import library
 
 
-class Frame(namedtuple("Frame", "number type message error facts")):
+class Captured(namedtuple("Captured", "number type message error facts")):
     """A message of a capture. `message` is an object or None; `error`, of what is no message, a dictionary with a code, a
     message and more; `facts` is all that `tlv decode` says: time, source, destination, ports."""
 
@@ -15,7 +15,7 @@ class Frame(namedtuple("Frame", "number type message error facts")):
 
 
 def read_capture(path, *, type=None, type_of=(), filter=None, schema=library, tlv="tlv", options=()):
-    """Yields a Frame for each message of a capture, by starting `tlv`, which has to be installed.
+    """Yields a Captured for each message of a capture, by starting `tlv`, which has to be installed.
 
     `type`, `type_of` (lines such as "udp/4000=zel_led_control") and `filter` (as tcpdump has it) are those of
     `tlv decode`, and `options` are further ones.
@@ -36,7 +36,7 @@ def read_capture(path, *, type=None, type_of=(), filter=None, schema=library, tl
                 message = facts.pop("message", None)
                 if message is not None:
                     message = schema.type(facts["type"]).from_dict(message)
-                yield Frame(facts.get("frame"), facts.get("type"), message, facts.get("error"), facts)
+                yield Captured(facts.get("frame"), facts.get("type"), message, facts.get("error"), facts)
             said = process.stderr.read().decode(errors="replace").strip()
         finally:
             process.terminate()

@@ -6,11 +6,13 @@ import pytest
 
 
 def _annotated(data):
-    """The lines of one message that the data are, without where they are told to begin and end; or none."""
+    """The lines of the one message that the data are, by its tags where several types fit; none of other data."""
     from tlvmsg import annotate, divide
 
     parts = divide(data)
-    return annotate(data, parts[0].types[0]).splitlines()[1:] if len(parts) == 1 else []
+    if len(parts) != 1:
+        return []
+    return annotate(data, parts[0].types[0] if len(parts[0].types) == 1 else None).splitlines()[1:]
 
 
 def pytest_assertrepr_compare(config, op, left, right):
