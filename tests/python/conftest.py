@@ -1,10 +1,13 @@
 import os
 from pathlib import Path
 
+import hypothesis
 import pytest
 import tlvmsg
 
 SOURCE = Path(__file__).parents[2]
+hypothesis.settings.register_profile("tlvmsg", database=None, deadline=None)  # leaves nothing behind
+hypothesis.settings.load_profile("tlvmsg")
 
 
 @pytest.fixture(scope="session")
