@@ -81,11 +81,10 @@ static PyObject *record_get(PyObject *object, PyObject *name) {
 }
 
 /* Takes the reference. */
-static bool put(Record *self, uint32_t i, PyObject *value) {
+static void put(Record *self, uint32_t i, PyObject *value) {
     PyObject *const before = self->slots[i];
     self->slots[i] = value;
     Py_XDECREF(before);
-    return true;
 }
 
 static bool set(Record *self, uint32_t i, PyObject *value, const Place *place) {
@@ -110,7 +109,8 @@ static bool set(Record *self, uint32_t i, PyObject *value, const Place *place) {
         Py_DECREF(right);
         return raise_not_chosen(self, field, &inside) != NULL;
     }
-    return put(self, i, right);
+    put(self, i, right);
+    return true;
 }
 
 static int record_set(PyObject *object, PyObject *name, PyObject *value) {
@@ -162,7 +162,45 @@ static bool choose(Record *self, uint32_t selector, uint32_t number, PyObject *v
     return true;
 }
 
-/* An alternative by its name, or by the number or the enumerator of the selector, of the record's only union. */
+/* The selector of the only union whose alternatives are the record's; null with an exception. */
+static const Field *only_selector(const Type *type) {
+    const Field *found = NULL;
+    for (uint32_t i = 0; i < type->field_count; i++) {
+        const Field *const field = &type->fields[i];
+        if (field->union_type != NULL && field->alternative == NULL) {
+            if (found != NULL) {
+                PyErr_Format(PyExc_TypeError, "%s has several unions: choose by name", type->type->name);
+                return NULL;
+            }
+            found = field;
+        }
+    }
+    if (found == NULL) {
+        PyErr_Format(PyExc_TypeError, "%s has no alternatives", type->type->name);
+    }
+    return found;
+}
+
+/* By the number or the enumerator of the selector. */
+static bool choose_by_number(Record *self, PyObject *number, PyObject *value, const Place *place) {
+    const Field *const selector = only_selector(self->type);
+    if (selector == NULL) {
+        return false;
+    }
+    const Place inside = {.parent = place, .name = selector->name};
+    PyObject *const right = checked(selector->type, number, &inside);
+    if (right == NULL) {
+        return false;
+    }
+    const uint32_t chosen = (uint32_t)PyLong_AsUnsignedLong(right);
+    if (value != NULL && tlvmsg_chosen_by(selector->union_type, chosen) == NULL) {
+        return raise_value(self->type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN, right,
+                           "what chooses an alternative") != NULL;
+    }
+    Py_DECREF(right);
+    return choose(self, selector->selector, chosen, value, place);
+}
+
 static PyObject *record_choose(PyObject *object, PyObject *arguments) {
     Record *const self = (Record *)object;
     const Type *const type = self->type;
@@ -175,31 +213,11 @@ static PyObject *record_choose(PyObject *object, PyObject *arguments) {
     if (named == -2) {
         return NULL;
     }
-    if (named >= 0 && type->fields[named].alternative != NULL) {
-        const Field *const field = &type->fields[named];
-        return choose(self, field->selector, field->alternative->values[0], value, &place)
-                   ? Py_NewRef(Py_None)
-                   : NULL;
-    }
-    uint32_t selector = 0;
-    while (selector < type->field_count && type->fields[selector].union_type == NULL) {
-        selector++;
-    }
-    if (selector == type->field_count) {
-        return PyErr_Format(PyExc_TypeError, "%s has no alternatives", type->type->name);
-    }
-    const Place at_selector = {.parent = &place, .name = type->fields[selector].name};
-    PyObject *const right = checked(type->fields[selector].type, which, &at_selector);
-    if (right == NULL) {
-        return NULL;
-    }
-    const uint32_t number = (uint32_t)PyLong_AsUnsignedLong(right);
-    Py_DECREF(right);
-    if (value != NULL && tlvmsg_chosen_by(type->fields[selector].union_type, number) == NULL) {
-        return raise_value(type->state, &at_selector, TLVMSG_TEXT_NOT_CHOSEN, Py_NewRef(which),
-                           "what chooses an alternative");
-    }
-    return choose(self, selector, number, value, &place) ? Py_NewRef(Py_None) : NULL;
+    const Field *const field = named >= 0 ? &type->fields[named] : NULL;
+    const bool chosen = field != NULL && field->alternative != NULL
+                            ? choose(self, field->selector, field->alternative->values[0], value, &place)
+                            : choose_by_number(self, which, value, &place);
+    return chosen ? Py_NewRef(Py_None) : NULL;
 }
 
 /* ---- Construction ---- */

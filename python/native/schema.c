@@ -1,26 +1,32 @@
 /* Schemas: the library's own types, or those of files that are loaded. */
 #include "native.h"
 
+#include <string.h>
+
 /* ---- Loading ---- */
 
-/* Texts that Python's objects keep, for as long as the arguments are there. */
-static const char **texts_of(PyObject *list) {
-    const Py_ssize_t count = PyList_Size(list);
-    const char **texts = PyMem_Calloc((size_t)count + 1, sizeof *texts);
-    for (Py_ssize_t i = 0; texts != NULL && i < count; i++) {
+/* The texts of a tuple's strings, for as long as it is there. */
+static const char **texts_of(PyObject *strings) {
+    const Py_ssize_t count = PyTuple_Size(strings);
+    const char **const texts = PyMem_Calloc((size_t)count + 1, sizeof *texts);
+    bool right = texts != NULL || PyErr_NoMemory() != NULL;
+    for (Py_ssize_t i = 0; right && i < count; i++) {
         Py_ssize_t size;
-        texts[i] = PyUnicode_AsUTF8AndSize(PyList_GetItem(list, i), &size);
-        if (texts[i] == NULL) {
-            PyMem_Free(texts);
-            return NULL;
+        texts[i] = PyUnicode_AsUTF8AndSize(PyTuple_GetItem(strings, i), &size);
+        right = texts[i] != NULL && strlen(texts[i]) == (size_t)size;
+        if (texts[i] != NULL && !right) {
+            PyErr_SetString(PyExc_ValueError, "a path with a zero byte");
         }
     }
-    return texts != NULL || PyErr_Occurred() ? texts : (const char **)PyErr_NoMemory();
+    if (!right) {
+        PyMem_Free(texts);
+    }
+    return right ? texts : NULL;
 }
 
 static bool load(Schema *self, PyObject *paths, const char *text, Py_ssize_t size, PyObject *imports,
                  const char *installed) {
-    const size_t count = (size_t)PyList_Size(paths);
+    const size_t count = (size_t)PyTuple_Size(paths);
     const char **const path_texts = texts_of(paths);
     const char **const import_texts = path_texts != NULL ? texts_of(imports) : NULL;
     tlvmsg_schema_source *const sources =
@@ -31,7 +37,7 @@ static bool load(Schema *self, PyObject *paths, const char *text, Py_ssize_t siz
     }
     if (right) {
         const tlvmsg_schema_options options = {.import_paths = import_texts,
-                                               .import_path_count = (size_t)PyList_Size(imports),
+                                               .import_path_count = (size_t)PyTuple_Size(imports),
                                                .installed = installed};
         PyThreadState *const others = PyEval_SaveThread();
         right = tlvmsg_schema_load(sources, count, &options, &self->loaded);
@@ -55,8 +61,8 @@ static PyObject *schema_new(PyTypeObject *class_, PyObject *arguments, PyObject 
     const char *text, *installed;
     Py_ssize_t size;
     char *keywords[] = {"module", "paths", "text", "imports", "installed", NULL};
-    if (!PyArg_ParseTupleAndKeywords(arguments, names, "OO!z#O!z:Schema", keywords, &module, &PyList_Type,
-                                     &paths, &text, &size, &PyList_Type, &imports, &installed)) {
+    if (!PyArg_ParseTupleAndKeywords(arguments, names, "OO!z#O!z:Schema", keywords, &module, &PyTuple_Type,
+                                     &paths, &text, &size, &PyTuple_Type, &imports, &installed)) {
         return NULL;
     }
     State *const state = state_of(module);
@@ -68,14 +74,11 @@ static PyObject *schema_new(PyTypeObject *class_, PyObject *arguments, PyObject 
     if (self == NULL) {
         return NULL;
     }
-    if (self == NULL) {
-        return NULL;
-    }
     self->module = Py_NewRef(module);
     self->state = state;
     self->types = PyDict_New();
     if (self->types == NULL ||
-        (PyList_Size(paths) > 0 && !load(self, paths, text, size, imports, installed))) {
+        (PyTuple_Size(paths) > 0 && !load(self, paths, text, size, imports, installed))) {
         Py_CLEAR(self);
     }
     return (PyObject *)self;

@@ -44,7 +44,9 @@ class Schema(_native.Schema):
     def __new__(cls, *paths, text=None, imports=()):
         if not paths:
             raise TypeError("Schema takes files or directories; tlvmsg itself has the library's own types")
-        return cls._make([os.fspath(path) for path in paths], text, [os.fspath(path) for path in imports])
+        if text is not None and len(paths) > 1:
+            raise TypeError("a text is of one path")
+        return cls._make(tuple(map(os.fspath, paths)), text, tuple(map(os.fspath, imports)))
 
     @classmethod
     def _make(cls, paths, text, imports):
@@ -80,7 +82,7 @@ class Schema(_native.Schema):
         return super().annotate(data, type) if type is not None else super().annotate(data)
 
 
-library = Schema._make([], None, [])
+library = Schema._make((), None, ())
 for _family in library.families():
     sys.modules[f"tlvmsg.{_family}"] = Family(f"tlvmsg.{_family}", library)
 
