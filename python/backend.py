@@ -23,8 +23,8 @@ def read(*path):
 
 
 def version():
-    numbers = re.findall(r"^#define TLVMSG_VERSION_(?:MAJOR|MINOR|PATCH) (\d+)", read("include", "tlvmsg", "version.h"), re.M)
-    return ".".join(numbers)
+    header = read("include", "tlvmsg", "version.h")
+    return ".".join(re.findall(r"^#define TLVMSG_VERSION_(?:MAJOR|MINOR|PATCH) (\d+)", header, re.M))
 
 
 def metadata():
@@ -37,7 +37,8 @@ def built_package(directory):
     options = ["-DCMAKE_BUILD_TYPE=Release", "-DBUILD_SHARED_LIBS=OFF", "-DBUILD_TESTING=OFF", "-DTLVMSG_TOOLS=OFF",
                "-DTLVMSG_INSTALL=OFF", "-DTLVMSG_PYTHON=ON", *os.environ.get("TLVMSG_CMAKE_OPTIONS", "").split()]
     subprocess.run(["cmake", "-S", ROOT, "-B", directory, *options], check=True)
-    subprocess.run(["cmake", "--build", directory, "-j", str(os.cpu_count()), "--target", "tlvmsg_python_package"], check=True)
+    build = ["cmake", "--build", directory, "-j", str(os.cpu_count()), "--target", "tlvmsg_python_package"]
+    subprocess.run(build, check=True)
     return os.path.join(directory, "python", "tlvmsg")
 
 

@@ -21,10 +21,9 @@ from tlvmsg.values import Bytes, Difference, Extent, Guess, HexMessage, Items, M
 decode, guess, divide, annotate, sample, type = (
     library.decode, library.guess, library.divide, library.annotate, library.sample, library.type)
 
-__all__ = ["Bytes", "Captured", "Difference", "Dispatcher", "Extent", "Family", "Fault", "Frames", "Guess", "HexMessage", "Items",
-           "Missing", "Part", "Record", "Schema", "TextFault", "Type", "__version__", "annotate", "decode", "diff", "divide",
-           "guess", "library", "read_capture", "read_frames", "read_hex", "sample", "type_of"]
-
+__all__ = ["Bytes", "Captured", "Difference", "Dispatcher", "Extent", "Family", "Fault", "Frames", "Guess", "HexMessage",
+           "Items", "Missing", "Part", "Record", "Schema", "TextFault", "Type", "__version__", "annotate", "decode", "diff",
+           "divide", "guess", "library", "read_capture", "read_frames", "read_hex", "sample", "type_of"]
 
 for _name in library.families():
     globals()[_name] = _sys.modules[f"{__name__}.{_name}"]

@@ -22,6 +22,7 @@ def read_capture(path, *, type=None, type_of=(), filter=None, schema=library, tl
     """
     import json  # which takes longer than the rest of the package
     import subprocess
+    import tempfile
 
     command = [tlv, "decode", "--in", "pcap", *options]
     if type is not None:
@@ -29,7 +30,8 @@ def read_capture(path, *, type=None, type_of=(), filter=None, schema=library, tl
     command += [word for line in type_of for word in ("--type-of", line)]
     command += [word for source in schema.paths for word in ("--schema", source)]
     command += ["--filter", filter] if filter is not None else []
-    with subprocess.Popen([*command, "--", os.fspath(path)], stdout=subprocess.PIPE, stderr=subprocess.PIPE) as process:
+    command += ["--", os.fspath(path)]
+    with tempfile.TemporaryFile() as said, subprocess.Popen(command, stdout=subprocess.PIPE, stderr=said) as process:
         try:
             for line in process.stdout:
                 facts = json.loads(line)
@@ -37,8 +39,9 @@ def read_capture(path, *, type=None, type_of=(), filter=None, schema=library, tl
                 if message is not None:
                     message = schema.type(facts["type"]).from_dict(message)
                 yield Captured(facts.get("frame"), facts.get("type"), message, facts.get("error"), facts)
-            said = process.stderr.read().decode(errors="replace").strip()
-        finally:
-            process.terminate()
-    if process.returncode not in (0, 1, -15):  # 1: some frames are no messages
-        raise Fault(said, "cannot-read", os.fspath(path))
+        except BaseException:  # also of who stops reading
+            process.kill()
+            raise
+        if process.wait() not in (0, 1):  # 1: some frames are no messages
+            said.seek(0)
+            raise Fault(said.read().decode(errors="replace").strip(), "cannot-read", os.fspath(path))

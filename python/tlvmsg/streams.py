@@ -4,7 +4,7 @@ from tlvmsg._native import Frames
 
 
 def read_frames(source, framing):
-    """Yields the body of each frame of a socket, a file or bytes, as it becomes complete; a Fault when the end is within one.
+    """Yields the body of each frame of a socket, a file or bytes, as it becomes complete. An end within one is a Fault.
 
         for body in tlvmsg.read_frames(connection, "length:2@0"):
             dispatch(body)

@@ -60,7 +60,7 @@ class Items(list):
 
 
 class Missing(int):
-    """A dynamic array that counts so many items and has none, as decoding leaves one that is absent. It cannot be encoded."""
+    """A dynamic array that counts so many items and has none, as decoding leaves one that is absent; never encoded."""
 
     __slots__ = ()
 
