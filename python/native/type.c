@@ -108,7 +108,7 @@ static bool fill(Type *self) {
     return true;
 }
 
-static Type *make_type(Schema *schema, const tlvmsg_type *descriptor, PyObject *name) {
+static Type *make_type(Schema *schema, const tlvmsg_type *descriptor) {
     Type *const self = PyObject_GC_New(Type, schema->state->type_type);
     if (self == NULL) {
         return NULL;
@@ -119,11 +119,23 @@ static Type *make_type(Schema *schema, const tlvmsg_type *descriptor, PyObject *
                    .schema = (Schema *)Py_NewRef((PyObject *)schema),
                    .type = descriptor};
     PyObject_GC_Track(self);
-    if (!fill(self) || PyDict_SetItem(schema->types, name, (PyObject *)self) < 0) {
+    if (!fill(self)) {
         Py_DECREF((PyObject *)self);
         return NULL;
     }
     return self;
+}
+
+/* Making one runs code of Python's, so another thread may have made it first: then that is the type. */
+static Type *add_type(Schema *schema, const tlvmsg_type *descriptor, PyObject *name) {
+    Type *const made = make_type(schema, descriptor);
+    Type *kept = made != NULL ? (Type *)PyDict_GetItemWithError(schema->types, name) : NULL;
+    if (kept == NULL && made != NULL && PyDict_SetItem(schema->types, name, (PyObject *)made) == 0) {
+        kept = made;
+    }
+    Py_XINCREF((PyObject *)kept);
+    Py_XDECREF((PyObject *)made);
+    return kept;
 }
 
 Type *type_of(Schema *schema, const tlvmsg_type *descriptor) {
@@ -132,7 +144,7 @@ Type *type_of(Schema *schema, const tlvmsg_type *descriptor) {
     if (self != NULL) {
         Py_INCREF((PyObject *)self);
     } else if (!PyErr_Occurred()) {
-        self = make_type(schema, descriptor, name);
+        self = add_type(schema, descriptor, name);
     }
     Py_XDECREF(name);
     return self;

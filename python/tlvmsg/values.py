@@ -20,6 +20,9 @@ class Bytes(bytes):
     def __eq__(self, other):
         return bytes.__eq__(self, other.encode(errors="surrogatepass") if isinstance(other, str) else other)
 
+    def __ne__(self, other):
+        return not self == other
+
     __hash__ = bytes.__hash__
 
     def __reduce__(self):

@@ -90,6 +90,24 @@ def test_long_bytes_may_change_while_other_threads_run():
         thread.join()
 
 
+@pytest.mark.parametrize("attempt", range(8))  # a fault shows in every third
+def test_threads_agree_on_what_a_type_is(attempt):
+    schema = tlvmsg.Schema(SOURCE / "schema" / "server")
+    names = [name for name, _ in schema.names()]
+    found = [[] for _ in range(4)]
+    threads = [threading.Thread(target=lambda into: into.extend(map(schema.type, names)), args=(into,)) for into in found]
+    before = sys.getswitchinterval()
+    sys.setswitchinterval(1e-6)
+    try:
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+    finally:
+        sys.setswitchinterval(before)
+    assert len(found[0]) == len(names) and found[0] == found[1] == found[2] == found[3]
+
+
 FAILING = """
 import sys, tlvmsg, _testcapi
 from tlvmsg import server, common

@@ -131,7 +131,7 @@ def test_lists_take_what_fits(acme):
 
 def test_texts_are_str_and_bytes():
     name = common.if_name(name="eth0")
-    assert name.name == "eth0" == name.name.text and name.name == b"eth0" and isinstance(name.name, bytes)
+    assert name.name == "eth0" == name.name.text and not name.name != "eth0" and name.name != "eth1" and name.name == b"eth0" and isinstance(name.name, bytes)
     assert name.to_dict() == {"name": "eth0"} and common.if_name(name=b"\xff").to_dict() == {"name": b"\xff"}
     assert common.if_name(name={"hex": "ff00"}).name.text == "\\xff" and common.if_name(name=bytearray(2)).name == bytes(2)
     absent = common.if_name(name=tlvmsg.Missing(2))
