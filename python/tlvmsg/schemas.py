@@ -57,7 +57,9 @@ class Schema(_native.Schema):
 
     def families(self):
         """Their names."""
-        return sorted({family for _, family in self.names() if family})
+        if "_families" not in self.__dict__:
+            self._families = sorted({family for _, family in self.names() if family})
+        return self._families
 
     def __getattr__(self, name):
         if not name.startswith("_") and name in self.families():

@@ -90,7 +90,7 @@ def test_long_bytes_may_change_while_other_threads_run():
         thread.join()
 
 
-@pytest.mark.parametrize("attempt", range(8))  # a fault shows in every third
+@pytest.mark.parametrize("attempt", range(8))  # as a race shows now and then
 def test_threads_agree_on_what_a_type_is(attempt):
     schema = tlvmsg.Schema(SOURCE / "schema" / "server")
     names = [name for name, _ in schema.names()]
