@@ -200,7 +200,7 @@ def test_each_interpreter_has_its_own():
     interpreters = pytest.importorskip("_xxsubinterpreters")
     script = f"import sys; sys.path[:] = {sys.path!r}\nfrom tlvmsg import voice\nassert voice.zel_led_control(color=3).encode()[-1] == 3"
     for _ in range(3):
-        interpreter = interpreters.create()
+        interpreter = interpreters.create(isolated=False)  # which shares the lock
         interpreters.run_string(interpreter, script)
         interpreters.destroy(interpreter)
     assert common.ifid().size() == 44
