@@ -1,9 +1,6 @@
 # Installed: libraries, headers, the programs and their manuals, a CMake package and pkg-config files.
 include(CMakePackageConfigHelpers)
 
-if(NOT TLVMSG_EXTERNAL_OSAL_PELIX)
-    list(PREPEND TLVMSG_LIBRARIES osal_pelix)
-endif()
 install(TARGETS ${TLVMSG_LIBRARIES}
         EXPORT tlvmsg
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
@@ -66,8 +63,13 @@ endforeach()
 cmake_path(SET package_config_directory ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${package_config_directory} OUTPUT_VARIABLE up_to_prefix)
 
-# `requires` is another library of the project that this one needs, `private_flags` what static linking adds.
+# `requires` is another library of the project that this one needs, `private_flags` what static linking adds, which
+# `pkg-config --static` tells, and what is only there to be linked statically always.
 function(install_pkg_config_file name description requires private_flags)
+    set(public_flags "${platform_flags}")
+    if(NOT TLVMSG_SHARED)
+        string(APPEND public_flags " ${private_flags}")
+    endif()
     configure_file(cmake/library.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endfunction()

@@ -8,13 +8,6 @@ namespace tlvmsg::inspect {
 
 namespace {
 
-// The char decoder takes what the uint8 encoder writes, and refuses the tag that the char encoder writes.
-uint16_t tag_read(const tlvmsg_type &scalar) {
-    constexpr uint16_t char_tag = 1;
-    constexpr uint16_t uint8_tag = 2;
-    return scalar.tag == char_tag ? uint8_tag : scalar.tag;
-}
-
 // Stores what the record shall hold if the member turns out to be missing.
 void preset(const tlvmsg_member &member, uint8_t *field) {
     const tlvmsg_type &type = *member.type;
@@ -72,7 +65,7 @@ Outcome Decoder::any(const Place &place, size_t &at, uint8_t *record, Before bef
 
 Outcome Decoder::scalar(const Place &place, size_t &at, uint8_t *field) {
     const tlvmsg_type &type = *place.type;
-    const Outcome outcome = number(place, at, tag_read(type), type.size, TLVMSG_PIECE_VALUE);
+    const Outcome outcome = number(place, at, tlvmsg_type_tag_read(&type), type.size, TLVMSG_PIECE_VALUE);
     if (outcome == Outcome::Done && field != nullptr) {
         store_number(field, type.size, number_);
     }

@@ -52,6 +52,12 @@ size_t tlvmsg_place_path(const tlvmsg_place *place, char *buffer, size_t size) {
     return text.length();
 }
 
+uint16_t tlvmsg_type_tag_read(const tlvmsg_type *type) {
+    constexpr uint16_t char_tag = 1;
+    constexpr uint16_t uint8_tag = 2;
+    return type == nullptr ? 0 : type->tag == char_tag ? uint8_tag : type->tag;
+}
+
 bool tlvmsg_type_is_signed(const tlvmsg_type *type) {
     return type != nullptr && tlvmsg::inspect::is_signed(*type);
 }

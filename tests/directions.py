@@ -32,11 +32,11 @@ MAY_INCLUDE = {
                          "base",
 
     "forms/border": "include base",
-    "forms/record": "include",
+    "forms/record": "include base",
     "forms/bytes": "include base",
     "forms/hex": "forms/border include base",
     "forms/types": "forms/json forms/bytes forms/border include base",
-    "forms/json": "forms/print/words.h forms/record forms/border include base",
+    "forms/json": "forms/record forms/border include base",
     "forms/print": "forms/json forms/bytes forms/record forms/border include base",
     "forms/sample": "forms/json/reader.h forms/record forms/border include base",
     "forms/guess": "forms/types forms/border include",

@@ -26,6 +26,9 @@ std::string family_header(const Family &family, Product product) {
     for (const Type *type : family.types) {
         text += (has_own_record(*type) ? names::typed_operations(*type) : names::declared_descriptor(*type));
         text += "\n";
+        for (const Alternative &each : type->alternatives) {
+            text += names::declared_chooser(*type, each) + "\n";
+        }
     }
     return text + "\n#ifdef __cplusplus\n}\n#endif\n\n#endif\n";
 }

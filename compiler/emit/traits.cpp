@@ -38,9 +38,22 @@ std::string traits(const Type &type) {
     return fmt::format("template <>\nstruct traits<::{}> {{\n"
                        "    static constexpr tlvmsg_kind kind = {};\n"
                        "    static constexpr bool holds_blocks = {};\n"
+                       "    static constexpr size_t max_encoded = {};\n"
                        "    static const tlvmsg_type &type() noexcept {{ return *{}(); }}\n{}}};\n\n",
-                       names::record(type), names::kind(type.kind), type.holds_blocks,
+                       names::record(type), names::kind(type.kind), type.holds_blocks, type.max_size,
                        names::descriptor_accessor(type), is_array(type) ? "" : visit(type));
+}
+
+std::string alternatives(const Type &type) {
+    std::string text;
+    for (const Alternative &each : type.alternatives) {
+        text += fmt::format("template <>\nstruct alternative<&::{}::{}> {{\n"
+                            "    static constexpr uint32_t values[] = {{{}}};\n"
+                            "    static constexpr auto choose = {};\n}};\n\n",
+                            names::record(type), each.name, fmt::join(each.values, ", "),
+                            names::chooser(type, each));
+    }
+    return text;
 }
 
 std::string family_header(const Family &family) {
@@ -55,7 +68,7 @@ std::string family_header(const Family &family) {
     }
     text += "\nnamespace tlvmsg {\n\n";
     for (const Type *type : family.types) {
-        text += has_own_record(*type) ? traits(*type) : "";
+        text += (has_own_record(*type) ? traits(*type) : "") + alternatives(*type);
     }
     return text + "} // namespace tlvmsg\n\n#endif\n";
 }

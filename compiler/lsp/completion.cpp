@@ -1,6 +1,7 @@
 #include "compiler/lsp/completion.h"
 
 #include "base/ascii.h"
+#include "compiler/language/imports.h"
 #include "compiler/lsp/mentions.h"
 #include "compiler/lsp/symbols.h"
 #include "compiler/lsp/words.h"
@@ -78,6 +79,8 @@ private:
             }
         } else if (before.text(0) == "dynamic") {
             words({"array", "bytes"});
+        } else if (before.text(1) == "message" && !starts_line) {
+            words({"key"});
         } else if (const Kinds kinds = kinds_behind(before); kinds != 0) {
             types(kinds);
         } else if (brace < before.size()) {
@@ -204,15 +207,10 @@ private:
         return leads;
     }
 
-    // The edit behind the last import, or else where the first one stands.
     JsonValue import_of(const std::string &path) const {
-        const syntax::File &here = at_.unit().syntax;
-        const std::string import = fmt::format("import \"{}\"", path);
-        const bool none = here.imports.empty();
-        const uint32_t end = none ? here.doc.span.end : here.imports.back().span.end;
-        const std::string text = !none ? "\n" + import : end != 0 ? "\n\n" + import : import + "\n\n";
-        const JsonValue edit = {{"range", range(at_.analysis.sources, {at_.file, end, end})},
-                                {"newText", text}};
+        const Correction import = added_import(at_.unit().syntax, path);
+        const JsonValue edit = {{"range", range(at_.analysis.sources, import.span)},
+                                {"newText", import.replacement}};
         return {{"additionalTextEdits", JsonValue::array({edit})}};
     }
 

@@ -24,17 +24,17 @@ static bool fill(acme_fan_report_message *report, tlvmsg_fault *fault) {
     }
     acme_fan *turning = &report->list.fans.items[0];
     turning->tray = 1;
-    turning->detail.state = acme_fan_state_running;
-    turning->detail.speed.rpm = 4180;
-    turning->detail.speed.rpm_wanted = 4200;
+    acme_fan_speed *speed = tlvmsg_choose_acme_fan_detail_speed(&turning->detail);
+    speed->rpm = 4180;
+    speed->rpm_wanted = 4200;
 
     acme_fan *failed = &report->list.fans.items[1];
     failed->tray = 2;
-    failed->detail.state = acme_fan_state_failed;
-    if (!tlvmsg_resize_acme_fan_reason(&failed->detail.failure.reason, strlen(reason), fault)) {
+    acme_fan_failure *failure = tlvmsg_choose_acme_fan_detail_failure(&failed->detail);
+    if (!tlvmsg_resize_acme_fan_reason(&failure->reason, strlen(reason), fault)) {
         return false;
     }
-    memcpy(failed->detail.failure.reason.bytes, reason, strlen(reason));
+    memcpy(failure->reason.bytes, reason, strlen(reason));
     return true;
 }
 

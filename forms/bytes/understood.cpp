@@ -26,7 +26,7 @@ void add(void *context, const tlvmsg_piece *piece) {
 }
 
 bool begins(const tlvmsg_type *type, Bytes bytes) {
-    return bytes.size() >= tag_size && number_at(bytes, 0) == tag_read(type);
+    return bytes.size() >= tag_size && number_at(bytes, 0) == tlvmsg_type_tag_read(type);
 }
 
 // Takes one element from the bytes. One that is cut is read as if zeros followed.
@@ -46,13 +46,6 @@ size_t understood_element(const tlvmsg_type *type, Bytes &bytes) {
 }
 
 } // namespace
-
-// The char decoder takes what the uint8 encoder writes, and not what its own does.
-uint16_t tag_read(const tlvmsg_type *type) {
-    constexpr uint16_t char_tag = 1;
-    constexpr uint16_t uint8_tag = 2;
-    return type->tag == char_tag ? uint8_tag : type->tag;
-}
 
 // For numbers and enumerations decoders do not go by the length.
 size_t size_by_header(const tlvmsg_type *type, Bytes bytes) {

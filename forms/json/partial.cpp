@@ -5,7 +5,7 @@
 #include "forms/border/call.h"
 #include "forms/border/input.h"
 #include "forms/json/writer.h"
-#include "forms/print/words.h"
+#include "forms/record/words.h"
 
 #include <tlvmsg/forms/partial.h>
 #include <tlvmsg/record.h>

@@ -3,8 +3,8 @@
 #include "forms/border/block.h"
 #include "forms/border/call.h"
 #include "forms/json/writer.h"
-#include "forms/print/words.h"
 #include "forms/record/fields.h"
+#include "forms/record/words.h"
 
 namespace tlvmsg::forms {
 

@@ -2,8 +2,9 @@
 #include "base/hex.h"
 #include "base/relay.h"
 #include "forms/border/input.h"
+#include "forms/border/output.h"
 #include "forms/bytes/untyped.h"
-#include "forms/print/words.h"
+#include "forms/record/words.h"
 
 #include <tlvmsg/forms/annotate.h>
 

@@ -3,8 +3,9 @@
 #include "forms/border/input.h"
 #include "forms/bytes/untyped.h"
 #include "forms/json/writer.h"
-#include "forms/print/words.h"
+#include "forms/print/text.h"
 #include "forms/record/record.h"
+#include "forms/record/words.h"
 
 #include <fmt/format.h>
 

@@ -113,6 +113,22 @@ private:
         return rest.dynamic_arrays == 0 ? 0 : (bytes - std::min(rest.bytes, bytes)) / rest.dynamic_arrays;
     }
 
+    // As the kind has it: the least, the most, one of those at a boundary, or any.
+    template <class Any>
+    uint64_t value(uint64_t most, std::initializer_list<uint64_t> boundary, Any any) {
+        switch (kind_) {
+        case TLVMSG_SAMPLE_MIN:
+            return 0;
+        case TLVMSG_SAMPLE_MAX:
+            return most;
+        case TLVMSG_SAMPLE_BOUNDARY:
+            return one_of(boundary);
+        case TLVMSG_SAMPLE_RANDOM:
+            break;
+        }
+        return any();
+    }
+
     uint64_t number(const tlvmsg_type *type);
     uint64_t count(const tlvmsg_type *array);
     void fill_bytes(uint8_t *first, size_t count);
@@ -131,17 +147,8 @@ private:
 uint64_t Sampler::number(const tlvmsg_type *type) {
     const auto least = static_cast<uint64_t>(tlvmsg_least(type));
     const uint64_t most = tlvmsg_most(type);
-    switch (kind_) {
-    case TLVMSG_SAMPLE_MIN:
-        return 0;
-    case TLVMSG_SAMPLE_MAX:
-        return most;
-    case TLVMSG_SAMPLE_BOUNDARY:
-        return one_of({least, least + 1, 0, 1, most - 1, most});
-    case TLVMSG_SAMPLE_RANDOM:
-        break;
-    }
-    return random_() >> draw(64); // small ones as often as large ones
+    return value(most, {least, least + 1, 0, 1, most - 1, most},
+                 [&] { return random_() >> draw(64); }); // small ones as often as large ones
 }
 
 uint64_t Sampler::count(const tlvmsg_type *array) {
@@ -150,17 +157,8 @@ uint64_t Sampler::count(const tlvmsg_type *array) {
         const Needs item = tlvmsg_type_is_bytes(array) ? Needs{1, 0} : needs_.of(array->element);
         most = std::min(most, dynamic_share_ / (item.bytes + item.dynamic_arrays * room_inside));
     }
-    switch (kind_) {
-    case TLVMSG_SAMPLE_MIN:
-        return 0;
-    case TLVMSG_SAMPLE_MAX:
-        return most;
-    case TLVMSG_SAMPLE_BOUNDARY:
-        return one_of({0, std::min<uint64_t>(most, 1), most - std::min<uint64_t>(most, 1), most});
-    case TLVMSG_SAMPLE_RANDOM:
-        break;
-    }
-    return draw(std::min(most, small_count) + 1);
+    const uint64_t one = std::min<uint64_t>(most, 1);
+    return value(most, {0, one, most - one, most}, [&] { return draw(std::min(most, small_count) + 1); });
 }
 
 // Text and bytes that are no text, and for the boundary the bytes next to where one becomes the other.

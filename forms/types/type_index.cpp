@@ -9,8 +9,8 @@ namespace {
 
 // By tag; types of one tag, as arrays are, stay apart.
 bool member_before(const tlvmsg_member &a, const tlvmsg_member &b) {
-    const uint16_t tag_a = tag_read(a.type);
-    const uint16_t tag_b = tag_read(b.type);
+    const uint16_t tag_a = tlvmsg_type_tag_read(a.type);
+    const uint16_t tag_b = tlvmsg_type_tag_read(b.type);
     return tag_a != tag_b ? tag_a < tag_b : std::less<>()(a.type, b.type);
 }
 
@@ -43,7 +43,8 @@ void follow(Types types, uint32_t depth, Bytes bytes, size_t at, const tlvmsg_ty
     types = {longer, types.end()};
     const auto member_of = [&](const tlvmsg_type *type) { return type->members[depth].type; };
     const Bytes rest = bytes.subspan(at);
-    Types right = of_tag(types, rest, [&](const auto *type) { return tag_read(member_of(type)); });
+    Types right =
+        of_tag(types, rest, [&](const auto *type) { return tlvmsg_type_tag_read(member_of(type)); });
     if (right.empty() && depth > 0 && !types.empty()) {
         found(types, depth, at);
     }
@@ -79,12 +80,15 @@ tlvmsg_type_set::tlvmsg_type_set(std::vector<const tlvmsg_type *> sorted) : by_n
     }
     const auto sort = [](auto &types, auto before) { std::stable_sort(types.begin(), types.end(), before); };
     sort(by_tag, [](const auto *a, const auto *b) { return a->tag < b->tag; });
-    sort(elements, [](const auto *a, const auto *b) { return tag_read(a) < tag_read(b); });
+    sort(elements,
+         [](const auto *a, const auto *b) { return tlvmsg_type_tag_read(a) < tlvmsg_type_tag_read(b); });
     sort(messages, members_before);
     sort(keys, std::less<>());
 }
 
-Types tlvmsg_type_set::beginning_like(Bytes bytes) const { return of_tag(elements, bytes, tag_read); }
+Types tlvmsg_type_set::beginning_like(Bytes bytes) const {
+    return of_tag(elements, bytes, tlvmsg_type_tag_read);
+}
 
 bool tlvmsg_type_set::has_message_like(Bytes bytes) const {
     const auto none = [](const auto *type) { return type->member_count == 0; };

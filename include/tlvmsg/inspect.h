@@ -187,6 +187,12 @@ size_t tlvmsg_place_path(const tlvmsg_place *place, char *buffer, size_t size);
 /* Whether a scalar type is signed. Its numbers come as uint64_t here: sign-extended, cast to int64_t. */
 bool tlvmsg_type_is_signed(const tlvmsg_type *type);
 
+/*
+ * The tag that decoders take for a type: the one that encoders write, except for char, whose decoders take uint8's.
+ * 0 for messages, unions and a null pointer.
+ */
+uint16_t tlvmsg_type_tag_read(const tlvmsg_type *type);
+
 /* ---- From bytes -------------------------------------------------------------------------------------- */
 
 /* What a caller allows. A zero member means its default, so `{0}` and a null pointer say the same. */

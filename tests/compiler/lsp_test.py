@@ -267,17 +267,17 @@ def names(client):
     for text, some, none in (
             ("en", {"enum", "import"}, {"hue"}), ("/// en", set(), {"enum"}), ("struct s = 1 { uint8 ", set(), {"hue"}),
             ('import "', {"hues🙂.tlv", "common/"}, {"new.tlv"}), ('import "common/se', {"session.tlv"}, {"lamps.tlv"}),
-            ("dynamic bytes b counted by ", {"uint16"}, {"int8"}), (imports + "union u by ", {"hue"}, {"light", "uint8"}),
+            ("dynamic bytes b counted by ", {"uint16"}, {"int8"}), ("message m ", {"key"}, {"enum"}), (imports + "union u by ", {"hue"}, {"light", "uint8"}),
             (imports + "union u by hue h { 1, ", {"dark"}, {"hue"}), ("message m {\n  e b @", {"zero_count"}, {"hue"}),
             (imports + "union u by hue h { dark: l", {"light"}, {"lamp", "dark"}),
             (imports + "struct s = 1 { bytes[3] b  l", {"lamp"}, {"enum"})):
         labels = complete(text).keys()
         assert some <= labels and not none & labels, (text, labels)
     for name, path in ("light", "lamps.tlv"), ("app_sess_hdr", "common/session.tlv"):
-        text = 'import "hues🙂.tlv"%s\nmessage m { ' + name[:-1]
+        text = '%simport "hues🙂.tlv"\nmessage m { ' + name[:-1]
         item = complete(text % "")[name]
         after = edited(text % "", [item["textEdit"], *item["additionalTextEdits"]])
-        assert after == text % f'\nimport "{path}"' + name[-1], after
+        assert after == text % f'import "{path}"\n' + name[-1], after
     client.type("fleet/new.tlv", 'import "common/session.tlv" message m { app_sess_hdr s }\n')
     assert client.about("prepareRename", "fleet/new.tlv", (0, 45)) == -32803
     client.server.kill()

@@ -24,6 +24,8 @@ struct Usable {
     std::string name;
     uint64_t largest = 0;      // bytes on the wire: nothing must outgrow what an element can announce
     std::string governor = {}; // the member that has to stand before it: type and name of a count or selector
+    bool in_place = false;     // the member declares it, with this behind its name
+    std::string behind = {};
 };
 
 // No char: its encoder writes what its decoder refuses, so the records of its users do not come back.
@@ -119,6 +121,7 @@ private:
             }
         }
         declare_structure_of_char();
+        files_.back().declarations.push_back(fmt::format("reserved {}, {}\n", new_tag(), new_tag()));
         std::shuffle(files_.back().declarations.begin(), files_.back().declarations.end(), random_);
     }
 
@@ -201,7 +204,8 @@ private:
             body.lines += fmt::format("    {}\n", type.governor);
         }
         const bool clears_count = type.use == Usable::Dynamic && one_in(4);
-        add(body, type.name, new_member_name(body), clears_count ? " @zero_count" : "");
+        const std::string as = type.in_place && one_in(2) ? " as " + new_name("array") : "";
+        add(body, type.name, new_member_name(body), type.behind + as + (clears_count ? " @zero_count" : ""));
         body.largest += type.largest;
     }
 
@@ -215,9 +219,9 @@ private:
             return visible(Usable::Bounded);
         case 3:
         case 4:
-            return declare_bounded();
+            return make_bounded();
         case 5:
-            return one_in(2) ? visible(Usable::Dynamic) : declare_dynamic();
+            return one_in(2) ? visible(Usable::Dynamic) : make_dynamic();
         case 6:
             return one_in(3) ? visible(Usable::Union) : declare_union();
         default:
@@ -234,35 +238,50 @@ private:
                                     body.size() + (one_in(3) ? UINT32_MAX - 1000 : 0));
             }
         }
+        if (!body.empty() && one_in(2)) {
+            body += "    reserved 5000, 6000 to 6010\n";
+        }
         return declare({Usable::Enumeration, name, 12}, fmt::format("enum {} = {}", name, new_tag()) +
                                                             (body.empty() ? "" : " {\n" + body + "}"));
     }
 
-    Usable declare_bounded() {
-        const std::string name = new_name("array");
+    // An array, as a member that declares it or as a type of its own. `before` and `behind` surround its name there.
+    Usable array(Usable in_place, const std::string &before, const std::string &behind) {
+        if (one_in(2)) {
+            return in_place;
+        }
+        in_place.name = new_name("array");
+        in_place.in_place = false;
+        in_place.behind = {};
+        return declare(in_place, before + in_place.name + behind);
+    }
+
+    Usable make_bounded() {
         if (one_in(3)) {
-            const uint64_t capacity = any(std::vector<uint64_t>{1, 2, 6, 40, 1900});
-            return declare({Usable::Bounded, name, 10 + capacity},
-                           fmt::format("bytes {}[{}]", name, capacity));
+            const auto size = any(std::vector<uint64_t>{1, 2, 6, 40, 1900});
+            const std::string capacity = fmt::format("[{}]", size);
+            return array({Usable::Bounded, "bytes" + capacity, 10 + size, "", true}, "bytes ", capacity);
         }
         const bool packed = one_in(2);
         const Usable item = packed ? numbers[2 + below(numbers.size() - 2)] : enumeration_or_structure(500);
-        const uint64_t capacity = 1 + below(packed ? 20 : 4);
-        return declare({Usable::Bounded, name, 10 + capacity * item.largest},
-                       fmt::format("array {} of {}[{}]", name, item.name, capacity));
+        const uint64_t count = 1 + below(packed ? 20 : 4);
+        const std::string type = fmt::format("{}[{}]", item.name, count);
+        return array({Usable::Bounded, type, 10 + count * item.largest, "", true}, "array ", " of " + type);
     }
 
-    Usable declare_dynamic() {
-        const std::string name = new_name("array");
+    Usable make_dynamic() {
         if (one_in(2)) {
             const std::string count = any(std::vector<std::string>{"uint8", "uint16", "uint32"});
-            return declare({Usable::Dynamic, name, 320, count + " count"},
-                           fmt::format("dynamic bytes {} counted by {}", name, count));
+            const std::string behind = " counted by " + count;
+            return array({Usable::Dynamic, "dynamic bytes", 320, count + " count", true, behind},
+                         "dynamic bytes ", behind);
         }
         const std::string count = any(std::vector<std::string>{"uint8", "uint16"});
         const Usable item = enumeration_or_structure(largest_dynamic_element);
-        return declare({Usable::Dynamic, name, 20 + 40 * item.largest, count + " count"},
-                       fmt::format("dynamic array {} of {} counted by {}", name, item.name, count));
+        const std::string behind = fmt::format(" of {} counted by {}", item.name, count);
+        return array(
+            {Usable::Dynamic, "dynamic array", 20 + 40 * item.largest, count + " count", true, behind},
+            "dynamic array ", behind);
     }
 
     std::string alternatives(Body &body) {

@@ -45,16 +45,6 @@ std::string fault_template(tlvmsg_code code) {
     return text;
 }
 
-// The tag that decoders take, which is not always the one that encoders write.
-uint16_t tag_read(const tlvmsg_type *scalar) {
-    std::array<uint8_t, 12> element{};
-    element[3] = static_cast<uint8_t>(scalar->size);
-    while (!tlvmsg_verify(scalar, element.data(), element.size(), nullptr, nullptr, nullptr)) {
-        ++element[1];
-    }
-    return element[1];
-}
-
 // ---- One function for what a kind of type has of its own ----
 
 std::string values_of(const tlvmsg_type *type) {
@@ -110,7 +100,7 @@ std::string array_of(const tlvmsg_type *type) {
 std::pair<const char *, std::string> entry_of(const tlvmsg_type *type) {
     switch (type->kind) {
     case TLVMSG_SCALAR:
-        return {"scalar", fmt::format(", width={}, reads={}", type->size, tag_read(type))};
+        return {"scalar", fmt::format(", width={}, reads={}", type->size, tlvmsg_type_tag_read(type))};
     case TLVMSG_ENUMERATION:
         return {"enumeration", values_of(type)};
     case TLVMSG_STRUCTURE:

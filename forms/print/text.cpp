@@ -1,20 +1,15 @@
-#include "forms/print/words.h"
+#include "forms/print/text.h"
 
-#include "base/hex.h"
 #include "base/relay.h"
+#include "forms/record/words.h"
 
-#include <tlvmsg/record.h>
+#include <tlvmsg/inspect.h>
 
 #include <fmt/format.h>
-
-#include <algorithm>
-#include <initializer_list>
 
 namespace tlvmsg::forms {
 
 namespace {
-
-bool is_printable_byte(uint8_t byte) { return byte >= ' ' && byte <= '~'; }
 
 // A line for each value of a walk.
 class Lines {
@@ -48,52 +43,6 @@ private:
 };
 
 } // namespace
-
-std::string path_of(const tlvmsg_place &place, std::string_view whole) {
-    std::string path(TLVMSG_MAX_PATH, '\0');
-    path.resize(std::min(tlvmsg_place_path(&place, path.data(), path.size()), path.size() - 1));
-    const tlvmsg_place *root = &place;
-    while (root->parent != nullptr) {
-        root = root->parent;
-    }
-    if (whole.empty() && &place == root) {
-        return path;
-    }
-    path.replace(0, std::string_view(root->name).size(), whole);
-    path.erase(0, path.starts_with('.') ? 1 : 0);
-    return path;
-}
-
-std::string number_text(const tlvmsg_type *type, uint64_t value) {
-    if (const tlvmsg_enumerator *named = tlvmsg_enumerator_by_value(type, value)) {
-        return fmt::format("{} ({})", value, named->name);
-    }
-    return tlvmsg_type_is_signed(type) ? fmt::format("{}", static_cast<int64_t>(value))
-                                       : fmt::format("{}", value);
-}
-
-bool is_printable(std::span<const uint8_t> bytes) {
-    return std::all_of(bytes.begin(), bytes.end(), is_printable_byte);
-}
-
-std::string printable(std::span<const uint8_t> bytes) {
-    std::string text(bytes.begin(), bytes.end());
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return !is_printable_byte(static_cast<uint8_t>(c)); }, '.');
-    return text;
-}
-
-std::string bytes_text(std::span<const uint8_t> bytes) {
-    if (!is_printable(bytes)) {
-        return fmt::format("hex({})", base::hex_pairs(bytes));
-    }
-    std::string text = "\"";
-    for (const uint8_t byte : bytes) {
-        text += byte == '"' || byte == '\\' ? "\\" : "";
-        text += static_cast<char>(byte);
-    }
-    return text + '"';
-}
 
 void write_text(Output &output, const tlvmsg_type *type, const void *record, std::string_view whole) {
     Lines lines(output, whole);

@@ -1,11 +1,11 @@
 // Values in words, for whoever reads them.
 #pragma once
 
-#include "forms/border/output.h"
-
 #include <tlvmsg/inspect.h>
 
 #include <span>
+#include <string>
+#include <string_view>
 
 namespace tlvmsg::forms {
 
@@ -23,8 +23,5 @@ std::string printable(std::span<const uint8_t> bytes);
 
 // "text" in quotes when printable, else hex(03 E9).
 std::string bytes_text(std::span<const uint8_t> bytes);
-
-// What tlvmsg_to_text tells.
-void write_text(Output &output, const tlvmsg_type *type, const void *record, std::string_view whole);
 
 } // namespace tlvmsg::forms
