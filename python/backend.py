@@ -2,6 +2,7 @@
 
     pip wheel . --no-deps
     pip wheel . --no-deps --config-settings package=build/release/python/tlvmsg      # of what is built already
+    pip wheel . --no-deps --config-settings build=build/wheel                        # keeps what it builds
 """
 import base64
 import hashlib
@@ -34,7 +35,7 @@ def metadata():
 
 
 def built_package(directory):
-    options = ["-DCMAKE_BUILD_TYPE=Release", "-DBUILD_SHARED_LIBS=OFF", "-DBUILD_TESTING=OFF", "-DTLVMSG_TOOLS=OFF",
+    options = ["-DCMAKE_BUILD_TYPE=Release", "-DCMAKE_C_FLAGS_RELEASE=-O2", "-DCMAKE_CXX_FLAGS_RELEASE=-O2", "-DBUILD_SHARED_LIBS=OFF", "-DBUILD_TESTING=OFF", "-DTLVMSG_TOOLS=OFF",
                "-DTLVMSG_INSTALL=OFF", "-DTLVMSG_PYTHON=ON", *os.environ.get("TLVMSG_CMAKE_OPTIONS", "").split()]
     subprocess.run(["cmake", "-S", ROOT, "-B", directory, *options], check=True)
     build = ["cmake", "--build", directory, "-j", str(os.cpu_count()), "--target", "tlvmsg_python_package"]
@@ -85,8 +86,9 @@ def prepare_metadata_for_build_wheel(metadata_directory, config_settings=None):
 
 
 def build_wheel(wheel_directory, config_settings=None, metadata_directory=None):
+    settings = config_settings or {}
     with tempfile.TemporaryDirectory() as scratch:
-        package = (config_settings or {}).get("package") or built_package(scratch)
+        package = settings.get("package") or built_package(settings.get("build") or scratch)
         stripped = os.path.join(scratch, "stripped.so")
         subprocess.run(["strip", "-o", stripped, os.path.join(package, "_native.abi3.so")], check=True)
         tag = wheel_tag(stripped)

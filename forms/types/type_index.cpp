@@ -94,7 +94,7 @@ bool tlvmsg_type_set::has_message_like(Bytes bytes) const {
     const auto none = [](const auto *type) { return type->member_count == 0; };
     const auto first = std::partition_point(messages.begin(), messages.end(), none);
     return !of_tag({first, messages.end()}, bytes, [](const auto *type) {
-                return tag_read(type->members[0].type);
+                return tlvmsg_type_tag_read(type->members[0].type);
             }).empty();
 }
 

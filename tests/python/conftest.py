@@ -1,12 +1,14 @@
 import os
+import tempfile
 from pathlib import Path
 
+os.environ.setdefault("HYPOTHESIS_STORAGE_DIRECTORY", os.path.join(tempfile.gettempdir(), "hypothesis"))
 import hypothesis
 import pytest
 import tlvmsg
 
 SOURCE = Path(__file__).parents[2]
-hypothesis.settings.register_profile("tlvmsg", database=None, deadline=None)  # leaves nothing behind
+hypothesis.settings.register_profile("tlvmsg", database=None, deadline=None)
 hypothesis.settings.load_profile("tlvmsg")
 
 
