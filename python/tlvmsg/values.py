@@ -94,18 +94,22 @@ class Difference(namedtuple("Difference", "path a b")):
 
 
 def enumeration(type_, values):
-    """For tlvmsg._native: an IntEnum, and its members for these pairs of a name and a number."""
-
+    """For tlvmsg._native: an IntEnum of these pairs of a name and a number, and what stands for each of them."""
     import enum  # which takes longer than all the rest
 
     class Enumeration(enum.IntEnum):
         def __repr__(self):
             return f"{type(self).__name__}.{self.name}"
 
-    made = Enumeration(type_.name, values, module=f"tlvmsg.{type_.family}")
+        def __reduce_ex__(self, protocol):  # as schemas come and go, its number is what stays
+            return int, (int(self),)
+
+    # Names that enum keeps for itself are numbers here.
+    usable = [(name, value) for name, value in values if name != "mro" and not name[0] == name[-1] == "_"]
+    made = Enumeration(type_.name, usable, module=f"tlvmsg.{type_.family}")
     made.__doc__ = Documentation(type_)
     made._type = type_
-    return made, tuple(made(value) for _, value in values)
+    return made, tuple(made(value) if (name, value) in usable else value for name, value in values)
 
 
 class Documentation:

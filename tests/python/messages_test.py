@@ -154,6 +154,16 @@ def test_objects_behave_like_values():
     assert [str(each) for each in tlvmsg.diff(a, b)] == ["led_control.color: 3 -> 2"]
 
 
+def test_names_of_python_are_no_trouble():
+    schema = tlvmsg.Schema("b/a.tlv", text="""
+        enum b_e = 40001 { mro = 0 name = 1 value = 2 _a_ = 3 None = 4 real = 5 encode = 6 }
+        struct b_s = 40000 { b_e mro b_e encode b_e decode b_e _type b_e self b_e from }""")
+    odd = schema.b.b_s(mro="mro", encode=6, decode="_a_", self="value", **{"from": "None"})
+    again = schema.b.b_s.decode(tlvmsg.type_of(odd).encode(odd))
+    assert again == odd and odd.mro == 0 and odd.encode is schema.b.b_e.encode and again.to_dict()["decode"] == "_a_"
+    assert pickle.loads(pickle.dumps([odd, odd.self])) == [odd, 2] and "from=b_e.None" in repr(odd)
+
+
 def test_pickles_need_their_schema():
     schema = tlvmsg.Schema("mine/a.tlv", text="struct mine_speed = 40000 { uint16 rpm }")
     data = pickle.dumps(schema.mine.mine_speed(rpm=7))
