@@ -81,11 +81,17 @@ const Code codes[] = {
     {"not-sorted", "they stand in this order and belong in the other",
      "A family's types are found by halving: they stand in the order of their names, as strcmp has it, and "
      "those that have tags once more in the order of these. tlvc sorts them; a family made by hand has to "
-     "be sorted, too."},
+     "be sorted, too. So are routes, in the order of their keys."},
     {"reserved-word", "reserved words are not zero: #",
      "A structure that a function was handed has a reserved word that is not zero. Either the program does "
      "not zero the structure, as `= {0}` does, or it was compiled for a later version of the library and "
      "asks for what this one does not have."},
+    {"key-taken", "both have key #",
+     "Of two routes with one key only one can be found. Let one function take the messages of a key."},
+    {"room-too-small", "# bytes hold no record of $",
+     "tlvmsg_dispatch was given too little room for the record of a message, or none. What "
+     "tlvmsg_check_routes tells, or the union that TLVMSG_ROUTES defines, is enough; room that is not "
+     "aligned needs up to 7 bytes more."},
     {"framing-syntax", "may stand here, at byte @",
      "The text of a framing has something else than it may have there, which is named. A framing is segment, "
      "skip:N "

@@ -1,5 +1,6 @@
 // bounded/FAMILY.h: descriptors and typed operations, one line a type.
 #include "compiler/emit/emit.h"
+#include "compiler/emit/lists.h"
 #include "compiler/model/names.h"
 
 #include <fmt/format.h>
@@ -30,7 +31,7 @@ std::string family_header(const Family &family, Product product) {
             text += names::declared_chooser(*type, each) + "\n";
         }
     }
-    return text + "\n#ifdef __cplusplus\n}\n#endif\n\n#endif\n";
+    return text + "\n#ifdef __cplusplus\n}\n#endif\n\n" + list_macros(family) + "\n#endif\n";
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // FAMILY.hpp: what tlvmsg.hpp knows about each record.
 #include "compiler/emit/emit.h"
+#include "compiler/emit/lists.h"
 #include "compiler/model/names.h"
 
 #include <fmt/format.h>
@@ -34,14 +35,18 @@ std::string visit(const Type &type) {
     return text + "    }\n";
 }
 
+std::string key(const Type &type) {
+    return type.key ? fmt::format("    static constexpr uint32_t key = {};\n", *type.key) : "";
+}
+
 std::string traits(const Type &type) {
     return fmt::format("template <>\nstruct traits<::{}> {{\n"
                        "    static constexpr tlvmsg_kind kind = {};\n"
                        "    static constexpr bool holds_blocks = {};\n"
                        "    static constexpr size_t max_encoded = {};\n"
-                       "    static const tlvmsg_type &type() noexcept {{ return *{}(); }}\n{}}};\n\n",
+                       "    static const tlvmsg_type &type() noexcept {{ return *{}(); }}\n{}{}}};\n\n",
                        names::record(type), names::kind(type.kind), type.holds_blocks, type.max_size,
-                       names::descriptor_accessor(type), is_array(type) ? "" : visit(type));
+                       names::descriptor_accessor(type), key(type), is_array(type) ? "" : visit(type));
 }
 
 std::string alternatives(const Type &type) {
@@ -70,7 +75,7 @@ std::string family_header(const Family &family) {
     for (const Type *type : family.types) {
         text += (has_own_record(*type) ? traits(*type) : "") + alternatives(*type);
     }
-    return text + "} // namespace tlvmsg\n\n#endif\n";
+    return text + list_aliases(family) + "\n} // namespace tlvmsg\n\n#endif\n";
 }
 
 } // namespace

@@ -82,11 +82,11 @@ size_t tlvmsg_framing_to_text(const tlvmsg_framing *framing, char *buffer, size_
 typedef struct tlvmsg_frames tlvmsg_frames;
 
 /*
- * The beginning of a stream. The bytes lie in blocks of the pool, of at most 2 * (header + most) bytes and four times what has come, or
- * 4096; with a
- * buffer, all is in that, nothing is allocated, and `most` that is 0 is what there is room for, if that is less than
- * TLVMSG_FRAMES_MOST. A buffer may lie anywhere, and has at least TLVMSG_FRAMES_STATE + header + most bytes. Null on
- * failure: TLVMSG_WRONG_FRAMING, also of one without a length, TLVMSG_OUTPUT_FULL [bytes needed, bytes there], memory.
+ * The beginning of a stream. The bytes lie in a block of the pool: of 4096 bytes, or at most 2 * (header + most) and at
+ * most four times what has come and is not taken. With a buffer, all is in that, nothing is allocated, and `most` that is
+ * 0 is what there is room for, if that is less than TLVMSG_FRAMES_MOST. A buffer may lie anywhere, and has at least
+ * TLVMSG_FRAMES_STATE + header + most bytes. Null on failure: TLVMSG_WRONG_FRAMING, also of one without a length,
+ * TLVMSG_OUTPUT_FULL [bytes needed, bytes there], TLVMSG_OUT_OF_MEMORY, or the caller's.
  */
 tlvmsg_frames *tlvmsg_frames_new(const tlvmsg_framing *framing, void *buffer, size_t buffer_size,
                                  tlvmsg_fault *fault);

@@ -60,10 +60,16 @@ namespace tlvmsg {
  *     max_encoded    the most bytes that its encoding can have, a constant. With a dynamic array that is what the lengths
  *                    of elements can say, some 64 KiB an element, so such messages are rather encoded to a vector.
  *     type()         its descriptor
+ *     key            its key; only of messages that have one
  *     visit()        see tlvmsg::visit; not for arrays
  */
 template <class T>
 struct traits;
+
+/* Records: FAMILY.hpp has those of all messages of a family as messages_of_FAMILY, and all of its own as types_of_FAMILY.
+ * tlvmsg_dispatch.hpp says what such lists are for. */
+template <class... T>
+struct type_list {};
 
 /* A type with a record of its own, and those that are arrays. Enumerations are all uint32_t in C. */
 template <class T>

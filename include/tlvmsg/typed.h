@@ -71,6 +71,17 @@
  *     svrm_ipaddr address = {0};
  *     tlvmsg_choose_svrm_ipaddr_type_union_dhcp_info(&address)->dhcp = 1;
  *     puts(tlvmsg_name_svrm_ip_type(address.ip_type)); // dhcp
+ *
+ * Lists. TLVMSG_MESSAGES_OF_FAMILY(X) is X(NAME) for each message of the family, TLVMSG_TYPES_OF_FAMILY(X) for each type
+ * with a record of its own, in the order of the header:
+ *
+ *     #define NAMED(X) {#X, tlvmsg_descriptor_##X},
+ *     static const struct {
+ *         const char *name;
+ *         const tlvmsg_type *(*type)(void);
+ *     } messages[] = {TLVMSG_MESSAGES_OF_voice(NAMED)};
+ *
+ *     puts(messages[0].name); // analogbri_led_control_req_message
  */
 #ifndef TLVMSG_TYPED_H
 #define TLVMSG_TYPED_H

@@ -59,8 +59,9 @@ void add_message_options(Command command, MessageOptions &options, const std::st
     command
         .add_option(
             "--type-of", options.type_of,
-            "The type of some of a capture's messages: udp/PORT=TYPE, tcp/PORT=TYPE, or msg_type=N=TYPE "
-            "for those whose session header says so; can be given several times")
+            "The type of some of a capture's messages: udp/PORT=TYPE, tcp/PORT=TYPE, ethertype/N=TYPE, "
+            "ip/N=TYPE, or msg_type=N=TYPE for those whose session header says so; can be given several "
+            "times")
         .type_name("LINE")
         .repeatable();
     command.add_option("--types", options.types, "A file of such lines").type_name("FILE");
