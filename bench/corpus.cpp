@@ -3,7 +3,7 @@
 #include "support/random_record.h"
 #include "support/record.h"
 
-#include <tlvmsg/inspect.h>
+#include <tlvmsg/record.h>
 #include <tlvmsg/runtime.h>
 
 #include <cstring>
@@ -27,7 +27,7 @@ void find_blocks(const tlvmsg_type &type, const uint8_t *record, size_t offset, 
         find_blocks(*type.members[i].type, record, offset + type.members[i].offset, blocks);
     }
     if (is_dynamic(type)) {
-        const uint64_t count = load_number(part, type.count_width);
+        const uint64_t count = tlvmsg_load(&type, part);
         const size_t terminator = type.kind == TLVMSG_DYNAMIC_BYTES ? 1 : 0;
         blocks.push_back({offset + type.items_offset, count * type.element->size + terminator});
         for_each_type(*type.element, [&](const tlvmsg_type &inner) {
@@ -36,12 +36,12 @@ void find_blocks(const tlvmsg_type &type, const uint8_t *record, size_t offset, 
             }
         });
     } else if (type.kind == TLVMSG_ELEMENT_ARRAY) {
-        const uint64_t count = load_number(part, type.count_width);
+        const uint64_t count = tlvmsg_load(&type, part);
         for (uint64_t i = 0; i < count; ++i) {
             find_blocks(*type.element, record, offset + type.items_offset + i * type.element->size, blocks);
         }
     } else if (type.kind == TLVMSG_UNION) {
-        if (const tlvmsg_alternative *chosen = chosen_alternative(type, part)) {
+        if (const tlvmsg_alternative *chosen = tlvmsg_chosen_in(&type, part)) {
             find_blocks(*chosen->type, record, offset + chosen->offset, blocks);
         }
     }
@@ -54,15 +54,14 @@ void fill_addresses(const tlvmsg_type &type, uint8_t *record) {
         fill_addresses(*type.members[i].type, record + type.members[i].offset);
     }
     if (type.kind == TLVMSG_BYTE_ARRAY && type.capacity <= 8) {
-        store_number(record, type.count_width, type.capacity);
+        tlvmsg_store(&type, record, type.capacity);
     } else if (type.kind == TLVMSG_ELEMENT_ARRAY || type.kind == TLVMSG_DYNAMIC_ELEMENTS) {
-        uint8_t *items = record + type.items_offset;
-        items = is_dynamic(type) ? load_pointer(items) : items;
-        for (uint64_t i = 0; i < load_number(record, type.count_width); ++i) {
-            fill_addresses(*type.element, items + i * type.element->size);
+        const tlvmsg_items items = tlvmsg_items_of(&type, record);
+        for (uint64_t i = 0; i < items.count; ++i) {
+            fill_addresses(*type.element, items.first + i * type.element->size);
         }
     } else if (type.kind == TLVMSG_UNION) {
-        if (const tlvmsg_alternative *chosen = chosen_alternative(type, record)) {
+        if (const tlvmsg_alternative *chosen = tlvmsg_chosen_in(&type, record)) {
             fill_addresses(*chosen->type, record + chosen->offset);
         }
     }
@@ -82,7 +81,9 @@ void check(const Sample &sample) {
 
 void release(const Sample &sample) {
     for (const Block &block : sample.blocks) {
-        tlv_free(load_pointer(sample.decoded + block.offset));
+        void *items;
+        std::memcpy(&items, sample.decoded + block.offset, sizeof items);
+        tlv_free(items);
     }
 }
 

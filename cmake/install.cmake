@@ -2,9 +2,6 @@
 # `runtime`, what programs run with; `development`, what they are built with; `tools`, the programs and their data.
 include(CMakePackageConfigHelpers)
 
-if(NOT TLVMSG_EXTERNAL_OSAL_PELIX)
-    list(PREPEND TLVMSG_LIBRARIES osal_pelix)
-endif()
 install(TARGETS ${TLVMSG_LIBRARIES}
         EXPORT tlvmsg
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
@@ -82,8 +79,13 @@ foreach(name LIBDIR INCLUDEDIR DATADIR)
     set(PKG_CONFIG_${name} ${directory})
 endforeach()
 
-# `requires` is another library of the project that this one needs, `private_flags` what static linking adds.
+# `requires` is another library of the project that this one needs, `private_flags` what static linking adds, which
+# `pkg-config --static` tells, and what is only there to be linked statically always.
 function(install_pkg_config_file name description requires private_flags)
+    set(public_flags "${platform_flags}")
+    if(NOT TLVMSG_SHARED)
+        string(APPEND public_flags " ${private_flags}")
+    endif()
     configure_file(cmake/library.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 endfunction()

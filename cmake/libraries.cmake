@@ -12,11 +12,13 @@ endif()
 if(TLVMSG_SANITIZED) # which takes longer to optimize than the tests save by it
     list(APPEND TLVMSG_COMPACT_CODE -O0)
 endif()
+# Statically linked programs leave out with --gc-sections what they do not call.
+set(TLVMSG_SECTIONS -ffunction-sections -fdata-sections)
 add_library(tlvmsg_objects OBJECT runtime/element.cpp runtime/memory.cpp runtime/scalars.cpp ${codec_sources})
 add_dependencies(tlvmsg_objects tlvmsg_generate)
 target_include_directories(tlvmsg_objects PUBLIC ${TLVMSG_INCLUDE} PRIVATE ${PROJECT_SOURCE_DIR} ${TLVMSG_GENERATED})
 target_compile_options(tlvmsg_objects PRIVATE -fno-exceptions -fno-rtti -fno-threadsafe-statics -fvisibility=hidden
-                                              -fvisibility-inlines-hidden ${TLVMSG_COMPACT_CODE})
+                                              -fvisibility-inlines-hidden ${TLVMSG_SECTIONS} ${TLVMSG_COMPACT_CODE})
 target_link_libraries(tlvmsg_objects PRIVATE tlvmsg_warnings PUBLIC osal_pelix)
 
 # CMake adds the C++ run time to whatever has C++ objects, the linker's language notwithstanding.

@@ -83,7 +83,8 @@ function(tlvmsg_add_family target)
                           CXX_STANDARD_REQUIRED ON CXX_EXTENSIONS OFF)
     target_include_directories(${target}_codecs PRIVATE ${out}/include ${out}/src)
     target_compile_options(${target}_codecs PRIVATE -fno-exceptions -fno-rtti -fno-threadsafe-statics
-                                                    -fvisibility=hidden -fvisibility-inlines-hidden)
+                                                    -fvisibility=hidden -fvisibility-inlines-hidden
+                                                    -ffunction-sections -fdata-sections)
     # The library may be linked with another family, whose types this one names.
     target_link_libraries(${target}_codecs PRIVATE tlvmsg::tlvmsg_rules $<TARGET_PROPERTY:${target},LINK_LIBRARIES>)
 

@@ -18,6 +18,7 @@ function(tlvmsg_generated variable directory families)
                HEADER:include/tlvmsg/FAMILY.hpp
                BOUNDED:src/FAMILY_bounded.cpp
                TYPE:src/FAMILY_types.cpp
+               TYPE:src/FAMILY_index.cpp # every type by name and by tag
                SYMBOLS:src/tlvmsg.symbols # what libraries export
                SYMBOLS:src/types.symbols
                DATA:share/tlvmsg/schema.json) # for programs in any language

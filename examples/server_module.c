@@ -104,9 +104,8 @@ static bool run_module(int link) {
 
 static bool send_address(int link) {
     svrm_ip_addr_msg_message request = {0};
-    request.address.ip_type = svrm_ip_type_static;
-    request.address.addr_info.address_1.address.type = TLVMSG_CHOICE_ip_address_type_union_ipv4;
-    request.address.addr_info.address_1.address.ipv4 = 0x0A000001;
+    svrm_addr_info *const info = tlvmsg_choose_svrm_ipaddr_type_union_addr_info(&request.address);
+    *tlvmsg_choose_ip_address_type_union_ipv4(&info->address_1.address) = 0x0A000001;
     uint8_t message[TLVMSG_MAX_SIZE_svrm_ip_addr_msg_message];
     size_t size;
     tlvmsg_fault fault;

@@ -99,9 +99,8 @@ bool run_module(int link) {
 
 bool send_address(int link) {
     svrm_ip_addr_msg_message request{};
-    request.address.ip_type = svrm_ip_type_static;
-    request.address.addr_info.address_1.address.type = TLVMSG_CHOICE_ip_address_type_union_ipv4;
-    request.address.addr_info.address_1.address.ipv4 = 0x0A000001;
+    auto &info = tlvmsg::choose<&svrm_ipaddr::addr_info>(request.address);
+    tlvmsg::choose<&ip_address_type_union::ipv4>(info.address_1.address) = 0x0A000001;
     const auto message = tlvmsg::encode(request);
     return message && send_frame(link, Kind::Address, *message);
 }

@@ -81,11 +81,37 @@ const Code codes[] = {
     {"not-sorted", "they stand in this order and belong in the other",
      "A family's types are found by halving: they stand in the order of their names, as strcmp has it, and "
      "those that have tags once more in the order of these. tlvc sorts them; a family made by hand has to "
-     "be sorted, too."},
+     "be sorted, too. So are routes, in the order of their keys."},
     {"reserved-word", "reserved words are not zero: #",
      "A structure that a function was handed has a reserved word that is not zero. Either the program does "
      "not zero the structure, as `= {0}` does, or it was compiled for a later version of the library and "
      "asks for what this one does not have."},
+    {"key-taken", "both have key #",
+     "Of two routes with one key only one can be found. Let one function take the messages of a key."},
+    {"room-too-small", "# bytes hold no record of $",
+     "tlvmsg_dispatch was given too little room for the record of a message, or none. What "
+     "tlvmsg_check_routes tells, or the union that TLVMSG_ROUTES defines, is enough; room that is not "
+     "aligned needs up to 7 bytes more."},
+    {"framing-syntax", "may stand here, at byte @",
+     "The text of a framing has something else than it may have there, which is named. A framing is segment, "
+     "skip:N "
+     "or length:WIDTH@OFFSET, which +HEADER may follow and then, behind commas, little, inclusive or "
+     "adjust=N, and "
+     "most=N. 'length:2@0+4' is a header of 4 bytes that begins with the length of what is behind it."},
+    {"wrong-framing", "# is not allowed, up to $ is",
+     "A member of a framing says what cannot be, alone or with the others: a length that does not lie in the "
+     "header, "
+     "an adjustment that leaves no body that a length could say, a length where there is to be none, or none "
+     "for a "
+     "stream."},
+    {"frame-too-long", "a message of # bytes, where $ are allowed at byte @",
+     "A frame is longer than the framing's `most` allows, or than its length can say. From a stream it is "
+     "damage, or "
+     "the stream has another framing, or was not read from a frame's beginning; or `most` has to be more."},
+    {"frame-too-short", "# where at least $ belongs at byte @",
+     "The length of a frame is less than what the framing counts with it, as the header that an inclusive "
+     "length "
+     "counts. From a stream it is damage, or the stream has another framing."},
 };
 
 static_assert(sizeof codes / sizeof codes[0] == TLVMSG_CODE_COUNT, "a row for each code");

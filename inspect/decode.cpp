@@ -87,6 +87,32 @@ bool may_end_at(const uint8_t *end, const Input &input, const tlvmsg_limits *lim
     set_result(fault, changed ? fault_at(whole(type), TLVMSG_OUT_OF_MEMORY, 0, 0, 0) : decoder.fault());
 }
 
+// Decodes any type within any limits. It is never inlined, so that tlvmsg_decode needs no registers beside its arguments.
+[[gnu::noinline]] bool decode_any(const tlvmsg_type *type, const uint8_t *in, size_t in_len,
+                                  const tlvmsg_limits *limits, void *record, size_t *consumed,
+                                  tlvmsg_fault *fault) {
+    if (type != nullptr && in != nullptr && record != nullptr && type->operations != nullptr &&
+        reserved_bits(limits) == 0) {
+        Input input{in + in_len, allocation(limits, in_len)};
+        const uint8_t *end = type->operations->accept(in, &input, record);
+        if (may_end_at(end, input, limits)) {
+            set_result(consumed, static_cast<size_t>(end - in));
+            set_success(fault);
+            return true;
+        }
+        if (input.blocks > 0) {
+            tlvmsg_release(type, record);
+        }
+        if (input.out_of_memory) {
+            std::memset(record, 0, type->size);
+            set_result(consumed, size_t{0});
+            report_lost_block(*type, in, input, fault);
+            return false;
+        }
+    }
+    return interpret(type, in, in_len, limits, record, consumed, fault);
+}
+
 } // namespace
 
 size_t tlvmsg_default_allocation(size_t in_len) { return default_allocation(in_len); }
@@ -133,24 +159,9 @@ bool tlvmsg_verify(const tlvmsg_type *type, const uint8_t *in, size_t in_len, co
 
 bool tlvmsg_decode(const tlvmsg_type *type, const uint8_t *in, size_t in_len, const tlvmsg_limits *limits,
                    void *record, size_t *consumed, tlvmsg_fault *fault) {
-    if (type != nullptr && in != nullptr && record != nullptr && type->operations != nullptr &&
-        reserved_bits(limits) == 0) {
-        Input input{in + in_len, allocation(limits, in_len)};
-        const uint8_t *end = type->operations->decode(in, &input, record);
-        if (may_end_at(end, input, limits)) {
-            set_result(consumed, static_cast<size_t>(end - in));
-            set_success(fault);
-            return true;
-        }
-        if (input.blocks > 0) {
-            tlvmsg_release(type, record);
-        }
-        if (input.out_of_memory) {
-            std::memset(record, 0, type->size);
-            set_result(consumed, size_t{0});
-            report_lost_block(*type, in, input, fault);
-            return false;
-        }
+    if (type != nullptr && in != nullptr && record != nullptr && limits == nullptr &&
+        type->operations != nullptr && type->operations->takes_call) {
+        return type->operations->decode_call(type, in, in_len, interpret, record, consumed, fault);
     }
-    return interpret(type, in, in_len, limits, record, consumed, fault);
+    return decode_any(type, in, in_len, limits, record, consumed, fault);
 }

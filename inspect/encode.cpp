@@ -34,23 +34,44 @@ bool has_operations(const tlvmsg_type *type, const void *record) {
     return type != nullptr && record != nullptr && type->operations != nullptr;
 }
 
-} // namespace
-
-bool tlvmsg_encode(const tlvmsg_type *type, const void *record, uint8_t *out, size_t out_capacity,
-                   size_t *written, tlvmsg_fault *fault) {
-    if (out != nullptr && has_operations(type, record)) {
-        if (const uint8_t *end = type->operations->encode(record, out, out_capacity)) {
-            set_result(written, static_cast<size_t>(end - out));
-            set_success(fault);
-            return true;
-        }
-    }
-    if (out == nullptr && out_capacity > 0) {
+// Encodes what the strict operation gives up on or is not asked for.
+[[gnu::noinline]] bool encode_again(const tlvmsg_type *type, const void *record, uint8_t *out,
+                                    size_t capacity, size_t *written, tlvmsg_fault *fault) {
+    if (out == nullptr && capacity > 0) {
         set_result(written, size_t{0});
         set_result(fault, null_argument("out"));
         return false;
     }
-    return interpret(type, record, out, out_capacity, written, fault);
+    return interpret(type, record, out, capacity, written, fault);
+}
+
+// The arguments of a call, which wait in memory while the strict operation runs: registers would have to be saved for all
+// of them, and few are needed again.
+struct Call {
+    const tlvmsg_type *type;
+    const void *record;
+    uint8_t *out;
+    size_t capacity;
+    size_t *written;
+    tlvmsg_fault *fault;
+};
+
+} // namespace
+
+bool tlvmsg_encode(const tlvmsg_type *type, const void *record, uint8_t *out, size_t out_capacity,
+                   size_t *written, tlvmsg_fault *fault) {
+    if (out == nullptr || !has_operations(type, record)) {
+        return encode_again(type, record, out, out_capacity, written, fault);
+    }
+    Call call{type, record, out, out_capacity, written, fault};
+    asm("" : "+m"(call));
+    const uint8_t *const end = type->operations->encode(record, out, out_capacity);
+    if (end == nullptr) {
+        return encode_again(call.type, call.record, call.out, call.capacity, call.written, call.fault);
+    }
+    set_result(call.written, static_cast<size_t>(end - call.out));
+    set_success(call.fault);
+    return true;
 }
 
 bool tlvmsg_size(const tlvmsg_type *type, const void *record, size_t *size, tlvmsg_fault *fault) {

@@ -2,8 +2,7 @@
 #pragma once
 
 #include "base/reserved_bits.h"
-
-#include <tlvmsg/inspect.h>
+#include "runtime/operations.h"
 
 namespace tlvmsg::inspect {
 
@@ -35,21 +34,7 @@ tlvmsg_fault null_argument(const char *argument);
 tlvmsg_fault reserved_word(const char *argument, uintptr_t bits);
 
 using base::reserved_bits;
-
-// Stores a result where the caller has room for one.
-template <class T>
-void set_result(T *result, const T &value) {
-    if (result != nullptr) {
-        *result = value;
-    }
-}
-
-// Fills no more of a fault than is defined when nothing was refused.
-inline void set_success(tlvmsg_fault *fault) {
-    if (fault != nullptr) {
-        fault->code = TLVMSG_OK;
-        fault->path[0] = '\0';
-    }
-}
+using tlvmsg::set_result;
+using tlvmsg::set_success;
 
 } // namespace tlvmsg::inspect

@@ -20,6 +20,18 @@ struct Bounded {
         return accept_alone(in, *input, out);
     }
 
+    static bool decode_call(const tlvmsg_type *type, const uint8_t *in, size_t in_len,
+                            DecodeOtherwise *otherwise, void *to, size_t *consumed, tlvmsg_fault *fault) {
+        Input input{.end = in + in_len, .limit = 0};
+        const uint8_t *end = decode(in, &input, to);
+        if (end == nullptr) [[unlikely]] {
+            return otherwise(type, in, in_len, nullptr, to, consumed, fault);
+        }
+        set_result(consumed, static_cast<size_t>(end - in));
+        set_success(fault);
+        return true;
+    }
+
     static const uint8_t *verify(const uint8_t *in, Input *input) {
         return accept_alone(in, *input, Nowhere());
     }
@@ -46,13 +58,20 @@ private:
 };
 
 template <class Codec>
-inline constexpr tlvmsg_operations operations = {
-    fixed_size<Codec>,      allocates<Codec>,       Bounded<Codec>::decode,
-    Bounded<Codec>::verify, Bounded<Codec>::encode, Bounded<Codec>::size,
-};
+constexpr tlvmsg_operations make_operations() {
+    using Own = Bounded<Codec>;
+    constexpr bool takes_call = is_message<Codec> && !allocates<Codec>;
+    if constexpr (takes_call) {
+        return {fixed_size<Codec>, false,       true,     {.decode_call = Own::decode_call},
+                Own::verify,       Own::encode, Own::size};
+    } else {
+        return {fixed_size<Codec>, allocates<Codec>, false,    {.decode = Own::decode},
+                Own::verify,       Own::encode,      Own::size};
+    }
+}
 
 } // namespace tlvmsg::rules
 
 #define TLVMSG_OPERATIONS(NAME, CODEC)                                                                       \
     extern const tlvmsg_operations NAME;                                                                     \
-    const tlvmsg_operations NAME = tlvmsg::rules::operations<tlvmsg::codec::CODEC>;
+    constexpr tlvmsg_operations NAME = tlvmsg::rules::make_operations<tlvmsg::codec::CODEC>();

@@ -102,9 +102,9 @@ struct byte_array {
     static bool covers(const uint8_t *in) {
         return wire::difference(in, wire::header(wire::array_tag, form.presumed_size - header_size)) == 0;
     }
-    static uint32_t mismatch(const uint8_t *in) {
-        return wire::difference(in, wire::header(wire::array_tag, form.presumed_size - header_size)) |
-               codec::uint16::mismatch(in + header_size) | (wire::load16(in + 2 * header_size) ^ Capacity);
+    static constexpr uint32_t mismatch(auto in) {
+        return difference(in, wire::header(wire::array_tag, form.presumed_size - header_size)) |
+               codec::uint16::mismatch(in + header_size) | difference(in + 2 * header_size, Capacity);
     }
 
     static void take(const uint8_t *in, record *out) {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 namespace tlvmsg::rules {
 
@@ -13,6 +14,14 @@ template <class T>
 T *unbounded(T *items) {
     asm("" : "+r"(items));
     return items;
+}
+
+// A pointer to a part, made from one to the whole: the optimizer knows no narrower bound of it, as it would of a field's.
+template <class Whole, class Part>
+[[gnu::always_inline]] inline Part *part_of(Whole *whole, Part *part) {
+    using Byte = std::conditional_t<std::is_const_v<Whole>, const uint8_t, uint8_t>;
+    auto *start = reinterpret_cast<Byte *>(whole);
+    return reinterpret_cast<Part *>(start + (reinterpret_cast<Byte *>(part) - start));
 }
 
 // g++ turns copies and fills whose size it can bound into `rep movs` and `rep stos`, which take longer to start than

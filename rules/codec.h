@@ -12,7 +12,8 @@
 // A codec that presumes a size has fast paths, in two steps that need no branches between them:
 //
 //     covers(in)                      whether the own header says that size; then all headers are there,
-//     mismatch(in)                    and this is 0 when they are what the encoder writes; then
+//     mismatch(in)                    and this is 0 when they are what the encoder writes, which also tells a map of
+//                                     the headers what they are and where (header_map.h); then
 //     take(in, record)                stores the values, and
 //     clear_padding(record)           zeroes what lies between them
 //     is_full(record)                 whether the record has that size; then
@@ -38,6 +39,7 @@
 
 namespace tlvmsg::rules {
 
+using wire::difference;
 using wire::Element;
 using wire::header_size;
 using wire::read_element;
@@ -68,6 +70,10 @@ struct Form {
     bool governed = false;               // whether it goes by a number that its structure has right before it
     Called called = Called::Never;
 };
+
+// Whether a position is one in input; see header_map.h for others.
+template <class Position>
+inline constexpr bool is_input = std::is_same_v<Position, const uint8_t *>;
 
 template <class Codec>
 inline constexpr Form form = Codec::form;

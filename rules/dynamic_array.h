@@ -83,7 +83,7 @@ struct dynamic_elements {
         if (items == nullptr) {
             return nullptr;
         }
-        Elements<Item>::decode(prefix.items, prefix.count, items);
+        Items<Item>::decode(prefix.items, prefix.count, items);
         return prefix.end;
     }
 
@@ -98,7 +98,7 @@ struct dynamic_elements {
         if constexpr (stores<Out> && allocates<Item>) {
             clear(out->items, static_cast<size_t>(size));
         }
-        return Elements<Item>::accept(in + array_prefix, count, input, items_of(out)) == end ? end : nullptr;
+        return Items<Item>::accept(in + array_prefix, count, input, items_of(out)) == end ? end : nullptr;
     }
 };
 

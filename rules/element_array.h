@@ -46,7 +46,7 @@ struct element_array {
             return nullptr;
         }
         out->count = prefix.count;
-        Elements<Item>::decode(prefix.items, prefix.count, unbounded(out->items));
+        Items<Item>::decode(prefix.items, prefix.count, unbounded(out->items));
         return prefix.end;
     }
 
@@ -62,7 +62,7 @@ struct element_array {
             out->count = count;
             clear_behind(out, out->items + count);
         }
-        return Elements<Item>::accept(in + array_prefix, count, input, items_of(out)) == end ? end : nullptr;
+        return Items<Item>::accept(in + array_prefix, count, input, items_of(out)) == end ? end : nullptr;
     }
 };
 

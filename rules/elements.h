@@ -2,10 +2,11 @@
 #pragma once
 
 #include "array.h"
+#include "header_map.h"
 
 namespace tlvmsg::rules {
 
-// Each type of element has one body, whoever uses it.
+// Each type of element has one body, whoever uses it; arrays another one, which compares by a map.
 template <class Item>
 struct Elements {
     using record = typename Item::record;
@@ -38,7 +39,18 @@ struct Elements {
 
     [[gnu::noinline]] static const uint8_t *decode(const uint8_t *in, uint16_t count, record *items) {
         for (uint32_t i = 0; i < count && in != nullptr; ++i) {
-            in = rules::decode<Item>(in, items + i);
+            if constexpr (is_mapped<Item> && fixed_size<Item> != 0) {
+                // A loop without calls, so that the map stays in registers.
+                for (; Item::covers(in) && Item::mismatch(in) == 0; in += fixed_size<Item>) {
+                    Item::take(in, items + i);
+                    if (++i == count) {
+                        return in + fixed_size<Item>;
+                    }
+                }
+                in = Item::decode(in, items + i);
+            } else {
+                in = rules::decode<Item>(in, items + i);
+            }
         }
         return in;
     }
@@ -46,11 +58,29 @@ struct Elements {
     template <class Out>
     [[gnu::noinline]] static const uint8_t *accept(const uint8_t *in, uint16_t count, Input &input,
                                                    Out items) {
+        if constexpr (always_presumed<Item>) {
+            Within bounds;
+            const bool there = input.left(in) >= size_t{count} * fixed_size<Item>;
+            return there ? accept_each(in, count, bounds, items) : nullptr;
+        } else {
+            return accept_each(in, count, input, items);
+        }
+    }
+
+private:
+    template <class Bounds, class Out>
+    [[gnu::always_inline]] static const uint8_t *accept_each(const uint8_t *in, uint16_t count,
+                                                             Bounds &bounds, Out items) {
         for (uint32_t i = 0; i < count && in != nullptr; ++i) {
-            in = rules::accept<Item>(in, input, item(items, i));
+            in = rules::accept<Item>(in, bounds, item(items, i));
         }
         return in;
     }
 };
+
+// As arrays have them.
+template <class Item>
+using Items =
+    Elements<std::conditional_t<fast_paths && presumed_size<Item> >= sizeof(Words), Mapped<Item>, Item>>;
 
 } // namespace tlvmsg::rules

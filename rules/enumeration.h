@@ -50,8 +50,8 @@ struct enumeration {
                value::mismatch(in + header_size) == 0;
     }
 
-    static uint32_t mismatch(const uint8_t *in) {
-        return wire::difference(in, wire::header(Tag, value::fixed_size)) | value::mismatch(in + header_size);
+    static constexpr uint32_t mismatch(auto in) {
+        return difference(in, wire::header(Tag, value::fixed_size)) | value::mismatch(in + header_size);
     }
 
     static void take(const uint8_t *in, record *out) { value::take(in + header_size, out); }

@@ -26,18 +26,16 @@ Words swap_lanes(Words words) {
 #if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
     return words;
 #elif defined(__SSE2__) && !defined(__SSSE3__)
-    // No instruction moves single bytes: swap the bytes of the halves, then the halves, then the words.
+    // No instruction moves single bytes: swap the bytes of the halves, then reverse the halves.
     using Halves = uint16_t __attribute__((vector_size(16)));
     auto halves = reinterpret_cast<Halves>(words);
     halves = halves << 8 | halves >> 8;
-    words = reinterpret_cast<Words>(halves);
-    if constexpr (Width > 2) {
-        words = words << 16 | words >> 16;
+    if constexpr (Width == 4) {
+        halves = __builtin_shufflevector(halves, halves, 1, 0, 3, 2, 5, 4, 7, 6);
+    } else if constexpr (Width == 8) {
+        halves = __builtin_shufflevector(halves, halves, 3, 2, 1, 0, 7, 6, 5, 4);
     }
-    if constexpr (Width > 4) {
-        words = __builtin_shufflevector(words, words, 1, 0, 3, 2);
-    }
-    return words;
+    return reinterpret_cast<Words>(halves);
 #else
     using Octets = uint8_t __attribute__((vector_size(16)));
     const auto octets = reinterpret_cast<Octets>(words);

@@ -15,7 +15,7 @@ Record *field(Record *record) {
 
 template <class Record, class Step, class... Steps>
 auto *field(Record *record, Step step, Steps... steps) {
-    return field(&(record->*step), steps...);
+    return field(part_of(record, &(record->*step)), steps...);
 }
 
 template <class... Steps>
@@ -57,7 +57,7 @@ struct member {
     static bool is_full(const auto *in) { return rules::is_full<Codec>(place(in)); }
     static void put(const auto *in, uint8_t *out) { Use<Codec>::put(place(in), out); }
 
-    static uint32_t mismatch(const uint8_t *in) { return Use<Codec>::mismatch(in); }
+    static constexpr uint32_t mismatch(auto in) { return Use<Codec>::mismatch(in); }
     static void take(const uint8_t *in, auto *out) { Use<Codec>::take(in, place(out)); }
     static void clear_padding(auto *out) { rules::clear_padding<Codec>(place(out)); }
 
@@ -98,19 +98,20 @@ template <class End, class Begin>
     }
 }
 
-template <class... Members, class Record>
+template <class Member, class...>
+auto *first_place(auto *out) {
+    return Member::place(out);
+}
+
+// Members lie in their order, unless they share a field. From neighbour to neighbour compilers see how large gaps are.
+template <class Member, class... Others, class Record>
 [[gnu::always_inline]] inline void clear_gaps(Record *out) {
-    const auto offset = [out](auto *place) __attribute__((always_inline)) {
-        return reinterpret_cast<uint8_t *>(place) - reinterpret_cast<uint8_t *>(out);
-    };
-    ptrdiff_t at = 0;
-    const auto clear_up_to = [&](ptrdiff_t place, ptrdiff_t end) __attribute__((always_inline)) {
-        auto *begin = reinterpret_cast<uint8_t *>(out);
-        clear_between(begin + at, begin + place);
-        at = end > at ? end : at;
-    };
-    (clear_up_to(offset(Members::place(out)), offset(Members::place_end(out))), ...);
-    clear_up_to(sizeof(Record), sizeof(Record));
+    if constexpr (sizeof...(Others) == 0) {
+        clear_between(Member::place_end(out), out + 1);
+    } else {
+        clear_between(Member::place_end(out), first_place<Others...>(out));
+        clear_gaps<Others...>(out);
+    }
 }
 
 template <class... Members, class Bounds, class Out>

@@ -66,4 +66,9 @@ private:
     }
 };
 
+template <class Codec>
+inline constexpr bool is_message = requires(Codec codec) {
+    []<class... T>(const message<T...> &) {}(codec);
+};
+
 } // namespace tlvmsg::rules

@@ -23,13 +23,11 @@ struct Repeated {
     }
 
     [[gnu::always_inline]] static void put(const record *in, uint8_t *out) {
-        const auto *items = unbounded(in);
         constexpr uint32_t groups = Wide ? fours : 0;
-        each<groups>([&](auto i) __attribute__((always_inline)) {
-            FourWords::encode(items + 4 * i, at(out, 4 * i));
-        });
+        each<groups>([&](auto i)
+                         __attribute__((always_inline)) { FourWords::encode(in + 4 * i, at(out, 4 * i)); });
         each<Count - 4 * groups>([&](auto i) __attribute__((always_inline)) {
-            Use<Codec>::put(items + 4 * groups + i, at(out, 4 * groups + i));
+            Use<Codec>::put(in + 4 * groups + i, at(out, 4 * groups + i));
         });
     }
 
@@ -44,34 +42,34 @@ struct Repeated {
         return covered;
     }
 
-    [[gnu::always_inline]] static uint32_t mismatch(const uint8_t *in) {
+    template <class Position>
+    [[gnu::always_inline]] static constexpr uint32_t mismatch(Position in) {
+        constexpr uint32_t groups = is_input<Position> ? fours : 0;
         uint32_t difference = 0;
-        if constexpr (fours != 0) {
+        if constexpr (groups != 0) {
             Words differences{};
-            each<fours>([&](auto i) __attribute__((always_inline)) {
+            each<groups>([&](auto i) __attribute__((always_inline)) {
                 differences |= FourWords::differences(at(in, 4 * i));
             });
             difference = FourWords::in_headers(differences);
         }
-        each<others>([&](auto i) __attribute__((always_inline)) {
-            difference |= Use<Codec>::mismatch(at(in, 4 * fours + i));
+        each<Count - 4 * groups>([&](auto i) __attribute__((always_inline)) {
+            difference |= Use<Codec>::mismatch(at(in, 4 * groups + i));
         });
         return difference;
     }
 
     [[gnu::always_inline]] static void take(const uint8_t *in, record *out) {
-        auto *items = unbounded(out);
         each<fours>([&](auto i)
-                        __attribute__((always_inline)) { FourWords::take(at(in, 4 * i), items + 4 * i); });
+                        __attribute__((always_inline)) { FourWords::take(at(in, 4 * i), out + 4 * i); });
         each<others>([&](auto i) __attribute__((always_inline)) {
-            Use<Codec>::take(at(in, 4 * fours + i), items + 4 * fours + i);
+            Use<Codec>::take(at(in, 4 * fours + i), out + 4 * fours + i);
         });
     }
 
     static bool is_full(const record *) { return true; }
     static void clear_padding(record *out) {
-        each<Count>([&](auto i)
-                        __attribute__((always_inline)) { rules::clear_padding<Codec>(unbounded(out) + i); });
+        each<Count>([&](auto i) __attribute__((always_inline)) { rules::clear_padding<Codec>(out + i); });
     }
 
 private:
@@ -79,14 +77,14 @@ private:
     static constexpr uint32_t fours = fast_paths && std::is_same_v<Codec, codec::uint32> ? Count / 4 : 0;
     static constexpr uint32_t others = Count - 4 * fours;
 
-    template <class Byte>
-    static Byte *at(Byte *position, uint32_t element) {
+    template <class Position>
+    static constexpr Position at(Position position, uint32_t element) {
         return position + element * fixed_size<Codec>;
     }
 
     // Unrolled: a step is a few instructions.
     template <uint32_t Steps, class Step>
-    [[gnu::always_inline]] static void each(Step step) {
+    [[gnu::always_inline]] static constexpr void each(Step step) {
         [&]<uint32_t... I>(std::integer_sequence<uint32_t, I...>) __attribute__((always_inline)) {
             (step(std::integral_constant<uint32_t, I>()), ...);
         }

@@ -18,6 +18,7 @@ inline constexpr bool stores = !std::is_same_v<Out, Nowhere>;
 // only of those that have the presumed size, or of all.
 struct Presumed {};
 struct Trusted : Presumed {};
+struct Within : Presumed {}; // known to hold what is read
 
 template <class Codec, class Bounds>
 inline constexpr bool only_presumed = always_presumed<Codec> || std::is_same_v<Bounds, Presumed>;
@@ -30,6 +31,11 @@ bool holds_presumed(const Input &input, const uint8_t *in) {
 template <class Codec>
 bool holds_presumed(Presumed, const uint8_t *in) {
     return Codec::covers(in);
+}
+
+template <class Codec>
+constexpr bool holds_presumed(Within, const uint8_t *) {
+    return true;
 }
 
 // Accepts what is of the presumed size: all headers at once, then all values.

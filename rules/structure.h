@@ -73,11 +73,11 @@ struct structure {
     }
 
     static bool covers(const uint8_t *in) { return wire::difference(in, exact_header) == 0; }
-    [[gnu::always_inline]] static uint32_t mismatch(const uint8_t *in) {
-        uint32_t difference = wire::difference(in, exact_header);
+    [[gnu::always_inline]] static constexpr uint32_t mismatch(auto in) {
+        uint32_t differences = difference(in, exact_header);
         in += header_size;
-        ((difference |= Members::mismatch(in), in += presumed_size<Members>), ...);
-        return difference;
+        ((differences |= Members::mismatch(in), in += presumed_size<Members>), ...);
+        return differences;
     }
     [[gnu::always_inline]] static void take(const uint8_t *in, record *out) {
         in += header_size;

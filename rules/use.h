@@ -43,8 +43,9 @@ struct Use {
             return Copy<rules::decode<Codec>>::call(in, out);
         }
     }
-    [[gnu::always_inline]] static uint32_t mismatch(const uint8_t *in) {
-        return choose<always, Codec::mismatch>(in);
+    template <class Position>
+    [[gnu::always_inline]] static constexpr uint32_t mismatch(Position in) {
+        return choose < always && is_input<Position>, Codec::template mismatch < Position >> (in);
     }
     [[gnu::always_inline]] static void take(const uint8_t *in, record *out) {
         choose<always, Codec::take>(in, out);
@@ -64,7 +65,7 @@ private:
     static constexpr bool measured = always && fixed_size<Codec> == 0;
 
     template <bool Call, auto Function, class... Arguments>
-    [[gnu::always_inline]] static auto choose(Arguments &&...arguments) {
+    [[gnu::always_inline]] static constexpr auto choose(Arguments &&...arguments) {
         if constexpr (Call) {
             return Copy<Function>::call(arguments...);
         } else {

@@ -4,6 +4,8 @@
 // Their callers then go by the descriptors, which say what is tolerated and what the fault is.
 #pragma once
 
+#include <tlvmsg/inspect.h>
+
 #include <cstddef>
 #include <cstdint>
 
@@ -34,6 +36,25 @@ struct Input {
     }
 };
 
+// Stores a result where the caller has room for one.
+template <class T>
+void set_result(T *result, const T &value) {
+    if (result != nullptr) {
+        *result = value;
+    }
+}
+
+// Fills no more of a fault than is defined when nothing was refused.
+inline void set_success(tlvmsg_fault *fault) {
+    if (fault != nullptr) {
+        fault->code = TLVMSG_OK;
+        fault->path[0] = '\0';
+    }
+}
+
+// What goes on with a decoding that a strict operation gives up on.
+using DecodeOtherwise = decltype(tlvmsg_decode);
+
 } // namespace tlvmsg
 
 // How generated descriptors refer to the operations of the type; those that stand alone refer to none.
@@ -52,10 +73,19 @@ struct Input {
 struct tlvmsg_operations {
     uint32_t fixed_size; // encoded size in bytes, 0 when it depends on the record
     bool allocates;      // whether a decoded record may hold blocks
+    bool takes_call; // whether there is decode_call, as for messages that do not allocate, instead of decode
 
-    // The position behind the encoding, or null. Every byte of the record is written; after null what it
-    // holds is of use only to release the blocks that the input counts.
-    const uint8_t *(*decode)(const uint8_t *in, tlvmsg::Input *input, void *record);
+    union {
+        // The position behind the encoding, or null. Every byte of the record is written; after null what it
+        // holds is of use only to release the blocks that the input counts.
+        const uint8_t *(*decode)(const uint8_t *in, tlvmsg::Input *input, void *record);
+
+        // What tlvmsg_decode does without limits. It takes all arguments, so that tlvmsg_decode jumps here and keeps
+        // none of them.
+        bool (*decode_call)(const tlvmsg_type *type, const uint8_t *in, size_t in_len,
+                            tlvmsg::DecodeOtherwise *otherwise, void *record, size_t *consumed,
+                            tlvmsg_fault *fault);
+    };
     const uint8_t *(*verify)(const uint8_t *in, tlvmsg::Input *input);
 
     // The position behind what was written, or null with nothing written.
@@ -63,4 +93,16 @@ struct tlvmsg_operations {
 
     // Above largest_size when the record cannot be encoded.
     uint64_t (*size)(const void *record);
+
+    // The same as decode, whichever there is.
+    const uint8_t *accept(const uint8_t *in, tlvmsg::Input *input, void *record) const {
+        if (!takes_call) {
+            return decode(in, input, record);
+        }
+        const auto give_up = [](const tlvmsg_type *, const uint8_t *, size_t, const tlvmsg_limits *, void *,
+                                size_t *, tlvmsg_fault *) { return false; };
+        size_t consumed = 0;
+        const bool accepted = decode_call(nullptr, in, input->left(in), give_up, record, &consumed, nullptr);
+        return accepted ? in + consumed : nullptr;
+    }
 };

@@ -44,7 +44,7 @@ struct Scalar {
     }
 
     static bool covers(const uint8_t *in) { return mismatch(in) == 0; }
-    static uint32_t mismatch(const uint8_t *in) { return difference(in, exact_header); }
+    static constexpr uint32_t mismatch(auto in) { return difference(in, exact_header); }
     static void take(const uint8_t *in, T *out) { *out = static_cast<T>(load(in + header_size)); }
 
     // The bare value, as packed arrays carry it.

@@ -62,9 +62,13 @@ Value fetched(Value value) {
 // A header as the 32-bit number that its four bytes spell.
 constexpr uint32_t header(uint16_t tag, uint16_t length) { return uint32_t{tag} << 16 | length; }
 
-// 0 when the four bytes at `in` spell that header. Compared as stored: swapping the constant costs nothing.
-inline uint32_t difference(const uint8_t *in, uint32_t header) {
-    return load_stored<uint32_t>(in) ^ OSALhtonl(header);
+// 0 when the bytes at `in` spell that number, which may be a header. Compared as stored: swapping the constant costs
+// nothing.
+inline uint32_t difference(const uint8_t *in, uint32_t number) {
+    return load_stored<uint32_t>(in) ^ OSALhtonl(number);
+}
+inline uint32_t difference(const uint8_t *in, uint16_t number) {
+    return static_cast<uint32_t>(load_stored<uint16_t>(in) ^ OSALhtons(number));
 }
 
 // An element whose header has been read. The default stands for what is read at a null position.

@@ -43,6 +43,7 @@ MAY_INCLUDE = {
 
     "schema_library": "compiler/build/compile.h compiler/checks/checks.h compiler/model compiler/text include base",
 
+    "python": "include",
     "tools": "include cli base",
     "examples": "include",
     "bench": "tests/support include",

@@ -1,6 +1,7 @@
 // Families beside the library's own, as tlvmsg_add_family builds them: examples/family is one.
 #include <tlvmsg/acme.hpp>
 #include <tlvmsg/bounded/acme.h>
+#include <tlvmsg/tlvmsg_dispatch.hpp>
 #include <tlvmsg/tlvmsg_forms.hpp>
 
 #include <gtest/gtest.h>
@@ -146,6 +147,10 @@ TEST(OwnFamily, IsFoundLikeTheLibrarysOnceItIsRegistered) {
     ASSERT_TRUE(tlvmsg_key_field(keyed, &place));
     EXPECT_EQ(place.offset, offsetof(acme_fan_report_message, session.msg_type));
     EXPECT_EQ((*bytes)[place.encoded_offset + 3], TLVMSG_KEY_acme_fan_report_message);
+    tlvmsg::dispatcher<> dispatcher;
+    dispatcher.on<acme_fan_report_message>([](const auto &taken) { return taken.list.fans.count == 2; });
+    EXPECT_TRUE(dispatcher.dispatch(tlvmsg::session_key(*bytes).value_or(0), *bytes));
+    EXPECT_TRUE(tlvmsg::visit_type<tlvmsg::messages_of_acme>(*keyed, [](auto) {}));
     EXPECT_EQ(best_guess(), "acme_fan_report_message " + std::to_string(bytes->size())) << before;
     ASSERT_EQ(tlvmsg_type_count(), count + tlvmsg_family_acme.type_count);
     EXPECT_STREQ(tlvmsg_type_at(count)->name, "acme_fan");

@@ -1,5 +1,6 @@
 // bounded/FAMILY.h: descriptors and typed operations, one line a type.
 #include "compiler/emit/emit.h"
+#include "compiler/emit/lists.h"
 #include "compiler/model/names.h"
 
 #include <fmt/format.h>
@@ -26,8 +27,11 @@ std::string family_header(const Family &family, Product product) {
     for (const Type *type : family.types) {
         text += (has_own_record(*type) ? names::typed_operations(*type) : names::declared_descriptor(*type));
         text += "\n";
+        for (const Alternative &each : type->alternatives) {
+            text += names::declared_chooser(*type, each) + "\n";
+        }
     }
-    return text + "\n#ifdef __cplusplus\n}\n#endif\n\n#endif\n";
+    return text + "\n#ifdef __cplusplus\n}\n#endif\n\n" + list_macros(family) + "\n#endif\n";
 }
 
 } // namespace

@@ -18,7 +18,7 @@ GeneratedFiles emit_layout(const Family &family,
 
 GeneratedFiles emit_umbrellas(const Schema &schema); // include/tlvmsg/{all.h,bounded/all.h,all.hpp}
 GeneratedFiles emit_scalars(const Schema &schema);   // src/all_bounded.cpp
-GeneratedFiles emit_index(const Schema &schema);     // src/all_types.cpp
+GeneratedFiles emit_index(const Schema &schema);     // src/all_types.cpp, src/all_index.cpp
 GeneratedFiles emit_exports(const Schema &schema);   // src/tlvmsg.symbols, src/types.symbols
 GeneratedFiles emit_described(const Schema &schema); // share/tlvmsg/schema.json
 

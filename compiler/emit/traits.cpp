@@ -1,5 +1,6 @@
 // FAMILY.hpp: what tlvmsg.hpp knows about each record.
 #include "compiler/emit/emit.h"
+#include "compiler/emit/lists.h"
 #include "compiler/model/names.h"
 
 #include <fmt/format.h>
@@ -34,13 +35,30 @@ std::string visit(const Type &type) {
     return text + "    }\n";
 }
 
+std::string key(const Type &type) {
+    return type.key ? fmt::format("    static constexpr uint32_t key = {};\n", *type.key) : "";
+}
+
 std::string traits(const Type &type) {
     return fmt::format("template <>\nstruct traits<::{}> {{\n"
                        "    static constexpr tlvmsg_kind kind = {};\n"
                        "    static constexpr bool holds_blocks = {};\n"
-                       "    static const tlvmsg_type &type() noexcept {{ return *{}(); }}\n{}}};\n\n",
-                       names::record(type), names::kind(type.kind), type.holds_blocks,
-                       names::descriptor_accessor(type), is_array(type) ? "" : visit(type));
+                       "    static constexpr size_t max_encoded = {};\n"
+                       "    static const tlvmsg_type &type() noexcept {{ return *{}(); }}\n{}{}}};\n\n",
+                       names::record(type), names::kind(type.kind), type.holds_blocks, type.max_size,
+                       names::descriptor_accessor(type), key(type), is_array(type) ? "" : visit(type));
+}
+
+std::string alternatives(const Type &type) {
+    std::string text;
+    for (const Alternative &each : type.alternatives) {
+        text += fmt::format("template <>\nstruct alternative<&::{}::{}> {{\n"
+                            "    static constexpr uint32_t values[] = {{{}}};\n"
+                            "    static constexpr auto choose = {};\n}};\n\n",
+                            names::record(type), each.name, fmt::join(each.values, ", "),
+                            names::chooser(type, each));
+    }
+    return text;
 }
 
 std::string family_header(const Family &family) {
@@ -55,9 +73,9 @@ std::string family_header(const Family &family) {
     }
     text += "\nnamespace tlvmsg {\n\n";
     for (const Type *type : family.types) {
-        text += has_own_record(*type) ? traits(*type) : "";
+        text += (has_own_record(*type) ? traits(*type) : "") + alternatives(*type);
     }
-    return text + "} // namespace tlvmsg\n\n#endif\n";
+    return text + list_aliases(family) + "\n} // namespace tlvmsg\n\n#endif\n";
 }
 
 } // namespace

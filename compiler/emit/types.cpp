@@ -1,5 +1,6 @@
-// FAMILY_types.cpp: the descriptors, and of users' families what registers them. all_types.cpp: the scalars', and the
-// index of the library's own.
+// FAMILY_types.cpp: the descriptors, and of users' families what registers them. all_types.cpp: the scalars'.
+// all_index.cpp: the index of the library's own types, apart from all descriptors, so that a program which is linked
+// statically and looks nothing up has the types alone that it names.
 #include "compiler/emit/emit.h"
 #include "compiler/model/attributes.h"
 #include "compiler/model/fingerprint.h"
@@ -196,15 +197,18 @@ GeneratedFiles emit_types(const Family &family, Product product) {
 }
 
 GeneratedFiles emit_index(const Schema &schema) {
-    std::string text = opening("The scalars' descriptors, and every type by name and by tag.", "register.h");
+    std::string scalars = opening("Descriptors of the scalars.", "types.h");
+    std::string index = opening("Every type by name and by tag.", "register.h");
     std::vector<const Type *> types;
     for (const Type &type : schema.types) {
         types.push_back(&type);
-        text += type.scalar != nullptr
-                    ? definition(type)
-                    : fmt::format("extern const tlvmsg_type {};\n", names::descriptor(type));
+        index += fmt::format("extern const tlvmsg_type {};\n", names::descriptor(type));
+        if (type.scalar != nullptr) {
+            scalars += definition(type);
+        }
     }
-    return {{"src/all_types.cpp", text + registration("tlvmsg_built_in", "", types)}};
+    return {{"src/all_types.cpp", scalars},
+            {"src/all_index.cpp", index + registration("tlvmsg_built_in", "", types)}};
 }
 
 } // namespace tlvc

@@ -88,6 +88,10 @@ std::string choice(const Type &union_type, const Alternative &alternative) {
     return fmt::format("TLVMSG_CHOICE_{}_{}", union_type.name, alternative.name);
 }
 
+std::string chooser(const Type &union_type, const Alternative &alternative) {
+    return fmt::format("tlvmsg_choose_{}_{}", union_type.name, alternative.name);
+}
+
 // The name stands last and as it is, so that no two headers come out the same.
 std::string guard(Header form, const std::string &name) {
     const auto word = [&]() -> std::string_view {
@@ -125,11 +129,22 @@ std::string values_table(const Type &type, const Alternative &alternative) {
 }
 
 std::string descriptor_accessor(const Type &type) { return "tlvmsg_descriptor_" + type.name; }
-std::string declared_descriptor(const Type &type) { return "TLVMSG_DESCRIPTOR(" + type.name + ")"; }
+std::string declared_descriptor(const Type &type) {
+    return fmt::format("TLVMSG_{}({})", type.kind == Kind::Enumeration ? "ENUMERATION" : "DESCRIPTOR",
+                       type.name);
+}
 std::string typed_operations(const Type &type) {
     const std::string macro = is_array(type) ? "TLVMSG_TYPED_ARRAY" : "TLVMSG_TYPED";
     return record(type) == type.name ? fmt::format("{}({})", macro, type.name)
                                      : fmt::format("{}_AS({}, {})", macro, type.name, record(type));
+}
+
+std::string declared_chooser(const Type &union_type, const Alternative &alternative) {
+    const bool by_value = alternative.values.size() > 1;
+    const std::string fits = fmt::format(", value == {}", fmt::join(alternative.values, " || value == "));
+    return fmt::format("TLVMSG_CHOOSE{}({}, {}, {}, {}, {}{})", by_value ? "_BY" : "", union_type.name,
+                       record(union_type), union_type.selector_name, alternative.name,
+                       field_type(*alternative.type), by_value ? fits : "");
 }
 
 std::string alternatives_union(const Type &type) { return "tlvmsg_union_of_" + type.name; }

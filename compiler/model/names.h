@@ -29,6 +29,9 @@ std::vector<Constant> constants(const Type &type); // that its header has
 std::string enumerator(const Type &enumeration, const Enumerator &enumerator);
 std::string choice(const Type &union_type, const Alternative &alternative);
 
+// The function that makes it what a union holds. Unique as the macro above is.
+std::string chooser(const Type &union_type, const Alternative &alternative);
+
 // FAMILY.h, bounded/FAMILY.h, FAMILY.hpp.
 enum class Header { Records, Bounded, Traits };
 std::string guard(Header form, const std::string &name); // of a family's header, or of that of all
@@ -46,6 +49,7 @@ std::string values_table(const Type &type, const Alternative &alternative);
 std::string descriptor_accessor(const Type &type);
 std::string declared_descriptor(const Type &type);
 std::string typed_operations(const Type &type); // the descriptor included
+std::string declared_chooser(const Type &union_type, const Alternative &alternative);
 
 // The union of a record's alternatives, which has no name there, where assertions need one.
 std::string alternatives_union(const Type &type);

@@ -3,7 +3,7 @@
  * their session header, and a record again; and a type is found by its tag. With a file name the bytes are written there, for 'tlv --schema acme/fan.tlv' to show.
  */
 #include <tlvmsg/bounded/acme.h>
-#include <tlvmsg/bounded/common.h>
+#include <tlvmsg/dispatch.h>
 
 #include <stdio.h>
 #include <string.h>
@@ -24,17 +24,17 @@ static bool fill(acme_fan_report_message *report, tlvmsg_fault *fault) {
     }
     acme_fan *turning = &report->list.fans.items[0];
     turning->tray = 1;
-    turning->detail.state = acme_fan_state_running;
-    turning->detail.speed.rpm = 4180;
-    turning->detail.speed.rpm_wanted = 4200;
+    acme_fan_speed *speed = tlvmsg_choose_acme_fan_detail_speed(&turning->detail);
+    speed->rpm = 4180;
+    speed->rpm_wanted = 4200;
 
     acme_fan *failed = &report->list.fans.items[1];
     failed->tray = 2;
-    failed->detail.state = acme_fan_state_failed;
-    if (!tlvmsg_resize_acme_fan_reason(&failed->detail.failure.reason, strlen(reason), fault)) {
+    acme_fan_failure *failure = tlvmsg_choose_acme_fan_detail_failure(&failed->detail);
+    if (!tlvmsg_resize_acme_fan_reason(&failure->reason, strlen(reason), fault)) {
         return false;
     }
-    memcpy(failed->detail.failure.reason.bytes, reason, strlen(reason));
+    memcpy(failure->reason.bytes, reason, strlen(reason));
     return true;
 }
 
@@ -52,12 +52,9 @@ static void show(const acme_fan_report_message *report) {
 
 /* Receives what is to be one of the family's messages. */
 static bool take(const uint8_t *wire, size_t size, tlvmsg_fault *fault) {
-    app_sess_hdr session;
-    if (!tlvmsg_decode_app_sess_hdr(wire, size, NULL, &session, NULL, fault)) {
-        return false;
-    }
-    const tlvmsg_type *type = tlvmsg_type_by_key("acme", session.msg_type);
-    printf("key %u: %s\n", (unsigned)session.msg_type, type ? type->name : "none of ours");
+    uint32_t key;
+    const tlvmsg_type *type = tlvmsg_session_key(wire, size, &key) ? tlvmsg_type_by_key("acme", key) : NULL;
+    printf("key %u: %s\n", (unsigned)key, type ? type->name : "none of ours");
     if (type != tlvmsg_descriptor_acme_fan_report_message()) {
         return true;
     }

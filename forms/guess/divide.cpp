@@ -138,6 +138,15 @@ private:
     std::vector<Place> places_;
 };
 
+// Whether a message of so many bytes may begin with these, going by its first element's header, as far as it is there.
+bool may_begin(const tlvmsg_type_set &set, Bytes bytes, size_t size) {
+    if (size < header_size || bytes.size() < tag_size) {
+        return size >= header_size;
+    }
+    const bool has_length = bytes.size() >= header_size;
+    return set.has_message_like(bytes) && (!has_length || number_at(bytes, tag_size) <= size - header_size);
+}
+
 } // namespace
 
 } // namespace tlvmsg::forms
@@ -148,4 +157,21 @@ bool tlvmsg_divide(const tlvmsg_type_set *set, const uint8_t *in, size_t in_len,
     Call call(fault);
     return hand_out_list(call, in, in_len, parts, "parts", count,
                          [&](Bytes bytes) { return Division(tlvmsg_type_set::chosen(set), bytes).parts(); });
+}
+
+bool tlvmsg_fits_messages(void *context, const uint8_t *body, size_t there, size_t size) {
+    using namespace tlvmsg::forms;
+    const auto *const set = static_cast<const tlvmsg_type_set *>(context);
+    bool fits = false;
+    Call(nullptr).reads("body", body, there).run([&] {
+        fits = may_begin(tlvmsg_type_set::chosen(set), {body, there}, size);
+    });
+    if (!fits || there < size) {
+        return fits;
+    }
+    tlvmsg_part *parts = nullptr;
+    size_t count = 0;
+    tlvmsg_divide(set, body, size, &parts, &count, nullptr);
+    tlvmsg_free(parts);
+    return count > 0;
 }

@@ -90,6 +90,14 @@ Types tlvmsg_type_set::beginning_like(Bytes bytes) const {
     return of_tag(elements, bytes, tlvmsg_type_tag_read);
 }
 
+bool tlvmsg_type_set::has_message_like(Bytes bytes) const {
+    const auto none = [](const auto *type) { return type->member_count == 0; };
+    const auto first = std::partition_point(messages.begin(), messages.end(), none);
+    return !of_tag({first, messages.end()}, bytes, [](const auto *type) {
+                return tlvmsg_type_tag_read(type->members[0].type);
+            }).empty();
+}
+
 void tlvmsg_type_set::follow_messages(Bytes bytes, const Found &found) const {
     follow(messages, 0, bytes, 0, found);
 }

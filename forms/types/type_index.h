@@ -37,6 +37,9 @@ struct tlvmsg_type_set {
     // All but messages that begin with the tag that is there. Unions have none.
     Types beginning_like(Bytes bytes) const;
 
+    // Whether some message begins with the tag that is there.
+    bool has_message_like(Bytes bytes) const;
+
     // What is called for messages that begin with the same members, of which the elements of `matched` lie there whole, going
     // by their headers, and end at `end`. The messages are those that have no more members, or those that go on with
     // something else or with an element that is cut, so that all are refused for the same reason.

@@ -117,8 +117,16 @@ typedef enum tlvmsg_code TLVMSG_ANY_NUMBER {
     TLVMSG_NAME_TAKEN,    /* a type of a name that there is [0, 0] */
     TLVMSG_TAG_TAKEN,     /* a type of a tag that there is [the tag, 0] */
     TLVMSG_LIBRARY_TAG,   /* a type of a tag that is the library's [the tag, the least that is not] */
-    TLVMSG_NOT_SORTED,    /* types of a family in another order than that of names or tags [0, 0] */
+    TLVMSG_NOT_SORTED, /* a family's types in another order than that of names or tags [0, 0]; routes in another */
+                       /* order than that of keys [the first one's key, 0] */
     TLVMSG_RESERVED_WORD, /* a reserved word that is not zero; the path is the argument's name [all words' bits, 0] */
+    TLVMSG_KEY_TAKEN,      /* two routes of one key [the key, 0] */
+    TLVMSG_ROOM_TOO_SMALL, /* no room for the record of a message [bytes there, bytes needed] */
+    /* From framings and streams; frames.h */
+    TLVMSG_FRAMING_SYNTAX, /* the path is what the text may have there [its byte, 0] */
+    TLVMSG_WRONG_FRAMING, /* a framing that cannot be; the path is its member [its value, the most that can be] */
+    TLVMSG_FRAME_TOO_LONG, /* a body of more bytes than is allowed, or than its length can say [bytes, the most] */
+    TLVMSG_FRAME_TOO_SHORT, /* a length, or a body, that is less than what counts with it [it, the least] */
     TLVMSG_CODE_COUNT
 } tlvmsg_code;
 

@@ -37,10 +37,16 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <iosfwd>
 #include <span>
 #include <string_view>
 #include <type_traits>
 #include <vector>
+#include <version>
+
+#ifdef __cpp_lib_expected
+#include <expected>
+#endif
 
 namespace tlvmsg {
 
@@ -51,11 +57,19 @@ namespace tlvmsg {
  *
  *     kind           its tlvmsg_kind
  *     holds_blocks   whether there is a dynamic array in it
+ *     max_encoded    the most bytes that its encoding can have, a constant. With a dynamic array that is what the lengths
+ *                    of elements can say, some 64 KiB an element, so such messages are rather encoded to a vector.
  *     type()         its descriptor
+ *     key            its key; only of messages that have one
  *     visit()        see tlvmsg::visit; not for arrays
  */
 template <class T>
 struct traits;
+
+/* Records: FAMILY.hpp has those of all messages of a family as messages_of_FAMILY, and all of its own as types_of_FAMILY.
+ * tlvmsg_dispatch.hpp says what such lists are for. */
+template <class... T>
+struct type_list {};
 
 /* A type with a record of its own, and those that are arrays. Enumerations are all uint32_t in C. */
 template <class T>
@@ -114,11 +128,22 @@ private:
     size_t size_;
 };
 
-/* A line of text, held without an allocation. */
+/* A line of text, held without an allocation. It is a std::string_view, and where one is asked for a std::string. */
 class line {
 public:
     const char *c_str() const noexcept { return text_; }
     operator std::string_view() const noexcept { return text_; }
+
+    /* A template, so that nobody includes <string> or <ostream> for it who does not use them. */
+    template <class String>
+    requires std::is_same_v<String, std::string>
+    operator String() const { return String(text_); }
+
+    template <class Traits>
+    friend std::basic_ostream<char, Traits> &operator<<(std::basic_ostream<char, Traits> &out,
+                                                        const line &line) {
+        return out << line.c_str();
+    }
 
 private:
     friend struct fault;
@@ -152,6 +177,9 @@ struct fault : tlvmsg_fault {
 /*
  * A value, or the fault because of which there is none: operator bool says whether there is a value. A temporary result
  * gives its value away, so that `for (auto byte : *encode(record))` has a vector that lasts as long as the loop.
+ *
+ * value_or gives the value, or another in its place. Where the library has std::expected, a result becomes one:
+ * `std::expected<tlvmsg::owned<ifid>, tlvmsg::fault> interface = tlvmsg::decode<ifid>(packet);`.
  */
 template <class T, class Fault = fault>
 struct [[nodiscard]] result {
@@ -169,6 +197,24 @@ struct [[nodiscard]] result {
     auto *operator->() const &noexcept { return address(value); }
     auto *operator->() &&noexcept { return address(static_cast<T &&>(value)); }
     auto *operator->() const &&noexcept { return address(static_cast<const T &&>(value)); }
+
+    template <class Other>
+    T value_or(Other &&other) const & {
+        return *this ? value : static_cast<T>(static_cast<Other &&>(other));
+    }
+    template <class Other>
+    T value_or(Other &&other) && {
+        return *this ? static_cast<T &&>(value) : static_cast<T>(static_cast<Other &&>(other));
+    }
+
+#ifdef __cpp_lib_expected
+    operator std::expected<T, Fault>() const &requires std::is_copy_constructible_v<T> {
+        return *this ? std::expected<T, Fault>(value) : std::unexpected(fault);
+    }
+    operator std::expected<T, Fault>() && {
+        return *this ? std::expected<T, Fault>(static_cast<T &&>(value)) : std::unexpected(fault);
+    }
+#endif
 
 private:
     template <class U>
@@ -302,6 +348,24 @@ result<owned<T>> decode(byte_view in, const tlvmsg_limits &limits = {}, size_t *
     return decoded;
 }
 
+/*
+ * Decodes into a record that is there, whose earlier content is released first: `in` must not lie in its blocks. The
+ * result is the end of what was decoded. On failure the record is all zero.
+ *
+ *     tlvmsg::owned<analogbri_led_control_req_message> request;
+ *     if (tlvmsg::decode(packet, request)) {
+ *         set_led(request->led_control.slot, request->led_control.color);
+ *     }
+ */
+template <class T>
+result<size_t> decode(byte_view in, owned<T> &record, const tlvmsg_limits &limits = {}) noexcept {
+    result<size_t> consumed{0, {}};
+    record.reset();
+    tlvmsg_sized_decode(&traits<T>::type(), sizeof(T), in.data(), in.size(), &limits, record.operator->(),
+                        &consumed.value, &consumed.fault);
+    return consumed;
+}
+
 /* Verifies: what decode<T> accepts, without a record. */
 template <record_type T>
 result<tlvmsg_extent> verify(byte_view in, const tlvmsg_limits &limits = {}) noexcept {
@@ -319,7 +383,12 @@ result<size_t> encoded_size(const R &record) noexcept {
     return size;
 }
 
-/* Encodes to the beginning of `out`, and gives that part of it. On failure nothing is written. */
+/*
+ * Encodes to the beginning of `out`, and gives that part of it. On failure nothing is written.
+ *
+ *     std::array<uint8_t, tlvmsg::traits<zel_led_control>::max_encoded> out;      // which is always enough
+ *     auto bytes = tlvmsg::encode(led, out);
+ */
 template <record_like R>
 result<std::span<uint8_t>> encode(const R &record, std::span<uint8_t> out) noexcept {
     result<std::span<uint8_t>> encoded;
@@ -336,19 +405,39 @@ result<std::span<std::byte>> encode(const R &record, std::span<std::byte> out) n
     return {out.first(encoded.value.size()), encoded.fault};
 }
 
+/*
+ * Encodes to the end of a vector or std::string, and gives what is new there, until `out` changes. In front of that it
+ * leaves `room` zero bytes, for the header of a frame. On failure `out` is as it was.
+ *
+ *     std::vector<uint8_t> out;
+ *     if (auto body = tlvmsg::append(message, out, 2)) {
+ *         out[0] = uint8_t(body->size() >> 8);
+ *         out[1] = uint8_t(body->size());
+ *         handle(out.data(), out.size());
+ *     }
+ */
+template <record_like R, class Bytes>
+requires detail::byte_range<Bytes> && requires(Bytes &out) { out.resize(out.size()); }
+result<std::span<uint8_t>> append(const R &record, Bytes &out, size_t room = 0) {
+    const auto size = encoded_size(record);
+    if (!size) {
+        return {{}, size.fault};
+    }
+    const size_t before = out.size();
+    out.resize(before + room + *size);
+    const std::span all(reinterpret_cast<uint8_t *>(out.data()), out.size());
+    const auto encoded = encode(record, all.subspan(before + room));
+    if (!encoded) {
+        out.resize(before);
+    }
+    return encoded;
+}
+
 /* Encodes to a vector, which is empty on failure. */
 template <record_like R>
 result<std::vector<uint8_t>> encode(const R &record) {
     result<std::vector<uint8_t>> encoded;
-    const auto size = encoded_size(record);
-    if (!size) {
-        encoded.fault = size.fault;
-        return encoded;
-    }
-    encoded.value.resize(*size);
-    const auto written = encode(record, std::span<uint8_t>(encoded.value));
-    encoded.value.resize(written.value.size());
-    encoded.fault = written.fault;
+    encoded.fault = append(record, encoded.value).fault;
     return encoded;
 }
 
@@ -370,10 +459,10 @@ bool equal(const A &a, const B &b) noexcept {
                               &detail::raw(b));
 }
 
-template <class T>
-bool operator==(const owned<T> &a, const owned<T> &b) noexcept {
-    return equal(a, b);
-}
+/* The same for owners; and for records, which are global, behind `using tlvmsg::operator==;`. */
+template <record_like A, record_like B>
+requires std::is_same_v<detail::record_t<A>, detail::record_t<B>>
+bool operator==(const A &a, const B &b) noexcept { return equal(a, b); }
 
 /* ---- Arrays ---------------------------------------------------------------------------------------------- */
 
@@ -441,6 +530,27 @@ auto bytes(A &array) noexcept { return detail::readable(array); }
 template <class A>
 void bytes(const A &&) = delete;
 
+/*
+ * The same for loops over the array itself, and for algorithms on ranges. Arrays are global, so the program says outside
+ * of any namespace `using tlvmsg::begin, tlvmsg::end;`, and then `for (auto &vlan : bundle.vlan_counters)`.
+ */
+template <array_type A>
+auto begin(A &array) noexcept {
+    return detail::readable(array).begin();
+}
+template <array_type A>
+auto begin(const A &array) noexcept {
+    return detail::readable(array).begin();
+}
+template <array_type A>
+auto end(A &array) noexcept {
+    return detail::readable(array).end();
+}
+template <array_type A>
+auto end(const A &array) noexcept {
+    return detail::readable(array).end();
+}
+
 /* The bytes as text, of as many characters as there are bytes. */
 template <byte_array_type A>
 std::string_view text(const A &array) noexcept {
@@ -493,6 +603,97 @@ requires detail::is_literal<Literal> result<std::span<uint8_t>> assign(A &array,
 noexcept {
     const std::string_view all(literal, std::size(literal));
     return assign(array, all.substr(0, all.find('\0')));
+}
+
+/* ---- Unions and enumerations ----------------------------------------------------------------------------- */
+
+/*
+ * What is known about an alternative of a union, by the pointer to its member, alternative<&ip_address_type_union::ipv4>.
+ * FAMILY.hpp specializes it.
+ *
+ *     values         of the selector that choose it
+ *     choose         the function tlvmsg_choose_U_A, of typed.h
+ */
+template <auto Member>
+struct alternative;
+
+namespace detail {
+
+template <class T, class Record>
+Record holder_of(T Record::*);
+
+/* The record that an alternative is in, or an owner of one. */
+template <auto Member>
+class holder {
+public:
+    using record = decltype(holder_of(Member));
+
+    holder(record &there) noexcept : record_(&there) {}
+    holder(owned<record> &owner) noexcept : record_(owner.operator->()) {}
+    operator record *() const noexcept { return record_; }
+
+private:
+    record *record_;
+};
+
+template <auto Member>
+constexpr bool is_chosen_by(uint32_t value) noexcept {
+    for (const uint32_t each : alternative<Member>::values) {
+        if (each == value) {
+            return true;
+        }
+    }
+    return false;
+}
+
+template <auto Member>
+constexpr bool has_one_value = std::size(alternative<Member>::values) == 1;
+
+} // namespace detail
+
+/*
+ * Makes an alternative what the union holds, and gives it, all zero: the selector is set, and the blocks of what was
+ * chosen so far are released, also where that is the same alternative. Where several values of the selector choose it,
+ * one of them is named; another one does not compile. typed.h says what is expected of the record.
+ *
+ *     #include <tlvmsg/cellular.hpp>
+ *
+ *     ip_address address{};
+ *     tlvmsg::choose<&ip_address_type_union::ipv4>(address.address) = 0x0A000001;
+ *     tlvmsg::owned<cwan_ipc> ipc;
+ *     auto &ping = tlvmsg::choose<&cwan_ipc_type_union::ping_msg, 23>(ipc->body);
+ */
+template <auto Member, uint32_t... Value>
+auto &choose(detail::holder<Member> record) noexcept {
+    if constexpr (detail::has_one_value<Member>) {
+        static_assert(sizeof...(Value) <= 1 && (detail::is_chosen_by<Member>(Value) && ...),
+                      "this value does not choose the alternative");
+        return *alternative<Member>::choose(record);
+    } else {
+        static_assert(sizeof...(Value) == 1, "several values choose the alternative: choose<Member, VALUE>");
+        static_assert((detail::is_chosen_by<Member>(Value) && ...),
+                      "this value does not choose the alternative");
+        return *alternative<Member>::choose(record, Value...);
+    }
+}
+
+/* The same by a value that only the running program knows. One that does not choose it gives null and changes nothing. */
+template <auto Member>
+[[nodiscard]] auto *choose(detail::holder<Member> record, uint32_t value) noexcept {
+    if constexpr (detail::has_one_value<Member>) {
+        return detail::is_chosen_by<Member>(value) ? alternative<Member>::choose(record) : nullptr;
+    } else {
+        return alternative<Member>::choose(record, value);
+    }
+}
+
+/*
+ * The name of a value of an enumeration, and "" where it has none; for those that visit comes across. By the name of the
+ * enumeration there is tlvmsg_name_X, of typed.h.
+ */
+inline std::string_view name_of(const tlvmsg_type &enumeration, uint64_t value) noexcept {
+    const tlvmsg_enumerator *const named = tlvmsg_enumerator_by_value(&enumeration, value);
+    return named != nullptr ? named->name : "";
 }
 
 /* ---- Members --------------------------------------------------------------------------------------------- */

@@ -11,10 +11,14 @@
  *         std::cerr << request.fault << '\n';
  *     }
  *
- * fmt::print prints the same, where <fmt/format.h> is included before this header. Owned records are printed as they
- * are, those of C by tlvmsg::show(record). Enumerations come by name, where the value has one; bytes in quotes, where
- * what is not printable ASCII is \x and two hexadecimal digits, and a \ stands before a quote and before itself; unions
- * with their selector and what that chooses. The text is for people and may change; JSON is in tlvmsg_json.hpp.
+ * fmt::print and std::print print the same, where the compiler finds <fmt/core.h> or its library has <format>, which may
+ * be included before or behind this header. They take records and owners as they are, arrays by tlvmsg::show(array).
+ * Streams take owners, and records by tlvmsg::show(record); or as they are, since records are global, behind
+ * `using tlvmsg::operator<<;`.
+ *
+ * Enumerations come by name, where the value has one; bytes in quotes, where what is not printable ASCII is \x and two
+ * hexadecimal digits, and a \ stands before a quote and before itself; unions with their selector and what that chooses.
+ * The text is for people and may change; JSON is in tlvmsg_json.hpp.
  */
 #ifndef TLVMSG_TLVMSG_FORMAT_HPP
 #define TLVMSG_TLVMSG_FORMAT_HPP
@@ -23,6 +27,13 @@
 
 #include <ostream>
 #include <string>
+
+#if __has_include(<fmt/core.h>)
+#include <fmt/core.h>
+#endif
+#ifdef __cpp_lib_format
+#include <format>
+#endif
 
 namespace tlvmsg {
 
@@ -67,8 +78,8 @@ private:
     }
 
     void number(const tlvmsg_type &type, uint64_t value) {
-        const tlvmsg_enumerator *const enumerator = tlvmsg_enumerator_by_value(&type, value);
-        text_ += enumerator != nullptr          ? enumerator->name
+        const std::string_view name = name_of(type, value);
+        text_ += !name.empty()                  ? std::string(name)
                  : tlvmsg_type_is_signed(&type) ? std::to_string(static_cast<int64_t>(value))
                                                 : std::to_string(value);
     }
@@ -117,8 +128,8 @@ inline std::string to_string(const shown &shown) {
     return std::move(printer.text_);
 }
 
-template <class T>
-std::string to_string(const owned<T> &record) {
+template <record_like R>
+std::string to_string(const R &record) {
     return to_string(show(record));
 }
 
@@ -134,18 +145,38 @@ concept printable = requires(const T &value) {
 };
 
 template <printable T>
-std::ostream &operator<<(std::ostream &out, const T &value) {
+requires(!std::is_same_v<T, line>) // which brings its own
+    std::ostream &
+    operator<<(std::ostream &out, const T &value) {
     return out << to_string(value);
 }
 
 } // namespace tlvmsg
 
+namespace tlvmsg::detail {
+
+/* An array may be a range, of which there are formatters already. */
+template <class T>
+concept formattable = printable<T> && !array_type<T>;
+
+} // namespace tlvmsg::detail
+
 #ifdef FMT_VERSION
-template <tlvmsg::printable T>
+template <tlvmsg::detail::formattable T>
 struct fmt::formatter<T> : fmt::formatter<std::string_view> {
     template <class Context>
     auto format(const T &value, Context &context) const {
         return fmt::formatter<std::string_view>::format(tlvmsg::to_string(value), context);
+    }
+};
+#endif
+
+#ifdef __cpp_lib_format
+template <tlvmsg::detail::formattable T>
+struct std::formatter<T> : std::formatter<std::string_view> {
+    template <class Context>
+    auto format(const T &value, Context &context) const {
+        return std::formatter<std::string_view>::format(tlvmsg::to_string(value), context);
     }
 };
 #endif

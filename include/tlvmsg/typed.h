@@ -47,6 +47,41 @@
  *
  * Such a program links however it is compiled, and goes on working when descriptors become longer. The object behind
  * the function is the library's: a program that names it links with some options only.
+ *
+ * Unions. For each alternative A of a union U, whose record is R (of a union "in" a structure, that structure):
+ *
+ *     TYPE *tlvmsg_choose_U_A(R *record)
+ *     TYPE *tlvmsg_choose_U_A(R *record, uint32_t value)        where several values of the selector choose A
+ *
+ * It makes A what the union holds, and gives it to be filled: the blocks of what was chosen so far are released, the
+ * selector is set, and A is all zero. When A itself was chosen, its content goes like any other; to keep it beside
+ * another of its values, assign the selector. A value that does not choose A gives null and changes nothing. The record is not
+ * null, and its selector says what it holds, as in records that are all zero, decoded, copied or chosen in: whoever
+ * assigns the selector of an alternative with blocks loses these. Where record and library differ in size, no block is
+ * released.
+ *
+ * Enumerations. For each enumeration X, the name of a value in the schema, and "" for a value that has none:
+ *
+ *     const char *tlvmsg_name_X(uint32_t value)
+ *
+ * Example:
+ *
+ *     #include <tlvmsg/bounded/server.h>
+ *
+ *     svrm_ipaddr address = {0};
+ *     tlvmsg_choose_svrm_ipaddr_type_union_dhcp_info(&address)->dhcp = 1;
+ *     puts(tlvmsg_name_svrm_ip_type(address.ip_type)); // dhcp
+ *
+ * Lists. TLVMSG_MESSAGES_OF_FAMILY(X) is X(NAME) for each message of the family, TLVMSG_TYPES_OF_FAMILY(X) for each type
+ * with a record of its own, in the order of the header:
+ *
+ *     #define NAMED(X) {#X, tlvmsg_descriptor_##X},
+ *     static const struct {
+ *         const char *name;
+ *         const tlvmsg_type *(*type)(void);
+ *     } messages[] = {TLVMSG_MESSAGES_OF_voice(NAMED)};
+ *
+ *     puts(messages[0].name); // analogbri_led_control_req_message
  */
 #ifndef TLVMSG_TYPED_H
 #define TLVMSG_TYPED_H
@@ -144,6 +179,15 @@ TLVMSG_INLINE bool tlvmsg_sized_equal(const tlvmsg_type *type, size_t size, cons
     return type->size == size && tlvmsg_equal(type, a, b);
 }
 
+/* Releases what the union in the record holds, and then chooses an alternative, which it clears. */
+TLVMSG_INLINE void tlvmsg_sized_choose(const tlvmsg_type *union_type, size_t size, void *record,
+                                       uint32_t *selector, uint32_t value, void *alternative,
+                                       size_t alternative_size) {
+    tlvmsg_sized_release(union_type, size, record);
+    memset(alternative, 0, alternative_size);
+    *selector = value;
+}
+
 /* ---- For one type, by name ------------------------------------------------------------------------------- */
 
 /*
@@ -198,6 +242,32 @@ TLVMSG_INLINE bool tlvmsg_sized_equal(const tlvmsg_type *type, size_t size, cons
     TLVMSG_TYPED_AS(X, RECORD)                                                                               \
     TLVMSG_INLINE bool tlvmsg_resize_##X(struct RECORD *array, size_t count, tlvmsg_fault *fault) {          \
         return tlvmsg_sized_resize(tlvmsg_descriptor_##X(), sizeof *array, array, count, fault);             \
+    }
+
+#define TLVMSG_ENUMERATION(X)                                                                                \
+    TLVMSG_DESCRIPTOR(X)                                                                                     \
+    TLVMSG_INLINE const char *tlvmsg_name_##X(uint32_t value) {                                              \
+        const tlvmsg_enumerator *named = tlvmsg_enumerator_by_value(tlvmsg_descriptor_##X(), value);         \
+        return named != NULL ? named->name : "";                                                             \
+    }
+
+/* TYPE is that of the alternative A. */
+#define TLVMSG_CHOOSE(U, RECORD, SELECTOR, A, TYPE)                                                          \
+    TLVMSG_INLINE TYPE *tlvmsg_choose_##U##_##A(struct RECORD *record) {                                     \
+        tlvmsg_sized_choose(tlvmsg_descriptor_##U(), sizeof *record, record, &record->SELECTOR,              \
+                            TLVMSG_CHOICE_##U##_##A, &record->A, sizeof record->A);                          \
+        return &record->A;                                                                                   \
+    }
+
+/* Several values choose it; FITS says whether `value` does. */
+#define TLVMSG_CHOOSE_BY(U, RECORD, SELECTOR, A, TYPE, FITS)                                                 \
+    TLVMSG_INLINE TYPE *tlvmsg_choose_##U##_##A(struct RECORD *record, uint32_t value) {                     \
+        if (!(FITS)) {                                                                                       \
+            return NULL;                                                                                     \
+        }                                                                                                    \
+        tlvmsg_sized_choose(tlvmsg_descriptor_##U(), sizeof *record, record, &record->SELECTOR, value,       \
+                            &record->A, sizeof record->A);                                                   \
+        return &record->A;                                                                                   \
     }
 
 #define TLVMSG_TYPED(X) TLVMSG_TYPED_AS(X, X)

@@ -137,13 +137,15 @@ const tlvmsg_type *tlvmsg_type_by_tag(uint16_t tag);
 /*
  * The message of that key, from the library or a registered family, in the family of that name; of a null `family`, in
  * any. Null when there is none, and when several families have one. All messages are looked through, so programs that
- * receive many keep what they are given.
+ * receive many keep what they are given, or state it as routes (dispatch.h).
  *
  * Example, a receiver of messages that begin with the session header:
  *
- *     app_sess_hdr session;
- *     if (tlvmsg_decode_app_sess_hdr(packet, packet_len, NULL, &session, NULL, NULL)) {
- *         const tlvmsg_type *type = tlvmsg_type_by_key("acme", session.msg_type);
+ *     #include <tlvmsg/dispatch.h>
+ *
+ *     uint32_t key;
+ *     if (tlvmsg_session_key(packet, packet_len, &key)) {
+ *         const tlvmsg_type *type = tlvmsg_type_by_key("acme", key);
  *         puts(type != NULL ? type->name : "none of acme's"); // "none of acme's"
  *     }
  */
@@ -161,6 +163,8 @@ typedef struct tlvmsg_key_place {
  * messages that begin with the session header it is the msg_type of that. It counts only where all that stands
  * before it has one size, and where it chooses no alternative of a union. Without a field `*place` is zero, and a
  * key is a number that only programs look up. `type` and `place` may be null.
+ *
+ * Of bytes that begin with a session header tlvmsg_session_key (dispatch.h) reads it before the type is known.
  *
  * tlvmsg_sample and all that reads JSON put a message's key into the field unless they are given a value for it,
  * and bytes that have another number there are not guessed to be the message (tlvmsg/forms/guess.h). What is told

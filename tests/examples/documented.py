@@ -28,6 +28,7 @@ PRELUDE = """
 #include <tlvmsg/bounded/ethernet.h>
 #include <tlvmsg/bounded/voice.h>
 #include <tlvmsg/forms.h>
+#include <unistd.h>
 static size_t cut(void) { return getenv("CUT") != NULL; }
 static void set_led(unsigned slot, unsigned color) { printf("slot %u, color %u\\n", slot, color); }
 static void handle(const uint8_t *bytes, size_t size) { printf("%zu bytes, the first %u\\n", size, bytes[0]); }
@@ -51,6 +52,7 @@ LED = """
     packet_len -= cut();
 """
 MESSAGE = LED % ("analogbri_led_control_req_message", "message")
+KEYED = MESSAGE.replace("led;\n    size_t", "led;\n    message.session.msg_type = 17;\n    size_t")
 BARE_LED = LED % ("zel_led_control", "led")
 TYPE = '    const tlvmsg_type *type = tlvmsg_type_find("%s");\n'
 SPAN = "    const uint8_t *first = packet;\n    {\n    std::span<const uint8_t> packet(first, packet_len);\n"
@@ -63,10 +65,19 @@ OTHER_FAMILY = """
     if (cut() && !tlvmsg_register(&others, NULL)) abort();
 """
 SETUP = {
+    "dispatch.h": KEYED,
     "inspect.h": MESSAGE,
     "typed.h": MESSAGE + "    size_t size = packet_len;\n",
     "types.h": MESSAGE,
     "record.h": TYPE % "if_name" + "    static if_name name_record, *record = &name_record;\n    tlvmsg_fault fault;\n",
+    "frames.h": MESSAGE + """
+    tlvmsg_fault fault;
+    size_t size;
+    int ends[2];
+    const uint8_t head[4] = {0, (uint8_t)(packet_len + cut())};
+    if (pipe(ends) || write(ends[1], head, 4) != 4 || write(ends[1], packet, packet_len) < 0 || close(ends[1])) abort();
+    const int fd = ends[0];
+""",
     "register.h": OTHER_FAMILY,
     "forms/bytes.h": BARE_LED,
     "forms/diff.h": TYPE % "analogbri_led_control_req_message" + MESSAGE
@@ -80,11 +91,12 @@ SETUP = {
     "forms/sample.h": TYPE % "zel_tib_vlan_stats_message" + "    tlvmsg_text_fault fault;\n",
     "forms/verdict.h": TYPE % "analogbri_led_control_req_message" + MESSAGE,
     "tlvmsg.hpp": MESSAGE + SPAN,
+    "tlvmsg_dispatch.hpp": KEYED + SPAN,
     "tlvmsg_format.hpp": BARE_LED + SPAN,
     "tlvmsg_forms.hpp": MESSAGE + SPAN,
 }
 # What calls an example that is a function, or stands outside of one.
-CALL = {"tlvmsg.hpp": "if (sum_of(message) != 10) abort();"}
+CALL = {"dispatch.h": "receive(packet, packet_len);", "tlvmsg.hpp": "if (sum_of(message) != 10) abort();"}
 # An old version is refused as its example says.
 BEFORE = {"version.h": "#undef TLVMSG_VERSION\n#ifdef CUT\n#define TLVMSG_VERSION 1001999\n#else\n"
                        "#define TLVMSG_VERSION 1002000\n#endif\n"}
@@ -191,7 +203,7 @@ def program(example):
     setup = SETUP.get(example.name, "")
     end = "}" * (1 + setup.count("    {\n"))
     inside, outside = place + text, ""
-    if re.match(r"(//.*\n)*template\b", text):
+    if re.match(r"(//.*\n)*(template|static bool)\b", text):
         inside, outside = CALL.get(example.name, ""), place + text
     return (f"{before}{outside}\nstatic void example(void) {{\n{setup}{inside}\n{end}\n"
             "int main(void) { example(); return 0; }\n")

@@ -212,6 +212,27 @@ TEST(Guess, DoesNotJoinTypesThatMissDifferentThings) {
 
 // ---- Divisions ----
 
+// What resynchronising asks: no beginning of messages is refused, and of other bytes only what says so by its first header.
+TEST(Divide, FitsBodiesOfMessagesAsFarAsTheyHaveCome) {
+    const tlvmsg_type *const led = tlvmsg_type_find("analogbri_led_control_req_message");
+    const tlvmsg_type *const fan = tlvmsg_type_find("zel_led_control");
+    tlvmsg_type_set *const none = tlvmsg_type_set_new(&fan, 1, nullptr);
+    Bytes body = sample(*led);
+    const Bytes more = sample(*tlvmsg_type_find("zel_tib_vlan_stats_message"));
+    body.insert(body.end(), more.begin(), more.end());
+    for (size_t there = 0; there <= body.size(); ++there) {
+        EXPECT_TRUE(tlvmsg_fits_messages(nullptr, body.data(), there, body.size())) << there;
+        const Bytes whole(body.begin(), body.begin() + static_cast<ptrdiff_t>(there));
+        EXPECT_EQ(tlvmsg_fits_messages(nullptr, body.data(), there, there), !divided(whole).empty());
+        EXPECT_EQ(tlvmsg_fits_messages(none, body.data(), there, body.size()), there < 2);
+    }
+    EXPECT_FALSE(tlvmsg_fits_messages(nullptr, body.data() + 1, 4, 100) ||
+                 tlvmsg_fits_messages(nullptr, body.data(), 4, 47) ||
+                 tlvmsg_fits_messages(nullptr, body.data(), 0, 3) ||
+                 tlvmsg_fits_messages(nullptr, nullptr, 4, 4));
+    tlvmsg_type_set_free(none);
+}
+
 TEST(Divide, TellsHowMessagesLieBackToBack) {
     for_each_message([](const tlvmsg_type &message) {
         const Bytes bytes = sample(message);

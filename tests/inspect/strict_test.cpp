@@ -101,7 +101,7 @@ private:
 
         tlvmsg::Input decoded{in_ + size_, limits_.allocation};
         std::memset(strict_record_.data(), paint, type_.size);
-        EXPECT_EQ(type_.operations->decode(in_, &decoded, strict_record_.data()), end);
+        EXPECT_EQ(type_.operations->accept(in_, &decoded, strict_record_.data()), end);
         EXPECT_EQ(osal_double_blocks_out(), flawless ? extent.blocks : osal_double_blocks_out());
         EXPECT_TRUE(type_.operations->allocates || osal_double_blocks_out() == 0);
         if (flawless) {

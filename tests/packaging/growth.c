@@ -4,7 +4,9 @@
  * has zeros.
  */
 #include <tlvmsg/bounded/all.h>
+#include <tlvmsg/dispatch.h>
 #include <tlvmsg/forms.h>
+#include <tlvmsg/frames.h>
 #include <tlvmsg/schema.h>
 
 #include <stdio.h>
@@ -52,6 +54,7 @@ static zel_led_control led;
     }
 
 static zel_led_control back;
+static uint8_t frame[64];
 static char *text;
 static tlvmsg_guess *guesses;
 static tlvmsg_verdict verdict;
@@ -63,6 +66,30 @@ static bool walk(uintptr_t word) {
     tlvmsg_walk(LED, &led, &visitor, &visited);
     fault.code = visited > 0 ? TLVMSG_OK : TLVMSG_RESERVED_WORD;
     return visited > 0;
+}
+
+static bool take(void *context, void *record, const tlvmsg_arrival *arrival) {
+    (void)context, (void)record, (void)arrival;
+    return true;
+}
+
+static bool refuse(void *context, const tlvmsg_arrival *arrival, const tlvmsg_fault *why) {
+    (void)context, (void)arrival;
+    fault = *why;
+    return false;
+}
+
+static bool dispatch(uintptr_t word) {
+    const tlvmsg_route route = {.key = 1, .type = tlvmsg_descriptor_zel_led_control, .handle = take};
+    const tlvmsg_dispatch_options options = {
+        .room = &back, .room_size = sizeof back, .refused = refuse, .WORD = word};
+    return tlvmsg_dispatch(&route, 1, 1, wire, size, &options, NULL);
+}
+
+static bool check_route(uintptr_t word) {
+    const tlvmsg_route route = {
+        .key = 1, .type = tlvmsg_descriptor_zel_led_control, .handle = take, .WORD = word};
+    return tlvmsg_check_routes(&route, 1, NULL, &fault);
 }
 
 static bool fits(const tlvmsg_limits *limits) {
@@ -108,6 +135,9 @@ TAKES(sample, tlvmsg_sample_options, tlvmsg_sample(LED, &options, &back, &text_f
 TAKES(guess, tlvmsg_guess_options,
       freed(tlvmsg_guess_types(NULL, wire, size, &options, &guesses, &found, &text_fault)))
 
+TAKES(encode_frame, tlvmsg_framing,
+      tlvmsg_frame_encode(&options, LED, &led, frame, sizeof frame, NULL, &fault))
+
 TAKES(load_source, tlvmsg_schema_source, loads(options, NULL))
 TAKES(load_options, tlvmsg_schema_options, loads((tlvmsg_schema_source){0}, &options))
 
@@ -119,7 +149,10 @@ static const struct {
              {"verify", verify, false},
              {"trace", trace, false},
              {"decode", decode, false},
+             {"dispatch", dispatch, false},
+             {"check_route", check_route, false},
              {"judge", judge, false},
+             {"encode_frame", encode_frame, false},
              {"from_json", from_json, true},
              {"to_json", to_json, true},
              {"untyped_to_json", untyped_to_json, true},

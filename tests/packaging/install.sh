@@ -26,4 +26,10 @@ for library in tlvmsg tlvmsg_inspect tlvmsg_forms tlvmsg_schema; do
     cc -Wall -Wextra -Werror "$2/$library.c" $(pkg-config --cflags --libs $library) \
         -Wl,-rpath,"$(pkg-config --variable=libdir $library)" -o "$work/program"
     "$work/program" "$(pkg-config --variable=schemadir $library)"
+    # shellcheck disable=SC2046
+    cc -static "$2/$library.c" $(pkg-config --static --cflags --libs $library) -o "$work/static"
+    "$work/static" "$(pkg-config --variable=schemadir $library)"
 done
+# shellcheck disable=SC2046
+c++ -std=c++20 -static "$2/tlvmsg_inspect.cpp" $(pkg-config --static --cflags --libs tlvmsg_inspect) -o "$work/static"
+"$work/static"

@@ -22,7 +22,7 @@ def capture(packets):
     with open("x.pcap", "wb") as file:
         file.write(struct.pack("<IHHiIII", 0xA1B2C3D4, 2, 4, 0, 0, 1 << 18, 101))
         for protocol, port, payload, *at in packets:
-            transport = (struct.pack(">HHHH", port, 1, 8 + len(payload), 0) if protocol == UDP else
+            transport = (b"" if protocol not in (UDP, TCP) else struct.pack(">HHHH", port, 1, 8 + len(payload), 0) if protocol == UDP else
                          struct.pack(">HHIIBBHHH", port, 1, 1 + at[0], 1, 0x50, 0x10, 65535, 0, 0))
             packet = struct.pack(">BBHHHBBHII", 0x45, 0, 20 + len(transport + payload), 0, 0, 64, protocol, 0, 1, 2)
             packet += transport + payload
@@ -224,6 +224,11 @@ class Dissector(unittest.TestCase):
         self.assertEqual(messages([(UDP, 9000, led[92:] * 2)], types=f"udp/1={control}"), [[control] * 2])
         self.assertEqual(messages([(UDP, 9000, led * 3)], *DECODE_AS), [[LED] * 3])
         self.assertEqual(messages([(UDP, 9000, led * 2)], types=f"udp/9000={LED}"), [[LED] * 2])
+        self.assertEqual(messages([(89, 0, led)], types=f"ip/89={LED}"), [[LED]])
+        with open("led.txt", "wb") as file:
+            file.write(run("od", "-Ax", "-tx1", input=led))
+        run("text2pcap", "-q", "-e", "0x88b5", "led.txt", "ethertype.pcapng")
+        self.assertEqual(messages("ethertype.pcapng", types=f"ethertype/0x88B5={control} ethertype/0x88b5={LED}"), [[LED]])
         unknown, = dissect([(UDP, 9000, led + 20 * (b"\x07\xd0\0\x2c" + ifid) + b"\0")], *DECODE_AS)
         self.assertEqual(shown(unknown, "tlvmsg.fault"), ["unknown-message", "truncated"])
         self.assertEqual(shown(unknown, "tlvmsg.element.tag"), ["2000"] * 20)
@@ -256,6 +261,17 @@ class Dissector(unittest.TestCase):
         self.assertEqual(messages([(TCP, 9000, stream, 0)], **prefs), [[LED] * 7])
         damaged_length = [(TCP, 9000, b"\x7f" * 100, 0), (TCP, 9000, b"\0\0\0\x78" + led, 100)]
         self.assertEqual(messages(damaged_length, **dict(prefs, framing="length:4@0"))[1], [LED])
+        framing = "length:3@1+5,little,inclusive,most=4000"
+        stream = b"".join(b"\xca" + struct.pack("<I", 5 + len(led)) + led for _ in range(40))[70:]
+        pieces = [(TCP, 9000, stream[at:at + 333], at) for at in range(0, len(stream), 333)]
+        for lost, whole in (([], 39), (pieces[4:5], 36)):  # begun inside a message; without a segment, too
+            path = capture([piece for piece in pieces if piece not in lost])
+            tool = subprocess.run([TLV, "decode", "--framing", framing, path], capture_output=True)
+            told = [json.loads(line).get("type") for line in tool.stdout.splitlines()]
+            self.assertEqual((told.count(LED), len(told)), (whole, whole + 1 + 3 * len(lost)))
+            for types in (f"tcp/9000={LED}", ""):
+                there = messages(path, "-d", "tcp.port==9000,tlvmsg", framing=framing, types=types)
+                self.assertEqual(sum(there, []).count(LED), whole)
         skipped = [(UDP, 9000, b"head" + led), (TCP, 9000, b"head" + led, 0)]
         self.assertEqual(messages(skipped, **dict(prefs, framing="skip:4")), [[LED], [LED]])
 

@@ -1,13 +1,18 @@
-// Records and faults as text.
-#include <fmt/format.h>
-
+// Records and faults as text, and by what else the standard has a word for.
+#include <tlvmsg/ethernet.hpp>
 #include <tlvmsg/server.hpp>
 #include <tlvmsg/tlvmsg_format.hpp>
 #include <tlvmsg/voice.hpp>
 
+#include <fmt/format.h>
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
+
+using tlvmsg::operator<<, tlvmsg::operator==;
+using tlvmsg::begin, tlvmsg::end;
 
 namespace tlvmsg_test {
 
@@ -23,7 +28,8 @@ std::string printed(const T &value) {
 
 TEST(Format, PrintsRecords) {
     const zel_led_control led = {2, 5, 3};
-    EXPECT_EQ(printed(tlvmsg::show(led)), "zel_led_control{slot: 2, port: 5, color: 3}");
+    EXPECT_EQ(printed(tlvmsg::show(led)), printed(led));
+    EXPECT_EQ(printed(led), "zel_led_control{slot: 2, port: 5, color: 3}");
 
     tlvmsg::owned<if_name> name;
     ASSERT_TRUE(tlvmsg::assign(name->name, "a\"b\n\xFF"));
@@ -38,6 +44,32 @@ TEST(Format, PrintsRecords) {
     ip.address.type = 1;
     ip.address.ipv4 = 10;
     EXPECT_EQ(printed(tlvmsg::show(ip)), "ip_address{address: {type: 1, ipv4: 10}, length: 0}");
+}
+
+TEST(Format, KnowsTheWordsOfTheStandard) {
+    const zel_led_control led = {2, 5, 3};
+    auto decoded = tlvmsg::decode<zel_led_control>(*tlvmsg::encode(led));
+    EXPECT_TRUE(*decoded == led && zel_led_control{} != led);
+    auto refused = tlvmsg::decode<zel_led_control>(std::string_view());
+    const std::string text = refused.fault.text();
+    EXPECT_EQ(text, tlvmsg::to_string(refused.fault));
+    EXPECT_EQ(tlvmsg::encoded_size(led).value_or(0), 28U);
+    EXPECT_EQ(std::move(refused).value_or(std::move(*decoded))->color, 3U);
+    EXPECT_EQ(tlvmsg_name_svrm_ip_type(svrm_ip_type_dhcp), std::string("dhcp"));
+    EXPECT_EQ(tlvmsg_name_svrm_ip_type(2), std::string());
+    zel_mac_addr address{};
+    address.mac.count = 200;
+    for (uint8_t &byte : address.mac) {
+        ++byte;
+    }
+    EXPECT_EQ(std::ranges::count(std::as_const(address.mac), 1), 6);
+#ifdef __cpp_lib_expected
+    std::expected<tlvmsg::owned<zel_led_control>, tlvmsg::fault> good =
+        tlvmsg::decode<zel_led_control>(*tlvmsg::encode(led));
+    EXPECT_EQ(good.value()->slot, 2);
+    const std::expected<size_t, tlvmsg::fault> bad = tlvmsg::result<size_t>{5, refused.fault};
+    EXPECT_EQ(bad.error().code, TLVMSG_TRUNCATED);
+#endif
 }
 
 TEST(Format, PrintsFaults) {

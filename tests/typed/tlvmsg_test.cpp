@@ -115,6 +115,27 @@ TEST_F(Tlvmsg, OwnsRecords) {
     EXPECT_EQ(tlvmsg::copy(*copied).fault.code, TLVMSG_OUT_OF_MEMORY);
 }
 
+TEST_F(Tlvmsg, ReusesWhatIsThere) {
+    auto record = named("eth0");
+    std::string out = "head";
+    const auto bytes = tlvmsg::append(named("eth1"), out, 2);
+    ASSERT_TRUE(bytes);
+    EXPECT_EQ(out.substr(0, 6), "head\0\0"sv);
+    EXPECT_EQ(out.size(), 6 + bytes->size());
+    EXPECT_EQ(tlvmsg::decode(*bytes, record).value, bytes->size());
+    EXPECT_EQ(tlvmsg::text(record->name), "eth1"sv);
+    EXPECT_EQ(osal_double_blocks_out(), 1U);
+    EXPECT_EQ(tlvmsg::decode(bytes->first(9), record).fault.code, TLVMSG_TRUNCATED);
+    EXPECT_TRUE(record->name.bytes == nullptr && record->name.count == 0);
+    zel_mac_addr address{};
+    std::array<uint8_t, tlvmsg::traits<zel_mac_addr>::max_encoded> all{};
+    address.mac.count = 6;
+    EXPECT_EQ(tlvmsg::encode(address, all)->size(), all.size());
+    address.mac.count = 7;
+    EXPECT_FALSE(tlvmsg::append(address, out, 100));
+    EXPECT_EQ(out.size(), 6 + bytes->size());
+}
+
 TEST_F(Tlvmsg, ShowsNoMoreOfAnArrayThanIsThere) {
     zel_mac_addr_mac_array mac{};
     mac.count = 200;

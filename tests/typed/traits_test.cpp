@@ -71,13 +71,18 @@ struct Known {
     const tlvmsg_type &type;
     tlvmsg_kind kind;
     bool holds_blocks;
+    size_t max_encoded;
     void (*list)(const void *record, Listing &listing);
 };
 
 template <class T>
 Known known(const char *name) {
     using traits = tlvmsg::traits<T>;
-    return {name, traits::type(), traits::kind, traits::holds_blocks,
+    return {name,
+            traits::type(),
+            traits::kind,
+            traits::holds_blocks,
+            traits::max_encoded,
             [](const void *record, Listing &listing) {
                 const T &typed = *static_cast<const T *>(record);
                 if constexpr (tlvmsg::array_type<T>) {
@@ -111,6 +116,7 @@ void check(const Known &known) {
     SCOPED_TRACE(known.name);
     ASSERT_STREQ(known.type.name, known.name);
     EXPECT_EQ(known.kind, known.type.kind);
+    EXPECT_EQ(known.max_encoded, known.type.max_encoded);
     EXPECT_EQ(known.holds_blocks, holds(known.type, is_dynamic));
     for (uint32_t choice = 0; choice < choices(known.type); ++choice) {
         check(known, choice);

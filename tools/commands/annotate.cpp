@@ -31,7 +31,7 @@ int annotate_reading(const MessageOptions &options, const Input &input, const Re
     }
     const tlvmsg_verdict verdict = print_annotated(reading.type, reading.bytes);
     if (reading.problem) {
-        return exit_found;
+        return status_of(*reading.problem);
     }
     if (verdict.fit == TLVMSG_FITS || (reading.type != nullptr && verdict.fit == TLVMSG_FITS_PART)) {
         return exit_fine;

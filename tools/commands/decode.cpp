@@ -8,6 +8,8 @@
 #include "tools/faults/faults.h"
 #include "tools/forms.h"
 #include "tools/output/printer.h"
+#include "tools/output/summary.h"
+#include "tools/types/lookup.h"
 #include "tools/words.h"
 
 #include <fmt/format.h>
@@ -25,6 +27,8 @@ namespace {
 struct Options {
     MessageOptions message;
     PrintOptions print;
+    std::string csv_type; // empty when not given
+    bool summary = false;
 };
 
 void warn_of(const tlvmsg_verdict &verdict, const Input &input) {
@@ -41,9 +45,10 @@ void warn_of(const tlvmsg_verdict &verdict, const Input &input) {
     }
 }
 
-int decode_typed(Printer &printer, const Input &input, const Reading &reading) {
+int decode_typed(Printer &printer, Summary &summary, const Input &input, const Reading &reading) {
     tlvmsg_verdict verdict;
     const any_record record = decode(reading.type, reading.bytes, verdict);
+    summary.add(reading, verdict);
     if (record.data() != nullptr) {
         printer.message(input, reading, verdict, record);
         if (!input.frame) { // whose object says so
@@ -72,21 +77,31 @@ int decode_untyped(Printer &printer, const Input &input, const Reading &reading)
     return exit_malformed;
 }
 
-int decode_reading(Printer &printer, const Input &input, const Reading &reading) {
+int decode_reading(Printer &printer, Summary &summary, const Input &input, const Reading &reading) {
     if (reading.problem) {
         printer.problem(input, reading);
-        return exit_found;
+        summary.add(reading, {});
+        return status_of(*reading.problem);
     }
-    return reading.type != nullptr ? decode_typed(printer, input, reading)
+    return reading.type != nullptr ? decode_typed(printer, summary, input, reading)
                                    : decode_untyped(printer, input, reading);
 }
 
 int run(Options options) {
     options.print.several = options.message.files.size() > 1;
+    if (!options.csv_type.empty()) {
+        options.print.form = PrintForm::csv;
+        options.print.csv_type = find_type(options.csv_type);
+    }
+    Summary summary;
     const std::unique_ptr<Printer> printer = make_printer(options.print);
-    return for_each_reading(options.message, [&](const Input &input, const Reading &reading) {
-        return decode_reading(*printer, input, reading);
+    const int status = for_each_reading(options.message, [&](const Input &input, const Reading &reading) {
+        return decode_reading(*printer, summary, input, reading);
     });
+    if (options.summary) {
+        print(options.print.form == PrintForm::text ? summary.text() : summary.json());
+    }
+    return status;
 }
 
 } // namespace
@@ -106,25 +121,53 @@ void add_decode(Cli &cli) {
           "error.code says what is missing: fragment, segment and cut stand for parts of a message, "
           "ambiguous for several types that fit (types lists them; -t, --type-of and --types decide), "
           "unknown-message for none. A type that was given is decoded with the tolerance that decoders have: "
-          "deviations counts what was tolerated, trailing_bytes what is behind the end."},
+          "deviations counts what was tolerated, trailing_bytes what is behind the end.",
+          "Rows, of --flat and --csv, have the columns file, name, frame, time, length, captured, source, "
+          "source_port, destination, destination_port, protocol, type, deviations and trailing_bytes, and "
+          "each "
+          "value by its path, message.led_control.color; an array is one value, of JSON, and what a union "
+          "has "
+          "not chosen is null. Bytes that are no text are hex behind \\x. Without a message --flat has "
+          "error.code and error.text, --csv nothing.",
+          "Of captures the exit status is 1 where a message is damaged, or may be lost. Other protocols, TCP "
+          "segments without data and those that have come before have an error, too, and leave it 0."},
          {{"tlv decode -t zel_led_control led.bin", "as JSON"},
           {"tlv decode -t zel_led_control --text led.bin | grep color", "a line a value"},
           {"xxd led.bin | tlv decode -t 1357 --compact | jq .color", "hex from a pipe, JSON in one line"},
           {"tlv decode --filter 'udp port 4000' trace.pcapng | jq -c 'select(.error)'",
            "the frames of a capture that do not decode"},
           {"tlv decode --type-of udp/4000=zel_led_control trace.pcapng",
-           "messages on that port are of that type"}}},
+           "messages on that port are of that type"},
+          {"tlv decode --csv zel_led_control trace.pcapng > led.csv", "a table for sqlite3 or pandas"}}},
         [options] { return run(*options); });
     add_message_options(command, options->message,
                         "without it, elements by their tags; of frames what fits alone");
     const Option text = command.add_flag(
         "--text", [options] { options->print.form = PrintForm::text; },
         "A line a value: led_control.slot = 2");
-    command.add_flag("--compact", options->print.compact, "JSON in one line").excludes(text);
+    const Option flat = command.add_flag(
+        "--flat", [options] { options->print.form = PrintForm::flat; },
+        "A row a message, as JSON without objects inside: the columns follow from the type");
+    const Option csv = command.add_option(
+        "--csv", options->csv_type, "The rows of the messages of this type, below a line with the columns");
+    csv.type_name("TYPE").excludes(text).excludes(flat);
+    flat.excludes(text);
+    command.add_flag("--compact", options->print.compact, "JSON in one line")
+        .excludes(text)
+        .excludes(flat)
+        .excludes(csv);
     command
         .add_flag("--partial", options->print.partial,
                   "Of a message that is broken, print as JSON what can be read of it")
-        .excludes(text);
+        .excludes(text)
+        .excludes(flat)
+        .excludes(csv);
+    command
+        .add_flag(
+            "--summary", options->summary,
+            "At the end how many messages of each type there were, faults of each code, frames without a "
+            "message, and gaps in streams; \"summary\" is the only member of that object")
+        .excludes(csv);
     command.add_flag("--bytes", options->print.bytes, "The bytes of each message of a capture, in hex");
 }
 

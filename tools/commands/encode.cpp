@@ -1,4 +1,4 @@
-// encode: JSON into a message.
+// encode: JSON into messages.
 #include "commands.h"
 
 #include "print_encoded.h"
@@ -6,48 +6,111 @@
 #include "cli/cli.h"
 #include "cli/failure.h"
 #include "tools/forms.h"
-#include "tools/input/input.h"
+#include "tools/input/documents.h"
 #include "tools/types/lookup.h"
+
+#include <fmt/format.h>
 
 #include <memory>
 
 namespace tlvmsg::tool {
 
+using namespace cli;
+
 namespace {
 
-// JSON text itself, as it cannot be a file's name, or where it is.
-std::string json_text(const std::string &argument) {
-    const bool itself = argument.starts_with('{') || argument.starts_with('[') || argument.starts_with('"');
-    return itself ? argument : read_text(argument);
+struct Options {
+    std::string type; // empty when not given
+    std::string json = "-";
+    OutputOptions out;
+};
+
+class Encoder {
+public:
+    explicit Encoder(const Options &options)
+        : type_(options.type.empty() ? nullptr : find_type(options.type)), facts_(options.out.facts),
+          out_(options.out) {}
+
+    // A message, or what tlv decode prints of one.
+    int take(const std::string &text) {
+        const std::optional<Decoded> decoded = decoded_of(text, facts_);
+        if (!decoded) {
+            return put(type_, text, facts_);
+        }
+        if (!decoded->message) {
+            out_.count("frames without a message, dropped");
+            return exit_fine;
+        }
+        out_.count("deviations lost", decoded->deviations);
+        out_.count("bytes behind messages lost", decoded->trailing_bytes);
+        const bool named = type_ == nullptr && !decoded->type.empty();
+        return put(named ? find_type(decoded->type) : type_, *decoded->message, decoded->facts);
+    }
+
+    void finish() { out_.finish(); }
+
+private:
+    int put(const tlvmsg_type *type, std::string_view json, const FrameFacts &facts) {
+        if (type == nullptr) {
+            throw Failure(exit_usage, "encode needs a type: -t TYPE, or JSON with 'type' and 'message'");
+        }
+        return out_.put(from_json(type, json), facts);
+    }
+
+    const tlvmsg_type *type_; // null: each text names its own
+    FrameFacts facts_;
+    EncodedOutput out_;
+};
+
+int run(const Options &options) {
+    Encoder encoder(options);
+    Documents documents(options.json);
+    int status = exit_fine;
+    bool any = false;
+    while (const std::optional<std::string> text = documents.next()) {
+        try {
+            status = std::max(status, encoder.take(*text));
+        } catch (const Failure &failure) {
+            throw any ? Failure(failure.exit_status, fmt::format("{}: {}", documents.place(), failure.what()))
+                      : failure;
+        }
+        any = true;
+    }
+    if (!any && options.out.capture.empty()) { // nothing may well be what a filter has left for a capture
+        encoder.take("");
+    }
+    encoder.finish();
+    return status;
 }
 
 } // namespace
 
 void add_encode(Cli &cli) {
-    struct Options {
-        std::string type;
-        std::string json = "-";
-        OutputForm out = OutputForm::automatic;
-    };
     const auto options = std::make_shared<Options>();
-    const cli::Command command = cli.add(
+    const Command command = cli.add(
         "encode",
-        {"Turn JSON into a message",
+        {"Turn JSON into messages",
          {"Takes what tlv decode prints. What is not mentioned is zero and empty, but for a message's key, "
           "which is where the schema says; an unknown name, a number that does not fit and a value of "
-          "another kind are errors that name the place in the JSON."},
+          "another kind are errors that name the place in the JSON.",
+          "Any number of messages stand one behind the other; objects of frames name their "
+          "types, "
+          "so -t is only for others. With --pcap they become frames that have the times, "
+          "addresses, ports and protocols of the objects. Headers, checksums and the numbers of TCP are made "
+          "anew. What is dropped is counted on standard error: frames without a message, deviations, bytes "
+          "behind messages."},
          {{"tlv encode -t zel_led_control led.json > led.bin", "from a file"},
           {"tlv encode -t zel_led_control '{\"slot\": 2, \"color\": 3}'", "from the command line"},
-          {"tlv decode -t 1357 led.bin | jq '.color = 1' | tlv encode -t 1357 > new.bin",
-           "change one value"}}},
-        [options] {
-            const tlvmsg_type *const type = find_type(options->type);
-            return print_encoded(from_json(type, json_text(options->json)), options->out);
-        });
-    command.add_option("-t,--type", options->type, "The type of the message, by name or by tag")
-        .type_name("TYPE")
-        .required();
-    add_output_option(command, options->out);
+          {"tlv decode -t 1357 led.bin | jq '.color = 1' | tlv encode -t 1357 > new.bin", "change one value"},
+          {"tlv decode trace.pcapng | jq 'select(.message.led_control.color == 3)' | tlv encode --pcap "
+           "new.pcapng",
+           "a capture of those messages"}}},
+        [options] { return run(*options); });
+    command
+        .add_option("-t,--type", options->type,
+                    "The type of the messages, by name or by tag; without it each object names its own")
+        .type_name("TYPE");
+    add_output_options(command, options->out);
     command
         .add_option("JSON", options->json, "A file, - for standard input, or JSON that begins with { [ or \"")
         .type_name("FILE");

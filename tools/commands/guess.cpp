@@ -131,7 +131,7 @@ void add_guess(Cli &cli) {
           {"tlv guess --near 10 dump.txt", "what could it be, if it were not broken?"},
           {"tlv guess --json trace.pcapng | jq '.guesses[0].types'", "of every frame of a capture"}}},
         [options] {
-            return for_each_input(options->message,
+            return for_each_input(options->message, {},
                                   [&](const Input &input) { return guess_input(*options, input); });
         });
     add_input_options(command, options->message);

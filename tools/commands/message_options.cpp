@@ -29,19 +29,24 @@ void add_input_options(Command command, MessageOptions &options) {
     add_number(command, "--offset", options.input.offset,
                "Where in each frame, or in a file, the message begins");
     const auto take_framing = [&options](const std::string &text) {
-        options.input.framing = parse_framing(text);
+        options.input.framing.header = parse_framing(text);
         return true;
     };
     command
         .add_argument(
             "--framing",
             "How messages are delimited: segment, the default, for whole ones in each TCP segment and "
-            "datagram; "
-            "length:BYTES@OFFSET[+HEADER] for a header that holds the length of what is behind it; skip:N "
-            "for N "
-            "bytes before each",
+            "datagram; length:WIDTH@OFFSET[+HEADER] for a header that holds the length of what is behind it, "
+            "in 1 to "
+            "4 bytes; skip:N for N bytes before each. Behind a length, and a comma each: little, when its "
+            "first byte "
+            "is the lowest; inclusive, when it counts the header, or adjust=N for what else is to be added; "
+            "most=N, "
+            "the bytes that a message may have. Where it is not known where one begins, in captures that "
+            "begin "
+            "inside a stream or lack segments, known messages are looked for",
             "", take_framing)
-        .type_name("segment|skip:N|length:BYTES@OFFSET");
+        .type_name("segment|skip:N|length:WIDTH@OFFSET");
     command
         .add_option("FILE", options.files,
                     "Messages and captures; - and none at all stand for standard input")
@@ -54,8 +59,9 @@ void add_message_options(Command command, MessageOptions &options, const std::st
     command
         .add_option(
             "--type-of", options.type_of,
-            "The type of some of a capture's messages: udp/PORT=TYPE, tcp/PORT=TYPE, or msg_type=N=TYPE "
-            "for those whose session header says so; can be given several times")
+            "The type of some of a capture's messages: udp/PORT=TYPE, tcp/PORT=TYPE, ethertype/N=TYPE, "
+            "ip/N=TYPE, or msg_type=N=TYPE for those whose session header says so; can be given several "
+            "times")
         .type_name("LINE")
         .repeatable();
     command.add_option("--types", options.types, "A file of such lines").type_name("FILE");
@@ -83,11 +89,16 @@ std::string heading_for(const MessageOptions &options, const Input &input) {
     return options.files.size() > 1 || !input.alone ? fmt::format("# {}\n", input.name) : "";
 }
 
-int for_each_input(const MessageOptions &options, const std::function<int(const Input &)> &work) {
+int for_each_input(const MessageOptions &options, const Typing &typing,
+                   const std::function<int(const Input &)> &work) {
     int status = exit_fine;
+    InputOptions how = options.input;
+    how.framing.fits = [&typing](const FrameFacts &facts, std::span<const uint8_t> there, size_t size) {
+        return may_be_read(facts, there, size, typing);
+    };
     for (const std::string &path : options.files.empty() ? std::vector<std::string>{"-"} : options.files) {
         try {
-            Source source(path, options.input);
+            Source source(path, how);
             while (const std::optional<Input> input = source.next()) {
                 status = std::max(status, work(*input));
                 if (source.is_live()) {
@@ -108,7 +119,7 @@ int for_each_input(const MessageOptions &options, const std::function<int(const 
 int for_each_reading(const MessageOptions &options,
                      const std::function<int(const Input &, const Reading &)> &work) {
     const Typing typing = typing_of(options);
-    return for_each_input(options, [&](const Input &input) {
+    return for_each_input(options, typing, [&](const Input &input) {
         int status = exit_fine;
         for (const Reading &reading : read(input, typing)) {
             status = std::max(status, work(input, reading));

@@ -34,7 +34,8 @@ std::string heading_for(const MessageOptions &options, const Input &input);
 // Every message or frame of every file, or of standard input when none is named. A file that fails is reported and
 // the others are read all the same, unless it is the command line that makes no sense. Gives the largest status,
 // of failures and of the work. What has been printed about an input that is not a file goes out at once.
-int for_each_input(const MessageOptions &options, const std::function<int(const Input &)> &work);
+int for_each_input(const MessageOptions &options, const Typing &typing,
+                   const std::function<int(const Input &)> &work);
 
 // The same, for what each is taken for.
 int for_each_reading(const MessageOptions &options,

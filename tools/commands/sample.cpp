@@ -4,6 +4,7 @@
 #include "print_encoded.h"
 
 #include "cli/cli.h"
+#include "cli/failure.h"
 #include "tools/forms.h"
 #include "tools/types/lookup.h"
 
@@ -13,14 +14,32 @@ namespace tlvmsg::tool {
 
 using namespace cli;
 
+namespace {
+
+struct Options {
+    std::string type;
+    uint64_t seed = 1;
+    uint64_t count = 1;
+    tlvmsg_sample_kind kind = TLVMSG_SAMPLE_RANDOM;
+    std::vector<std::string> settings;
+    OutputOptions out;
+};
+
+int run(const Options &options) {
+    const tlvmsg_type *const type = find_type(options.type);
+    EncodedOutput out(options.out);
+    int status = exit_fine;
+    for (uint64_t i = 0; i < options.count && status == exit_fine; ++i) {
+        status =
+            out.put(make_sample(type, options.kind, options.seed + i, options.settings), options.out.facts);
+    }
+    out.finish();
+    return status;
+}
+
+} // namespace
+
 void add_sample(Cli &cli) {
-    struct Options {
-        std::string type;
-        uint64_t seed = 1;
-        tlvmsg_sample_kind kind = TLVMSG_SAMPLE_RANDOM;
-        std::vector<std::string> settings;
-        OutputForm out = OutputForm::automatic;
-    };
     const auto options = std::make_shared<Options>();
     const Command command = cli.add(
         "sample",
@@ -36,12 +55,11 @@ void add_sample(Cli &cli) {
          {{"tlv sample zel_led_control | tlv annotate -t zel_led_control", "what such a message looks like"},
           {"tlv sample --kind max --out json zel_led_control", "its values at their largest"},
           {"tlv sample --seed 7 zel_led_control > led.bin", "another one"},
-          {"tlv sample --kind min --set color=3 --out json zel_led_control", "zero but for one member"}}},
-        [options] {
-            return print_encoded(
-                make_sample(find_type(options->type), options->kind, options->seed, options->settings),
-                options->out);
-        });
+          {"tlv sample --kind min --set color=3 --out json zel_led_control", "zero but for one member"},
+          {"tlv sample --count 10000 --pcap load.pcapng --frame '{\"destination_port\": 9000}' "
+           "zel_led_control",
+           "a capture for load tests"}}},
+        [options] { return run(*options); });
     command.add_option("TYPE", options->type, "A type, by name or by tag").type_name("TYPE").required();
     add_number(command, "--seed", options->seed, "What the choice depends on; 1 unless given");
     add_choice(command, "--kind", options->kind,
@@ -53,7 +71,8 @@ void add_sample(Cli &cli) {
     command.add_option("--set", options->settings, "What a member is to be; may be given several times")
         .type_name("PATH=VALUE")
         .repeatable();
-    add_output_option(command, options->out);
+    add_number(command, "--count", options->count, "How many, each with the next seed; 1 unless given");
+    add_output_options(command, options->out);
 }
 
 } // namespace tlvmsg::tool

@@ -8,6 +8,7 @@
 #include "tools/faults/faults.h"
 #include "tools/forms.h"
 #include "tools/output/frame_line.h"
+#include "tools/output/summary.h"
 #include "tools/words.h"
 
 #include <fmt/format.h>
@@ -25,6 +26,7 @@ struct Options {
     MessageOptions message;
     bool strict = false;
     bool json = false;
+    bool summary = false;
 };
 
 void print_json(const Options &options, const Input &input, const Reading &reading,
@@ -45,7 +47,7 @@ void print_json(const Options &options, const Input &input, const Reading &readi
     print(line.line());
 }
 
-int verify_reading(const Options &options, const Input &input, const Reading &reading) {
+int verify_reading(const Options &options, const Input &input, const Reading &reading, Summary &summary) {
     tlvmsg_verdict verdict{};
     if (reading.type == nullptr && !reading.problem) {
         throw Failure(exit_usage, "verify needs a type: -t TYPE; 'tlv guess' finds those that fit");
@@ -54,11 +56,14 @@ int verify_reading(const Options &options, const Input &input, const Reading &re
         const tlvmsg_limits limits{0, options.strict, {}};
         tlvmsg_judge(reading.type, reading.bytes.data(), reading.bytes.size(), &limits, &verdict);
     }
+    summary.add(reading, verdict);
     const bool refused = reading.type == nullptr || verdict.fit == TLVMSG_FITS_NOT;
     if (options.json) {
         print_json(options, input, reading, verdict);
     } else if (reading.type == nullptr) {
-        report(*reading.problem, input.name);
+        if (status_of(*reading.problem) != exit_fine) {
+            report(*reading.problem, input.name);
+        }
     } else if (refused) {
         report(verdict.fault, input.name, input.bytes);
     } else {
@@ -66,7 +71,7 @@ int verify_reading(const Options &options, const Input &input, const Reading &re
                           verdict.extent.consumed, reading.bytes.size(),
                           counted(verdict.extent.deviations, "deviation")));
     }
-    return refused ? exit_found : exit_fine;
+    return reading.problem ? status_of(*reading.problem) : refused ? exit_found : exit_fine;
 }
 
 } // namespace
@@ -78,18 +83,28 @@ void add_verify(Cli &cli) {
         {"Check that bytes are a message of a type",
          {"Prints how many bytes the message takes and how many deviations decoders would tolerate. Exits "
           "with 1 when it is refused. Of a capture every message is checked, and what is no message is "
-          "refused, with the codes of tlv decode."},
+          "refused, with the codes of tlv decode, unless nothing says that there should be one."},
          {{"tlv verify -t zel_led_control led.bin", "as tolerant as decoders are"},
           {"tlv verify --strict -t zel_led_control *.bin", "deviations and bytes behind the end are faults"},
           {"tlv verify --json trace.pcapng | jq .error.code", "what is wrong with a capture"}}},
         [options] {
-            return for_each_reading(options->message, [&](const Input &input, const Reading &reading) {
-                return verify_reading(*options, input, reading);
-            });
+            Summary summary;
+            const int status =
+                for_each_reading(options->message, [&](const Input &input, const Reading &reading) {
+                    return verify_reading(*options, input, reading, summary);
+                });
+            if (options->summary) {
+                print(options->json ? summary.json() : summary.text());
+            }
+            return status;
         });
     add_message_options(command, options->message, "needed unless annotated input names it, or for captures");
     command.add_flag("--strict", options->strict, "Refuse what decoders tolerate, and bytes behind the end");
     command.add_flag("--json", options->json, "A JSON object a line");
+    command.add_flag(
+        "--summary", options->summary,
+        "At the end how many messages of each type there were, faults of each code, frames without a "
+        "message, and gaps in streams");
 }
 
 } // namespace tlvmsg::tool

@@ -36,7 +36,9 @@ constexpr Explanation tool_codes[] = {
      "The frame holds a part of an IP packet, and the others that it takes are not in the capture, or "
      "too far away. Capture all fragments: a filter by port lets only the first one through."},
     {"segment", "The frame holds a part of a TCP stream in which no whole message ends. A message that takes "
-                "several segments is put together when --framing says how messages are delimited."},
+                "several segments is put together when --framing says how messages are delimited. Segments "
+                "without data or with what has come before are no errors, nor are bytes that begin with no "
+                "element of ours."},
     {"cut",
      "Fewer bytes of the frame were captured than were sent, so the end of its message is missing. Capture "
      "whole frames: tcpdump -s 0."},
@@ -45,7 +47,9 @@ constexpr Explanation tool_codes[] = {
      "them; -t names the type, or --type-of the type for a port or for a message type."},
     {"unknown-message",
      "The frame's payload as a whole is no message of any type, nor several: it is of another "
-     "protocol, damaged, or has bytes around the message. -t shows what is wrong with a type that "
+     "protocol, damaged, or has bytes around the message. Only where it begins with an element of ours does "
+     "that "
+     "count as an error. -t shows what is wrong with a type that "
      "it should have, --offset and --framing skip what is before a message, and tlv guess searches."},
     {"link-type", "It is not known where in frames of this link type the payload begins. --offset says it."},
 };
@@ -123,6 +127,8 @@ void report(const tlvmsg_fault &fault, std::string_view name, std::span<const ui
     report(fault);
     show_context(std::min(fault.offset, bytes.size()), name, bytes);
 }
+
+int status_of(const Problem &problem) { return problem.loss == Loss::none ? exit_fine : exit_found; }
 
 void report(const Problem &problem, std::string_view name) {
     complain_of(fmt::format("error[{}]", code_name(problem.code)), fmt::format("{}: {}", name, problem.text),

@@ -37,6 +37,9 @@ void report(const tlvmsg_fault &fault, std::string_view name, std::span<const ui
 
 void report(const tlvmsg_fault &fault);
 
+// What a command exits with that comes upon it.
+int status_of(const Problem &problem);
+
 // "error[code]: name: text".
 void report(const Problem &problem, std::string_view name);
 

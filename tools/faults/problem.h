@@ -21,10 +21,18 @@ enum class ToolCode {
 
 const char *code_name(ToolCode code); // "malformed-input"
 
+// Whether something may be amiss where there is no message.
+enum class Loss {
+    possible,
+    none, // nothing says that there should be one: another protocol's bytes, TCP without data, what has come before
+    gap, // bytes of a stream are missing
+};
+
 // Why there is no message, and what is missing for one. Thrown where nothing more can be made of a frame.
 struct Problem {
     ToolCode code;
     std::string text;
+    Loss loss = Loss::possible;
 };
 
 } // namespace tlvmsg::tool

@@ -43,6 +43,18 @@ Frame frame_of(uint64_t number, const pcap_pkthdr &header, const u_char *bytes) 
             {bytes, header.caplen}};
 }
 
+// What to do about what Wireshark reads and the library does not.
+const char *remedy(std::string_view error) {
+    if (error.find("different from the type of the first interface") != error.npos) {
+        return "; of each interface, tshark -r FILE -Y 'frame.interface_id == 0' -w A and then editcap -T "
+               "ether A "
+               "B make a file, with the name of its link type";
+    }
+    return error.find("block size") != error.npos
+               ? "; where sections differ in their byte order, editcap FILE NEW gives them one"
+               : "";
+}
+
 } // namespace
 
 Capture::Capture(File file, std::string name, const std::string &filter)
@@ -52,7 +64,8 @@ Capture::Capture(File file, std::string name, const std::string &filter)
         pcap_fopen_offline_with_tstamp_precision(file.get(), PCAP_TSTAMP_PRECISION_NANO, error);
     if (handle == nullptr) {
         const bool unreadable = std::ferror(file.get()) != 0;
-        throw Failure(unreadable ? exit_io : exit_malformed, fmt::format("{}: {}", name_, error));
+        throw Failure(unreadable ? exit_io : exit_malformed,
+                      fmt::format("{}: {}{}", name_, error, remedy(error)));
     }
     static_cast<void>(file.release()); // closed with the handle from now on
     handle_.reset(handle, pcap_close);
@@ -79,7 +92,8 @@ std::optional<Frame> Capture::next() {
         }
     }
     if (result != PCAP_ERROR_BREAK) { // which is the end of the file
-        error_ = fmt::format("{}: {}", name_, pcap_geterr(handle_.get()));
+        const char *const error = pcap_geterr(handle_.get());
+        error_ = fmt::format("{}: {}{}", name_, error, remedy(error));
     }
     return std::nullopt;
 }

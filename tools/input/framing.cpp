@@ -4,105 +4,165 @@
 
 #include <fmt/format.h>
 
-#include <charconv>
-#include <string_view>
+#include <algorithm>
+#include <new>
 #include <utility>
 
 namespace tlvmsg::tool {
 
 using namespace cli;
 
-Framing parse_framing(const std::string &text) {
-    Framing framing;
-    std::string_view rest(text);
-    const auto number = [&rest](std::string_view before, size_t &value) {
-        if (!rest.starts_with(before)) {
-            return false;
-        }
-        rest.remove_prefix(before.size());
-        const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), value);
-        rest.remove_prefix(static_cast<size_t>(end - rest.data()));
-        return error == std::errc() && value < 100000;
-    };
-    bool known = text == "segment" || number("skip:", framing.header);
-    if (!known && number("length:", framing.length_bytes) && number("@", framing.length_at)) {
-        const size_t end = framing.length_at + framing.length_bytes;
-        framing.header = end;
-        known = rest.empty() || number("+", framing.header);
-        known =
-            known && (framing.length_bytes == 1 || framing.length_bytes == 2 || framing.length_bytes == 4);
-        if (known && framing.header < end) {
-            throw Failure(
-                exit_usage,
-                fmt::format("framing '{}': a header of {} bytes holds no length that ends at byte {}", text,
-                            framing.header, end));
-        }
+namespace {
+
+std::string message_of(const tlvmsg_fault &fault) {
+    if (fault.code == TLVMSG_TRUNCATED) {
+        return fmt::format("{} of a message's {} bytes", fault.found, fault.allowed);
     }
-    if (!known || (!rest.empty() && text != "segment")) {
-        throw Failure(
-            exit_usage,
-            fmt::format("framing '{:.40}': allowed are segment, skip:N and length:BYTES@OFFSET[+HEADER], "
-                        "BYTES being 1, 2 or 4, the others below 100000",
-                        text));
+    char text[TLVMSG_FAULT_TEXT];
+    tlvmsg_fault_message(&fault, text, sizeof text);
+    return text;
+}
+
+} // namespace
+
+tlvmsg_framing parse_framing(const std::string &text) {
+    tlvmsg_framing framing;
+    tlvmsg_fault fault;
+    if (!tlvmsg_framing_from_text(text.c_str(), &framing, &fault)) {
+        throw Failure(exit_usage, fmt::format("framing '{:.80}': {}", text, message_of(fault)));
     }
     return framing;
 }
 
-void Framer::add(const FrameFacts &facts, Bytes bytes, const std::string &cut, Payloads &out) {
-    facts_ = facts;
-    bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
-    if (framing_.by_length()) {
-        take_by_length(out);
-    } else if (cut.empty() && bytes_.size() >= framing_.header) {
-        bytes_.erase(bytes_.begin(), bytes_.begin() + static_cast<ptrdiff_t>(framing_.header));
-        out.push_back({facts_, std::exchange(bytes_, {}), {}});
-        return;
-    }
-    if (!cut.empty()) {
-        pass_over(ToolCode::cut, cut, out);
-    } else if (!framing_.by_length()) {
-        pass_over(ToolCode::segment, incomplete(), out);
+Framer::Framer(const Framing &framing, bool begins) : framing_(framing) {
+    if (framing.by_length()) {
+        frames_.reset(tlvmsg_frames_new(&framing.header, nullptr, 0, nullptr));
+        if (frames_ == nullptr) {
+            throw std::bad_alloc();
+        }
+        if (!begins) {
+            search();
+        }
     }
 }
 
-void Framer::take_by_length(Payloads &out) {
-    Bytes rest = bytes_;
-    while (begins(rest) && message_length(rest) <= rest.size() - framing_.header) {
-        const Bytes message = rest.subspan(framing_.header, message_length(rest));
-        out.push_back({facts_, {message.begin(), message.end()}, {}});
-        rest = rest.subspan(framing_.header + message.size());
+void Framer::add(const FrameFacts &facts, Bytes bytes, const std::string &cut, Payloads &out) {
+    facts_ = facts;
+    if (frames_ == nullptr) {
+        add_piece(bytes, cut, out);
+        return;
     }
-    bytes_.erase(bytes_.begin(), bytes_.end() - static_cast<ptrdiff_t>(rest.size()));
-    if (begins(bytes_) && message_length(bytes_) > largest_message) {
-        pass_over(ToolCode::segment,
-                  fmt::format("a message of {} bytes, where {} are allowed", message_length(bytes_),
-                              largest_message),
-                  out);
+    while (!bytes.empty()) {
+        size_t size = 0;
+        uint8_t *const room = tlvmsg_frames_room(frames_.get(), &size, nullptr);
+        if (room == nullptr) {
+            throw std::bad_alloc();
+        }
+        const Bytes part = bytes.first(std::min(size, bytes.size()));
+        std::copy(part.begin(), part.end(), room);
+        tlvmsg_frames_filled(frames_.get(), static_cast<ptrdiff_t>(part.size()));
+        held_ += part.size();
+        bytes = bytes.subspan(part.size());
+        take(out);
     }
+    tell_empty(out);
+    if (!cut.empty()) {
+        tell_passed(out);
+        tell(ToolCode::cut, cut, out);
+        tlvmsg_frames_reset(frames_.get());
+        search();
+        count_passed();
+        passed_ = 0; // that is what is cut
+    }
+}
+
+// Without a length.
+void Framer::add_piece(Bytes bytes, const std::string &cut, Payloads &out) {
+    const size_t header = framing_.header.header;
+    const bool is_whole = cut.empty() && bytes.size() >= header;
+    const Bytes rest = bytes.subspan(is_whole ? header : 0);
+    std::optional<Problem> problem;
+    if (!is_whole) {
+        problem = cut.empty() ? Problem{ToolCode::segment,
+                                        fmt::format("{} of {} bytes before a message", bytes.size(), header)}
+                              : Problem{ToolCode::cut, cut};
+    }
+    out.push_back({facts_, {rest.begin(), rest.end()}, problem});
+}
+
+void Framer::take(Payloads &out) {
+    const uint8_t *body = nullptr;
+    size_t size = 0;
+    tlvmsg_fault fault;
+    do {
+        while (tlvmsg_frames_next(frames_.get(), &body, &size, &fault)) {
+            held_ -= framing_.header.header + size;
+            tell_passed(out);
+            incomplete_ = false;
+            if (size == 0) {
+                ++empty_;
+                continue;
+            }
+            tell_empty(out);
+            out.push_back({facts_, {body, body + size}, {}});
+        }
+        if (fault.code != TLVMSG_OK) {
+            tell_passed(out);
+            tell(ToolCode::segment, message_of(fault), out);
+            incomplete_ = fault.code == TLVMSG_TRUNCATED;
+            search();
+        }
+    } while (fault.code != TLVMSG_OK);
+    count_passed();
+}
+
+// It asks while this is where it is.
+void Framer::search() {
+    const auto fits = [](void *context, const uint8_t *body, size_t there, size_t size) {
+        const auto &framer = *static_cast<const Framer *>(context);
+        return !framer.framing_.fits || framer.framing_.fits(framer.facts_, {body, there}, size);
+    };
+    tlvmsg_frames_resync(frames_.get(), fits, this);
 }
 
 void Framer::finish(Payloads &out) {
-    if (!bytes_.empty()) {
-        pass_over(ToolCode::segment, incomplete(), out);
+    if (frames_ != nullptr) {
+        tlvmsg_frames_end(frames_.get());
+        take(out);
+        passed_ = incomplete_ ? 0 : passed_;
+        tell_passed(out);
+        tlvmsg_frames_reset(frames_.get());
+        search();
     }
 }
 
-size_t Framer::message_length(Bytes bytes) const {
-    size_t length = 0;
-    for (const uint8_t byte : bytes.subspan(framing_.length_at, framing_.length_bytes)) {
-        length = length << 8 | byte;
+void Framer::count_passed() {
+    const uint64_t passed = tlvmsg_frames_passed(frames_.get());
+    held_ -= static_cast<size_t>(passed);
+    passed_ += passed;
+}
+
+void Framer::tell_passed(Payloads &out) {
+    count_passed();
+    if (passed_ != 0) {
+        tell(ToolCode::segment,
+             fmt::format("bytes passed over without a whole message of a known type: {}", passed_), out);
     }
-    return length;
+    passed_ = 0;
 }
 
-std::string Framer::incomplete() const {
-    return begins(bytes_)
-               ? fmt::format("{} of {} bytes", bytes_.size() - framing_.header, message_length(bytes_))
-               : fmt::format("{} of {} bytes before a message", bytes_.size(), framing_.header);
+// However many a piece of zeros makes.
+void Framer::tell_empty(Payloads &out) {
+    if (empty_ != 0) {
+        const Problem many{ToolCode::segment, fmt::format("messages without a byte: {}", empty_)};
+        out.push_back({facts_, {}, empty_ > 1 ? std::optional(many) : std::nullopt});
+    }
+    empty_ = 0;
 }
 
-void Framer::pass_over(ToolCode code, std::string text, Payloads &out) {
-    out.push_back({facts_, std::exchange(bytes_, {}), Problem{code, std::move(text)}});
+void Framer::tell(ToolCode code, std::string text, Payloads &out) {
+    tell_empty(out);
+    out.push_back({facts_, {}, Problem{code, std::move(text)}});
 }
 
 } // namespace tlvmsg::tool

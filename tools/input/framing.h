@@ -3,45 +3,61 @@
 
 #include "headers.h"
 
+#include <tlvmsg/frames.h>
+
+#include <functional>
+#include <memory>
+
 namespace tlvmsg::tool {
 
 struct Framing {
-    size_t header = 0;       // bytes before a message that are no part of it
-    size_t length_bytes = 0; // of the message's length in the header; 0: it ends with its segment or datagram
-    size_t length_at = 0;    // where in the header that is
+    tlvmsg_framing header{}; // before each message; without a length these end with their segment or datagram
+    // Whether these bytes of a body, of so many in all, may be messages; by that they are found where it is not known
+    // where one begins. Empty: any may.
+    std::function<bool(const FrameFacts &, Bytes there, size_t size)> fits{};
 
-    bool by_length() const { return length_bytes != 0; }
+    bool by_length() const { return header.width != 0; }
 };
 
-// "segment", "length:BYTES@OFFSET[+HEADER]" or "skip:N". Throws Failure(exit_usage).
-Framing parse_framing(const std::string &text);
+// As tlvmsg_framing_from_text reads it. Throws Failure(exit_usage).
+tlvmsg_framing parse_framing(const std::string &text);
 
 // Cuts messages out of bytes that come in pieces, in order.
 class Framer {
 public:
-    static constexpr size_t largest_message = 1 << 20;
+    // Whether the first byte is where a message begins, or that is to be found out.
+    Framer(const Framing &framing, bool begins);
+    Framer(const Framer &) = delete;
 
-    explicit Framer(const Framing &framing) : framing_(framing) {}
-
-    // Tells the messages that end in a piece, and what is wrong with it, which is passed over to the piece's end.
-    // `cut`, if not empty, says what is missing there.
+    // Tells the messages that end in a piece, and what is wrong with it. `cut`, if not empty, says what is missing
+    // behind it.
     void add(const FrameFacts &facts, Bytes bytes, const std::string &cut, Payloads &out);
 
-    // Tells what is left of an incomplete message, when no more comes.
+    // Tells what is left of an incomplete message, when no more comes, or what comes next does not follow.
     void finish(Payloads &out);
 
-    size_t held() const { return bytes_.size(); }
+    size_t held() const { return held_; }
 
 private:
-    void take_by_length(Payloads &out);
-    bool begins(Bytes bytes) const { return bytes.size() >= framing_.header; }
-    size_t message_length(Bytes bytes) const; // of bytes that begin with a header
-    std::string incomplete() const;
-    void pass_over(ToolCode code, std::string text, Payloads &out);
+    void add_piece(Bytes bytes, const std::string &cut, Payloads &out);
+    void take(Payloads &out);
+    void search();
+    void count_passed();
+    void tell_empty(Payloads &out);
+    void tell(ToolCode code, std::string text, Payloads &out);
+    void tell_passed(Payloads &out);
 
-    Framing framing_;
-    FrameFacts facts_;           // of the last piece
-    std::vector<uint8_t> bytes_; // of a message that is not all there yet
+    struct Free {
+        void operator()(tlvmsg_frames *frames) const { tlvmsg_frames_free(frames); }
+    };
+
+    const Framing &framing_;
+    std::unique_ptr<tlvmsg_frames, Free> frames_; // null without a length
+    FrameFacts facts_;                            // of the last piece
+    size_t held_ = 0;                             // bytes of a message that is not all there yet
+    uint64_t passed_ = 0;                         // bytes that have not been told
+    uint64_t empty_ = 0;                          // messages that have not been told
+    bool incomplete_ = false;                     // what was told last; they are of that
 };
 
 } // namespace tlvmsg::tool

@@ -55,8 +55,27 @@ inline uint32_t number32(Bytes bytes, size_t offset) {
 // "147 (USER0)"; link types are numbered as in libpcap.
 std::string link_name(int link_type);
 
-// Whether IP is behind the headers. Throws Problem for a link type whose headers are not known.
-bool skip_link(int link_type, FrameFacts &facts, View &frame);
+// What a header says is behind it: a layer, and its number among those of the layer.
+enum class Layer { payload, link, ethertype, llc, snap, ppp, ip, ip_protocol };
+
+struct Next {
+    Layer layer;
+    uint64_t number = 0;
+
+    bool operator==(const Next &) const = default;
+};
+
+constexpr Next tcp{Layer::ip_protocol, 6};
+constexpr Next udp{Layer::ip_protocol, 17};
+constexpr uint64_t link_llc = 1 << 16; // beyond those of files: what Ethernet has behind a length
+constexpr uint16_t least_ethertype = 0x600;
+
+// "udp", "ip 89", "ethertype 0x88B5"; `before` where the layer has no name of its own.
+std::string protocol_name(Next next, const std::string &before);
+
+// Steps over all headers from that one to the next IP header or to what there is no step for. Throws Problem for a link
+// type whose headers are not known.
+Next skip_layers(Next next, FrameFacts &facts, View &data);
 
 struct IpHeader {
     uint8_t protocol;  // of what is behind it; of a fragment: of the datagram's data
@@ -73,16 +92,11 @@ std::optional<IpHeader> skip_ip(FrameFacts &facts, View &packet);
 // IP extension headers, each of which names the next protocol.
 void skip_extensions(uint8_t &protocol, View &data);
 
-void skip_udp(FrameFacts &facts, View &datagram);
-
 struct TcpHeader {
     uint32_t sequence;
     uint8_t flags;
 };
 
 TcpHeader skip_tcp(FrameFacts &facts, View &segment);
-
-constexpr uint8_t protocol_tcp = 6;
-constexpr uint8_t protocol_udp = 17;
 
 } // namespace tlvmsg::tool

@@ -72,14 +72,6 @@ void skip_extensions(uint8_t &protocol, View &data) {
     }
 }
 
-void skip_udp(FrameFacts &facts, View &datagram) {
-    const Bytes header = datagram.take(8, "UDP");
-    facts.ports = Ports{number16(header, 0), number16(header, 2)};
-    if (const size_t length = number16(header, 4); length >= header.size()) {
-        datagram.end_at(length - header.size());
-    }
-}
-
 TcpHeader skip_tcp(FrameFacts &facts, View &segment) {
     const Bytes header = segment.take(20, "TCP");
     facts.ports = Ports{number16(header, 0), number16(header, 2)};

@@ -9,12 +9,6 @@ std::string missing_text(View data) {
     return data.missing() == 0 ? "" : fmt::format("bytes missing at its end: {}", data.missing());
 }
 
-std::string protocol_name(uint8_t protocol) {
-    return protocol == protocol_udp   ? "udp"
-           : protocol == protocol_tcp ? "tcp"
-                                      : fmt::format("ip {}", protocol);
-}
-
 } // namespace
 
 std::optional<Payload> Packets::next() {
@@ -45,43 +39,48 @@ bool Packets::read_frame() {
     return true;
 }
 
-void Packets::take_frame(FrameFacts &facts, View frame) {
-    std::optional<IpHeader> ip;
+void Packets::take_frame(FrameFacts &facts, View data) {
+    std::vector<uint8_t> datagram; // that fragments made
+    Next next{Layer::link, static_cast<uint64_t>(capture_.link_type())};
     if (options_.offset) {
-        frame.skip(*options_.offset);
-    } else if (skip_link(capture_.link_type(), facts, frame)) {
-        ip = skip_ip(facts, frame);
+        data.skip(*options_.offset);
+        next = {Layer::payload};
     }
-    return ip ? take_ip(facts, *ip, frame) : take_datagram(facts, frame);
-}
-
-void Packets::take_ip(FrameFacts &facts, IpHeader header, View data) {
-    facts.protocol = protocol_name(header.protocol);
-    std::optional<std::vector<uint8_t>> whole;
-    if (header.is_fragment()) {
-        if (data.missing() != 0) {
-            throw Problem{ToolCode::cut, missing_text(data)};
+    std::optional<IpHeader> ip;
+    while ((next = skip_layers(next, facts, data)).layer == Layer::ip && (ip = skip_ip(facts, data))) {
+        next = {Layer::ip_protocol, ip->protocol};
+        if (ip->is_fragment()) {
+            facts.protocol = protocol_name(next, "");
+            if (!put_together(facts, *ip, data, datagram)) {
+                return;
+            }
         }
-        whole = fragments_.add(facts, header, data.bytes, payloads_);
-        if (!whole) {
-            return;
-        }
-        data = {*whole, whole->size()};
+        skip_extensions(ip->protocol, data);
+        next.number = ip->protocol;
     }
-    skip_extensions(header.protocol, data);
-    facts.protocol = protocol_name(header.protocol);
-    if (header.protocol == protocol_tcp) {
-        const TcpHeader tcp = skip_tcp(facts, data);
-        return streams_.add(facts, tcp, data, missing_text(data), payloads_);
-    }
-    if (header.protocol == protocol_udp) {
-        skip_udp(facts, data);
+    if (next == tcp) {
+        const TcpHeader header = skip_tcp(facts, data);
+        return streams_.add(facts, header, data, missing_text(data), payloads_);
     }
     take_datagram(facts, data);
 }
 
+// Whether the fragment completes a datagram, which is then the data.
+bool Packets::put_together(const FrameFacts &facts, IpHeader &header, View &data,
+                           std::vector<uint8_t> &datagram) {
+    if (data.missing() != 0) {
+        throw Problem{ToolCode::cut, missing_text(data)};
+    }
+    std::optional<std::vector<uint8_t>> whole = fragments_.add(facts, header, data.bytes, payloads_);
+    if (whole) {
+        datagram = std::move(*whole);
+        data = {datagram, datagram.size()};
+    }
+    return whole.has_value();
+}
+
 void Packets::take_datagram(const FrameFacts &facts, View data) {
-    Framer framer(options_.framing);
+    Framer framer(options_.framing, true);
     framer.add(facts, data.bytes, missing_text(data), payloads_);
     framer.finish(payloads_);
 }

@@ -33,8 +33,8 @@ public:
 
 private:
     bool read_frame();
-    void take_frame(FrameFacts &facts, View frame);
-    void take_ip(FrameFacts &facts, IpHeader header, View data);
+    void take_frame(FrameFacts &facts, View data);
+    bool put_together(const FrameFacts &facts, IpHeader &header, View &data, std::vector<uint8_t> &datagram);
     void take_datagram(const FrameFacts &facts, View data);
 
     Capture capture_;

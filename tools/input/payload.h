@@ -18,6 +18,8 @@ struct Ports {
     uint16_t destination;
 };
 
+constexpr Ports made_up_ports{9000, 9000}; // for frames that are written without known ones
+
 struct FrameFacts {
     uint64_t number = 0; // from 1, in the file
     int64_t seconds = 0; // since 1970

@@ -22,6 +22,8 @@ std::string flag_names(uint8_t flags) {
     return names.empty() ? "no flag" : fmt::format("{}", fmt::join(names, ", "));
 }
 
+Problem has_come() { return {ToolCode::segment, "all of its bytes have come before", Loss::none}; }
+
 } // namespace
 
 int64_t TcpStream::position(uint32_t sequence) const {
@@ -39,8 +41,13 @@ void TcpStream::add(const FrameFacts &facts, uint32_t sequence, View data, const
     last_frame_ = facts.number;
     const int64_t begin = position(sequence);
     const int64_t end = begin + static_cast<int64_t>(data.size);
-    if (data.size != 0 && end <= first_) {
-        throw Problem{ToolCode::segment, "it lies before the first segment seen of its connection"};
+    if (data.size != 0 && begin < first_ && end <= next_) {
+        throw Problem{ToolCode::segment,
+                      fmt::format("{} of its {} bytes lie before the first segment seen of its connection",
+                                  std::min(first_, end) - begin, data.size)};
+    }
+    if (data.size != 0 && end <= next_) {
+        throw has_come();
     }
     if (end > next_) {
         const auto at =
@@ -60,13 +67,15 @@ void TcpStream::deliver(size_t most, Payloads &out) {
         if (begin > next_) {
             framer_.finish(out);
             const std::string text = fmt::format("bytes missing before this segment: {}", begin - next_);
-            out.push_back({segment.facts, {}, Problem{ToolCode::segment, text}});
+            out.push_back({segment.facts, {}, Problem{ToolCode::segment, text, Loss::gap}});
             next_ = begin;
         }
         if (segment.end > next_) {
             const size_t seen = std::min(static_cast<size_t>(next_ - begin), segment.bytes.size());
             framer_.add(segment.facts, Bytes(segment.bytes).subspan(seen), segment.cut, out);
             next_ = segment.end;
+        } else {
+            out.push_back({segment.facts, {}, has_come()});
         }
     }
 }
@@ -83,18 +92,19 @@ void TcpStreams::add(const FrameFacts &facts, const TcpHeader &header, View data
     if (data.size != 0 || syn) {
         const std::string key = fmt::format("{} {} {} {}", facts.source, facts.ports->source,
                                             facts.destination, facts.ports->destination);
-        TcpStream &stream = streams_.try_emplace(key, framing_, sequence).first->second;
-        if (stream.is_foreign(sequence, syn)) {
-            stream.finish(out);
-            stream = TcpStream(framing_, sequence);
+        auto stream = streams_.try_emplace(key, framing_, sequence, syn).first;
+        if (stream->second.is_foreign(sequence, syn)) {
+            stream->second.finish(out);
+            streams_.erase(stream);
+            stream = streams_.try_emplace(key, framing_, sequence, syn).first;
         }
-        stream.add(facts, sequence, data, cut, out);
+        stream->second.add(facts, sequence, data, cut, out);
     }
     while (streams_.size() > most_streams || held() > most_held) {
         give_up(out);
     }
     if (data.size == 0 && !framing_.by_length()) {
-        throw Problem{ToolCode::segment, fmt::format("no data ({})", flag_names(header.flags))};
+        throw Problem{ToolCode::segment, fmt::format("no data ({})", flag_names(header.flags)), Loss::none};
     }
 }
 

@@ -11,9 +11,9 @@ class TcpStream {
 public:
     static constexpr size_t most_waiting = 256 << 10; // bytes behind a gap, with what it takes to keep them
 
-    // `sequence` is the number of the first byte.
-    TcpStream(const Framing &framing, uint32_t sequence)
-        : framer_(framing), first_(sequence), next_(sequence) {}
+    // `sequence` is the number of the first byte, of the connection if `opens`.
+    TcpStream(const Framing &framing, uint32_t sequence, bool opens)
+        : framer_(framing, opens), first_(sequence), next_(sequence) {}
 
     // Whether that segment is of another connection with the same addresses and ports: one with another
     // beginning, or farther away than streams jump.

@@ -28,7 +28,7 @@ JsonLine input_line(const Input &input, bool several) {
         line.text("file", input.file);
     }
     line.number("frame", facts.number);
-    line.json("time", fmt::format("{}.{:09}", facts.seconds, facts.nanoseconds));
+    line.json("time", time_text(facts));
     line.number("length", facts.length).number("captured", facts.captured);
     const auto end = [&](std::string_view name, const std::string &text, std::optional<uint16_t> port) {
         if (!text.empty()) {
@@ -44,6 +44,10 @@ JsonLine input_line(const Input &input, bool several) {
         line.text("protocol", facts.protocol);
     }
     return line;
+}
+
+std::string time_text(const FrameFacts &facts) {
+    return fmt::format("{}.{:09}", facts.seconds, facts.nanoseconds);
 }
 
 std::string frame_heading(const Input &input) {

@@ -11,6 +11,9 @@ namespace tlvmsg::tool {
 // with the file before it where there are several; of any other input {"name":"led.bin"}.
 JsonLine input_line(const Input &input, bool several);
 
+// Seconds since 1970: "1700000000.250000000".
+std::string time_text(const FrameFacts &facts);
+
 // "x.pcap:7, 10.0.0.1:4000 > 10.0.0.2:4001 udp".
 std::string frame_heading(const Input &input);
 

@@ -2,7 +2,9 @@
  * Decoded messages to standard output, in the form that was asked for. A further form is a further printer.
  *
  * JSON: a file's message stands alone, as tlv encode takes it; a frame's is the member "message" of an object in a
- * line, beside what is known about the frame. Text: a line a value, below a heading where there are several.
+ * line, beside what is known about the frame. Text: a line a value, below a heading where there are several. Flat: a JSON
+ * object in a line without objects inside, the same members for each message of a type. CSV: those as columns, for the
+ * messages of one type.
  */
 #pragma once
 
@@ -14,10 +16,11 @@
 
 namespace tlvmsg::tool {
 
-enum class PrintForm { json, text };
+enum class PrintForm { json, text, flat, csv };
 
 struct PrintOptions {
     PrintForm form = PrintForm::json;
+    const tlvmsg_type *csv_type = nullptr;
     bool compact = false; // JSON in one line
     bool bytes = false;   // frames: those of the message, too
     bool partial = false; // what can be read of a message that is broken

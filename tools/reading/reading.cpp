@@ -45,22 +45,45 @@ std::vector<Reading> messages_in(Bytes payload) {
     return readings;
 }
 
-Problem nothing_fits(const FrameFacts &facts, size_t size) {
+// Whether a message may have begun there: its first element is one of ours, and whole.
+bool begins_as_ours(Bytes payload) {
+    const std::optional<base::Element> first = base::element_at(payload, 0);
+    const tlvmsg_type *const type = first ? tlvmsg_type_set_by_tag(type_set(), first->tag) : nullptr;
+    return type != nullptr && tlvmsg_verify(type, payload.data(), payload.size(), nullptr, nullptr, nullptr);
+}
+
+Problem nothing_fits(const FrameFacts &facts, Bytes payload) {
+    const Loss loss = begins_as_ours(payload) ? Loss::possible : Loss::none;
     if (facts.protocol == "tcp") {
         return {ToolCode::segment,
                 fmt::format("{} bytes of a stream that are no whole message; --framing says how messages are "
                             "delimited",
-                            size)};
+                            payload.size()),
+                loss};
     }
-    if (size == 0) {
-        return {ToolCode::unknown_message, "no bytes behind the headers"};
+    if (payload.empty()) {
+        return {ToolCode::unknown_message, "no bytes behind the headers", loss};
     }
-    return {
-        ToolCode::unknown_message,
-        fmt::format("no message type fits all of these {} bytes; 'tlv guess' says which come near", size)};
+    const std::string protocol = facts.protocol.empty() ? "" : " of " + facts.protocol;
+    return {ToolCode::unknown_message,
+            fmt::format("no message type fits all of these {} bytes{}; 'tlv guess' says which come near",
+                        payload.size(), protocol),
+            loss};
 }
 
 } // namespace
+
+bool may_be_read(const FrameFacts &facts, Bytes there, size_t size, const Typing &typing) {
+    const tlvmsg_type *const type =
+        typing.type != nullptr ? typing.type : typing.rules.type_for(facts, there);
+    tlvmsg_extent extent;
+    tlvmsg_fault fault;
+    const bool fits =
+        type != nullptr && tlvmsg_verify(type, there.data(), there.size(), nullptr, &extent, &fault);
+    const bool may_fit = type != nullptr && there.size() < size && (fits || fault.code == TLVMSG_TRUNCATED);
+    return may_fit || (fits && extent.consumed == size) ||
+           tlvmsg_fits_messages(const_cast<tlvmsg_type_set *>(type_set()), there.data(), there.size(), size);
+}
 
 std::vector<Reading> read(const Input &input, const Typing &typing) {
     if (input.problem) {
@@ -72,7 +95,7 @@ std::vector<Reading> read(const Input &input, const Typing &typing) {
         if (type == nullptr) {
             std::vector<Reading> readings = messages_in(input.bytes);
             if (readings.empty()) {
-                readings.push_back({input.bytes, nullptr, nothing_fits(*input.frame, input.bytes.size())});
+                readings.push_back({input.bytes, nullptr, nothing_fits(*input.frame, input.bytes)});
             }
             return readings;
         }

@@ -34,6 +34,10 @@ struct Reading {
     std::vector<const tlvmsg_type *> types{}; // that tie
 };
 
+// Whether a body of so many bytes, of which these have come, is a message that somebody configured or several that are
+// known, or may be the beginning of that. What it says no to can be read all the same, where a body is known to be.
+bool may_be_read(const FrameFacts &facts, std::span<const uint8_t> there, size_t size, const Typing &typing);
+
 // At least one, in the order of the bytes, which are the input's.
 std::vector<Reading> read(const Input &input, const Typing &typing);
 

@@ -47,7 +47,7 @@ void TypeRules::add(std::string_view line) {
     if (const size_t slash = known.find('/'); type != nullptr && slash != known.npos) {
         const std::string protocol(known.substr(0, slash));
         if (const auto port = base::typed_number(known.substr(slash + 1), UINT16_MAX);
-            port && (protocol == "udp" || protocol == "tcp")) {
+            port && (protocol == "udp" || protocol == "tcp" || protocol == "ip" || protocol == "ethertype")) {
             ports_[{protocol, *port}] = type;
             return;
         }
@@ -59,8 +59,10 @@ void TypeRules::add(std::string_view line) {
     }
     throw Failure(
         exit_usage,
-        fmt::format("'{}' says no message's type; udp/PORT=TYPE, tcp/PORT=TYPE or msg_type=N=TYPE does",
-                    line));
+        fmt::format(
+            "'{}' says no message's type; udp/PORT=TYPE, tcp/PORT=TYPE, ethertype/N=TYPE, ip/N=TYPE or "
+            "msg_type=N=TYPE does",
+            line));
 }
 
 void TypeRules::add_file(const std::string &path) {
@@ -88,6 +90,11 @@ const tlvmsg_type *TypeRules::type_for(const FrameFacts &facts, std::span<const 
             rule != message_types_.end()) {
             return rule->second;
         }
+    }
+    if (const size_t space = facts.protocol.find(' '); space != facts.protocol.npos && !ports_.empty()) {
+        const auto number = base::typed_number(std::string_view(facts.protocol).substr(space + 1));
+        const auto rule = ports_.find({facts.protocol.substr(0, space), number.value_or(0)});
+        return rule != ports_.end() ? rule->second : nullptr;
     }
     if (facts.ports) {
         for (const uint16_t port : {facts.ports->destination, facts.ports->source}) {

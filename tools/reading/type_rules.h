@@ -2,6 +2,7 @@
  * What people know about the messages of a capture, a line each:
  *
  *     udp/9000=zel_led_control        the type on a port
+ *     ethertype/0x88B5=ifid           the type behind an Ethernet type; ip/89=TYPE behind IP
  *     msg_type=17=zel_led_control     the type of messages whose session header says so
  *     # a comment
  *
@@ -35,7 +36,7 @@ public:
     const tlvmsg_type *type_for(const FrameFacts &facts, std::span<const uint8_t> payload) const;
 
 private:
-    std::map<std::pair<std::string, uint64_t>, const tlvmsg_type *> ports_; // by protocol and number
+    std::map<std::pair<std::string, uint64_t>, const tlvmsg_type *> ports_; // by protocol and port or number
     std::map<uint64_t, const tlvmsg_type *> message_types_;
 };
 

@@ -6,8 +6,9 @@
 local NAME = tables.name
 local HEADER, ARRAY_TAG, COUNT_TAG, ENUMERATOR_TAG = 4, 10, 4, 6
 local DEEPEST = 16 -- elements inside one another, where only their tags name them
-local LONGEST = 1048576 -- bytes of a message in a stream; more is damage
+local LONGEST = 1048576 -- bytes of a message in a stream, unless the framing says; more is damage
 local ABSENT, REFUSED = {}, {}
+local LEAST_ETHERTYPE = 1536 -- protocols of IP are less
 local TCP, UDP = 2, 3 -- as pinfo.port_type has them
 
 -- ---- Fields ---------------------------------------------------------------------------------------------
@@ -41,6 +42,7 @@ proto.experts = experts
 -- ---- What is being looked at, and what is wrong with it ---------------------------------------------------
 
 local tvb, input, size -- the payload, its bytes, and where they end
+local own -- this dissector; what is made once a packet takes most of the time
 local visible, wanted -- whether anybody reads texts, or looks at any field
 local nesting -- of elements that only their tags name
 local at -- how far decoding is
@@ -51,7 +53,8 @@ local fault -- the last one: code, at, text
 
 local function look_at(buffer, tree)
     tvb, input, size, nesting = buffer, buffer:raw(), buffer:len(), 0
-    visible, wanted = tree.visible, tree:referenced(Dissector.get(NAME))
+    own = own or Dissector.get(NAME)
+    visible, wanted = tree.visible, tree:referenced(own)
 end
 
 local function unsigned(from, width)
@@ -154,7 +157,17 @@ end
 -- A slot is a type in its place, with the field that shows it there.
 local read = {}
 
+-- Where flawless bytes end that a pattern knows.
+local function find_flawless(type, from, stop)
+    local _, behind = input:find(type.pattern, from + 1)
+    return behind and behind <= stop and behind
+end
+
 local function step(slot, name, tree, before)
+    if strict and slot.type.pattern then
+        at = find_flawless(slot.type, at, size) or error(REFUSED, 0)
+        return
+    end
     depth = depth + 1
     path[depth] = name
     slot.read(slot, tree, before)
@@ -251,6 +264,29 @@ read.packed, read.elements = read.bytes, read.bytes
 
 local types, by_tag, tag_names = {}, {}, {}
 
+-- Flawless bytes of a type whose layout is always the same are those that a pattern finds: headers as they are, and
+-- anything for the values. That takes a tenth of the time that decoding them does.
+local function literal(...)
+    local bytes = {}
+    for i, number in ipairs({ ... }) do bytes[i] = string.char(math.floor(number / 256), number % 256) end
+    return (table.concat(bytes):gsub("%p", "%%%0"))
+end
+
+-- Gives the pattern and how many bytes it finds; nothing for other types.
+local function layout(type)
+    if type.kind == "scalar" then return literal(type.reads, type.width) .. ("."):rep(type.width), HEADER + type.width end
+    if type.kind == "enumeration" then return literal(type.tag, 8, ENUMERATOR_TAG, 4) .. "....", HEADER + 8 end
+    local parts, sum = {}, 0
+    for i, member in ipairs(type.members or {}) do
+        local part, part_size = layout(types[member[2]])
+        if not part then return nil end
+        parts[i], sum = part, sum + part_size
+    end
+    local inside = table.concat(parts)
+    if type.kind == "message" then return inside, sum end
+    if type.kind == "structure" then return literal(type.tag, sum) .. inside, HEADER + sum end
+end
+
 -- `above` is what the field's name begins with; the tree calls it by the label behind that.
 local function slot_of(type, name, above, label, doc)
     local slot, full = { type = type, name = name, label = label, read = read[type.kind] }, join(above, label)
@@ -280,6 +316,10 @@ for _, type in ipairs(tables.types) do
     types[type.name] = type
     if type.tag then by_tag[type.tag], tag_names[type.tag] = type, type.name end
 end
+for _, type in ipairs(tables.types) do
+    local pattern = layout(type)
+    type.pattern = pattern and "^" .. pattern
+end
 generic.tag = field("uint16", "element.tag", "tag", base.DEC, tag_names)
 for _, type in ipairs(tables.types) do
     local before
@@ -294,6 +334,7 @@ proto.fields = fields
 
 -- Reads one of the type, on bytes that end at `stop`. Gives where it ends; nothing, and a fault, when it is refused.
 local function whole(type, from, stop, tree, is_strict)
+    if is_strict and type.pattern then return find_flawless(type, from, stop) end
     local at_0, size_0, strict_0, path_0, depth_0, used_0, limit_0 = at, size, strict, path, depth, allocated, limit
     at, size, strict, path, depth = from, stop, is_strict, { type.name }, 1
     allocated, limit = 0, 64 * (stop - from) + 65536
@@ -344,9 +385,10 @@ function by_tags(tree, from, stop)
     nesting = nesting + 1
     while behind do
         local type = by_tag[unsigned(from, 2)]
-        if type and nesting <= DEEPEST and whole(type, from, behind) == behind then
+        local seen = type and not wanted and whole(type, from, behind, nil, true) == behind
+        if not seen and type and nesting <= DEEPEST and whole(type, from, behind) == behind then
             whole(type, from, behind, tree)
-        else
+        elseif not seen then
             untyped(tree, from, behind)
         end
         from, behind = behind, end_of_element(behind, stop)
@@ -422,14 +464,18 @@ end
 -- ---- Preferences ----------------------------------------------------------------------------------------
 
 local prefs = proto.prefs
-prefs.types = Pref.string("Types", "", "udp/9000=TYPE, tcp/9000=TYPE, msg_type=17=TYPE; by spaces or commas apart")
+prefs.types = Pref.string("Types", "", "udp/9000=TYPE, tcp/9000=TYPE, ethertype/0x88B5=TYPE, ip/89=TYPE, " ..
+    "msg_type=17=TYPE; by spaces or commas apart")
 prefs.types_file = Pref.string("File of types", "", "The same in a file, where # begins a comment")
 prefs.default_type = Pref.string("Type of everything else", "", "Empty: the only message that fits")
 prefs.framing = Pref.string("Framing", "segment", "segment: whole messages in each TCP segment; " ..
-    "length:BYTES@OFFSET[+HEADER]: before each in a TCP stream a header with its length; skip:N: bytes to skip")
+    "length:WIDTH@OFFSET[+HEADER][,little][,inclusive][,adjust=N][,most=N]: before each in a TCP stream a header " ..
+    "with its length; skip:N: bytes to skip")
 prefs.heuristic = Pref.bool("Recognize messages on all ports", false, "Whole payloads without deviations")
 
-local settings = { udp = {}, tcp = {}, msg_type = {}, framing = {} }
+local settings = { udp = {}, tcp = {}, ethertype = {}, ip = {}, msg_type = {}, framing = {} }
+local tables_of = { udp = "udp.port", tcp = "tcp.port", ethertype = "ethertype", ip = "ip.proto" }
+local largest = { msg_type = 4294967295, ip = 255 } -- 65535 for the others
 
 local function complain(...) report_failure(NAME .. ": " .. table.concat({ ... })) end
 
@@ -440,37 +486,61 @@ end
 local function read_types(result, text)
     for word in text:gsub("#[^\n]*", ""):gmatch("[^%s,]+") do
         local kind, key, name = word:gsub("^msg_type=", "msg_type/"):match("^([%a_]+)/(%w+)=(.+)$")
-        if result[kind] and (tonumber(key) or math.huge) <= (kind == "msg_type" and 4294967295 or 65535) then
+        if result[kind] and (tonumber(key) or math.huge) <= (largest[kind] or 65535) then
             result[kind][tonumber(key)] = type_named(name)
         else
-            complain("'", word, "' is none of udp/PORT=TYPE, tcp/PORT=TYPE, msg_type=N=TYPE")
+            complain("'", word, "' is none of udp/PORT=TYPE, tcp/PORT=TYPE, ethertype/N=TYPE, ip/N=TYPE, msg_type=N=TYPE")
         end
     end
 end
 
+-- What may follow a length, each once.
+local function read_option(framing, word)
+    local name, value = word:match("^(%l+)=(%-?%d+)$")
+    if word == "little" then name, value = "little", 1 end
+    if word == "inclusive" then name, value = "adjust", -framing.header end
+    local range = ({ little = { 1, 1 }, adjust = { -2147483648, 2147483647 }, most = { 0, 1073741824 } })[name]
+    local is_fine = range and not framing[name] and tonumber(value) >= range[1] and tonumber(value) <= range[2]
+    if is_fine then framing[name] = tonumber(value) end
+    return is_fine
+end
+
+local function read_length_framing(width, offset, rest)
+    local framing = { width = tonumber(width), offset = tonumber(offset), header = width + offset }
+    local header, options = rest:match("^%+(%d+)(.*)$")
+    options = options or rest
+    local is_fine = (not header or tonumber(header) >= framing.header) and options:match("^,?") == options:sub(1, 1)
+    framing.header = tonumber(header) or framing.header
+    for word in options:gmatch(",([^,]*)") do is_fine = is_fine and read_option(framing, word) end
+    framing.adjust, framing.most = framing.adjust or 0, framing.most ~= 0 and framing.most or LONGEST
+    framing.most = math.min(framing.most, 256 ^ width - 1 + framing.adjust)
+    return is_fine and framing.header <= 65535 and framing.most >= math.max(framing.adjust, 0) and framing
+end
+
+-- The words of tlvmsg_framing_from_text.
 local function read_framing(text)
-    local width, offset, rest = text:match("^length:([124])@(%d+)(.*)$")
-    local skip, least = text:match("^skip:(%d+)$"), width and width + offset
-    local size_of = width and (rest == "" and least or tonumber(rest:match("^%+(%d+)$")))
-    local framed = size_of and size_of >= least and size_of <= LONGEST
-    if not framed and not skip and text ~= "segment" and text ~= "" then
-        complain("framing '", text, "' is none of segment, length:BYTES@OFFSET[+HEADER], skip:N")
+    local width, offset, rest = text:match("^length:([1-4])@(%d+)(.*)$")
+    local skip = tonumber(text:match("^skip:(%d+)$"))
+    local framing = width and read_length_framing(width, offset, rest) or skip and skip <= 65535 and { skip = skip }
+    if not framing and text ~= "segment" and text ~= "" then
+        complain("framing '", text, "' is none of segment, length:WIDTH@OFFSET[+HEADER][,little][,inclusive]",
+            "[,adjust=N][,most=N], skip:N")
     end
-    return { skip = tonumber(skip), width = tonumber(width), offset = tonumber(offset), header = framed and size_of }
+    return framing or {}
 end
 
 function proto.prefs_changed()
-    local result = { udp = {}, tcp = {}, msg_type = {} }
+    local result = { udp = {}, tcp = {}, ethertype = {}, ip = {}, msg_type = {} }
     local file, reason = io.open(prefs.types_file, "rb")
     if not file and prefs.types_file ~= "" then complain(reason) end
     read_types(result, (file and file:read("*a") or "") .. "\n" .. prefs.types)
     if file then file:close() end
     result.framing = read_framing(prefs.framing)
     result.default = prefs.default_type ~= "" and type_named(prefs.default_type)
-    for _, kind in ipairs({ "udp", "tcp" }) do
-        local ports = DissectorTable.get(kind .. ".port")
-        for port in pairs(settings[kind]) do ports:remove(port, proto) end
-        for port in pairs(result[kind]) do ports:add(port, proto) end
+    for kind, name in pairs(tables_of) do
+        local numbers = DissectorTable.get(name)
+        for number in pairs(settings[kind]) do numbers:remove(number, proto) end
+        for number in pairs(result[kind]) do numbers:add(number, proto) end
     end
     settings = result
 end
@@ -485,18 +555,22 @@ end
 local function configured(pinfo, from)
     local has_header = session and size - from >= number_at + 4 and unsigned(from, 2) == session.tag
     local ports = pinfo.port_type == UDP and settings.udp or pinfo.port_type == TCP and settings.tcp or {}
+    local numbers = pinfo.match < LEAST_ETHERTYPE and settings.ip or settings.ethertype
+    if pinfo.match == pinfo.dst_port or pinfo.match == pinfo.src_port then numbers = ports end
     return has_header and settings.msg_type[unsigned(from + number_at, 4)] or ports[pinfo.dst_port] or
-        ports[pinfo.src_port] or settings.default
+        ports[pinfo.src_port] or numbers[pinfo.match] or settings.default
 end
 
 -- ---- Payloads -------------------------------------------------------------------------------------------
 
 local titles = {} -- of the messages in this packet, for the list of packets
 
--- Gives where it ends; nothing when it is refused.
-local function show_message(tree, type, from, stop)
-    local behind = not wanted and whole(type, from, stop, nil, true) or whole(type, from, stop, tree)
-    tree:add(generic.message, tvb:range(from, (behind or stop) - from), type.name):set_generated()
+-- Gives where it ends, `known` where it is known to be flawless; nothing when it is refused.
+local function show_message(tree, type, from, stop, known)
+    local behind = not wanted and (known or whole(type, from, stop, nil, true)) or whole(type, from, stop, tree)
+    if wanted then
+        tree:add(generic.message, tvb:range(from, (behind or stop) - from), type.name):set_generated()
+    end
     titles[#titles + 1] = type.name .. (behind and "" or " [" .. fault.code .. "]")
     if not behind then report(tree, "error", fault.code, fault.at, fault.text) end
     return behind
@@ -525,15 +599,15 @@ end
 
 local function show_recognized(tree, part)
     local from, stop, names = part.from, part.stop, part.names
-    if #names == 1 then return show_message(tree, types[names[1]], from, stop) end
-    local range = tvb:range(from, stop - from)
-    for _, name in ipairs(names) do tree:add(generic.candidate, range, name):set_generated() end
+    if #names == 1 then return show_message(tree, types[names[1]], from, stop, stop) end
+    local range = wanted and tvb:range(from, stop - from)
+    for _, name in ipairs(wanted and names or {}) do tree:add(generic.candidate, range, name):set_generated() end
     show_unknown(tree, from, stop, "ambiguous", "all of these fit: " .. table.concat(names, ", "))
 end
 
 -- The payload is what is behind so many bytes.
 local function show(buffer, from, pinfo, tree)
-    look_at(buffer:range(from):tvb(), tree)
+    look_at(from > 0 and buffer:range(from):tvb() or buffer, tree)
     local type, lost, code, text = configured(pinfo, 0), buffer:reported_len() - buffer:len(), nil, nil
     if lost > 0 then code, text = "cut", "the capture lacks the last " .. lost .. " bytes" end
     if type and code then report(tree, "note", code, 0, text) end
@@ -549,21 +623,86 @@ local function show(buffer, from, pinfo, tree)
     end
 end
 
--- In a stream, with a header before it. One that is longer than any message is all that is left of the segment.
-local function framed_length(buffer, _, from)
-    local framing = settings.framing
-    local length = framing.header + buffer:range(from + framing.offset, framing.width):uint()
-    return length <= LONGEST and length or buffer:len() - from
+-- ---- Streams --------------------------------------------------------------------------------------------
+
+-- The bytes of the body that a header there says; nothing when no body can have so many.
+local function body_size(from)
+    local framing, value = settings.framing, 0
+    for i = 1, framing.width do
+        value = value * 256 + input:byte(from + framing.offset + (framing.little and framing.width + 1 - i or i))
+    end
+    value = value + framing.adjust
+    return value >= 0 and value <= framing.most and value
+end
+
+-- How far a body of so many bytes has to be there to say more, if what is there of it begins flawlessly like messages.
+local function begins_like_messages(from, length)
+    local node, there, stop = sequences, math.min(size, from + length), from + length
+    while there - from >= HEADER do
+        local tag, behind = unsigned(from, 2), from + HEADER + unsigned(from + 2, 2)
+        node = node[tag] or node.names and sequences[tag]
+        if not node or behind > stop then return nil end
+        if behind > there then return behind end
+        if not whole(by_tag[tag], from, behind, nil, true) then return nil end
+        from = behind
+    end
+    return from + HEADER <= stop and from + HEADER or from == stop and stop or nil
+end
+
+-- The same, also of what is configured; where all is there, its end if it fits.
+local function fits(pinfo, from, length)
+    if not length or length < HEADER then return nil end
+    local stop, type = from + length, configured(pinfo, from)
+    local behind = type and whole(type, from, math.min(stop, size))
+    if type and (behind == stop or stop > size and fault.code == "truncated") then return stop end
+    local needed = begins_like_messages(from, length)
+    if stop > size or not needed then return needed end
+    local input_0, size_0 = input, size
+    input, size = input:sub(from + 1, stop), length
+    local part = divide()
+    input, size = input_0, size_0
+    return part and stop
+end
+
+-- Where the next frame begins, and where it ends: here, unless no frame can be here, or its body does not fit and another
+-- frame that fits begins inside it. Nothing where none is. With `last` it ends where the buffer does. The end of what has
+-- not come is believed element by element: behind one that is wrong Wireshark would show twice what it waited for.
+local function find_frame(buffer, pinfo, from, last)
+    local header = settings.framing.header
+    tvb, input, size = buffer, buffer:raw(), buffer:len()
+    if size - from < header then return nil end
+    local length = body_size(from)
+    local stop = length and from + header + length
+    for at = from, math.min(size, stop or size) - header do
+        local there = body_size(at)
+        local may_be = last and there and at + header + there == size or
+            not last and (at == from or size - at >= header + HEADER) -- so much tells most of what is none
+        local known = may_be and fits(pinfo, at + header, there)
+        if known then return at, known end
+    end
+    if stop and stop <= size then return from, stop end
+end
+
+-- Passed over, up to the end of a frame or, where there is none, of the segment.
+local function framed_length(buffer, pinfo, from)
+    local _, stop = find_frame(buffer, pinfo, from)
+    return (stop or buffer:len()) - from
 end
 
 local function show_framed(buffer, pinfo, tree)
-    local root, behind = tree:add(proto, buffer:range()), settings.framing.header
+    local root, at = tree:add(proto, buffer:range()), find_frame(buffer, pinfo, 0, true)
+    local behind = (at or buffer:len()) + settings.framing.header
+    if at ~= 0 then
+        look_at(buffer, root)
+        report(root, "note", "segment", 0, "bytes passed over without a whole message: " .. (at or buffer:len()))
+    end
     if buffer:len() > behind then show(buffer, behind, pinfo, root) end
 end
 
 local function list_titles(pinfo)
-    if #titles > 0 then pinfo.cols.protocol, pinfo.cols.info = NAME:upper(), table.concat(titles, ", ") end
-    titles = {}
+    if #titles == 0 then return end
+    local columns = pinfo.cols
+    columns.protocol, columns.info, titles = NAME:upper(), table.concat(titles, ", "), {}
 end
 
 function proto.dissector(buffer, pinfo, tree)
@@ -586,7 +725,7 @@ local function recognize(buffer, pinfo, tree)
     return true
 end
 
-for _, kind in ipairs({ "udp", "tcp" }) do
-    proto:register_heuristic(kind, recognize)
-    DissectorTable.get(kind .. ".port"):add_for_decode_as(proto)
+for kind, name in pairs(tables_of) do
+    DissectorTable.get(name):add_for_decode_as(proto)
+    if kind == "udp" or kind == "tcp" then proto:register_heuristic(kind, recognize) end
 end

@@ -101,6 +101,13 @@ typedef struct tlvmsg_part {
 bool tlvmsg_divide(const tlvmsg_type_set *set, const uint8_t *in, size_t in_len, tlvmsg_part **parts,
                    size_t *count, tlvmsg_text_fault *fault);
 
+/*
+ * Whether a body is messages as tlvmsg_divide finds them or, while only `there` of its bytes have come, begins like one:
+ * what tlvmsg_frames_resync of frames.h asks. `context` is the set, as a tlvmsg_type_set *, or null. Time is linear in
+ * the bytes for bodies that begin like a message, and constant for others. False when there is no memory.
+ */
+bool tlvmsg_fits_messages(void *context, const uint8_t *body, size_t there, size_t size);
+
 #ifdef __GNUC__
 #pragma GCC visibility pop
 #endif

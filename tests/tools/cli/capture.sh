@@ -23,6 +23,12 @@ done
 run decode udp.pcap; is 0; equal "$(jq -r '"\(.type) \(.source_port)"' out | sort -u)" "$message 4000"
 jq -e '.time > 1000000000' out >time || fail 'no time'
 
+run decode --type-of ethertype/0x88b5=ifid ethertype.pcapng; equal "$(jq -r '"\(.type) \(.protocol)"' out | sort -u)" 'ifid ethertype 0x88B5'
+mergecap -w mixed.pcapng user.pcapng udp.pcapng
+run decode mixed.pcapng; is 3; error_has "editcap -T ether"
+editcap -T ether mixed.pcapng one.pcapng; run decode one.pcapng; equal "$(jq -r 'select(.message) | .protocol' out | uniq -c)" '      3 udp'
+rm mixed.pcapng one.pcapng
+
 # Filter and offset. Frames keep the numbers that they have in the file.
 run decode -t $message --filter 'udp port 4000' udp.pcap; equal "$(wc -l <out)" 3
 run decode -t $message --filter 'udp port 4002' udp.pcap; is 0; equal "$(wc -l <out)" 0
@@ -36,8 +42,8 @@ run decode -t $message --filter 'greater 100' four.pcap; is 0; equal "$(jq .fram
 # What delimits messages: here the length in each element's header; or bytes to skip.
 run decode -t ifid --framing skip:48 user.pcapng; is 0; equal "$(jq .trailing_bytes out | sort -u)" 28
 run decode -t uint32 --framing length:2@2 udp.pcap; equal "$(jq .frame out | paste -sd ' ')" '1 1 1 2 2 2 3 3 3'
-run decode -t uint32 --framing length:2@2+3 udp.pcap; is 2; error_has "framing 'length:2@2\+3': a header of 3 bytes"
-run decode -t uint32 --framing fixed udp.pcap; is 2; error_has "framing 'fixed': allowed are"
+run decode -t uint32 --framing length:2@2+3 udp.pcap; is 2; error_has "framing 'length:2@2\+3': a number from 4 to 65535: .*at byte 11"
+run decode -t uint32 --framing fixed udp.pcap; is 2; error_has "framing 'fixed': segment, skip:N or length:WIDTH@OFFSET: .*at byte 0"
 
 # A link type whose headers are not known stops no file behind it, whatever the filter.
 capture -F pcap -l 147 three.txt odd.pcap && change odd.pcap 20 e8030000
@@ -50,7 +56,7 @@ equal "$(wc -l <out)" 3; rm odd.pcap
 # Frames that do not decode.
 run decode -t $message four.pcap; is 1
 equal "$(jq -r 'select(.error) | "\(.frame) \(.error.text)"' out)" "4 $message.session: needs 4 bytes, 2 are left at byte 0"
-run decode four.pcap; is 1; equal "$(jq -c 'select(.error) | .frame' out)" 4
+run decode four.pcap; is 0; equal "$(jq -c 'select(.error) | .frame' out)" 4
 run decode -t $message --offset 5000 udp.pcap; is 1; equal "$(jq -c .error out | wc -l)" 3
 
 # Broken files.

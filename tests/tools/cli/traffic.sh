@@ -14,6 +14,12 @@ same found expected
 jq -c "select(.type == \"$big\") | .message" out | sort -u >bodies
 equal "$(cat bodies)" "$(tlv decode --compact -t $big big.bin | jq -c .)"
 
+# What nothing says is a message is no error: TCP without data, other protocols. What begins as one is.
+run decode --filter 'port 53 or port 123 or port 80 or port 443 or arp or icmp or tcp[tcpflags] & tcp-syn != 0' traffic.pcap
+is 0; prints 'no data \(SYN\)'; prints 'these 28 bytes of ethertype 0x0806'
+run verify --filter 'port 53' traffic.pcap; is 0; quiet
+run decode --filter 'udp[4:2] = 129' traffic.pcap; equal "$status $(jq .frame out)" '1 14'
+
 # The other commands see the same messages.
 for command in annotate verify; do
     run $command traffic.pcap; is 1
@@ -38,6 +44,57 @@ run decode --type-of udp/70000=ifid traffic.pcap; is 2
 run decode --type-of msg_type=1=ifidd traffic.pcap; is 2; error_has "did you mean 'ifid'"
 run decode --framing skip:4 --filter 'frame[0:2] = 0' traffic.pcap; is 2
 run decode --framing skip:4 traffic.pcap; equal "$(jq -r 'select(.frame == 13) | .type' out)" $message
+
+# There and back: the same messages, times and ends in frames that Wireshark finds nothing wrong with.
+ends='select(.message) | [.time, .source, .source_port, .destination, .destination_port, .protocol, .type, .message]'
+back() { # LINES ENCODE-OPTIONS...
+    run encode --pcap back.pcapng "${@:2}" <"$1"; is 0; cp err said
+    run decode "${@:2}" back.pcapng; is 0; same <(jq -c "$ends" "$1") <(jq -c "$ends" out)
+    tshark -o ip.check_checksum:TRUE -o udp.check_checksum:TRUE -o tcp.check_checksum:TRUE -r back.pcapng -Y \
+        'ip.checksum.status == 0 or udp.checksum.status == 0 or tcp.checksum.status == 0 or _ws.malformed or tcp.analysis.flags' >bad 2>err
+    equal "$(cat bad)" ''
+}
+set -- length:2@1+4 segment skip:3 length:4@0 segment
+for end in '"source": "fe80::1", "destination": "fe80::2", "protocol": "tcp"' '"protocol": "tcp", "source_port": 1' \
+    '"time": 1700000000.123456789' '"protocol": "ip 89"' '"source": "02:00:00:00:00:01", "protocol": "ethertype 0x88B5"'; do
+    tlv sample --count 3 --pcap some.pcapng --frame "{$end}" $big || fail "$end"
+    tlv decode some.pcapng >lines; equal "$(wc -l <lines)" 3
+    back lines --framing "$1"
+    shift
+done
+tlv decode some.pcapng | jq . >lines; grep -q '"source": "02:00:00:00:00:01"' lines || fail 'no address'
+tlv decode --type-of udp/9000=$message traffic.pcap >lines; back lines
+lost=$(jq -s 'map(.deviations // 0) | add' lines)
+[ "$(cat said)" = "tlv: bytes behind messages lost: $(jq -s 'map(.trailing_bytes // 0) | add' lines)
+tlv: deviations lost: $lost
+tlv: frames without a message, dropped: $(grep -c '"error":' lines)" ] || fail "$(cat said)"
+jq -c .message lines | grep -v null >bodies; run encode -t $message bodies --out hex; is 0
+equal "$(tlv decode --compact -t $message <(head -8 out))" "$(head -1 bodies)"
+for wrong in '{"frame": 1, "type": "ifid", "source_port": 65536, "message": {}}' '{"frame": 1, "time": "now", "type": "ifid", "message": {}}'; do
+    run encode --pcap back.pcapng "$wrong"; is 3
+done
+run encode --pcap back.pcapng --frame '{"source": "x"}' -t ifid '{}'; error_has 'without two IP addresses.*: 1'
+run encode --pcap back.pcapng --framing length:1@0 -t $big "$(tlv sample --out json $big)"
+error_has "too long for the framing's length.*: 1"
+run encode --framing skip:3 -t ifid '{}'; is 2; run sample --pcap /dev/full ifid; is 4
+run encode '{}'; is 2; error_has 'needs a type'
+
+# Rows, and how many there are of each kind.
+run decode --csv $message traffic.pcap; python3 -c "
+import csv
+rows = list(csv.DictReader(open('out')))
+for row in rows: print(row['frame'], row['message.led_control.color'])" >colors
+equal "$(cat colors)" "$(tlv decode traffic.pcap | jq -r "select(.type == \"$message\") | \"\(.frame) \(.message.led_control.color)\"")"
+run decode --flat traffic.pcap; equal "$(jq -r 'select(.type) | [keys_unsorted[]] | length' out | sort -u | wc -l)" 2
+equal "$(jq -c 'select(.type | not) | .["error.code"]' out | sort | uniq -c)" "$(tlv decode traffic.pcap | jq -c 'select(.error) | .error.code' | sort | uniq -c)"
+run decode --summary traffic.pcap
+equal "$(tail -n 1 out | jq -c '.summary | [.messages, .types.'$big', .faults.fragment]')" "[$(grep -c '"message":' out),$(grep -c "\"$big\",\"message\"" out),1]"
+run verify --summary traffic.pcap; prints '^#        1 error\[cut\]'
+for path in ip_address.message.address.ipv4 svrm_ip_addr_msg_message.message.address.dhcp_info.dhcp; do
+    tlv sample "${path%%.*}" >some.bin; run decode -t "${path%%.*}" --flat some.bin; is 0
+    equal "$(jq ".[\"${path#*.}\"]" out)" "$(tlv decode -t "${path%%.*}" some.bin | jq "${path#*.message}")"
+done
+equal "$(jq -c 'keys_unsorted' out | uniq)" "$(tlv sample --seed 3 svrm_ip_addr_msg_message | tlv decode -t svrm_ip_addr_msg_message --flat | jq -c keys_unsorted)"
 
 # Types that these bytes cannot tell apart are never one of them.
 tlv guess --json small.bin | jq -e '.guesses[0].types | length == 1' >out || fail 'the message has a rival'

@@ -1,0 +1,127 @@
+/* Faults of the library, and those of values that are set, as exceptions. */
+#include "native.h"
+
+#include <stdio.h>
+
+/* Raises class(line, code, path, offset, found, allowed), which has no use for what is null. */
+static PyObject *raise(PyObject *class_, PyObject *exception) {
+    if (exception != NULL) {
+        PyErr_SetObject(class_, exception);
+        Py_DECREF(exception);
+    }
+    return NULL;
+}
+
+PyObject *fault_object(State *state, const tlvmsg_fault *fault) {
+    char line[TLVMSG_FAULT_TEXT];
+    tlvmsg_fault_text(fault, line, sizeof line);
+    return PyObject_CallFunction(state->fault, "sssnKK", line, tlvmsg_code_name(fault->code), fault->path,
+                                 (Py_ssize_t)fault->offset, (unsigned long long)fault->found,
+                                 (unsigned long long)fault->allowed);
+}
+
+PyObject *raise_fault(State *state, const tlvmsg_fault *fault) {
+    return fault->code == TLVMSG_OUT_OF_MEMORY ? PyErr_NoMemory()
+                                               : raise(state->fault, fault_object(state, fault));
+}
+
+PyObject *raise_text_fault(State *state, const tlvmsg_text_fault *fault) {
+    if (PyErr_Occurred()) { /* in a sink */
+        return NULL;
+    }
+    if (fault->code == TLVMSG_TEXT_OUT_OF_MEMORY) {
+        return PyErr_NoMemory();
+    }
+    char line[TLVMSG_TEXT_MESSAGE + TLVMSG_MAX_PATH + 64];
+    int length = snprintf(line, sizeof line, "error[%s]: %s%s%s", tlvmsg_text_code_name(fault->code),
+                          fault->path, *fault->path ? ": " : "", fault->message);
+    if (fault->column > 0 && (size_t)length < sizeof line) { /* otherwise it is about a setting */
+        snprintf(line + length, sizeof line - (size_t)length, " in line %zu, column %zu", fault->line,
+                 fault->column);
+    }
+    return raise(state->text_fault,
+                 PyObject_CallFunction(state->text_fault, "sssnnn", line, tlvmsg_text_code_name(fault->code),
+                                       fault->path, (Py_ssize_t)fault->offset, (Py_ssize_t)fault->line,
+                                       (Py_ssize_t)fault->column));
+}
+
+/* The first fault, and a note for each of the others. */
+PyObject *raise_schema_faults(State *state, const tlvmsg_schema *schema) {
+    size_t count;
+    const tlvmsg_schema_fault *fault = tlvmsg_schema_faults(schema, &count);
+    PyObject *exception = NULL;
+    for (size_t i = 0; i < count; i++, fault++) {
+        const char *const help = *fault->help ? "; " : "";
+        PyObject *line =
+            fault->line > 0
+                ? PyUnicode_FromFormat("%s:%zu:%zu: %s%s%s (%s)", fault->file, fault->line, fault->column,
+                                       fault->message, help, fault->help, fault->code)
+                : PyUnicode_FromFormat("%s%s%s (%s)", fault->message, help, fault->help, fault->code);
+        PyObject *done = NULL;
+        if (line != NULL && i == 0) {
+            exception = done =
+                PyObject_CallFunction(state->text_fault, "OssOnn", line, fault->code, fault->file, Py_None,
+                                      (Py_ssize_t)fault->line, (Py_ssize_t)fault->column);
+            Py_XINCREF(done);
+        } else if (line != NULL) {
+            done = PyObject_CallMethod(exception, "add_note", "O", line);
+        }
+        Py_XDECREF(line);
+        if (done == NULL) {
+            Py_XDECREF(exception);
+            return NULL;
+        }
+        Py_DECREF(done);
+    }
+    return raise(state->text_fault, exception);
+}
+
+/* ---- Values ---- */
+
+static PyObject *path_of(const Place *place) {
+    if (place->parent == NULL) {
+        return PyUnicode_FromString(place->name);
+    }
+    PyObject *above = path_of(place->parent);
+    PyObject *path = NULL;
+    if (above != NULL) {
+        path = place->name != NULL ? PyUnicode_FromFormat("%U.%s", above, place->name)
+                                   : PyUnicode_FromFormat("%U[%zu]", above, place->index);
+        Py_DECREF(above);
+    }
+    return path;
+}
+
+PyObject *raise_value(State *state, const Place *place, tlvmsg_text_code code, PyObject *found,
+                      const char *allowed, ...) {
+    va_list values;
+    va_start(values, allowed);
+    PyObject *right = PyUnicode_FromFormatV(allowed, values);
+    va_end(values);
+    PyObject *path = path_of(place);
+    PyObject *line = NULL;
+    if (right != NULL && path != NULL && found != NULL) {
+        line = PyUnicode_FromFormat("error[%s]: %U: found %.200R, expected %U", tlvmsg_text_code_name(code),
+                                    path, found, right);
+    }
+    PyObject *exception =
+        line == NULL ? NULL
+                     : PyObject_CallFunction(state->fault, "OsOOOO", line, tlvmsg_text_code_name(code), path,
+                                             Py_None, found, right);
+    Py_XDECREF(line);
+    Py_XDECREF(path);
+    Py_XDECREF(right);
+    Py_XDECREF(found);
+    return raise(state->fault, exception);
+}
+
+PyObject *raise_type(const Place *place, PyObject *found, const char *expected) {
+    PyObject *path = path_of(place);
+    PyObject *name = path != NULL ? PyType_GetName(Py_TYPE(found)) : NULL;
+    if (name != NULL) {
+        PyErr_Format(PyExc_TypeError, "%U: found %U, expected %s", path, name, expected);
+        Py_DECREF(name);
+    }
+    Py_XDECREF(path);
+    return NULL;
+}

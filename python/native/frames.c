@@ -1,0 +1,168 @@
+/* Messages in streams: tlvmsg/frames.h as an object that is fed and iterated. */
+#include "native.h"
+
+#include <tlvmsg/frames.h>
+
+#include <string.h>
+
+typedef struct Frames {
+    PyObject_HEAD State *state;
+    tlvmsg_framing framing;
+    tlvmsg_frames *frames;
+    Type *wanted; /* what a search looks for, or null */
+} Frames;
+
+static PyObject *frames_new(PyTypeObject *class_, PyObject *arguments, PyObject *names) {
+    const char *text;
+    char *keywords[] = {"framing", NULL};
+    tlvmsg_fault fault;
+    Frames *self = NULL;
+    if (PyArg_ParseTupleAndKeywords(arguments, names, "s:Frames", keywords, &text)) {
+        self = PyObject_New(Frames, class_);
+    }
+    if (self == NULL) {
+        return NULL;
+    }
+    self->state = PyType_GetModuleState(class_);
+    self->wanted = NULL;
+    self->frames = tlvmsg_framing_from_text(text, &self->framing, &fault)
+                       ? tlvmsg_frames_new(&self->framing, NULL, 0, &fault)
+                       : NULL;
+    if (self->frames == NULL) {
+        raise_fault(self->state, &fault);
+        Py_CLEAR(self);
+    }
+    return (PyObject *)self;
+}
+
+static void frames_free(PyObject *object) {
+    Frames *const self = (Frames *)object;
+    PyTypeObject *const class_ = Py_TYPE(object);
+    tlvmsg_frames_free(self->frames);
+    Py_XDECREF((PyObject *)self->wanted);
+    PyObject_Free(self);
+    Py_DECREF((PyObject *)class_);
+}
+
+/* The next body, or null without an exception when more bytes are needed. */
+static PyObject *frames_next(PyObject *object) {
+    Frames *const self = (Frames *)object;
+    const uint8_t *body;
+    size_t size;
+    tlvmsg_fault fault;
+    if (tlvmsg_frames_next(self->frames, &body, &size, &fault)) {
+        return PyBytes_FromStringAndSize((const char *)body, (Py_ssize_t)size);
+    }
+    return fault.code == TLVMSG_OK ? NULL : raise_fault(self->state, &fault);
+}
+
+static PyObject *frames_feed(PyObject *object, PyObject *data) {
+    Frames *const self = (Frames *)object;
+    Py_buffer in;
+    if (PyObject_GetBuffer(data, &in, PyBUF_SIMPLE) < 0) {
+        return NULL;
+    }
+    tlvmsg_fault fault = {.code = TLVMSG_OK};
+    for (size_t taken = 0; taken < (size_t)in.len;) {
+        size_t size;
+        uint8_t *const room = tlvmsg_frames_room(self->frames, &size, &fault);
+        if (room == NULL) {
+            break;
+        }
+        size = size < (size_t)in.len - taken ? size : (size_t)in.len - taken;
+        memcpy(room, (const uint8_t *)in.buf + taken, size);
+        tlvmsg_frames_filled(self->frames, (ptrdiff_t)size);
+        taken += size;
+    }
+    PyBuffer_Release(&in);
+    return fault.code == TLVMSG_OK ? Py_NewRef(Py_None) : raise_fault(self->state, &fault);
+}
+
+static PyObject *frames_frame(PyObject *object, PyObject *body) {
+    Frames *const self = (Frames *)object;
+    PyObject *const owner = PyObject_TypeCheck(body, self->state->record_type)
+                                ? encoded(((Record *)body)->type, body)
+                                : Py_NewRef(body);
+    Py_buffer in;
+    if (owner == NULL || PyObject_GetBuffer(owner, &in, PyBUF_SIMPLE) < 0) {
+        Py_XDECREF(owner);
+        return NULL;
+    }
+    const size_t header = self->framing.header;
+    PyObject *frame = PyBytes_FromStringAndSize(NULL, (Py_ssize_t)header + in.len);
+    uint8_t *const out = frame != NULL ? (uint8_t *)PyBytes_AsString(frame) : NULL;
+    tlvmsg_fault fault;
+    if (frame != NULL && tlvmsg_frame_header(&self->framing, (size_t)in.len, out, &fault)) {
+        memcpy(out + header, in.buf, (size_t)in.len);
+    } else if (frame != NULL) {
+        Py_CLEAR(frame);
+        raise_fault(self->state, &fault);
+    }
+    PyBuffer_Release(&in);
+    Py_DECREF(owner);
+    return frame;
+}
+
+/* Of a part, whether the rest of it can still make it one. */
+static bool fits(void *context, const uint8_t *body, size_t there, size_t size) {
+    tlvmsg_extent extent;
+    tlvmsg_fault fault;
+    if (tlvmsg_verify(context, body, there, NULL, &extent, &fault)) {
+        return there < size || extent.consumed == size;
+    }
+    return there < size && fault.code == TLVMSG_TRUNCATED;
+}
+
+static PyObject *frames_resync(PyObject *object, PyObject *class_) {
+    Frames *const self = (Frames *)object;
+    Type *const type = type_of_class(self->state, class_);
+    if (type == NULL) {
+        return NULL;
+    }
+    tlvmsg_frames_resync(self->frames, fits, (void *)type->type);
+    PyObject *const before = (PyObject *)self->wanted;
+    self->wanted = (Type *)Py_NewRef((PyObject *)type);
+    Py_XDECREF(before);
+    return Py_NewRef(Py_None);
+}
+
+static PyObject *frames_end(PyObject *self, PyObject *nothing) {
+    (void)nothing;
+    tlvmsg_frames_end(((Frames *)self)->frames);
+    return Py_NewRef(Py_None);
+}
+
+static PyObject *frames_skip(PyObject *self, PyObject *nothing) {
+    (void)nothing;
+    tlvmsg_frames_skip(((Frames *)self)->frames);
+    return Py_NewRef(Py_None);
+}
+
+static PyMethodDef methods[] = {
+    {"feed", frames_feed, METH_O, "feed(data): takes in what has come."},
+    {"frame", frames_frame, METH_O, "frame(body): a message, or its bytes, behind a header."},
+    {"skip", frames_skip, METH_NOARGS, "Passes over a frame that was refused."},
+    {"resync", frames_resync, METH_O,
+     "resync(class): goes on at the first frame behind the refused one whose body is such a message."},
+    {"end", frames_end, METH_NOARGS, "Says that nothing else comes: what is incomplete is then refused."},
+    {0},
+};
+
+static PyType_Slot slots[] = {
+    {Py_tp_doc,
+     "Frames(framing): messages cut out of a stream. Iterating gives the bodies that are complete, and goes\n"
+     "on when more has been fed. A framing is \"length:2@0\" and the like, as for `tlv --framing`."},
+    {Py_tp_new, frames_new},
+    {Py_tp_dealloc, frames_free},
+    {Py_tp_iter, PyObject_SelfIter},
+    {Py_tp_iternext, frames_next},
+    {Py_tp_methods, methods},
+    {0},
+};
+
+PyType_Spec frames_spec = {
+    .name = "tlvmsg.Frames",
+    .basicsize = sizeof(Frames),
+    .flags = Py_TPFLAGS_DEFAULT,
+    .slots = slots,
+};

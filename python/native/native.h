@@ -1,0 +1,168 @@
+/* What the files of the module share: a file a subject, in the order of this header. */
+#ifndef TLVMSG_PYTHON_NATIVE_H
+#define TLVMSG_PYTHON_NATIVE_H
+
+#define PY_SSIZE_T_CLEAN
+#include <Python.h>
+
+#include <tlvmsg/forms.h>
+#include <tlvmsg/record.h>
+#include <tlvmsg/schema.h>
+
+/* ---- module.c: what there is once an interpreter ---- */
+
+typedef struct State {
+    PyTypeObject *schema_type, *type_type, *record_type, *frames_type;
+    /* Of tlvmsg.values and tlvmsg.faults. */
+    PyObject *items, *bytes, *missing, *enumeration, *documentation, *loader, *extent, *guess, *part,
+        *difference, *hex_message;
+    PyObject *fault, *text_fault;
+    PyObject *name_of_type,
+        *name_of_array; /* attributes: of a class its Type, of a list the Type of its array */
+} State;
+
+State *state_of(PyObject *module); /* null, without an exception, of another module */
+
+/* ---- schema.c: sets of types ---- */
+
+typedef struct Schema {
+    PyObject_HEAD PyObject *module; /* keeps the state */
+    State *state;
+    tlvmsg_schema *loaded;      /* null: the library's own types */
+    const tlvmsg_type_set *set; /* likewise */
+    PyObject *types;            /* by name, those that were asked for */
+} Schema;
+
+extern PyType_Spec schema_spec;
+
+/* ---- type.c: types as Python sees them ---- */
+
+typedef enum Form { FORM_NUMBER, FORM_BYTES, FORM_ITEMS, FORM_RECORD } Form;
+
+typedef struct Type Type;
+
+/* A field of a record: a slot of its objects. */
+typedef struct Field {
+    Type *type;
+    size_t offset;
+    const char *name;
+    PyObject *key;                         /* the name, for dictionaries */
+    const tlvmsg_type *union_type;         /* whose selector or alternative it is, or null */
+    const tlvmsg_alternative *alternative; /* when it is one, or null */
+    uint32_t selector;                     /* the union's selector, as an index of fields */
+} Field;
+
+/* Needs no tp_clear: all cycles lead through a class or a Schema, which have one. */
+struct Type {
+    PyObject_HEAD State *state;
+    Schema *schema;
+    const tlvmsg_type *type;
+    Form form;
+    int64_t least; /* of numbers, and of the counts of arrays */
+    uint64_t most;
+    size_t most_items; /* of arrays */
+    bool collected;    /* objects of the class can be part of a cycle */
+    PyObject *class_;  /* of records, or of an enumeration's values; else null */
+    PyObject *values;  /* enumerations: a tuple of members as tlvmsg_type has them; else null */
+    Type *element;     /* of arrays */
+    uint32_t field_count;
+    Field *fields;
+    PyObject *index; /* records: the number of the field of a name */
+};
+
+extern PyType_Spec type_spec;
+
+/* The type of that descriptor, made when it is not there yet. A new reference. */
+Type *type_of(Schema *schema, const tlvmsg_type *descriptor);
+
+/* The type that a class of records was made from; a borrowed reference. */
+Type *type_of_class(State *state, PyObject *class_);
+
+/* ---- record.c: objects of structures, messages and unions ---- */
+
+typedef struct Record {
+    PyObject_HEAD Type *type;
+    PyObject *slots[]; /* a field each; null for alternatives that are not chosen */
+} Record;
+
+extern PyType_Spec record_spec;
+PyObject *record_class(Type *type);
+Record *record_allocate(Type *type); /* with null slots, not yet tracked */
+void record_track(Record *self);
+
+/* Where a value stands, for messages. */
+typedef struct Place {
+    const struct Place *parent;
+    const char *name; /* null for items */
+    size_t index;
+} Place;
+
+/* The record that these members make, and nothing else: what is not mentioned is zero, a message's key aside. */
+PyObject *record_from_members(Type *type, PyObject *members, const Place *place);
+
+/* ---- values.c: between records in memory and objects ---- */
+
+PyObject *to_python(Type *type, const void *memory);
+
+/* Fills memory that is zero; what it got on failure is to be released. Runs no code of Python's. */
+bool to_memory(Type *type, PyObject *value, void *memory, const Place *place);
+
+/* What stands in an object for a value that somebody gives. */
+PyObject *checked(Type *type, PyObject *value, const Place *place);
+PyObject *checked_items(Type *array, PyObject *values, size_t room, const Place *place);
+PyObject *zero_value(Type *type);
+
+/* Numbers, texts, lists and dictionaries, as JSON has them. */
+PyObject *plain(Type *type, PyObject *value);
+
+/* Adds an item, whose reference it takes, to a list that is made. Where there is an exception, since the item is null or
+ * memory is out, the list is released and null. */
+void append(PyObject **list, PyObject *item);
+
+/* ---- memory.c: records while a function runs ---- */
+
+typedef struct Memory {
+    const tlvmsg_type *type;
+    void *record; /* zero at first; null when there was no memory */
+    uint64_t small[128];
+} Memory;
+
+bool memory_open(Memory *memory, const tlvmsg_type *type); /* or MemoryError */
+bool memory_open_with(Memory *memory, Type *type, PyObject *value);
+void memory_close(Memory *memory); /* releases the record, too */
+
+/* ---- bytes.c: decode, verify, encode ---- */
+
+PyObject *type_decode(PyObject *self, PyObject *const *arguments, Py_ssize_t count, PyObject *names);
+PyObject *type_verify(PyObject *self, PyObject *const *arguments, Py_ssize_t count, PyObject *names);
+PyObject *encoded(Type *type, PyObject *value);
+PyObject *encoded_size(Type *type, PyObject *value);
+
+/* ---- forms.c: JSON, samples, differences, hex, guesses ---- */
+
+PyObject *type_from_json(PyObject *self, PyObject *text);
+PyObject *type_sample(PyObject *self, PyObject *arguments, PyObject *names);
+PyObject *json_of(Type *type, PyObject *value, unsigned indent);
+PyObject *diff(PyObject *module, PyObject *arguments);
+PyObject *read_hex(PyObject *module, PyObject *text);
+PyObject *schema_annotate(PyObject *self, PyObject *arguments);
+PyObject *schema_guess(PyObject *self, PyObject *arguments);
+PyObject *schema_divide(PyObject *self, PyObject *data);
+
+/* ---- frames.c: messages in streams ---- */
+
+extern PyType_Spec frames_spec;
+
+/* ---- faults.c: how they become exceptions; each gives null ---- */
+
+PyObject *raise_fault(State *state, const tlvmsg_fault *fault);
+PyObject *raise_text_fault(State *state, const tlvmsg_text_fault *fault);
+PyObject *raise_schema_faults(State *state, const tlvmsg_schema *schema);
+PyObject *fault_object(State *state, const tlvmsg_fault *fault);
+
+/* A value that does not fit: `found` is stolen, and `allowed` says what does. */
+PyObject *raise_value(State *state, const Place *place, tlvmsg_text_code code, PyObject *found,
+                      const char *allowed, ...);
+PyObject *raise_type(const Place *place, PyObject *found, const char *expected);
+
+#endif

@@ -1,0 +1,533 @@
+/* Objects of structures, messages and unions: a slot a field, and at most one alternative of a union. */
+#include "native.h"
+
+#include <stddef.h>
+
+/* ---- Life ---- */
+
+Record *record_allocate(Type *type) {
+    PyTypeObject *const class_ = (PyTypeObject *)type->class_;
+    Record *const self = type->collected ? PyObject_GC_New(Record, class_) : PyObject_New(Record, class_);
+    if (self != NULL) {
+        self->type = (Type *)Py_NewRef((PyObject *)type);
+        for (uint32_t i = 0; i < type->field_count; i++) {
+            self->slots[i] = NULL;
+        }
+    }
+    return self;
+}
+
+void record_track(Record *self) {
+    if (self->type->collected) {
+        PyObject_GC_Track(self);
+    }
+}
+
+static void record_free(PyObject *object) {
+    Record *const self = (Record *)object;
+    PyTypeObject *const class_ = Py_TYPE((PyObject *)self);
+    Type *const type = self->type;
+    if (type->collected) {
+        PyObject_GC_UnTrack(self);
+    }
+    for (uint32_t i = 0; i < type->field_count; i++) {
+        Py_XDECREF(self->slots[i]);
+    }
+    type->collected ? PyObject_GC_Del(self) : PyObject_Free(self);
+    Py_DECREF((PyObject *)type);
+    Py_DECREF((PyObject *)class_);
+}
+
+static int record_traverse(PyObject *object, visitproc visit, void *arg) {
+    Record *const self = (Record *)object;
+    Py_VISIT(Py_TYPE((PyObject *)self));
+    Py_VISIT(self->type);
+    for (uint32_t i = 0; i < self->type->field_count; i++) {
+        Py_VISIT(self->slots[i]);
+    }
+    return 0;
+}
+
+/* Lists alone can lead back here, and they are emptied by themselves; a record keeps what it has to have. */
+
+/* ---- Members ---- */
+
+/* The field of that name; -1 for none, -2 with an exception. */
+static Py_ssize_t field_of(const Type *type, PyObject *name) {
+    PyObject *const index = PyDict_GetItemWithError(type->index, name);
+    return index != NULL ? PyLong_AsSsize_t(index) : PyErr_Occurred() ? -2 : -1;
+}
+
+static PyObject *raise_not_chosen(Record *self, const Field *field, const Place *place) {
+    const Field *const selector = &self->type->fields[field->selector];
+    return raise_value(self->type->state, place, TLVMSG_TEXT_NOT_CHOSEN,
+                       Py_NewRef(self->slots[field->selector]), "%s to choose %s; choose() changes both",
+                       selector->name, field->name);
+}
+
+static PyObject *record_get(PyObject *object, PyObject *name) {
+    Record *const self = (Record *)object;
+    const Py_ssize_t i = field_of(self->type, name);
+    if (i == -1) {
+        return PyObject_GenericGetAttr(object, name);
+    }
+    if (i >= 0 && self->slots[i] == NULL) {
+        const Field *const field = &self->type->fields[i];
+        return PyErr_Format(PyExc_AttributeError, "%s of %s is not chosen: %s is %R", field->name,
+                            self->type->type->name, self->type->fields[field->selector].name,
+                            self->slots[field->selector]);
+    }
+    return i >= 0 ? Py_NewRef(self->slots[i]) : NULL;
+}
+
+/* Takes the reference. */
+static void put(Record *self, uint32_t i, PyObject *value) {
+    PyObject *const before = self->slots[i];
+    self->slots[i] = value;
+    Py_XDECREF(before);
+}
+
+static bool set(Record *self, uint32_t i, PyObject *value, const Place *place) {
+    const Field *const field = &self->type->fields[i];
+    const Place inside = {.parent = place, .name = field->name};
+    if (self->slots[i] == NULL) {
+        return raise_not_chosen(self, field, &inside) != NULL;
+    }
+    PyObject *const right = checked(field->type, value, &inside);
+    if (right == NULL) {
+        return false;
+    }
+    if (field->union_type != NULL && field->alternative == NULL) {
+        const uint32_t before = (uint32_t)PyLong_AsUnsignedLong(self->slots[i]);
+        const uint32_t after = (uint32_t)PyLong_AsUnsignedLong(right);
+        if (tlvmsg_chosen_by(field->union_type, before) != tlvmsg_chosen_by(field->union_type, after)) {
+            raise_value(self->type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN, right,
+                        "what chooses the same alternative as %R; choose() changes both", self->slots[i]);
+            return false;
+        }
+    } else if (self->slots[i] == NULL) { /* the check ran code that chose something else */
+        Py_DECREF(right);
+        return raise_not_chosen(self, field, &inside) != NULL;
+    }
+    put(self, i, right);
+    return true;
+}
+
+static int record_set(PyObject *object, PyObject *name, PyObject *value) {
+    Record *const self = (Record *)object;
+    const Py_ssize_t i = field_of(self->type, name);
+    const Place place = {.name = self->type->type->name};
+    if (i == -1 || (i >= 0 && value == NULL)) {
+        PyErr_Format(PyExc_AttributeError, i == -1 ? "%s has no member '%U'" : "%s cannot do without '%U'",
+                     self->type->type->name, name);
+    }
+    return i >= 0 && value != NULL && set(self, (uint32_t)i, value, &place) ? 0 : -1;
+}
+
+/* ---- Choosing ---- */
+
+/* Makes the selector that number, and has what it chooses: `value`, or what is zero when that is null. */
+static bool choose(Record *self, uint32_t selector, uint32_t number, PyObject *value, const Place *place) {
+    const Type *const type = self->type;
+    const tlvmsg_alternative *const chosen = tlvmsg_chosen_by(type->fields[selector].union_type, number);
+    const Field *field = NULL;
+    for (uint32_t i = 0; chosen != NULL && i < type->field_count; i++) {
+        if (type->fields[i].alternative == chosen) {
+            field = &type->fields[i];
+        }
+    }
+    PyObject *const integer = PyLong_FromUnsignedLong(number);
+    const Place at_selector = {.parent = place, .name = type->fields[selector].name};
+    PyObject *const right =
+        integer != NULL ? checked(type->fields[selector].type, integer, &at_selector) : NULL;
+    Py_XDECREF(integer);
+    PyObject *inside = NULL;
+    if (right != NULL && field != NULL) {
+        const Place at_field = {.parent = place, .name = field->name};
+        inside = value != NULL ? checked(field->type, value, &at_field) : zero_value(field->type);
+    }
+    if (right == NULL || (field != NULL && inside == NULL)) {
+        Py_XDECREF(right);
+        return false;
+    }
+    PyObject *before = NULL;
+    for (uint32_t i = 0; i < type->field_count; i++) {
+        if (type->fields[i].alternative != NULL && type->fields[i].selector == selector) {
+            before = self->slots[i] != NULL ? self->slots[i] : before;
+            self->slots[i] = &type->fields[i] == field ? inside : NULL;
+        }
+    }
+    put(self, selector, right);
+    Py_XDECREF(before); /* which may run code as it goes, so it goes last */
+    return true;
+}
+
+/* The selector of the only union whose alternatives are the record's; null with an exception. */
+static const Field *only_selector(const Type *type) {
+    const Field *found = NULL;
+    for (uint32_t i = 0; i < type->field_count; i++) {
+        const Field *const field = &type->fields[i];
+        if (field->union_type != NULL && field->alternative == NULL) {
+            if (found != NULL) {
+                PyErr_Format(PyExc_TypeError, "%s has several unions: choose by name", type->type->name);
+                return NULL;
+            }
+            found = field;
+        }
+    }
+    if (found == NULL) {
+        PyErr_Format(PyExc_TypeError, "%s has no alternatives", type->type->name);
+    }
+    return found;
+}
+
+/* By the number or the enumerator of the selector. */
+static bool choose_by_number(Record *self, PyObject *number, PyObject *value, const Place *place) {
+    const Field *const selector = only_selector(self->type);
+    if (selector == NULL) {
+        return false;
+    }
+    const Place inside = {.parent = place, .name = selector->name};
+    PyObject *const right = checked(selector->type, number, &inside);
+    if (right == NULL) {
+        return false;
+    }
+    const uint32_t chosen = (uint32_t)PyLong_AsUnsignedLong(right);
+    if (value != NULL && tlvmsg_chosen_by(selector->union_type, chosen) == NULL) {
+        return raise_value(self->type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN, right,
+                           "what chooses an alternative") != NULL;
+    }
+    Py_DECREF(right);
+    return choose(self, selector->selector, chosen, value, place);
+}
+
+static PyObject *record_choose(PyObject *object, PyObject *arguments) {
+    Record *const self = (Record *)object;
+    const Type *const type = self->type;
+    const Place place = {.name = type->type->name};
+    PyObject *which, *value = NULL;
+    if (!PyArg_ParseTuple(arguments, "O|O:choose", &which, &value)) {
+        return NULL;
+    }
+    const Py_ssize_t named = PyUnicode_Check(which) ? field_of(type, which) : -1;
+    if (named == -2) {
+        return NULL;
+    }
+    const Field *const field = named >= 0 ? &type->fields[named] : NULL;
+    const bool chosen = field != NULL && field->alternative != NULL
+                            ? choose(self, field->selector, field->alternative->values[0], value, &place)
+                            : choose_by_number(self, which, value, &place);
+    return chosen ? Py_NewRef(Py_None) : NULL;
+}
+
+/* ---- Construction ---- */
+
+/* What `members` says of the union: its selector, an alternative or both, which then have to agree. */
+static bool set_union(Record *self, uint32_t selector, PyObject *members, const Place *place) {
+    const Type *const type = self->type;
+    PyObject *value = NULL;
+    uint32_t alternative = 0;
+    for (uint32_t i = 0; i < type->field_count; i++) {
+        const Field *const field = &type->fields[i];
+        PyObject *const given = field->alternative != NULL && field->selector == selector
+                                    ? PyDict_GetItem(members, field->key)
+                                    : NULL;
+        if (given != NULL && value != NULL) {
+            const Place inside = {.parent = place, .name = field->name};
+            return raise_value(type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN, Py_NewRef(given),
+                               "it without %s beside it", type->fields[alternative].name) != NULL;
+        }
+        if (given != NULL) {
+            value = given;
+            alternative = i;
+        }
+    }
+    PyObject *const said = PyDict_GetItem(members, type->fields[selector].key);
+    if (said == NULL) {
+        return value == NULL ||
+               choose(self, selector, type->fields[alternative].alternative->values[0], value, place);
+    }
+    const Place at_selector = {.parent = place, .name = type->fields[selector].name};
+    PyObject *const right = checked(type->fields[selector].type, said, &at_selector);
+    if (right == NULL) {
+        return false;
+    }
+    const uint32_t number = (uint32_t)PyLong_AsUnsignedLong(right);
+    if (value != NULL && tlvmsg_chosen_by(type->fields[selector].union_type, number) !=
+                             type->fields[alternative].alternative) {
+        return raise_value(type->state, &at_selector, TLVMSG_TEXT_NOT_CHOSEN, right, "what chooses %s",
+                           type->fields[alternative].name) != NULL;
+    }
+    Py_DECREF(right);
+    return choose(self, selector, number, value, place);
+}
+
+static bool check_names(const Type *type, PyObject *members, const Place *place) {
+    PyObject *name, *value;
+    for (Py_ssize_t at = 0; PyDict_Next(members, &at, &name, &value);) {
+        const Py_ssize_t i = PyUnicode_Check(name) ? field_of(type, name) : -1;
+        if (i == -1) {
+            PyObject *const known = PyDict_Keys(type->index);
+            if (known != NULL) {
+                raise_value(type->state, place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name), "a member: %R",
+                            known);
+                Py_DECREF(known);
+            }
+        }
+        if (i < 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+static bool set_members(Record *self, PyObject *members, const Place *place) {
+    const Type *const type = self->type;
+    for (uint32_t i = 0; i < type->field_count; i++) {
+        const Field *const field = &type->fields[i];
+        if (field->alternative != NULL) {
+            continue;
+        }
+        if (field->union_type != NULL) {
+            if (!set_union(self, i, members, place)) {
+                return false;
+            }
+            continue;
+        }
+        PyObject *const value = PyDict_GetItem(members, field->key);
+        if (value != NULL && !set(self, i, value, place)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+PyObject *record_from_members(Type *type, PyObject *members, const Place *place) {
+    Memory memory;
+    if (!memory_open(&memory, type->type)) {
+        return NULL;
+    }
+    tlvmsg_key_place key;
+    if ((type->type->flags & TLVMSG_HAS_KEY) != 0 && tlvmsg_key_field(type->type, &key)) {
+        *(uint32_t *)((uint8_t *)memory.record + key.offset) = type->type->key;
+    }
+    PyObject *self = to_python(type, memory.record);
+    memory_close(&memory);
+    PyObject *const own = members != NULL ? PyDict_Copy(members) : NULL; /* as checking runs code */
+    if (self != NULL && members != NULL &&
+        (own == NULL || !check_names(type, own, place) || !set_members((Record *)self, own, place))) {
+        Py_CLEAR(self);
+    }
+    Py_XDECREF(own);
+    return self;
+}
+
+static PyObject *record_new(PyTypeObject *class_, PyObject *arguments, PyObject *members) {
+    State *const state = PyType_GetModuleState(class_);
+    Type *const type = state != NULL ? type_of_class(state, (PyObject *)class_) : NULL;
+    if (type == NULL) {
+        return NULL;
+    }
+    if (PyTuple_Size(arguments) > 0) {
+        PyErr_Format(PyExc_TypeError, "members have names: %s(member=value), or from_dict({...})",
+                     type->type->name);
+        return NULL;
+    }
+    const Place place = {.name = type->type->name};
+    return record_from_members(type, members, &place);
+}
+
+/* ---- Comparing, copying, showing ---- */
+
+static PyObject *record_compare(PyObject *a, PyObject *b, int operation) {
+    if (Py_TYPE(a) != Py_TYPE(b) || (operation != Py_EQ && operation != Py_NE)) {
+        return Py_NewRef(Py_NotImplemented);
+    }
+    int equal = 1;
+    for (uint32_t i = 0; equal == 1 && i < ((Record *)a)->type->field_count; i++) {
+        PyObject *const left = Py_XNewRef(((Record *)a)->slots[i]); /* comparing may run code */
+        PyObject *const right = Py_XNewRef(((Record *)b)->slots[i]);
+        equal = left == NULL || right == NULL ? left == right : PyObject_RichCompareBool(left, right, Py_EQ);
+        Py_XDECREF(left);
+        Py_XDECREF(right);
+    }
+    return equal < 0 ? NULL : PyBool_FromLong(equal == (operation == Py_EQ));
+}
+
+static PyObject *record_repr(PyObject *object) {
+    Record *const self = (Record *)object;
+    PyObject *parts = PyList_New(0);
+    for (uint32_t i = 0; parts != NULL && i < self->type->field_count; i++) {
+        PyObject *const slot = Py_XNewRef(self->slots[i]);
+        if (slot != NULL) {
+            append(&parts, PyUnicode_FromFormat("%s=%R", self->type->fields[i].name, slot));
+        }
+        Py_XDECREF(slot);
+    }
+    PyObject *const comma = parts != NULL ? PyUnicode_FromString(", ") : NULL;
+    PyObject *const inside = comma != NULL ? PyUnicode_Join(comma, parts) : NULL;
+    PyObject *const text =
+        inside != NULL ? PyUnicode_FromFormat("%s(%U)", self->type->type->name, inside) : NULL;
+    Py_XDECREF(inside);
+    Py_XDECREF(comma);
+    Py_XDECREF(parts);
+    return text;
+}
+
+static PyObject *record_copy(PyObject *object, PyObject *nothing) {
+    (void)nothing;
+    Record *const self = (Record *)object;
+    Record *const copy = record_allocate(self->type);
+    for (uint32_t i = 0; copy != NULL && i < self->type->field_count; i++) {
+        copy->slots[i] = Py_XNewRef(self->slots[i]);
+    }
+    if (copy != NULL) {
+        record_track(copy);
+    }
+    return (PyObject *)copy;
+}
+
+static PyObject *record_deep_copy(PyObject *object, PyObject *memo) {
+    (void)memo;
+    Type *const type = ((Record *)object)->type;
+    Memory memory;
+    if (!memory_open_with(&memory, type, object)) {
+        return NULL;
+    }
+    PyObject *const copy = to_python(type, memory.record);
+    memory_close(&memory);
+    return copy;
+}
+
+/* What loads it again: its name, fingerprint and bytes. */
+static PyObject *record_reduce(PyObject *object, PyObject *nothing) {
+    (void)nothing;
+    Type *const type = ((Record *)object)->type;
+    PyObject *const bytes = encoded(type, object);
+    return bytes == NULL ? NULL
+                         : Py_BuildValue("O(sKN)", type->state->loader, type->type->name,
+                                         (unsigned long long)tlvmsg_fingerprint(type->type), bytes);
+}
+
+static PyObject *record_dir(PyObject *object, PyObject *nothing) {
+    (void)nothing;
+    PyObject *const names = PyObject_Dir((PyObject *)Py_TYPE(object));
+    PyObject *const members = names != NULL ? PyDict_Keys(((Record *)object)->type->index) : NULL;
+    PyObject *const all = members != NULL ? PySequence_InPlaceConcat(names, members) : NULL;
+    Py_XDECREF(names);
+    Py_XDECREF(members);
+    return all;
+}
+
+/* ---- Methods ---- */
+
+static PyObject *record_encode(PyObject *self, PyObject *nothing) {
+    (void)nothing;
+    return encoded(((Record *)self)->type, self);
+}
+
+static PyObject *record_size(PyObject *self, PyObject *nothing) {
+    (void)nothing;
+    return encoded_size(((Record *)self)->type, self);
+}
+
+static PyObject *record_to_dict(PyObject *self, PyObject *nothing) {
+    (void)nothing;
+    return plain(((Record *)self)->type, self);
+}
+
+static PyObject *record_to_json(PyObject *self, PyObject *arguments, PyObject *names) {
+    int indent = 0;
+    char *keywords[] = {"indent", NULL};
+    if (!PyArg_ParseTupleAndKeywords(arguments, names, "|i:to_json", keywords, &indent)) {
+        return NULL;
+    }
+    if (indent < 0 || indent > 16) {
+        return PyErr_Format(PyExc_ValueError, "indent is from 0 to 16, not %d", indent);
+    }
+    return json_of(((Record *)self)->type, self, (unsigned)indent);
+}
+
+static PyMethodDef methods[] = {
+    {"encode", record_encode, METH_NOARGS, "The bytes that stand for it."},
+    {"size", record_size, METH_NOARGS, "How many bytes encode() gives."},
+    {"choose", record_choose, METH_VARARGS,
+     "choose(which, value=None): has another alternative of its union: that of a name, or what a selector's "
+     "number chooses."},
+    {"to_dict", record_to_dict, METH_NOARGS,
+     "Dictionaries, lists and plain values, as JSON has them; bytes that are no printable text stay bytes."},
+    {"to_json", (PyCFunction)(void (*)(void))record_to_json, METH_VARARGS | METH_KEYWORDS,
+     "to_json(indent=0): its JSON, in one line or with as many blanks a level."},
+    {"__copy__", record_copy, METH_NOARGS, "Shares what is inside."},
+    {"__deepcopy__", record_deep_copy, METH_O, "Shares nothing."},
+    {"__reduce__", record_reduce, METH_NOARGS, "Name, fingerprint and bytes."},
+    {"__dir__", record_dir, METH_NOARGS, "Methods and members."},
+    {0},
+};
+
+static PyType_Slot base_slots[] = {
+    {Py_tp_doc, "What all structures, messages and unions have in common."},
+    {Py_tp_getattro, record_get},
+    {Py_tp_setattro, record_set},
+    {Py_tp_richcompare, record_compare},
+    {Py_tp_hash, PyObject_HashNotImplemented},
+    {Py_tp_repr, record_repr},
+    {Py_tp_methods, methods},
+    {0},
+};
+
+PyType_Spec record_spec = {
+    .name = "tlvmsg.Record",
+    .basicsize = sizeof(Record),
+    .flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_BASETYPE | Py_TPFLAGS_DISALLOW_INSTANTIATION,
+    .slots = base_slots,
+};
+
+/* ---- Classes ---- */
+
+static bool add(PyObject *class_, const char *name, PyObject *value) {
+    const bool added = value != NULL && PyObject_SetAttrString(class_, name, value) == 0;
+    Py_XDECREF(value);
+    return added;
+}
+
+static bool fill_class(Type *type, PyObject *class_) {
+    static const char *const methods_of_type[] = {"decode", "verify", "from_dict", "from_json", "sample"};
+    bool right = add(class_, "_type", Py_NewRef((PyObject *)type)) &&
+                 add(class_, "__match_args__", PySequence_Tuple(type->index)) &&
+                 add(class_, "__doc__",
+                     PyObject_CallFunctionObjArgs(type->state->documentation, (PyObject *)type, NULL));
+    for (size_t i = 0; right && i < sizeof methods_of_type / sizeof *methods_of_type; i++) {
+        right = add(class_, methods_of_type[i], PyObject_GetAttrString((PyObject *)type, methods_of_type[i]));
+    }
+    return right;
+}
+
+PyObject *record_class(Type *type) {
+    PyType_Slot slots[] = {
+        {Py_tp_new, record_new},
+        {Py_tp_dealloc, record_free},
+        {type->collected ? Py_tp_traverse : 0, record_traverse},
+        {0},
+    };
+    PyObject *const name = PyUnicode_FromFormat("tlvmsg.%s.%s", type->type->family, type->type->name);
+    PyObject *const bases = PyTuple_Pack(1, type->state->record_type);
+    PyType_Spec spec = {
+        .name = name != NULL ? PyUnicode_AsUTF8AndSize(name, NULL) : NULL,
+        .basicsize = (int)(sizeof(Record) + type->field_count * sizeof(PyObject *)),
+        .flags = Py_TPFLAGS_DEFAULT | (type->collected ? Py_TPFLAGS_HAVE_GC : 0),
+        .slots = slots,
+    };
+    PyObject *class_ = spec.name != NULL && bases != NULL
+                           ? PyType_FromModuleAndSpec(type->schema->module, &spec, bases)
+                           : NULL;
+    if (class_ == NULL && !PyErr_Occurred()) { /* Python 3.11 forgets to say so */
+        PyErr_NoMemory();
+    }
+    if (class_ != NULL && !fill_class(type, class_)) {
+        Py_CLEAR(class_);
+    }
+    Py_XDECREF(name);
+    Py_XDECREF(bases);
+    return class_;
+}

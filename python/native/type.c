@@ -1,0 +1,316 @@
+/* Types: the methods of descriptors. A class of records has the methods of its type. */
+#include "native.h"
+
+/* ---- Making one ---- */
+
+static Form form_of(const tlvmsg_type *type) {
+    switch (type->kind) {
+    case TLVMSG_SCALAR:
+    case TLVMSG_ENUMERATION:
+        return FORM_NUMBER;
+    case TLVMSG_BYTE_ARRAY:
+    case TLVMSG_DYNAMIC_BYTES:
+        return FORM_BYTES;
+    case TLVMSG_ELEMENT_ARRAY:
+    case TLVMSG_PACKED_ARRAY:
+    case TLVMSG_DYNAMIC_ELEMENTS:
+        return FORM_ITEMS;
+    case TLVMSG_STRUCTURE:
+    case TLVMSG_MESSAGE:
+    case TLVMSG_UNION:
+        return FORM_RECORD;
+    }
+    return FORM_NUMBER;
+}
+
+/* Alternatives that no number chooses are no fields. */
+static bool next_field(const tlvmsg_type *type, tlvmsg_field *field) {
+    while (tlvmsg_next_field(type, NULL, field)) {
+        if (field->alternative == NULL || field->alternative->value_count > 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+static bool add_field(Type *self, const tlvmsg_field *field, uint32_t selector) {
+    Type *const type = type_of(self->schema, field->type);
+    PyObject *const key = type != NULL ? PyUnicode_InternFromString(field->name) : NULL;
+    PyObject *const number = key != NULL ? PyLong_FromUnsignedLong(self->field_count) : NULL;
+    const bool added = number != NULL && PyDict_SetItem(self->index, key, number) == 0;
+    Py_XDECREF(number);
+    if (!added) {
+        Py_XDECREF(key);
+        Py_XDECREF((PyObject *)type);
+        return false;
+    }
+    self->fields[self->field_count++] =
+        (Field){type, field->offset, field->name, key, field->union_type, field->alternative, selector};
+    self->collected = self->collected || type->form >= FORM_ITEMS;
+    return true;
+}
+
+static bool make_fields(Type *self) {
+    uint32_t count = 1;
+    for (tlvmsg_field field = {0}; next_field(self->type, &field);) {
+        count++;
+    }
+    self->index = PyDict_New();
+    self->fields = PyMem_Calloc(count, sizeof *self->fields);
+    if (self->index == NULL || self->fields == NULL) {
+        PyErr_NoMemory();
+        return false;
+    }
+    uint32_t selector = 0;
+    bool right = true;
+    for (tlvmsg_field field = {0}; right && next_field(self->type, &field);) {
+        const bool selects = field.union_type != NULL && field.alternative == NULL;
+        selector = selects ? self->field_count : selector;
+        right = add_field(self, &field, selector);
+    }
+    return right;
+}
+
+/* The enumerators as members of an IntEnum, in their order. */
+static bool make_values(Type *self) {
+    PyObject *pairs = PyList_New(0);
+    for (uint32_t i = 0; pairs != NULL && i < self->type->enumerator_count; i++) {
+        const tlvmsg_enumerator *const each = &self->type->enumerators[i];
+        append(&pairs, Py_BuildValue("(sk)", each->name, (unsigned long)each->value));
+    }
+    PyObject *const made =
+        pairs != NULL ? PyObject_CallFunction(self->state->enumeration, "OO", self, pairs) : NULL;
+    const bool right = made != NULL;
+    if (right) {
+        self->class_ = Py_XNewRef(PyTuple_GetItem(made, 0));
+        self->values = Py_XNewRef(PyTuple_GetItem(made, 1));
+    }
+    Py_XDECREF(pairs);
+    Py_XDECREF(made);
+    return right;
+}
+
+static bool fill(Type *self) {
+    const tlvmsg_type *const type = self->type;
+    self->form = form_of(type);
+    if (type->kind == TLVMSG_ENUMERATION && type->enumerator_count > 0 && !make_values(self)) {
+        return false;
+    }
+    if (self->form == FORM_RECORD) {
+        return make_fields(self) && (self->class_ = record_class(self)) != NULL;
+    }
+    self->least = tlvmsg_least(type);
+    self->most = tlvmsg_most(type);
+    if (type->element != NULL) {
+        self->most_items = (size_t)tlvmsg_most_items(type);
+        return (self->element = type_of(self->schema, type->element)) != NULL;
+    }
+    return true;
+}
+
+static Type *make_type(Schema *schema, const tlvmsg_type *descriptor) {
+    Type *const self = PyObject_GC_New(Type, schema->state->type_type);
+    if (self == NULL) {
+        return NULL;
+    }
+    const PyObject head = self->ob_base;
+    *self = (Type){.ob_base = head,
+                   .state = schema->state,
+                   .schema = (Schema *)Py_NewRef((PyObject *)schema),
+                   .type = descriptor};
+    PyObject_GC_Track(self);
+    if (!fill(self)) {
+        Py_DECREF((PyObject *)self);
+        return NULL;
+    }
+    return self;
+}
+
+/* Making one runs code of Python's, so another thread may have made it first: then that is the type. */
+static Type *add_type(Schema *schema, const tlvmsg_type *descriptor, PyObject *name) {
+    Type *const made = make_type(schema, descriptor);
+    Type *kept = made != NULL ? (Type *)PyDict_GetItemWithError(schema->types, name) : NULL;
+    if (kept == NULL && made != NULL && PyDict_SetItem(schema->types, name, (PyObject *)made) == 0) {
+        kept = made;
+    }
+    Py_XINCREF((PyObject *)kept);
+    Py_XDECREF((PyObject *)made);
+    return kept;
+}
+
+Type *type_of(Schema *schema, const tlvmsg_type *descriptor) {
+    PyObject *const name = PyUnicode_FromString(descriptor->name);
+    Type *self = name != NULL ? (Type *)PyDict_GetItemWithError(schema->types, name) : NULL;
+    if (self != NULL) {
+        Py_INCREF((PyObject *)self);
+    } else if (!PyErr_Occurred()) {
+        self = add_type(schema, descriptor, name);
+    }
+    Py_XDECREF(name);
+    return self;
+}
+
+Type *type_of_class(State *state, PyObject *class_) {
+    PyObject *const of = PyObject_GetAttr(class_, state->name_of_type);
+    Py_XDECREF(of); /* the class has another reference */
+    if (of != NULL && (Py_TYPE(of) != state->type_type || ((Type *)of)->class_ != class_)) {
+        PyErr_Format(PyExc_TypeError, "%R is no class of a message, structure or union", class_);
+        return NULL;
+    }
+    return (Type *)of;
+}
+
+/* ---- Life ---- */
+
+static int traverse(PyObject *object, visitproc visit, void *arg) {
+    Type *const self = (Type *)object;
+    Py_VISIT(Py_TYPE((PyObject *)self));
+    Py_VISIT(self->schema);
+    Py_VISIT(self->class_);
+    Py_VISIT(self->values);
+    Py_VISIT(self->element);
+    Py_VISIT(self->index);
+    for (uint32_t i = 0; i < self->field_count; i++) {
+        Py_VISIT(self->fields[i].type);
+    }
+    return 0;
+}
+
+static void type_free(PyObject *object) {
+    Type *const self = (Type *)object;
+    PyTypeObject *const class_ = Py_TYPE((PyObject *)self);
+    PyObject_GC_UnTrack(self);
+    for (uint32_t i = 0; i < self->field_count; i++) {
+        Py_DECREF((PyObject *)self->fields[i].type);
+        Py_DECREF(self->fields[i].key);
+    }
+    PyMem_Free(self->fields);
+    Py_XDECREF(self->index);
+    Py_XDECREF((PyObject *)self->element);
+    Py_XDECREF(self->values);
+    Py_XDECREF(self->class_);
+    Py_DECREF((PyObject *)self->schema);
+    PyObject_GC_Del(self);
+    Py_DECREF((PyObject *)class_);
+}
+
+/* ---- Methods ---- */
+
+static PyObject *type_check(PyObject *self, PyObject *value) {
+    const Place place = {.name = ((Type *)self)->type->name};
+    return checked((Type *)self, value, &place);
+}
+
+static PyObject *type_check_item(PyObject *self, PyObject *value) {
+    Type *const type = (Type *)self;
+    const Place place = {.name = type->type->name};
+    return type->element != NULL ? checked(type->element, value, &place)
+                                 : raise_type(&place, value, "an array");
+}
+
+static PyObject *type_check_items(PyObject *self, PyObject *arguments) {
+    Type *const type = (Type *)self;
+    const Place place = {.name = type->type->name};
+    PyObject *values;
+    Py_ssize_t there; /* that stay */
+    if (!PyArg_ParseTuple(arguments, "On:check_items", &values, &there)) {
+        return NULL;
+    }
+    if (type->form != FORM_ITEMS || there < 0 || (size_t)there > type->most_items) {
+        return raise_type(&place, values, "an array");
+    }
+    return checked_items(type, values, type->most_items - (size_t)there, &place);
+}
+
+/* A value as it would stand in an object, so that encoding, which checks once more, finds it right. */
+static PyObject *with_checked(PyObject *self, PyObject *value, PyObject *(*use)(Type *, PyObject *)) {
+    PyObject *const right = type_check(self, value);
+    PyObject *const result = right != NULL ? use((Type *)self, right) : NULL;
+    Py_XDECREF(right);
+    return result;
+}
+
+static PyObject *type_encode(PyObject *self, PyObject *value) { return with_checked(self, value, encoded); }
+static PyObject *type_size(PyObject *self, PyObject *value) {
+    return with_checked(self, value, encoded_size);
+}
+static PyObject *type_to_dict(PyObject *self, PyObject *value) { return with_checked(self, value, plain); }
+
+static PyObject *json_line(Type *type, PyObject *value) { return json_of(type, value, 0); }
+static PyObject *type_to_json(PyObject *self, PyObject *value) {
+    return with_checked(self, value, json_line);
+}
+
+static PyObject *type_get(PyObject *object, void *what) {
+    Type *const self = (Type *)object;
+    const tlvmsg_type *const type = self->type;
+    tlvmsg_key_place key;
+    switch (*(const char *)what) {
+    case 'n':
+        return PyUnicode_FromString(type->name);
+    case 'f':
+        return PyUnicode_FromString(type->family);
+    case 'k':
+        return PyUnicode_FromString(tlvmsg_kind_name(type->kind));
+    case 'p':
+        return PyLong_FromUnsignedLongLong(tlvmsg_fingerprint(type));
+    case 'y':
+        return type->flags & TLVMSG_HAS_KEY ? PyLong_FromUnsignedLong(type->key) : Py_NewRef(Py_None);
+    case 'o':
+        return tlvmsg_key_field(type, &key) ? PyLong_FromUnsignedLong(key.encoded_offset)
+                                            : Py_NewRef(Py_None);
+    case 'c':
+        return Py_NewRef(self->class_ != NULL ? self->class_ : object);
+    default:
+        return Py_NewRef((PyObject *)self->schema);
+    }
+}
+
+static PyMethodDef methods[] = {
+    {"decode", (PyCFunction)(void (*)(void))type_decode, METH_FASTCALL | METH_KEYWORDS,
+     "decode(data, strict=False, limit=0): the value that any buffer begins with. strict refuses deviations "
+     "and what is\n"
+     "behind it; limit is how many bytes its dynamic arrays may take, by default 64 for each of data and 64 "
+     "KiB."},
+    {"verify", (PyCFunction)(void (*)(void))type_verify, METH_FASTCALL | METH_KEYWORDS,
+     "verify(data, strict=False, limit=0): what decode would find, as a tlvmsg.Extent; or the Fault."},
+    {"encode", type_encode, METH_O, "encode(value): the bytes that stand for it."},
+    {"size", type_size, METH_O, "size(value): how many bytes encode gives."},
+    {"from_dict", type_check, METH_O,
+     "from_dict(members): what to_dict() gave, or whatever a member can be set to."},
+    {"to_dict", type_to_dict, METH_O, "to_dict(value): dictionaries, lists and plain values."},
+    {"from_json", type_from_json, METH_O, "from_json(text): from JSON, a str or any buffer."},
+    {"to_json", type_to_json, METH_O, "to_json(value): its JSON in one line."},
+    {"sample", (PyCFunction)(void (*)(void))type_sample, METH_VARARGS | METH_KEYWORDS,
+     "sample(*settings, kind='random', seed=0): a value to test with. A setting is 'led_control.color=3'; a "
+     "kind is\n"
+     "'random', 'min', 'max' or 'boundary'."},
+    {"check_item", type_check_item, METH_O, "An item as it stands in such an array."},
+    {"check_items", type_check_items, METH_VARARGS, "Items beside so many that stay."},
+    {0},
+};
+
+static PyGetSetDef properties[] = {
+    {"name", type_get, NULL, NULL, "n"},
+    {"family", type_get, NULL, "\"\" for scalars", "f"},
+    {"kind", type_get, NULL, NULL, "k"},
+    {"fingerprint", type_get, NULL, "64 bits over what lies on the wire", "p"},
+    {"key", type_get, NULL, "by which receivers know a message, or None", "y"},
+    {"key_offset", type_get, NULL, "of the key's four bytes in an encoding, or None", "o"},
+    {"python", type_get, NULL, "the class of its values, where it is one of its own; else the type itself",
+     "c"},
+    {"schema", type_get, NULL, "that it is of", "s"},
+    {0},
+};
+
+static PyType_Slot slots[] = {
+    {Py_tp_doc, "A type of a schema."}, {Py_tp_traverse, traverse}, {Py_tp_dealloc, type_free},
+    {Py_tp_methods, methods},           {Py_tp_getset, properties}, {0},
+};
+
+PyType_Spec type_spec = {
+    .name = "tlvmsg.Type",
+    .basicsize = sizeof(Type),
+    .flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HAVE_GC | Py_TPFLAGS_DISALLOW_INSTANTIATION,
+    .slots = slots,
+};

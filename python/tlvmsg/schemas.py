@@ -1,0 +1,102 @@
+"""Schemas, and the families of types in them."""
+
+from __future__ import annotations
+
+import os
+import sys
+import types
+import weakref
+
+from tlvmsg import _native
+from tlvmsg.faults import Fault
+
+_package = os.path.dirname(os.path.abspath(__file__))
+_loaded: weakref.WeakSet[Schema] = weakref.WeakSet()
+
+
+class Family(types.ModuleType):
+    """The types of a family, each made when it is first used."""
+
+    def __init__(self, name, schema):
+        super().__init__(name, f"The {name.rpartition('.')[2]} family: messages, structures, unions and enumerations.")
+        self.__dict__.update(_schema=schema, __path__=[])
+
+    def __getattr__(self, name):
+        if not name.startswith("_"):
+            try:
+                of = self._schema.type(name)
+            except Fault:
+                of = None
+            if of is not None and of.family == self.__name__.rpartition(".")[2]:
+                setattr(self, name, of.python)
+                return of.python
+        raise AttributeError(f"family {self.__name__!r} has no type {name!r}", name=name, obj=self)
+
+    def __dir__(self):
+        family = self.__name__.rpartition(".")[2]
+        return sorted(name for name, of in self._schema.names() if of == family)
+
+
+class Schema(_native.Schema):
+    """Types of schema files, or of a text: Schema("acme/") or Schema("acme/fan.tlv", text="..."); its families are
+    attributes. Imports of the library's own files are found; others from the files' directories, then `imports`."""
+
+    def __new__(cls, *paths, text=None, imports=()):
+        if not paths:
+            raise TypeError("Schema takes files or directories; tlvmsg itself has the library's own types")
+        if text is not None and len(paths) > 1:
+            raise TypeError("a text is of one path")
+        return cls._make(tuple(map(os.fspath, paths)), text, tuple(map(os.fspath, imports)))
+
+    @classmethod
+    def _make(cls, paths, text, imports):
+        self = super().__new__(cls, _native, paths, text, imports, os.path.join(_package, "schema"))
+        self.paths = paths
+        _loaded.add(self)
+        return self
+
+    def families(self):
+        """Their names."""
+        if "_families" not in self.__dict__:
+            self._families = sorted({family for _, family in self.names() if family})
+        return self._families
+
+    def __getattr__(self, name):
+        if not name.startswith("_") and name in self.families():
+            family = self.__dict__[name] = Family(name, self)
+            return family
+        raise AttributeError(f"the schema has no family {name!r}", name=name, obj=self)
+
+    def decode(self, name, data, **limits):
+        """The value of the type of that name that the data begin with."""
+        return self.type(name).decode(data, **limits)
+
+    def sample(self, name, *settings, **options):
+        """A value to test with, as Type.sample makes it."""
+        return self.type(name).sample(*settings, **options)
+
+    def annotate(self, data, type=None):
+        """Every byte explained once, by a type, its name or its class, or by the tags in the data."""
+        if isinstance(type, str):
+            type = self.type(type)
+        elif type is not None:
+            type = getattr(type, "_type", type)
+        return super().annotate(data, type) if type is not None else super().annotate(data)
+
+
+library = Schema._make((), None, ())
+for _family in library.families():
+    sys.modules[f"tlvmsg.{_family}"] = Family(f"tlvmsg.{_family}", library)
+
+
+def load(name, fingerprint, data):
+    """For pickle."""
+    for schema in [library, *_loaded]:
+        try:
+            of = schema.type(name)
+        except Fault:
+            continue
+        if of.fingerprint == fingerprint:
+            return of.decode(data)
+    line = f"error[unknown-name]: {name}: no schema here has it with fingerprint 0x{fingerprint:016X}"
+    raise Fault(line, "unknown-name", name, found=fingerprint)

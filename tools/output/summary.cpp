@@ -1,0 +1,55 @@
+#include "summary.h"
+
+#include "json_line.h"
+
+#include "tools/words.h"
+
+#include <fmt/format.h>
+
+namespace tlvmsg::tool {
+
+void Summary::add(const Reading &reading, const tlvmsg_verdict &verdict) {
+    if (reading.problem) {
+        const Loss loss = reading.problem->loss;
+        gaps_ += loss == Loss::gap ? 1 : 0;
+        without_ += loss == Loss::none ? 1 : 0;
+        if (loss == Loss::possible) {
+            ++faults_[code_name(reading.problem->code)];
+        }
+    } else if (verdict.fit == TLVMSG_FITS_NOT) {
+        ++faults_[tlvmsg_code_name(verdict.fault.code)];
+    } else if (verdict.type != nullptr) {
+        ++messages_;
+        ++types_[verdict.type->name];
+        deviating_ += verdict.extent.deviations > 0 ? 1 : 0;
+    }
+}
+
+std::string Summary::json() const {
+    const auto object = [](const Counts &counts) {
+        JsonLine line;
+        for (const auto &[name, count] : counts) {
+            line.number(name, count);
+        }
+        return line.object();
+    };
+    JsonLine line;
+    line.number("messages", messages_).json("types", object(types_)).number("deviating", deviating_);
+    line.json("faults", object(faults_)).number("without", without_).number("gaps", gaps_);
+    return JsonLine().json("summary", line.object()).line();
+}
+
+std::string Summary::text() const {
+    std::string text = fmt::format("# {}, {} of them with deviations; {} without one; {} in streams\n",
+                                   counted(messages_, "message"), deviating_, counted(without_, "frame"),
+                                   counted(gaps_, "gap"));
+    for (const auto &[name, count] : types_) {
+        text += fmt::format("# {:>8} {}\n", count, name);
+    }
+    for (const auto &[name, count] : faults_) {
+        text += fmt::format("# {:>8} error[{}]\n", count, name);
+    }
+    return text;
+}
+
+} // namespace tlvmsg::tool
