@@ -73,6 +73,10 @@ int decode_untyped(Printer &printer, const Input &input, const Reading &reading)
 }
 
 int decode_reading(Printer &printer, const Input &input, const Reading &reading) {
+    if (reading.problem && !input.frame) {
+        report(*reading.problem, input.name);
+        return exit_found;
+    }
     if (reading.problem) {
         printer.problem(input, reading);
         return exit_found;

@@ -36,6 +36,23 @@ std::string heading_for(const MessageOptions &options, const Input &input);
 // of failures and of the work. What has been printed about an input that is not a file goes out at once.
 int for_each_input(const MessageOptions &options, const std::function<int(const Input &)> &work);
 
+// The messages of a file, one by one: those that lie back to back, too.
+class Inputs {
+public:
+    Inputs(const std::string &path, const MessageOptions &options);
+
+    std::optional<Input> next();
+    bool is_live() const { return source_.is_live(); }
+    const Typing &typing() const { return typing_; }
+
+private:
+    Typing typing_;
+    Source source_;
+    std::vector<Input> parts_;
+    size_t given_ = 0;
+    size_t number_ = 0; // of messages
+};
+
 // The same, for what each is taken for.
 int for_each_reading(const MessageOptions &options,
                      const std::function<int(const Input &, const Reading &)> &work);

@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 namespace tlvmsg::tool {
 
 using namespace cli;
@@ -60,7 +62,98 @@ Problem nothing_fits(const FrameFacts &facts, size_t size) {
         fmt::format("no message type fits all of these {} bytes; 'tlv guess' says which come near", size)};
 }
 
+// Cuts a file's bytes where messages begin.
+class Cutter {
+public:
+    Cutter(const Input &input, const tlvmsg_type *type) : input_(input), type_(type) {}
+
+    std::vector<Input> parts() {
+        for (size_t at = 0; at < input_.bytes.size();) {
+            const Bytes rest = Bytes(input_.bytes).subspan(at);
+            const size_t end = end_of(rest);
+            add(at, end);
+            at += end;
+            if (at < input_.bytes.size() && other_ != nullptr) {
+                add(at, input_.bytes.size() - at);
+                parts_.back().problem = Problem{
+                    ToolCode::unknown_message,
+                    fmt::format("a whole {} stands behind a message of type {}", other_->name, type_->name)};
+                break;
+            }
+        }
+        for (Input &each : parts_) {
+            each.alone = input_.alone && parts_.size() == 1;
+            each.name = parts_.size() == 1 ? input_.name : fmt::format("{}@{}", input_.name, each.offset);
+        }
+        return std::move(parts_);
+    }
+
+private:
+    void add(size_t at, size_t size) {
+        Input part{input_.file, input_.name, {}, input_.type};
+        const auto first = input_.bytes.begin() + static_cast<std::ptrdiff_t>(at);
+        part.bytes.assign(first, first + static_cast<std::ptrdiff_t>(size));
+        part.line = input_.line;
+        part.offset = at;
+        parts_.push_back(std::move(part));
+    }
+
+    // Of the message that begins there.
+    size_t end_of(Bytes rest) {
+        tlvmsg_verdict verdict;
+        const tlvmsg_fit fit = tlvmsg_judge(type_, rest.data(), rest.size(), nullptr, &verdict);
+        const size_t consumed = fit == TLVMSG_FITS_PART ? verdict.extent.consumed : 0;
+        if (fit == TLVMSG_FITS || rest.size() - consumed < base::header_size) {
+            return rest.size();
+        }
+        const Bytes header = Bytes(input_.bytes).first(base::header_size);
+        const auto from =
+            rest.begin() + static_cast<std::ptrdiff_t>(consumed > 0 ? consumed : base::header_size);
+        const auto next = std::search(from, rest.end(), header.begin(), header.end());
+        if (next == from && consumed > 0) {
+            return consumed;
+        }
+        if (consumed > 0) {
+            const list<tlvmsg_part> others = divide(rest.subspan(consumed));
+            other_ = others.size() > 0 ? others[0].types[0] : nullptr;
+            if (other_ != nullptr || next != rest.end()) {
+                return consumed;
+            }
+        }
+        return static_cast<size_t>(next - rest.begin());
+    }
+
+    const Input &input_;
+    const tlvmsg_type *type_;
+    const tlvmsg_type *other_ = nullptr; // whose message follows
+    std::vector<Input> parts_;
+};
+
 } // namespace
+
+std::vector<Input> back_to_back(Input input, const Typing &typing) {
+    std::vector<Input> parts;
+    const tlvmsg_type *const type = typing.type != nullptr ? typing.type : named_type(input);
+    if (!input.frame && !input.problem && type != nullptr) {
+        parts = Cutter(input, type).parts();
+    } else if (!input.frame && !input.problem) {
+        const list<tlvmsg_part> found = divide(input.bytes);
+        for (const tlvmsg_part &each : found) {
+            Input part{input.file, fmt::format("{}@{}", input.name, each.offset), {}};
+            const auto first = input.bytes.begin() + static_cast<std::ptrdiff_t>(each.offset);
+            part.bytes.assign(first, first + static_cast<std::ptrdiff_t>(each.size));
+            part.alone = false;
+            part.line = input.line;
+            part.offset = each.offset;
+            parts.push_back(std::move(part));
+        }
+    }
+    if (parts.size() < 2) {
+        parts.clear();
+        parts.push_back(std::move(input));
+    }
+    return parts;
+}
 
 std::vector<Reading> read(const Input &input, const Typing &typing) {
     if (input.problem) {

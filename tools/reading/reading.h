@@ -34,6 +34,14 @@ struct Reading {
     std::vector<const tlvmsg_type *> types{}; // that tie
 };
 
+/*
+ * The messages of a file that lie back to back, an input each; frames and what has a problem stay as they are. With a
+ * type, another message begins where a header of its first element stands; what is broken ends there, too. What else is
+ * behind a message stays with it, since newer peers may have sent it, unless a whole message of another type is there:
+ * that is a problem. Without a type they are divided as payloads are.
+ */
+std::vector<Input> back_to_back(Input input, const Typing &typing);
+
 // At least one, in the order of the bytes, which are the input's.
 std::vector<Reading> read(const Input &input, const Typing &typing);
 

@@ -83,7 +83,7 @@ for spelling in other/*; do
     bytes_of "$spelling" >read.bin
     case $spelling in *squeezed) same read.bin big.bin ;; *) same read.bin led.bin ;; esac
 done
-several() { tlv decode --compact "$1" >out 2>err; status=$?; is 0; equal "$(cat out)" "$(printf '%s\n' "$expected" "$expected")"; }
+several() { tlv decode --compact "$1" >out 2>err; status=$?; is 0; equal "$(jq -c .message out)" "$(printf '%s\n' "$expected" "$expected")"; }
 expected=$(tlv decode --compact led.bin 2>err)
 for spelling in dump od chat c other/python other/list other/dump; do
     cat $spelling $spelling >twice; several twice
