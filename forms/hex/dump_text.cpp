@@ -105,14 +105,11 @@ size_t characters(std::string_view text) {
         text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
-Bytes bytes_in(const std::vector<std::string_view> &groups) {
-    Bytes bytes;
-    for (const std::string_view group : groups) {
-        for (size_t i = 0; i + 2 <= group.size(); i += 2) {
-            bytes.push_back(static_cast<uint8_t>(*number_of(group.substr(i, 2), 16)));
-        }
+void add_group(DumpLine &line, std::string_view group) {
+    line.groups.push_back(group);
+    for (size_t i = 0; i + 2 <= group.size(); i += 2) {
+        line.bytes.push_back(static_cast<uint8_t>(*number_of(group.substr(i, 2), 16)));
     }
-    return bytes;
 }
 
 // Without the frame that some tools draw around it.
@@ -140,6 +137,7 @@ std::string_view divide(DumpLine &line) {
     const std::string_view rest = line.rest;
     size_t last_gap = 0; // where a wide one ends, and how many groups precede
     size_t groups_before = 0;
+    size_t bytes_before = 0;
     const size_t wide = line.colon ? 2 : 3;
     for (size_t at = 0; at < rest.size();) {
         size_t begin = std::min(rest.find_first_not_of(" \t", at), rest.size());
@@ -151,7 +149,7 @@ std::string_view divide(DumpLine &line) {
         if (!line.groups.empty() && (gap >= 2 || tab || word[0] == '|' || word[0] == '>' || !group)) {
             const std::string_view beside = unframed(rest.substr(begin));
             const bool framed = word[0] == '|' || word[0] == '>';
-            const bool shown = shows_behind(rest, at + 1, begin, bytes_in(line.groups));
+            const bool shown = shows_behind(rest, at + 1, begin, line.bytes);
             if (framed || (!group && gap >= wide) || shown) {
                 line.beside = beside;
                 return {};
@@ -159,6 +157,7 @@ std::string_view divide(DumpLine &line) {
             if (gap >= wide && group) {
                 last_gap = begin;
                 groups_before = line.groups.size();
+                bytes_before = line.bytes.size();
             }
         }
         if (word.size() == 5 && word[2] == '-' && is_hex(word.substr(0, 2)) && is_hex(word.substr(3))) {
@@ -169,16 +168,16 @@ std::string_view divide(DumpLine &line) {
         }
         if (!group) {
             const std::string_view beside = rest.substr(last_gap);
-            std::vector<std::string_view> before(
-                line.groups.begin(), line.groups.begin() + static_cast<std::ptrdiff_t>(groups_before));
-            if (last_gap > 0 && characters(beside) <= bytes_in(before).size()) {
-                line.groups = std::move(before);
+            const size_t size = bytes_before;
+            if (last_gap > 0 && characters(beside) <= size) {
+                line.groups.resize(groups_before);
+                line.bytes.resize(size);
                 line.beside = beside;
                 return {};
             }
             return word;
         }
-        line.groups.push_back(digits_of(word));
+        add_group(line, digits_of(word));
         line.numbers = line.numbers || word.starts_with("0x");
         at = end;
     }
@@ -224,7 +223,7 @@ public:
         TextLines lines(text);
         for (TextLine line; lines.next(line);) {
             apart = apart || line.apart;
-            if (line.text == "*" || line.text.ends_with(" *")) {
+            if (without_label(line.text) == "*") {
                 if (!lines_.empty()) {
                     lines_.emplace_back();
                     lines_.back().line = line;
@@ -312,7 +311,6 @@ private:
                                     std::string(remedy));
                 }
             }
-            line.bytes = bytes_in(line.groups);
             if (octal) {
                 line.bytes.clear();
                 for (const std::string_view group : line.groups) {
@@ -447,7 +445,8 @@ private:
     void repeat(const DumpLine &before, const DumpLine &line, uint64_t offset) {
         Bytes &all = dumps_.back().bytes;
         const uint64_t missing = offset < start_ + all.size() ? 0 : offset - start_ - all.size();
-        if (missing > TLVMSG_MOST_REPEATED - filled_ || missing % before.bytes.size() != 0) {
+        if ((missing > 0 && offset - start_ > TLVMSG_MOST_REPEATED - filled_) ||
+            missing % before.bytes.size() != 0) {
             fail(line.offset, " is not where repeated lines end");
         }
         filled_ += missing;

@@ -53,7 +53,8 @@ struct Literal : Field {
     std::string_view text{}; // all of it
     size_t line = 0;
     bool list = false; // of numbers, not a string
-    bool sure = false; // nobody but a program for bytes writes it: b'...', or a list
+    bool sure = false;  // nobody but a program for bytes writes it: b'...', or a list
+    bool plain = false; // a string without escapes
 };
 
 // Strings with escapes, bytes of Python, lists and arrays of numbers, each from where it begins.

@@ -32,9 +32,11 @@ struct Item {
 
 constexpr size_t header_size = 4;
 
-bool same_header(const Bytes &a, const Bytes &b) {
-    return a.size() >= header_size && b.size() >= header_size &&
-           std::equal(a.begin(), a.begin() + header_size, b.begin());
+// Whether they begin with the same tag, and not with one that any part of a message may begin with.
+bool same_tag(const Bytes &a, const Bytes &b) {
+    constexpr uint8_t scalars = 10;
+    return a.size() >= header_size && b.size() >= header_size && a[0] == b[0] && a[1] == b[1] &&
+           (a[0] > 0 || a[1] > scalars);
 }
 
 // Whether nothing but the end of a statement or of a list is there.
@@ -72,7 +74,14 @@ public:
             if (first == next_ && covered > begin) {
                 continue;
             }
-            const std::span<const Literal> own(literals_.data() + first, next_ - first);
+            std::span<const Literal> own(literals_.data() + first, next_ - first);
+            const bool plain =
+                std::all_of(own.begin(), own.end(), [](const Literal &each) { return each.plain; });
+            const bool string = !items_.empty() && items_.back().form == Form::string && !apart;
+            if (plain && !(string && own.size() == 1 && begin == own[0].text.data() &&
+                           ends_statement(line.text.substr(own[0].text.size())))) {
+                own = {}; // words, unless they go on with a string that has escapes
+            }
             read_line(line, own);
             items_.back().apart = apart;
             apart = false;
@@ -97,7 +106,16 @@ private:
     // Bytes as digits and nothing else but what labels them.
     bool read_digits(const TextLine &line) {
         const std::string_view said = without_label(line.text);
-        if (std::optional<Field> field = hex_field(said, sense_)) {
+        std::optional<Field> field = hex_field(said, sense_);
+        if (said.starts_with("\\") && said.size() > 2) { // maybe a string without quotation marks
+            Field string = unescaped(said.substr(0, said.find_last_not_of('\\') + 1));
+            if (string.place.empty() &&
+                (!field || !field->place.empty() || sense_.of(string.bytes) > sense_.of(field->bytes))) {
+                add(Form::string, line, std::move(string.bytes));
+                return true;
+            }
+        }
+        if (field) {
             if (!field->place.empty()) {
                 defer(field->place, field->wrong, said.size());
                 add(Form::none, line, {});
@@ -105,13 +123,6 @@ private:
                 add(Form::digits, line, std::move(field->bytes));
             }
             return true;
-        }
-        if (said.starts_with("\\") && said.size() > 2) { // a string without quotation marks
-            Field field = unescaped(said.substr(0, said.find_last_not_of('\\') + 1));
-            if (field.place.empty()) {
-                add(Form::string, line, std::move(field.bytes));
-                return true;
-            }
         }
         std::optional<Bytes> bytes = base64_field(said);
         const bool goes_on =
@@ -167,6 +178,10 @@ private:
         }
         if (literals.size() > 1 && !joined && before.find_first_of("[({") == before.npos && !list) {
             return false;
+        }
+        if (!items_.empty() && without_label(before).find_first_not_of(" \t") != before.npos &&
+            !before.empty()) {
+            items_.back().joins = false;
         }
         for (const Literal &each : literals) {
             if (!each.place.empty()) {
@@ -296,17 +311,25 @@ private:
         if (!any && !items_.empty()) {
             fail(place.substr(0, place.find_first_of(" \t\n")), " is neither hex nor a message");
         }
-        drop_foreign();
+        tell_broken();
         return std::move(messages_);
     }
 
-    // Literals among words are messages where types say so, unless they say so of none.
-    void drop_foreign() {
-        const bool sensible = std::any_of(messages_.begin(), messages_.end(),
-                                          [&](const HexMessage &each) { return sense_.of(each.bytes) > 1; });
-        for (HexMessage &each : messages_) {
-            if (words_ && sensible && each.kind == TLVMSG_HEX_MESSAGE && sense_.of(each.bytes) == 0) {
-                each = {each.line, {}, "", TLVMSG_HEX_NONE};
+    // Where types accept some, what they do not is not whole.
+    void tell_broken() {
+        std::vector<bool> accepted;
+        for (const HexMessage &each : messages_) {
+            accepted.push_back(each.kind == TLVMSG_HEX_MESSAGE && sense_.accepts(each.bytes));
+        }
+        if (std::find(accepted.begin(), accepted.end(), true) == accepted.end()) {
+            return;
+        }
+        for (size_t i = 0; i < messages_.size(); ++i) {
+            HexMessage &each = messages_[i];
+            if (each.kind == TLVMSG_HEX_MESSAGE && !accepted[i]) {
+                const bool foreign = words_ && !sense_.begins(each.bytes);
+                each.kind = foreign ? TLVMSG_HEX_NONE : TLVMSG_HEX_BROKEN;
+                each.bytes.resize(foreign ? 0 : each.bytes.size());
             }
         }
     }
@@ -330,8 +353,9 @@ private:
         for (size_t i = 1; i < items.size(); ++i) {
             const bool before = whole;
             whole = sense_.accepts(items[i].bytes);
-            const bool header = same_header(items[0].bytes, items[i].bytes) && sense_.begins(items[i].bytes);
-            if (!items[i - 1].joins && (before || whole || header || (empty_lines && items[i].apart))) {
+            const bool header = same_tag(items[0].bytes, items[i].bytes) && sense_.begins(items[i].bytes);
+            if (empty_lines ? header || items[i].apart || before || whole
+                            : !items[i - 1].joins && (before || whole || header)) {
                 starts.push_back(i);
             }
         }

@@ -132,10 +132,9 @@ private:
         const bool bytes = letter && (text_[first - 1] == 'b' || text_[first - 1] == 'B');
         const std::string_view content = text_.substr(first + 1, end - first - 1);
         at_ = end + 1;
-        if (bytes || escapes) {
-            const size_t begin = first - (letter ? 1 : 0);
-            found_.push_back({unescaped(content), text_.substr(begin, at_ - begin), line_, false, bytes});
-        }
+        const size_t begin = first - (letter ? 1 : 0);
+        found_.push_back(
+            {unescaped(content), text_.substr(begin, at_ - begin), line_, false, bytes, !bytes && !escapes});
     }
 
     void skip_white() {
@@ -252,6 +251,7 @@ private:
         behind = behind.substr(0, behind.find('\n'));
         std::string_view wide = wide_type_in(before);
         wide = wide.empty() && behind.find("dtype") != behind.npos ? wide_type_in(behind) : wide;
+        declared_size(before, values.size(), found);
         const bool negative =
             std::any_of(values.begin(), values.end(), [](int64_t each) { return each < 0; });
         const auto fits = [&](int64_t each) {
@@ -264,6 +264,19 @@ private:
         }
         found.bytes.assign(values.begin(), values.end());
         found_.push_back(std::move(found));
+    }
+
+    // x[28] = { ... } with less than 28 numbers has lost some of them.
+    static void declared_size(std::string_view before, size_t size, Literal &found) {
+        const size_t open = before.rfind('[');
+        const std::string_view number = open == before.npos ? "" : number_word(before.substr(open + 1));
+        const std::string_view rest = open == before.npos ? "" : before.substr(open + 1 + number.size());
+        const std::optional<uint64_t> count = number_of(number, 10);
+        if (found.place.empty() && count && rest.starts_with(']') && rest.find('=') != rest.npos &&
+            *count != size) {
+            found.place = before.substr(open);
+            found.wrong = " is its size, but " + std::to_string(size) + " numbers stand there";
+        }
     }
 
     std::string_view text_;

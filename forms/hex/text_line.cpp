@@ -68,7 +68,9 @@ size_t name_size(std::string_view word, std::string_view next) {
     const std::string_view name = word.substr(0, end);
     const std::string_view rest = word.substr(end + 1);
     if (!is_plain(name)) {
-        return rest.starts_with('/') || name.find_first_of("'\"({[") != name.npos ? 0 : end + 1;
+        return rest.starts_with('/') || rest.starts_with('=') || name.find_first_of("'\"({[") != name.npos
+                   ? 0
+                   : end + 1;
     }
     const bool number = name.size() <= 7 && std::all_of(name.begin(), name.end(), base::is_digit);
     const bool colons = rest.find(':') != rest.npos;
@@ -99,7 +101,7 @@ size_t label_word(std::string_view line, bool timed) {
     if (bar == "|" && rest.size() > 1) {
         return static_cast<size_t>(rest.data() - line.data()) + 1;
     }
-    if (timed) { // whatever names the program, up to its colon
+    if (timed && (!is_plain(word) || word.size() <= 2)) { // whatever names the program, up to its colon
         const size_t colon = line.substr(0, 200).find(": ");
         const bool day = word.size() <= 2 && std::all_of(word.begin(), word.end(), base::is_digit) &&
                          is_time(shape_of(rest.substr(0, 8)));
@@ -175,12 +177,10 @@ std::string normalized(std::string_view text) {
     for (size_t at = 0; at < text.size(); ++at) {
         const std::string_view rest = text.substr(at, 3);
         if (text[at] == '\r') {
-            const size_t next = text.find_first_not_of('\r', at);
-            if (next == text.npos || text[next] != '\n') {
-                normal += '\n';
-            } else {
-                at = next - 1;
-            }
+            const size_t next = std::min(text.find_first_not_of('\r', at), text.size());
+            const bool ended = next < text.size() && text[next] == '\n'; // the line, by that alone
+            normal.append(ended ? 0 : next - at, '\n');
+            at = next - 1;
         } else if (rest.starts_with("\xC2\xA0")) { // a no-break space
             normal += ' ';
             at += 1;

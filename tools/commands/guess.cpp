@@ -61,6 +61,10 @@ std::string guess_line(const tlvmsg_guess &guess, size_t size) {
             line += fmt::format(", {} tolerated", counted(verdict.extent.deviations, "deviation"));
         }
     }
+    if (guess.other != nullptr) {
+        line += fmt::format(", or {} with one difference: the tag at byte {}", guess.other->name,
+                            guess.other_offset);
+    }
     return guess.offset == 0 ? line + "\n" : fmt::format("{}, if it begins at byte {}\n", line, guess.offset);
 }
 
@@ -75,6 +79,9 @@ std::string guess_json(const tlvmsg_guess &guess) {
         line.json("error", error_json(verdict.fault).dump());
     } else {
         line.number("consumed", verdict.extent.consumed).number("deviations", verdict.extent.deviations);
+    }
+    if (guess.other != nullptr) {
+        line.text("other", guess.other->name).number("other_offset", guess.other_offset);
     }
     return line.object();
 }

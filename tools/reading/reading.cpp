@@ -109,7 +109,8 @@ private:
         const Bytes header = Bytes(input_.bytes).first(base::header_size);
         const auto from =
             rest.begin() + static_cast<std::ptrdiff_t>(consumed > 0 ? consumed : base::header_size);
-        const auto next = std::search(from, rest.end(), header.begin(), header.end());
+        const bool same_tag = consumed > 0 && std::equal(from, from + 2, header.begin());
+        const auto next = same_tag ? from : std::search(from, rest.end(), header.begin(), header.end());
         if (next == from && consumed > 0) {
             return consumed;
         }

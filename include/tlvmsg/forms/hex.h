@@ -54,6 +54,7 @@ enum {
 
 typedef enum tlvmsg_hex_kind {
     TLVMSG_HEX_MESSAGE,   /* a message, or several back to back */
+    TLVMSG_HEX_BROKEN,    /* what no type accepts as a whole, though types accept others of this text */
     TLVMSG_HEX_CANDIDATE, /* one of at least two in this line, any of which may be the message */
     TLVMSG_HEX_NONE       /* a line of words without a message; there are no bytes */
 } tlvmsg_hex_kind;
@@ -86,7 +87,7 @@ bool tlvmsg_is_text(const char *text, size_t length);
  * `*messages` is a block of `*count` messages with their bytes and names in it, to release with tlvmsg_free. On
  * failure it is null and `*count` 0, and `*fault`, which may be null, says what is in the way, and in which line; its
  * path is empty, and its offset counts in the text as UTF-8, without a byte order mark and with line feeds alone. All
- * messages are of kind TLVMSG_HEX_MESSAGE. It works on a copy of the text: while somebody else changes that, nothing
+ * messages are of kind TLVMSG_HEX_MESSAGE or TLVMSG_HEX_BROKEN. It works on a copy of the text: while somebody else changes that, nothing
  * outside is read, and the messages may mix both states.
  */
 bool tlvmsg_read_hex(const char *text, size_t length, tlvmsg_hex_message **messages, size_t *count,
