@@ -100,6 +100,13 @@ bool shows(std::string_view beside, const Bytes &bytes) {
     return at == beside.size();
 }
 
+// The same where blanks at its beginning are taken for those before it.
+bool shows_trimmed(std::string_view beside, const Bytes &bytes) {
+    const auto first = std::find_if(bytes.begin(), bytes.end(), [](uint8_t byte) { return byte != ' '; });
+    const std::string lost(static_cast<size_t>(first - bytes.begin()), ' ');
+    return shows(beside, bytes) || shows(lost + std::string(beside), bytes);
+}
+
 size_t characters(std::string_view text) {
     return static_cast<size_t>(std::count_if(
         text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
@@ -343,8 +350,8 @@ private:
             all_reversed.insert(all_reversed.end(), other.begin(), other.end());
             if (!line.beside.empty()) {
                 told = true;
-                straight = straight && shows(line.beside, line.bytes);
-                reversed = reversed && shows(line.beside, other);
+                straight = straight && shows_trimmed(line.beside, line.bytes);
+                reversed = reversed && shows_trimmed(line.beside, other);
             }
         }
         if (straight == reversed) {

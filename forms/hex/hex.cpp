@@ -18,14 +18,17 @@ HexMessages find_hex(std::string_view text, const tlvmsg_hex_options &options) {
     return messages.empty() ? HexMessages{{1, {}}} : std::move(messages);
 }
 
-// Messages alone, or what is in the way.
-void keep_messages(HexMessages &messages) {
+// Messages alone, or the line that is in the way.
+void keep_messages(std::string_view text, HexMessages &messages) {
     const auto choice = std::find_if(messages.begin(), messages.end(), [](const HexMessage &each) {
         return each.kind == TLVMSG_HEX_CANDIDATE;
     });
     if (choice != messages.end()) {
-        throw TextFault{TLVMSG_TEXT_SYNTAX, 0, "",
-                        "line " + std::to_string(choice->line) + " may be one of several messages"};
+        TextLines lines(text);
+        TextLine line{};
+        while (lines.next(line) && line.number < choice->line) {
+        }
+        fail(line.text, " has several runs that may be the message");
     }
     std::erase_if(messages, [](const HexMessage &each) { return each.kind == TLVMSG_HEX_NONE; });
 }
@@ -59,7 +62,7 @@ bool hand_out(Call &call, const char *text, size_t length, const tlvmsg_hex_opti
                 try {
                     HexMessages found = find_hex(copy, options);
                     if (!all) {
-                        keep_messages(found);
+                        keep_messages(copy, found);
                     }
                     *messages = new_messages(found);
                     *count = found.size();

@@ -26,8 +26,9 @@ struct Item {
     size_t line;
     std::string_view place;
     Bytes bytes{};
-    bool apart = false; // an empty line precedes
-    bool joins = false; // the next one belongs to it for certain
+    bool apart = false;  // an empty line precedes
+    bool joins = false;  // the next one belongs to it for certain
+    bool nearly = false; // pairs of hex digits with others between them
 };
 
 constexpr size_t header_size = 4;
@@ -49,6 +50,16 @@ bool begins_string(std::string_view text) {
     }
     return text.empty() || std::string_view("=([{$").find(text.back()) != std::string_view::npos ||
            text.ends_with("printf") || text.starts_with("echo");
+}
+
+bool is_nearly_hex(std::string_view text) {
+    size_t words = 0;
+    size_t pairs = 0;
+    for (; !text.empty(); ++words) {
+        const std::string_view word = take_word(text);
+        pairs += word.size() % 2 == 0 && std::all_of(word.begin(), word.end(), base::is_hex_digit) ? 1 : 0;
+    }
+    return pairs > 0 && 2 * pairs >= words;
 }
 
 class LineReader {
@@ -260,6 +271,7 @@ private:
             add(Form::found, line, std::move(longest));
         } else if (accepted.empty()) {
             add(Form::none, line, {});
+            items_.back().nearly = is_nearly_hex(line.text);
         }
         for (Bytes &each : accepted) {
             add(accepted.size() == 1 ? Form::found : Form::choice, line, std::move(each));
@@ -322,6 +334,9 @@ private:
             accepted.push_back(each.kind == TLVMSG_HEX_MESSAGE && sense_.accepts(each.bytes));
         }
         if (std::find(accepted.begin(), accepted.end(), true) == accepted.end()) {
+            for (HexMessage &each : messages_) { // put together of lines, of which some may be missing
+                each.kind = joined_ && sense_.begins(each.bytes) ? TLVMSG_HEX_BROKEN : each.kind;
+            }
             return;
         }
         for (size_t i = 0; i < messages_.size(); ++i) {
@@ -398,6 +413,10 @@ private:
                 }
             }
         }
+        const Item *const next = items.data() + items.size();
+        if (sense < 2 && next != items_.data() + items_.size() && next->nearly) {
+            fail(next->place, ": not all of it is bytes of two hex digits");
+        }
         if (words_ && sense < 2 && (sense == 0 || items.size() > 1)) {
             if (bytes.size() >= 2 * header_size) {
                 fail(words.substr(0, words.find_first_of(" \t\n")), " is neither hex nor a message");
@@ -406,6 +425,7 @@ private:
             messages_.back().bytes.clear();
             return;
         }
+        joined_ = joined_ || items.size() > 1;
         add_message(items, TLVMSG_HEX_MESSAGE);
     }
 
@@ -418,7 +438,8 @@ private:
     std::string_view place_; // of the first fault
     std::string wrong_;
     bool grave_ = false;
-    bool words_ = false; // lines of words are among them
+    bool joined_ = false; // some message goes on over lines
+    bool words_ = false;  // lines of words are among them
     bool base64_ = false;
     size_t base64_width_ = 0;
     int depth_ = 0; // of parentheses

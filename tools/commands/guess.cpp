@@ -110,7 +110,7 @@ int guess_input(const Options &options, const Input &input) {
     if (input.bytes.empty()) {
         report(input.problem.value_or(Problem{ToolCode::malformed_input, "no bytes to guess from"}),
                input.name);
-        return input.frame ? exit_found : exit_malformed;
+        return input.frame || input.problem ? exit_found : exit_malformed;
     }
     const list<tlvmsg_guess> guesses = guess(input.bytes, options.near);
     print_guesses(options, input, guesses);

@@ -81,14 +81,9 @@ public:
                 break;
             }
         }
-        for (Input &each : parts_) {
-            each.alone = input_.alone && parts_.size() == 1;
-            each.name = parts_.size() == 1 ? input_.name : fmt::format("{}@{}", input_.name, each.offset);
-        }
-        return std::move(parts_);
+        return named();
     }
 
-private:
     void add(size_t at, size_t size) {
         Input part{input_.file, input_.name, {}, input_.type};
         const auto first = input_.bytes.begin() + static_cast<std::ptrdiff_t>(at);
@@ -98,6 +93,15 @@ private:
         parts_.push_back(std::move(part));
     }
 
+    std::vector<Input> named() {
+        for (Input &each : parts_) {
+            each.alone = input_.alone && parts_.size() == 1;
+            each.name = parts_.size() == 1 ? input_.name : fmt::format("{}@{}", input_.name, each.offset);
+        }
+        return std::move(parts_);
+    }
+
+private:
     // Of the message that begins there.
     size_t end_of(Bytes rest) {
         tlvmsg_verdict verdict;
@@ -138,16 +142,12 @@ std::vector<Input> back_to_back(Input input, const Typing &typing) {
     if (!input.frame && !input.problem && type != nullptr) {
         parts = Cutter(input, type).parts();
     } else if (!input.frame && !input.problem) {
+        Cutter cutter(input, nullptr);
         const list<tlvmsg_part> found = divide(input.bytes);
         for (const tlvmsg_part &each : found) {
-            Input part{input.file, fmt::format("{}@{}", input.name, each.offset), {}};
-            const auto first = input.bytes.begin() + static_cast<std::ptrdiff_t>(each.offset);
-            part.bytes.assign(first, first + static_cast<std::ptrdiff_t>(each.size));
-            part.alone = false;
-            part.line = input.line;
-            part.offset = each.offset;
-            parts.push_back(std::move(part));
+            cutter.add(each.offset, each.size);
         }
+        parts = cutter.named();
     }
     if (parts.size() < 2) {
         parts.clear();
