@@ -342,9 +342,7 @@ private:
         for (size_t i = 0; i < messages_.size(); ++i) {
             HexMessage &each = messages_[i];
             if (each.kind == TLVMSG_HEX_MESSAGE && !accepted[i]) {
-                const bool foreign = words_ && !sense_.begins(each.bytes);
-                each.kind = foreign ? TLVMSG_HEX_NONE : TLVMSG_HEX_BROKEN;
-                each.bytes.resize(foreign ? 0 : each.bytes.size());
+                each.kind = TLVMSG_HEX_BROKEN;
             }
         }
     }

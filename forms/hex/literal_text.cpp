@@ -252,6 +252,7 @@ private:
         std::string_view wide = wide_type_in(before);
         wide = wide.empty() && behind.find("dtype") != behind.npos ? wide_type_in(behind) : wide;
         declared_size(before, values.size(), found);
+        stated_length(text_.substr(at_, enough), values.size(), found);
         const bool negative =
             std::any_of(values.begin(), values.end(), [](int64_t each) { return each < 0; });
         const auto fits = [&](int64_t each) {
@@ -264,6 +265,18 @@ private:
         }
         found.bytes.assign(values.begin(), values.end());
         found_.push_back(std::move(found));
+    }
+
+    // "unsigned int led_len = 120;", which xxd -i writes behind an array.
+    static void stated_length(std::string_view behind, size_t size, Literal &found) {
+        constexpr std::string_view name = "_len = ";
+        const size_t at = std::min(behind.find(name), behind.find('{'));
+        const std::string_view number =
+            at < behind.size() && behind[at] == '_' ? number_word(behind.substr(at + name.size())) : "";
+        if (const auto count = number_of(number, 10); found.place.empty() && count && *count != size) {
+            found.place = number;
+            found.wrong = " is the length, but " + std::to_string(size) + " numbers stand there";
+        }
     }
 
     // x[28] = { ... } with less than 28 numbers has lost some of them.

@@ -68,7 +68,7 @@ size_t name_size(std::string_view word, std::string_view next) {
     const std::string_view name = word.substr(0, end);
     const std::string_view rest = word.substr(end + 1);
     if (!is_plain(name)) {
-        return rest.starts_with('/') || rest.starts_with('=') || name.find_first_of("'\"({[") != name.npos
+        return rest.starts_with('/') || rest.starts_with('=') || name.find_first_of("'\"({[\\") != name.npos
                    ? 0
                    : end + 1;
     }
