@@ -108,7 +108,8 @@ private:
     }
 
     void read_line(const TextLine &line, std::span<const Literal> literals) {
-        if (literals.empty() ? read_digits(line) : read_literals(line, literals)) {
+        const bool escapes = without_label(line.text).starts_with('\\'); // quotation marks are bytes there
+        if (literals.empty() || escapes ? read_digits(line) : read_literals(line, literals)) {
             return;
         }
         read_words(line, literals);
