@@ -17,10 +17,14 @@ public:
     explicit Reader(const char *text) : text_(text), at_(text) {}
 
     bool has(const char *word) {
-        const size_t length = std::strlen(word);
-        const bool is_there = std::strncmp(at_, word, length) == 0;
-        at_ += is_there ? length : 0;
-        return is_there;
+        const char *at = at_;
+        for (; *word != '\0'; ++word, ++at) {
+            if (*at != *word) { // as it does at the end of the text
+                return false;
+            }
+        }
+        at_ = at;
+        return true;
     }
 
     bool ends() const { return *at_ == '\0'; }

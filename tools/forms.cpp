@@ -111,12 +111,12 @@ void print_text(const any_record &record) {
     print_told([&](auto sink) { return to_text(record, sink); });
 }
 
-size_t print_untyped_json(std::span<const uint8_t> bytes, unsigned indent) {
+size_t print_untyped_json(std::span<const uint8_t> bytes, unsigned indent, std::string_view behind) {
     tlvmsg_json_options options{};
     options.indent = indent;
     const size_t end =
         print_told([&](auto sink) { return untyped_to_json(bytes, sink, options, type_set()); });
-    print("\n");
+    print(behind);
     return end;
 }
 
@@ -155,8 +155,12 @@ any_record make_sample(const tlvmsg_type *type, tlvmsg_sample_kind kind, uint64_
     return std::move(made.value);
 }
 
-list<tlvmsg_hex_message> read_hex(std::string_view text) {
-    auto messages = tlvmsg::read_hex(text);
+list<tlvmsg_hex_message> find_hex(std::string_view text, const tlvmsg_type *type, bool holes) {
+    tlvmsg_hex_options options{};
+    options.set = type_set();
+    options.type = type;
+    options.holes = holes;
+    auto messages = tlvmsg::find_hex(text, options);
     if (!messages) {
         fail(messages.fault, fmt::format("line {}", messages.fault.line));
     }

@@ -38,7 +38,7 @@ any_record from_json(const tlvmsg_type *type, std::string_view text);
 
 // To standard output. Without a type they give how many bytes whole elements take.
 void print_text(const any_record &record);
-size_t print_untyped_json(std::span<const uint8_t> bytes, unsigned indent);
+size_t print_untyped_json(std::span<const uint8_t> bytes, unsigned indent, std::string_view behind = "\n");
 size_t print_untyped_text(std::span<const uint8_t> bytes);
 
 // By tags when the type is null.
@@ -50,7 +50,7 @@ list<tlvmsg_difference> differences(const any_record &a, const any_record &b);
 any_record make_sample(const tlvmsg_type *type, tlvmsg_sample_kind kind, uint64_t seed,
                        const std::vector<std::string> &settings = {});
 
-// At least one message. Throws Failure(exit_malformed) that begins with the line's number.
-list<tlvmsg_hex_message> read_hex(std::string_view text);
+// At least one message, and lines without. Throws Failure(exit_malformed) that begins with the line's number.
+list<tlvmsg_hex_message> find_hex(std::string_view text, const tlvmsg_type *type, bool holes);
 
 } // namespace tlvmsg::tool

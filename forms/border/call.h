@@ -69,9 +69,10 @@ public:
         return *this;
     }
 
-    // Does the work, and says whether it succeeded. Faults have their place in the text.
-    template <class Work>
-    bool run(Work work, std::string_view text = "") {
+    // Does the work, and says whether it succeeded. Faults have their place in the text, which may be one that the work
+    // makes.
+    template <class Work, class Text = std::string_view>
+    bool run(Work work, const Text &text = {}) {
         if (is_refused()) {
             return false;
         }

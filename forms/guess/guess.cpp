@@ -5,6 +5,7 @@
 #include <tlvmsg/forms/guess.h>
 
 #include <algorithm>
+#include <bit>
 #include <iterator>
 #include <map>
 #include <tuple>
@@ -44,6 +45,76 @@ auto identity(const Candidate &guess) {
                       verdict.fault.allowed);
 }
 
+// Headers of messages' members, wherever in the bytes they stand.
+class Alignment {
+public:
+    using Worth =
+        std::pair<size_t, size_t>; // smaller is better: what is not found of the bytes, and of the message
+
+    Alignment(Types messages, Bytes bytes) : bytes_(bytes) {
+        for (const tlvmsg_type *const message : messages) {
+            for (uint32_t i = 0; i < message->member_count; ++i) {
+                places_.try_emplace(tlvmsg_type_tag_read(message->members[i].type));
+            }
+        }
+        for (size_t at = 0; at + header_size <= bytes.size(); ++at) {
+            if (const auto places = places_.find(number_at(bytes, at));
+                places != places_.end() && places->second.size() < most_places) {
+                places->second.push_back(at);
+            }
+        }
+    }
+
+    // Goes through its members, and takes for each the next header that has the tag and a length.
+    Worth of(const tlvmsg_type *message) const {
+        size_t found = 0;
+        size_t missing = 0;
+        size_t at = 0;
+        size_t claimed = 0; // up to where bytes are counted
+        for (uint32_t i = 0; i < message->member_count; ++i) {
+            const tlvmsg_type *const member = message->members[i].type;
+            const std::vector<size_t> &places = places_.find(tlvmsg_type_tag_read(member))->second;
+            const bool expected = claimed + tag_size <= bytes_.size() &&
+                                  number_at(bytes_, claimed) == tlvmsg_type_tag_read(member);
+            const auto first = std::lower_bound(places.begin(), places.end(), at);
+            const auto last = first + std::min(most_looked_at, places.end() - first);
+            const auto place =
+                expected ? first
+                         : std::find_if(first, last, [&](size_t each) { return may_stand(member, each); });
+            if (!expected && place == last) {
+                missing += member->min_encoded;
+                continue;
+            }
+            const size_t begin = expected ? claimed : *place; // where it belongs its length may be broken
+            const Bytes rest = bytes_.subspan(begin);
+            const size_t size = may_stand(member, begin) ? size_by_header(member, rest) : member->min_encoded;
+            const size_t end = begin + std::min(size, rest.size());
+            found += end - std::max(begin, std::min(claimed, end));
+            claimed = std::max(claimed, end);
+            at = std::max(begin + header_size, end - std::min(end, most_lost));
+        }
+        return {SIZE_MAX - found, missing};
+    }
+
+private:
+    static constexpr size_t most_places = 1 << 14;
+    static constexpr std::ptrdiff_t most_looked_at = 64;
+    static constexpr size_t most_lost = 8; // bytes of an element, so that the next one begins before its end
+
+    bool may_stand(const tlvmsg_type *member, size_t at) const {
+        if (at + header_size > bytes_.size()) {
+            return false;
+        }
+        const size_t size = header_size + number_at(bytes_, at + tag_size);
+        const bool fixed = member->min_encoded == member->max_encoded;
+        return fixed ? size == member->min_encoded
+                     : size >= member->min_encoded && size <= bytes_.size() - at;
+    }
+
+    Bytes bytes_;
+    std::map<uint16_t, std::vector<size_t>> places_;
+};
+
 using Identity = decltype(identity({}));
 
 class Guesser {
@@ -69,7 +140,12 @@ public:
         });
         for (Candidate &each : guesses) {
             std::sort(each.types.begin(), each.types.end(), name_before);
+            const size_t understood = each.entry.understood;
             each.entry = of_type(each.types.front(), each.entry.offset);
+            each.entry.understood = understood;
+            if (takes_all(each.entry) && each.types.front()->kind == TLVMSG_MESSAGE) {
+                find_other(each.entry);
+            }
         }
         return {guesses.begin(), guesses.end()};
     }
@@ -80,6 +156,7 @@ private:
             add({&element, 1}, 0);
         }
         add_messages(0);
+        add_aligned();
         if (options_.search) {
             search();
         }
@@ -101,6 +178,36 @@ private:
         std::sort(places.begin(), places.end());
         for (size_t i = 0; i < std::min(places.size(), options_.most); ++i) {
             add_messages(places[i].second);
+        }
+    }
+
+    // Where no type understands all from the start on, a header there may be broken, or bytes be missing: then messages
+    // are told by headers of their members further in.
+    void add_aligned() {
+        size_t most = 0;
+        for (const auto &[identity, guess] : found_) {
+            most = std::max(most, guess.entry.understood);
+        }
+        if (most + 2 * header_size >= bytes_.size()) { // at most the last header is cut
+            return;
+        }
+        const Alignment alignment(set_.messages, bytes_);
+        std::map<Alignment::Worth, std::vector<const tlvmsg_type *>> best;
+        for (const tlvmsg_type *const type : set_.messages) {
+            const Alignment::Worth worth = alignment.of(type);
+            if (SIZE_MAX - worth.first > most) {
+                best[worth].push_back(type);
+                if (best.size() > std::max<size_t>(options_.most, 1)) {
+                    best.erase(std::prev(best.end()));
+                }
+            }
+        }
+        for (const auto &[worth, types] : best) {
+            for (const tlvmsg_type *const &type : types) {
+                Candidate guess{{of_type(type, 0), {}}};
+                guess.entry.understood = SIZE_MAX - worth.first;
+                found_.try_emplace(identity(guess), guess).first->second.types.push_back(type);
+            }
         }
     }
 
@@ -142,6 +249,55 @@ private:
         if (!others.empty()) {
             add(others, offset);
         }
+    }
+
+    // Another message that the bytes are but for one tag: where that is likely, as one bit makes the difference, or
+    // this message has deviations.
+    void find_other(tlvmsg_guess &guess) const {
+        const tlvmsg_type *const type = guess.verdict.type;
+        std::vector<uint8_t> changed(bytes_.begin(), bytes_.end());
+        for (const tlvmsg_type *const other : set_.messages) {
+            uint32_t differing = 0;
+            uint32_t differences = other->member_count == type->member_count ? 0 : 2;
+            for (uint32_t i = 0; differences < 2 && i < type->member_count; ++i) {
+                if (type->members[i].type != other->members[i].type) {
+                    differing = i;
+                    ++differences;
+                }
+            }
+            if (differences != 1) {
+                continue;
+            }
+            const uint16_t own = tlvmsg_type_tag_read(type->members[differing].type);
+            const uint16_t tag = tlvmsg_type_tag_read(other->members[differing].type);
+            const bool bit = std::has_single_bit(static_cast<unsigned>(own ^ tag));
+            const size_t at = place_of(differing);
+            if (own == tag || (!bit && guess.verdict.extent.deviations == 0) ||
+                at + tag_size > changed.size()) {
+                continue;
+            }
+            const auto put = [&](uint16_t number) {
+                changed[at] = static_cast<uint8_t>(number >> 8);
+                changed[at + 1] = static_cast<uint8_t>(number);
+            };
+            put(tag);
+            constexpr tlvmsg_limits strict{0, true, {}};
+            if (tlvmsg_judge(other, changed.data(), changed.size(), &strict, nullptr) == TLVMSG_FITS) {
+                guess.other = other;
+                guess.other_offset = at;
+                return;
+            }
+            put(number_at(bytes_, at));
+        }
+    }
+
+    // Of the so manyth element.
+    size_t place_of(uint32_t count) const {
+        size_t at = 0;
+        while (count-- > 0 && at + header_size <= bytes_.size()) {
+            at += header_size + number_at(bytes_, at + tag_size);
+        }
+        return at;
     }
 
     // A guess for all of these types: the same is to be said of each.

@@ -20,15 +20,35 @@ bool is_type_line(const TextLine &line) { return line.text.starts_with("type ");
 
 bool begins_with_letter(const TextLine &line) { return base::is_letter(line.text[0]); }
 
-// Whether any line has what only annotated text has.
+// Where another message begins without a type of its own.
+bool is_first(const TextLine &line) { return line.text.starts_with("0 "); }
+
+bool begins_with_number(const TextLine &line) {
+    const std::string_view word = line.text.substr(0, line.text.find_first_of(" \t|"));
+    return number_of(word, 10) && (word == "0" || word[0] != '0');
+}
+
+// Whether there are offsets, an explanation behind one of them or a type, and otherwise only lines that say nothing
+// about bytes.
 bool is_annotated(std::string_view text) {
+    bool explained = false;
+    bool typed = false;
+    bool offsets = false;
     TextLines lines(text);
     for (TextLine line; lines.next(line);) {
-        if (is_type_line(line) || line.text.find('|') != line.text.npos) {
-            return true;
+        const bool number = begins_with_number(line);
+        if (!number && !begins_with_letter(line) && line.text[0] != '|') {
+            return false;
+        }
+        offsets = offsets || number;
+        typed = typed || is_type_line(line);
+        explained = explained || (number && line.text.find(" |") != line.text.npos);
+        if (number && explained && !typed && line.text.back() == '|' &&
+            line.text.find('|') + 1 < line.text.size()) {
+            return false; // the text column of a dump
         }
     }
-    return false;
+    return typed || (explained && offsets);
 }
 
 // One line's words, taken one by one.
@@ -124,7 +144,7 @@ HexMessages read_annotated(std::string_view text) {
             const size_t blank = line.text.find_last_of(blanks);
             messages.push_back({line.number, {}, line.text.substr(blank + 1)});
         } else if (!begins_with_letter(line)) {
-            if (messages.empty()) {
+            if (messages.empty() || (!messages.back().bytes.empty() && is_first(line))) {
                 messages.push_back({line.number, {}, ""});
             }
             ByteLine(line.text, messages.back().bytes, repeated).add();

@@ -1,63 +1,36 @@
-// Every spelling in turn, until one is that of the text.
+// What form a text has, and the messages in it.
 #include "forms/border/block.h"
 #include "forms/border/call.h"
 #include "forms/border/input.h"
 #include "forms/hex/hex_text.h"
 
 #include <algorithm>
-#include <functional>
-#include <iterator>
 
 namespace tlvmsg::forms {
 
 namespace {
 
-class Attempts {
-public:
-    bool read(std::string_view text, const std::function<HexMessages(std::string_view)> &reader) {
-        try {
-            messages = reader(text);
-        } catch (const HexFault &found) {
-            const auto offset = static_cast<size_t>(found.place - text.data());
-            if (faults++ == 0 || offset > fault.offset) {
-                fault = {TLVMSG_TEXT_SYNTAX, offset, "", found.message};
-            }
+HexMessages find_hex(std::string_view text, const tlvmsg_hex_options &options) {
+    const Sense sense(options);
+    HexMessages messages = read_annotated(text);
+    messages = messages.empty() ? read_dumps(text, sense, options.holes) : std::move(messages);
+    messages = messages.empty() ? read_lines(text, sense) : std::move(messages);
+    return messages.empty() ? HexMessages{{1, {}}} : std::move(messages);
+}
+
+// Messages alone, or the line that is in the way.
+void keep_messages(std::string_view text, HexMessages &messages) {
+    const auto choice = std::find_if(messages.begin(), messages.end(), [](const HexMessage &each) {
+        return each.kind == TLVMSG_HEX_CANDIDATE;
+    });
+    if (choice != messages.end()) {
+        TextLines lines(text);
+        TextLine line{};
+        while (lines.next(line) && line.number < choice->line) {
         }
-        return !messages.empty();
+        fail(line.text, " has several runs that may be the message");
     }
-
-    bool read_dumps(std::string_view text, bool log) {
-        return std::any_of(std::begin(bases), std::end(bases), [&](int base) {
-            return read(text, [&](std::string_view whole) { return forms::read_dumps(whole, base, log); });
-        });
-    }
-
-    HexMessages messages;
-    TextFault fault{TLVMSG_TEXT_SYNTAX, 0, "", ""}; // of the spelling that got furthest
-    size_t faults = 0;
-
-private:
-    static constexpr int bases[] = {16, 8, 10};
-};
-
-HexMessages read_hex(std::string_view text) {
-    Attempts attempts;
-    if (attempts.read_dumps(text, false) || attempts.read(text, read_annotated) ||
-        attempts.read(text, read_c_arrays)) {
-        return std::move(attempts.messages);
-    }
-    const std::string said = without_log_words(text);
-    const size_t faults = attempts.faults;
-    bool read = attempts.read_dumps(said, true);
-    // Otherwise the offsets of a broken dump would be read as bytes.
-    const bool plain = attempts.faults == faults && said.find_first_not_of(" \n") != said.npos;
-    read = read || attempts.read(text, read_plain) || attempts.read(text, read_python_bytes) ||
-           attempts.read(said, read_python_lists) || (plain && attempts.read(said, read_plain)) ||
-           attempts.read(said, read_base64);
-    if (!read) {
-        throw TextFault(attempts.fault);
-    }
-    return std::move(attempts.messages);
+    std::erase_if(messages, [](const HexMessage &each) { return each.kind == TLVMSG_HEX_NONE; });
 }
 
 // The messages, and behind them their bytes and names.
@@ -71,10 +44,34 @@ tlvmsg_hex_message *new_messages(const HexMessages &messages) {
     for (size_t i = 0; i < messages.size(); ++i) {
         const HexMessage &each = messages[i];
         uint8_t *const type = std::copy(each.bytes.begin(), each.bytes.end(), next);
-        block[i] = {next, each.bytes.size(), reinterpret_cast<const char *>(type), each.line, {}};
+        block[i] = {next, each.bytes.size(), reinterpret_cast<const char *>(type), each.line, each.kind, {}};
         next = std::copy(each.type.begin(), each.type.end(), type) + 1; // zero as the block is
     }
     return block;
+}
+
+bool hand_out(Call &call, const char *text, size_t length, const tlvmsg_hex_options &options, bool all,
+              tlvmsg_hex_message **messages, size_t *count) {
+    std::string copy; // which nobody changes meanwhile
+    return call.hands_out("messages", messages)
+        .hands_out("count", count)
+        .reads("text", text, length)
+        .run(
+            [&] {
+                copy = normalized(text_at(text, length));
+                try {
+                    HexMessages found = find_hex(copy, options);
+                    if (!all) {
+                        keep_messages(copy, found);
+                    }
+                    *messages = new_messages(found);
+                    *count = found.size();
+                } catch (const HexFault &fault) {
+                    throw TextFault{TLVMSG_TEXT_SYNTAX, static_cast<size_t>(fault.place - copy.data()), "",
+                                    fault.message};
+                }
+            },
+            copy);
 }
 
 } // namespace
@@ -82,28 +79,25 @@ tlvmsg_hex_message *new_messages(const HexMessages &messages) {
 } // namespace tlvmsg::forms
 
 bool tlvmsg_is_text(const char *text, size_t length) {
-    return std::all_of(text, text + length, [](unsigned char byte) {
+    const auto is_printable = [](unsigned char byte) {
         return byte >= ' '
                    ? byte != 0x7F
-                   : std::string_view("\t\n\f\r").find(static_cast<char>(byte)) != std::string_view::npos;
-    });
+                   : std::string_view("\t\n\f\r\x1B").find(static_cast<char>(byte)) != std::string_view::npos;
+    };
+    return std::all_of(text, text + length, is_printable) || tlvmsg::forms::is_utf16({text, length});
 }
 
 bool tlvmsg_read_hex(const char *text, size_t length, tlvmsg_hex_message **messages, size_t *count,
                      tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    std::string_view whole = text_at(text, length);
-    whole.remove_prefix(whole.starts_with("\xEF\xBB\xBF") ? 3 : 0);
-    return Call(fault)
-        .hands_out("messages", messages)
-        .hands_out("count", count)
-        .reads("text", text, length)
-        .run(
-            [&] {
-                const std::string copy(whole); // which nobody changes meanwhile
-                const HexMessages read = read_hex(copy);
-                *messages = new_messages(read);
-                *count = read.size();
-            },
-            whole);
+    Call call(fault);
+    return hand_out(call, text, length, {}, false, messages, count);
+}
+
+bool tlvmsg_find_hex(const char *text, size_t length, const tlvmsg_hex_options *options,
+                     tlvmsg_hex_message **messages, size_t *count, tlvmsg_text_fault *fault) {
+    using namespace tlvmsg::forms;
+    Call call(fault);
+    return hand_out(call.takes("options", options), text, length,
+                    options != nullptr ? *options : tlvmsg_hex_options{}, true, messages, count);
 }

@@ -1,10 +1,9 @@
-// Texts that stand for bytes, a reader for each spelling. What a text has none of, gives no messages; what is
-// wrong in the spelling that it seems to have, is thrown.
+// Texts that stand for bytes, a reader for each form. What a text has none of, gives no messages; what is wrong in
+// the form that it has, is thrown.
 #pragma once
 
+#include "forms/hex/sense.h"
 #include "forms/hex/text_line.h"
-
-#include <tlvmsg/forms/hex.h>
 
 #include <vector>
 
@@ -13,23 +12,55 @@ namespace tlvmsg::forms {
 struct HexMessage {
     size_t line; // from 1
     std::vector<uint8_t> bytes;
-    std::string_view type; // that annotated text names, or empty
+    std::string_view type{}; // that annotated text names, or empty
+    tlvmsg_hex_kind kind = TLVMSG_HEX_MESSAGE;
 };
 
 using HexMessages = std::vector<HexMessage>;
 
-// Dumps whose offsets are of this base. In a log, lines that are no hex say nothing, and words that are none may stand
-// before an offset.
-HexMessages read_dumps(std::string_view text, int base, bool log);
-
 HexMessages read_annotated(std::string_view text);
-HexMessages read_c_arrays(std::string_view text);
-HexMessages read_python_lists(std::string_view text);
-HexMessages read_python_bytes(std::string_view text);
-HexMessages read_plain(std::string_view text);
-HexMessages read_base64(std::string_view text);
 
-// Whether there is no character but those of plain hex.
-bool is_plain(std::string_view text);
+// Lines that begin with an offset; what others say stands between dumps.
+HexMessages read_dumps(std::string_view text, const Sense &sense, bool holes);
+
+// Any other lines: bytes alone, or what is found between words.
+HexMessages read_lines(std::string_view text, const Sense &sense);
+
+// ---- Bytes in a line --------------------------------------------------------------------------------------------
+
+// Bytes as a line has them, or what is in the way.
+struct Field {
+    std::vector<uint8_t> bytes{};
+    std::string_view place{}; // of what is wrong; empty when nothing is
+    std::string wrong{};
+};
+
+// Pairs of hex digits, evenly divided, in a line that has nothing else; nothing for other text. Words before them that
+// are not divided like them are no bytes where the types say so.
+std::optional<Field> hex_field(std::string_view text, const Sense &sense);
+
+std::optional<std::vector<uint8_t>> base64_field(std::string_view text);
+
+// All runs of hex and of base64 between other characters, with at least four bytes each, or eight of base64.
+std::vector<std::vector<uint8_t>> runs_in(std::string_view line, const Sense &sense);
+
+// The same bytes in words of so many, each the other way round.
+std::vector<uint8_t> swapped(const std::vector<uint8_t> &bytes, size_t width);
+
+// ---- Literals of programs ---------------------------------------------------------------------------------------
+
+struct Literal : Field {
+    std::string_view text{}; // all of it
+    size_t line = 0;
+    bool list = false; // of numbers, not a string
+    bool sure = false;  // nobody but a program for bytes writes it: b'...', or a list
+    bool plain = false; // a string without escapes
+};
+
+// Strings with escapes, bytes of Python, lists and arrays of numbers, each from where it begins.
+std::vector<Literal> literals_in(std::string_view text);
+
+// What a string's escapes stand for.
+Field unescaped(std::string_view text);
 
 } // namespace tlvmsg::forms

@@ -12,12 +12,13 @@
 
 namespace tlvmsg::forms {
 
-constexpr std::string_view blanks = " \t\r\f";
+constexpr std::string_view blanks = " \t\f";
 
-// Not empty, without blanks around it.
+// Without blanks around it.
 struct TextLine {
     size_t number; // from 1
     std::string_view text;
+    bool apart; // an empty line or the start of the text precedes
 };
 
 // All lines but empty ones and comments, which begin with #.
@@ -31,14 +32,25 @@ private:
     size_t number_ = 0;
 };
 
+// The text in UTF-8, its lines ended by line feeds alone, with plain blanks and without byte order mark and colours.
+std::string normalized(std::string_view text);
+
+// Whether it is printable UTF-16, in either byte order.
+bool is_utf16(std::string_view text);
+
 // Takes the next word from the front; empty when there is none. Each of `alone` is a word of its own.
 std::string_view take_word(std::string_view &rest, std::string_view alone = "");
 
+void skip_blanks(std::string_view &rest);
+
 using base::number_of;
 
-// The text with blanks for comments and for what a log writes at the start of its lines: dates, times, levels,
-// [...], words with a colon behind them.
-std::string without_log_words(std::string_view text);
+// Whether there is no character but those of hex: digits, what stands between them, 0x, quotes.
+bool is_plain(std::string_view text);
+
+// What stands behind all that a log, a shell or a program writes at the start of a line: dates, times, levels, [...],
+// addresses, numbers of lines, words with a colon or = behind them.
+std::string_view without_label(std::string_view line);
 
 struct HexFault {
     const char *place; // in the text that was to be read

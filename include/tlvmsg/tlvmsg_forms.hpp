@@ -263,6 +263,13 @@ inline result<list<tlvmsg_hex_message>, text_fault> read_hex(std::string_view te
         [&](auto... out) { return tlvmsg_read_hex(text.data(), text.size(), out...); });
 }
 
+/* The same, and the lines that may hold one of several or none; the types decide what spelling leaves open. */
+inline result<list<tlvmsg_hex_message>, text_fault> find_hex(std::string_view text,
+                                                             const tlvmsg_hex_options &options) noexcept {
+    return detail::listed<tlvmsg_hex_message>(
+        [&](auto... out) { return tlvmsg_find_hex(text.data(), text.size(), &options, out...); });
+}
+
 /* ---- Texts in pieces ------------------------------------------------------------------------------------- */
 
 /*

@@ -77,7 +77,7 @@ TEST(TlvmsgForms, FaultsHaveAPlaceOnlyInATextAndAPathOnlyInARecord) {
     EXPECT_EQ(tlvmsg::to_json(tlvmsg::any_record()).fault.text(),
               "error[null-argument]: type: a null pointer was passed");
     EXPECT_EQ(tlvmsg::read_hex("0G").fault.text(),
-              "error[syntax]: \"0\" has an odd number of hex digits in line 1, column 1");
+              "error[syntax]: \"0G\" is neither hex nor a message in line 1, column 1");
 }
 
 TEST(TlvmsgForms, WhatIsMovedFromIsEmptyAndRecordsOfTwoTypesAreNotCompared) {

@@ -36,24 +36,23 @@ struct Message {
 class Messages {
 public:
     Messages(const std::string &path, const MessageOptions &options)
-        : source_(path, options.input), typing_(typing_of(options)) {}
+        : inputs_(path, options, typing_of(options)) {}
 
     std::optional<Message> next() {
         while (given_ == readings_.size()) {
-            std::optional<Input> input = source_.next();
+            std::optional<Input> input = inputs_.next();
             if (!input) {
                 return std::nullopt;
             }
             input_ = std::make_shared<const Input>(std::move(*input));
-            readings_ = read(*input_, typing_);
+            readings_ = read(*input_, inputs_.typing());
             given_ = 0;
         }
         return Message{input_, readings_[given_++]};
     }
 
 private:
-    Source source_;
-    Typing typing_;
+    Inputs inputs_;
     std::shared_ptr<const Input> input_;
     std::vector<Reading> readings_;
     size_t given_ = 0;

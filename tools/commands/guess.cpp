@@ -61,6 +61,10 @@ std::string guess_line(const tlvmsg_guess &guess, size_t size) {
             line += fmt::format(", {} tolerated", counted(verdict.extent.deviations, "deviation"));
         }
     }
+    if (guess.other != nullptr) {
+        line += fmt::format(", or {} with one difference: the tag at byte {}", guess.other->name,
+                            guess.other_offset);
+    }
     return guess.offset == 0 ? line + "\n" : fmt::format("{}, if it begins at byte {}\n", line, guess.offset);
 }
 
@@ -75,6 +79,9 @@ std::string guess_json(const tlvmsg_guess &guess) {
         line.json("error", error_json(verdict.fault).dump());
     } else {
         line.number("consumed", verdict.extent.consumed).number("deviations", verdict.extent.deviations);
+    }
+    if (guess.other != nullptr) {
+        line.text("other", guess.other->name).number("other_offset", guess.other_offset);
     }
     return line.object();
 }
@@ -103,7 +110,7 @@ int guess_input(const Options &options, const Input &input) {
     if (input.bytes.empty()) {
         report(input.problem.value_or(Problem{ToolCode::malformed_input, "no bytes to guess from"}),
                input.name);
-        return input.frame ? exit_found : exit_malformed;
+        return input.frame || input.problem ? exit_found : exit_malformed;
     }
     const list<tlvmsg_guess> guesses = guess(input.bytes, options.near);
     print_guesses(options, input, guesses);

@@ -28,6 +28,9 @@ void add_input_options(Command command, MessageOptions &options) {
         .type_name("EXPR");
     add_number(command, "--offset", options.input.offset,
                "Where in each frame, or in a file, the message begins");
+    command.add_flag("--holes", options.input.holes,
+                     "Take bytes that the offsets of a hex dump leave out for zeros");
+    command.add_flag("--skipped", options.input.skipped, "Say which lines of a text hold no message");
     const auto take_framing = [&options](const std::string &text) {
         options.input.framing.header = parse_framing(text);
         return true;
@@ -86,19 +89,41 @@ std::string heading_for(const MessageOptions &options, const Input &input) {
     if (input.frame) {
         return fmt::format("# {}\n", frame_heading(input));
     }
-    return options.files.size() > 1 || !input.alone ? fmt::format("# {}\n", input.name) : "";
+    const std::string nth = input.alone ? "" : fmt::format(", message {}", input.number);
+    return options.files.size() > 1 || !input.alone ? fmt::format("# {}{}\n", input.name, nth) : "";
+}
+
+Inputs::Inputs(const std::string &path, const MessageOptions &options, const Typing &typing)
+    : typing_(typing), source_(path, configured(options.input)) {}
+
+InputOptions Inputs::configured(InputOptions options) const {
+    options.type = typing_.type;
+    options.framing.fits = [this](const FrameFacts &facts, std::span<const uint8_t> there, size_t size) {
+        return may_be_read(facts, there, size, typing_);
+    };
+    return options;
+}
+
+std::optional<Input> Inputs::next() {
+    if (given_ == parts_.size()) {
+        std::optional<Input> input = source_.next();
+        if (!input) {
+            return std::nullopt;
+        }
+        parts_ = back_to_back(std::move(*input), typing_);
+        given_ = 0;
+    }
+    Input part = std::move(parts_[given_++]);
+    part.number = part.frame ? 0 : ++number_;
+    return part;
 }
 
 int for_each_input(const MessageOptions &options, const Typing &typing,
                    const std::function<int(const Input &)> &work) {
     int status = exit_fine;
-    InputOptions how = options.input;
-    how.framing.fits = [&typing](const FrameFacts &facts, std::span<const uint8_t> there, size_t size) {
-        return may_be_read(facts, there, size, typing);
-    };
     for (const std::string &path : options.files.empty() ? std::vector<std::string>{"-"} : options.files) {
         try {
-            Source source(path, how);
+            Inputs source(path, options, typing);
             while (const std::optional<Input> input = source.next()) {
                 status = std::max(status, work(*input));
                 if (source.is_live()) {

@@ -37,6 +37,26 @@ std::string heading_for(const MessageOptions &options, const Input &input);
 int for_each_input(const MessageOptions &options, const Typing &typing,
                    const std::function<int(const Input &)> &work);
 
+// The messages of a file, one by one: those that lie back to back, too.
+class Inputs {
+public:
+    Inputs(const std::string &path, const MessageOptions &options, const Typing &typing);
+    Inputs(const Inputs &) = delete;
+
+    std::optional<Input> next();
+    bool is_live() const { return source_.is_live(); }
+    const Typing &typing() const { return typing_; }
+
+private:
+    InputOptions configured(InputOptions options) const;
+
+    const Typing typing_;
+    Source source_;
+    std::vector<Input> parts_;
+    size_t given_ = 0;
+    size_t number_ = 0; // of messages
+};
+
 // The same, for what each is taken for.
 int for_each_reading(const MessageOptions &options,
                      const std::function<int(const Input &, const Reading &)> &work);

@@ -1,9 +1,12 @@
 #include "input.h"
 
 #include "file.h"
+#include "foreign.h"
 
 #include "base/element.h"
+#include "base/hex.h"
 #include "cli/failure.h"
+#include "cli/terminal.h"
 #include "tools/forms.h"
 
 #include <fmt/format.h>
@@ -84,32 +87,60 @@ Source::Source(const std::string &path, const InputOptions &options) : file_(fil
         throw Failure(exit_malformed, fmt::format("{}: no capture, and --filter is for those", file_));
     }
     const std::string text = read_rest(file.get(), path);
+    if (const std::string foreign = options.form == InputForm::detect ? foreign_format(text) : "";
+        !foreign.empty()) {
+        throw Failure(exit_malformed, fmt::format("{}: {}; --in raw takes it as it is", file_, foreign));
+    }
     if (options.form == InputForm::raw ||
         (options.form == InputForm::detect && !tlvmsg_is_text(text.data(), text.size()))) {
         inputs_.push_back({file_, file_, {text.begin(), text.end()}});
         drop_newline(inputs_.back().bytes);
     } else {
-        read_text(text);
+        read_text(text, options);
     }
     for (Input &input : inputs_) {
         drop_front(input, options.offset.value_or(0));
     }
 }
 
-void Source::read_text(const std::string &text) {
-    try {
-        const list<tlvmsg_hex_message> messages = read_hex(text);
-        const bool alone = messages.size() == 1;
-        for (const tlvmsg_hex_message &each : messages) {
-            inputs_.push_back({file_,
-                               alone ? file_ : fmt::format("{}:{}", file_, each.line),
-                               {each.bytes, each.bytes + each.size},
-                               each.type,
-                               alone});
+void Source::read_text(const std::string &text, const InputOptions &options) {
+    const list<tlvmsg_hex_message> messages = [&] {
+        try {
+            return find_hex(text, options.type, options.holes);
+        } catch (const Failure &failure) {
+            throw Failure(failure.exit_status,
+                          fmt::format("{}: {}; --in raw takes it as it is", file_, failure.what()));
         }
-    } catch (const Failure &failure) {
-        throw Failure(failure.exit_status,
-                      fmt::format("{}: {}; --in raw takes it as it is", file_, failure.what()));
+    }();
+    const tlvmsg_hex_message *choice = nullptr; // the one before, where several may be the message
+    for (const tlvmsg_hex_message &each : messages) {
+        const std::string place = fmt::format("{}:{}", file_, each.line);
+        if (each.kind == TLVMSG_HEX_NONE) {
+            if (options.skipped) {
+                complain(fmt::format("tlv: {}: no message", place));
+            }
+            continue;
+        }
+        const bool another = choice != nullptr && choice->line == each.line;
+        choice = each.kind == TLVMSG_HEX_CANDIDATE ? &each : nullptr;
+        if (!another) {
+            inputs_.push_back({file_, place, {}, each.type, false, {}, {}, each.line});
+        }
+        if (choice == nullptr) {
+            inputs_.back().bytes.assign(each.bytes, each.bytes + each.size);
+            if (each.kind == TLVMSG_HEX_BROKEN && options.type == nullptr) {
+                inputs_.back().problem.emplace(ToolCode::unknown_message, "no message type fits all of these bytes");
+            }
+            continue;
+        }
+        std::optional<Problem> &problem = inputs_.back().problem;
+        const std::string before = problem ? problem->text + ", or" : "the message may be";
+        const std::string bytes = base::hex_pairs({each.bytes, std::min<size_t>(each.size, 8)});
+        problem.emplace(ToolCode::ambiguous, fmt::format("{} {} bytes {}", before, each.size, bytes));
+    }
+    if (inputs_.size() == 1) {
+        inputs_.front().alone = true;
+        inputs_.front().name = inputs_.front().problem ? inputs_.front().name : file_;
     }
 }
 

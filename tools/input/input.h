@@ -7,6 +7,8 @@
 #include "packets.h"
 #include "progress.h"
 
+#include <tlvmsg/types.h>
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -20,6 +22,10 @@ enum class InputForm { detect, raw, hex, capture };
 // How files are read. Only the offset says something of others than captures: where in the file messages begin.
 struct InputOptions : PacketOptions {
     InputForm form = InputForm::detect;
+    const tlvmsg_type *type =
+        nullptr;          // of every message, which helps to find them in text; null when not known
+    bool holes = false;   // bytes that the offsets of a dump leave out are zero
+    bool skipped = false; // tell of lines of text without a message
 };
 
 struct Input {
@@ -29,7 +35,10 @@ struct Input {
     std::string type{};                // that annotated text names, or empty
     bool alone = true;                 // the only message of its file
     std::optional<FrameFacts> frame{}; // of captures
-    std::optional<Problem> problem{};  // of captures: why there is no whole payload
+    std::optional<Problem> problem{};  // why there is no whole payload, or none that is certain
+    size_t line = 0;                   // of text: where it begins, from 1
+    size_t number = 0;                 // of the message in its file, from 1, and of frames 0
+    size_t offset = 0;                 // where it begins among messages that lie back to back
 };
 
 // The inputs of a file, one by one: a capture is never held as a whole, and what has arrived is not kept back.
@@ -47,7 +56,7 @@ public:
     bool is_live() const { return packets_ != nullptr && !packets_->capture().size(); }
 
 private:
-    void read_text(const std::string &text);
+    void read_text(const std::string &text, const InputOptions &options);
 
     std::string file_;
     std::vector<Input> inputs_; // of all that is no capture

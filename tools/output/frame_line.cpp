@@ -21,7 +21,11 @@ std::optional<uint16_t> destination_port(const FrameFacts &facts) {
 JsonLine input_line(const Input &input, bool several) {
     JsonLine line;
     if (!input.frame) {
-        return line.text("name", input.name);
+        line.text("name", input.name);
+        if (input.line > 0 && !input.alone) {
+            line.number("line", input.line);
+        }
+        return input.alone ? line : line.number("offset", input.offset).number("number", input.number);
     }
     const FrameFacts &facts = *input.frame;
     if (several) {

@@ -22,7 +22,7 @@ public:
 
     void message(const Input &input, const Reading &reading, const tlvmsg_verdict &verdict,
                  const any_record &record) override {
-        if (!input.frame) {
+        if (is_alone(input)) {
             return print(to_json(record, indent()) + "\n");
         }
         JsonLine line = line_of(input, reading);
@@ -37,12 +37,19 @@ public:
         print(line.line());
     }
 
-    size_t untyped(const Input &, const Reading &reading) override {
-        return print_untyped_json(reading.bytes, indent());
+    size_t untyped(const Input &input, const Reading &reading) override {
+        if (is_alone(input)) {
+            return print_untyped_json(reading.bytes, indent());
+        }
+        const std::string line = line_of(input, reading).object();
+        print(line.substr(0, line.size() - 1) + ",\"message\":");
+        const size_t end = print_untyped_json(reading.bytes, 0, "");
+        print("}\n");
+        return end;
     }
 
     void refused(const Input &input, const Reading &reading, const tlvmsg_fault &fault) override {
-        if (input.frame) {
+        if (!is_alone(input)) {
             JsonLine line = line_of(input, reading);
             if (options_.partial) {
                 line.json("partial", partial_json(reading.type, reading.bytes, 0));
@@ -66,6 +73,9 @@ public:
     }
 
 private:
+    // Its message is all that is printed, so that it needs no name.
+    bool is_alone(const Input &input) const { return !input.frame && input.alone && !options_.several; }
+
     unsigned indent() const { return options_.compact ? 0 : 2; }
 
     JsonLine line_of(const Input &input, const Reading &reading) const {

@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 namespace tlvmsg::tool {
 
 using namespace cli;
@@ -71,6 +73,78 @@ Problem nothing_fits(const FrameFacts &facts, Bytes payload) {
             loss};
 }
 
+// Cuts a file's bytes where messages begin.
+class Cutter {
+public:
+    Cutter(const Input &input, const tlvmsg_type *type) : input_(input), type_(type) {}
+
+    std::vector<Input> parts() {
+        for (size_t at = 0; at < input_.bytes.size();) {
+            const Bytes rest = Bytes(input_.bytes).subspan(at);
+            const size_t end = end_of(rest);
+            add(at, end);
+            at += end;
+            if (at < input_.bytes.size() && other_ != nullptr) {
+                add(at, input_.bytes.size() - at);
+                parts_.back().problem = Problem{
+                    ToolCode::unknown_message,
+                    fmt::format("a whole {} stands behind a message of type {}", other_->name, type_->name)};
+                break;
+            }
+        }
+        return named();
+    }
+
+    void add(size_t at, size_t size) {
+        Input part{input_.file, input_.name, {}, input_.type};
+        const auto first = input_.bytes.begin() + static_cast<std::ptrdiff_t>(at);
+        part.bytes.assign(first, first + static_cast<std::ptrdiff_t>(size));
+        part.line = input_.line;
+        part.offset = at;
+        parts_.push_back(std::move(part));
+    }
+
+    std::vector<Input> named() {
+        for (Input &each : parts_) {
+            each.alone = input_.alone && parts_.size() == 1;
+            each.name = parts_.size() == 1 ? input_.name : fmt::format("{}@{}", input_.name, each.offset);
+        }
+        return std::move(parts_);
+    }
+
+private:
+    // Of the message that begins there.
+    size_t end_of(Bytes rest) {
+        tlvmsg_verdict verdict;
+        const tlvmsg_fit fit = tlvmsg_judge(type_, rest.data(), rest.size(), nullptr, &verdict);
+        const size_t consumed = fit == TLVMSG_FITS_PART ? verdict.extent.consumed : 0;
+        if (fit == TLVMSG_FITS || rest.size() - consumed < base::header_size) {
+            return rest.size();
+        }
+        const Bytes header = Bytes(input_.bytes).first(base::header_size);
+        const auto from =
+            rest.begin() + static_cast<std::ptrdiff_t>(consumed > 0 ? consumed : base::header_size);
+        const bool same_tag = consumed > 0 && std::equal(from, from + 2, header.begin());
+        const auto next = same_tag ? from : std::search(from, rest.end(), header.begin(), header.end());
+        if (next == from && consumed > 0) {
+            return consumed;
+        }
+        if (consumed > 0) {
+            const list<tlvmsg_part> others = divide(rest.subspan(consumed));
+            other_ = others.size() > 0 ? others[0].types[0] : nullptr;
+            if (other_ != nullptr || next != rest.end()) {
+                return consumed;
+            }
+        }
+        return static_cast<size_t>(next - rest.begin());
+    }
+
+    const Input &input_;
+    const tlvmsg_type *type_;
+    const tlvmsg_type *other_ = nullptr; // whose message follows
+    std::vector<Input> parts_;
+};
+
 } // namespace
 
 bool may_be_read(const FrameFacts &facts, Bytes there, size_t size, const Typing &typing) {
@@ -83,6 +157,26 @@ bool may_be_read(const FrameFacts &facts, Bytes there, size_t size, const Typing
     const bool may_fit = type != nullptr && there.size() < size && (fits || fault.code == TLVMSG_TRUNCATED);
     return may_fit || (fits && extent.consumed == size) ||
            tlvmsg_fits_messages(const_cast<tlvmsg_type_set *>(type_set()), there.data(), there.size(), size);
+}
+
+std::vector<Input> back_to_back(Input input, const Typing &typing) {
+    std::vector<Input> parts;
+    const tlvmsg_type *const type = typing.type != nullptr ? typing.type : named_type(input);
+    if (!input.frame && !input.problem && type != nullptr) {
+        parts = Cutter(input, type).parts();
+    } else if (!input.frame && !input.problem) {
+        Cutter cutter(input, nullptr);
+        const list<tlvmsg_part> found = divide(input.bytes);
+        for (const tlvmsg_part &each : found) {
+            cutter.add(each.offset, each.size);
+        }
+        parts = cutter.named();
+    }
+    if (parts.size() < 2) {
+        parts.clear();
+        parts.push_back(std::move(input));
+    }
+    return parts;
 }
 
 std::vector<Reading> read(const Input &input, const Typing &typing) {

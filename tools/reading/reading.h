@@ -37,6 +37,13 @@ struct Reading {
 // Whether a body of so many bytes, of which these have come, is a message that somebody configured or several that are
 // known, or may be the beginning of that. What it says no to can be read all the same, where a body is known to be.
 bool may_be_read(const FrameFacts &facts, std::span<const uint8_t> there, size_t size, const Typing &typing);
+/*
+ * The messages of a file that lie back to back, an input each; frames and what has a problem stay as they are. With a
+ * type, another message begins where a header of its first element stands; what is broken ends there, too. What else is
+ * behind a message stays with it, since newer peers may have sent it, unless a whole message of another type is there:
+ * that is a problem. Without a type they are divided as payloads are.
+ */
+std::vector<Input> back_to_back(Input input, const Typing &typing);
 
 // At least one, in the order of the bytes, which are the input's.
 std::vector<Reading> read(const Input &input, const Typing &typing);

@@ -38,8 +38,11 @@ typedef struct tlvmsg_guess {
     tlvmsg_verdict verdict;          /* of the first type; bytes are counted from `offset` */
     const tlvmsg_type *const *types; /* of equal worth, by name; at least one */
     size_t type_count;
-    size_t offset;     /* where they begin; only where other offsets are searched it can be other than 0 */
-    size_t understood; /* bytes from there on that stand where the type has them */
+    size_t offset; /* where they begin; only where other offsets are searched it can be other than 0 */
+    size_t
+        understood; /* bytes from there on that stand where the type has them, or that its members' headers begin */
+    const tlvmsg_type *other; /* a message that all bytes are but for one tag, or null; see below */
+    size_t other_offset;      /* where that tag stands */
     uintptr_t reserved[2];
 } tlvmsg_guess;
 
@@ -61,6 +64,12 @@ typedef struct tlvmsg_guess_options {
  *   - then messages, structures, enumerations, arrays, scalars: a message before its parts;
  *   - then what accepts the bytes before what refuses them;
  *   - then smaller offsets, then fewer deviations, then more types.
+ *
+ * Where none understands all bytes, a header may be broken or bytes be missing: messages are then also told by headers of
+ * their members wherever these stand, in their order.
+ *
+ * A message that takes all bytes, with deviations, names another that takes them without any once one tag is changed; a
+ * message without deviations names one for which a single bit of a tag makes the difference.
  *
  * Types that are of one kind and have the same numbers in their verdicts are one guess. Only messages are looked for at
  * other offsets: where most of one is understood, more than a first header, and which no message covers that begins

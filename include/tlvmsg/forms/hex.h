@@ -1,22 +1,21 @@
 /*
  * forms/hex.h - bytes that somebody wrote down as text.
  *
- * The text is read as the first of these that the whole of it is:
+ * What form it has, the whole text decides, and the types where spelling leaves something open:
  *
- *   - dumps (xxd, hexdump -C, od -tx1, tcpdump -x, tshark -x): every line begins with an offset of four or more
- *     digits, in hex, octal or decimal, which is how many bytes precede;
  *   - annotated, as tlvmsg_annotate writes it: offset, bytes, and behind | an explanation. A line "type NAME"
  *     begins a message, and "(00 06) × 2" repeats bytes;
- *   - C arrays: numbers between braces;
- *   - dumps from 0 on in a log: words that are no hex may stand before an offset, and lines of such words;
- *   - plain: pairs of hex digits with or without blanks, commas, colons, dashes, 0x, \x, quotes;
- *   - Python: b'\x03\xe9', or [0x03, 233];
- *   - plain in a log: dates, times, levels, [...] and words with a colon behind them may begin a line. Nothing
- *     but times before the digits is plain itself;
- *   - base64, padded, or 16 characters and more that are no word.
+ *   - dumps (xxd, hexdump -C, od -tx1, tcpdump -x, tshark -x, gdb's x/xb): lines begin with offsets, which rise by what
+ *     the lines hold. Other text may stand between dumps. Words in the byte order of a machine are read where the text
+ *     beside them or the types say which, and otherwise refused;
+ *   - lines of hex digits, evenly divided by blanks, commas, colons, dashes or 0x, or of base64;
+ *   - literals of programs: strings with escapes, b'\x03\xe9' of Python, [0x03, 233] and { 3, 233 }, which are refused
+ *     where they hold more than bytes;
+ *   - any other line: its runs of hex, base64 or escapes are messages where a type accepts one, and no other, as a whole.
  *
- * Lines that begin with # are comments. Dumps that begin again where the first did, types in annotated text,
- * C arrays, and literals of Python that something stands between, are messages of their own.
+ * Dates, times, levels, names, addresses, numbers of lines and the like before bytes are none. Messages may be one a
+ * line or a paragraph each, or go on over lines: what types accept. Lines that begin with # are comments. The text may
+ * be UTF-16, end its lines in any way, and have no-break spaces and a terminal's colours. Time is linear in its length.
  *
  * Example:
  *
@@ -36,6 +35,7 @@
 #define TLVMSG_FORMS_HEX_H
 
 #include <tlvmsg/forms/fault.h>
+#include <tlvmsg/forms/types.h>
 
 #include <stdbool.h>
 #include <stddef.h>
@@ -52,26 +52,53 @@ enum {
     TLVMSG_MOST_REPEATED = 1 << 24 /* bytes that a text's messages may reach together by repetition */
 };
 
+typedef enum tlvmsg_hex_kind {
+    TLVMSG_HEX_MESSAGE,   /* a message, or several back to back */
+    TLVMSG_HEX_BROKEN,    /* what no type accepts as a whole, though types accept others of this text */
+    TLVMSG_HEX_CANDIDATE, /* one of at least two in this line, any of which may be the message */
+    TLVMSG_HEX_NONE       /* a line of words without a message; there are no bytes */
+} tlvmsg_hex_kind;
+
 typedef struct tlvmsg_hex_message {
     const uint8_t *bytes;
     size_t size;
     const char *type; /* that annotated text names, or "" */
     size_t line;      /* where it begins, from 1 */
+    tlvmsg_hex_kind kind;
     uintptr_t reserved[2];
 } tlvmsg_hex_message;
 
-/* Whether nothing but printable characters, blanks and line ends is in it; bytes from 0x80 on are printable. */
+/* What decides where spelling leaves it open. `{0}` and a null pointer say the same. */
+typedef struct tlvmsg_hex_options {
+    const tlvmsg_type_set *set; /* the types; null for all */
+    const tlvmsg_type *type;    /* of every message, or null */
+    bool holes; /* bytes that a dump's offsets leave out are zero, up to TLVMSG_MOST_REPEATED */
+    uintptr_t reserved[4];
+} tlvmsg_hex_options;
+
+/*
+ * Whether nothing but printable characters, blanks, line ends and escape characters is in it; bytes from 0x80 on are
+ * printable. Or whether it is UTF-16 of such.
+ */
 bool tlvmsg_is_text(const char *text, size_t length);
 
 /*
  * Reads at least one message from `length` bytes of text, which may be null when there are none. On success
  * `*messages` is a block of `*count` messages with their bytes and names in it, to release with tlvmsg_free. On
- * failure it is null and `*count` 0, and `*fault`, which may be null, is about the spelling that got furthest;
- * its path is empty, and its offset counts from behind a byte order mark. It works on a copy of the text: while
- * somebody else changes that, nothing outside is read, and the messages may mix both states.
+ * failure it is null and `*count` 0, and `*fault`, which may be null, says what is in the way, and in which line; its
+ * path is empty, and its offset counts in the text as UTF-8, without a byte order mark and with line feeds alone. All
+ * messages are of kind TLVMSG_HEX_MESSAGE or TLVMSG_HEX_BROKEN. It works on a copy of the text: while somebody else changes that, nothing
+ * outside is read, and the messages may mix both states.
  */
 bool tlvmsg_read_hex(const char *text, size_t length, tlvmsg_hex_message **messages, size_t *count,
                      tlvmsg_text_fault *fault);
+
+/*
+ * The same, with lines that have no message, or may have one of several, among the messages: at least one of these is
+ * no TLVMSG_HEX_NONE.
+ */
+bool tlvmsg_find_hex(const char *text, size_t length, const tlvmsg_hex_options *options,
+                     tlvmsg_hex_message **messages, size_t *count, tlvmsg_text_fault *fault);
 
 #ifdef __GNUC__
 #pragma GCC visibility pop

@@ -83,12 +83,36 @@ for spelling in other/*; do
     bytes_of "$spelling" >read.bin
     case $spelling in *squeezed) same read.bin big.bin ;; *) same read.bin led.bin ;; esac
 done
-several() { tlv decode --compact "$1" >out 2>err; status=$?; is 0; equal "$(cat out)" "$(printf '%s\n' "$expected" "$expected")"; }
+several() { tlv decode --compact "$1" >out 2>err; status=$?; is 0; equal "$(jq -c .message out)" "$(printf '%s\n' "$expected" "$expected")"; }
 expected=$(tlv decode --compact led.bin 2>err)
 for spelling in dump od chat c other/python other/list other/dump; do
     cat $spelling $spelling >twice; several twice
 done
 run diff -t $message twice led.bin; is 1; equal "$(cat out)" "2: (message): \"twice:$(($(wc -l <other/dump) + 2))\" -> nothing"
+
+# Every message: a line each, back to back, in logs; each with its place.
+for i in 1 2 3; do xxd -p -c0 led.bin | sed "s/^/12:00:0$i /"; done >lines
+cat led.bin led.bin led.bin >raw
+run decode -t $message lines; is 0; equal "$(jq -c '[.line,.number,.type]' out)" "$(printf '[%s,%s,"'$message'"]\n' 1 1 2 2 3 3)"
+run decode -t $message raw; is 0; equal "$(jq -c '[.offset,.number]' out)" "$(printf '[%s]\n' 0,1 120,2 240,3)"
+run verify -t $message raw; is 0; prints '^raw@240: .*120 of 120 bytes'
+run guess raw; is 0; equal "$(grep -c '^yes' out)" 3
+change raw 120 0999
+run verify -t $message raw; is 1; prints '^raw@240: .*120 of 120 bytes'; error_has 'raw, from|raw@120, from'
+tlv sample kavu_analogbri_generic_report >report.bin
+cat report.bin led.bin >other.bin
+run verify -t kavu_analogbri_generic_report other.bin; is 1; error_has 'a whole .* stands behind a message'
+{ echo 'Nov 21 10:00:01 host tlvd[7]: up'; printf '{"ts":1700000000,"data":"%s"}\n' "$(xxd -p -c0 led.bin)"; } >log
+run verify -t $message --skipped log; is 0; error_has 'log:1: no message'; prints '120 of 120 bytes'
+printf 'rx %s tx %s\n' "$(xxd -p -c0 led.bin)" "$(tlv sample --seed 9 $message | xxd -p -c0)" >choice
+run decode -t $message choice; is 1; error_has 'ambiguous.*choice:1: .*120 bytes .*, or 120 bytes'; equal "$(cat out)" ''
+
+# Words of the machine's order by the text beside them, UTF-16, what a dump leaves out, what is no text of bytes.
+xxd -e led.bin >words; xxd led.bin | iconv -t UTF-16 >utf16; sed 3d dump >lost
+for spelling in words utf16; do bytes_of $spelling >read.bin; same read.bin led.bin; done
+run annotate lost; is 3; error_has 'lost: line 3: "00000030" is no offset of what follows 32 bytes; --holes'
+run annotate --holes lost; is 0; prints '120 bytes|zel_led_control'
+gzip -c led.bin >led.gz; run decode led.gz; is 3; error_has 'gzip -dc FILE'
 
 # Text that is no message names the line.
 malformed() { printf "$1" | tlv decode >out 2>err; status=$?; is 3; error_has "$2"; }

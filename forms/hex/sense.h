@@ -1,0 +1,27 @@
+// What the types make of bytes: it decides where spelling alone does not.
+#pragma once
+
+#include <tlvmsg/forms/hex.h>
+
+#include <cstdint>
+#include <vector>
+
+namespace tlvmsg::forms {
+
+class Sense {
+public:
+    explicit Sense(const tlvmsg_hex_options &options) : options_(options) {}
+
+    // Whether they are messages that lie back to back, of the type where one is known, without deviations.
+    bool accepts(const std::vector<uint8_t> &bytes) const;
+
+    // Whether a message may begin so, however it goes on: by the first header.
+    bool begins(const std::vector<uint8_t> &bytes) const;
+
+    int of(const std::vector<uint8_t> &bytes) const { return accepts(bytes) ? 2 : begins(bytes) ? 1 : 0; }
+
+private:
+    const tlvmsg_hex_options &options_;
+};
+
+} // namespace tlvmsg::forms
