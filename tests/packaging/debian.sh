@@ -40,10 +40,13 @@ install "/packages/tlvmsg-tools_*.deb"
 try family
 try tools
 
-# Libraries of two sonames stand beside each other, so that old programs keep starting.
-for deb in "$root"/packages/libtlvmsg*1_*.deb; do
-    dpkg-deb -c "$deb" | awk '{ print $6 }' | grep -v '/$' | grep -v "\.so\.1\|/usr/share/doc/$(basename "$deb" | sed 's/_.*//')/" &&
-        { echo "$deb has files that another soname's would have, too"; exit 1; }
+# Libraries of two sonames stand beside each other, so that old programs keep starting; and each brings the platform's.
+for name in libtlvmsg1 libtlvmsg-inspect1 libtlvmsg-forms1 libtlvmsg-schema1; do
+    deb=$(ls "$root/packages/$name"_*.deb)
+    dpkg-deb -c "$deb" | awk '{ print $6 }' | grep -v '/$' | grep -v "\.so\.1\|/usr/share/doc/$name/\|/usr/share/lintian/" &&
+        { echo "$name has files that another soname's would have, too"; exit 1; }
+    dpkg-deb -f "$deb" Depends | grep -q 'libosal-pelix\|libtlvmsg-inspect1' ||
+        { echo "$name does not bring libosal-pelix"; exit 1; }
 done
 
 inside "apt-get purge -y tlvmsg-tools 'libtlvmsg*' libosal-pelix"
