@@ -45,34 +45,18 @@ PyObject *raise_text_fault(State *state, const tlvmsg_text_fault *fault) {
                                        (Py_ssize_t)fault->column));
 }
 
-/* The first fault, and a note for each of the others. */
 PyObject *raise_schema_faults(State *state, const tlvmsg_schema *schema) {
     size_t count;
-    const tlvmsg_schema_fault *fault = tlvmsg_schema_faults(schema, &count);
-    PyObject *exception = NULL;
-    for (size_t i = 0; i < count; i++, fault++) {
-        const char *const help = *fault->help ? "; " : "";
-        PyObject *line =
-            fault->line > 0
-                ? PyUnicode_FromFormat("%s:%zu:%zu: %s%s%s (%s)", fault->file, fault->line, fault->column,
-                                       fault->message, help, fault->help, fault->code)
-                : PyUnicode_FromFormat("%s%s%s (%s)", fault->message, help, fault->help, fault->code);
-        PyObject *done = NULL;
-        if (line != NULL && i == 0) {
-            exception = done =
-                PyObject_CallFunction(state->text_fault, "OssOnn", line, fault->code, fault->file, Py_None,
-                                      (Py_ssize_t)fault->line, (Py_ssize_t)fault->column);
-            Py_XINCREF(done);
-        } else if (line != NULL) {
-            done = PyObject_CallMethod(exception, "add_note", "O", line);
-        }
-        Py_XDECREF(line);
-        if (done == NULL) {
-            Py_XDECREF(exception);
-            return NULL;
-        }
-        Py_DECREF(done);
+    const tlvmsg_schema_fault *const faults = tlvmsg_schema_faults(schema, &count);
+    PyObject *all = PyList_New(0);
+    for (size_t i = 0; all != NULL && i < count; i++) {
+        append(&all, Py_BuildValue("snnsss", faults[i].file, (Py_ssize_t)faults[i].line,
+                                   (Py_ssize_t)faults[i].column, faults[i].message, faults[i].help,
+                                   faults[i].code));
     }
+    PyObject *const exception =
+        all != NULL ? PyObject_CallFunctionObjArgs(state->schema_fault, all, NULL) : NULL;
+    Py_XDECREF(all);
     return raise(state->text_fault, exception);
 }
 

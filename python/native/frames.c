@@ -81,7 +81,7 @@ static PyObject *frames_feed(PyObject *object, PyObject *data) {
 static PyObject *frames_frame(PyObject *object, PyObject *body) {
     Frames *const self = (Frames *)object;
     PyObject *const owner = PyObject_TypeCheck(body, self->state->record_type)
-                                ? encoded(((Record *)body)->type, body)
+                                ? type_encode((PyObject *)((Record *)body)->type, body)
                                 : Py_NewRef(body);
     Py_buffer in;
     if (owner == NULL || PyObject_GetBuffer(owner, &in, PyBUF_SIMPLE) < 0) {

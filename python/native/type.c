@@ -80,10 +80,11 @@ static bool make_values(Type *self) {
     }
     PyObject *const made =
         pairs != NULL ? PyObject_CallFunction(self->state->enumeration, "OO", self, pairs) : NULL;
-    const bool right = made != NULL;
+    const bool right =
+        made != NULL && PyArg_ParseTuple(made, "OO!", &self->class_, &PyTuple_Type, &self->values);
     if (right) {
-        self->class_ = Py_XNewRef(PyTuple_GetItem(made, 0));
-        self->values = Py_XNewRef(PyTuple_GetItem(made, 1));
+        Py_INCREF(self->class_);
+        Py_INCREF(self->values);
     }
     Py_XDECREF(pairs);
     Py_XDECREF(made);
@@ -152,12 +153,12 @@ Type *type_of(Schema *schema, const tlvmsg_type *descriptor) {
 
 Type *type_of_class(State *state, PyObject *class_) {
     PyObject *const of = PyObject_GetAttr(class_, state->name_of_type);
-    Py_XDECREF(of); /* the class has another reference */
-    if (of != NULL && (Py_TYPE(of) != state->type_type || ((Type *)of)->class_ != class_)) {
+    const bool right = of != NULL && Py_TYPE(of) == state->type_type && ((Type *)of)->class_ == class_;
+    Py_XDECREF(of);
+    if (!right) {
         PyErr_Format(PyExc_TypeError, "%R is no class of a message, structure or union", class_);
-        return NULL;
     }
-    return (Type *)of;
+    return right ? (Type *)of : NULL; /* which is there as long as its class is */
 }
 
 /* ---- Life ---- */
@@ -201,50 +202,32 @@ static PyObject *type_check(PyObject *self, PyObject *value) {
     return checked((Type *)self, value, &place);
 }
 
-static PyObject *type_check_item(PyObject *self, PyObject *value) {
-    Type *const type = (Type *)self;
-    const Place place = {.name = type->type->name};
-    return type->element != NULL ? checked(type->element, value, &place)
-                                 : raise_type(&place, value, "an array");
-}
-
 static PyObject *type_check_items(PyObject *self, PyObject *arguments) {
     Type *const type = (Type *)self;
     const Place place = {.name = type->type->name};
     PyObject *values;
-    Py_ssize_t there; /* that stay */
-    if (!PyArg_ParseTuple(arguments, "On:check_items", &values, &there)) {
+    Py_ssize_t there, at;
+    if (!PyArg_ParseTuple(arguments, "Onn:check_items", &values, &there, &at)) {
         return NULL;
     }
     if (type->form != FORM_ITEMS || there < 0 || (size_t)there > type->most_items) {
         return raise_type(&place, values, "an array");
     }
-    return checked_items(type, values, type->most_items - (size_t)there, &place);
+    return checked_items(type, values, (size_t)there, (size_t)at, &place);
 }
 
-/* A value as it would stand in an object, so that encoding, which checks once more, finds it right. */
-static PyObject *with_checked(PyObject *self, PyObject *value, PyObject *(*use)(Type *, PyObject *)) {
+PyObject *type_to_dict(PyObject *self, PyObject *value) {
     PyObject *const right = type_check(self, value);
-    PyObject *const result = right != NULL ? use((Type *)self, right) : NULL;
+    PyObject *const result = right != NULL ? plain((Type *)self, right) : NULL;
     Py_XDECREF(right);
     return result;
 }
 
-static PyObject *type_encode(PyObject *self, PyObject *value) { return with_checked(self, value, encoded); }
-static PyObject *type_size(PyObject *self, PyObject *value) {
-    return with_checked(self, value, encoded_size);
-}
-static PyObject *type_to_dict(PyObject *self, PyObject *value) { return with_checked(self, value, plain); }
-
-static PyObject *json_line(Type *type, PyObject *value) { return json_of(type, value, 0); }
-static PyObject *type_to_json(PyObject *self, PyObject *value) {
-    return with_checked(self, value, json_line);
-}
+static PyObject *type_to_json(PyObject *self, PyObject *value) { return json_of((Type *)self, value, 0); }
 
 static PyObject *type_get(PyObject *object, void *what) {
     Type *const self = (Type *)object;
     const tlvmsg_type *const type = self->type;
-    tlvmsg_key_place key;
     switch (*(const char *)what) {
     case 'n':
         return PyUnicode_FromString(type->name);
@@ -256,9 +239,6 @@ static PyObject *type_get(PyObject *object, void *what) {
         return PyLong_FromUnsignedLongLong(tlvmsg_fingerprint(type));
     case 'y':
         return type->flags & TLVMSG_HAS_KEY ? PyLong_FromUnsignedLong(type->key) : Py_NewRef(Py_None);
-    case 'o':
-        return tlvmsg_key_field(type, &key) ? PyLong_FromUnsignedLong(key.encoded_offset)
-                                            : Py_NewRef(Py_None);
     case 'c':
         return Py_NewRef(self->class_ != NULL ? self->class_ : object);
     default:
@@ -285,8 +265,9 @@ static PyMethodDef methods[] = {
      "sample(*settings, kind='random', seed=0): a value to test with. A setting is 'led_control.color=3'; a "
      "kind is\n"
      "'random', 'min', 'max' or 'boundary'."},
-    {"check_item", type_check_item, METH_O, "An item as it stands in such an array."},
-    {"check_items", type_check_items, METH_VARARGS, "Items beside so many that stay."},
+    {"describe", type_describe, METH_NOARGS, "describe(): the type as JSON."},
+    {"check_items", type_check_items, METH_VARARGS,
+     "check_items(values, there, at): items beside so many others, from that index on."},
     {0},
 };
 
@@ -296,7 +277,6 @@ static PyGetSetDef properties[] = {
     {"kind", type_get, NULL, NULL, "k"},
     {"fingerprint", type_get, NULL, "64 bits over what lies on the wire", "p"},
     {"key", type_get, NULL, "by which receivers know a message, or None", "y"},
-    {"key_offset", type_get, NULL, "of the key's four bytes in an encoding, or None", "o"},
     {"python", type_get, NULL, "the class of its values, where it is one of its own; else the type itself",
      "c"},
     {"schema", type_get, NULL, "that it is of", "s"},

@@ -1,6 +1,5 @@
-from typing import Any, Generic, NamedTuple, TypeVar
+from typing import Any, Generic, TypeVar
 
-from tlvmsg._native import Type
 from tlvmsg.faults import Fault as Fault, TextFault as TextFault
 
 Item = TypeVar("Item")
@@ -11,37 +10,5 @@ class Bytes(bytes):
 
 class Items(list[Item], Generic[Item]): ...
 class Missing(int): ...
-
-class Extent(NamedTuple):
-    consumed: int
-    examined: int
-    allocated: int
-    blocks: int
-    deviations: int
-    first_deviation: Fault | None
-
-class Guess(NamedTuple):
-    fit: str
-    types: tuple[Type, ...]
-    offset: int
-    consumed: int
-    understood: int
-    deviations: int
-    fault: Fault | None
-
-class Part(NamedTuple):
-    offset: int
-    size: int
-    types: tuple[Type, ...]
-
-class Difference(NamedTuple):
-    path: str
-    a: str | None
-    b: str | None
-
-class HexMessage(NamedTuple):
-    data: bytes
-    type: str
-    line: int
 
 def load(name: str, fingerprint: int, data: bytes) -> Any: ...
