@@ -134,10 +134,11 @@ static PyObject *families(PyObject *object, PyObject *nothing) {
     (void)nothing;
     const tlvmsg_type_set *const set = ((Schema *)object)->set;
     PyObject *all = PySet_New(NULL);
-    const char *last = ""; /* that of scalars; families mostly stand together */
+    const char *last = ""; /* scalars have none; those of a family mostly stand together */
     for (size_t i = 0; all != NULL && i < tlvmsg_type_set_count(set); i++) {
         const char *const family = tlvmsg_type_set_at(set, i)->family;
-        PyObject *const name = strcmp(family, last) != 0 ? PyUnicode_FromString(family) : NULL;
+        PyObject *const name =
+            *family != '\0' && strcmp(family, last) != 0 ? PyUnicode_FromString(family) : NULL;
         if (name != NULL ? PySet_Add(all, name) < 0 : PyErr_Occurred() != NULL) {
             Py_CLEAR(all);
         }

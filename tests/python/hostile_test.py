@@ -1,7 +1,9 @@
 """Nothing crashes the interpreter: whatever the bytes, the memory, the threads and the interpreters are."""
 import array
+import copy
 import mmap
 import os
+import pickle
 import shutil
 import subprocess
 import sys
@@ -194,6 +196,41 @@ def test_nothing_is_kept():
 def test_a_debug_interpreter_has_no_objections():
     run(["python3-dbg", "-X", "dev"], LEAKING)
     assert "survived" in run(["python3-dbg"], FAILING, "40")
+
+
+class Meddler:
+    """A number that runs code where it is looked at."""
+
+    def __init__(self, meddle):
+        self.meddle = meddle
+
+    def __index__(self):
+        self.meddle()
+        return 1
+
+
+MEDDLED = """struct mine_item = 40001 { uint8 a }  enum mine_kind = 40002 { a = 0 b = 1 }
+struct mine_list = 40003 { uint8 count dynamic array items of mine_item counted by uint8 as mine_these }
+struct mine_text = 40004 { uint8 count dynamic bytes text counted by uint8 as mine_chars }
+union mine_union by mine_kind kind { a: mine_list list b: mine_text text }
+struct mine = 40000 { mine_kind kind mine_union which }"""
+
+
+def test_code_that_runs_meanwhile_may_choose_and_clear(tmp_path):
+    (tmp_path / "mine.tlv").write_text(MEDDLED)
+    class_ = tlvmsg.Schema(tmp_path / "mine.tlv").type("mine").python
+    uses = (class_.encode, class_.size, class_.to_json, class_.to_dict, copy.deepcopy, pickle.dumps, repr, lambda m: m == class_())
+    for use in uses:
+        message = class_(which={"list": {"items": [{}] * 3}})
+
+        def meddle():
+            message.which.list.items.clear()
+            message.which.choose("text", {"text": 200 * "\xff"})
+
+        list.__setitem__(message.which.list.items, 1, {"a": Meddler(meddle)})
+        outcome(use, message)
+    with pytest.raises(Fault, match="not-chosen"):
+        message.which.list = {"items": [{"a": Meddler(lambda: message.which.choose("text"))}]}
 
 
 def test_each_interpreter_has_its_own():
