@@ -5,7 +5,7 @@
 
 /* By the order of the State. */
 static const char *const of_values[] = {"Items", "Bytes", "Missing",      "enumeration", "Documentation",
-                                        "load",  "shown", "schema_fault", "Fault",       "TextFault"};
+                                        "load",  "shown", "schema_fault", "Fault",       "text_fault"};
 
 static bool import_values(State *state) {
     PyObject **const objects = &state->items;

@@ -89,7 +89,7 @@ typedef struct Record {
 } Record;
 
 extern PyType_Spec record_spec;
-PyObject *record_class(Type *type);
+bool make_class(Type *type);         /* whose fields are known */
 Record *record_allocate(Type *type); /* with null slots, not yet tracked */
 void record_track(Record *self);
 

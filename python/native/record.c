@@ -422,7 +422,8 @@ static bool add(PyObject *class_, const char *name, PyObject *value) {
     return added;
 }
 
-static bool fill_class(Type *type, PyObject *class_) {
+static bool fill_class(Type *type) {
+    PyObject *const class_ = type->class_;
     static const char *const methods_of_type[] = {"decode", "verify", "from_dict", "from_json", "sample"};
     bool right = add(class_, "_type", Py_NewRef((PyObject *)type)) &&
                  add(class_, "__match_args__", PySequence_Tuple(type->index)) &&
@@ -434,7 +435,7 @@ static bool fill_class(Type *type, PyObject *class_) {
     return right;
 }
 
-PyObject *record_class(Type *type) {
+bool make_class(Type *type) {
     PyType_Slot slots[] = {
         {Py_tp_new, record_new},
         {Py_tp_dealloc, record_free},
@@ -449,16 +450,13 @@ PyObject *record_class(Type *type) {
         .flags = Py_TPFLAGS_DEFAULT | (type->collected ? Py_TPFLAGS_HAVE_GC : 0),
         .slots = slots,
     };
-    PyObject *class_ = spec.name != NULL && bases != NULL
-                           ? PyType_FromModuleAndSpec(type->schema->module, &spec, bases)
-                           : NULL;
-    if (class_ == NULL && !PyErr_Occurred()) { /* Python 3.11 forgets to say so */
-        PyErr_NoMemory();
-    }
-    if (class_ != NULL && !fill_class(type, class_)) {
-        Py_CLEAR(class_);
+    if (spec.name != NULL && bases != NULL) {
+        type->class_ = PyType_FromModuleAndSpec(type->schema->module, &spec, bases);
     }
     Py_XDECREF(name);
     Py_XDECREF(bases);
-    return class_;
+    if (type->class_ == NULL && !PyErr_Occurred()) { /* Python 3.11 forgets to say so */
+        PyErr_NoMemory();
+    }
+    return type->class_ != NULL && fill_class(type);
 }

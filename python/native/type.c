@@ -23,17 +23,12 @@ static Form form_of(const tlvmsg_type *type) {
     return FORM_NUMBER;
 }
 
-/* Alternatives that no number chooses are no fields. */
-static bool next_field(const tlvmsg_type *type, tlvmsg_field *field) {
-    while (tlvmsg_next_field(type, NULL, field)) {
-        if (field->alternative == NULL || field->alternative->value_count > 0) {
-            return true;
-        }
-    }
-    return false;
-}
-
 static bool add_field(Type *self, const tlvmsg_field *field, uint32_t selector) {
+    Field *const fields = PyMem_Realloc(self->fields, (self->field_count + 1) * sizeof *fields);
+    if (fields == NULL) {
+        return PyErr_NoMemory() != NULL;
+    }
+    self->fields = fields;
     Type *const type = type_of(self->schema, field->type);
     PyObject *const key = type != NULL ? PyUnicode_InternFromString(field->name) : NULL;
     PyObject *const number = key != NULL ? PyLong_FromUnsignedLong(self->field_count) : NULL;
@@ -44,29 +39,21 @@ static bool add_field(Type *self, const tlvmsg_field *field, uint32_t selector) 
         Py_XDECREF((PyObject *)type);
         return false;
     }
-    self->fields[self->field_count++] =
+    fields[self->field_count++] =
         (Field){type, field->offset, field->name, key, field->union_type, field->alternative, selector};
     self->collected = self->collected || type->form >= FORM_ITEMS;
     return true;
 }
 
 static bool make_fields(Type *self) {
-    uint32_t count = 1;
-    for (tlvmsg_field field = {0}; next_field(self->type, &field);) {
-        count++;
-    }
     self->index = PyDict_New();
-    self->fields = PyMem_Calloc(count, sizeof *self->fields);
-    if (self->index == NULL || self->fields == NULL) {
-        PyErr_NoMemory();
-        return false;
-    }
     uint32_t selector = 0;
-    bool right = true;
-    for (tlvmsg_field field = {0}; right && next_field(self->type, &field);) {
-        const bool selects = field.union_type != NULL && field.alternative == NULL;
-        selector = selects ? self->field_count : selector;
-        right = add_field(self, &field, selector);
+    bool right = self->index != NULL;
+    for (tlvmsg_field field = {0}; right && tlvmsg_next_field(self->type, NULL, &field);) {
+        if (field.alternative == NULL || field.alternative->value_count > 0) { /* some number chooses it */
+            selector = field.union_type != NULL && field.alternative == NULL ? self->field_count : selector;
+            right = add_field(self, &field, selector);
+        }
     }
     return right;
 }
@@ -98,7 +85,7 @@ static bool fill(Type *self) {
         return false;
     }
     if (self->form == FORM_RECORD) {
-        return make_fields(self) && (self->class_ = record_class(self)) != NULL;
+        return make_fields(self) && make_class(self);
     }
     self->least = tlvmsg_least(type);
     self->most = tlvmsg_most(type);
@@ -109,7 +96,8 @@ static bool fill(Type *self) {
     return true;
 }
 
-static Type *make_type(Schema *schema, const tlvmsg_type *descriptor) {
+/* Nobody sees it before it is whole: code that runs meanwhile may ask the garbage collector for all that there is. */
+static PyObject *make_type(Schema *schema, const tlvmsg_type *descriptor) {
     Type *const self = PyObject_GC_New(Type, schema->state->type_type);
     if (self == NULL) {
         return NULL;
@@ -119,36 +107,28 @@ static Type *make_type(Schema *schema, const tlvmsg_type *descriptor) {
                    .state = schema->state,
                    .schema = (Schema *)Py_NewRef((PyObject *)schema),
                    .type = descriptor};
-    PyObject_GC_Track(self);
     if (!fill(self)) {
         Py_DECREF((PyObject *)self);
         return NULL;
     }
-    return self;
-}
-
-/* Making one runs code of Python's, so another thread may have made it first: then that is the type. */
-static Type *add_type(Schema *schema, const tlvmsg_type *descriptor, PyObject *name) {
-    Type *const made = make_type(schema, descriptor);
-    Type *kept = made != NULL ? (Type *)PyDict_GetItemWithError(schema->types, name) : NULL;
-    if (kept == NULL && made != NULL && PyDict_SetItem(schema->types, name, (PyObject *)made) == 0) {
-        kept = made;
-    }
-    Py_XINCREF((PyObject *)kept);
-    Py_XDECREF((PyObject *)made);
-    return kept;
+    PyObject_GC_Track(self);
+    return (PyObject *)self;
 }
 
 Type *type_of(Schema *schema, const tlvmsg_type *descriptor) {
     PyObject *const name = PyUnicode_FromString(descriptor->name);
-    Type *self = name != NULL ? (Type *)PyDict_GetItemWithError(schema->types, name) : NULL;
-    if (self != NULL) {
-        Py_INCREF((PyObject *)self);
-    } else if (!PyErr_Occurred()) {
-        self = add_type(schema, descriptor, name);
+    PyObject *self = name != NULL ? Py_XNewRef(PyDict_GetItemWithError(schema->types, name)) : NULL;
+    if (self == NULL && !PyErr_Occurred()) {
+        PyObject *const made = make_type(schema, descriptor);
+        /* Making it has run code of Python's: what another thread has made first is the type. */
+        self = made != NULL ? Py_XNewRef(PyDict_GetItemWithError(schema->types, name)) : NULL;
+        if (self == NULL && made != NULL && PyDict_SetItem(schema->types, name, made) == 0) {
+            self = Py_NewRef(made);
+        }
+        Py_XDECREF(made);
     }
     Py_XDECREF(name);
-    return self;
+    return (Type *)self;
 }
 
 Type *type_of_class(State *state, PyObject *class_) {

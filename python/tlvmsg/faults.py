@@ -21,6 +21,12 @@ class TextFault(Fault):
         self.lineno, self.colno = lineno, colno
 
 
+def text_fault(code, path, message, offset, line, column):
+    """For tlvmsg._native: what JSON, hex and settings are refused with; settings have no line."""
+    where = f" in line {line}, column {column}" if column else ""
+    return TextFault(f"error[{code}]: {path and path + ': '}{message}{where}", code, path, offset, line, column)
+
+
 def schema_fault(faults):
     """For tlvmsg._native: the first fault of schema files, with a note for each of the others."""
     lines = [f"{file}:{line}:{column}: " * (line > 0) + f"{message}{help and '; ' + help} ({code})"

@@ -1,9 +1,9 @@
 """What values are made of where Python's own types do not say enough. Whatever takes long to import, no module that
 `import tlvmsg` needs does."""
 
-from tlvmsg.faults import Fault, TextFault, schema_fault
+from tlvmsg.faults import Fault, schema_fault, text_fault
 
-__all__ = ["Bytes", "Fault", "Items", "Missing", "TextFault", "schema_fault"]
+__all__ = ["Bytes", "Fault", "Items", "Missing", "schema_fault", "text_fault"]
 
 
 class Bytes(bytes):
