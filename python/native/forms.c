@@ -116,15 +116,6 @@ PyObject *type_sample(PyObject *self, PyObject *arguments, PyObject *names) {
 
 /* ---- Differences ---- */
 
-static PyObject *differences_of(State *state, const tlvmsg_difference *differences, size_t count) {
-    PyObject *list = PyList_New(0);
-    for (size_t i = 0; list != NULL && i < count; i++) {
-        append(&list,
-               result(state, "Difference", "szz", differences[i].path, differences[i].a, differences[i].b));
-    }
-    return list;
-}
-
 PyObject *diff(PyObject *module, PyObject *arguments) {
     State *const state = PyModule_GetState(module);
     PyObject *a, *b;
@@ -136,19 +127,23 @@ PyObject *diff(PyObject *module, PyObject *arguments) {
     if (type == NULL || !memory_open_with(&left, type, a)) {
         return NULL;
     }
-    PyObject *result = NULL;
+    PyObject *list = NULL;
     if (memory_open_with(&right, type, b)) {
         tlvmsg_difference *differences;
         size_t count;
         tlvmsg_text_fault fault;
-        result = tlvmsg_diff(type->type, left.record, right.record, &differences, &count, &fault)
-                     ? differences_of(state, differences, count)
-                     : raise_text_fault(state, &fault);
+        list = tlvmsg_diff(type->type, left.record, right.record, &differences, &count, &fault)
+                   ? PyList_New(0)
+                   : raise_text_fault(state, &fault);
+        for (size_t i = 0; list != NULL && i < count; i++) {
+            const tlvmsg_difference *const each = &differences[i];
+            append(&list, result(state, "Difference", "szz", each->path, each->a, each->b));
+        }
         tlvmsg_free(differences);
         memory_close(&right);
     }
     memory_close(&left);
-    return result;
+    return list;
 }
 
 /* ---- Bytes ---- */

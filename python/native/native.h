@@ -67,7 +67,8 @@ struct Type {
     PyObject *class_;  /* of records, or of an enumeration's values; else null */
     PyObject *values;  /* enumerations: a tuple of members as tlvmsg_type has them; else null */
     Type *element;     /* of arrays */
-    uint32_t field_count;
+    uint32_t field_count, union_count,
+        selector; /* records; the last union's selector, as an index of fields */
     Field *fields;
     PyObject *index; /* records: the number of the field of a name */
 };

@@ -91,8 +91,7 @@ static bool set(Record *self, uint32_t i, PyObject *value, const Place *place) {
     if (PyErr_Occurred()) {
         return false;
     }
-    if (self->slots[i] ==
-        NULL) { /* from the beginning, or since the check ran code that chose something else */
+    if (self->slots[i] == NULL) { /* from the beginning, or chosen away by code that the check ran */
         Py_XDECREF(right);
         const uint32_t selector = field->selector;
         return raise_value(self->type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN,
@@ -161,24 +160,6 @@ static bool choose(Record *self, uint32_t selector, PyObject *number, const Fiel
     return true;
 }
 
-/* The selector of the only union whose alternatives are the record's; -1 with an exception. */
-static Py_ssize_t only_selector(const Type *type) {
-    Py_ssize_t found = -1;
-    for (uint32_t i = 0; i < type->field_count; i++) {
-        if (type->fields[i].union_type != NULL && type->fields[i].alternative == NULL) {
-            if (found >= 0) {
-                PyErr_Format(PyExc_TypeError, "%s has several unions: choose by name", type->type->name);
-                return -1;
-            }
-            found = i;
-        }
-    }
-    if (found < 0) {
-        PyErr_Format(PyExc_TypeError, "%s has no alternatives", type->type->name);
-    }
-    return found;
-}
-
 /* By an alternative's name, or by the number or enumerator of the selector. */
 static PyObject *record_choose(PyObject *object, PyObject *arguments) {
     Record *const self = (Record *)object;
@@ -189,13 +170,19 @@ static PyObject *record_choose(PyObject *object, PyObject *arguments) {
         return NULL;
     }
     const Py_ssize_t named = PyUnicode_Check(which) ? field_of(type, which) : -1;
-    const Field *const field =
-        named >= 0 && type->fields[named].alternative != NULL ? &type->fields[named] : NULL;
-    const Py_ssize_t selector = named == -2 ? -1 : field != NULL ? field->selector : only_selector(type);
-    return selector >= 0 &&
-                   choose(self, (uint32_t)selector, field != NULL ? NULL : which, field, value, &place)
-               ? Py_NewRef(Py_None)
-               : NULL;
+    const Field *const field = named >= 0 ? &type->fields[named] : NULL;
+    bool right = false;
+    if (field != NULL && field->alternative != NULL) {
+        right = choose(self, field->selector, NULL, field, value, &place);
+    } else if (named != -2 && type->union_count == 1) {
+        right = choose(self, type->selector, which, NULL, value, &place);
+    } else if (named != -2) {
+        PyErr_Format(PyExc_TypeError,
+                     type->union_count == 0 ? "%s has no alternatives"
+                                            : "%s has several unions: choose by name",
+                     type->type->name);
+    }
+    return right ? Py_NewRef(Py_None) : NULL;
 }
 
 /* ---- Construction ---- */

@@ -23,7 +23,7 @@ static Form form_of(const tlvmsg_type *type) {
     return FORM_NUMBER;
 }
 
-static bool add_field(Type *self, const tlvmsg_field *field, uint32_t selector) {
+static bool add_field(Type *self, const tlvmsg_field *field) {
     Field *const fields = PyMem_Realloc(self->fields, (self->field_count + 1) * sizeof *fields);
     if (fields == NULL) {
         return PyErr_NoMemory() != NULL;
@@ -40,19 +40,21 @@ static bool add_field(Type *self, const tlvmsg_field *field, uint32_t selector) 
         return false;
     }
     fields[self->field_count++] =
-        (Field){type, field->offset, field->name, key, field->union_type, field->alternative, selector};
+        (Field){type, field->offset, field->name, key, field->union_type, field->alternative, self->selector};
     self->collected = self->collected || type->form >= FORM_ITEMS;
     return true;
 }
 
 static bool make_fields(Type *self) {
     self->index = PyDict_New();
-    uint32_t selector = 0;
     bool right = self->index != NULL;
     for (tlvmsg_field field = {0}; right && tlvmsg_next_field(self->type, NULL, &field);) {
         if (field.alternative == NULL || field.alternative->value_count > 0) { /* some number chooses it */
-            selector = field.union_type != NULL && field.alternative == NULL ? self->field_count : selector;
-            right = add_field(self, &field, selector);
+            if (field.union_type != NULL && field.alternative == NULL) {
+                self->selector = self->field_count;
+                self->union_count++;
+            }
+            right = add_field(self, &field);
         }
     }
     return right;

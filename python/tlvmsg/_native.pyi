@@ -1,5 +1,5 @@
 import enum
-from typing import Any, Iterable, Mapping, Self
+from typing import Any, Iterable, Mapping, Self, final
 
 from tlvmsg.results import Difference, Extent, Guess, HexMessage, Part
 
@@ -28,6 +28,7 @@ class Record:
 class Enumeration(enum.IntEnum):
     _type: Type
 
+@final
 class Type:
     name: str
     family: str
@@ -56,6 +57,7 @@ class Schema:
     def guess(self, data: Buffer, most: int = ..., search: bool = ...) -> list[Guess]: ...
     def divide(self, data: Buffer) -> list[Part]: ...
 
+@final
 class Frames:
     def __init__(self, framing: str) -> None: ...
     def feed(self, data: Buffer) -> None: ...

@@ -7,10 +7,16 @@ from tlvmsg import _native
 from tlvmsg.faults import Fault
 
 _package = os.path.dirname(os.path.abspath(__file__))
-_loaded = []  # weak references to schemas
+_loaded: list = []  # weak references to schemas
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from types import ModuleType
+else:
+    ModuleType = type(sys)  # without importing what has the name
 
 
-class Family(type(sys)):
+class Family(ModuleType):
     """The types of a family, each made when it is first used."""
 
     def __init__(self, name, schema):

@@ -1,7 +1,5 @@
 from typing import Any, Generic, TypeVar
 
-from tlvmsg.faults import Fault as Fault, TextFault as TextFault
-
 Item = TypeVar("Item")
 
 class Bytes(bytes):
