@@ -309,27 +309,28 @@ static bool record_to_memory(Type *type, Record *value, void *memory, const Plac
     bool right = true;
     for (uint32_t i = 0; right && i < type->field_count; i++) {
         const Field *const field = &type->fields[i];
-        if (value->slots[i] != NULL && (field->alternative == NULL ||
-                                        field->alternative == tlvmsg_chosen_in(field->union_type, memory))) {
-            PyObject *const slot = Py_NewRef(value->slots[i]);
-            const Place inside = {.parent = place, .name = field->name};
-            right = to_memory(field->type, slot, (uint8_t *)memory + field->offset, &inside);
-            Py_DECREF(slot);
+        PyObject *const slot = value->slots[i];
+        const Place inside = {.parent = place, .name = field->name};
+        if (slot == NULL || (field->alternative != NULL &&
+                             field->alternative != tlvmsg_chosen_in(field->union_type, memory))) {
+            continue;
         }
+        Py_INCREF(slot);
+        right = to_memory(field->type, slot, (uint8_t *)memory + field->offset, &inside);
+        Py_DECREF(slot);
     }
     return right;
 }
 
 bool to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
     uint64_t bits;
-    const bool is_number = type->form == FORM_NUMBER;
-    const int missing = is_number ? 0 : missing_of(type, value, place, &bits);
-    if (missing > 0 || (is_number && number_of(type, value, place, &bits))) {
+    int right = type->form == FORM_NUMBER ? number_of(type, value, place, &bits) ? 1 : -1
+                                          : missing_of(type, value, place, &bits);
+    if (right > 0) {
         tlvmsg_store(type->type, memory, bits);
-        return true;
     }
-    if (missing < 0 || is_number) {
-        return false;
+    if (right != 0) {
+        return right > 0;
     }
     if (type->form == FORM_BYTES) {
         return bytes_to_memory(type, value, memory, place);
@@ -338,7 +339,7 @@ bool to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
         return items_to_memory(type, value, memory, place);
     }
     PyObject *const record = checked(type, value, place);
-    const bool right = record != NULL && record_to_memory(type, (Record *)record, memory, place);
+    right = record != NULL && record_to_memory(type, (Record *)record, memory, place);
     Py_XDECREF(record);
     return right;
 }
