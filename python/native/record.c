@@ -323,14 +323,15 @@ static PyObject *record_deep_copy(PyObject *object, PyObject *memo) {
     return copy;
 }
 
-/* What loads it again: its name, fingerprint and bytes. */
+/* What loads it again: its name, fingerprint and bytes, or members, as a union's bytes do not say what is chosen. */
 static PyObject *record_reduce(PyObject *object, PyObject *nothing) {
     (void)nothing;
     Type *const type = ((Record *)object)->type;
-    PyObject *const bytes = type_encode((PyObject *)type, object);
-    return bytes == NULL ? NULL
+    PyObject *const whole = type->type->kind == TLVMSG_UNION ? type_to_dict((PyObject *)type, object)
+                                                             : type_encode((PyObject *)type, object);
+    return whole == NULL ? NULL
                          : Py_BuildValue("O(sKN)", type->state->loader, type->type->name,
-                                         (unsigned long long)tlvmsg_fingerprint(type->type), bytes);
+                                         (unsigned long long)tlvmsg_fingerprint(type->type), whole);
 }
 
 static PyObject *record_dir(PyObject *object, PyObject *nothing) {

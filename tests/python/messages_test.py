@@ -111,6 +111,9 @@ def test_a_union_has_what_is_chosen():
     assert address == server.svrm_ipaddr(ip_type=1) and address.dhcp_info.dhcp == 0
     address.choose(7)  # which chooses nothing
     assert server.svrm_ipaddr.decode(address.encode()) == address
+    for name in (name for name, family in tlvmsg.library.names() if tlvmsg.type(name).kind == "union"):
+        alone = tlvmsg.type(name).sample(kind="max")
+        assert pickle.loads(pickle.dumps(alone)) == alone == copy.deepcopy(alone)
 
 
 def test_lists_take_what_fits(acme):
