@@ -10,6 +10,7 @@ import os
 import platform
 import re
 import subprocess
+import sys
 import tarfile
 import tempfile
 import zipfile
@@ -78,7 +79,7 @@ def package_files(package):
 
 def prepare_metadata_for_build_wheel(metadata_directory, config_settings=None):
     name = f"tlvmsg-{version()}.dist-info"
-    os.mkdir(os.path.join(metadata_directory, name))
+    os.makedirs(os.path.join(metadata_directory, name), exist_ok=True)
     for what, content in (("METADATA", metadata()), ("entry_points.txt", ENTRY_POINTS)):
         with open(os.path.join(metadata_directory, name, what), "w", encoding="utf-8") as file:
             file.write(content)
@@ -119,3 +120,7 @@ def build_sdist(sdist_directory, config_settings=None):
             file.write(metadata())
         archive.add(information, f"{base}/PKG-INFO")
     return base + ".tar.gz"
+
+
+if __name__ == "__main__":  # for CMake: what an installed package is known by
+    prepare_metadata_for_build_wheel(*sys.argv[1:])

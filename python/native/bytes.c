@@ -6,62 +6,64 @@
  */
 #include "native.h"
 
-#include <string.h>
+typedef struct Input {
+    Py_buffer bytes;
+    tlvmsg_limits limits;
+} Input;
 
-enum { LONG = 65536 }; /* bytes, from which on other threads may run */
+static PyThreadState *let_others_run(size_t size) { return size >= 65536 ? PyEval_SaveThread() : NULL; }
+
+static void go_on(PyThreadState *others) {
+    if (others != NULL) {
+        PyEval_RestoreThread(others);
+    }
+}
+
+static bool set_limit(tlvmsg_limits *limits, PyObject *name, PyObject *value) {
+    if (PyUnicode_CompareWithASCIIString(name, "strict") == 0) {
+        limits->strict = PyObject_IsTrue(value) > 0;
+    } else if (PyUnicode_CompareWithASCIIString(name, "limit") == 0) {
+        limits->allocation = value == Py_None ? 0 : PyLong_AsSize_t(value);
+    } else {
+        PyErr_Format(PyExc_TypeError, "no argument '%U'; there are strict= and limit=", name);
+    }
+    return !PyErr_Occurred();
+}
 
 /* Takes (data, strict=False, limit=0). */
-static bool take_limits(PyObject *const *arguments, Py_ssize_t count, PyObject *names,
-                        tlvmsg_limits *limits) {
+static bool open_input(Input *in, PyObject *const *arguments, Py_ssize_t count, PyObject *names) {
     const Py_ssize_t named = names != NULL ? PyTuple_Size(names) : 0;
     if (count != 1) {
         PyErr_Format(PyExc_TypeError,
                      "takes one buffer, and strict= and limit=; got %zd positional arguments", count);
         return false;
     }
+    in->limits = (tlvmsg_limits){0};
     for (Py_ssize_t i = 0; i < named; i++) {
-        PyObject *const name = PyTuple_GetItem(names, i);
-        PyObject *const value = arguments[count + i];
-        if (PyUnicode_CompareWithASCIIString(name, "strict") == 0) {
-            const int strict = PyObject_IsTrue(value);
-            limits->strict = strict == 1;
-            if (strict < 0) {
-                return false;
-            }
-        } else if (PyUnicode_CompareWithASCIIString(name, "limit") == 0) {
-            limits->allocation = value == Py_None ? 0 : PyLong_AsSize_t(value);
-            if (PyErr_Occurred()) {
-                return false;
-            }
-        } else {
-            PyErr_Format(PyExc_TypeError, "no argument '%U'; there are strict= and limit=", name);
+        if (!set_limit(&in->limits, PyTuple_GetItem(names, i), arguments[count + i])) {
             return false;
         }
     }
-    return true;
+    return PyObject_GetBuffer(arguments[0], &in->bytes, PyBUF_SIMPLE) == 0;
 }
 
 PyObject *type_decode(PyObject *self, PyObject *const *arguments, Py_ssize_t count, PyObject *names) {
     Type *const type = (Type *)self;
-    tlvmsg_limits limits = {0};
     Memory memory;
-    Py_buffer in;
-    if (!take_limits(arguments, count, names, &limits) ||
-        PyObject_GetBuffer(arguments[0], &in, PyBUF_SIMPLE) < 0) {
+    Input in;
+    if (!open_input(&in, arguments, count, names)) {
         return NULL;
     }
     if (!memory_open(&memory, type->type)) {
-        PyBuffer_Release(&in);
+        PyBuffer_Release(&in.bytes);
         return NULL;
     }
+    const size_t size = (size_t)in.bytes.len;
     tlvmsg_fault fault;
-    PyThreadState *const others = in.len >= LONG ? PyEval_SaveThread() : NULL;
-    const bool right =
-        tlvmsg_decode(type->type, in.buf, (size_t)in.len, &limits, memory.record, NULL, &fault);
-    if (others != NULL) {
-        PyEval_RestoreThread(others);
-    }
-    PyBuffer_Release(&in);
+    PyThreadState *const others = let_others_run(size);
+    const bool right = tlvmsg_decode(type->type, in.bytes.buf, size, &in.limits, memory.record, NULL, &fault);
+    go_on(others);
+    PyBuffer_Release(&in.bytes);
     PyObject *const result = right ? to_python(type, memory.record) : raise_fault(type->state, &fault);
     memory_close(&memory);
     return result;
@@ -69,36 +71,33 @@ PyObject *type_decode(PyObject *self, PyObject *const *arguments, Py_ssize_t cou
 
 PyObject *type_verify(PyObject *self, PyObject *const *arguments, Py_ssize_t count, PyObject *names) {
     Type *const type = (Type *)self;
-    tlvmsg_limits limits = {0};
-    Py_buffer in;
-    if (!take_limits(arguments, count, names, &limits) ||
-        PyObject_GetBuffer(arguments[0], &in, PyBUF_SIMPLE) < 0) {
+    State *const state = type->state;
+    Input in;
+    if (!open_input(&in, arguments, count, names)) {
         return NULL;
     }
+    const size_t size = (size_t)in.bytes.len;
     tlvmsg_extent extent;
     tlvmsg_fault fault;
-    PyThreadState *const others = in.len >= LONG ? PyEval_SaveThread() : NULL;
-    const bool right = tlvmsg_verify(type->type, in.buf, (size_t)in.len, &limits, &extent, &fault);
-    if (others != NULL) {
-        PyEval_RestoreThread(others);
-    }
-    PyBuffer_Release(&in);
+    PyThreadState *const others = let_others_run(size);
+    const bool right = tlvmsg_verify(type->type, in.bytes.buf, size, &in.limits, &extent, &fault);
+    go_on(others);
+    PyBuffer_Release(&in.bytes);
     if (!right) {
-        return raise_fault(type->state, &fault);
+        return raise_fault(state, &fault);
     }
-    PyObject *deviation =
-        extent.deviations > 0 ? fault_object(type->state, &extent.first_deviation) : Py_NewRef(Py_None);
-    return deviation == NULL
-               ? NULL
-               : PyObject_CallFunction(type->state->extent, "nnnnnN", (Py_ssize_t)extent.consumed,
-                                       (Py_ssize_t)extent.examined, (Py_ssize_t)extent.allocated,
-                                       (Py_ssize_t)extent.blocks, (Py_ssize_t)extent.deviations, deviation);
+    PyObject *const deviation =
+        extent.deviations > 0 ? fault_object(state, &extent.first_deviation) : Py_NewRef(Py_None);
+    return deviation == NULL ? NULL
+                             : result(state, "Extent", "nnnnnN", (Py_ssize_t)extent.consumed,
+                                      (Py_ssize_t)extent.examined, (Py_ssize_t)extent.allocated,
+                                      (Py_ssize_t)extent.blocks, (Py_ssize_t)extent.deviations, deviation);
 }
 
-static PyObject *encoded_long(Type *type, const void *record) {
+static PyObject *bytes_of_record(Type *type, const void *record) {
     tlvmsg_fault fault;
-    size_t size;
-    if (!tlvmsg_size(type->type, record, &size, &fault)) {
+    size_t size = type->type->max_encoded;
+    if (size != type->type->min_encoded && !tlvmsg_size(type->type, record, &size, &fault)) {
         return raise_fault(type->state, &fault);
     }
     PyObject *bytes = PyBytes_FromStringAndSize(NULL, (Py_ssize_t)size);
@@ -106,11 +105,9 @@ static PyObject *encoded_long(Type *type, const void *record) {
         return NULL;
     }
     uint8_t *const out = (uint8_t *)PyBytes_AsString(bytes);
-    PyThreadState *const others = size >= LONG ? PyEval_SaveThread() : NULL;
+    PyThreadState *const others = let_others_run(size);
     const bool right = tlvmsg_encode(type->type, record, out, size, NULL, &fault);
-    if (others != NULL) {
-        PyEval_RestoreThread(others);
-    }
+    go_on(others);
     if (!right) {
         Py_DECREF(bytes);
         return raise_fault(type->state, &fault);
@@ -118,27 +115,18 @@ static PyObject *encoded_long(Type *type, const void *record) {
     return bytes;
 }
 
-PyObject *encoded(Type *type, PyObject *value) {
+PyObject *type_encode(PyObject *self, PyObject *value) {
     Memory memory;
-    if (!memory_open_with(&memory, type, value)) {
-        return NULL;
+    PyObject *bytes = NULL;
+    if (memory_open_with(&memory, (Type *)self, value)) {
+        bytes = bytes_of_record((Type *)self, memory.record);
+        memory_close(&memory);
     }
-    uint8_t out[1024];
-    size_t size;
-    tlvmsg_fault fault;
-    PyObject *result;
-    if (type->type->max_encoded > sizeof out) {
-        result = encoded_long(type, memory.record);
-    } else if (tlvmsg_encode(type->type, memory.record, out, sizeof out, &size, &fault)) {
-        result = PyBytes_FromStringAndSize((const char *)out, (Py_ssize_t)size);
-    } else {
-        result = raise_fault(type->state, &fault);
-    }
-    memory_close(&memory);
-    return result;
+    return bytes;
 }
 
-PyObject *encoded_size(Type *type, PyObject *value) {
+PyObject *type_size(PyObject *self, PyObject *value) {
+    Type *const type = (Type *)self;
     Memory memory;
     if (!memory_open_with(&memory, type, value)) {
         return NULL;

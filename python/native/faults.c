@@ -1,17 +1,16 @@
 /* Faults of the library, and those of values that are set, as exceptions. */
 #include "native.h"
 
-#include <stdio.h>
-
-/* Raises class(line, code, path, offset, found, allowed), which has no use for what is null. */
-static PyObject *raise(PyObject *class_, PyObject *exception) {
+/* Takes the exception. */
+static PyObject *raise(PyObject *exception) {
     if (exception != NULL) {
-        PyErr_SetObject(class_, exception);
+        PyErr_SetObject((PyObject *)Py_TYPE(exception), exception);
         Py_DECREF(exception);
     }
     return NULL;
 }
 
+/* It is a Fault(line, code, path, offset, found, allowed). */
 PyObject *fault_object(State *state, const tlvmsg_fault *fault) {
     char line[TLVMSG_FAULT_TEXT];
     tlvmsg_fault_text(fault, line, sizeof line);
@@ -21,8 +20,7 @@ PyObject *fault_object(State *state, const tlvmsg_fault *fault) {
 }
 
 PyObject *raise_fault(State *state, const tlvmsg_fault *fault) {
-    return fault->code == TLVMSG_OUT_OF_MEMORY ? PyErr_NoMemory()
-                                               : raise(state->fault, fault_object(state, fault));
+    return fault->code == TLVMSG_OUT_OF_MEMORY ? PyErr_NoMemory() : raise(fault_object(state, fault));
 }
 
 PyObject *raise_text_fault(State *state, const tlvmsg_text_fault *fault) {
@@ -32,48 +30,24 @@ PyObject *raise_text_fault(State *state, const tlvmsg_text_fault *fault) {
     if (fault->code == TLVMSG_TEXT_OUT_OF_MEMORY) {
         return PyErr_NoMemory();
     }
-    char line[TLVMSG_TEXT_MESSAGE + TLVMSG_MAX_PATH + 64];
-    int length = snprintf(line, sizeof line, "error[%s]: %s%s%s", tlvmsg_text_code_name(fault->code),
-                          fault->path, *fault->path ? ": " : "", fault->message);
-    if (fault->column > 0 && (size_t)length < sizeof line) { /* otherwise it is about a setting */
-        snprintf(line + length, sizeof line - (size_t)length, " in line %zu, column %zu", fault->line,
-                 fault->column);
-    }
-    return raise(state->text_fault,
-                 PyObject_CallFunction(state->text_fault, "sssnnn", line, tlvmsg_text_code_name(fault->code),
-                                       fault->path, (Py_ssize_t)fault->offset, (Py_ssize_t)fault->line,
-                                       (Py_ssize_t)fault->column));
+    return raise(PyObject_CallFunction(state->text_fault, "sssnnn", tlvmsg_text_code_name(fault->code),
+                                       fault->path, fault->message, (Py_ssize_t)fault->offset,
+                                       (Py_ssize_t)fault->line, (Py_ssize_t)fault->column));
 }
 
-/* The first fault, and a note for each of the others. */
 PyObject *raise_schema_faults(State *state, const tlvmsg_schema *schema) {
     size_t count;
-    const tlvmsg_schema_fault *fault = tlvmsg_schema_faults(schema, &count);
-    PyObject *exception = NULL;
-    for (size_t i = 0; i < count; i++, fault++) {
-        const char *const help = *fault->help ? "; " : "";
-        PyObject *line =
-            fault->line > 0
-                ? PyUnicode_FromFormat("%s:%zu:%zu: %s%s%s (%s)", fault->file, fault->line, fault->column,
-                                       fault->message, help, fault->help, fault->code)
-                : PyUnicode_FromFormat("%s%s%s (%s)", fault->message, help, fault->help, fault->code);
-        PyObject *done = NULL;
-        if (line != NULL && i == 0) {
-            exception = done =
-                PyObject_CallFunction(state->text_fault, "OssOnn", line, fault->code, fault->file, Py_None,
-                                      (Py_ssize_t)fault->line, (Py_ssize_t)fault->column);
-            Py_XINCREF(done);
-        } else if (line != NULL) {
-            done = PyObject_CallMethod(exception, "add_note", "O", line);
-        }
-        Py_XDECREF(line);
-        if (done == NULL) {
-            Py_XDECREF(exception);
-            return NULL;
-        }
-        Py_DECREF(done);
+    const tlvmsg_schema_fault *const faults = tlvmsg_schema_faults(schema, &count);
+    PyObject *all = PyList_New(0);
+    for (size_t i = 0; all != NULL && i < count; i++) {
+        append(&all, Py_BuildValue("snnsss", faults[i].file, (Py_ssize_t)faults[i].line,
+                                   (Py_ssize_t)faults[i].column, faults[i].message, faults[i].help,
+                                   faults[i].code));
     }
-    return raise(state->text_fault, exception);
+    PyObject *const exception =
+        all != NULL ? PyObject_CallFunctionObjArgs(state->schema_fault, all, NULL) : NULL;
+    Py_XDECREF(all);
+    return raise(exception);
 }
 
 /* ---- Values ---- */
@@ -112,7 +86,7 @@ PyObject *raise_value(State *state, const Place *place, tlvmsg_text_code code, P
     Py_XDECREF(path);
     Py_XDECREF(right);
     Py_XDECREF(found);
-    return raise(state->fault, exception);
+    return raise(exception);
 }
 
 PyObject *raise_type(const Place *place, PyObject *found, const char *expected) {

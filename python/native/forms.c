@@ -62,40 +62,45 @@ PyObject *type_from_json(PyObject *self, PyObject *text) {
 
 /* ---- Samples ---- */
 
-static bool sample_kind(const char *name, tlvmsg_sample_kind *kind) {
+static bool sample_options(PyObject *names, tlvmsg_sample_options *options) {
     static const char *const kinds[] = {"random", "min", "max", "boundary"};
-    for (size_t i = 0; i < sizeof kinds / sizeof *kinds; i++) {
-        if (strcmp(name, kinds[i]) == 0) {
-            *kind = (tlvmsg_sample_kind)i;
-            return true;
+    const char *kind = kinds[0];
+    PyObject *seed = NULL;
+    char *keywords[] = {"kind", "seed", NULL};
+    PyObject *const none = PyTuple_New(0);
+    if (none != NULL &&
+        PyArg_ParseTupleAndKeywords(none, names, "|sO!:sample", keywords, &kind, &PyLong_Type, &seed)) {
+        while (options->kind < 4 && strcmp(kind, kinds[options->kind]) != 0) {
+            options->kind++;
+        }
+        options->seed = seed != NULL ? PyLong_AsUnsignedLongLong(seed) : 0;
+        if (options->kind == 4) {
+            PyErr_Format(PyExc_ValueError, "no kind of sample '%s'; there are random, min, max and boundary",
+                         kind);
         }
     }
-    PyErr_Format(PyExc_ValueError, "no kind of sample '%s'; there are random, min, max and boundary", name);
-    return false;
+    Py_XDECREF(none);
+    return !PyErr_Occurred();
+}
+
+static const char *setting(PyObject *string) {
+    const char *const text = PyUnicode_Check(string) ? name_in(string) : NULL;
+    if (text == NULL && !PyErr_Occurred()) {
+        PyErr_Format(PyExc_TypeError, "a setting is a str, such as 'slot=2', not %R", string);
+    }
+    return text;
 }
 
 PyObject *type_sample(PyObject *self, PyObject *arguments, PyObject *names) {
     Type *const type = (Type *)self;
     const size_t count = (size_t)PyTuple_Size(arguments);
-    const char *kind = "random";
-    unsigned long long seed = 0;
-    char *keywords[] = {"kind", "seed", NULL};
-    PyObject *const none = PyTuple_New(0);
-    tlvmsg_sample_options options = {.setting_count = count};
-    const bool parsed =
-        none != NULL && PyArg_ParseTupleAndKeywords(none, names, "|sK:sample", keywords, &kind, &seed);
-    Py_XDECREF(none);
-    if (!parsed || !sample_kind(kind, &options.kind)) {
-        return NULL;
-    }
     const char **const settings = PyMem_Calloc(count + 1, sizeof *settings);
-    bool right = settings != NULL || PyErr_NoMemory() != NULL;
+    tlvmsg_sample_options options = {.settings = settings, .setting_count = count};
+    bool right = settings != NULL ? sample_options(names, &options) : PyErr_NoMemory() != NULL;
     for (size_t i = 0; right && i < count; i++) {
-        settings[i] = PyUnicode_AsUTF8AndSize(PyTuple_GetItem(arguments, (Py_ssize_t)i), NULL);
+        settings[i] = setting(PyTuple_GetItem(arguments, (Py_ssize_t)i));
         right = settings[i] != NULL;
     }
-    options.settings = settings;
-    options.seed = seed;
     Memory memory;
     PyObject *result = NULL;
     if (right && memory_open(&memory, type->type)) {
@@ -111,15 +116,6 @@ PyObject *type_sample(PyObject *self, PyObject *arguments, PyObject *names) {
 
 /* ---- Differences ---- */
 
-static PyObject *differences_of(State *state, const tlvmsg_difference *differences, size_t count) {
-    PyObject *list = PyList_New(0);
-    for (size_t i = 0; list != NULL && i < count; i++) {
-        append(&list, PyObject_CallFunction(state->difference, "szz", differences[i].path, differences[i].a,
-                                            differences[i].b));
-    }
-    return list;
-}
-
 PyObject *diff(PyObject *module, PyObject *arguments) {
     State *const state = PyModule_GetState(module);
     PyObject *a, *b;
@@ -131,19 +127,23 @@ PyObject *diff(PyObject *module, PyObject *arguments) {
     if (type == NULL || !memory_open_with(&left, type, a)) {
         return NULL;
     }
-    PyObject *result = NULL;
+    PyObject *list = NULL;
     if (memory_open_with(&right, type, b)) {
         tlvmsg_difference *differences;
         size_t count;
         tlvmsg_text_fault fault;
-        result = tlvmsg_diff(type->type, left.record, right.record, &differences, &count, &fault)
-                     ? differences_of(state, differences, count)
-                     : raise_text_fault(state, &fault);
+        list = tlvmsg_diff(type->type, left.record, right.record, &differences, &count, &fault)
+                   ? PyList_New(0)
+                   : raise_text_fault(state, &fault);
+        for (size_t i = 0; list != NULL && i < count; i++) {
+            const tlvmsg_difference *const each = &differences[i];
+            append(&list, result(state, "Difference", "szz", each->path, each->a, each->b));
+        }
         tlvmsg_free(differences);
         memory_close(&right);
     }
     memory_close(&left);
-    return result;
+    return list;
 }
 
 /* ---- Bytes ---- */
@@ -162,12 +162,21 @@ PyObject *read_hex(PyObject *module, PyObject *text) {
     close_text(owner, &in);
     PyObject *list = right ? PyList_New(0) : raise_text_fault(state, &fault);
     for (size_t i = 0; list != NULL && i < count; i++) {
-        append(&list, PyObject_CallFunction(state->hex_message, "y#sn", (const char *)messages[i].bytes,
-                                            (Py_ssize_t)messages[i].size, messages[i].type,
-                                            (Py_ssize_t)messages[i].line));
+        append(&list, result(state, "HexMessage", "y#sn", (const char *)messages[i].bytes,
+                             (Py_ssize_t)messages[i].size, messages[i].type, (Py_ssize_t)messages[i].line));
     }
     tlvmsg_free(messages);
     return list;
+}
+
+PyObject *type_describe(PyObject *self, PyObject *nothing) {
+    (void)nothing;
+    char *text;
+    size_t length;
+    tlvmsg_text_fault fault;
+    return tlvmsg_type_to_json(((Type *)self)->type, NULL, &text, &length, &fault)
+               ? text_of(text, length)
+               : raise_text_fault(((Type *)self)->state, &fault);
 }
 
 static bool collect(void *context, const char *text, size_t length) {
@@ -226,10 +235,9 @@ static PyObject *guess_object(Schema *schema, const tlvmsg_guess *guess) {
         Py_XDECREF(types);
         return NULL;
     }
-    return PyObject_CallFunction(schema->state->guess, "sNnnnnN", fits[guess->verdict.fit], types,
-                                 (Py_ssize_t)guess->offset, (Py_ssize_t)guess->verdict.extent.consumed,
-                                 (Py_ssize_t)guess->understood, (Py_ssize_t)guess->verdict.extent.deviations,
-                                 fault);
+    return result(schema->state, "Guess", "sNnnnnN", fits[guess->verdict.fit], types,
+                  (Py_ssize_t)guess->offset, (Py_ssize_t)guess->verdict.extent.consumed,
+                  (Py_ssize_t)guess->understood, (Py_ssize_t)guess->verdict.extent.deviations, fault);
 }
 
 PyObject *schema_guess(PyObject *self, PyObject *arguments) {
@@ -271,10 +279,9 @@ PyObject *schema_divide(PyObject *self, PyObject *data) {
     PyBuffer_Release(&in);
     for (size_t i = 0; list != NULL && i < count; i++) {
         PyObject *const types = types_of(schema, parts[i].types, parts[i].type_count);
-        append(&list, types == NULL
-                          ? NULL
-                          : PyObject_CallFunction(schema->state->part, "nnN", (Py_ssize_t)parts[i].offset,
-                                                  (Py_ssize_t)parts[i].size, types));
+        append(&list, types == NULL ? NULL
+                                    : result(schema->state, "Part", "nnN", (Py_ssize_t)parts[i].offset,
+                                             (Py_ssize_t)parts[i].size, types));
     }
     tlvmsg_free(parts);
     return list;

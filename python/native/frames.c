@@ -9,26 +9,29 @@ typedef struct Frames {
     PyObject_HEAD State *state;
     tlvmsg_framing framing;
     tlvmsg_frames *frames;
-    Type *wanted; /* what a search looks for, or null */
+    Type *wanted;      /* what a search looks for, or null */
+    PyObject *waiting; /* a bytearray: what has been fed and is not in there yet */
+    Py_ssize_t taken;  /* of it */
+    bool ended;
 } Frames;
 
 static PyObject *frames_new(PyTypeObject *class_, PyObject *arguments, PyObject *names) {
     const char *text;
     char *keywords[] = {"framing", NULL};
     tlvmsg_fault fault;
-    Frames *self = NULL;
-    if (PyArg_ParseTupleAndKeywords(arguments, names, "s:Frames", keywords, &text)) {
-        self = PyObject_New(Frames, class_);
+    if (!PyArg_ParseTupleAndKeywords(arguments, names, "s:Frames", keywords, &text)) {
+        return NULL;
     }
+    Frames *self = (Frames *)((allocfunc)PyType_GetSlot(class_, Py_tp_alloc))(class_, 0);
     if (self == NULL) {
         return NULL;
     }
     self->state = PyType_GetModuleState(class_);
-    self->wanted = NULL;
-    self->frames = tlvmsg_framing_from_text(text, &self->framing, &fault)
-                       ? tlvmsg_frames_new(&self->framing, NULL, 0, &fault)
-                       : NULL;
-    if (self->frames == NULL) {
+    self->waiting = PyByteArray_FromStringAndSize(NULL, 0);
+    if (self->waiting == NULL) {
+        Py_CLEAR(self);
+    } else if (!tlvmsg_framing_from_text(text, &self->framing, &fault) ||
+               (self->frames = tlvmsg_frames_new(&self->framing, NULL, 0, &fault)) == NULL) {
         raise_fault(self->state, &fault);
         Py_CLEAR(self);
     }
@@ -40,8 +43,24 @@ static void frames_free(PyObject *object) {
     PyTypeObject *const class_ = Py_TYPE(object);
     tlvmsg_frames_free(self->frames);
     Py_XDECREF((PyObject *)self->wanted);
+    Py_XDECREF(self->waiting);
     PyObject_Free(self);
     Py_DECREF((PyObject *)class_);
+}
+
+/* Whether some of what waits went in; the room for it is refused when a frame is. */
+static bool fill(Frames *self) {
+    const Py_ssize_t left = PyByteArray_Size(self->waiting) - self->taken;
+    tlvmsg_fault fault;
+    size_t size;
+    uint8_t *const room = left > 0 ? tlvmsg_frames_room(self->frames, &size, &fault) : NULL;
+    if (room == NULL) {
+        return left > 0 && raise_fault(self->state, &fault) != NULL;
+    }
+    size = size < (size_t)left ? size : (size_t)left;
+    memcpy(room, PyByteArray_AsString(self->waiting) + self->taken, size);
+    self->taken += (Py_ssize_t)size;
+    return tlvmsg_frames_filled(self->frames, (ptrdiff_t)size);
 }
 
 /* The next body, or null without an exception when more bytes are needed. */
@@ -50,10 +69,18 @@ static PyObject *frames_next(PyObject *object) {
     const uint8_t *body;
     size_t size;
     tlvmsg_fault fault;
-    if (tlvmsg_frames_next(self->frames, &body, &size, &fault)) {
-        return PyBytes_FromStringAndSize((const char *)body, (Py_ssize_t)size);
-    }
-    return fault.code == TLVMSG_OK ? NULL : raise_fault(self->state, &fault);
+    do {
+        if (self->ended && self->taken == PyByteArray_Size(self->waiting)) {
+            tlvmsg_frames_end(self->frames);
+        }
+        if (tlvmsg_frames_next(self->frames, &body, &size, &fault)) {
+            return PyBytes_FromStringAndSize((const char *)body, (Py_ssize_t)size);
+        }
+        if (fault.code != TLVMSG_OK) {
+            return raise_fault(self->state, &fault);
+        }
+    } while (fill(self));
+    return NULL;
 }
 
 static PyObject *frames_feed(PyObject *object, PyObject *data) {
@@ -62,26 +89,22 @@ static PyObject *frames_feed(PyObject *object, PyObject *data) {
     if (PyObject_GetBuffer(data, &in, PyBUF_SIMPLE) < 0) {
         return NULL;
     }
-    tlvmsg_fault fault = {.code = TLVMSG_OK};
-    for (size_t taken = 0; taken < (size_t)in.len;) {
-        size_t size;
-        uint8_t *const room = tlvmsg_frames_room(self->frames, &size, &fault);
-        if (room == NULL) {
-            break;
-        }
-        size = size < (size_t)in.len - taken ? size : (size_t)in.len - taken;
-        memcpy(room, (const uint8_t *)in.buf + taken, size);
-        tlvmsg_frames_filled(self->frames, (ptrdiff_t)size);
-        taken += size;
+    char *const all = PyByteArray_AsString(self->waiting);
+    const Py_ssize_t left = PyByteArray_Size(self->waiting) - self->taken;
+    memmove(all, all + self->taken, (size_t)left);
+    self->taken = 0;
+    const bool right = PyByteArray_Resize(self->waiting, left + in.len) == 0;
+    if (right) {
+        memcpy(PyByteArray_AsString(self->waiting) + left, in.buf, (size_t)in.len);
     }
     PyBuffer_Release(&in);
-    return fault.code == TLVMSG_OK ? Py_NewRef(Py_None) : raise_fault(self->state, &fault);
+    return right ? Py_NewRef(Py_None) : NULL;
 }
 
 static PyObject *frames_frame(PyObject *object, PyObject *body) {
     Frames *const self = (Frames *)object;
     PyObject *const owner = PyObject_TypeCheck(body, self->state->record_type)
-                                ? encoded(((Record *)body)->type, body)
+                                ? type_encode((PyObject *)((Record *)body)->type, body)
                                 : Py_NewRef(body);
     Py_buffer in;
     if (owner == NULL || PyObject_GetBuffer(owner, &in, PyBUF_SIMPLE) < 0) {
@@ -128,7 +151,7 @@ static PyObject *frames_resync(PyObject *object, PyObject *class_) {
 
 static PyObject *frames_end(PyObject *self, PyObject *nothing) {
     (void)nothing;
-    tlvmsg_frames_end(((Frames *)self)->frames);
+    ((Frames *)self)->ended = true;
     return Py_NewRef(Py_None);
 }
 

@@ -11,17 +11,18 @@
 
 /* ---- module.c: what there is once an interpreter ---- */
 
-typedef struct State {
+typedef struct State { /* references, each to be visited and released */
     PyTypeObject *schema_type, *type_type, *record_type, *frames_type;
     /* Of tlvmsg.values and tlvmsg.faults. */
-    PyObject *items, *bytes, *missing, *enumeration, *documentation, *loader, *extent, *guess, *part,
-        *difference, *hex_message;
-    PyObject *fault, *text_fault;
+    PyObject *items, *bytes, *missing, *enumeration, *documentation, *loader, *shown, *schema_fault, *fault,
+        *text_fault;
+    PyObject *results; /* what is in tlvmsg.results, once somebody has some */
     PyObject *name_of_type,
         *name_of_array; /* attributes: of a class its Type, of a list the Type of its array */
 } State;
 
-State *state_of(PyObject *module); /* null, without an exception, of another module */
+/* An object of that class of tlvmsg.results, from what Py_BuildValue makes a tuple of. */
+PyObject *result(State *state, const char *class_, const char *format, ...);
 
 /* ---- schema.c: sets of types ---- */
 
@@ -34,6 +35,7 @@ typedef struct Schema {
 } Schema;
 
 extern PyType_Spec schema_spec;
+PyObject *load(PyObject *module, PyObject *arguments);
 
 /* ---- type.c: types as Python sees them ---- */
 
@@ -65,12 +67,14 @@ struct Type {
     PyObject *class_;  /* of records, or of an enumeration's values; else null */
     PyObject *values;  /* enumerations: a tuple of members as tlvmsg_type has them; else null */
     Type *element;     /* of arrays */
-    uint32_t field_count;
+    uint32_t field_count, union_count,
+        selector; /* records; the last union's selector, as an index of fields */
     Field *fields;
     PyObject *index; /* records: the number of the field of a name */
 };
 
 extern PyType_Spec type_spec;
+PyObject *type_to_dict(PyObject *self, PyObject *value);
 
 /* The type of that descriptor, made when it is not there yet. A new reference. */
 Type *type_of(Schema *schema, const tlvmsg_type *descriptor);
@@ -86,7 +90,7 @@ typedef struct Record {
 } Record;
 
 extern PyType_Spec record_spec;
-PyObject *record_class(Type *type);
+bool make_class(Type *type);         /* whose fields are known */
 Record *record_allocate(Type *type); /* with null slots, not yet tracked */
 void record_track(Record *self);
 
@@ -104,13 +108,19 @@ PyObject *record_from_members(Type *type, PyObject *members, const Place *place)
 
 PyObject *to_python(Type *type, const void *memory);
 
-/* Fills memory that is zero; what it got on failure is to be released. Runs no code of Python's. */
+/* Fills memory that is zero with what checked() takes; what it got on failure is to be released. */
 bool to_memory(Type *type, PyObject *value, void *memory, const Place *place);
 
 /* What stands in an object for a value that somebody gives. */
 PyObject *checked(Type *type, PyObject *value, const Place *place);
-PyObject *checked_items(Type *array, PyObject *values, size_t room, const Place *place);
 PyObject *zero_value(Type *type);
+PyObject *number_object(Type *type, uint64_t value);
+
+/* The same for items from index `at` on, where so many others are there. */
+PyObject *checked_items(Type *array, PyObject *values, size_t there, size_t at, const Place *place);
+
+/* The text of a str, which keeps it; null, with an exception only when memory is out, for what can be no name. */
+const char *name_in(PyObject *string);
 
 /* Numbers, texts, lists and dictionaries, as JSON has them. */
 PyObject *plain(Type *type, PyObject *value);
@@ -135,11 +145,12 @@ void memory_close(Memory *memory); /* releases the record, too */
 
 PyObject *type_decode(PyObject *self, PyObject *const *arguments, Py_ssize_t count, PyObject *names);
 PyObject *type_verify(PyObject *self, PyObject *const *arguments, Py_ssize_t count, PyObject *names);
-PyObject *encoded(Type *type, PyObject *value);
-PyObject *encoded_size(Type *type, PyObject *value);
+PyObject *type_encode(PyObject *self, PyObject *value);
+PyObject *type_size(PyObject *self, PyObject *value);
 
 /* ---- forms.c: JSON, samples, differences, hex, guesses ---- */
 
+PyObject *type_describe(PyObject *self, PyObject *nothing);
 PyObject *type_from_json(PyObject *self, PyObject *text);
 PyObject *type_sample(PyObject *self, PyObject *arguments, PyObject *names);
 PyObject *json_of(Type *type, PyObject *value, unsigned indent);

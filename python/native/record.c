@@ -58,13 +58,6 @@ static Py_ssize_t field_of(const Type *type, PyObject *name) {
     return index != NULL ? PyLong_AsSsize_t(index) : PyErr_Occurred() ? -2 : -1;
 }
 
-static PyObject *raise_not_chosen(Record *self, const Field *field, const Place *place) {
-    const Field *const selector = &self->type->fields[field->selector];
-    return raise_value(self->type->state, place, TLVMSG_TEXT_NOT_CHOSEN,
-                       Py_NewRef(self->slots[field->selector]), "%s to choose %s; choose() changes both",
-                       selector->name, field->name);
-}
-
 static PyObject *record_get(PyObject *object, PyObject *name) {
     Record *const self = (Record *)object;
     const Py_ssize_t i = field_of(self->type, name);
@@ -87,27 +80,29 @@ static void put(Record *self, uint32_t i, PyObject *value) {
     Py_XDECREF(before);
 }
 
+static const tlvmsg_alternative *chosen_by(const Field *selector, PyObject *number) {
+    return tlvmsg_chosen_by(selector->union_type, (uint32_t)PyLong_AsUnsignedLong(number));
+}
+
 static bool set(Record *self, uint32_t i, PyObject *value, const Place *place) {
     const Field *const field = &self->type->fields[i];
     const Place inside = {.parent = place, .name = field->name};
-    if (self->slots[i] == NULL) {
-        return raise_not_chosen(self, field, &inside) != NULL;
-    }
-    PyObject *const right = checked(field->type, value, &inside);
-    if (right == NULL) {
+    PyObject *const right = self->slots[i] != NULL ? checked(field->type, value, &inside) : NULL;
+    if (PyErr_Occurred()) {
         return false;
     }
-    if (field->union_type != NULL && field->alternative == NULL) {
-        const uint32_t before = (uint32_t)PyLong_AsUnsignedLong(self->slots[i]);
-        const uint32_t after = (uint32_t)PyLong_AsUnsignedLong(right);
-        if (tlvmsg_chosen_by(field->union_type, before) != tlvmsg_chosen_by(field->union_type, after)) {
-            raise_value(self->type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN, right,
-                        "what chooses the same alternative as %R; choose() changes both", self->slots[i]);
-            return false;
-        }
-    } else if (self->slots[i] == NULL) { /* the check ran code that chose something else */
-        Py_DECREF(right);
-        return raise_not_chosen(self, field, &inside) != NULL;
+    if (self->slots[i] == NULL) { /* from the beginning, or chosen away by code that the check ran */
+        Py_XDECREF(right);
+        const uint32_t selector = field->selector;
+        return raise_value(self->type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN,
+                           Py_NewRef(self->slots[selector]), "%s to choose %s; choose() changes both",
+                           self->type->fields[selector].name, field->name) != NULL;
+    }
+    if (field->union_type != NULL && field->alternative == NULL &&
+        chosen_by(field, self->slots[i]) != chosen_by(field, right)) {
+        return raise_value(self->type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN, right,
+                           "what chooses the same alternative as %R; choose() changes both",
+                           self->slots[i]) != NULL;
     }
     put(self, i, right);
     return true;
@@ -126,35 +121,38 @@ static int record_set(PyObject *object, PyObject *name, PyObject *value) {
 
 /* ---- Choosing ---- */
 
-/* Makes the selector that number, and has what it chooses: `value`, or what is zero when that is null. */
-static bool choose(Record *self, uint32_t selector, uint32_t number, PyObject *value, const Place *place) {
+/* Has the alternative, or what the number chooses, or both where they agree; as `value`, or zero when that is null. */
+static bool choose(Record *self, uint32_t selector, PyObject *number, const Field *alternative,
+                   PyObject *value, const Place *place) {
     const Type *const type = self->type;
-    const tlvmsg_alternative *const chosen = tlvmsg_chosen_by(type->fields[selector].union_type, number);
-    const Field *field = NULL;
-    for (uint32_t i = 0; chosen != NULL && i < type->field_count; i++) {
-        if (type->fields[i].alternative == chosen) {
-            field = &type->fields[i];
-        }
-    }
-    PyObject *const integer = PyLong_FromUnsignedLong(number);
-    const Place at_selector = {.parent = place, .name = type->fields[selector].name};
-    PyObject *const right =
-        integer != NULL ? checked(type->fields[selector].type, integer, &at_selector) : NULL;
-    Py_XDECREF(integer);
-    PyObject *inside = NULL;
-    if (right != NULL && field != NULL) {
-        const Place at_field = {.parent = place, .name = field->name};
-        inside = value != NULL ? checked(field->type, value, &at_field) : zero_value(field->type);
-    }
-    if (right == NULL || (field != NULL && inside == NULL)) {
-        Py_XDECREF(right);
+    const Field *const by = &type->fields[selector];
+    const Place at_selector = {.parent = place, .name = by->name};
+    PyObject *const right = number != NULL ? checked(by->type, number, &at_selector)
+                                           : number_object(by->type, alternative->alternative->values[0]);
+    const tlvmsg_alternative *const chosen = right != NULL ? chosen_by(by, right) : NULL;
+    if (right == NULL) {
         return false;
     }
-    PyObject *before = NULL;
+    if (value != NULL && (alternative != NULL ? alternative->alternative != chosen : chosen == NULL)) {
+        return raise_value(type->state, &at_selector, TLVMSG_TEXT_NOT_CHOSEN, right, "what chooses %s",
+                           alternative != NULL ? alternative->name : "an alternative") != NULL;
+    }
+    PyObject *inside = NULL, *before = NULL;
+    for (uint32_t i = 0; chosen != NULL && i < type->field_count; i++) {
+        const Field *const field = &type->fields[i];
+        if (field->alternative == chosen) {
+            const Place at_field = {.parent = place, .name = field->name};
+            inside = value != NULL ? checked(field->type, value, &at_field) : zero_value(field->type);
+        }
+    }
+    if (chosen != NULL && inside == NULL) {
+        Py_DECREF(right);
+        return false;
+    }
     for (uint32_t i = 0; i < type->field_count; i++) {
         if (type->fields[i].alternative != NULL && type->fields[i].selector == selector) {
             before = self->slots[i] != NULL ? self->slots[i] : before;
-            self->slots[i] = &type->fields[i] == field ? inside : NULL;
+            self->slots[i] = type->fields[i].alternative == chosen ? inside : NULL;
         }
     }
     put(self, selector, right);
@@ -162,45 +160,7 @@ static bool choose(Record *self, uint32_t selector, uint32_t number, PyObject *v
     return true;
 }
 
-/* The selector of the only union whose alternatives are the record's; null with an exception. */
-static const Field *only_selector(const Type *type) {
-    const Field *found = NULL;
-    for (uint32_t i = 0; i < type->field_count; i++) {
-        const Field *const field = &type->fields[i];
-        if (field->union_type != NULL && field->alternative == NULL) {
-            if (found != NULL) {
-                PyErr_Format(PyExc_TypeError, "%s has several unions: choose by name", type->type->name);
-                return NULL;
-            }
-            found = field;
-        }
-    }
-    if (found == NULL) {
-        PyErr_Format(PyExc_TypeError, "%s has no alternatives", type->type->name);
-    }
-    return found;
-}
-
-/* By the number or the enumerator of the selector. */
-static bool choose_by_number(Record *self, PyObject *number, PyObject *value, const Place *place) {
-    const Field *const selector = only_selector(self->type);
-    if (selector == NULL) {
-        return false;
-    }
-    const Place inside = {.parent = place, .name = selector->name};
-    PyObject *const right = checked(selector->type, number, &inside);
-    if (right == NULL) {
-        return false;
-    }
-    const uint32_t chosen = (uint32_t)PyLong_AsUnsignedLong(right);
-    if (value != NULL && tlvmsg_chosen_by(selector->union_type, chosen) == NULL) {
-        return raise_value(self->type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN, right,
-                           "what chooses an alternative") != NULL;
-    }
-    Py_DECREF(right);
-    return choose(self, selector->selector, chosen, value, place);
-}
-
+/* By an alternative's name, or by the number or enumerator of the selector. */
 static PyObject *record_choose(PyObject *object, PyObject *arguments) {
     Record *const self = (Record *)object;
     const Type *const type = self->type;
@@ -210,14 +170,19 @@ static PyObject *record_choose(PyObject *object, PyObject *arguments) {
         return NULL;
     }
     const Py_ssize_t named = PyUnicode_Check(which) ? field_of(type, which) : -1;
-    if (named == -2) {
-        return NULL;
-    }
     const Field *const field = named >= 0 ? &type->fields[named] : NULL;
-    const bool chosen = field != NULL && field->alternative != NULL
-                            ? choose(self, field->selector, field->alternative->values[0], value, &place)
-                            : choose_by_number(self, which, value, &place);
-    return chosen ? Py_NewRef(Py_None) : NULL;
+    bool right = false;
+    if (field != NULL && field->alternative != NULL) {
+        right = choose(self, field->selector, NULL, field, value, &place);
+    } else if (named != -2 && type->union_count == 1) {
+        right = choose(self, type->selector, which, NULL, value, &place);
+    } else if (named != -2) {
+        PyErr_Format(PyExc_TypeError,
+                     type->union_count == 0 ? "%s has no alternatives"
+                                            : "%s has several unions: choose by name",
+                     type->type->name);
+    }
+    return right ? Py_NewRef(Py_None) : NULL;
 }
 
 /* ---- Construction ---- */
@@ -225,8 +190,9 @@ static PyObject *record_choose(PyObject *object, PyObject *arguments) {
 /* What `members` says of the union: its selector, an alternative or both, which then have to agree. */
 static bool set_union(Record *self, uint32_t selector, PyObject *members, const Place *place) {
     const Type *const type = self->type;
+    PyObject *const number = PyDict_GetItem(members, type->fields[selector].key);
     PyObject *value = NULL;
-    uint32_t alternative = 0;
+    const Field *alternative = NULL;
     for (uint32_t i = 0; i < type->field_count; i++) {
         const Field *const field = &type->fields[i];
         PyObject *const given = field->alternative != NULL && field->selector == selector
@@ -235,31 +201,14 @@ static bool set_union(Record *self, uint32_t selector, PyObject *members, const 
         if (given != NULL && value != NULL) {
             const Place inside = {.parent = place, .name = field->name};
             return raise_value(type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN, Py_NewRef(given),
-                               "it without %s beside it", type->fields[alternative].name) != NULL;
+                               "it without %s beside it", alternative->name) != NULL;
         }
         if (given != NULL) {
             value = given;
-            alternative = i;
+            alternative = field;
         }
     }
-    PyObject *const said = PyDict_GetItem(members, type->fields[selector].key);
-    if (said == NULL) {
-        return value == NULL ||
-               choose(self, selector, type->fields[alternative].alternative->values[0], value, place);
-    }
-    const Place at_selector = {.parent = place, .name = type->fields[selector].name};
-    PyObject *const right = checked(type->fields[selector].type, said, &at_selector);
-    if (right == NULL) {
-        return false;
-    }
-    const uint32_t number = (uint32_t)PyLong_AsUnsignedLong(right);
-    if (value != NULL && tlvmsg_chosen_by(type->fields[selector].union_type, number) !=
-                             type->fields[alternative].alternative) {
-        return raise_value(type->state, &at_selector, TLVMSG_TEXT_NOT_CHOSEN, right, "what chooses %s",
-                           type->fields[alternative].name) != NULL;
-    }
-    Py_DECREF(right);
-    return choose(self, selector, number, value, place);
+    return (number == NULL && value == NULL) || choose(self, selector, number, alternative, value, place);
 }
 
 static bool check_names(const Type *type, PyObject *members, const Place *place) {
@@ -282,24 +231,17 @@ static bool check_names(const Type *type, PyObject *members, const Place *place)
 }
 
 static bool set_members(Record *self, PyObject *members, const Place *place) {
-    const Type *const type = self->type;
-    for (uint32_t i = 0; i < type->field_count; i++) {
-        const Field *const field = &type->fields[i];
-        if (field->alternative != NULL) {
-            continue;
-        }
-        if (field->union_type != NULL) {
-            if (!set_union(self, i, members, place)) {
-                return false;
-            }
-            continue;
-        }
-        PyObject *const value = PyDict_GetItem(members, field->key);
-        if (value != NULL && !set(self, i, value, place)) {
-            return false;
+    bool right = true;
+    for (uint32_t i = 0; right && i < self->type->field_count; i++) {
+        const Field *const field = &self->type->fields[i];
+        if (field->union_type == NULL) {
+            PyObject *const value = PyDict_GetItem(members, field->key);
+            right = value == NULL || set(self, i, value, place);
+        } else if (field->alternative == NULL) {
+            right = set_union(self, i, members, place);
         }
     }
-    return true;
+    return right;
 }
 
 PyObject *record_from_members(Type *type, PyObject *members, const Place *place) {
@@ -329,12 +271,10 @@ static PyObject *record_new(PyTypeObject *class_, PyObject *arguments, PyObject 
         return NULL;
     }
     if (PyTuple_Size(arguments) > 0) {
-        PyErr_Format(PyExc_TypeError, "members have names: %s(member=value), or from_dict({...})",
-                     type->type->name);
-        return NULL;
+        return PyErr_Format(PyExc_TypeError, "members have names: %s(member=value), or from_dict({...})",
+                            type->type->name);
     }
-    const Place place = {.name = type->type->name};
-    return record_from_members(type, members, &place);
+    return record_from_members(type, members, &(Place){.name = type->type->name});
 }
 
 /* ---- Comparing, copying, showing ---- */
@@ -354,24 +294,8 @@ static PyObject *record_compare(PyObject *a, PyObject *b, int operation) {
     return equal < 0 ? NULL : PyBool_FromLong(equal == (operation == Py_EQ));
 }
 
-static PyObject *record_repr(PyObject *object) {
-    Record *const self = (Record *)object;
-    PyObject *parts = PyList_New(0);
-    for (uint32_t i = 0; parts != NULL && i < self->type->field_count; i++) {
-        PyObject *const slot = Py_XNewRef(self->slots[i]);
-        if (slot != NULL) {
-            append(&parts, PyUnicode_FromFormat("%s=%R", self->type->fields[i].name, slot));
-        }
-        Py_XDECREF(slot);
-    }
-    PyObject *const comma = parts != NULL ? PyUnicode_FromString(", ") : NULL;
-    PyObject *const inside = comma != NULL ? PyUnicode_Join(comma, parts) : NULL;
-    PyObject *const text =
-        inside != NULL ? PyUnicode_FromFormat("%s(%U)", self->type->type->name, inside) : NULL;
-    Py_XDECREF(inside);
-    Py_XDECREF(comma);
-    Py_XDECREF(parts);
-    return text;
+static PyObject *record_repr(PyObject *self) {
+    return PyObject_CallFunctionObjArgs(((Record *)self)->type->state->shown, self, NULL);
 }
 
 static PyObject *record_copy(PyObject *object, PyObject *nothing) {
@@ -399,14 +323,15 @@ static PyObject *record_deep_copy(PyObject *object, PyObject *memo) {
     return copy;
 }
 
-/* What loads it again: its name, fingerprint and bytes. */
+/* What loads it again: its name, fingerprint and bytes, or members, as a union's bytes do not say what is chosen. */
 static PyObject *record_reduce(PyObject *object, PyObject *nothing) {
     (void)nothing;
     Type *const type = ((Record *)object)->type;
-    PyObject *const bytes = encoded(type, object);
-    return bytes == NULL ? NULL
+    PyObject *const whole = type->type->kind == TLVMSG_UNION ? type_to_dict((PyObject *)type, object)
+                                                             : type_encode((PyObject *)type, object);
+    return whole == NULL ? NULL
                          : Py_BuildValue("O(sKN)", type->state->loader, type->type->name,
-                                         (unsigned long long)tlvmsg_fingerprint(type->type), bytes);
+                                         (unsigned long long)tlvmsg_fingerprint(type->type), whole);
 }
 
 static PyObject *record_dir(PyObject *object, PyObject *nothing) {
@@ -421,20 +346,14 @@ static PyObject *record_dir(PyObject *object, PyObject *nothing) {
 
 /* ---- Methods ---- */
 
-static PyObject *record_encode(PyObject *self, PyObject *nothing) {
-    (void)nothing;
-    return encoded(((Record *)self)->type, self);
-}
-
-static PyObject *record_size(PyObject *self, PyObject *nothing) {
-    (void)nothing;
-    return encoded_size(((Record *)self)->type, self);
-}
-
-static PyObject *record_to_dict(PyObject *self, PyObject *nothing) {
-    (void)nothing;
-    return plain(((Record *)self)->type, self);
-}
+#define OF_ITS_TYPE(name, function)                                                                          \
+    static PyObject *name(PyObject *self, PyObject *nothing) {                                               \
+        (void)nothing;                                                                                       \
+        return function((PyObject *)((Record *)self)->type, self);                                           \
+    }
+OF_ITS_TYPE(record_encode, type_encode)
+OF_ITS_TYPE(record_size, type_size)
+OF_ITS_TYPE(record_to_dict, type_to_dict)
 
 static PyObject *record_to_json(PyObject *self, PyObject *arguments, PyObject *names) {
     int indent = 0;
@@ -491,7 +410,8 @@ static bool add(PyObject *class_, const char *name, PyObject *value) {
     return added;
 }
 
-static bool fill_class(Type *type, PyObject *class_) {
+static bool fill_class(Type *type) {
+    PyObject *const class_ = type->class_;
     static const char *const methods_of_type[] = {"decode", "verify", "from_dict", "from_json", "sample"};
     bool right = add(class_, "_type", Py_NewRef((PyObject *)type)) &&
                  add(class_, "__match_args__", PySequence_Tuple(type->index)) &&
@@ -503,7 +423,7 @@ static bool fill_class(Type *type, PyObject *class_) {
     return right;
 }
 
-PyObject *record_class(Type *type) {
+bool make_class(Type *type) {
     PyType_Slot slots[] = {
         {Py_tp_new, record_new},
         {Py_tp_dealloc, record_free},
@@ -518,16 +438,13 @@ PyObject *record_class(Type *type) {
         .flags = Py_TPFLAGS_DEFAULT | (type->collected ? Py_TPFLAGS_HAVE_GC : 0),
         .slots = slots,
     };
-    PyObject *class_ = spec.name != NULL && bases != NULL
-                           ? PyType_FromModuleAndSpec(type->schema->module, &spec, bases)
-                           : NULL;
-    if (class_ == NULL && !PyErr_Occurred()) { /* Python 3.11 forgets to say so */
-        PyErr_NoMemory();
-    }
-    if (class_ != NULL && !fill_class(type, class_)) {
-        Py_CLEAR(class_);
+    if (spec.name != NULL && bases != NULL) {
+        type->class_ = PyType_FromModuleAndSpec(type->schema->module, &spec, bases);
     }
     Py_XDECREF(name);
     Py_XDECREF(bases);
-    return class_;
+    if (type->class_ == NULL && !PyErr_Occurred()) { /* Python 3.11 forgets to say so */
+        PyErr_NoMemory();
+    }
+    return type->class_ != NULL && fill_class(type);
 }

@@ -5,82 +5,70 @@
 
 /* ---- Loading ---- */
 
-/* The texts of a tuple's strings, for as long as it is there. */
-static const char **texts_of(PyObject *strings) {
-    const Py_ssize_t count = PyTuple_Size(strings);
-    const char **const texts = PyMem_Calloc((size_t)count + 1, sizeof *texts);
+/* The texts of a tuple's bytes, for as long as it is there, and a null. */
+static const char **texts_of(PyObject *tuple) {
+    const Py_ssize_t count = PyTuple_Size(tuple);
+    char **const texts = PyMem_Calloc((size_t)count + 1, sizeof *texts);
     bool right = texts != NULL || PyErr_NoMemory() != NULL;
     for (Py_ssize_t i = 0; right && i < count; i++) {
-        Py_ssize_t size;
-        texts[i] = PyUnicode_AsUTF8AndSize(PyTuple_GetItem(strings, i), &size);
-        right = texts[i] != NULL && strlen(texts[i]) == (size_t)size;
-        if (texts[i] != NULL && !right) {
-            PyErr_SetString(PyExc_ValueError, "a path with a zero byte");
-        }
+        right = PyBytes_AsStringAndSize(PyTuple_GetItem(tuple, i), &texts[i], NULL) == 0;
     }
     if (!right) {
         PyMem_Free(texts);
     }
-    return right ? texts : NULL;
+    return right ? (const char **)texts : NULL;
 }
 
-static bool load(Schema *self, PyObject *paths, const char *text, Py_ssize_t size, PyObject *imports,
-                 const char *installed) {
-    const size_t count = (size_t)PyTuple_Size(paths);
-    const char **const path_texts = texts_of(paths);
-    const char **const import_texts = path_texts != NULL ? texts_of(imports) : NULL;
-    tlvmsg_schema_source *const sources =
-        import_texts != NULL ? PyMem_Calloc(count + 1, sizeof *sources) : NULL;
-    bool right = sources != NULL;
-    for (size_t i = 0; right && i < count; i++) {
-        sources[i] = (tlvmsg_schema_source){.path = path_texts[i], .text = text, .text_len = (size_t)size};
+static bool load_into(Schema *self, const char *const *paths, size_t count, const tlvmsg_schema_source *text,
+                      const tlvmsg_schema_options *options) {
+    tlvmsg_schema_source *const sources = PyMem_Calloc(count, sizeof *sources);
+    if (sources == NULL) {
+        return PyErr_NoMemory() != NULL;
     }
-    if (right) {
-        const tlvmsg_schema_options options = {.import_paths = import_texts,
-                                               .import_path_count = (size_t)PyTuple_Size(imports),
-                                               .installed = installed};
-        PyThreadState *const others = PyEval_SaveThread();
-        right = tlvmsg_schema_load(sources, count, &options, &self->loaded);
-        PyEval_RestoreThread(others);
-        self->set = tlvmsg_schema_types(self->loaded);
-        if (!right) {
-            raise_schema_faults(self->state, self->loaded);
-        }
-    } else if (!PyErr_Occurred()) {
-        PyErr_NoMemory();
+    for (size_t i = 0; i < count; i++) {
+        sources[i] = *text;
+        sources[i].path = paths[i];
     }
+    PyThreadState *const others = PyEval_SaveThread();
+    const bool right = tlvmsg_schema_load(sources, count, options, &self->loaded);
+    PyEval_RestoreThread(others);
+    self->set = tlvmsg_schema_types(self->loaded);
     PyMem_Free(sources);
-    PyMem_Free(import_texts);
-    PyMem_Free(path_texts);
-    return right;
+    return right || raise_schema_faults(self->state, self->loaded) != NULL;
 }
 
-/* Without paths the library's own types; else files and directories, or one path and its text. */
-static PyObject *schema_new(PyTypeObject *class_, PyObject *arguments, PyObject *names) {
-    PyObject *paths, *imports, *module;
-    const char *text, *installed;
+PyObject *load(PyObject *module, PyObject *arguments) {
+    State *const state = PyModule_GetState(module);
+    PyObject *class_, *paths, *imports;
+    tlvmsg_schema_source text = {0};
+    tlvmsg_schema_options options = {0};
     Py_ssize_t size;
-    char *keywords[] = {"module", "paths", "text", "imports", "installed", NULL};
-    if (!PyArg_ParseTupleAndKeywords(arguments, names, "OO!z#O!z:Schema", keywords, &module, &PyTuple_Type,
-                                     &paths, &text, &size, &PyTuple_Type, &imports, &installed)) {
+    if (!PyArg_ParseTuple(arguments, "O!O!z#O!s:load", &PyType_Type, &class_, &PyTuple_Type, &paths,
+                          &text.text, &size, &PyTuple_Type, &imports, &options.installed)) {
         return NULL;
     }
-    State *const state = state_of(module);
-    if (state == NULL) {
-        return raise_type(&(Place){.name = "Schema"}, module, "the native module");
+    if (!PyType_IsSubtype((PyTypeObject *)class_, state->schema_type)) {
+        return raise_type(&(Place){.name = "load"}, class_, "a class of schemas");
     }
-    const allocfunc allocate = (allocfunc)PyType_GetSlot(class_, Py_tp_alloc);
-    Schema *self = (Schema *)allocate(class_, 0);
+    Schema *self =
+        (Schema *)((allocfunc)PyType_GetSlot((PyTypeObject *)class_, Py_tp_alloc))((PyTypeObject *)class_, 0);
     if (self == NULL) {
         return NULL;
     }
     self->module = Py_NewRef(module);
     self->state = state;
     self->types = PyDict_New();
-    if (self->types == NULL ||
-        (PyTuple_Size(paths) > 0 && !load(self, paths, text, size, imports, installed))) {
+    const char **const path_texts = self->types != NULL ? texts_of(paths) : NULL;
+    const char **const import_texts = path_texts != NULL ? texts_of(imports) : NULL;
+    const size_t count = (size_t)PyTuple_Size(paths);
+    text.text_len = (size_t)size;
+    options.import_paths = import_texts;
+    options.import_path_count = (size_t)PyTuple_Size(imports);
+    if (import_texts == NULL || (count > 0 && !load_into(self, path_texts, count, &text, &options))) {
         Py_CLEAR(self);
     }
+    PyMem_Free(path_texts);
+    PyMem_Free(import_texts);
     return (PyObject *)self;
 }
 
@@ -119,15 +107,15 @@ static void schema_free(PyObject *object) {
 static PyObject *find(PyObject *object, PyObject *name) {
     Schema *const self = (Schema *)object;
     const Place place = {.name = "type"};
-    Py_ssize_t size;
-    const char *const text = PyUnicode_Check(name) ? PyUnicode_AsUTF8AndSize(name, &size) : NULL;
-    if (text == NULL) {
-        return PyErr_Occurred() ? NULL : raise_type(&place, name, "str");
+    if (!PyUnicode_Check(name)) {
+        return raise_type(&place, name, "str");
     }
-    const tlvmsg_type *const type = tlvmsg_type_set_find(self->set, text);
-    return type != NULL ? (PyObject *)type_of(self, type)
-                        : raise_value(self->state, &place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name),
-                                      "the name of a type");
+    const char *const text = name_in(name);
+    const tlvmsg_type *const type = text != NULL ? tlvmsg_type_set_find(self->set, text) : NULL;
+    return type != NULL       ? (PyObject *)type_of(self, type)
+           : PyErr_Occurred() ? NULL
+                              : raise_value(self->state, &place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name),
+                                            "the name of a type");
 }
 
 /* Of all types name and family. */
@@ -142,29 +130,28 @@ static PyObject *names(PyObject *object, PyObject *nothing) {
     return all;
 }
 
-static PyObject *describe(PyObject *object, PyObject *name) {
-    PyObject *const of = find(object, name);
-    char *text;
-    size_t length;
-    tlvmsg_text_fault fault;
-    if (of == NULL) {
-        return NULL;
+static PyObject *families(PyObject *object, PyObject *nothing) {
+    (void)nothing;
+    const tlvmsg_type_set *const set = ((Schema *)object)->set;
+    PyObject *all = PySet_New(NULL);
+    const char *last = ""; /* scalars have none; those of a family mostly stand together */
+    for (size_t i = 0; all != NULL && i < tlvmsg_type_set_count(set); i++) {
+        const char *const family = tlvmsg_type_set_at(set, i)->family;
+        PyObject *const name =
+            *family != '\0' && strcmp(family, last) != 0 ? PyUnicode_FromString(family) : NULL;
+        if (name != NULL ? PySet_Add(all, name) < 0 : PyErr_Occurred() != NULL) {
+            Py_CLEAR(all);
+        }
+        Py_XDECREF(name);
+        last = *family != '\0' ? family : last;
     }
-    PyObject *result;
-    if (tlvmsg_type_to_json(((Type *)of)->type, NULL, &text, &length, &fault)) {
-        result = PyUnicode_FromStringAndSize(text, (Py_ssize_t)length);
-        tlvmsg_free(text);
-    } else {
-        result = raise_text_fault(((Schema *)object)->state, &fault);
-    }
-    Py_DECREF(of);
-    return result;
+    return all;
 }
 
 static PyMethodDef methods[] = {
+    {"families", families, METH_NOARGS, "families(): their names."},
     {"type", find, METH_O, "type(name): the tlvmsg.Type of that name."},
     {"names", names, METH_NOARGS, "names(): of all types name and family."},
-    {"describe", describe, METH_O, "describe(name): the type as JSON."},
     {"annotate", schema_annotate, METH_VARARGS,
      "annotate(data, type=None): every byte explained, by the type or by its tags."},
     {"guess", schema_guess, METH_VARARGS,
@@ -175,18 +162,14 @@ static PyMethodDef methods[] = {
 };
 
 static PyType_Slot slots[] = {
-    {Py_tp_doc, "Types of a schema."},
-    {Py_tp_new, schema_new},
-    {Py_tp_traverse, traverse},
-    {Py_tp_clear, clear},
-    {Py_tp_dealloc, schema_free},
-    {Py_tp_methods, methods},
-    {0},
+    {Py_tp_doc, "Types of a schema."}, {Py_tp_traverse, traverse}, {Py_tp_clear, clear},
+    {Py_tp_dealloc, schema_free},      {Py_tp_methods, methods},   {0},
 };
 
 PyType_Spec schema_spec = {
     .name = "tlvmsg._native.Schema",
     .basicsize = sizeof(Schema),
-    .flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HAVE_GC | Py_TPFLAGS_BASETYPE,
+    .flags =
+        Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HAVE_GC | Py_TPFLAGS_BASETYPE | Py_TPFLAGS_DISALLOW_INSTANTIATION,
     .slots = slots,
 };

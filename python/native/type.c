@@ -23,17 +23,12 @@ static Form form_of(const tlvmsg_type *type) {
     return FORM_NUMBER;
 }
 
-/* Alternatives that no number chooses are no fields. */
-static bool next_field(const tlvmsg_type *type, tlvmsg_field *field) {
-    while (tlvmsg_next_field(type, NULL, field)) {
-        if (field->alternative == NULL || field->alternative->value_count > 0) {
-            return true;
-        }
+static bool add_field(Type *self, const tlvmsg_field *field) {
+    Field *const fields = PyMem_Realloc(self->fields, (self->field_count + 1) * sizeof *fields);
+    if (fields == NULL) {
+        return PyErr_NoMemory() != NULL;
     }
-    return false;
-}
-
-static bool add_field(Type *self, const tlvmsg_field *field, uint32_t selector) {
+    self->fields = fields;
     Type *const type = type_of(self->schema, field->type);
     PyObject *const key = type != NULL ? PyUnicode_InternFromString(field->name) : NULL;
     PyObject *const number = key != NULL ? PyLong_FromUnsignedLong(self->field_count) : NULL;
@@ -44,29 +39,23 @@ static bool add_field(Type *self, const tlvmsg_field *field, uint32_t selector) 
         Py_XDECREF((PyObject *)type);
         return false;
     }
-    self->fields[self->field_count++] =
-        (Field){type, field->offset, field->name, key, field->union_type, field->alternative, selector};
+    fields[self->field_count++] =
+        (Field){type, field->offset, field->name, key, field->union_type, field->alternative, self->selector};
     self->collected = self->collected || type->form >= FORM_ITEMS;
     return true;
 }
 
 static bool make_fields(Type *self) {
-    uint32_t count = 1;
-    for (tlvmsg_field field = {0}; next_field(self->type, &field);) {
-        count++;
-    }
     self->index = PyDict_New();
-    self->fields = PyMem_Calloc(count, sizeof *self->fields);
-    if (self->index == NULL || self->fields == NULL) {
-        PyErr_NoMemory();
-        return false;
-    }
-    uint32_t selector = 0;
-    bool right = true;
-    for (tlvmsg_field field = {0}; right && next_field(self->type, &field);) {
-        const bool selects = field.union_type != NULL && field.alternative == NULL;
-        selector = selects ? self->field_count : selector;
-        right = add_field(self, &field, selector);
+    bool right = self->index != NULL;
+    for (tlvmsg_field field = {0}; right && tlvmsg_next_field(self->type, NULL, &field);) {
+        if (field.alternative == NULL || field.alternative->value_count > 0) { /* some number chooses it */
+            if (field.union_type != NULL && field.alternative == NULL) {
+                self->selector = self->field_count;
+                self->union_count++;
+            }
+            right = add_field(self, &field);
+        }
     }
     return right;
 }
@@ -80,10 +69,11 @@ static bool make_values(Type *self) {
     }
     PyObject *const made =
         pairs != NULL ? PyObject_CallFunction(self->state->enumeration, "OO", self, pairs) : NULL;
-    const bool right = made != NULL;
+    const bool right =
+        made != NULL && PyArg_ParseTuple(made, "OO!", &self->class_, &PyTuple_Type, &self->values);
     if (right) {
-        self->class_ = Py_XNewRef(PyTuple_GetItem(made, 0));
-        self->values = Py_XNewRef(PyTuple_GetItem(made, 1));
+        Py_INCREF(self->class_);
+        Py_INCREF(self->values);
     }
     Py_XDECREF(pairs);
     Py_XDECREF(made);
@@ -97,7 +87,7 @@ static bool fill(Type *self) {
         return false;
     }
     if (self->form == FORM_RECORD) {
-        return make_fields(self) && (self->class_ = record_class(self)) != NULL;
+        return make_fields(self) && make_class(self);
     }
     self->least = tlvmsg_least(type);
     self->most = tlvmsg_most(type);
@@ -108,7 +98,8 @@ static bool fill(Type *self) {
     return true;
 }
 
-static Type *make_type(Schema *schema, const tlvmsg_type *descriptor) {
+/* Nobody sees it before it is whole: code that runs meanwhile may ask the garbage collector for all that there is. */
+static PyObject *make_type(Schema *schema, const tlvmsg_type *descriptor) {
     Type *const self = PyObject_GC_New(Type, schema->state->type_type);
     if (self == NULL) {
         return NULL;
@@ -118,46 +109,38 @@ static Type *make_type(Schema *schema, const tlvmsg_type *descriptor) {
                    .state = schema->state,
                    .schema = (Schema *)Py_NewRef((PyObject *)schema),
                    .type = descriptor};
-    PyObject_GC_Track(self);
     if (!fill(self)) {
         Py_DECREF((PyObject *)self);
         return NULL;
     }
-    return self;
-}
-
-/* Making one runs code of Python's, so another thread may have made it first: then that is the type. */
-static Type *add_type(Schema *schema, const tlvmsg_type *descriptor, PyObject *name) {
-    Type *const made = make_type(schema, descriptor);
-    Type *kept = made != NULL ? (Type *)PyDict_GetItemWithError(schema->types, name) : NULL;
-    if (kept == NULL && made != NULL && PyDict_SetItem(schema->types, name, (PyObject *)made) == 0) {
-        kept = made;
-    }
-    Py_XINCREF((PyObject *)kept);
-    Py_XDECREF((PyObject *)made);
-    return kept;
+    PyObject_GC_Track(self);
+    return (PyObject *)self;
 }
 
 Type *type_of(Schema *schema, const tlvmsg_type *descriptor) {
     PyObject *const name = PyUnicode_FromString(descriptor->name);
-    Type *self = name != NULL ? (Type *)PyDict_GetItemWithError(schema->types, name) : NULL;
-    if (self != NULL) {
-        Py_INCREF((PyObject *)self);
-    } else if (!PyErr_Occurred()) {
-        self = add_type(schema, descriptor, name);
+    PyObject *self = name != NULL ? Py_XNewRef(PyDict_GetItemWithError(schema->types, name)) : NULL;
+    if (self == NULL && !PyErr_Occurred()) {
+        PyObject *const made = make_type(schema, descriptor);
+        /* Making it has run code of Python's: what another thread has made first is the type. */
+        self = made != NULL ? Py_XNewRef(PyDict_GetItemWithError(schema->types, name)) : NULL;
+        if (self == NULL && made != NULL && PyDict_SetItem(schema->types, name, made) == 0) {
+            self = Py_NewRef(made);
+        }
+        Py_XDECREF(made);
     }
     Py_XDECREF(name);
-    return self;
+    return (Type *)self;
 }
 
 Type *type_of_class(State *state, PyObject *class_) {
     PyObject *const of = PyObject_GetAttr(class_, state->name_of_type);
-    Py_XDECREF(of); /* the class has another reference */
-    if (of != NULL && (Py_TYPE(of) != state->type_type || ((Type *)of)->class_ != class_)) {
+    const bool right = of != NULL && Py_TYPE(of) == state->type_type && ((Type *)of)->class_ == class_;
+    Py_XDECREF(of);
+    if (!right) {
         PyErr_Format(PyExc_TypeError, "%R is no class of a message, structure or union", class_);
-        return NULL;
     }
-    return (Type *)of;
+    return right ? (Type *)of : NULL; /* which is there as long as its class is */
 }
 
 /* ---- Life ---- */
@@ -201,50 +184,32 @@ static PyObject *type_check(PyObject *self, PyObject *value) {
     return checked((Type *)self, value, &place);
 }
 
-static PyObject *type_check_item(PyObject *self, PyObject *value) {
-    Type *const type = (Type *)self;
-    const Place place = {.name = type->type->name};
-    return type->element != NULL ? checked(type->element, value, &place)
-                                 : raise_type(&place, value, "an array");
-}
-
 static PyObject *type_check_items(PyObject *self, PyObject *arguments) {
     Type *const type = (Type *)self;
     const Place place = {.name = type->type->name};
     PyObject *values;
-    Py_ssize_t there; /* that stay */
-    if (!PyArg_ParseTuple(arguments, "On:check_items", &values, &there)) {
+    Py_ssize_t there, at;
+    if (!PyArg_ParseTuple(arguments, "Onn:check_items", &values, &there, &at)) {
         return NULL;
     }
     if (type->form != FORM_ITEMS || there < 0 || (size_t)there > type->most_items) {
         return raise_type(&place, values, "an array");
     }
-    return checked_items(type, values, type->most_items - (size_t)there, &place);
+    return checked_items(type, values, (size_t)there, (size_t)at, &place);
 }
 
-/* A value as it would stand in an object, so that encoding, which checks once more, finds it right. */
-static PyObject *with_checked(PyObject *self, PyObject *value, PyObject *(*use)(Type *, PyObject *)) {
+PyObject *type_to_dict(PyObject *self, PyObject *value) {
     PyObject *const right = type_check(self, value);
-    PyObject *const result = right != NULL ? use((Type *)self, right) : NULL;
+    PyObject *const result = right != NULL ? plain((Type *)self, right) : NULL;
     Py_XDECREF(right);
     return result;
 }
 
-static PyObject *type_encode(PyObject *self, PyObject *value) { return with_checked(self, value, encoded); }
-static PyObject *type_size(PyObject *self, PyObject *value) {
-    return with_checked(self, value, encoded_size);
-}
-static PyObject *type_to_dict(PyObject *self, PyObject *value) { return with_checked(self, value, plain); }
-
-static PyObject *json_line(Type *type, PyObject *value) { return json_of(type, value, 0); }
-static PyObject *type_to_json(PyObject *self, PyObject *value) {
-    return with_checked(self, value, json_line);
-}
+static PyObject *type_to_json(PyObject *self, PyObject *value) { return json_of((Type *)self, value, 0); }
 
 static PyObject *type_get(PyObject *object, void *what) {
     Type *const self = (Type *)object;
     const tlvmsg_type *const type = self->type;
-    tlvmsg_key_place key;
     switch (*(const char *)what) {
     case 'n':
         return PyUnicode_FromString(type->name);
@@ -256,9 +221,6 @@ static PyObject *type_get(PyObject *object, void *what) {
         return PyLong_FromUnsignedLongLong(tlvmsg_fingerprint(type));
     case 'y':
         return type->flags & TLVMSG_HAS_KEY ? PyLong_FromUnsignedLong(type->key) : Py_NewRef(Py_None);
-    case 'o':
-        return tlvmsg_key_field(type, &key) ? PyLong_FromUnsignedLong(key.encoded_offset)
-                                            : Py_NewRef(Py_None);
     case 'c':
         return Py_NewRef(self->class_ != NULL ? self->class_ : object);
     default:
@@ -285,8 +247,9 @@ static PyMethodDef methods[] = {
      "sample(*settings, kind='random', seed=0): a value to test with. A setting is 'led_control.color=3'; a "
      "kind is\n"
      "'random', 'min', 'max' or 'boundary'."},
-    {"check_item", type_check_item, METH_O, "An item as it stands in such an array."},
-    {"check_items", type_check_items, METH_VARARGS, "Items beside so many that stay."},
+    {"describe", type_describe, METH_NOARGS, "describe(): the type as JSON."},
+    {"check_items", type_check_items, METH_VARARGS,
+     "check_items(values, there, at): items beside so many others, from that index on."},
     {0},
 };
 
@@ -296,7 +259,6 @@ static PyGetSetDef properties[] = {
     {"kind", type_get, NULL, NULL, "k"},
     {"fingerprint", type_get, NULL, "64 bits over what lies on the wire", "p"},
     {"key", type_get, NULL, "by which receivers know a message, or None", "y"},
-    {"key_offset", type_get, NULL, "of the key's four bytes in an encoding, or None", "o"},
     {"python", type_get, NULL, "the class of its values, where it is one of its own; else the type itself",
      "c"},
     {"schema", type_get, NULL, "that it is of", "s"},

@@ -5,7 +5,7 @@
 
 /* ---- From memory ---- */
 
-static PyObject *number(Type *type, uint64_t value) {
+PyObject *number_object(Type *type, uint64_t value) {
     if (type->values != NULL) {
         const tlvmsg_enumerator *const named = tlvmsg_enumerator_by_value(type->type, value);
         if (named != NULL) {
@@ -90,7 +90,7 @@ static PyObject *record(Type *type, const void *memory) {
 PyObject *to_python(Type *type, const void *memory) {
     switch (type->form) {
     case FORM_NUMBER:
-        return number(type, tlvmsg_load(type->type, memory));
+        return number_object(type, tlvmsg_load(type->type, memory));
     case FORM_BYTES:
     case FORM_ITEMS:
         return array(type, memory);
@@ -110,28 +110,80 @@ PyObject *zero_value(Type *type) {
     return value;
 }
 
-/* ---- To memory ---- */
+/* ---- What somebody gives ---- */
 
-/* Whether the integer is one of the type's numbers, which is then stored. */
-static bool number_fits(const Type *type, PyObject *integer, uint64_t *value) {
+/* Whether the integer is one of the type's numbers, which `*bits` becomes. */
+static bool fits(const Type *type, PyObject *integer, uint64_t *bits) {
     int overflow;
     const long long small = PyLong_AsLongLongAndOverflow(integer, &overflow);
-    *value = (uint64_t)small;
+    *bits = (uint64_t)small;
     if (overflow > 0) {
-        *value = PyLong_AsUnsignedLongLong(integer);
+        *bits = PyLong_AsUnsignedLongLong(integer);
         if (PyErr_Occurred()) {
             PyErr_Clear();
             return false;
         }
-        return *value <= type->most;
+    } else if (overflow < 0 || small < 0) {
+        return overflow == 0 && small >= type->least;
     }
-    return overflow == 0 && small >= type->least && (small < 0 || *value <= type->most);
+    return *bits <= type->most;
 }
 
-static PyObject *raise_number(const Type *type, PyObject *found, const Place *place) {
-    return raise_value(type->state, place, TLVMSG_TEXT_WRONG_VALUE, found,
-                       "a whole number from %lld to %llu%s", (long long)type->least,
-                       (unsigned long long)type->most, type->type->enumerator_count > 0 ? " or a name" : "");
+const char *name_in(PyObject *string) {
+    Py_ssize_t size;
+    const char *const text = PyUnicode_AsUTF8AndSize(string, &size);
+    if (text == NULL && PyErr_ExceptionMatches(PyExc_UnicodeEncodeError)) {
+        PyErr_Clear();
+    }
+    return text != NULL && strlen(text) == (size_t)size ? text : NULL;
+}
+
+static bool enumerator_of(Type *type, PyObject *name, const Place *place, uint64_t *bits) {
+    const char *const text = name_in(name);
+    const tlvmsg_enumerator *const named = text != NULL ? tlvmsg_enumerator_by_name(type->type, text) : NULL;
+    if (named != NULL) {
+        *bits = named->value;
+    } else if (!PyErr_Occurred()) {
+        raise_value(type->state, place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name), "a name of %s",
+                    type->type->name);
+    }
+    return named != NULL;
+}
+
+static bool number_of(Type *type, PyObject *value, const Place *place, uint64_t *bits) {
+    if (PyLong_Check(value) && fits(type, value, bits)) {
+        return true;
+    }
+    const bool has_names = type->values != NULL;
+    if (has_names && PyUnicode_Check(value)) {
+        return enumerator_of(type, value, place, bits);
+    }
+    if (!PyIndex_Check(value)) {
+        return raise_type(place, value, has_names ? "int or str" : "int") != NULL;
+    }
+    PyObject *const integer = PyNumber_Index(value);
+    const bool right = integer != NULL && fits(type, integer, bits);
+    if (integer != NULL && !right) {
+        raise_value(type->state, place, TLVMSG_TEXT_WRONG_VALUE, Py_NewRef(value),
+                    "a whole number from %lld to %llu%s", (long long)type->least,
+                    (unsigned long long)type->most, has_names ? " or a name" : "");
+    }
+    Py_XDECREF(integer);
+    return right;
+}
+
+/* 1 for tlvmsg.Missing and {"count": 5, "items": None}, whose count fits; 0 for anything else; -1 with an exception. */
+static int missing_of(Type *type, PyObject *value, const Place *place, uint64_t *count) {
+    if (!tlvmsg_type_is_dynamic(type->type)) {
+        return 0;
+    }
+    PyObject *given = value;
+    if ((PyObject *)Py_TYPE(value) != type->state->missing) {
+        const bool said =
+            PyDict_Check(value) && PyDict_Size(value) == 2 && PyDict_GetItemString(value, "items") == Py_None;
+        given = said ? PyDict_GetItemString(value, "count") : NULL;
+    }
+    return given == NULL ? 0 : number_of(type, given, place, count) ? 1 : -1;
 }
 
 static PyObject *raise_too_many(const Type *array, size_t count, size_t most, const Place *place) {
@@ -139,207 +191,75 @@ static PyObject *raise_too_many(const Type *array, size_t count, size_t most, co
                        most, array->form == FORM_BYTES ? "bytes" : "items");
 }
 
-static bool number_to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
-    uint64_t bits;
-    if (!PyLong_Check(value)) {
-        return raise_type(place, value, "int") != NULL;
-    }
-    if (!number_fits(type, value, &bits)) {
-        return raise_number(type, Py_NewRef(value), place) != NULL;
-    }
-    tlvmsg_store(type->type, memory, bits);
-    return true;
-}
-
-/* Null where there is no room, with the exception. */
-static uint8_t *make_room(Type *array, void *memory, size_t count, const Place *place) {
-    tlvmsg_fault fault;
-    if (tlvmsg_resize(array->type, memory, count, &fault)) {
-        return tlvmsg_items_of(array->type, memory).first;
-    }
-    if (fault.code == TLVMSG_OUT_OF_MEMORY) {
-        return (uint8_t *)PyErr_NoMemory();
-    }
-    return (uint8_t *)raise_too_many(array, count, array->most_items, place);
-}
-
-static bool bytes_to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
-    char *from;
-    Py_ssize_t size;
-    if (!PyBytes_Check(value)) {
-        return raise_type(place, value, "bytes") != NULL;
-    }
-    if (PyBytes_AsStringAndSize(value, &from, &size) < 0) {
-        return false;
-    }
-    if (size == 0) {
-        return true;
-    }
-    uint8_t *const to = make_room(type, memory, (size_t)size, place);
-    return to != NULL && memcpy(to, from, (size_t)size) != NULL;
-}
-
-static bool items_to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
-    if (!PyList_Check(value)) {
-        return raise_type(place, value, "list") != NULL;
-    }
-    const size_t count = (size_t)PyList_Size(value);
-    uint8_t *const first = count > 0 ? make_room(type, memory, count, place) : NULL;
-    if (count > 0 && first == NULL) {
-        return false;
-    }
-    for (size_t i = 0; i < count; i++) {
-        const Place item = {.parent = place, .index = i};
-        if (!to_memory(type->element, PyList_GetItem(value, (Py_ssize_t)i),
-                       first + i * type->element->type->size, &item)) {
-            return false;
-        }
-    }
-    return true;
-}
-
-static bool record_to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
-    if ((PyObject *)Py_TYPE(value) != type->class_) {
-        return raise_type(place, value, type->type->name) != NULL;
-    }
-    for (uint32_t i = 0; i < type->field_count; i++) {
-        const Field *const field = &type->fields[i];
-        PyObject *const slot = ((Record *)value)->slots[i];
-        const Place inside = {.parent = place, .name = field->name};
-        if (slot != NULL && !to_memory(field->type, slot, (uint8_t *)memory + field->offset, &inside)) {
-            return false;
-        }
-    }
-    return true;
-}
-
-bool to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
-    if (tlvmsg_type_is_dynamic(type->type) && (PyObject *)Py_TYPE(value) == type->state->missing) {
-        tlvmsg_store(type->type, memory,
-                     PyLong_AsUnsignedLongLong(value)); /* which fits, as it was checked */
-        return true;
-    }
-    switch (type->form) {
-    case FORM_NUMBER:
-        return number_to_memory(type, value, memory, place);
-    case FORM_BYTES:
-        return bytes_to_memory(type, value, memory, place);
-    case FORM_ITEMS:
-        return items_to_memory(type, value, memory, place);
-    case FORM_RECORD:
-        return record_to_memory(type, value, memory, place);
-    }
-    return false;
-}
-
-/* ---- What somebody sets ---- */
-
-static PyObject *checked_name(Type *type, PyObject *name, const Place *place) {
-    Py_ssize_t size;
-    const char *const text = PyUnicode_AsUTF8AndSize(name, &size);
-    if (text == NULL) {
-        return NULL;
-    }
-    const tlvmsg_enumerator *const named = tlvmsg_enumerator_by_name(type->type, text);
-    if (named == NULL || strlen(named->name) != (size_t)size) {
-        return raise_value(type->state, place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name), "a name of %s",
-                           type->type->name);
-    }
-    return number(type, named->value);
-}
-
-static PyObject *checked_number(Type *type, PyObject *value, const Place *place) {
-    if (PyUnicode_Check(value) && type->type->enumerator_count > 0) {
-        return checked_name(type, value, place);
-    }
-    if (!PyIndex_Check(value)) {
-        return raise_type(place, value, type->type->enumerator_count > 0 ? "int or str" : "int");
-    }
-    PyObject *integer = PyNumber_Index(value);
-    uint64_t bits;
-    PyObject *result = NULL;
-    if (integer != NULL) {
-        result = number_fits(type, integer, &bits) ? number(type, bits)
-                                                   : raise_number(type, Py_NewRef(integer), place);
-        Py_DECREF(integer);
-    }
-    return result;
-}
-
-/* The bytes of a str, of {"hex": ...} and of any buffer; null without an exception for anything else. */
-static PyObject *bytes_given(PyObject *value) {
-    if (PyUnicode_Check(value)) {
-        return PyUnicode_AsUTF8String(value);
-    }
+/* The bytes of a str, of {"hex": ...} and of any buffer. */
+static PyObject *bytes_of(Type *type, PyObject *value, const Place *place) {
     PyObject *const hex =
         PyDict_Check(value) && PyDict_Size(value) == 1 ? PyDict_GetItemString(value, "hex") : NULL;
-    if (hex != NULL) {
-        return PyObject_CallMethod((PyObject *)&PyBytes_Type, "fromhex", "O", hex);
+    if (hex == NULL && !PyUnicode_Check(value) && !PyObject_CheckBuffer(value)) {
+        return raise_type(place, value, "bytes or str");
     }
-    return PyObject_CheckBuffer(value) ? PyBytes_FromObject(value) : NULL;
-}
-
-static PyObject *checked_bytes(Type *type, PyObject *value, const Place *place) {
-    PyObject *const given = bytes_given(value);
+    PyObject *const given = hex != NULL ? PyObject_CallMethod((PyObject *)&PyBytes_Type, "fromhex", "O", hex)
+                            : PyUnicode_Check(value) ? PyUnicode_AsUTF8String(value)
+                                                     : PyBytes_FromObject(value);
+    if (given == NULL && PyErr_ExceptionMatches(PyExc_ValueError)) {
+        PyErr_Clear();
+        return raise_value(type->state, place, TLVMSG_TEXT_WRONG_VALUE, Py_NewRef(value),
+                           hex != NULL ? "digits of hex" : "what UTF-8 has bytes for");
+    }
     if (given == NULL) {
-        return PyErr_Occurred() ? NULL : raise_type(place, value, "bytes or str");
+        return NULL;
     }
     const size_t size = (size_t)PyBytes_Size(given);
     if (size > type->most_items) {
         Py_DECREF(given);
         return raise_too_many(type, size, type->most_items, place);
     }
-    return bytes(type->state, given);
+    return given;
 }
 
-/* Of a dynamic array: tlvmsg.Missing, or {"count": 5, "items": None}. Null without an exception for anything else. */
-static PyObject *checked_missing(Type *array, PyObject *value, const Place *place) {
-    PyObject *count = value;
-    if ((PyObject *)Py_TYPE(value) != array->state->missing) {
-        const bool said =
-            PyDict_Check(value) && PyDict_Size(value) == 2 && PyDict_GetItemString(value, "items") == Py_None;
-        count = said ? PyDict_GetItemString(value, "count") : NULL;
+/* A list of its own, since checking runs code; with at most so many. */
+static PyObject *list_of(Type *array, PyObject *values, size_t room, const Place *place) {
+    PyObject *const given = PySequence_List(values);
+    if (given == NULL && PyErr_ExceptionMatches(PyExc_TypeError)) {
+        PyErr_Clear();
+        return raise_type(place, values, "list");
     }
-    uint64_t bits;
-    if (count == NULL) {
+    if (given == NULL) {
         return NULL;
     }
-    if (!PyLong_Check(count) || !number_fits(array, count, &bits)) {
-        return raise_number(array, Py_NewRef(count), place);
+    const size_t count = (size_t)PyList_Size(given);
+    if (count > room) {
+        Py_DECREF(given);
+        return raise_too_many(array, count, room, place);
     }
-    return missing_items(array->state, bits);
+    return given;
 }
 
-PyObject *checked_items(Type *array, PyObject *values, size_t room, const Place *place) {
-    PyObject *const given = PySequence_List(values);
-    if (given == NULL) {
-        const bool wrong_type = PyErr_ExceptionMatches(PyExc_TypeError);
-        return wrong_type ? PyErr_Clear(), raise_type(place, values, "list") : NULL;
+PyObject *checked_items(Type *array, PyObject *values, size_t there, size_t at, const Place *place) {
+    PyObject *const given = list_of(array, values, array->most_items - there, place);
+    const Py_ssize_t count = given != NULL ? PyList_Size(given) : 0;
+    PyObject *list = given != NULL ? empty_list(array) : NULL;
+    for (Py_ssize_t i = 0; list != NULL && i < count; i++) {
+        const Place inside = {.parent = place, .index = at + (size_t)i};
+        append(&list, checked(array->element, PyList_GetItem(given, i), &inside));
     }
-    const size_t count = (size_t)PyList_Size(given);
-    PyObject *list = count <= room ? empty_list(array) : raise_too_many(array, count, room, place);
-    for (size_t i = 0; list != NULL && i < count; i++) {
-        const Place inside = {.parent = place, .index = i};
-        append(&list, checked(array->element, PyList_GetItem(given, (Py_ssize_t)i), &inside));
-    }
-    Py_DECREF(given);
+    Py_XDECREF(given);
     return list;
 }
 
 PyObject *checked(Type *type, PyObject *value, const Place *place) {
-    if (tlvmsg_type_is_dynamic(type->type)) {
-        PyObject *const absent = checked_missing(type, value, place);
-        if (absent != NULL || PyErr_Occurred()) {
-            return absent;
-        }
+    uint64_t bits;
+    const int missing = type->form == FORM_NUMBER ? 0 : missing_of(type, value, place, &bits);
+    if (missing != 0) {
+        return missing > 0 ? missing_items(type->state, bits) : NULL;
     }
     switch (type->form) {
     case FORM_NUMBER:
-        return checked_number(type, value, place);
+        return number_of(type, value, place, &bits) ? number_object(type, bits) : NULL;
     case FORM_BYTES:
-        return checked_bytes(type, value, place);
+        return bytes(type->state, bytes_of(type, value, place));
     case FORM_ITEMS:
-        return checked_items(type, value, type->most_items, place);
+        return checked_items(type, value, 0, 0, place);
     case FORM_RECORD:
         if ((PyObject *)Py_TYPE(value) == type->class_) {
             return Py_NewRef(value);
@@ -348,6 +268,80 @@ PyObject *checked(Type *type, PyObject *value, const Place *place) {
                                    : raise_type(place, value, type->type->name);
     }
     return NULL;
+}
+
+/* ---- To memory ---- */
+
+/* Room for so many items, more than none; null with an exception. */
+static uint8_t *make_room(Type *array, void *memory, size_t count) {
+    tlvmsg_fault fault;
+    return tlvmsg_resize(array->type, memory, count, &fault) ? tlvmsg_items_of(array->type, memory).first
+                                                             : (uint8_t *)raise_fault(array->state, &fault);
+}
+
+static bool bytes_to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
+    PyObject *const given = bytes_of(type, value, place);
+    const size_t size = given != NULL ? (size_t)PyBytes_Size(given) : 0;
+    uint8_t *const to = size > 0 ? make_room(type, memory, size) : NULL;
+    if (to != NULL) {
+        memcpy(to, PyBytes_AsString(given), size);
+    }
+    Py_XDECREF(given);
+    return given != NULL && (size == 0 || to != NULL);
+}
+
+static bool items_to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
+    PyObject *const given = list_of(type, value, type->most_items, place);
+    const size_t count = given != NULL ? (size_t)PyList_Size(given) : 0;
+    uint8_t *const first = count > 0 ? make_room(type, memory, count) : NULL;
+    bool right = given != NULL && (count == 0 || first != NULL);
+    for (size_t i = 0; right && i < count; i++) {
+        const Place item = {.parent = place, .index = i};
+        right = to_memory(type->element, PyList_GetItem(given, (Py_ssize_t)i),
+                          first + i * type->element->type->size, &item);
+    }
+    Py_XDECREF(given);
+    return right;
+}
+
+/* Code that runs meanwhile may choose: an alternative is written when the selector that was written chooses it. */
+static bool record_to_memory(Type *type, Record *value, void *memory, const Place *place) {
+    bool right = true;
+    for (uint32_t i = 0; right && i < type->field_count; i++) {
+        const Field *const field = &type->fields[i];
+        PyObject *const slot = value->slots[i];
+        const Place inside = {.parent = place, .name = field->name};
+        if (slot == NULL || (field->alternative != NULL &&
+                             field->alternative != tlvmsg_chosen_in(field->union_type, memory))) {
+            continue;
+        }
+        Py_INCREF(slot);
+        right = to_memory(field->type, slot, (uint8_t *)memory + field->offset, &inside);
+        Py_DECREF(slot);
+    }
+    return right;
+}
+
+bool to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
+    uint64_t bits;
+    int right = type->form == FORM_NUMBER ? number_of(type, value, place, &bits) ? 1 : -1
+                                          : missing_of(type, value, place, &bits);
+    if (right > 0) {
+        tlvmsg_store(type->type, memory, bits);
+    }
+    if (right != 0) {
+        return right > 0;
+    }
+    if (type->form == FORM_BYTES) {
+        return bytes_to_memory(type, value, memory, place);
+    }
+    if (type->form == FORM_ITEMS) {
+        return items_to_memory(type, value, memory, place);
+    }
+    PyObject *const record = checked(type, value, place);
+    right = record != NULL && record_to_memory(type, (Record *)record, memory, place);
+    Py_XDECREF(record);
+    return right;
 }
 
 /* ---- Plain values ---- */
@@ -399,7 +393,7 @@ PyObject *plain(Type *type, PyObject *value) {
     const tlvmsg_enumerator *named = NULL;
     switch (type->form) {
     case FORM_NUMBER:
-        if (type->values != NULL && PyLong_Check(value) && number_fits(type, value, &bits)) {
+        if (type->values != NULL && PyLong_Check(value) && fits(type, value, &bits)) {
             named = tlvmsg_enumerator_by_value(type->type, bits);
         }
         return named != NULL ? PyUnicode_FromString(named->name) : Py_NewRef(value);

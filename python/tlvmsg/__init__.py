@@ -10,20 +10,39 @@
 
 import sys as _sys
 
-from tlvmsg._native import Frames, Record, Type, diff, read_hex, type_of, version as __version__
-from tlvmsg.capture import Captured, read_capture
-from tlvmsg.dispatch import Dispatcher
+if _sys.version_info < (3, 11):
+    raise ImportError("tlvmsg needs Python 3.11 or newer, where the buffer protocol belongs to the stable ABI")
+
+from tlvmsg._native import Frames, Record, Type, diff, read_hex, session_key, type_of, version as __version__
 from tlvmsg.faults import Fault, TextFault
 from tlvmsg.schemas import Family, Schema, library
-from tlvmsg.streams import read_frames
-from tlvmsg.values import Bytes, Difference, Extent, Guess, HexMessage, Items, Missing, Part
+from tlvmsg.values import Bytes, Items, Missing
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from tlvmsg.capture import Captured, read_capture
+    from tlvmsg.dispatch import Dispatcher
+    from tlvmsg.results import Difference, Extent, Guess, HexMessage, Part
+    from tlvmsg.streams import read_frames
 
 decode, guess, divide, annotate, sample, type = (
     library.decode, library.guess, library.divide, library.annotate, library.sample, library.type)
 
 __all__ = ["Bytes", "Captured", "Difference", "Dispatcher", "Extent", "Family", "Fault", "Frames", "Guess", "HexMessage",
            "Items", "Missing", "Part", "Record", "Schema", "TextFault", "Type", "__version__", "annotate", "decode", "diff",
-           "divide", "guess", "library", "read_capture", "read_frames", "read_hex", "sample", "type_of"]
+           "divide", "guess", "library", "read_capture", "read_frames", "read_hex", "sample", "session_key", "type_of"]
+
+_later = {"Captured": "capture", "read_capture": "capture", "Dispatcher": "dispatch", "read_frames": "streams",
+          **dict.fromkeys(["Difference", "Extent", "Guess", "HexMessage", "Part"], "results")}
+
+
+def __getattr__(name):
+    """Imports what not every program needs, when it is asked for."""
+    if name not in _later:
+        raise AttributeError(f"module {__name__!r} has no attribute {name!r}")
+    module = __import__(f"{__name__}.{_later[name]}", fromlist=[name])
+    return globals().setdefault(name, getattr(module, name))
+
 
 for _name in library.families():
     globals()[_name] = _sys.modules[f"{__name__}.{_name}"]

@@ -1,5 +1,6 @@
 """Messages to those who handle them, by the keys in their session headers."""
 
+from tlvmsg._native import session_key
 from tlvmsg.faults import Fault
 
 
@@ -13,32 +14,26 @@ class Dispatcher:
     """
 
     def __init__(self, **limits):
-        self.limits, self.handlers, self.offset = limits, {}, None
+        self.limits, self.handlers = limits, {}
 
     def on(self, class_, key=None):
         """Registers what it decorates for messages of that class: by the schema's key, or by one of your own."""
-        of = class_._type
-        key = of.key if key is None else key
-        if key is None or of.key_offset is None:
-            raise ValueError(f"{of.name} has no {'key' if key is None else 'field for a key'}")
-        if self.offset not in (None, of.key_offset) or key in self.handlers:
-            raise ValueError(f"{of.name}: key {key} is taken, or its place is another than that of the others")
+        key = class_._type.key if key is None else key
+        if key is None or key in self.handlers:
+            raise ValueError(f"{class_.__name__} {'has no key' if key is None else f'with key {key}, which is taken'}")
 
         def register(handler):
-            self.offset = of.key_offset
             self.handlers[key] = class_, handler
             return handler
 
         return register
 
-    def __call__(self, data):
-        """Raises a Fault for what no handler is there for."""
-        view = memoryview(data).cast("B")
-        key = None
-        if self.offset is not None and len(view) >= self.offset + 4:
-            key = int.from_bytes(view[self.offset:self.offset + 4], "big")
+    def __call__(self, data, key=None):
+        """`key` is for messages that others know by something else than their session header. Raises a Fault for what
+        no handler is there for."""
+        key = session_key(data) if key is None else key
         if key not in self.handlers:
-            what = "too short for a key" if key is None else f"nobody handles messages of key {key}"
+            what = "no session header, and no key given" if key is None else f"nobody handles messages of key {key}"
             raise Fault(f"error[unknown-message]: {what}", "unknown-message", found=key, allowed=sorted(self.handlers))
         class_, handler = self.handlers[key]
-        return handler(class_.decode(view, **self.limits))
+        return handler(class_.decode(data, **self.limits))

@@ -1,7 +1,5 @@
 """Why something was refused."""
 
-from __future__ import annotations
-
 
 class Fault(ValueError):
     """Bytes, or a value, that the schema does not allow.
@@ -21,3 +19,20 @@ class TextFault(Fault):
     def __init__(self, line, code="", path="", offset=None, lineno=0, colno=0):
         super().__init__(line, code, path, offset)
         self.lineno, self.colno = lineno, colno
+
+
+def text_fault(code, path, message, offset, line, column):
+    """For tlvmsg._native: what JSON, hex and settings are refused with; settings have no line."""
+    where = f" in line {line}, column {column}" if column else ""
+    return TextFault(f"error[{code}]: {path and path + ': '}{message}{where}", code, path, offset, line, column)
+
+
+def schema_fault(faults):
+    """For tlvmsg._native: the first fault of schema files, with a note for each of the others."""
+    lines = [f"{file}:{line}:{column}: " * (line > 0) + f"{message}{help and '; ' + help} ({code})"
+             for file, line, column, message, help, code in faults]
+    file, line, column, _, _, code = faults[0]
+    fault = TextFault(lines[0], code, file, None, line, column)
+    for note in lines[1:]:
+        fault.add_note(note)
+    return fault

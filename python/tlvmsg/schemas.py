@@ -1,20 +1,22 @@
 """Schemas, and the families of types in them."""
 
-from __future__ import annotations
-
 import os
 import sys
-import types
-import weakref
 
 from tlvmsg import _native
 from tlvmsg.faults import Fault
 
 _package = os.path.dirname(os.path.abspath(__file__))
-_loaded: weakref.WeakSet[Schema] = weakref.WeakSet()
+_loaded: list = []  # weak references to schemas
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from types import ModuleType
+else:
+    ModuleType = type(sys)  # without importing what has the name
 
 
-class Family(types.ModuleType):
+class Family(ModuleType):
     """The types of a family, each made when it is first used."""
 
     def __init__(self, name, schema):
@@ -46,23 +48,21 @@ class Schema(_native.Schema):
             raise TypeError("Schema takes files or directories; tlvmsg itself has the library's own types")
         if text is not None and len(paths) > 1:
             raise TypeError("a text is of one path")
-        return cls._make(tuple(map(os.fspath, paths)), text, tuple(map(os.fspath, imports)))
+        from weakref import ref
+
+        self = cls._make(tuple(map(os.fspath, paths)), text, map(os.fspath, imports))
+        _loaded.append(ref(self, _loaded.remove))
+        return self
 
     @classmethod
     def _make(cls, paths, text, imports):
-        self = super().__new__(cls, _native, paths, text, imports, os.path.join(_package, "schema"))
+        files = tuple(map(os.fsencode, paths)), text, tuple(map(os.fsencode, imports))
+        self = _native.load(cls, *files, os.path.join(_package, "schema"))
         self.paths = paths
-        _loaded.add(self)
         return self
 
-    def families(self):
-        """Their names."""
-        if "_families" not in self.__dict__:
-            self._families = sorted({family for _, family in self.names() if family})
-        return self._families
-
     def __getattr__(self, name):
-        if not name.startswith("_") and name in self.families():
+        if name in self.families():
             family = self.__dict__[name] = Family(name, self)
             return family
         raise AttributeError(f"the schema has no family {name!r}", name=name, obj=self)
@@ -91,12 +91,12 @@ for _family in library.families():
 
 def load(name, fingerprint, data):
     """For pickle."""
-    for schema in [library, *_loaded]:
+    for schema in [library, *filter(None, (each() for each in list(_loaded)))]:
         try:
             of = schema.type(name)
         except Fault:
             continue
         if of.fingerprint == fingerprint:
-            return of.decode(data)
+            return of.from_dict(data) if isinstance(data, dict) else of.decode(data)
     line = f"error[unknown-name]: {name}: no schema here has it with fingerprint 0x{fingerprint:016X}"
     raise Fault(line, "unknown-name", name, found=fingerprint)

@@ -1,10 +1,9 @@
-"""What values are made of where Python's own types do not say enough, and what functions give."""
+"""What values are made of where Python's own types do not say enough. Whatever takes long to import, no module that
+`import tlvmsg` needs does."""
 
-from collections import namedtuple
+from tlvmsg.faults import Fault, schema_fault, text_fault
 
-from tlvmsg.faults import Fault, TextFault
-
-__all__ = ["Bytes", "Difference", "Extent", "Fault", "Guess", "HexMessage", "Items", "Missing", "Part", "TextFault"]
+__all__ = ["Bytes", "Fault", "Items", "Missing", "schema_fault", "text_fault"]
 
 
 class Bytes(bytes):
@@ -36,9 +35,10 @@ class Items(list):
 
     def __setitem__(self, at, value):
         if isinstance(at, slice):
-            value = self._array.check_items(value, len(self) - len(range(*at.indices(len(self)))))
+            replaced = range(*at.indices(len(self)))
+            value = self._array.check_items(value, len(self) - len(replaced), replaced.start)
         else:
-            value = self._array.check_item(value)
+            [value] = self._array.check_items([value], 0, range(len(self))[at])
         super().__setitem__(at, value)
 
     def append(self, value):
@@ -71,26 +71,10 @@ class Missing(int):
         return f"Missing({int(self)})"
 
 
-Extent = namedtuple("Extent", "consumed examined allocated blocks deviations first_deviation")
-Extent.__doc__ = "What verification found out; the first deviation is a Fault or None."
-
-Guess = namedtuple("Guess", "fit types offset consumed understood deviations fault")
-Guess.__doc__ = "Types that bytes may equally well be of; `fit` is yes, no, or part where bytes are left over."
-
-Part = namedtuple("Part", "offset size types")
-Part.__doc__ = "A message among others; ambiguous when there are several types."
-
-HexMessage = namedtuple("HexMessage", "data type line")
-HexMessage.__doc__ = "Bytes that were written down, the type that annotated text names, or \"\", and their first line."
-
-
-class Difference(namedtuple("Difference", "path a b")):
-    """A member that differs; each side is JSON, or None where there is nothing."""
-
-    __slots__ = ()
-
-    def __str__(self):
-        return f"{self.path}: {'nothing' if self.a is None else self.a} -> {'nothing' if self.b is None else self.b}"
+def shown(record):
+    """The repr of a record: what makes it."""
+    name = type(record).__name__
+    return f"{name}({', '.join(f'{each}={getattr(record, each)!r}' for each in record.__match_args__ if hasattr(record, each))})"
 
 
 def enumeration(type_, values):

@@ -1,7 +1,4 @@
-from typing import Any, Generic, NamedTuple, TypeVar
-
-from tlvmsg._native import Type
-from tlvmsg.faults import Fault as Fault, TextFault as TextFault
+from typing import Any, Generic, TypeVar
 
 Item = TypeVar("Item")
 
@@ -12,36 +9,4 @@ class Bytes(bytes):
 class Items(list[Item], Generic[Item]): ...
 class Missing(int): ...
 
-class Extent(NamedTuple):
-    consumed: int
-    examined: int
-    allocated: int
-    blocks: int
-    deviations: int
-    first_deviation: Fault | None
-
-class Guess(NamedTuple):
-    fit: str
-    types: tuple[Type, ...]
-    offset: int
-    consumed: int
-    understood: int
-    deviations: int
-    fault: Fault | None
-
-class Part(NamedTuple):
-    offset: int
-    size: int
-    types: tuple[Type, ...]
-
-class Difference(NamedTuple):
-    path: str
-    a: str | None
-    b: str | None
-
-class HexMessage(NamedTuple):
-    data: bytes
-    type: str
-    line: int
-
-def load(name: str, fingerprint: int, data: bytes) -> Any: ...
+def load(name: str, fingerprint: int, data: bytes | dict[str, Any]) -> Any: ...

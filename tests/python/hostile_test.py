@@ -1,7 +1,9 @@
 """Nothing crashes the interpreter: whatever the bytes, the memory, the threads and the interpreters are."""
 import array
+import copy
 import mmap
 import os
+import pickle
 import shutil
 import subprocess
 import sys
@@ -109,22 +111,22 @@ def test_threads_agree_on_what_a_type_is(attempt):
 
 
 FAILING = """
-import sys, tlvmsg, _testcapi
+import sys, tlvmsg.results, _testcapi
 from tlvmsg import server, common
 acme = tlvmsg.Schema(sys.argv[1]).acme
 message = acme.acme_fan_report_message.sample(seed=3)
 data, text, members = message.encode(), message.to_json(), message.to_dict()
 T, address = acme.acme_fan_report_message, server.svrm_ipaddr()
-native, files = tlvmsg._native, ("a.tlv",)  # calls between Python's own functions forget to say that memory is out
+native, files = tlvmsg._native, (b"a.tlv",)  # calls between Python's own functions forget to say that memory is out
 uses = [lambda: T.decode(data), lambda: T.from_json(text), lambda: T.from_dict(members), message.encode, message.to_dict,
-        message.to_json, lambda: repr(message), lambda: message == T.decode(data), lambda: message.list.fans.append({}),
+        message.to_json, lambda: message == T.decode(data), lambda: message.list.fans.append({}),
         lambda: address.choose(1), lambda: T.decode(data[:-1]), lambda: T(list={"fans": [{"tray": 256}]}), message.__reduce__,
         lambda: tlvmsg.diff(message, T()), lambda: tlvmsg.guess(data), lambda: T._type.schema.divide(data),
         lambda: tlvmsg.annotate(data), lambda: tlvmsg.read_hex("00 01"), lambda: T.sample(seed=1), message.__deepcopy__(None).size,
         
         lambda: tlvmsg.Frames("length:2@0").feed(data), lambda: tlvmsg.Frames("length:2@0").frame(message),
-        lambda: native.Schema(native, files, "message m { x y  z a }", (), None),
-        lambda: native.Schema(native, files, "struct s = 40000 { uint8 a }", (), None).type("s").python(a=1)]
+        lambda: native.load(native.Schema, files, "message m { x y  z a }", (), ""),
+        lambda: native.load(native.Schema, files, "struct s = 40000 { uint8 a }", (), "").type("s").python(a=1)]
 failed = 0
 for use in uses:
     for start in range(int(sys.argv[2])):
@@ -194,6 +196,41 @@ def test_nothing_is_kept():
 def test_a_debug_interpreter_has_no_objections():
     run(["python3-dbg", "-X", "dev"], LEAKING)
     assert "survived" in run(["python3-dbg"], FAILING, "40")
+
+
+class Meddler:
+    """A number that runs code where it is looked at."""
+
+    def __init__(self, meddle):
+        self.meddle = meddle
+
+    def __index__(self):
+        self.meddle()
+        return 1
+
+
+MEDDLED = """struct mine_item = 40001 { uint8 a }  enum mine_kind = 40002 { a = 0 b = 1 }
+struct mine_list = 40003 { uint8 count dynamic array items of mine_item counted by uint8 as mine_these }
+struct mine_text = 40004 { uint8 count dynamic bytes text counted by uint8 as mine_chars }
+union mine_union by mine_kind kind { a: mine_list list b: mine_text text }
+struct mine = 40000 { mine_kind kind mine_union which }"""
+
+
+def test_code_that_runs_meanwhile_may_choose_and_clear(tmp_path):
+    (tmp_path / "mine.tlv").write_text(MEDDLED)
+    class_ = tlvmsg.Schema(tmp_path / "mine.tlv").type("mine").python
+    uses = (class_.encode, class_.size, class_.to_json, class_.to_dict, copy.deepcopy, pickle.dumps, repr, lambda m: m == class_())
+    for use in uses:
+        message = class_(which={"list": {"items": [{}] * 3}})
+
+        def meddle():
+            message.which.list.items.clear()
+            message.which.choose("text", {"text": 200 * "\xff"})
+
+        list.__setitem__(message.which.list.items, 1, {"a": Meddler(meddle)})
+        outcome(use, message)
+    with pytest.raises(Fault, match="not-chosen"):
+        message.which.list = {"items": [{"a": Meddler(lambda: message.which.choose("text"))}]}
 
 
 def test_each_interpreter_has_its_own():
