@@ -30,12 +30,14 @@ try() {
 }
 
 inside "apt-get update"
-install "g++ cmake make pkg-config python3 jq tshark"
+install "g++ cmake make pkg-config python3 python3-pytest jq tshark"
 find "$root" -xdev \( -path "$root/var" -o -path "$root/tmp" -o -path "$root/root" \) -prune -o -print | sort > "$work/before"
 
 install "/packages/lib*.deb"
 try pages
 try cmake
+install "/packages/python3-tlvmsg_*.deb"
+try python
 install "/packages/tlvmsg-tools_*.deb"
 try family
 try tools
@@ -49,6 +51,6 @@ for name in libtlvmsg1 libtlvmsg-inspect1 libtlvmsg-forms1 libtlvmsg-schema1; do
         { echo "$name does not bring libosal-pelix"; exit 1; }
 done
 
-inside "apt-get purge -y tlvmsg-tools 'libtlvmsg*' libosal-pelix"
+inside "apt-get purge -y tlvmsg-tools python3-tlvmsg 'libtlvmsg*' libosal-pelix"
 find "$root" -xdev \( -path "$root/var" -o -path "$root/tmp" -o -path "$root/root" \) -prune -o -print | sort > "$work/after"
 diff "$work/before" "$work/after" || { echo "removing leaves a trace"; exit 1; }
