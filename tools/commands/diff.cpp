@@ -1,23 +1,16 @@
 // diff: messages, member by member.
 #include "commands.h"
 
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
 #include "tools/commands/message_options.h"
 #include "tools/faults/faults.h"
-#include "tools/forms.h"
 #include "tools/output/json_line.h"
-
-#include <fmt/format.h>
+#include "tools/results.h"
+#include "tools/types/lookup.h"
 
 #include <algorithm>
-#include <memory>
 #include <optional>
 
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 namespace {
 
@@ -64,7 +57,7 @@ bool takes_all(const tlvmsg_type *type, const Reading &reading) {
 
 // The best guess for one message that takes the other as well.
 const tlvmsg_type *common_type(const Message &a, const Message &b) {
-    const list<tlvmsg_guess> guesses = guess(a.reading.bytes, 0);
+    const list<tlvmsg_guess> guesses = value_of(guess(a.reading.bytes, {0, true, {}}, type_set()));
     for (const tlvmsg_guess &each : guesses) {
         for (const tlvmsg_type *type : std::span(each.types, each.type_count)) {
             if (takes_all(type, a.reading) && takes_all(type, b.reading)) {
@@ -81,7 +74,7 @@ const tlvmsg_type *common_type(const Message &a, const Message &b) {
 // An empty record is reported.
 any_record decoded(const tlvmsg_type *type, const Message &message) {
     tlvmsg_verdict verdict;
-    any_record record = decode(type, message.reading.bytes, verdict);
+    any_record record = decode(*type, message.reading.bytes, verdict);
     if (record.data() == nullptr) {
         report(verdict.fault, message.input->name, message.input->bytes);
     }
@@ -151,7 +144,7 @@ bool compare(const Message &a, const Message &b, size_t number, Report &differen
     if (record_a.data() == nullptr || record_b.data() == nullptr) {
         return false;
     }
-    const list<tlvmsg_difference> found = tool::differences(record_a, record_b);
+    const list<tlvmsg_difference> found = value_of(tlvmsg::diff(record_a, record_b));
     for (const tlvmsg_difference &each : found) {
         differences.add(number, each.path, each.a, each.b);
     }

@@ -3,19 +3,11 @@
 
 #include "print_encoded.h"
 
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "tools/forms.h"
 #include "tools/input/documents.h"
+#include "tools/results.h"
 #include "tools/types/lookup.h"
 
-#include <fmt/format.h>
-
-#include <memory>
-
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 namespace {
 
@@ -54,7 +46,7 @@ private:
         if (type == nullptr) {
             throw Failure(exit_usage, "encode needs a type: -t TYPE, or JSON with 'type' and 'message'");
         }
-        return out_.put(from_json(type, json), facts);
+        return out_.put(value_of(from_json(*type, json)), facts);
     }
 
     const tlvmsg_type *type_; // null: each text names its own

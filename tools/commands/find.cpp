@@ -1,18 +1,9 @@
 // find: where the types speak of something.
 #include "commands.h"
 
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
 #include "tools/types/lookup.h"
 
-#include <fmt/format.h>
-
-#include <memory>
-
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 namespace {
 

@@ -3,7 +3,6 @@
 #include "tools/faults/faults.h"
 
 #include "cli/terminal.h"
-#include "tools/output/frame_line.h"
 #include "tools/types/lookup.h"
 
 #include <fmt/format.h>
@@ -83,14 +82,6 @@ Typing typing_of(const MessageOptions &options) {
         typing.rules.add(line);
     }
     return typing;
-}
-
-std::string heading_for(const MessageOptions &options, const Input &input) {
-    if (input.frame) {
-        return fmt::format("# {}\n", frame_heading(input));
-    }
-    const std::string nth = input.alone ? "" : fmt::format(", message {}", input.number);
-    return options.files.size() > 1 || !input.alone ? fmt::format("# {}{}\n", input.name, nth) : "";
 }
 
 Inputs::Inputs(const std::string &path, const MessageOptions &options, const Typing &typing)

@@ -3,17 +3,10 @@
 
 #include "show_type.h"
 
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
-#include "tools/forms.h"
+#include "tools/results.h"
 #include "tools/types/lookup.h"
 
-#include <memory>
-
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 void add_show(Cli &cli) {
     struct Options {
@@ -35,11 +28,7 @@ void add_show(Cli &cli) {
            "where the fields of the type of that tag lie"}}},
         [options] {
             const tlvmsg_type *const type = find_type(options->type, Spelling::part);
-            if (options->json) {
-                print(type_json(type) + "\n");
-            } else {
-                print(show(type));
-            }
+            print(options->json ? value_of(type_to_json(*type, {2, 0, {}})) + "\n" : show(type));
             return exit_fine;
         });
     command.add_option("TYPE", options->type, "A type, by name, part of it, or tag")

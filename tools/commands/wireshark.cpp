@@ -2,22 +2,14 @@
 #include "commands.h"
 
 #include "base/files.h"
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
 #include "tools/types/lookup.h"
 #include "tools/wireshark/tables.h"
 
-#include <fmt/format.h>
-
 #include <cstdlib>
-#include <memory>
 #include <pwd.h>
 #include <unistd.h>
 
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 namespace {
 

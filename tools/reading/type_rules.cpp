@@ -2,9 +2,10 @@
 
 #include "base/number.h"
 #include "cli/failure.h"
-#include "tools/forms.h"
 #include "tools/input/input.h"
 #include "tools/types/lookup.h"
+
+#include <tlvmsg/dispatch.h>
 
 #include <fmt/format.h>
 
@@ -16,29 +17,6 @@
 namespace tlvmsg::tool {
 
 using namespace cli;
-
-namespace {
-
-constexpr const char *header_type = "app_sess_hdr";
-constexpr std::string_view header_member = "msg_type";
-
-// The message type in the session header that the payload begins with, if it does.
-std::optional<uint64_t> message_type_of(std::span<const uint8_t> payload) {
-    const tlvmsg_type *const type = type_by_name(header_type);
-    if (type == nullptr) {
-        return std::nullopt;
-    }
-    const tlvmsg_member *const last = type->members + type->member_count;
-    const tlvmsg_member *const member =
-        std::find_if(type->members, last, [](const auto &each) { return each.path == header_member; });
-    const auto header = tlvmsg::decode(*type, payload);
-    if (member == last || !header) {
-        return std::nullopt;
-    }
-    return tlvmsg_load(member->type, static_cast<const uint8_t *>(header->data()) + member->offset);
-}
-
-} // namespace
 
 void TypeRules::add(std::string_view line) {
     const size_t end = line.rfind('=');
@@ -84,10 +62,9 @@ void TypeRules::add_file(const std::string &path) {
 }
 
 const tlvmsg_type *TypeRules::type_for(const FrameFacts &facts, std::span<const uint8_t> payload) const {
-    if (!message_types_.empty()) {
-        const std::optional<uint64_t> number = message_type_of(payload);
-        if (const auto rule = number ? message_types_.find(*number) : message_types_.end();
-            rule != message_types_.end()) {
+    uint32_t key = 0;
+    if (!message_types_.empty() && tlvmsg_session_key(payload.data(), payload.size(), &key)) {
+        if (const auto rule = message_types_.find(key); rule != message_types_.end()) {
             return rule->second;
         }
     }
