@@ -115,12 +115,9 @@ void add_decode(Cli &cli) {
           "byte arrays as text when every byte is printable and as {\"hex\": \"...\"} otherwise, unions by "
           "the chosen alternative's name. Without a type the elements of a file are named by their tags.",
           "Where a text or a file holds several messages (a line, a block or an entry each, or back to "
-          "back), and "
-          "where there are several files, each is an object in a line of its own: name, line, offset, "
-          "number, "
-          "type and message. Where several runs of a line may be the message, they are told on standard "
-          "error, "
-          "and the exit status is 1.",
+          "back), and where there are several files, each is an object in a line of its own: name, line, "
+          "offset, number, type and message. Where several runs of a line may be the message, they are told "
+          "on standard error, and the exit status is 1.",
           "Of captures every message gives an object in a line of its own: frame, time (seconds since 1970), "
           "length, captured, source, destination, their ports, protocol, type and message, or error. Without "
           "a type a frame is taken for messages only if they fill its payload without a deviation. Of "

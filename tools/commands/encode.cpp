@@ -85,12 +85,11 @@ void add_encode(Cli &cli) {
          {"Takes what tlv decode prints. What is not mentioned is zero and empty, but for a message's key, "
           "which is where the schema says; an unknown name, a number that does not fit and a value of "
           "another kind are errors that name the place in the JSON.",
-          "Any number of messages stand one behind the other; objects of frames name their "
-          "types, "
-          "so -t is only for others. With --pcap they become frames that have the times, "
-          "addresses, ports and protocols of the objects. Headers, checksums and the numbers of TCP are made "
-          "anew. What is dropped is counted on standard error: frames without a message, deviations, bytes "
-          "behind messages."},
+          "Any number of messages stand one behind the other; objects of frames name their types, so -t is "
+          "only for others. With --pcap they become frames that have the times, addresses, ports and "
+          "protocols of the objects. Headers, checksums and the numbers of TCP are made anew. What is "
+          "dropped is counted on standard error: frames without a message, deviations, bytes behind "
+          "messages."},
          {{"tlv encode -t zel_led_control led.json > led.bin", "from a file"},
           {"tlv encode -t zel_led_control '{\"slot\": 2, \"color\": 3}'", "from the command line"},
           {"tlv decode -t 1357 led.bin | jq '.color = 1' | tlv encode -t 1357 > new.bin", "change one value"},

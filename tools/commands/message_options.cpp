@@ -39,14 +39,10 @@ void add_input_options(Command command, MessageOptions &options) {
             "--framing",
             "How messages are delimited: segment, the default, for whole ones in each TCP segment and "
             "datagram; length:WIDTH@OFFSET[+HEADER] for a header that holds the length of what is behind it, "
-            "in 1 to "
-            "4 bytes; skip:N for N bytes before each. Behind a length, and a comma each: little, when its "
-            "first byte "
-            "is the lowest; inclusive, when it counts the header, or adjust=N for what else is to be added; "
-            "most=N, "
-            "the bytes that a message may have. Where it is not known where one begins, in captures that "
-            "begin "
-            "inside a stream or lack segments, known messages are looked for",
+            "in 1 to 4 bytes; skip:N for N bytes before each. Behind a length, and a comma each: little, "
+            "when its first byte is the lowest; inclusive, when it counts the header, or adjust=N for what "
+            "else is to be added; most=N, the bytes that a message may have. Where it is not known where one "
+            "begins, in captures that begin inside a stream or lack segments, known messages are looked for",
             "", take_framing)
         .type_name("segment|skip:N|length:WIDTH@OFFSET");
     command

@@ -73,10 +73,9 @@ void add_wireshark(Cli &cli) {
          {"One file in Lua, for Wireshark 4, has a filter for every member: "
           "tlvmsg.zel_led_control.color == 3. What decoders tolerate is a warning and what they "
           "refuse an error, with tlvmsg.fault as its code.",
-          "Preferences of the protocol say what packets hold, in the words of tlv decode: types, the "
-          "lines of --type-of with commas or spaces between them; types_file, a file of such lines "
-          "as --types takes it; framing, whose lengths are for TCP. default_type is the type of what no line "
-          "is about.",
+          "Preferences of the protocol say what packets hold, in the words of tlv decode: types, the lines "
+          "of --type-of with commas or spaces between them; types_file, a file of such lines as --types "
+          "takes it; framing, whose lengths are for TCP. default_type is the type of what no line is about.",
           "Without a type, a payload is the only message that fits; when several fit they are named, "
           "and the elements are shown by their tags. Ports without a type are left alone, unless "
           "'Decode As' or the preference heuristic says otherwise.",

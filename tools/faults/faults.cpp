@@ -46,11 +46,10 @@ constexpr Explanation tool_codes[] = {
      "Several types fit the frame equally well, and none is preferred without a reason. 'types' lists "
      "them; -t names the type, or --type-of the type for a port or for a message type."},
     {"unknown-message",
-     "The frame's payload as a whole is no message of any type, nor several: it is of another "
-     "protocol, damaged, or has bytes around the message. Only where it begins with an element of ours does "
-     "that "
-     "count as an error. -t shows what is wrong with a type that "
-     "it should have, --offset and --framing skip what is before a message, and tlv guess searches."},
+     "The frame's payload as a whole is no message of any type, nor several: it is of another protocol, "
+     "damaged, or has bytes around the message. Only where it begins with an element of ours does that count "
+     "as an error. -t shows what is wrong with a type that it should have, --offset and --framing skip what "
+     "is before a message, and tlv guess searches."},
     {"link-type", "It is not known where in frames of this link type the payload begins. --offset says it."},
 };
 static_assert(std::size(tool_codes) == static_cast<size_t>(ToolCode::link_type) + 1, "a text for each code");

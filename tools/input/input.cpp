@@ -1,7 +1,6 @@
 #include "input.h"
 
 #include "file.h"
-#include "foreign.h"
 
 #include "base/element.h"
 #include "base/hex.h"

@@ -79,18 +79,19 @@ std::string not_found(const std::string &name, const std::vector<const tlvmsg_ty
 } // namespace
 
 const tlvmsg_type_set *type_set() {
-    static const std::optional<LoadedSchema> loaded = [] {
+    static const Schema loaded = [] {
         const std::vector<std::string> files = wanted_files();
-        return files.empty() ? std::nullopt : std::make_optional<LoadedSchema>(files, import_directories);
+        return files.empty() ? Schema(nullptr, tlvmsg_schema_free) : load_schema(files, import_directories);
     }();
-    return loaded ? loaded->types() : nullptr;
+    return loaded != nullptr ? tlvmsg_schema_types(loaded.get()) : nullptr;
 }
 
 const std::vector<const tlvmsg_type *> &all_types() {
     static const std::vector<const tlvmsg_type *> all = [] {
-        std::vector<const tlvmsg_type *> types(tlvmsg_type_set_count(type_set()));
-        std::generate(types.begin(), types.end(),
-                      [i = size_t{0}]() mutable { return tlvmsg_type_set_at(type_set(), i++); });
+        std::vector<const tlvmsg_type *> types;
+        for (size_t i = 0; i < tlvmsg_type_set_count(type_set()); ++i) {
+            types.push_back(tlvmsg_type_set_at(type_set(), i));
+        }
         return types;
     }();
     return all;

@@ -18,7 +18,7 @@ inline std::vector<std::string> schema_files;
 inline std::vector<std::string> import_directories;
 
 // The types to choose from, read when they are first asked for. Null stands for the built-in ones. Throws as
-// LoadedSchema does.
+// load_schema does.
 const tlvmsg_type_set *type_set();
 
 // The same, by name.
