@@ -1,4 +1,5 @@
 // tlv: TLV messages from the shell.
+#include "base/files.h"
 #include "tools/commands/commands.h"
 #include "tools/faults/faults.h"
 #include "tools/types/lookup.h"
@@ -117,6 +118,9 @@ int main(int argc, char **argv) {
     } catch (const Failure &failure) {
         report(failure);
         return failure.exit_status;
+    } catch (const tlvmsg::base::IoError &error) {
+        report(Failure(exit_io, error.what()));
+        return exit_io;
     } catch (const std::exception &) { // memory of the platform, or a length that no string can have
         report_out_of_memory();
         return exit_memory;

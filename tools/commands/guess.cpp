@@ -20,20 +20,21 @@ struct Options {
     bool json = false;
 };
 
-std::string names_of(const tlvmsg_guess &guess, size_t count, std::string_view separator,
-                     std::string_view quote) {
-    std::string names;
-    for (const tlvmsg_type *type : std::span(guess.types, count)) {
-        names += fmt::format("{}{}{}{}", names.empty() ? "" : separator, quote, type->name, quote);
+std::vector<std::string_view> names_of(const tlvmsg_guess &guess) {
+    std::vector<std::string_view> names;
+    for (const tlvmsg_type *type : std::span(guess.types, guess.type_count)) {
+        names.emplace_back(type->name);
     }
     return names;
 }
 
 // Many messages begin alike; a line for people names some of them.
 std::string some_names(const tlvmsg_guess &guess) {
-    constexpr size_t most = 8;
-    std::string names = names_of(guess, std::min(most, guess.type_count), ", ", "");
-    return guess.type_count <= most ? names : fmt::format("{} and {} more", names, guess.type_count - most);
+    std::vector<std::string_view> names = names_of(guess);
+    const size_t listed = std::min<size_t>(names.size(), 8), others = names.size() - listed;
+    names.resize(listed);
+    return fmt::format("{}{}", fmt::join(names, ", "),
+                       others == 0 ? "" : fmt::format(" and {} more", others));
 }
 
 // How the bytes as a whole fit: what begins further in takes only a part of them.
@@ -63,7 +64,7 @@ std::string guess_line(const tlvmsg_guess &guess, size_t size) {
 std::string guess_json(const tlvmsg_guess &guess) {
     JsonLine line;
     line.text("fits", fit_name(fit_of(guess)));
-    line.json("types", fmt::format("[{}]", names_of(guess, guess.type_count, ",", "\"")));
+    line.json("types", nlohmann::json(names_of(guess)).dump());
     line.text("kind", tlvmsg_kind_name(guess.types[0]->kind));
     line.number("offset", guess.offset).number("understood", guess.understood);
     add_verdict(line, {}, guess.verdict);

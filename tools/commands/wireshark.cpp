@@ -54,11 +54,7 @@ int run(const Options &options) {
                                   own_name));
     }
     const std::string path = fmt::format("{}/.local/lib/wireshark/plugins/{}.lua", home(), options.name);
-    try {
-        base::replace_file(path, dissector(options.name));
-    } catch (const base::IoError &error) {
-        throw Failure(exit_io, error.what());
-    }
+    base::replace_file(path, dissector(options.name));
     print(path + "\n");
     return exit_fine;
 }

@@ -74,8 +74,6 @@ void drop_front(Input &input, size_t size) {
 
 } // namespace
 
-std::string read_text(const std::string &path) { return read_rest(open_file(path).get(), path); }
-
 Source::Source(const std::string &path, const InputOptions &options) : file_(file_name(path)) {
     File file = open_file(path);
     if (options.form == InputForm::capture || (options.form == InputForm::detect && is_capture(file.get()))) {

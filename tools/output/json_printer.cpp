@@ -7,8 +7,6 @@
 #include "tools/results.h"
 #include "tools/types/lookup.h"
 
-#include <fmt/ranges.h>
-
 namespace tlvmsg::tool {
 
 using namespace cli;
@@ -56,11 +54,11 @@ public:
         }
         JsonLine line = line_of(input, reading);
         if (!reading.types.empty()) {
-            std::vector<std::string> names;
+            nlohmann::json names;
             for (const tlvmsg_type *type : reading.types) {
-                names.push_back(json_string(type->name));
+                names.push_back(type->name);
             }
-            line.json("types", fmt::format("[{}]", fmt::join(names, ",")));
+            line.json("types", names.dump());
         }
         if (!text.empty()) {
             line.json("partial", text);

@@ -13,6 +13,7 @@
 #include <cstring>
 #include <fnmatch.h>
 #include <optional>
+#include <span>
 #include <sstream>
 
 namespace tlvmsg::tool {
@@ -61,19 +62,17 @@ std::string not_found(const std::string &name, const std::vector<const tlvmsg_ty
         names.emplace_back(type->name);
     }
     if (like.size() > 1) {
-        const auto listed = std::min<std::ptrdiff_t>(std::ssize(names), 8);
-        const std::ptrdiff_t others = std::ssize(names) - listed;
-        const std::string all = fmt::format("{}", fmt::join(names.begin(), names.begin() + listed, ", "));
-        const std::string more = fmt::format(" and {} more; 'tlv types {}' lists them", others, name);
-        return fmt::format("several types are like '{}': {}{}", name, all, others > 0 ? more : "");
+        const size_t listed = std::min<size_t>(names.size(), 8), others = names.size() - listed;
+        return fmt::format(
+            "several types are like '{}': {}{}", name, fmt::join(std::span(names).first(listed), ", "),
+            others > 0 ? fmt::format(" and {} more; 'tlv types {}' lists them", others, name) : "");
     }
     const std::string meant =
         like.empty() ? base::did_you_mean(name, names) : fmt::format("did you mean '{}'?", names[0]);
-    return fmt::format("no type is called '{}'; {}", name,
-                       !meant.empty() ? meant
-                       : type_set() == nullptr
-                           ? "'tlv types' lists them all, and --schema FILE has those of a file"
-                           : "'tlv types' lists all that the schema has");
+    const char *const lists = type_set() == nullptr
+                                  ? "'tlv types' lists them all, and --schema FILE has those of a file"
+                                  : "'tlv types' lists all that the schema has";
+    return fmt::format("no type is called '{}'; {}", name, meant.empty() ? lists : meant);
 }
 
 } // namespace
