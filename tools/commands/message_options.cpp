@@ -21,8 +21,6 @@ void add_input_options(Command command, MessageOptions &options) {
                 {"hex", InputForm::hex},
                 {"pcap", InputForm::capture}},
                "What the files are: raw bytes, hex text, or captures; told by their content unless given");
-    // What told captures before their content did.
-    command.add_flag("--pcap", [&options] { options.input.form = InputForm::capture; }).hidden();
     command.add_option("--filter", options.input.filter, "Only frames that match, as tcpdump understands it")
         .type_name("EXPR");
     add_number(command, "--offset", options.input.offset,

@@ -27,11 +27,9 @@ const tlvmsg_type *by_tag(std::string_view word) {
     return tag ? tlvmsg_type_set_by_tag(type_set(), static_cast<uint16_t>(*tag)) : nullptr;
 }
 
-bool contains(const char *text, const std::string &part) { return strcasestr(text, part.c_str()) != nullptr; }
-
 bool is_like(const char *name, const std::string &pattern) {
     return pattern.find_first_of("*?[") != pattern.npos ? fnmatch(pattern.c_str(), name, FNM_CASEFOLD) == 0
-                                                        : contains(name, pattern);
+                                                        : strcasestr(name, pattern.c_str()) != nullptr;
 }
 
 bool uses(const tlvmsg_type *type, const tlvmsg_type *used) {
@@ -118,32 +116,6 @@ std::vector<const tlvmsg_type *> types_like(const TypeFilter &filter) {
             (filter.family.empty() || filter.family == type->family) &&
             (filter.used == nullptr || uses(type, filter.used))) {
             found.push_back(type);
-        }
-    }
-    return found;
-}
-
-std::vector<Find> find_word(const std::string &word) {
-    std::vector<Find> found;
-    const auto consider = [&](const char *what, const std::string &around, const char *name, std::string is,
-                              const char *doc) {
-        if (contains(name, word) || contains(doc, word)) {
-            found.push_back({what, around + name, std::move(is), doc});
-        }
-    };
-    for (const tlvmsg_type *type : all_types()) {
-        const std::string around = std::string(type->name) + ".";
-        consider("type", "", type->name, std::string(tlvmsg_kind_name(type->kind)), type->doc);
-        for (uint32_t i = 0; i < type->member_count; ++i) {
-            const tlvmsg_member &member = type->members[i];
-            consider("member", around, member.path, member.type->name, member.doc);
-        }
-        for (uint32_t i = 0; i < type->alternative_count; ++i) {
-            consider("alternative", around, type->alternatives[i].name, type->alternatives[i].type->name, "");
-        }
-        for (uint32_t i = 0; i < type->enumerator_count; ++i) {
-            const tlvmsg_enumerator &named = type->enumerators[i];
-            consider("enumerator", around, named.name, std::to_string(named.value), named.doc);
         }
     }
     return found;

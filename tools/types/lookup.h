@@ -40,15 +40,6 @@ struct TypeFilter {
 };
 std::vector<const tlvmsg_type *> types_like(const TypeFilter &filter);
 
-// Where a word occurs: in the name or the purpose of a type or of something in it.
-struct Find {
-    std::string what; // "type", "member", "alternative", "enumerator"
-    std::string path; // "zel_led_control.color"
-    std::string is;   // its kind, type or value
-    std::string doc;
-};
-std::vector<Find> find_word(const std::string &word);
-
 // The families of all types.
 std::set<std::string> families();
 
