@@ -76,7 +76,8 @@ void add_wireshark(Cli &cli) {
           "and the elements are shown by their tags. Ports without a type are left alone, unless "
           "'Decode As' or the preference heuristic says otherwise.",
           "With --schema it is about the types of that file alone, and --name tells it from that of the "
-          "built-in types, beside which it can be installed."},
+          "built-in types, beside which it can be installed. Where two files of one name are loaded, such as "
+          "a package's and a user's own, the first holds."},
          {{"tlv wireshark --install", "where this user's Wireshark finds it; prints where that is"},
           {"tlv wireshark > tlvmsg.lua", "for tshark -X lua_script:tlvmsg.lua"},
           {"tshark -o 'tlvmsg.types:udp/9000=zel_led_control' -r x.pcapng -V", "a type by its port"},

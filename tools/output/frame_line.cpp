@@ -9,8 +9,11 @@ namespace tlvmsg::tool {
 JsonLine input_line(const Input &input, bool several) {
     JsonLine line;
     if (input.frame) {
-        for_each_fact(input, [&](std::string_view name, const std::string &json) {
-            if (!json.empty() && name != "name" && (name != "file" || several)) {
+        if (several) {
+            line.text("file", input.file);
+        }
+        for_each_fact(*input.frame, [&](std::string_view name, const std::string &json) {
+            if (!json.empty()) {
                 line.json(name, json);
             }
         });

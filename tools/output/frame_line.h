@@ -7,17 +7,14 @@
 
 namespace tlvmsg::tool {
 
-// Gives `add` the name and the JSON of each thing that may be known of an input; the JSON is empty where it is not.
+// Gives `add` the name and the JSON of each thing that may be known of a frame; the JSON is empty where it is not, as it
+// is for all when the number is 0.
 template <class Add>
-void for_each_fact(const Input &input, Add add) {
-    static const FrameFacts none;
-    const FrameFacts &facts = input.frame ? *input.frame : none;
+void for_each_fact(const FrameFacts &facts, Add add) {
     const Ports ports = facts.ports.value_or(Ports{});
     const auto text = [](std::string_view value) { return value.empty() ? "" : json_string(value); };
     const auto number = [](bool known, size_t value) { return known ? std::to_string(value) : ""; };
-    const bool is_frame = input.frame.has_value(), has_ports = facts.ports.has_value();
-    add("file", text(input.file));
-    add("name", text(input.name));
+    const bool is_frame = facts.number != 0, has_ports = facts.ports.has_value();
     add("frame", number(is_frame, facts.number));
     add("time", is_frame ? fmt::format("{}.{:09}", facts.seconds, facts.nanoseconds) : "");
     add("length", number(is_frame, facts.length));

@@ -66,11 +66,12 @@ std::string cell(const Json &message, const Column &column) {
 
 // What is known of an input: the same cells for all, whether they are captures or not.
 Cells facts_of(const Input &input, const tlvmsg_type *type) {
-    Cells cells;
-    for_each_fact(input, [&](std::string_view name, const std::string &json) {
+    const auto text = [](std::string_view value) { return value.empty() ? "null" : json_string(value); };
+    Cells cells{{"file", text(input.file)}, {"name", text(input.name)}};
+    for_each_fact(input.frame.value_or(FrameFacts{}), [&](std::string_view name, const std::string &json) {
         cells.emplace_back(name, json.empty() ? "null" : json);
     });
-    cells.emplace_back("type", type != nullptr ? json_string(type->name) : "null");
+    cells.emplace_back("type", text(type != nullptr ? type->name : ""));
     return cells;
 }
 
