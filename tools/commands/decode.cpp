@@ -8,7 +8,6 @@
 #include "tools/types/lookup.h"
 #include "tools/words.h"
 
-#include <algorithm>
 #include <unistd.h>
 
 namespace tlvmsg::tool {

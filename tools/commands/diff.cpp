@@ -7,7 +7,6 @@
 #include "tools/results.h"
 #include "tools/types/lookup.h"
 
-#include <algorithm>
 #include <optional>
 
 namespace tlvmsg::tool {

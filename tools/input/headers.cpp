@@ -16,7 +16,6 @@ constexpr int link_raw_ip = 101;
 constexpr int link_exported_pdu = 252;
 
 constexpr Next ethernet_frame{Layer::link, DLT_EN10MB};
-constexpr Next ppp_frame{Layer::link, DLT_PPP};
 
 bool has_row(Next next);
 

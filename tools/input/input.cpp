@@ -124,15 +124,16 @@ void Source::read_text(const std::string &text, const InputOptions &options) {
         if (choice == nullptr) {
             inputs_.back().bytes.assign(each.bytes, each.bytes + each.size);
             if (each.kind == TLVMSG_HEX_BROKEN && options.type == nullptr) {
-                inputs_.back().problem.emplace(ToolCode::unknown_message,
-                                               "no message type fits all of these bytes");
+                inputs_.back().problem.emplace(
+                    Problem{ToolCode::unknown_message, "no message type fits all of these bytes"});
             }
             continue;
         }
         std::optional<Problem> &problem = inputs_.back().problem;
         const std::string before = problem ? problem->text + ", or" : "the message may be";
         const std::string bytes = base::hex_pairs({each.bytes, std::min<size_t>(each.size, 8)});
-        problem.emplace(ToolCode::ambiguous, fmt::format("{} {} bytes {}", before, each.size, bytes));
+        problem.emplace(
+            Problem{ToolCode::ambiguous, fmt::format("{} {} bytes {}", before, each.size, bytes)});
     }
     if (inputs_.size() == 1) {
         inputs_.front().alone = true;
