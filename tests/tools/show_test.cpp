@@ -1,5 +1,5 @@
 // Types for reading: whatever the type, what is said about it names it and all that it consists of.
-#include "tools/commands/show_type.h"
+#include "tools/commands/show.h"
 
 #include <gtest/gtest.h>
 

@@ -292,6 +292,13 @@ class Dissector(unittest.TestCase):
         for wrong in ("", "Two", "9p", "a-b"):
             self.assertEqual(subprocess.run([TLV, "wireshark", "--name", wrong], capture_output=True).returncode, 2)
 
+    def test_a_second_load_is_quiet(self):
+        os.link("tlvmsg.lua", "again.lua")
+        loads = [f"-Xlua_script:{name}.lua" for name in ("tlvmsg", "again")]
+        one = capture([(UDP, 9000, sample(LED))])
+        shows = subprocess.run(["tshark", *loads, *DECODE_AS, "-r", one, "-Tfields", "-etlvmsg.message"], capture_output=True)
+        self.assertEqual((shows.stdout.decode(), b"Error" in shows.stderr, shows.returncode), (LED + "\n", False, 0))
+
     def test_installs_where_wireshark_looks(self):
         path = run(TLV, "wireshark", "--install").decode().strip()
         self.addCleanup(os.remove, path)

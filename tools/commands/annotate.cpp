@@ -1,35 +1,25 @@
 // annotate: every byte of a message explained.
 #include "commands.h"
 
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
 #include "tools/commands/message_options.h"
 #include "tools/faults/faults.h"
-#include "tools/forms.h"
 #include "tools/output/frame_line.h"
-#include "tools/words.h"
+#include "tools/results.h"
+#include "tools/types/lookup.h"
 
-#include <fmt/format.h>
-
-#include <memory>
+#include <unistd.h>
 
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 namespace {
 
 // A message's fault is in the text, where it is; standard error has it once more, for whoever looks there alone.
 int annotate_reading(const MessageOptions &options, const Input &input, const Reading &reading) {
-    print(heading_for(options, input));
-    if (reading.problem) {
-        print(fmt::format("# error[{}]: {}\n", code_name(reading.problem->code), reading.problem->text));
-        for (const tlvmsg_type *type : reading.types) {
-            print(fmt::format("#   {}\n", type->name));
-        }
-    }
-    const tlvmsg_verdict verdict = print_annotated(reading.type, reading.bytes);
+    print(heading(input, options.files.size() > 1) + (reading.problem ? problem_lines(reading) : ""));
+    tlvmsg_text_options text{};
+    text.color = Paint(STDOUT_FILENO).is_on();
+    const tlvmsg_verdict verdict =
+        print_told([&](auto sink) { return annotate(reading.type, reading.bytes, sink, text, type_set()); });
     if (reading.problem) {
         return status_of(*reading.problem);
     }

@@ -1,11 +1,17 @@
-// The commands, a file each. Each function adds its command to the command line.
+// The commands, a file each, and what all of them are made of. Each function adds its command to the command line.
 #pragma once
 
 #include "cli/cli.h"
+#include "cli/failure.h"
+#include "cli/terminal.h"
+
+#include <fmt/format.h>
+
+#include <memory>
 
 namespace tlvmsg::tool {
 
-using cli::Cli;
+using namespace cli;
 
 void add_annotate(Cli &cli);
 void add_decode(Cli &cli);

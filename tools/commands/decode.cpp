@@ -1,32 +1,24 @@
 // decode: messages as JSON or as lines.
 #include "commands.h"
 
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
 #include "tools/commands/message_options.h"
 #include "tools/faults/faults.h"
-#include "tools/forms.h"
 #include "tools/output/printer.h"
 #include "tools/output/summary.h"
 #include "tools/types/lookup.h"
 #include "tools/words.h"
 
-#include <fmt/format.h>
-
-#include <algorithm>
-#include <memory>
 #include <unistd.h>
 
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 namespace {
 
 struct Options {
     MessageOptions message;
     PrintOptions print;
+    bool text = false;
+    bool flat = false;
     std::string csv_type; // empty when not given
     bool summary = false;
 };
@@ -34,12 +26,12 @@ struct Options {
 void warn_of(const tlvmsg_verdict &verdict, const Input &input) {
     const tlvmsg_extent &extent = verdict.extent;
     if (extent.deviations > 0) {
-        warn(tlvmsg_code_name(extent.first_deviation.code),
+        warn(extent.first_deviation.code,
              fmt::format("{}; tolerated, {} in all, marked by 'tlv annotate'",
                          fault_message(extent.first_deviation), counted(extent.deviations, "deviation")));
     }
     if (const size_t size = input.bytes.size(); extent.consumed < size) {
-        warn(tlvmsg_code_name(TLVMSG_TRAILING_BYTES),
+        warn(TLVMSG_TRAILING_BYTES,
              fmt::format("{} behind the end of {} at byte {}", counted(size - extent.consumed, "byte"),
                          verdict.type->name, extent.consumed));
     }
@@ -47,7 +39,7 @@ void warn_of(const tlvmsg_verdict &verdict, const Input &input) {
 
 int decode_typed(Printer &printer, Summary &summary, const Input &input, const Reading &reading) {
     tlvmsg_verdict verdict;
-    const any_record record = decode(reading.type, reading.bytes, verdict);
+    const any_record record = decode(*reading.type, reading.bytes, verdict);
     summary.add(reading, verdict);
     if (record.data() != nullptr) {
         printer.message(input, reading, verdict, record);
@@ -78,33 +70,35 @@ int decode_untyped(Printer &printer, const Input &input, const Reading &reading)
 }
 
 int decode_reading(Printer &printer, Summary &summary, const Input &input, const Reading &reading) {
-    if (reading.problem && !input.frame) {
-        report(*reading.problem, input.name);
-        summary.add(reading, {});
-        return exit_found;
+    if (!reading.problem) {
+        return reading.type != nullptr ? decode_typed(printer, summary, input, reading)
+                                       : decode_untyped(printer, input, reading);
     }
-    if (reading.problem) {
-        printer.problem(input, reading);
-        summary.add(reading, {});
+    summary.add(reading, {});
+    if (input.frame) {
+        printer.refused(input, reading, {});
         return status_of(*reading.problem);
     }
-    return reading.type != nullptr ? decode_typed(printer, summary, input, reading)
-                                   : decode_untyped(printer, input, reading);
+    report(*reading.problem, input.name);
+    return exit_found;
+}
+
+std::unique_ptr<Printer> make_printer(const Options &options) {
+    return !options.csv_type.empty() ? make_csv_printer(find_type(options.csv_type))
+           : options.flat            ? make_flat_printer()
+           : options.text            ? make_text_printer(options.print)
+                                     : make_json_printer(options.print);
 }
 
 int run(Options options) {
     options.print.several = options.message.files.size() > 1;
-    if (!options.csv_type.empty()) {
-        options.print.form = PrintForm::csv;
-        options.print.csv_type = find_type(options.csv_type);
-    }
     Summary summary;
-    const std::unique_ptr<Printer> printer = make_printer(options.print);
+    const std::unique_ptr<Printer> printer = make_printer(options);
     const int status = for_each_reading(options.message, [&](const Input &input, const Reading &reading) {
         return decode_reading(*printer, summary, input, reading);
     });
     if (options.summary) {
-        print(options.print.form == PrintForm::text ? summary.text() : summary.json());
+        print(options.text ? summary.text() : summary.json());
     }
     return status;
 }
@@ -120,12 +114,9 @@ void add_decode(Cli &cli) {
           "byte arrays as text when every byte is printable and as {\"hex\": \"...\"} otherwise, unions by "
           "the chosen alternative's name. Without a type the elements of a file are named by their tags.",
           "Where a text or a file holds several messages (a line, a block or an entry each, or back to "
-          "back), and "
-          "where there are several files, each is an object in a line of its own: name, line, offset, "
-          "number, "
-          "type and message. Where several runs of a line may be the message, they are told on standard "
-          "error, "
-          "and the exit status is 1.",
+          "back), and where there are several files, each is an object in a line of its own: name, line, "
+          "offset, number, type and message. Where several runs of a line may be the message, they are told "
+          "on standard error, and the exit status is 1.",
           "Of captures every message gives an object in a line of its own: frame, time (seconds since 1970), "
           "length, captured, source, destination, their ports, protocol, type and message, or error. Without "
           "a type a frame is taken for messages only if they fill its payload without a deviation. Of "
@@ -154,31 +145,24 @@ void add_decode(Cli &cli) {
         [options] { return run(*options); });
     add_message_options(command, options->message,
                         "without it, elements by their tags; of frames what fits alone");
-    const Option text = command.add_flag(
-        "--text", [options] { options->print.form = PrintForm::text; },
-        "A line a value: led_control.slot = 2");
-    const Option flat = command.add_flag(
-        "--flat", [options] { options->print.form = PrintForm::flat; },
-        "A row a message, as JSON without objects inside: the columns follow from the type");
+    const Option text = command.add_flag("--text", options->text, "A line a value: led_control.slot = 2");
+    const Option flat =
+        command.add_flag("--flat", options->flat,
+                         "A row a message, as JSON without objects inside: the columns follow from the type");
     const Option csv = command.add_option(
         "--csv", options->csv_type, "The rows of the messages of this type, below a line with the columns");
     csv.type_name("TYPE").excludes(text).excludes(flat);
     flat.excludes(text);
-    command.add_flag("--compact", options->print.compact, "JSON in one line")
-        .excludes(text)
-        .excludes(flat)
-        .excludes(csv);
+    for (const Option &json : {command.add_flag("--compact", options->print.compact, "JSON in one line"),
+                               command.add_flag("--partial", options->print.partial,
+                                                "Of a message that is broken, print as JSON what can be read "
+                                                "of it")}) {
+        json.excludes(text).excludes(flat).excludes(csv);
+    }
     command
-        .add_flag("--partial", options->print.partial,
-                  "Of a message that is broken, print as JSON what can be read of it")
-        .excludes(text)
-        .excludes(flat)
-        .excludes(csv);
-    command
-        .add_flag(
-            "--summary", options->summary,
-            "At the end how many messages of each type there were, faults of each code, frames without a "
-            "message, and gaps in streams; \"summary\" is the only member of that object")
+        .add_flag("--summary", options->summary,
+                  "At the end how many messages of each type there were, faults of each code, frames without "
+                  "a message, and gaps in streams; \"summary\" is the only member of that object")
         .excludes(csv);
     command.add_flag("--bytes", options->print.bytes, "The bytes of each message of a capture, in hex");
 }

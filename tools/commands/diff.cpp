@@ -1,23 +1,15 @@
 // diff: messages, member by member.
 #include "commands.h"
 
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
 #include "tools/commands/message_options.h"
 #include "tools/faults/faults.h"
-#include "tools/forms.h"
 #include "tools/output/json_line.h"
+#include "tools/results.h"
+#include "tools/types/lookup.h"
 
-#include <fmt/format.h>
-
-#include <algorithm>
-#include <memory>
 #include <optional>
 
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 namespace {
 
@@ -63,29 +55,19 @@ bool takes_all(const tlvmsg_type *type, const Reading &reading) {
 }
 
 // The best guess for one message that takes the other as well.
-const tlvmsg_type *common_type(const Message &a, const Message &b) {
-    const list<tlvmsg_guess> guesses = guess(a.reading.bytes, 0);
+const tlvmsg_type &common_type(const Message &a, const Message &b) {
+    const list<tlvmsg_guess> guesses = value_of(guess(a.reading.bytes, {0, true, {}}, type_set()));
     for (const tlvmsg_guess &each : guesses) {
         for (const tlvmsg_type *type : std::span(each.types, each.type_count)) {
             if (takes_all(type, a.reading) && takes_all(type, b.reading)) {
                 const size_t others = each.type_count - 1;
                 complain(fmt::format("tlv: taken for {}{}; -t says otherwise", type->name,
                                      others == 0 ? "" : fmt::format(", though {} fit as well", others)));
-                return type;
+                return *type;
             }
         }
     }
     throw Failure(exit_usage, "no type takes both messages as a whole; give one with -t TYPE");
-}
-
-// An empty record is reported.
-any_record decoded(const tlvmsg_type *type, const Message &message) {
-    tlvmsg_verdict verdict;
-    any_record record = decode(type, message.reading.bytes, verdict);
-    if (record.data() == nullptr) {
-        report(verdict.fault, message.input->name, message.input->bytes);
-    }
-    return record;
 }
 
 // Differences to standard output, each with what it is about where there are several messages.
@@ -122,12 +104,15 @@ private:
     bool found_ = false;
 };
 
-const tlvmsg_type *type_of(const Message &a, const Message &b) {
-    const tlvmsg_type *const type = a.reading.type != nullptr ? a.reading.type : b.reading.type;
-    return type != nullptr ? type : common_type(a, b);
+// An empty record is reported.
+any_record decoded(const tlvmsg_type &type, const Message &message) {
+    tlvmsg_verdict verdict;
+    any_record record = decode(type, message.reading.bytes, verdict);
+    if (record.data() == nullptr) {
+        report(verdict.fault, message.input->name, message.input->bytes);
+    }
+    return record;
 }
-
-std::string quoted_name(const tlvmsg_type *type) { return fmt::format("\"{}\"", type->name); }
 
 // Gives false when one of them has no message.
 bool compare(const Message &a, const Message &b, size_t number, Report &differences) {
@@ -141,18 +126,19 @@ bool compare(const Message &a, const Message &b, size_t number, Report &differen
     if (!whole) {
         return false;
     }
-    const tlvmsg_type *const type = type_of(a, b);
-    if (b.reading.type != nullptr && b.reading.type != type) {
-        differences.add(number, "(type)", quoted_name(type).c_str(), quoted_name(b.reading.type).c_str());
+    const tlvmsg_type *const type_a = a.reading.type, *const type_b = b.reading.type;
+    if (type_a != nullptr && type_b != nullptr && type_a != type_b) {
+        differences.add(number, "(type)", json_string(type_a->name).c_str(),
+                        json_string(type_b->name).c_str());
         return true;
     }
-    const any_record record_a = decoded(type, a);
-    const any_record record_b = decoded(type, b);
+    const tlvmsg_type &type = type_a != nullptr ? *type_a : type_b != nullptr ? *type_b : common_type(a, b);
+    const any_record record_a = decoded(type, a), record_b = decoded(type, b);
     if (record_a.data() == nullptr || record_b.data() == nullptr) {
         return false;
     }
-    const list<tlvmsg_difference> found = tool::differences(record_a, record_b);
-    for (const tlvmsg_difference &each : found) {
+    for (const auto found = value_of(tlvmsg::diff(record_a, record_b));
+         const tlvmsg_difference &each : found) {
         differences.add(number, each.path, each.a, each.b);
     }
     return true;

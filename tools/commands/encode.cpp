@@ -3,19 +3,11 @@
 
 #include "print_encoded.h"
 
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "tools/forms.h"
 #include "tools/input/documents.h"
+#include "tools/results.h"
 #include "tools/types/lookup.h"
 
-#include <fmt/format.h>
-
-#include <memory>
-
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 namespace {
 
@@ -25,51 +17,32 @@ struct Options {
     OutputOptions out;
 };
 
-class Encoder {
-public:
-    explicit Encoder(const Options &options)
-        : type_(options.type.empty() ? nullptr : find_type(options.type)), facts_(options.out.facts),
-          out_(options.out) {}
-
-    // A message, or what tlv decode prints of one.
-    int take(const std::string &text) {
-        const std::optional<Decoded> decoded = decoded_of(text, facts_);
-        if (!decoded) {
-            return put(type_, text, facts_);
-        }
-        if (!decoded->message) {
-            out_.count("frames without a message, dropped");
-            return exit_fine;
-        }
-        out_.count("deviations lost", decoded->deviations);
-        out_.count("bytes behind messages lost", decoded->trailing_bytes);
-        const bool named = type_ == nullptr && !decoded->type.empty();
-        return put(named ? find_type(decoded->type) : type_, *decoded->message, decoded->facts);
+// Encodes a message, or what tlv decode prints of one. `type` is null where each names its own.
+int encode_text(const std::string &text, const tlvmsg_type *type, const FrameFacts &facts,
+                EncodedOutput &out) {
+    const Decoded decoded = decoded_of(text, facts);
+    if (!decoded.message) {
+        out.count("frames without a message, dropped");
+        return exit_fine;
     }
-
-    void finish() { out_.finish(); }
-
-private:
-    int put(const tlvmsg_type *type, std::string_view json, const FrameFacts &facts) {
-        if (type == nullptr) {
-            throw Failure(exit_usage, "encode needs a type: -t TYPE, or JSON with 'type' and 'message'");
-        }
-        return out_.put(from_json(type, json), facts);
+    out.count("deviations lost", decoded.deviations);
+    out.count("bytes behind messages lost", decoded.trailing_bytes);
+    if (type == nullptr && decoded.type.empty()) {
+        throw Failure(exit_usage, "encode needs a type: -t TYPE, or JSON with 'type' and 'message'");
     }
-
-    const tlvmsg_type *type_; // null: each text names its own
-    FrameFacts facts_;
-    EncodedOutput out_;
-};
+    const tlvmsg_type *const wanted = type != nullptr ? type : find_type(decoded.type);
+    return out.put(value_of(from_json(*wanted, *decoded.message)), decoded.facts);
+}
 
 int run(const Options &options) {
-    Encoder encoder(options);
+    const tlvmsg_type *const type = options.type.empty() ? nullptr : find_type(options.type);
+    EncodedOutput out(options.out);
     Documents documents(options.json);
     int status = exit_fine;
     bool any = false;
     while (const std::optional<std::string> text = documents.next()) {
         try {
-            status = std::max(status, encoder.take(*text));
+            status = std::max(status, encode_text(*text, type, options.out.facts, out));
         } catch (const Failure &failure) {
             throw any ? Failure(failure.exit_status, fmt::format("{}: {}", documents.place(), failure.what()))
                       : failure;
@@ -77,9 +50,9 @@ int run(const Options &options) {
         any = true;
     }
     if (!any && options.out.capture.empty()) { // nothing may well be what a filter has left for a capture
-        encoder.take("");
+        encode_text("", type, {}, out);
     }
-    encoder.finish();
+    out.finish();
     return status;
 }
 
@@ -93,12 +66,11 @@ void add_encode(Cli &cli) {
          {"Takes what tlv decode prints. What is not mentioned is zero and empty, but for a message's key, "
           "which is where the schema says; an unknown name, a number that does not fit and a value of "
           "another kind are errors that name the place in the JSON.",
-          "Any number of messages stand one behind the other; objects of frames name their "
-          "types, "
-          "so -t is only for others. With --pcap they become frames that have the times, "
-          "addresses, ports and protocols of the objects. Headers, checksums and the numbers of TCP are made "
-          "anew. What is dropped is counted on standard error: frames without a message, deviations, bytes "
-          "behind messages."},
+          "Any number of messages stand one behind the other; objects of frames name their types, so -t is "
+          "only for others. With --pcap they become frames that have the times, addresses, ports and "
+          "protocols of the objects. Headers, checksums and the numbers of TCP are made anew. What is "
+          "dropped is counted on standard error: frames without a message, deviations, bytes behind "
+          "messages."},
          {{"tlv encode -t zel_led_control led.json > led.bin", "from a file"},
           {"tlv encode -t zel_led_control '{\"slot\": 2, \"color\": 3}'", "from the command line"},
           {"tlv decode -t 1357 led.bin | jq '.color = 1' | tlv encode -t 1357 > new.bin", "change one value"},

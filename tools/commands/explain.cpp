@@ -3,18 +3,9 @@
 
 #include "base/suggest.h"
 #include "base/wrap.h"
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
 #include "tools/faults/faults.h"
 
-#include <fmt/format.h>
-
-#include <memory>
-
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 namespace {
 

@@ -1,20 +1,47 @@
 // find: where the types speak of something.
 #include "commands.h"
 
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
 #include "tools/types/lookup.h"
 
-#include <fmt/format.h>
-
-#include <memory>
+#include <cstring>
 
 namespace tlvmsg::tool {
 
-using namespace cli;
-
 namespace {
+
+// Where a word occurs: in the name or the purpose of a type or of something in it.
+struct Find {
+    std::string what; // "type", "member", "alternative", "enumerator"
+    std::string path; // "zel_led_control.color"
+    std::string is;   // its kind, type or value
+    std::string doc;
+};
+
+std::vector<Find> find_word(const std::string &word) {
+    std::vector<Find> found;
+    const auto consider = [&](const char *what, const std::string &around, const char *name, std::string is,
+                              const char *doc) {
+        if (strcasestr(name, word.c_str()) != nullptr || strcasestr(doc, word.c_str()) != nullptr) {
+            found.push_back({what, around + name, std::move(is), doc});
+        }
+    };
+    for (const tlvmsg_type *type : all_types()) {
+        const std::string around = std::string(type->name) + ".";
+        consider("type", "", type->name, std::string(tlvmsg_kind_name(type->kind)), type->doc);
+        for (uint32_t i = 0; i < type->member_count; ++i) {
+            const tlvmsg_member &member = type->members[i];
+            consider("member", around, member.path, member.type->name, member.doc);
+        }
+        for (uint32_t i = 0; i < type->alternative_count; ++i) {
+            consider("alternative", around, type->alternatives[i].name, type->alternatives[i].type->name, "");
+        }
+        for (uint32_t i = 0; i < type->enumerator_count; ++i) {
+            const tlvmsg_enumerator &named = type->enumerators[i];
+            consider("enumerator", around, named.name, std::to_string(named.value), named.doc);
+        }
+    }
+    return found;
+}
 
 int find(const std::string &word, bool as_json) {
     const std::vector<Find> found = find_word(word);

@@ -1,24 +1,16 @@
 // guess: the types that may be in these bytes.
 #include "commands.h"
 
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
 #include "tools/commands/message_options.h"
 #include "tools/faults/faults.h"
-#include "tools/forms.h"
 #include "tools/output/frame_line.h"
+#include "tools/results.h"
+#include "tools/types/lookup.h"
 #include "tools/words.h"
 
-#include <fmt/format.h>
-#include <nlohmann/json.hpp>
-
 #include <algorithm>
-#include <memory>
 
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 namespace {
 
@@ -28,20 +20,21 @@ struct Options {
     bool json = false;
 };
 
-std::string names_of(const tlvmsg_guess &guess, size_t count, std::string_view separator,
-                     std::string_view quote) {
-    std::string names;
-    for (const tlvmsg_type *type : std::span(guess.types, count)) {
-        names += fmt::format("{}{}{}{}", names.empty() ? "" : separator, quote, type->name, quote);
+std::vector<std::string_view> names_of(const tlvmsg_guess &guess) {
+    std::vector<std::string_view> names;
+    for (const tlvmsg_type *type : std::span(guess.types, guess.type_count)) {
+        names.emplace_back(type->name);
     }
     return names;
 }
 
 // Many messages begin alike; a line for people names some of them.
 std::string some_names(const tlvmsg_guess &guess) {
-    constexpr size_t most = 8;
-    std::string names = names_of(guess, std::min(most, guess.type_count), ", ", "");
-    return guess.type_count <= most ? names : fmt::format("{} and {} more", names, guess.type_count - most);
+    std::vector<std::string_view> names = names_of(guess);
+    const size_t listed = std::min<size_t>(names.size(), 8), others = names.size() - listed;
+    names.resize(listed);
+    return fmt::format("{}{}", fmt::join(names, ", "),
+                       others == 0 ? "" : fmt::format(" and {} more", others));
 }
 
 // How the bytes as a whole fit: what begins further in takes only a part of them.
@@ -69,17 +62,12 @@ std::string guess_line(const tlvmsg_guess &guess, size_t size) {
 }
 
 std::string guess_json(const tlvmsg_guess &guess) {
-    const tlvmsg_verdict &verdict = guess.verdict;
     JsonLine line;
     line.text("fits", fit_name(fit_of(guess)));
-    line.json("types", fmt::format("[{}]", names_of(guess, guess.type_count, ",", "\"")));
+    line.json("types", nlohmann::json(names_of(guess)).dump());
     line.text("kind", tlvmsg_kind_name(guess.types[0]->kind));
     line.number("offset", guess.offset).number("understood", guess.understood);
-    if (verdict.fit == TLVMSG_FITS_NOT) {
-        line.json("error", error_json(verdict.fault).dump());
-    } else {
-        line.number("consumed", verdict.extent.consumed).number("deviations", verdict.extent.deviations);
-    }
+    add_verdict(line, {}, guess.verdict);
     if (guess.other != nullptr) {
         line.text("other", guess.other->name).number("other_offset", guess.other_offset);
     }
@@ -99,7 +87,7 @@ void print_guesses(const Options &options, const Input &input, const list<tlvmsg
                   .line());
         return;
     }
-    print(heading_for(options.message, input));
+    print(heading(input, options.message.files.size() > 1));
     for (const tlvmsg_guess &each : guesses) {
         print(guess_line(each, size));
     }
@@ -112,7 +100,7 @@ int guess_input(const Options &options, const Input &input) {
                input.name);
         return input.frame || input.problem ? exit_found : exit_malformed;
     }
-    const list<tlvmsg_guess> guesses = guess(input.bytes, options.near);
+    const list<tlvmsg_guess> guesses = value_of(guess(input.bytes, {options.near, true, {}}, type_set()));
     print_guesses(options, input, guesses);
     if (guesses.size() == 0) {
         complain(fmt::format("tlv: {}: no type begins like these {} bytes", input.name, input.bytes.size()));

@@ -3,7 +3,6 @@
 #include "tools/faults/faults.h"
 
 #include "cli/terminal.h"
-#include "tools/output/frame_line.h"
 #include "tools/types/lookup.h"
 
 #include <fmt/format.h>
@@ -22,8 +21,6 @@ void add_input_options(Command command, MessageOptions &options) {
                 {"hex", InputForm::hex},
                 {"pcap", InputForm::capture}},
                "What the files are: raw bytes, hex text, or captures; told by their content unless given");
-    // What told captures before their content did.
-    command.add_flag("--pcap", [&options] { options.input.form = InputForm::capture; }).hidden();
     command.add_option("--filter", options.input.filter, "Only frames that match, as tcpdump understands it")
         .type_name("EXPR");
     add_number(command, "--offset", options.input.offset,
@@ -40,14 +37,10 @@ void add_input_options(Command command, MessageOptions &options) {
             "--framing",
             "How messages are delimited: segment, the default, for whole ones in each TCP segment and "
             "datagram; length:WIDTH@OFFSET[+HEADER] for a header that holds the length of what is behind it, "
-            "in 1 to "
-            "4 bytes; skip:N for N bytes before each. Behind a length, and a comma each: little, when its "
-            "first byte "
-            "is the lowest; inclusive, when it counts the header, or adjust=N for what else is to be added; "
-            "most=N, "
-            "the bytes that a message may have. Where it is not known where one begins, in captures that "
-            "begin "
-            "inside a stream or lack segments, known messages are looked for",
+            "in 1 to 4 bytes; skip:N for N bytes before each. Behind a length, and a comma each: little, "
+            "when its first byte is the lowest; inclusive, when it counts the header, or adjust=N for what "
+            "else is to be added; most=N, the bytes that a message may have. Where it is not known where one "
+            "begins, in captures that begin inside a stream or lack segments, known messages are looked for",
             "", take_framing)
         .type_name("segment|skip:N|length:WIDTH@OFFSET");
     command
@@ -83,14 +76,6 @@ Typing typing_of(const MessageOptions &options) {
         typing.rules.add(line);
     }
     return typing;
-}
-
-std::string heading_for(const MessageOptions &options, const Input &input) {
-    if (input.frame) {
-        return fmt::format("# {}\n", frame_heading(input));
-    }
-    const std::string nth = input.alone ? "" : fmt::format(", message {}", input.number);
-    return options.files.size() > 1 || !input.alone ? fmt::format("# {}{}\n", input.name, nth) : "";
 }
 
 Inputs::Inputs(const std::string &path, const MessageOptions &options, const Typing &typing)

@@ -28,9 +28,6 @@ void add_message_options(cli::Command command, MessageOptions &options, const st
 // Throws Failure.
 Typing typing_of(const MessageOptions &options);
 
-// "# name" in a line, where output is about one message of several.
-std::string heading_for(const MessageOptions &options, const Input &input);
-
 // Every message or frame of every file, or of standard input when none is named. A file that fails is reported and
 // the others are read all the same, unless it is the command line that makes no sense. Gives the largest status,
 // of failures and of the work. What has been printed about an input that is not a file goes out at once.

@@ -5,6 +5,7 @@
 #include "cli/terminal.h"
 #include "tools/faults/faults.h"
 #include "tools/input/documents.h"
+#include "tools/results.h"
 
 #include <fmt/format.h>
 
@@ -60,7 +61,7 @@ EncodedOutput::EncodedOutput(const OutputOptions &options) : form_(options.form)
 
 int EncodedOutput::put(const any_record &record, const FrameFacts &facts) {
     if (form_ == OutputForm::json) {
-        print(to_json(record, 2) + "\n");
+        print(value_of(to_json(record, {2, 0, {}})) + "\n");
         return exit_fine;
     }
     const auto bytes = encode(record);

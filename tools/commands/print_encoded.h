@@ -2,8 +2,9 @@
 #pragma once
 
 #include "cli/cli.h"
-#include "tools/forms.h"
 #include "tools/output/capture_writer.h"
+
+#include <tlvmsg/tlvmsg_forms.hpp>
 
 namespace tlvmsg::tool {
 

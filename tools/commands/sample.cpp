@@ -3,16 +3,10 @@
 
 #include "print_encoded.h"
 
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "tools/forms.h"
+#include "tools/results.h"
 #include "tools/types/lookup.h"
 
-#include <memory>
-
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 namespace {
 
@@ -25,13 +19,27 @@ struct Options {
     OutputOptions out;
 };
 
+any_record make_sample(const tlvmsg_type &type, const Options &options, uint64_t seed) {
+    std::vector<const char *> settings;
+    for (const std::string &each : options.settings) {
+        settings.push_back(each.c_str());
+    }
+    auto made = sample(type, {options.kind, seed, settings.data(), settings.size(), {}});
+    if (!made) {
+        const text_fault &fault = made.fault;
+        const std::string setting = fault.line <= settings.size() ? settings[fault.line - 1] : "";
+        fail(fault, fmt::format("--set {}: {}", setting, *fault.path != '\0' ? fault.path : type.name), "",
+             exit_usage);
+    }
+    return std::move(made.value);
+}
+
 int run(const Options &options) {
     const tlvmsg_type *const type = find_type(options.type);
     EncodedOutput out(options.out);
     int status = exit_fine;
     for (uint64_t i = 0; i < options.count && status == exit_fine; ++i) {
-        status =
-            out.put(make_sample(type, options.kind, options.seed + i, options.settings), options.out.facts);
+        status = out.put(make_sample(*type, options, options.seed + i), options.out.facts);
     }
     out.finish();
     return status;

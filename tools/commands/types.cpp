@@ -1,21 +1,13 @@
 // types: their names, kinds, tags, families and purposes.
 #include "commands.h"
 
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
-#include "tools/forms.h"
+#include "tools/results.h"
 #include "tools/types/lookup.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <memory>
 #include <set>
 
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 namespace {
 
@@ -47,7 +39,12 @@ int list_types(const Options &options) {
     check_family(filter.family);
     const std::vector<const tlvmsg_type *> types = types_like(filter);
     if (options.json) {
-        print(types_json(types) + "\n");
+        const std::unique_ptr<tlvmsg_type_set, void (*)(tlvmsg_type_set *)> set(
+            tlvmsg_type_set_new(types.data(), types.size(), nullptr), tlvmsg_type_set_free);
+        if (set == nullptr) {
+            throw std::bad_alloc(); // which alone can be in the way
+        }
+        print(value_of(types_to_json(set.get(), {2, 0, {}})) + "\n");
     } else {
         for (const tlvmsg_type *type : types) {
             print((options.details ? details_of(type) : type->name) + "\n");

@@ -1,24 +1,13 @@
 // verify: whether bytes are a message of a type.
 #include "commands.h"
 
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
 #include "tools/commands/message_options.h"
 #include "tools/faults/faults.h"
-#include "tools/forms.h"
 #include "tools/output/frame_line.h"
 #include "tools/output/summary.h"
 #include "tools/words.h"
 
-#include <fmt/format.h>
-#include <nlohmann/json.hpp>
-
-#include <memory>
-
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 namespace {
 
@@ -32,23 +21,17 @@ struct Options {
 void print_json(const Options &options, const Input &input, const Reading &reading,
                 const tlvmsg_verdict &verdict) {
     JsonLine line = input_line(input, options.message.files.size() > 1);
-    if (reading.type == nullptr) {
-        line.json("error", error_json(*reading.problem).dump());
-    } else {
+    if (reading.type != nullptr) {
         line.text("type", reading.type->name)
             .text("fits", fit_name(verdict.fit))
             .number("size", reading.bytes.size());
-        if (verdict.fit == TLVMSG_FITS_NOT) {
-            line.json("error", error_json(verdict.fault).dump());
-        } else {
-            line.number("consumed", verdict.extent.consumed).number("deviations", verdict.extent.deviations);
-        }
     }
+    add_verdict(line, reading.problem, verdict);
     print(line.line());
 }
 
 int verify_reading(const Options &options, const Input &input, const Reading &reading, Summary &summary) {
-    tlvmsg_verdict verdict{};
+    tlvmsg_verdict verdict{}; // that it does not fit
     if (reading.type == nullptr && !reading.problem) {
         throw Failure(exit_usage, "verify needs a type: -t TYPE; 'tlv guess' finds those that fit");
     }
@@ -57,21 +40,21 @@ int verify_reading(const Options &options, const Input &input, const Reading &re
         tlvmsg_judge(reading.type, reading.bytes.data(), reading.bytes.size(), &limits, &verdict);
     }
     summary.add(reading, verdict);
-    const bool refused = reading.type == nullptr || verdict.fit == TLVMSG_FITS_NOT;
+    const int status = reading.problem                  ? status_of(*reading.problem)
+                       : verdict.fit == TLVMSG_FITS_NOT ? exit_found
+                                                        : exit_fine;
     if (options.json) {
         print_json(options, input, reading, verdict);
-    } else if (reading.type == nullptr) {
-        if (status_of(*reading.problem) != exit_fine) {
-            report(*reading.problem, input.name);
-        }
-    } else if (refused) {
-        report(verdict.fault, input.name, input.bytes);
-    } else {
+    } else if (status == exit_fine && !reading.problem) {
         print(fmt::format("{}: {}, {} of {} bytes, {}\n", input.name, reading.type->name,
                           verdict.extent.consumed, reading.bytes.size(),
                           counted(verdict.extent.deviations, "deviation")));
+    } else if (!reading.problem) {
+        report(verdict.fault, input.name, input.bytes);
+    } else if (status != exit_fine) {
+        report(*reading.problem, input.name);
     }
-    return reading.problem ? status_of(*reading.problem) : refused ? exit_found : exit_fine;
+    return status;
 }
 
 } // namespace

@@ -2,22 +2,14 @@
 #include "commands.h"
 
 #include "base/files.h"
-#include "cli/cli.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
 #include "tools/types/lookup.h"
 #include "tools/wireshark/tables.h"
 
-#include <fmt/format.h>
-
 #include <cstdlib>
-#include <memory>
 #include <pwd.h>
 #include <unistd.h>
 
 namespace tlvmsg::tool {
-
-using namespace cli;
 
 namespace {
 
@@ -62,11 +54,7 @@ int run(const Options &options) {
                                   own_name));
     }
     const std::string path = fmt::format("{}/.local/lib/wireshark/plugins/{}.lua", home(), options.name);
-    try {
-        base::replace_file(path, dissector(options.name));
-    } catch (const base::IoError &error) {
-        throw Failure(exit_io, error.what());
-    }
+    base::replace_file(path, dissector(options.name));
     print(path + "\n");
     return exit_fine;
 }
@@ -81,15 +69,15 @@ void add_wireshark(Cli &cli) {
          {"One file in Lua, for Wireshark 4, has a filter for every member: "
           "tlvmsg.zel_led_control.color == 3. What decoders tolerate is a warning and what they "
           "refuse an error, with tlvmsg.fault as its code.",
-          "Preferences of the protocol say what packets hold, in the words of tlv decode: types, the "
-          "lines of --type-of with commas or spaces between them; types_file, a file of such lines "
-          "as --types takes it; framing, whose lengths are for TCP. default_type is the type of what no line "
-          "is about.",
+          "Preferences of the protocol say what packets hold, in the words of tlv decode: types, the lines "
+          "of --type-of with commas or spaces between them; types_file, a file of such lines as --types "
+          "takes it; framing, whose lengths are for TCP. default_type is the type of what no line is about.",
           "Without a type, a payload is the only message that fits; when several fit they are named, "
           "and the elements are shown by their tags. Ports without a type are left alone, unless "
           "'Decode As' or the preference heuristic says otherwise.",
           "With --schema it is about the types of that file alone, and --name tells it from that of the "
-          "built-in types, beside which it can be installed."},
+          "built-in types, beside which it can be installed. Where two files of one name are loaded, such as "
+          "a package's and a user's own, the first holds."},
          {{"tlv wireshark --install", "where this user's Wireshark finds it; prints where that is"},
           {"tlv wireshark > tlvmsg.lua", "for tshark -X lua_script:tlvmsg.lua"},
           {"tshark -o 'tlvmsg.types:udp/9000=zel_led_control' -r x.pcapng -V", "a type by its port"},

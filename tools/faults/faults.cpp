@@ -46,11 +46,10 @@ constexpr Explanation tool_codes[] = {
      "Several types fit the frame equally well, and none is preferred without a reason. 'types' lists "
      "them; -t names the type, or --type-of the type for a port or for a message type."},
     {"unknown-message",
-     "The frame's payload as a whole is no message of any type, nor several: it is of another "
-     "protocol, damaged, or has bytes around the message. Only where it begins with an element of ours does "
-     "that "
-     "count as an error. -t shows what is wrong with a type that "
-     "it should have, --offset and --framing skip what is before a message, and tlv guess searches."},
+     "The frame's payload as a whole is no message of any type, nor several: it is of another protocol, "
+     "damaged, or has bytes around the message. Only where it begins with an element of ours does that count "
+     "as an error. -t shows what is wrong with a type that it should have, --offset and --framing skip what "
+     "is before a message, and tlv guess searches."},
     {"link-type", "It is not known where in frames of this link type the payload begins. --offset says it."},
 };
 static_assert(std::size(tool_codes) == static_cast<size_t>(ToolCode::link_type) + 1, "a text for each code");
@@ -76,8 +75,9 @@ void show_context(size_t offset, std::string_view name, std::span<const uint8_t>
     complain(fmt::format("{:{}}", "", head.size() + 3 * (offset - start)), Colour::red, "^^");
 }
 
-void complain_of(std::string_view label, std::string_view message, Colour colour) {
-    complain("tlv: ", colour, label, fmt::format(": {}", message));
+void complain_of(std::string_view kind, std::string_view code, std::string_view message) {
+    complain("tlv: ", kind == "error" ? Colour::red : Colour::yellow, fmt::format("{}[{}]", kind, code),
+             fmt::format(": {}", message));
 }
 
 } // namespace
@@ -93,20 +93,11 @@ nlohmann::ordered_json error_json(const tlvmsg_fault &fault) {
             {"text", fault_message(fault)}};
 }
 
-nlohmann::ordered_json error_json(ToolCode code, std::string_view text) {
-    return {{"code", code_name(code)}, {"text", base::visible_head(text)}};
-}
-
-nlohmann::ordered_json error_json(const Problem &problem) { return error_json(problem.code, problem.text); }
-
-nlohmann::ordered_json error_json(const Failure &failure) {
-    return error_json(code_of(failure), failure.what());
-}
-
-std::string fault_text(const tlvmsg_fault &fault) {
-    std::string text(TLVMSG_FAULT_TEXT, '\0');
-    text.resize(std::min(tlvmsg_fault_text(&fault, text.data(), text.size()), text.size() - 1));
-    return text;
+nlohmann::ordered_json error_json(const std::optional<Problem> &problem, const tlvmsg_fault &fault) {
+    if (!problem) {
+        return error_json(fault);
+    }
+    return {{"code", code_name(problem->code)}, {"text", base::visible_head(problem->text)}};
 }
 
 std::string fault_message(const tlvmsg_fault &fault) {
@@ -115,12 +106,12 @@ std::string fault_message(const tlvmsg_fault &fault) {
     return text;
 }
 
-std::string tolerated_text(const tlvmsg_fault &deviation) {
-    return fmt::format("tolerated[{}]: {}", tlvmsg_code_name(deviation.code), fault_message(deviation));
+std::string fault_text(const tlvmsg_fault &fault) {
+    return fmt::format("error[{}]: {}", tlvmsg_code_name(fault.code), fault_message(fault));
 }
 
 void report(const tlvmsg_fault &fault) {
-    complain_of(fmt::format("error[{}]", tlvmsg_code_name(fault.code)), fault_message(fault), Colour::red);
+    complain_of("error", tlvmsg_code_name(fault.code), fault_message(fault));
 }
 
 void report(const tlvmsg_fault &fault, std::string_view name, std::span<const uint8_t> bytes) {
@@ -131,20 +122,17 @@ void report(const tlvmsg_fault &fault, std::string_view name, std::span<const ui
 int status_of(const Problem &problem) { return problem.loss == Loss::none ? exit_fine : exit_found; }
 
 void report(const Problem &problem, std::string_view name) {
-    complain_of(fmt::format("error[{}]", code_name(problem.code)), fmt::format("{}: {}", name, problem.text),
-                Colour::red);
+    complain_of("error", code_name(problem.code), fmt::format("{}: {}", name, problem.text));
 }
 
-void report(const Failure &failure) {
-    complain_of(fmt::format("error[{}]", code_name(code_of(failure))), failure.what(), Colour::red);
-}
+void report(const Failure &failure) { complain_of("error", code_name(code_of(failure)), failure.what()); }
 
 void report_out_of_memory() {
     std::fputs("tlv: error[out-of-memory]: there is no more memory\n", stderr); // and none to word it with
 }
 
-void warn(std::string_view code, std::string_view message) {
-    complain_of(fmt::format("warning[{}]", code), message, Colour::yellow);
+void warn(tlvmsg_code code, std::string_view message) {
+    complain_of("warning", tlvmsg_code_name(code), message);
 }
 
 std::vector<std::string> code_names() {

@@ -10,6 +10,7 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,20 +18,13 @@
 
 namespace tlvmsg::tool {
 
-// {"code", "path", "offset", "found", "allowed", "text"}: all of a fault, code and text of anything else.
+// {"code", "path", "offset", "found", "allowed", "text"}; code and text of a problem, where there is one.
 nlohmann::ordered_json error_json(const tlvmsg_fault &fault);
-nlohmann::ordered_json error_json(ToolCode code, std::string_view text);
-nlohmann::ordered_json error_json(const Problem &problem);
-nlohmann::ordered_json error_json(const cli::Failure &failure);
+nlohmann::ordered_json error_json(const std::optional<Problem> &problem, const tlvmsg_fault &fault);
 
-// "error[code]: path: what at byte n".
-std::string fault_text(const tlvmsg_fault &fault);
-
-// Without the code: "path: what at byte n".
+// "path: what at byte n", and "error[code]: " before it.
 std::string fault_message(const tlvmsg_fault &fault);
-
-// "tolerated[code]: ...", for a deviation.
-std::string tolerated_text(const tlvmsg_fault &deviation);
+std::string fault_text(const tlvmsg_fault &fault);
 
 // The fault, and the bytes around it with a caret below the one in question. `name` is what people call them.
 void report(const tlvmsg_fault &fault, std::string_view name, std::span<const uint8_t> bytes);
@@ -47,7 +41,7 @@ void report(const cli::Failure &failure);
 
 void report_out_of_memory();
 
-void warn(std::string_view code, std::string_view message);
+void warn(tlvmsg_code code, std::string_view message);
 
 // What `tlv explain` explains: the codes of the library, and those of the command.
 std::vector<std::string> code_names();

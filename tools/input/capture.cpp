@@ -47,8 +47,7 @@ Frame frame_of(uint64_t number, const pcap_pkthdr &header, const u_char *bytes) 
 const char *remedy(std::string_view error) {
     if (error.find("different from the type of the first interface") != error.npos) {
         return "; of each interface, tshark -r FILE -Y 'frame.interface_id == 0' -w A and then editcap -T "
-               "ether A "
-               "B make a file, with the name of its link type";
+               "ether A B make a file, with the name of its link type";
     }
     return error.find("block size") != error.npos
                ? "; where sections differ in their byte order, editcap FILE NEW gives them one"

@@ -9,6 +9,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 namespace tlvmsg::tool {
@@ -44,20 +45,25 @@ private:
     bool escaped_ = false;
 };
 
-// Seconds with nine decimals, which a double would not hold, so they are taken from the text.
-void take_time(double number, std::string_view text, FrameFacts &facts) {
+// Seconds with nine decimals, which a double would not hold, so that the text is asked for them.
+void take_time(const Json &time, std::string_view text, FrameFacts &facts) {
+    const auto number = time.get<double>();
+    if (!(number >= 0 && number < 1e10)) {
+        throw Failure(exit_malformed,
+                      fmt::format("time: found {}, expected seconds since 1970", time.dump()));
+    }
+    facts.seconds = static_cast<int64_t>(number);
+    facts.nanoseconds = static_cast<uint32_t>((number - std::floor(number)) * 1e9);
     for (size_t at = 0; (at = text.find("\"time\"", at)) != text.npos; ++at) {
         std::string digits(text.substr(std::min(text.find_first_of("0123456789", at), text.size())));
         digits.resize(std::min(digits.find_first_not_of("0123456789."), digits.size()));
-        if (std::atof(digits.c_str()) != number) {
-            continue; // which is a member of the message
+        if (std::atof(digits.c_str()) == number) { // another is a member of the message
+            const size_t point = std::min(digits.find('.'), digits.size());
+            facts.seconds = static_cast<int64_t>(base::number_of(digits.substr(0, point), 10).value_or(0));
+            std::string decimals = digits.substr(std::min(point + 1, digits.size()));
+            decimals.resize(9, '0');
+            facts.nanoseconds = static_cast<uint32_t>(base::number_of(decimals, 10).value_or(0));
         }
-        const size_t point = std::min(digits.find('.'), digits.size());
-        std::string decimals = point < digits.size() ? digits.substr(point + 1) : "";
-        decimals.resize(9, '0');
-        facts.seconds = static_cast<int64_t>(base::number_of(digits.substr(0, point), 10).value_or(0));
-        facts.nanoseconds = static_cast<uint32_t>(base::number_of(decimals, 10).value_or(0));
-        return;
     }
 }
 
@@ -81,7 +87,7 @@ FrameFacts facts_of(const Json &json, std::string_view text, FrameFacts facts) t
         }
     }
     if (json.contains("time")) {
-        take_time(json["time"].get<double>(), text, facts);
+        take_time(json["time"], text, facts);
     }
     return facts;
 } catch (const Json::exception &error) {
@@ -134,24 +140,30 @@ FrameFacts facts_in(const std::string &text, FrameFacts facts) {
                                                   "{{\"destination_port\": 9000}}",
                                                   text));
     }
+    const std::string_view known = " source source_port destination destination_port protocol time ";
+    for (const auto &[name, value] : json.items()) {
+        if (known.find(fmt::format(" {} ", name)) == known.npos) {
+            throw Failure(exit_malformed, fmt::format("nothing of a frame is called '{:.40}'; there are{}",
+                                                      name, known.substr(0, known.size() - 1)));
+        }
+    }
     return facts_of(json, text, std::move(facts));
 }
 
-std::optional<Decoded> decoded_of(const std::string &text, const FrameFacts &facts) {
+Decoded decoded_of(const std::string &text, const FrameFacts &facts) {
     const Json json = Json::parse(text, nullptr, false);
     const auto has = [&](const char *name) { return json.is_object() && json.contains(name); };
     const bool is_decoded =
         has("frame") || has("name") || has("type"); // rather than a message with such members
     if (!is_decoded || (!has("message") && !has("error"))) {
-        return std::nullopt;
+        return {"", text, facts, 0, 0};
     }
     const auto number = [&](const char *name) {
         return has(name) && json[name].is_number_unsigned() ? json[name].get<uint64_t>() : 0;
     };
-    const auto message = has("message") ? std::optional(json["message"].dump()) : std::nullopt;
-    const bool typed = has("type") && json["type"].is_string();
-    return Decoded{typed ? json["type"].get<std::string>() : "", message, facts_of(json, text, facts),
-                   number("deviations"), number("trailing_bytes")};
+    return {has("type") && json["type"].is_string() ? json["type"].get<std::string>() : "",
+            has("message") ? std::optional(json["message"].dump()) : std::nullopt,
+            facts_of(json, text, facts), number("deviations"), number("trailing_bytes")};
 }
 
 } // namespace tlvmsg::tool

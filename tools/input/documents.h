@@ -31,7 +31,7 @@ private:
     size_t first_line_ = 1;
 };
 
-// What tlv decode prints of a message that is not alone, and what is known about its frame.
+// A message, and what tlv decode prints beside it where it is not alone.
 struct Decoded {
     std::string type;                   // empty where none is said
     std::optional<std::string> message; // JSON; null where there is an error
@@ -40,9 +40,9 @@ struct Decoded {
     uint64_t trailing_bytes;
 };
 
-// Null for any other text, such as a message alone; `facts` are those that it does not state. Throws
-// Failure(exit_malformed) for a fact that is none.
-std::optional<Decoded> decoded_of(const std::string &text, const FrameFacts &facts);
+// Any other text is the message itself; `facts` are those that are not stated. Throws Failure(exit_malformed) for a fact
+// that is none.
+Decoded decoded_of(const std::string &text, const FrameFacts &facts);
 
 // The facts in a JSON object. Throws Failure(exit_malformed) for one that is none.
 FrameFacts facts_in(const std::string &text, FrameFacts facts = {});

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace tlvmsg::tool {
 
@@ -14,5 +15,9 @@ File open_file(const std::string &path);
 
 // What messages call it.
 std::string file_name(const std::string &path);
+
+// What the file is that begins so, where no message does, and the command that helps: compressed files, programs, images,
+// archives. Empty for all that may hold messages.
+std::string foreign_format(std::string_view file);
 
 } // namespace tlvmsg::tool

@@ -69,10 +69,7 @@ void Framer::add(const FrameFacts &facts, Bytes bytes, const std::string &cut, P
     if (!cut.empty()) {
         tell_passed(out);
         tell(ToolCode::cut, cut, out);
-        tlvmsg_frames_reset(frames_.get());
-        search();
-        count_passed();
-        passed_ = 0; // that is what is cut
+        restart();
     }
 }
 
@@ -131,9 +128,16 @@ void Framer::finish(Payloads &out) {
         take(out);
         passed_ = incomplete_ ? 0 : passed_;
         tell_passed(out);
-        tlvmsg_frames_reset(frames_.get());
-        search();
+        restart();
     }
+}
+
+// What is left has been told.
+void Framer::restart() {
+    tlvmsg_frames_reset(frames_.get());
+    search();
+    count_passed();
+    passed_ = 0;
 }
 
 void Framer::count_passed() {

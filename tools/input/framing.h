@@ -42,6 +42,7 @@ private:
     void add_piece(Bytes bytes, const std::string &cut, Payloads &out);
     void take(Payloads &out);
     void search();
+    void restart();
     void count_passed();
     void tell_empty(Payloads &out);
     void tell(ToolCode code, std::string text, Payloads &out);

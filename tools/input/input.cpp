@@ -1,13 +1,13 @@
 #include "input.h"
 
 #include "file.h"
-#include "foreign.h"
 
 #include "base/element.h"
 #include "base/hex.h"
 #include "cli/failure.h"
 #include "cli/terminal.h"
-#include "tools/forms.h"
+#include "tools/results.h"
+#include "tools/types/lookup.h"
 
 #include <fmt/format.h>
 
@@ -74,8 +74,6 @@ void drop_front(Input &input, size_t size) {
 
 } // namespace
 
-std::string read_text(const std::string &path) { return read_rest(open_file(path).get(), path); }
-
 Source::Source(const std::string &path, const InputOptions &options) : file_(file_name(path)) {
     File file = open_file(path);
     if (options.form == InputForm::capture || (options.form == InputForm::detect && is_capture(file.get()))) {
@@ -104,16 +102,13 @@ Source::Source(const std::string &path, const InputOptions &options) : file_(fil
 }
 
 void Source::read_text(const std::string &text, const InputOptions &options) {
-    const list<tlvmsg_hex_message> messages = [&] {
-        try {
-            return find_hex(text, options.type, options.holes);
-        } catch (const Failure &failure) {
-            throw Failure(failure.exit_status,
-                          fmt::format("{}: {}; --in raw takes it as it is", file_, failure.what()));
-        }
-    }();
+    const auto found = find_hex(text, {type_set(), options.type, options.holes, {}});
+    if (!found) {
+        fail(found.fault, fmt::format("{}: line {}", file_, found.fault.line),
+             "; --in raw takes it as it is");
+    }
     const tlvmsg_hex_message *choice = nullptr; // the one before, where several may be the message
-    for (const tlvmsg_hex_message &each : messages) {
+    for (const tlvmsg_hex_message &each : *found) {
         const std::string place = fmt::format("{}:{}", file_, each.line);
         if (each.kind == TLVMSG_HEX_NONE) {
             if (options.skipped) {
@@ -129,14 +124,16 @@ void Source::read_text(const std::string &text, const InputOptions &options) {
         if (choice == nullptr) {
             inputs_.back().bytes.assign(each.bytes, each.bytes + each.size);
             if (each.kind == TLVMSG_HEX_BROKEN && options.type == nullptr) {
-                inputs_.back().problem.emplace(ToolCode::unknown_message, "no message type fits all of these bytes");
+                inputs_.back().problem.emplace(
+                    Problem{ToolCode::unknown_message, "no message type fits all of these bytes"});
             }
             continue;
         }
         std::optional<Problem> &problem = inputs_.back().problem;
         const std::string before = problem ? problem->text + ", or" : "the message may be";
         const std::string bytes = base::hex_pairs({each.bytes, std::min<size_t>(each.size, 8)});
-        problem.emplace(ToolCode::ambiguous, fmt::format("{} {} bytes {}", before, each.size, bytes));
+        problem.emplace(
+            Problem{ToolCode::ambiguous, fmt::format("{} {} bytes {}", before, each.size, bytes)});
     }
     if (inputs_.size() == 1) {
         inputs_.front().alone = true;

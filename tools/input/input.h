@@ -65,7 +65,4 @@ private:
     std::optional<Progress> progress_;
 };
 
-// The whole file as it is.
-std::string read_text(const std::string &path);
-
 } // namespace tlvmsg::tool

@@ -112,10 +112,6 @@ Octets tcp_segment(const Ends &ends, Ports ports, uint32_t sequence, uint32_t ac
                   ends, tcp.number, 16);
 }
 
-Octets ethernet(const Octets &destination, const Octets &source, uint64_t type, const Octets &data) {
-    return destination + source + big(type, 2) + data;
-}
-
 constexpr uint32_t snap_length = 1 << 18;
 constexpr uint32_t link_ethernet = 1;
 
@@ -161,8 +157,8 @@ const char *CaptureWriter::add(const FrameFacts &facts, Bytes message) {
     if (!ethertype) {
         return add_ip(facts, payload);
     }
-    write_frame(
-        ethernet(hardware_address(facts.destination), hardware_address(facts.source), *ethertype, payload));
+    write_frame(hardware_address(facts.destination) + hardware_address(facts.source) + big(*ethertype, 2) +
+                payload);
     return nullptr;
 }
 
@@ -177,10 +173,9 @@ const char *CaptureWriter::add_ip(const FrameFacts &facts, const std::string &pa
     if (payload.size() > most && !in_pieces) {
         return "too long for an IP packet";
     }
-    const uint64_t type = ends.is_v4() ? 0x0800 : 0x86DD;
     const auto write = [&](uint64_t protocol, const Octets &data) {
-        write_frame(
-            ethernet(big(0x020000000002, 6), big(0x020000000001, 6), type, ip_packet(ends, protocol, data)));
+        write_frame(big(0x020000000002, 6) + big(0x020000000001, 6) + big(ends.is_v4() ? 0x0800 : 0x86DD, 2) +
+                    ip_packet(ends, protocol, data));
     };
     const Ports ports = facts.ports.value_or(made_up_ports);
     if (const auto protocol = number_behind(facts.protocol, "ip", UINT8_MAX)) {

@@ -3,12 +3,9 @@
 #include "printer.h"
 
 #include "base/hex.h"
-#include "cli/terminal.h"
 #include "tools/faults/faults.h"
-#include "tools/forms.h"
-
-#include <fmt/format.h>
-#include <nlohmann/json.hpp>
+#include "tools/results.h"
+#include "tools/types/lookup.h"
 
 namespace tlvmsg::tool {
 
@@ -22,11 +19,12 @@ public:
 
     void message(const Input &input, const Reading &reading, const tlvmsg_verdict &verdict,
                  const any_record &record) override {
+        const std::string text = value_of(to_json(record, layout(input)));
         if (is_alone(input)) {
-            return print(to_json(record, indent()) + "\n");
+            return print(text + "\n");
         }
         JsonLine line = line_of(input, reading);
-        line.json("message", to_json(record, 0));
+        line.json("message", text);
         if (verdict.extent.deviations > 0) {
             line.number("deviations", verdict.extent.deviations);
             line.json("tolerated", error_json(verdict.extent.first_deviation).dump());
@@ -38,45 +36,43 @@ public:
     }
 
     size_t untyped(const Input &input, const Reading &reading) override {
-        if (is_alone(input)) {
-            return print_untyped_json(reading.bytes, indent());
-        }
-        const std::string line = line_of(input, reading).object();
-        print(line.substr(0, line.size() - 1) + ",\"message\":");
-        const size_t end = print_untyped_json(reading.bytes, 0, "");
-        print("}\n");
+        const bool alone = is_alone(input);
+        const std::string line = alone ? "" : line_of(input, reading).object();
+        print(alone ? "" : line.substr(0, line.size() - 1) + ",\"message\":");
+        const size_t end = print_told(
+            [&](auto sink) { return untyped_to_json(reading.bytes, sink, layout(input), type_set()); });
+        print(alone ? "\n" : "}\n");
         return end;
     }
 
     void refused(const Input &input, const Reading &reading, const tlvmsg_fault &fault) override {
-        if (!is_alone(input)) {
-            JsonLine line = line_of(input, reading);
-            if (options_.partial) {
-                line.json("partial", partial_json(reading.type, reading.bytes, 0));
-            }
-            print(line.json("error", error_json(fault).dump()).line());
-        } else if (options_.partial) {
-            print(partial_json(reading.type, reading.bytes, indent()) + "\n");
+        const bool partial = options_.partial && reading.type != nullptr;
+        const std::string text =
+            partial ? value_of(partial_to_json(*reading.type, reading.bytes, layout(input).indent)) : "";
+        if (is_alone(input)) {
+            return print(text.empty() ? "" : text + "\n");
         }
-    }
-
-    void problem(const Input &input, const Reading &reading) override {
         JsonLine line = line_of(input, reading);
         if (!reading.types.empty()) {
-            std::string names;
+            nlohmann::json names;
             for (const tlvmsg_type *type : reading.types) {
-                names += fmt::format("{}\"{}\"", names.empty() ? "" : ",", type->name);
+                names.push_back(type->name);
             }
-            line.json("types", "[" + names + "]");
+            line.json("types", names.dump());
         }
-        print(line.json("error", error_json(*reading.problem).dump()).line());
+        if (!text.empty()) {
+            line.json("partial", text);
+        }
+        print(line.json("error", error_json(reading.problem, fault).dump()).line());
     }
 
 private:
     // Its message is all that is printed, so that it needs no name.
     bool is_alone(const Input &input) const { return !input.frame && input.alone && !options_.several; }
 
-    unsigned indent() const { return options_.compact ? 0 : 2; }
+    tlvmsg_json_options layout(const Input &input) const {
+        return {options_.compact || !is_alone(input) ? 0U : 2U, 0, {}};
+    }
 
     JsonLine line_of(const Input &input, const Reading &reading) const {
         JsonLine line = input_line(input, options_.several);

@@ -16,11 +16,7 @@
 
 namespace tlvmsg::tool {
 
-enum class PrintForm { json, text, flat, csv };
-
 struct PrintOptions {
-    PrintForm form = PrintForm::json;
-    const tlvmsg_type *csv_type = nullptr;
     bool compact = false; // JSON in one line
     bool bytes = false;   // frames: those of the message, too
     bool partial = false; // what can be read of a message that is broken
@@ -38,11 +34,13 @@ public:
     // Elements by their tags. Gives how many bytes whole elements take.
     virtual size_t untyped(const Input &input, const Reading &reading) = 0;
 
-    // What they refuse, and what has no message.
+    // What they refuse; and a frame that has no message, with its problem in the reading.
     virtual void refused(const Input &input, const Reading &reading, const tlvmsg_fault &fault) = 0;
-    virtual void problem(const Input &input, const Reading &reading) = 0;
 };
 
-std::unique_ptr<Printer> make_printer(const PrintOptions &options);
+std::unique_ptr<Printer> make_json_printer(const PrintOptions &options);
+std::unique_ptr<Printer> make_text_printer(const PrintOptions &options);
+std::unique_ptr<Printer> make_flat_printer();
+std::unique_ptr<Printer> make_csv_printer(const tlvmsg_type *type);
 
 } // namespace tlvmsg::tool

@@ -3,14 +3,12 @@
 #include "printer.h"
 
 #include "base/json.h"
-#include "cli/failure.h"
-#include "cli/terminal.h"
 #include "tools/faults/faults.h"
-#include "tools/forms.h"
+#include "tools/results.h"
 
 #include <fmt/ranges.h>
-#include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <map>
 
 namespace tlvmsg::tool {
@@ -21,6 +19,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+constexpr std::string_view whole = "message"; // what paths begin with
+
 // A name and what stands there, as JSON.
 using Cells = std::vector<std::pair<std::string, std::string>>;
 
@@ -28,12 +28,15 @@ using Cells = std::vector<std::pair<std::string, std::string>>;
 struct Column {
     std::string path; // "message.led_control.color"
     const tlvmsg_type *type;
+    Json::json_pointer place; // in the message
 };
 
 // An array is one column, and each alternative of a union has its own, whichever is chosen.
 void add_columns(const tlvmsg_type *type, const std::string &path, std::vector<Column> &columns) {
     if (type->kind != TLVMSG_STRUCTURE && type->kind != TLVMSG_MESSAGE && type->kind != TLVMSG_UNION) {
-        columns.push_back({path, type});
+        std::string place = path.substr(whole.size());
+        std::replace(place.begin(), place.end(), '.', '/');
+        columns.push_back({path, type, Json::json_pointer(place)});
     }
     for (uint32_t i = 0; i < type->member_count; ++i) {
         const tlvmsg_member &member = type->members[i];
@@ -49,26 +52,13 @@ void add_columns(const tlvmsg_type *type, const std::string &path, std::vector<C
     }
 }
 
-// Null where an alternative is not chosen.
-Json value_at(const Json &message, const Column &column) {
-    const Json *place = &message;
-    for (size_t dot = column.path.find('.'); dot != column.path.npos;) {
-        const size_t end = column.path.find('.', dot + 1);
-        const std::string name = column.path.substr(dot + 1, end - dot - 1);
-        if (!place->is_object() || !place->contains(name)) {
-            return nullptr;
-        }
-        place = &(*place)[name];
-        dot = end;
-    }
-    return *place;
-}
-
-// In a column all have the same kind: what may be a name is text, and so are bytes.
-std::string cell(Json value, const tlvmsg_type *type) {
-    if (type->enumerator_count > 0 && value.is_number()) {
+// In a column all have the same kind: what may be a name is text, and so are bytes. Null where an alternative is not
+// chosen.
+std::string cell(const Json &message, const Column &column) {
+    Json value = message.contains(column.place) ? message[column.place] : Json();
+    if (column.type->enumerator_count > 0 && value.is_number()) {
         value = value.dump();
-    } else if (tlvmsg_type_is_bytes(type) && value.is_object()) {
+    } else if (tlvmsg_type_is_bytes(column.type) && value.is_object()) {
         value = "\\x" + value.value("hex", "");
     }
     return base::json_text(value);
@@ -76,24 +66,13 @@ std::string cell(Json value, const tlvmsg_type *type) {
 
 // What is known of an input: the same cells for all, whether they are captures or not.
 Cells facts_of(const Input &input, const tlvmsg_type *type) {
-    const FrameFacts facts = input.frame.value_or(FrameFacts{});
     const auto text = [](std::string_view value) { return value.empty() ? "null" : json_string(value); };
-    const auto number = [](bool known, size_t value) { return known ? std::to_string(value) : "null"; };
-    const bool is_frame = input.frame.has_value();
-    const bool has_ports = facts.ports.has_value();
-    const Ports ports = facts.ports.value_or(Ports{});
-    return {{"file", text(input.file)},
-            {"name", text(input.name)},
-            {"frame", number(is_frame, facts.number)},
-            {"time", is_frame ? time_text(facts) : "null"},
-            {"length", number(is_frame, facts.length)},
-            {"captured", number(is_frame, facts.captured)},
-            {"source", text(facts.source)},
-            {"source_port", number(has_ports, ports.source)},
-            {"destination", text(facts.destination)},
-            {"destination_port", number(has_ports, ports.destination)},
-            {"protocol", text(facts.protocol)},
-            {"type", text(type != nullptr ? type->name : "")}};
+    Cells cells{{"file", text(input.file)}, {"name", text(input.name)}};
+    for_each_fact(input.frame.value_or(FrameFacts{}), [&](std::string_view name, const std::string &json) {
+        cells.emplace_back(name, json.empty() ? "null" : json);
+    });
+    cells.emplace_back("type", text(type != nullptr ? type->name : ""));
+    return cells;
 }
 
 // As a field of CSV: null is empty, texts are themselves, and the rest is JSON.
@@ -128,7 +107,7 @@ public:
         if (csv_type_ == nullptr || csv_type_ == reading.type) {
             const size_t trailing = reading.bytes.size() - verdict.extent.consumed;
             put(row(input, reading.type, {verdict.extent.deviations, trailing},
-                    Json::parse(to_json(record, 0))));
+                    Json::parse(value_of(to_json(record)))));
         }
     }
 
@@ -136,11 +115,16 @@ public:
         throw Failure(exit_usage, fmt::format("{}: a row has the columns of a type: -t TYPE", input.name));
     }
 
+    // A table has no line for it: the exit status tells.
     void refused(const Input &input, const Reading &reading, const tlvmsg_fault &fault) override {
-        put_error(input, reading, error_json(fault));
-    }
-    void problem(const Input &input, const Reading &reading) override {
-        put_error(input, reading, error_json(*reading.problem));
+        Cells cells = facts_of(input, reading.type);
+        const Json error = error_json(reading.problem, fault);
+        for (const auto &[name, value] : error.items()) {
+            cells.emplace_back("error." + name, base::json_text(value));
+        }
+        if (csv_type_ == nullptr) {
+            put(cells);
+        }
     }
 
 private:
@@ -148,13 +132,13 @@ private:
               const Json &message) {
         std::vector<Column> &columns = columns_[type];
         if (columns.empty()) {
-            add_columns(type, "message", columns);
+            add_columns(type, std::string(whole), columns);
         }
         Cells cells = facts_of(input, type);
         cells.emplace_back("deviations", std::to_string(tolerated.first));
         cells.emplace_back("trailing_bytes", std::to_string(tolerated.second));
         for (const Column &column : columns) {
-            cells.emplace_back(column.path, cell(value_at(message, column), column.type));
+            cells.emplace_back(column.path, cell(message, column));
         }
         return cells;
     }
@@ -169,25 +153,16 @@ private:
         print(csv_type_ == nullptr ? line.line() : fmt::format("{}\n", fmt::join(fields, ",")));
     }
 
-    // A table has no line for it: the exit status tells.
-    void put_error(const Input &input, const Reading &reading, const Json &error) const {
-        Cells cells = facts_of(input, reading.type);
-        for (const auto &[name, value] : error.items()) {
-            cells.emplace_back("error." + name, base::json_text(value));
-        }
-        if (csv_type_ == nullptr) {
-            put(cells);
-        }
-    }
-
     const tlvmsg_type *csv_type_; // null: JSON
     std::map<const tlvmsg_type *, std::vector<Column>> columns_;
 };
 
 } // namespace
 
-std::unique_ptr<Printer> make_row_printer(const PrintOptions &options) {
-    return std::make_unique<RowPrinter>(options.csv_type);
+std::unique_ptr<Printer> make_flat_printer() { return std::make_unique<RowPrinter>(nullptr); }
+
+std::unique_ptr<Printer> make_csv_printer(const tlvmsg_type *type) {
+    return std::make_unique<RowPrinter>(type);
 }
 
 } // namespace tlvmsg::tool

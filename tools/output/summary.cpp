@@ -26,17 +26,10 @@ void Summary::add(const Reading &reading, const tlvmsg_verdict &verdict) {
 }
 
 std::string Summary::json() const {
-    const auto object = [](const Counts &counts) {
-        JsonLine line;
-        for (const auto &[name, count] : counts) {
-            line.number(name, count);
-        }
-        return line.object();
-    };
-    JsonLine line;
-    line.number("messages", messages_).json("types", object(types_)).number("deviating", deviating_);
-    line.json("faults", object(faults_)).number("without", without_).number("gaps", gaps_);
-    return JsonLine().json("summary", line.object()).line();
+    const nlohmann::ordered_json summary{{"messages", messages_},   {"types", types_},
+                                         {"deviating", deviating_}, {"faults", faults_},
+                                         {"without", without_},     {"gaps", gaps_}};
+    return JsonLine().json("summary", summary.dump()).line();
 }
 
 std::string Summary::text() const {

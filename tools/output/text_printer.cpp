@@ -3,9 +3,9 @@
 #include "printer.h"
 
 #include "base/hex.h"
-#include "cli/terminal.h"
 #include "tools/faults/faults.h"
-#include "tools/forms.h"
+#include "tools/results.h"
+#include "tools/types/lookup.h"
 
 #include <fmt/format.h>
 
@@ -21,45 +21,29 @@ public:
 
     void message(const Input &input, const Reading &reading, const tlvmsg_verdict &verdict,
                  const any_record &record) override {
-        heading(input, reading.type->name);
-        print_text(record);
+        print(heading(input, options_.several, reading.type));
+        print_told([&](auto sink) { return to_text(record, sink); });
         if (input.frame && verdict.extent.deviations > 0) {
-            print(fmt::format("# {}\n", tolerated_text(verdict.extent.first_deviation)));
+            const tlvmsg_fault &first = verdict.extent.first_deviation;
+            print(fmt::format("# tolerated[{}]: {}\n", tlvmsg_code_name(first.code), fault_message(first)));
         }
         bytes(input, reading);
     }
 
     size_t untyped(const Input &input, const Reading &reading) override {
-        heading(input, "");
-        return print_untyped_text(reading.bytes);
+        print(heading(input, options_.several));
+        return print_told([&](auto sink) { return untyped_to_text(reading.bytes, sink, {}, type_set()); });
     }
 
     void refused(const Input &input, const Reading &reading, const tlvmsg_fault &fault) override {
         if (input.frame) {
-            heading(input, reading.type->name);
-            print(fmt::format("# {}\n", fault_text(fault)));
-        }
-        bytes(input, reading);
-    }
-
-    void problem(const Input &input, const Reading &reading) override {
-        heading(input, "");
-        print(fmt::format("# error[{}]: {}\n", code_name(reading.problem->code), reading.problem->text));
-        for (const tlvmsg_type *type : reading.types) {
-            print(fmt::format("#   {}\n", type->name));
+            print(heading(input, options_.several, reading.type));
+            print(reading.problem ? problem_lines(reading) : fmt::format("# {}\n", fault_text(fault)));
         }
         bytes(input, reading);
     }
 
 private:
-    void heading(const Input &input, std::string_view type) const {
-        if (input.frame) {
-            print(fmt::format("# {}{}{}\n", frame_heading(input), type.empty() ? "" : ": ", type));
-        } else if (options_.several || !input.alone) {
-            print(fmt::format("# {}\n", input.name));
-        }
-    }
-
     void bytes(const Input &input, const Reading &reading) const {
         if (input.frame && options_.bytes) {
             print(fmt::format("# bytes {}\n", base::hex_digits(reading.bytes)));

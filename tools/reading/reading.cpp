@@ -2,7 +2,7 @@
 
 #include "base/element.h"
 #include "cli/failure.h"
-#include "tools/forms.h"
+#include "tools/results.h"
 #include "tools/types/lookup.h"
 
 #include <fmt/format.h>
@@ -40,7 +40,7 @@ Reading tied(Bytes bytes, const tlvmsg_part &part) {
 // The messages that fill the payload.
 std::vector<Reading> messages_in(Bytes payload) {
     std::vector<Reading> readings;
-    for (const tlvmsg_part &part : divide(payload)) {
+    for (const tlvmsg_part &part : value_of(divide(payload, type_set()))) {
         const Bytes bytes = payload.subspan(part.offset, part.size);
         readings.push_back(part.type_count == 1 ? Reading{bytes, part.types[0]} : tied(bytes, part));
     }
@@ -130,7 +130,7 @@ private:
             return consumed;
         }
         if (consumed > 0) {
-            const list<tlvmsg_part> others = divide(rest.subspan(consumed));
+            const list<tlvmsg_part> others = value_of(divide(rest.subspan(consumed), type_set()));
             other_ = others.size() > 0 ? others[0].types[0] : nullptr;
             if (other_ != nullptr || next != rest.end()) {
                 return consumed;
@@ -166,7 +166,7 @@ std::vector<Input> back_to_back(Input input, const Typing &typing) {
         parts = Cutter(input, type).parts();
     } else if (!input.frame && !input.problem) {
         Cutter cutter(input, nullptr);
-        const list<tlvmsg_part> found = divide(input.bytes);
+        const list<tlvmsg_part> found = value_of(divide(input.bytes, type_set()));
         for (const tlvmsg_part &each : found) {
             cutter.add(each.offset, each.size);
         }
@@ -195,6 +195,17 @@ std::vector<Reading> read(const Input &input, const Typing &typing) {
         }
     }
     return {{input.bytes, type}};
+}
+
+any_record decode(const tlvmsg_type &type, Bytes bytes, tlvmsg_verdict &verdict) {
+    if (tlvmsg_judge(&type, bytes.data(), bytes.size(), nullptr, &verdict) == TLVMSG_FITS_NOT) {
+        return {};
+    }
+    auto decoded = tlvmsg::decode(type, bytes);
+    if (!decoded) {
+        throw std::bad_alloc(); // which alone can come between
+    }
+    return std::move(decoded.value);
 }
 
 } // namespace tlvmsg::tool

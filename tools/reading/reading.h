@@ -12,7 +12,7 @@
 
 #include "tools/input/input.h"
 
-#include <tlvmsg/forms.h>
+#include <tlvmsg/tlvmsg_forms.hpp>
 
 #include <optional>
 #include <span>
@@ -47,5 +47,8 @@ std::vector<Input> back_to_back(Input input, const Typing &typing);
 
 // At least one, in the order of the bytes, which are the input's.
 std::vector<Reading> read(const Input &input, const Typing &typing);
+
+// Decodes a message, unless it does not fit: the record is empty then.
+any_record decode(const tlvmsg_type &type, std::span<const uint8_t> bytes, tlvmsg_verdict &verdict);
 
 } // namespace tlvmsg::tool

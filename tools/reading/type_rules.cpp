@@ -1,59 +1,33 @@
 #include "type_rules.h"
 
+#include "base/files.h"
 #include "base/number.h"
 #include "cli/failure.h"
-#include "tools/forms.h"
-#include "tools/input/input.h"
 #include "tools/types/lookup.h"
+
+#include <tlvmsg/dispatch.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstring>
-#include <optional>
 #include <sstream>
 
 namespace tlvmsg::tool {
 
 using namespace cli;
 
-namespace {
-
-constexpr const char *header_type = "app_sess_hdr";
-constexpr std::string_view header_member = "msg_type";
-
-// The message type in the session header that the payload begins with, if it does.
-std::optional<uint64_t> message_type_of(std::span<const uint8_t> payload) {
-    const tlvmsg_type *const type = type_by_name(header_type);
-    if (type == nullptr) {
-        return std::nullopt;
-    }
-    const tlvmsg_member *const last = type->members + type->member_count;
-    const tlvmsg_member *const member =
-        std::find_if(type->members, last, [](const auto &each) { return each.path == header_member; });
-    const auto header = tlvmsg::decode(*type, payload);
-    if (member == last || !header) {
-        return std::nullopt;
-    }
-    return tlvmsg_load(member->type, static_cast<const uint8_t *>(header->data()) + member->offset);
-}
-
-} // namespace
-
 void TypeRules::add(std::string_view line) {
-    const size_t end = line.rfind('=');
-    const std::string_view known = line.substr(0, end);
-    const tlvmsg_type *const type = end == line.npos ? nullptr : find_type(std::string(line.substr(end + 1)));
-    if (const size_t slash = known.find('/'); type != nullptr && slash != known.npos) {
-        const std::string protocol(known.substr(0, slash));
-        if (const auto port = base::typed_number(known.substr(slash + 1), UINT16_MAX);
-            port && (protocol == "udp" || protocol == "tcp" || protocol == "ip" || protocol == "ethertype")) {
-            ports_[{protocol, *port}] = type;
-            return;
-        }
-    } else if (type != nullptr && known.starts_with("msg_type=")) {
-        if (const auto number = base::typed_number(known.substr(std::strlen("msg_type=")), UINT32_MAX)) {
-            message_types_[*number] = type;
+    static const std::map<std::string_view, uint64_t> largest{{"udp/", UINT16_MAX},
+                                                              {"tcp/", UINT16_MAX},
+                                                              {"ethertype/", UINT16_MAX},
+                                                              {"ip/", UINT8_MAX},
+                                                              {"msg_type=", UINT32_MAX}};
+    const size_t begin = std::min(line.find_first_of("/=") + 1, line.size()), end = line.rfind('=');
+    const auto kind = largest.find(line.substr(0, begin));
+    if (kind != largest.end() && end >= begin && end != line.npos) {
+        if (const auto number = base::typed_number(line.substr(begin, end - begin), kind->second)) {
+            const std::string_view name = kind->first.substr(0, begin - 1);
+            rules_[{std::string(name), *number}] = find_type(std::string(line.substr(end + 1)));
             return;
         }
     }
@@ -66,7 +40,7 @@ void TypeRules::add(std::string_view line) {
 }
 
 void TypeRules::add_file(const std::string &path) {
-    std::istringstream text(read_text(path));
+    std::istringstream text(base::read_file(path));
     std::string line;
     for (size_t number = 1; std::getline(text, line); ++number) {
         line.erase(std::min(line.find('#'), line.size()));
@@ -84,26 +58,26 @@ void TypeRules::add_file(const std::string &path) {
 }
 
 const tlvmsg_type *TypeRules::type_for(const FrameFacts &facts, std::span<const uint8_t> payload) const {
-    if (!message_types_.empty()) {
-        const std::optional<uint64_t> number = message_type_of(payload);
-        if (const auto rule = number ? message_types_.find(*number) : message_types_.end();
-            rule != message_types_.end()) {
-            return rule->second;
-        }
+    if (rules_.empty()) {
+        return nullptr;
     }
-    if (const size_t space = facts.protocol.find(' '); space != facts.protocol.npos && !ports_.empty()) {
+    const auto rule = [&](const std::string &kind, uint64_t number) {
+        const auto found = rules_.find({kind, number});
+        return found != rules_.end() ? found->second : nullptr;
+    };
+    uint32_t key = 0;
+    const bool has_key = tlvmsg_session_key(payload.data(), payload.size(), &key);
+    const tlvmsg_type *type = has_key ? rule("msg_type", key) : nullptr;
+    const size_t space = facts.protocol.find(' ');
+    if (type == nullptr && space != facts.protocol.npos) {
         const auto number = base::typed_number(std::string_view(facts.protocol).substr(space + 1));
-        const auto rule = ports_.find({facts.protocol.substr(0, space), number.value_or(0)});
-        return rule != ports_.end() ? rule->second : nullptr;
+        return rule(facts.protocol.substr(0, space), number.value_or(0));
     }
-    if (facts.ports) {
-        for (const uint16_t port : {facts.ports->destination, facts.ports->source}) {
-            if (const auto rule = ports_.find({facts.protocol, port}); rule != ports_.end()) {
-                return rule->second;
-            }
-        }
+    if (type == nullptr && facts.ports) {
+        type = rule(facts.protocol, facts.ports->destination);
+        type = type != nullptr ? type : rule(facts.protocol, facts.ports->source);
     }
-    return nullptr;
+    return type;
 }
 
 } // namespace tlvmsg::tool

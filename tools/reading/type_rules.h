@@ -29,15 +29,14 @@ public:
     // Throws Failure(exit_usage) that says what is allowed.
     void add(std::string_view line);
 
-    // All lines of a file. Throws Failure of the file, too.
+    // All lines of a file. Throws base::IoError, too.
     void add_file(const std::string &path);
 
     // Null when nothing is known.
     const tlvmsg_type *type_for(const FrameFacts &facts, std::span<const uint8_t> payload) const;
 
 private:
-    std::map<std::pair<std::string, uint64_t>, const tlvmsg_type *> ports_; // by protocol and port or number
-    std::map<uint64_t, const tlvmsg_type *> message_types_;
+    std::map<std::pair<std::string, uint64_t>, const tlvmsg_type *> rules_; // by what stands before the type
 };
 
 } // namespace tlvmsg::tool

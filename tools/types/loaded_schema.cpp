@@ -47,8 +47,7 @@ void tell(const tlvmsg_schema_fault &fault) {
 
 } // namespace
 
-LoadedSchema::LoadedSchema(const std::vector<std::string> &paths,
-                           const std::vector<std::string> &import_paths) {
+Schema load_schema(const std::vector<std::string> &paths, const std::vector<std::string> &import_paths) {
     std::string input;
     std::vector<tlvmsg_schema_source> sources;
     for (const std::string &path : paths) {
@@ -70,14 +69,15 @@ LoadedSchema::LoadedSchema(const std::vector<std::string> &paths,
     options.import_path_count = directories.size();
     options.installed = installed.empty() ? nullptr : installed.c_str();
 
-    tlvmsg_schema *schema = nullptr;
-    const bool loaded = tlvmsg_schema_load(sources.data(), sources.size(), &options, &schema);
-    schema_.reset(schema);
+    tlvmsg_schema *made = nullptr;
+    const bool loaded = tlvmsg_schema_load(sources.data(), sources.size(), &options, &made);
+    Schema schema(made, tlvmsg_schema_free);
     if (!loaded) {
         size_t count = 0;
-        const tlvmsg_schema_fault *const faults = tlvmsg_schema_faults(schema, &count);
+        const tlvmsg_schema_fault *const faults = tlvmsg_schema_faults(made, &count);
         fail({faults, count}, paths);
     }
+    return schema;
 }
 
 } // namespace tlvmsg::tool

@@ -13,6 +13,7 @@
 #include <cstring>
 #include <fnmatch.h>
 #include <optional>
+#include <span>
 #include <sstream>
 
 namespace tlvmsg::tool {
@@ -26,11 +27,9 @@ const tlvmsg_type *by_tag(std::string_view word) {
     return tag ? tlvmsg_type_set_by_tag(type_set(), static_cast<uint16_t>(*tag)) : nullptr;
 }
 
-bool contains(const char *text, const std::string &part) { return strcasestr(text, part.c_str()) != nullptr; }
-
 bool is_like(const char *name, const std::string &pattern) {
     return pattern.find_first_of("*?[") != pattern.npos ? fnmatch(pattern.c_str(), name, FNM_CASEFOLD) == 0
-                                                        : contains(name, pattern);
+                                                        : strcasestr(name, pattern.c_str()) != nullptr;
 }
 
 bool uses(const tlvmsg_type *type, const tlvmsg_type *used) {
@@ -61,36 +60,35 @@ std::string not_found(const std::string &name, const std::vector<const tlvmsg_ty
         names.emplace_back(type->name);
     }
     if (like.size() > 1) {
-        const auto listed = std::min<std::ptrdiff_t>(std::ssize(names), 8);
-        const std::ptrdiff_t others = std::ssize(names) - listed;
-        const std::string all = fmt::format("{}", fmt::join(names.begin(), names.begin() + listed, ", "));
-        const std::string more = fmt::format(" and {} more; 'tlv types {}' lists them", others, name);
-        return fmt::format("several types are like '{}': {}{}", name, all, others > 0 ? more : "");
+        const size_t listed = std::min<size_t>(names.size(), 8), others = names.size() - listed;
+        return fmt::format(
+            "several types are like '{}': {}{}", name, fmt::join(std::span(names).first(listed), ", "),
+            others > 0 ? fmt::format(" and {} more; 'tlv types {}' lists them", others, name) : "");
     }
     const std::string meant =
         like.empty() ? base::did_you_mean(name, names) : fmt::format("did you mean '{}'?", names[0]);
-    return fmt::format("no type is called '{}'; {}", name,
-                       !meant.empty() ? meant
-                       : type_set() == nullptr
-                           ? "'tlv types' lists them all, and --schema FILE has those of a file"
-                           : "'tlv types' lists all that the schema has");
+    const char *const lists = type_set() == nullptr
+                                  ? "'tlv types' lists them all, and --schema FILE has those of a file"
+                                  : "'tlv types' lists all that the schema has";
+    return fmt::format("no type is called '{}'; {}", name, meant.empty() ? lists : meant);
 }
 
 } // namespace
 
 const tlvmsg_type_set *type_set() {
-    static const std::optional<LoadedSchema> loaded = [] {
+    static const Schema loaded = [] {
         const std::vector<std::string> files = wanted_files();
-        return files.empty() ? std::nullopt : std::make_optional<LoadedSchema>(files, import_directories);
+        return files.empty() ? Schema(nullptr, tlvmsg_schema_free) : load_schema(files, import_directories);
     }();
-    return loaded ? loaded->types() : nullptr;
+    return loaded != nullptr ? tlvmsg_schema_types(loaded.get()) : nullptr;
 }
 
 const std::vector<const tlvmsg_type *> &all_types() {
     static const std::vector<const tlvmsg_type *> all = [] {
-        std::vector<const tlvmsg_type *> types(tlvmsg_type_set_count(type_set()));
-        std::generate(types.begin(), types.end(),
-                      [i = size_t{0}]() mutable { return tlvmsg_type_set_at(type_set(), i++); });
+        std::vector<const tlvmsg_type *> types;
+        for (size_t i = 0; i < tlvmsg_type_set_count(type_set()); ++i) {
+            types.push_back(tlvmsg_type_set_at(type_set(), i));
+        }
         return types;
     }();
     return all;
@@ -118,32 +116,6 @@ std::vector<const tlvmsg_type *> types_like(const TypeFilter &filter) {
             (filter.family.empty() || filter.family == type->family) &&
             (filter.used == nullptr || uses(type, filter.used))) {
             found.push_back(type);
-        }
-    }
-    return found;
-}
-
-std::vector<Find> find_word(const std::string &word) {
-    std::vector<Find> found;
-    const auto consider = [&](const char *what, const std::string &around, const char *name, std::string is,
-                              const char *doc) {
-        if (contains(name, word) || contains(doc, word)) {
-            found.push_back({what, around + name, std::move(is), doc});
-        }
-    };
-    for (const tlvmsg_type *type : all_types()) {
-        const std::string around = std::string(type->name) + ".";
-        consider("type", "", type->name, std::string(tlvmsg_kind_name(type->kind)), type->doc);
-        for (uint32_t i = 0; i < type->member_count; ++i) {
-            const tlvmsg_member &member = type->members[i];
-            consider("member", around, member.path, member.type->name, member.doc);
-        }
-        for (uint32_t i = 0; i < type->alternative_count; ++i) {
-            consider("alternative", around, type->alternatives[i].name, type->alternatives[i].type->name, "");
-        }
-        for (uint32_t i = 0; i < type->enumerator_count; ++i) {
-            const tlvmsg_enumerator &named = type->enumerators[i];
-            consider("enumerator", around, named.name, std::to_string(named.value), named.doc);
         }
     }
     return found;

@@ -18,7 +18,7 @@ inline std::vector<std::string> schema_files;
 inline std::vector<std::string> import_directories;
 
 // The types to choose from, read when they are first asked for. Null stands for the built-in ones. Throws as
-// LoadedSchema does.
+// load_schema does.
 const tlvmsg_type_set *type_set();
 
 // The same, by name.
@@ -39,15 +39,6 @@ struct TypeFilter {
     const tlvmsg_type *used = nullptr; // in a member, item, alternative or selector
 };
 std::vector<const tlvmsg_type *> types_like(const TypeFilter &filter);
-
-// Where a word occurs: in the name or the purpose of a type or of something in it.
-struct Find {
-    std::string what; // "type", "member", "alternative", "enumerator"
-    std::string path; // "zel_led_control.color"
-    std::string is;   // its kind, type or value
-    std::string doc;
-};
-std::vector<Find> find_word(const std::string &word);
 
 // The families of all types.
 std::set<std::string> families();

@@ -13,7 +13,9 @@ local TCP, UDP = 2, 3 -- as pinfo.port_type has them
 
 -- ---- Fields ---------------------------------------------------------------------------------------------
 
-local proto = Proto(NAME, "TLV messages (" .. NAME .. ")")
+-- One of that name is there when a package has put the same file among the plugins of all users, say.
+local is_new, proto = pcall(Proto, NAME, "TLV messages (" .. NAME .. ")")
+if not is_new then return end
 local fields = {}
 
 -- One of a name: a dynamic array's count stands before it and in it.

@@ -5,6 +5,7 @@
 #include <tlvmsg/record.h>
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 #include <array>
 #include <string_view>
@@ -14,16 +15,8 @@ namespace tlvmsg::tool {
 
 namespace {
 
-std::string in_quotes(std::string_view text) {
-    std::string result = "\"";
-    for (const char c : text) {
-        if (c == '"' || c == '\\') {
-            result += '\\';
-        }
-        result += c;
-    }
-    return result + '"';
-}
+// Printable text, which Lua escapes as JSON does.
+std::string in_quotes(std::string_view text) { return nlohmann::json(text).dump(); }
 
 // Nothing where nothing is said.
 std::string doc_behind(const char *separator, const char *doc) {

@@ -29,8 +29,8 @@ text2pcap -q -F pcap -l 147 one.txt one.pcap >text 2>&1
 cat >slowly <<'END'
 cat one.pcap; sleep "$1"; tail -c +25 one.pcap; sleep 0.1
 END
-on_terminal "sh slowly 2.2 | tlv decode --pcap -t $message - >frames"; is 0; prints 'tlv: 2 frames'
+on_terminal "sh slowly 2.2 | tlv decode --in pcap -t $message - >frames"; is 0; prints 'tlv: 2 frames'
 equal "$(wc -l <frames)" 2
-on_terminal "sh slowly 0.1 | tlv decode --pcap -t $message - >frames"; is 0; prints_not frames
-sh slowly 2.2 | tlv decode --pcap -t $message - >out 2>err; quiet
+on_terminal "sh slowly 0.1 | tlv decode --in pcap -t $message - >frames"; is 0; prints_not frames
+sh slowly 2.2 | tlv decode --in pcap -t $message - >out 2>err; quiet
 finish

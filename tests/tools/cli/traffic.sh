@@ -70,9 +70,11 @@ tlv: deviations lost: $lost
 tlv: frames without a message, dropped: $(grep -c '"error":' lines)" ] || fail "$(cat said)"
 jq -c .message lines | grep -v null >bodies; run encode -t $message bodies --out hex; is 0
 equal "$(tlv decode --compact -t $message <(head -8 out))" "$(head -1 bodies)"
-for wrong in '{"frame": 1, "type": "ifid", "source_port": 65536, "message": {}}' '{"frame": 1, "time": "now", "type": "ifid", "message": {}}'; do
+for wrong in '{"frame": 1, "type": "ifid", "source_port": 65536, "message": {}}' '{"frame": 1, "type": "ifid", "time": -5, "message": {}}' '{"frame": 1, "time": "now", "type": "ifid", "message": {}}'; do
     run encode --pcap back.pcapng "$wrong"; is 3
 done
+run encode --pcap back.pcapng --frame '{"port": 1}' -t ifid '{}'; is 3; error_has "is called 'port'"
+run encode --pcap back.pcapng -t ifid '{"frame": 1, "time": 1.7e9, "type": "ifid", "message": {}}'; equal "$(tlv decode -t ifid back.pcapng | jq .time)" 1700000000
 run encode --pcap back.pcapng --frame '{"source": "x"}' -t ifid '{}'; error_has 'without two IP addresses.*: 1'
 run encode --pcap back.pcapng --framing length:1@0 -t $big "$(tlv sample --out json $big)"
 error_has "too long for the framing's length.*: 1"

@@ -18,7 +18,7 @@ run encode '{}'; is 2
 run sample --kind big $message; is 2; error_has 'min\|max\|random\|boundary'
 for number in x -1 '' ' 1' 1x 0x 99999999999999999999999; do
     run sample --seed "$number" $message; is 2; error_has 'number from 0 to 18446744073709551615'
-    run decode --pcap "--offset=$number" led.bin; is 2
+    run decode --in pcap "--offset=$number" led.bin; is 2
 done
 run sample --seed 0x7 --out hex $message; is 0; equal "$(cat out)" "$(tlv sample --seed 7 --out hex $message)"
 run help decod; is 2; error_has 'none of decode\|'
