@@ -22,6 +22,7 @@ struct DumpLine {
     bool numbers = false; // 0x stands before the groups
     bool weak = false;    // it may as well be bytes
     bool apart = false;   // other text precedes
+    bool named = false;   // the beginning of what gdb names
     bool repeats = false; // "*": the line before, as often as the next offset says
     std::vector<std::string_view> groups{};
     std::string_view beside{}; // the text column
@@ -42,6 +43,7 @@ std::optional<DumpLine> parse_offset(std::string_view text) {
     std::string_view rest = text;
     std::string_view word = take_word(rest);
     if (rest.starts_with('<') && rest.find(">:") != rest.npos) { // gdb names what is there
+        line.named = rest.substr(0, rest.find(">:")).find('+') == rest.npos;
         rest.remove_prefix(rest.find(">:") + 2);
         line.colon = true;
     } else if (word.ends_with(':')) {
@@ -248,7 +250,10 @@ public:
             }
             if (!dump) {
                 const std::string_view said = without_label(line.text);
-                if (!is_plain(said) || is_heading(said)) {
+                constexpr size_t shortest = 24; // of what may be bytes, and not an offset alone
+                const bool bytes =
+                    is_plain(said) || (!lines_.empty() && said.size() >= shortest && is_nearly_hex(said));
+                if (!bytes || is_heading(said)) {
                     apart = true;
                     continue;
                 }
@@ -469,7 +474,8 @@ private:
         const bool again =
             !first && !dumps_.back().bytes.empty() &&
             (offset == first_start_ ||
-             (line.apart && (offset == 0 || (offset >= addresses && sense_.begins(line.bytes)))));
+             ((line.apart || line.named) &&
+              (offset == 0 || ((line.named || offset >= addresses) && sense_.begins(line.bytes)))));
         if ((!first && !again) || line.bytes.empty()) {
             const size_t size = first ? 0 : dumps_.back().bytes.size();
             fail(line.offset, " is no offset of what follows " + std::to_string(size) + " bytes" +

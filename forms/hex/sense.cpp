@@ -49,6 +49,23 @@ bool Sense::accepts(const std::vector<uint8_t> &bytes) const {
     return count > 0;
 }
 
+std::optional<size_t> Sense::deviates_at(const std::vector<uint8_t> &bytes) const {
+    constexpr tlvmsg_limits strict{0, true, {}};
+    tlvmsg_verdict verdict{};
+    for (size_t at = 0; options_.type != nullptr && at < bytes.size(); at += verdict.extent.consumed) {
+        const uint8_t *const rest = bytes.data() + at;
+        if (tlvmsg_judge(options_.type, rest, bytes.size() - at, nullptr, &verdict) == TLVMSG_FITS_NOT ||
+            verdict.extent.consumed == 0) {
+            return std::nullopt;
+        }
+        if (verdict.extent.deviations > 0) {
+            tlvmsg_judge(options_.type, rest, verdict.extent.consumed, &strict, &verdict);
+            return at + verdict.fault.offset;
+        }
+    }
+    return std::nullopt;
+}
+
 bool Sense::begins(const std::vector<uint8_t> &bytes) const {
     if (bytes.size() < 4) {
         return false;
@@ -63,7 +80,7 @@ bool Sense::begins(const std::vector<uint8_t> &bytes) const {
         return tlvmsg_type_set_by_tag(options_.set, number(bytes, at)) != nullptr;
     };
     constexpr uint16_t scalars = 10; // tags that any bytes may begin with
-    return known(0) && (end + 2 <= bytes.size() ? known(end) : tag > scalars || end == bytes.size());
+    return known(0) && (end + 2 <= bytes.size() ? known(end) : tag > scalars);
 }
 
 } // namespace tlvmsg::forms

@@ -4,6 +4,7 @@
 #include <tlvmsg/forms/hex.h>
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace tlvmsg::forms {
@@ -17,6 +18,10 @@ public:
 
     // Whether a message may begin so, however it goes on: by the first header.
     bool begins(const std::vector<uint8_t> &bytes) const;
+
+    // Where messages of the type deviate from it, in a way that it tolerates; nothing where they do not, or no type is
+    // known.
+    std::optional<size_t> deviates_at(const std::vector<uint8_t> &bytes) const;
 
     int of(const std::vector<uint8_t> &bytes) const { return accepts(bytes) ? 2 : begins(bytes) ? 1 : 0; }
 

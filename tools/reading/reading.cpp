@@ -130,7 +130,8 @@ private:
             return consumed;
         }
         if (consumed > 0) {
-            const list<tlvmsg_part> others = divide(rest.subspan(consumed));
+            const Bytes between(rest.begin() + static_cast<std::ptrdiff_t>(consumed), next);
+            const list<tlvmsg_part> others = divide(between);
             other_ = others.size() > 0 ? others[0].types[0] : nullptr;
             if (other_ != nullptr || next != rest.end()) {
                 return consumed;
