@@ -51,8 +51,7 @@ std::optional<DumpLine> parse_offset(std::string_view text) {
         line.colon = true;
     }
     constexpr size_t longest = 16;
-    constexpr size_t shortest = 4;          // without a colon
-    word.remove_prefix(word.find('`') + 1); // which divides addresses; npos + 1 is 0
+    constexpr size_t shortest = 4; // without a colon
     line.hex = word.starts_with("0x");
     line.offset = digits_of(word);
     // Where the word ends, with the blanks behind it: they tell bytes from the text beside them.
@@ -168,12 +167,6 @@ std::string_view divide(DumpLine &line) {
                 groups_before = line.groups.size();
                 bytes_before = line.bytes.size();
             }
-        }
-        if (word.size() == 5 && word[2] == '-' && is_hex(word.substr(0, 2)) && is_hex(word.substr(3))) {
-            line.groups.insert(line.groups.end(),
-                               {word.substr(0, 2), word.substr(3)}); // in the middle of a line
-            at = end;
-            continue;
         }
         if (!group) {
             const std::string_view beside = rest.substr(last_gap);
@@ -490,6 +483,7 @@ private:
             dumps_.back().bytes.resize(offset);
         } else if (offset > 0) {
             doubtful_ = line.offset; // as if lines before it were missing
+            headless_ = !line.named && offset < addresses;
             away_ = offset >= addresses || offset % line.bytes.size() != 0;
         }
     }
@@ -499,11 +493,12 @@ private:
         constexpr uint8_t scalars = 10; // tags that parts of a message begin with
         const Bytes &all = doubtful_.empty() || holes_ ? Bytes() : dumps_.back().bytes;
         const bool begins = away_ && sense_.begins(all) && (all[0] > 0 || all[1] > scalars);
-        if (!all.empty() && !begins && !sense_.accepts(all)) {
+        if (!all.empty() && !begins && !(headless_ ? sense_.are_messages(all) : sense_.accepts(all))) {
             fail(doubtful_,
                  ": lines before it may be missing, and the rest is no whole message; --holes takes it so");
         }
         doubtful_ = {};
+        headless_ = false;
     }
 
     // What looks like offsets and does not rise, are words before messages.
@@ -528,6 +523,7 @@ private:
     uint64_t start_ = 0; // the first offset of the last dump
     uint64_t filled_ = 0;
     bool away_ = false;         // a dump begins at an address
+    bool headless_ = false;     // a dump begins with no address, nor at 0
     std::string_view doubtful_; // an offset before which lines may be missing
 };
 

@@ -28,6 +28,7 @@ struct Item {
     Bytes bytes{};
     bool apart = false;  // an empty line precedes
     bool joins = false;  // the next one belongs to it for certain
+    bool folded = false; // over several lines
     bool nearly = false; // pairs of hex digits with others between them
 };
 
@@ -195,6 +196,7 @@ private:
                 add(each.list || each.sure ? Form::literal : Form::string, line, meant(each));
             }
             items_.back().line = each.line;
+            items_.back().folded = each.text.find('\n') != each.text.npos;
         }
         items_.back().joins =
             !list && behind.find(',') == behind.npos && (depth_ > 0 || behind.ends_with('\\'));
@@ -352,6 +354,10 @@ private:
 
     void add_message(std::span<const Item> items, tlvmsg_hex_kind kind) {
         messages_.push_back({items.front().line, joined(items), "", kind});
+        if (items.size() > 1 || items.front().folded) {
+            joined_ = true;
+            check_joined(items, messages_.back().bytes);
+        }
     }
 
     // Where messages begin in lines that may go on in the next one.
@@ -418,14 +424,12 @@ private:
             messages_.back().bytes.clear();
             return;
         }
-        check_joined(items, bytes);
-        joined_ = joined_ || items.size() > 1;
         add_message(items, TLVMSG_HEX_MESSAGE);
     }
 
     // Nothing but the message shows whether lines are missing.
     void check_joined(std::span<const Item> items, const Bytes &bytes) const {
-        const std::optional<size_t> at = items.size() > 1 ? sense_.deviates_at(bytes) : std::nullopt;
+        const std::optional<size_t> at = sense_.deviates_at(bytes);
         if (!at) {
             return;
         }
@@ -434,9 +438,8 @@ private:
             items = items.subspan(1);
             end += items.front().bytes.size();
         }
-        fail(items.front().place,
-             " does not go on as the type does; a line near it may be missing, doubled or out "
-             "of place. As bytes, which xxd -r -p makes of it, it can be taken");
+        fail(items.front().place, " has or precedes what does not go on as the type does; a line may be "
+                                  "missing, doubled or out of place");
     }
 
     std::string_view text_;

@@ -241,21 +241,17 @@ private:
             return;
         }
         repeated_ += *times;
-        if (!found.place.empty()) {
-            return;
-        }
-        values.resize(values.size() + *times - 1, values.back());
         at_ += before.size() + count.size() + behind.size();
+        if (found.place.empty()) {
+            values.resize(values.size() + *times - 1, values.back());
+        }
     }
 
     void finish(size_t first, Literal &found, const std::vector<int64_t> &values) {
         constexpr size_t enough = 200;
         std::string_view before = text_.substr(first - std::min(first, enough), std::min(first, enough));
         before.remove_prefix(before.find_last_of("\n;}") + 1); // npos + 1 is 0
-        std::string_view behind = text_.substr(at_, enough);
-        behind = behind.substr(0, behind.find('\n'));
-        std::string_view wide = wide_type_in(before);
-        wide = wide.empty() && behind.find("dtype") != behind.npos ? wide_type_in(behind) : wide;
+        const std::string_view wide = wide_type_in(before);
         declared_size(before, values.size(), found);
         stated_length(text_.substr(at_, enough), values.size(), found);
         const bool negative =

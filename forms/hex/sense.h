@@ -14,6 +14,9 @@ public:
     explicit Sense(const tlvmsg_hex_options &options) : options_(options) {}
 
     // Whether they are messages that lie back to back, of the type where one is known, without deviations.
+    bool are_messages(const std::vector<uint8_t> &bytes) const;
+
+    // Whether they are that, or a structure alone.
     bool accepts(const std::vector<uint8_t> &bytes) const;
 
     // Whether a message may begin so, however it goes on: by the first header.

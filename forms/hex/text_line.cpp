@@ -93,7 +93,8 @@ size_t label_word(std::string_view line, bool timed) {
         return name_size(word, rest);
     }
     const std::string_view bar = rest.substr(0, rest.find_first_of(blanks));
-    if (word == "|" || is_time(shape) || is_day_or_level(word) || is_epoch(word, rest) || is_address(shape) ||
+    if (word == "|" || (!timed && word.size() == 1 && std::string_view("-+*>").find(word) != word.npos) ||
+        is_time(shape) || is_day_or_level(word) || is_epoch(word, rest) || is_address(shape) ||
         (word.ends_with(':') && !is_plain(word))) {
         return size;
     }
