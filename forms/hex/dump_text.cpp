@@ -22,6 +22,7 @@ struct DumpLine {
     bool numbers = false; // 0x stands before the groups
     bool weak = false;    // it may as well be bytes
     bool apart = false;   // other text precedes
+    bool named = false;   // the beginning of what gdb names
     bool repeats = false; // "*": the line before, as often as the next offset says
     std::vector<std::string_view> groups{};
     std::string_view beside{}; // the text column
@@ -42,6 +43,7 @@ std::optional<DumpLine> parse_offset(std::string_view text) {
     std::string_view rest = text;
     std::string_view word = take_word(rest);
     if (rest.starts_with('<') && rest.find(">:") != rest.npos) { // gdb names what is there
+        line.named = rest.substr(0, rest.find(">:")).find('+') == rest.npos;
         rest.remove_prefix(rest.find(">:") + 2);
         line.colon = true;
     } else if (word.ends_with(':')) {
@@ -49,8 +51,7 @@ std::optional<DumpLine> parse_offset(std::string_view text) {
         line.colon = true;
     }
     constexpr size_t longest = 16;
-    constexpr size_t shortest = 4;          // without a colon
-    word.remove_prefix(word.find('`') + 1); // which divides addresses; npos + 1 is 0
+    constexpr size_t shortest = 4; // without a colon
     line.hex = word.starts_with("0x");
     line.offset = digits_of(word);
     // Where the word ends, with the blanks behind it: they tell bytes from the text beside them.
@@ -167,12 +168,6 @@ std::string_view divide(DumpLine &line) {
                 bytes_before = line.bytes.size();
             }
         }
-        if (word.size() == 5 && word[2] == '-' && is_hex(word.substr(0, 2)) && is_hex(word.substr(3))) {
-            line.groups.insert(line.groups.end(),
-                               {word.substr(0, 2), word.substr(3)}); // in the middle of a line
-            at = end;
-            continue;
-        }
         if (!group) {
             const std::string_view beside = rest.substr(last_gap);
             const size_t size = bytes_before;
@@ -248,7 +243,10 @@ public:
             }
             if (!dump) {
                 const std::string_view said = without_label(line.text);
-                if (!is_plain(said) || is_heading(said)) {
+                constexpr size_t shortest = 24; // of what may be bytes, and not an offset alone
+                const bool bytes =
+                    is_plain(said) || (!lines_.empty() && said.size() >= shortest && is_nearly_hex(said));
+                if (!bytes || is_heading(said)) {
                     apart = true;
                     continue;
                 }
@@ -469,7 +467,8 @@ private:
         const bool again =
             !first && !dumps_.back().bytes.empty() &&
             (offset == first_start_ ||
-             (line.apart && (offset == 0 || (offset >= addresses && sense_.begins(line.bytes)))));
+             ((line.apart || line.named) &&
+              (offset == 0 || ((line.named || offset >= addresses) && sense_.begins(line.bytes)))));
         if ((!first && !again) || line.bytes.empty()) {
             const size_t size = first ? 0 : dumps_.back().bytes.size();
             fail(line.offset, " is no offset of what follows " + std::to_string(size) + " bytes" +
@@ -484,6 +483,7 @@ private:
             dumps_.back().bytes.resize(offset);
         } else if (offset > 0) {
             doubtful_ = line.offset; // as if lines before it were missing
+            headless_ = !line.named && offset < addresses;
             away_ = offset >= addresses || offset % line.bytes.size() != 0;
         }
     }
@@ -493,11 +493,12 @@ private:
         constexpr uint8_t scalars = 10; // tags that parts of a message begin with
         const Bytes &all = doubtful_.empty() || holes_ ? Bytes() : dumps_.back().bytes;
         const bool begins = away_ && sense_.begins(all) && (all[0] > 0 || all[1] > scalars);
-        if (!all.empty() && !begins && !sense_.accepts(all)) {
+        if (!all.empty() && !begins && !(headless_ ? sense_.are_messages(all) : sense_.accepts(all))) {
             fail(doubtful_,
                  ": lines before it may be missing, and the rest is no whole message; --holes takes it so");
         }
         doubtful_ = {};
+        headless_ = false;
     }
 
     // What looks like offsets and does not rise, are words before messages.
@@ -522,6 +523,7 @@ private:
     uint64_t start_ = 0; // the first offset of the last dump
     uint64_t filled_ = 0;
     bool away_ = false;         // a dump begins at an address
+    bool headless_ = false;     // a dump begins with no address, nor at 0
     std::string_view doubtful_; // an offset before which lines may be missing
 };
 

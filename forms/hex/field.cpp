@@ -74,21 +74,21 @@ size_t even_from(const Groups &groups) {
     return first;
 }
 
+// Up to what is wrong.
 Field bytes_of(std::span<const Group> groups) {
     Field field;
     for (const Group &each : groups) {
         const size_t size = each.digits.size();
-        if (size % 2 != 0 && !(each.prefix != 0 && size == 1)) {
-            return {{}, each.digits, " has an odd number of hex digits"};
-        }
         if (each.prefix != 0 && size > 2 && groups.size() > 1) {
-            return {{},
-                    each.digits,
+            return {std::move(field.bytes), each.digits,
                     " is a number of several bytes, in the order of one machine or another; give bytes"};
         }
-        const size_t width = std::min<size_t>(size, 2);
-        for (size_t i = 0; i < size; i += width) {
+        const size_t width = each.prefix != 0 && size == 1 ? 1 : 2;
+        for (size_t i = 0; i + width <= size; i += width) {
             field.bytes.push_back(static_cast<uint8_t>(*number_of(each.digits.substr(i, width), 16)));
+        }
+        if (size % width != 0) {
+            return {std::move(field.bytes), each.digits, " has an odd number of hex digits"};
         }
     }
     return field;
@@ -162,6 +162,9 @@ void add_base64_runs(std::string_view line, const Sense &sense, std::vector<Byte
         }
         std::optional<Bytes> bytes =
             digits >= smallest ? base64_field(line.substr(at, end - at)) : std::nullopt;
+        if (!bytes && digits >= smallest) { // what is cut shows that there was more
+            bytes = base64_field(line.substr(at, digits / 4 * 4));
+        }
         if (bytes && sense.of(*bytes) > 0) {
             runs.push_back(std::move(*bytes));
         }

@@ -15,6 +15,9 @@ HexMessages find_hex(std::string_view text, const tlvmsg_hex_options &options) {
     HexMessages messages = read_annotated(text);
     messages = messages.empty() ? read_dumps(text, sense, options.holes) : std::move(messages);
     messages = messages.empty() ? read_lines(text, sense) : std::move(messages);
+    if (const size_t comment = text.find_first_not_of(" \t\f\n"); messages.empty() && comment < text.size()) {
+        fail(text.substr(comment, text.find('\n', comment) - comment), " is a comment, as all lines are");
+    }
     return messages.empty() ? HexMessages{{1, {}}} : std::move(messages);
 }
 

@@ -52,7 +52,7 @@ std::vector<uint8_t> swapped(const std::vector<uint8_t> &bytes, size_t width);
 struct Literal : Field {
     std::string_view text{}; // all of it
     size_t line = 0;
-    bool list = false; // of numbers, not a string
+    bool list = false;  // of numbers, not a string
     bool sure = false;  // nobody but a program for bytes writes it: b'...', or a list
     bool plain = false; // a string without escapes
 };

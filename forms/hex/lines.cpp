@@ -28,6 +28,7 @@ struct Item {
     Bytes bytes{};
     bool apart = false;  // an empty line precedes
     bool joins = false;  // the next one belongs to it for certain
+    bool folded = false; // over several lines
     bool nearly = false; // pairs of hex digits with others between them
 };
 
@@ -50,16 +51,6 @@ bool begins_string(std::string_view text) {
     }
     return text.empty() || std::string_view("=([{$").find(text.back()) != std::string_view::npos ||
            text.ends_with("printf") || text.starts_with("echo");
-}
-
-bool is_nearly_hex(std::string_view text) {
-    size_t words = 0;
-    size_t pairs = 0;
-    for (; !text.empty(); ++words) {
-        const std::string_view word = take_word(text);
-        pairs += word.size() % 2 == 0 && std::all_of(word.begin(), word.end(), base::is_hex_digit) ? 1 : 0;
-    }
-    return pairs > 0 && 2 * pairs >= words;
 }
 
 class LineReader {
@@ -121,7 +112,7 @@ private:
         std::optional<Field> field = hex_field(said, sense_);
         if (said.starts_with("\\") && said.size() > 2) { // maybe a string without quotation marks
             Field string = unescaped(said.substr(0, said.find_last_not_of('\\') + 1));
-            if (string.place.empty() &&
+            if (string.place.empty() && !string.bytes.empty() &&
                 (!field || !field->place.empty() || sense_.of(string.bytes) > sense_.of(field->bytes))) {
                 add(Form::string, line, std::move(string.bytes));
                 return true;
@@ -205,6 +196,7 @@ private:
                 add(each.list || each.sure ? Form::literal : Form::string, line, meant(each));
             }
             items_.back().line = each.line;
+            items_.back().folded = each.text.find('\n') != each.text.npos;
         }
         items_.back().joins =
             !list && behind.find(',') == behind.npos && (depth_ > 0 || behind.ends_with('\\'));
@@ -241,15 +233,13 @@ private:
     void read_words(const TextLine &line, std::span<const Literal> literals) {
         std::vector<Bytes> runs = runs_in(line.text, sense_);
         for (const Literal &each : literals) {
-            if (each.place.empty()) {
-                runs.push_back(meant(each));
-                const std::string text(each.bytes.begin(), each.bytes.end());
-                if (!each.list &&
-                    text.find('\\') != text.npos) { // escaped twice, as JSON does with what is escaped
-                    const std::vector<Literal> inside = literals_in(text);
-                    Field field = inside.empty() ? unescaped(text) : Field(inside[0]);
-                    runs.push_back(std::move(field.bytes));
-                }
+            runs.push_back(meant(each));
+            const std::string text(each.bytes.begin(), each.bytes.end());
+            if (!each.list &&
+                text.find('\\') != text.npos) { // escaped twice, as JSON does with what is escaped
+                const std::vector<Literal> inside = literals_in(text);
+                Field field = inside.empty() ? unescaped(text) : Field(inside[0]);
+                runs.push_back(std::move(field.bytes));
             }
         }
         if (const size_t escape = line.text.find("\\x"); escape != line.text.npos && literals.empty()) {
@@ -268,7 +258,13 @@ private:
                 longest = std::move(each);
             }
         }
-        if (accepted.empty() && !longest.empty()) {
+        const bool shown = std::any_of(accepted.begin(), accepted.end(), [&](const Bytes &each) {
+            return !same_tag(each, longest) ||
+                   std::equal(longest.begin(), longest.end(), each.begin(),
+                              each.begin() +
+                                  static_cast<std::ptrdiff_t>(std::min(each.size(), longest.size())));
+        });
+        if (!longest.empty() && !shown) {
             add(Form::found, line, std::move(longest));
         } else if (accepted.empty()) {
             add(Form::none, line, {});
@@ -358,6 +354,10 @@ private:
 
     void add_message(std::span<const Item> items, tlvmsg_hex_kind kind) {
         messages_.push_back({items.front().line, joined(items), "", kind});
+        if (items.size() > 1 || items.front().folded) {
+            joined_ = true;
+            check_joined(items, messages_.back().bytes);
+        }
     }
 
     // Where messages begin in lines that may go on in the next one.
@@ -424,8 +424,22 @@ private:
             messages_.back().bytes.clear();
             return;
         }
-        joined_ = joined_ || items.size() > 1;
         add_message(items, TLVMSG_HEX_MESSAGE);
+    }
+
+    // Nothing but the message shows whether lines are missing.
+    void check_joined(std::span<const Item> items, const Bytes &bytes) const {
+        const std::optional<size_t> at = sense_.deviates_at(bytes);
+        if (!at) {
+            return;
+        }
+        size_t end = items.front().bytes.size();
+        while (end <= *at && items.size() > 1) {
+            items = items.subspan(1);
+            end += items.front().bytes.size();
+        }
+        fail(items.front().place, " has or precedes what does not go on as the type does; a line may be "
+                                  "missing, doubled or out of place");
     }
 
     std::string_view text_;

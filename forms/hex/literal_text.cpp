@@ -108,6 +108,8 @@ private:
         const bool letter = first > 0 && is_name(text_[first - 1]);
         const bool named = letter && first > 1 && is_name(text_[first - 2]);
         const int kind = quote == '"' ? 1 : 2;
+        const bool bytes = letter && (text_[first - 1] == 'b' || text_[first - 1] == 'B');
+        const size_t begin = first - (letter ? 1 : 0);
         ++at_;
         if (named || (unclosed_ & kind) != 0) {
             return;
@@ -120,19 +122,17 @@ private:
         }
         if (end >= text_.size() || text_[end] != quote) {
             unclosed_ |= kind;
-            if (letter && (text_[first - 1] == 'b' || text_[first - 1] == 'B')) {
-                found_.push_back({{{}, text_.substr(first, end - first), " has no end"},
-                                  text_.substr(first, end - first),
-                                  line_,
-                                  false,
-                                  true});
+            if (bytes || escapes) {
+                const std::string_view rest = text_.substr(begin, end - begin);
+                const std::string_view content = text_.substr(first + 1, end - first - 1);
+                found_.push_back(
+                    {{unescaped(content).bytes, rest, " has no end"}, rest, line_, false, bytes});
+                at_ = end;
             }
             return;
         }
-        const bool bytes = letter && (text_[first - 1] == 'b' || text_[first - 1] == 'B');
         const std::string_view content = text_.substr(first + 1, end - first - 1);
         at_ = end + 1;
-        const size_t begin = first - (letter ? 1 : 0);
         found_.push_back(
             {unescaped(content), text_.substr(begin, at_ - begin), line_, false, bytes, !bytes && !escapes});
     }
@@ -165,15 +165,17 @@ private:
         const size_t first = at_++;
         Literal found{{}, {}, line_, true, true};
         std::vector<int64_t> values;
+        size_t count = 0;
         bool commas = false;
         for (skip_white(); at_ < text_.size() && text_[at_] != close; skip_white()) {
             const std::string_view word = number_word(text_.substr(at_));
             const bool number =
                 !word.empty() && base::is_digit(word[word[0] == '-' && word.size() > 1 ? 1 : 0]);
-            if (!number || (!commas && values.size() <= 1 && !may_be_listed(word))) {
+            if (!number || (!commas && count <= 1 && !may_be_listed(word))) {
                 return;
             }
             at_ += word.size();
+            ++count;
             add(word, found, values);
             repeat(found, values);
             skip_white();
@@ -189,7 +191,7 @@ private:
             found.wrong = found.wrong.empty() ? " has no end" : found.wrong;
         }
         at_ = end;
-        if (values.empty() || (open == '(' && values.size() < fewest) || (values.size() < 2 && open == '[')) {
+        if (count == 0 || (open == '(' && count < fewest) || (count < 2 && open == '[')) {
             return;
         }
         finish(first, found, values);
@@ -200,14 +202,12 @@ private:
         return word.size() == 1 || word[0] != '0' || word[1] == 'x' || word[1] == 'X';
     }
 
+    // Up to the first that is wrong.
     static void add(std::string_view word, Field &found, std::vector<int64_t> &values) {
         const bool minus = word[0] == '-';
         const std::string_view digits = word.substr(minus ? 1 : 0);
         const bool hex = digits.starts_with("0x") || digits.starts_with("0X");
         const std::optional<uint64_t> value = hex ? number_of(digits.substr(2), 16) : number_of(digits, 10);
-        values.push_back(value && *value <= UINT8_MAX
-                             ? minus ? -static_cast<int64_t>(*value) : static_cast<int64_t>(*value)
-                             : 0);
         if (!found.place.empty()) {
             return;
         }
@@ -218,6 +218,8 @@ private:
             found.place = word;
             found.wrong =
                 hex ? " is a number of several bytes; give bytes" : " may be octal; give bytes in hex";
+        } else {
+            values.push_back(minus ? -static_cast<int64_t>(*value) : static_cast<int64_t>(*value));
         }
     }
 
@@ -239,18 +241,17 @@ private:
             return;
         }
         repeated_ += *times;
-        values.resize(values.size() + *times - 1, values.back());
         at_ += before.size() + count.size() + behind.size();
+        if (found.place.empty()) {
+            values.resize(values.size() + *times - 1, values.back());
+        }
     }
 
     void finish(size_t first, Literal &found, const std::vector<int64_t> &values) {
         constexpr size_t enough = 200;
         std::string_view before = text_.substr(first - std::min(first, enough), std::min(first, enough));
         before.remove_prefix(before.find_last_of("\n;}") + 1); // npos + 1 is 0
-        std::string_view behind = text_.substr(at_, enough);
-        behind = behind.substr(0, behind.find('\n'));
-        std::string_view wide = wide_type_in(before);
-        wide = wide.empty() && behind.find("dtype") != behind.npos ? wide_type_in(behind) : wide;
+        const std::string_view wide = wide_type_in(before);
         declared_size(before, values.size(), found);
         stated_length(text_.substr(at_, enough), values.size(), found);
         const bool negative =
@@ -263,7 +264,7 @@ private:
             found.wrong = wide.empty() ? ": a list of bytes has numbers from 0 to 255, or from -128 to 127"
                                        : " says that these are numbers of several bytes; give bytes";
         }
-        found.bytes.assign(values.begin(), values.end());
+        found.bytes.assign(values.begin(), wide.empty() ? values.end() : values.begin());
         found_.push_back(std::move(found));
     }
 
@@ -314,7 +315,7 @@ Field unescaped(std::string_view text) {
         } else if (const std::optional<uint8_t> byte = take_escape(rest)) {
             field.bytes.push_back(*byte);
         } else {
-            return {{}, from, " is no escape sequence"};
+            return {std::move(field.bytes), from, " is no escape sequence"};
         }
     }
     return field;

@@ -16,7 +16,7 @@ uint16_t number(const std::vector<uint8_t> &bytes, size_t at) {
 
 } // namespace
 
-bool Sense::accepts(const std::vector<uint8_t> &bytes) const {
+bool Sense::are_messages(const std::vector<uint8_t> &bytes) const {
     if (bytes.empty()) {
         return false;
     }
@@ -31,15 +31,6 @@ bool Sense::accepts(const std::vector<uint8_t> &bytes) const {
         }
         return true;
     }
-    constexpr size_t header_size = 4;
-    if (bytes.size() > header_size && header_size + number(bytes, 2) == bytes.size()) { // a structure alone
-        const tlvmsg_type *const element = tlvmsg_type_set_by_tag(options_.set, number(bytes, 0));
-        constexpr tlvmsg_limits strict{0, true, {}};
-        if (element != nullptr && element->kind == TLVMSG_STRUCTURE &&
-            tlvmsg_judge(element, bytes.data(), bytes.size(), &strict, nullptr) == TLVMSG_FITS) {
-            return true;
-        }
-    }
     tlvmsg_part *parts = nullptr;
     size_t count = 0;
     if (!tlvmsg_divide(options_.set, bytes.data(), bytes.size(), &parts, &count, nullptr)) {
@@ -47,6 +38,37 @@ bool Sense::accepts(const std::vector<uint8_t> &bytes) const {
     }
     tlvmsg_free(parts);
     return count > 0;
+}
+
+bool Sense::accepts(const std::vector<uint8_t> &bytes) const {
+    constexpr size_t header_size = 4;
+    constexpr tlvmsg_limits strict{0, true, {}};
+    if (options_.type == nullptr && bytes.size() > header_size &&
+        header_size + number(bytes, 2) == bytes.size()) {
+        const tlvmsg_type *const element = tlvmsg_type_set_by_tag(options_.set, number(bytes, 0));
+        if (element != nullptr && element->kind == TLVMSG_STRUCTURE &&
+            tlvmsg_judge(element, bytes.data(), bytes.size(), &strict, nullptr) == TLVMSG_FITS) {
+            return true;
+        }
+    }
+    return are_messages(bytes);
+}
+
+std::optional<size_t> Sense::deviates_at(const std::vector<uint8_t> &bytes) const {
+    constexpr tlvmsg_limits strict{0, true, {}};
+    tlvmsg_verdict verdict{};
+    for (size_t at = 0; options_.type != nullptr && at < bytes.size(); at += verdict.extent.consumed) {
+        const uint8_t *const rest = bytes.data() + at;
+        if (tlvmsg_judge(options_.type, rest, bytes.size() - at, nullptr, &verdict) == TLVMSG_FITS_NOT ||
+            verdict.extent.consumed == 0) {
+            return std::nullopt;
+        }
+        if (verdict.extent.deviations > 0) {
+            tlvmsg_judge(options_.type, rest, verdict.extent.consumed, &strict, &verdict);
+            return at + verdict.fault.offset;
+        }
+    }
+    return std::nullopt;
 }
 
 bool Sense::begins(const std::vector<uint8_t> &bytes) const {
@@ -63,7 +85,7 @@ bool Sense::begins(const std::vector<uint8_t> &bytes) const {
         return tlvmsg_type_set_by_tag(options_.set, number(bytes, at)) != nullptr;
     };
     constexpr uint16_t scalars = 10; // tags that any bytes may begin with
-    return known(0) && (end + 2 <= bytes.size() ? known(end) : tag > scalars || end == bytes.size());
+    return known(0) && (end + 2 <= bytes.size() ? known(end) : tag > scalars);
 }
 
 } // namespace tlvmsg::forms

@@ -4,6 +4,7 @@
 #include <tlvmsg/forms/hex.h>
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace tlvmsg::forms {
@@ -13,10 +14,17 @@ public:
     explicit Sense(const tlvmsg_hex_options &options) : options_(options) {}
 
     // Whether they are messages that lie back to back, of the type where one is known, without deviations.
+    bool are_messages(const std::vector<uint8_t> &bytes) const;
+
+    // Whether they are that, or a structure alone.
     bool accepts(const std::vector<uint8_t> &bytes) const;
 
     // Whether a message may begin so, however it goes on: by the first header.
     bool begins(const std::vector<uint8_t> &bytes) const;
+
+    // Where messages of the type deviate from it, in a way that it tolerates; nothing where they do not, or no type is
+    // known.
+    std::optional<size_t> deviates_at(const std::vector<uint8_t> &bytes) const;
 
     int of(const std::vector<uint8_t> &bytes) const { return accepts(bytes) ? 2 : begins(bytes) ? 1 : 0; }
 

@@ -73,8 +73,7 @@ size_t name_size(std::string_view word, std::string_view next) {
                    : end + 1;
     }
     const bool number = name.size() <= 7 && std::all_of(name.begin(), name.end(), base::is_digit);
-    const bool colons = rest.find(':') != rest.npos;
-    const bool bytes = name.size() == 2 && (colons || (rest.size() == 2 && next.empty()));
+    const bool bytes = name.size() == 2 && (rest.find(':') == 2 || (rest.size() == 2 && next.empty()));
     return number && !rest.empty() && is_plain(rest) && !bytes ? end + 1 : 0;
 }
 
@@ -94,7 +93,8 @@ size_t label_word(std::string_view line, bool timed) {
         return name_size(word, rest);
     }
     const std::string_view bar = rest.substr(0, rest.find_first_of(blanks));
-    if (word == "|" || is_time(shape) || is_day_or_level(word) || is_epoch(word, rest) || is_address(shape) ||
+    if (word == "|" || (!timed && word.size() == 1 && std::string_view("-+*>").find(word) != word.npos) ||
+        is_time(shape) || is_day_or_level(word) || is_epoch(word, rest) || is_address(shape) ||
         (word.ends_with(':') && !is_plain(word))) {
         return size;
     }
@@ -188,7 +188,7 @@ std::string normalized(std::string_view text) {
                    rest == "\xE2\x80\x89") {
             normal += ' ';
             at += 2;
-        } else if (text[at] == '\xA0' && (at == 0 || text[at - 1] >= 0)) { // the same in Latin 1
+        } else if (text[at] == '\xA0' && (normal.empty() || normal.back() >= 0)) { // the same in Latin 1
             normal += ' ';
         } else if (is_colour(rest)) {
             at = std::min(text.find_first_not_of("0123456789;", at + 2), text.size() - 1);
@@ -204,6 +204,16 @@ bool is_plain(std::string_view text) {
         return base::is_hex_digit(c) ||
                std::string_view(" \t\f,;:-\"'xX\\").find(c) != std::string_view::npos;
     });
+}
+
+bool is_nearly_hex(std::string_view text) {
+    size_t words = 0;
+    size_t pairs = 0;
+    for (; !text.empty(); ++words) {
+        const std::string_view word = take_word(text);
+        pairs += word.size() % 2 == 0 && std::all_of(word.begin(), word.end(), base::is_hex_digit) ? 1 : 0;
+    }
+    return pairs > 0 && 2 * pairs >= words;
 }
 
 bool TextLines::next(TextLine &line) {

@@ -48,6 +48,9 @@ using base::number_of;
 // Whether there is no character but those of hex: digits, what stands between them, 0x, quotes.
 bool is_plain(std::string_view text);
 
+// Whether most words are pairs of hex digits.
+bool is_nearly_hex(std::string_view text);
+
 // What stands behind all that a log, a shell or a program writes at the start of a line: dates, times, levels, [...],
 // addresses, numbers of lines, words with a colon or = behind them.
 std::string_view without_label(std::string_view line);

@@ -97,12 +97,22 @@ TEST(Hex, IsReadByTheFormOfTheWholeText) {
         {"at 7: data=" + one + " of 6\nnothing\n", "1?" + one + " 2-"},
         {"rx " + one + " tx " + two + "\n", "1:" + one + " 1:" + two},
         {"x 0400020001\n", "line 1"},
+        {"# " + one + "\n", "line 1"},
+        {R"(\\)", "line 1"},
+        {"[b'\\0\\4\\0\\2\\0\\1', b'\\x00\\x04\\x00\\x02\\x2c\\x61", "line 1"},
+        {"0x4010 <a>:\t0x00\t0x04\t0x00\t0x02\t0x00\t0x01\n0x4020 <b>:\t0x00\t0x04\t0x00\t0x02\t0x2c\t0x61\n",
+         "1?" + one + " 2?" + two},
+        {"9:0000: 0004 0002  ....\n10:0004: 0001       ..\n", "1?" + one},
+        {"- 00 04 00\n- 02 00 01\n", "1?" + one},
     };
     for (const auto &[text, expected] : texts) {
         std::string got = messages_in(text, "uint16");
         got.erase(got.find_last_not_of(' ') + 1);
         EXPECT_EQ(got, expected) << text;
     }
+    EXPECT_EQ(
+        messages_in("054d0018\n00050002000100040002000105520008\n0006000400000001\n", "zel_led_control"),
+        "line 2"); // a deviation that is tolerated in bytes
 }
 
 // Megabytes of what might be looked at again and again.

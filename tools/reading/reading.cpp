@@ -130,7 +130,8 @@ private:
             return consumed;
         }
         if (consumed > 0) {
-            const list<tlvmsg_part> others = value_of(divide(rest.subspan(consumed), type_set()));
+            const Bytes between(rest.begin() + static_cast<std::ptrdiff_t>(consumed), next);
+            const list<tlvmsg_part> others = value_of(divide(between, type_set()));
             other_ = others.size() > 0 ? others[0].types[0] : nullptr;
             if (other_ != nullptr || next != rest.end()) {
                 return consumed;

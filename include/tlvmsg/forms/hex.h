@@ -16,6 +16,8 @@
  * Dates, times, levels, names, addresses, numbers of lines and the like before bytes are none. Messages may be one a
  * line or a paragraph each, or go on over lines: what types accept. Lines that begin with # are comments. The text may
  * be UTF-16, end its lines in any way, and have no-break spaces and a terminal's colours. Time is linear in its length.
+ * Where a message goes on over lines without offsets, and a type is given that it deviates from, a line may be missing:
+ * that is refused, even if decoders tolerate the deviation.
  *
  * Example:
  *
@@ -87,8 +89,8 @@ bool tlvmsg_is_text(const char *text, size_t length);
  * `*messages` is a block of `*count` messages with their bytes and names in it, to release with tlvmsg_free. On
  * failure it is null and `*count` 0, and `*fault`, which may be null, says what is in the way, and in which line; its
  * path is empty, and its offset counts in the text as UTF-8, without a byte order mark and with line feeds alone. All
- * messages are of kind TLVMSG_HEX_MESSAGE or TLVMSG_HEX_BROKEN. It works on a copy of the text: while somebody else changes that, nothing
- * outside is read, and the messages may mix both states.
+ * messages are of kind TLVMSG_HEX_MESSAGE or TLVMSG_HEX_BROKEN. It works on a copy of the text: while somebody else
+ * changes that, nothing outside is read, and the messages may mix both states.
  */
 bool tlvmsg_read_hex(const char *text, size_t length, tlvmsg_hex_message **messages, size_t *count,
                      tlvmsg_text_fault *fault);
