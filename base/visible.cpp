@@ -100,7 +100,7 @@ std::string named(std::string_view character) {
     if (size == 0) {
         return hex("the byte %02X", code);
     }
-    const std::string number = hex("U+%04X", code);
+    std::string number = hex("U+%04X", code);
     if (is_invisible(code) || is_blank(code)) {
         return number;
     }

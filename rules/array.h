@@ -5,6 +5,7 @@
 
 namespace tlvmsg::rules {
 
+inline constexpr uint32_t count_at = 2 * header_size; // behind the headers of the array and of the count
 inline constexpr uint32_t array_prefix = header_size + codec::uint16::fixed_size;
 
 // Writes the header of an array of `size` bytes altogether, and its count.
@@ -36,7 +37,7 @@ inline const uint8_t *end_of_array(const uint8_t *in, const Input &input, uint32
         codec::uint16::mismatch(in + header_size) != 0) {
         return nullptr;
     }
-    count = wire::fetched(wire::load16(in + 2 * header_size));
+    count = wire::fetched(wire::load16(in + count_at));
     return count <= most ? end : nullptr;
 }
 

@@ -104,7 +104,7 @@ struct byte_array {
     }
     static constexpr uint32_t mismatch(auto in) {
         return difference(in, wire::header(wire::array_tag, form.presumed_size - header_size)) |
-               codec::uint16::mismatch(in + header_size) | difference(in + 2 * header_size, Capacity);
+               codec::uint16::mismatch(in + header_size) | difference(in + count_at, Capacity);
     }
 
     static void take(const uint8_t *in, record *out) {

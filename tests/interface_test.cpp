@@ -73,7 +73,10 @@ TEST(Interface, HasTheSizesAndOffsetsOfDescriptorsAndRecords) {
         }
     }
     EXPECT_EQ(found, expected);
-    EXPECT_EQ(types + 9, tlvmsg_type_count()) << "all but the scalars";
+    for (size_t i = 0; i < tlvmsg_type_count(); ++i) {
+        types += tlvmsg_type_at(i)->kind == TLVMSG_SCALAR ? 1 : 0; // which it leaves out
+    }
+    EXPECT_EQ(types, tlvmsg_type_count());
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 namespace tlvc {
 
 namespace fs = std::filesystem;
+using syntax::Form;
 
 namespace {
 
@@ -58,7 +59,8 @@ Library read_library(const fs::path &directory) {
         const std::string path = fs::path(file).lexically_relative(directory).string();
         const syntax::File read = parse(sources, sources.add(file, tlvmsg::base::read_file(file)), ignored);
         for (const syntax::Declaration &each : read.declarations) {
-            const uint64_t tag = each.form <= syntax::Form::Structure ? each.number.value : 0;
+            const bool tagged = each.form == Form::Enumeration || each.form == Form::Structure;
+            const uint64_t tag = tagged ? each.number.value : 0;
             library.types[std::string(each.name.text)] = {path, tag};
         }
     }

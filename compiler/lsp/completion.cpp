@@ -55,7 +55,8 @@ public:
 private:
     std::string_view word() const { return at_.text().substr(begin_, cursor_ - begin_); }
 
-    void add(std::string_view name, int kind, std::string_view detail, JsonValue more = JsonValue::object()) {
+    void add(std::string_view name, int kind, std::string_view detail,
+             const JsonValue &more = JsonValue::object()) {
         const Span place{at_.file, begin_, cursor_};
         JsonValue item = {{"label", name},
                           {"kind", kind},

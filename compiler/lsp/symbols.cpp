@@ -26,11 +26,27 @@ bool holds(std::string_view name, const std::string &text) {
 
 } // namespace
 
-const Look &look(syntax::Form form) {
-    static constexpr Look looks[] = {
-        {"enumeration", 10, 13}, {"structure", 23, 22},     {"message", 5, 7},         {"array", 18, 22},
-        {"bytes", 18, 22},       {"dynamic array", 18, 22}, {"dynamic bytes", 18, 22}, {"union", 11, 8}};
-    return looks[static_cast<size_t>(form)];
+Look look(syntax::Form form) {
+    using syntax::Form;
+    switch (form) {
+    case Form::Enumeration:
+        return {"enumeration", 10, 13};
+    case Form::Structure:
+        return {"structure", 23, 22};
+    case Form::Message:
+        return {"message", 5, 7};
+    case Form::Array:
+        return {"array", 18, 22};
+    case Form::Bytes:
+        return {"bytes", 18, 22};
+    case Form::DynamicArray:
+        return {"dynamic array", 18, 22};
+    case Form::DynamicBytes:
+        return {"dynamic bytes", 18, 22};
+    case Form::Union:
+        return {"union", 11, 8};
+    }
+    return {};
 }
 
 JsonValue symbols_of(const Document &document) {

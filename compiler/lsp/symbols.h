@@ -11,7 +11,7 @@ struct Look {
     int symbol;
     int completion;
 };
-const Look &look(syntax::Form form);
+Look look(syntax::Form form);
 
 // The declarations of a file, with members and enumerators as their children.
 JsonValue symbols_of(const Document &document);

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 namespace tlvc::wire {
 
@@ -34,6 +35,18 @@ inline constexpr uint16_t array_tag = 10;
 inline constexpr uint64_t lowest_tag = 1001; // of an enumeration or structure
 inline constexpr uint64_t highest_tag = 65535;
 inline constexpr uint64_t first_own_tag = 32768; // never shipped from here on: for families elsewhere
+
+// A tag tells elements apart, so no two scalars share one, nor one with arrays or types that schemas declare.
+static_assert([] {
+    std::array<bool, lowest_tag> taken{};
+    taken[array_tag] = true;
+    for (const Scalar &each : scalars) {
+        if (each.tag == 0 || each.tag >= lowest_tag || std::exchange(taken[each.tag], true)) {
+            return false;
+        }
+    }
+    return true;
+}());
 
 inline constexpr uint64_t header_size = 4; // tag and length, 16 bits each
 inline constexpr uint64_t longest_value = 65535;

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace tlvmsg_test {
@@ -34,6 +35,10 @@ struct Random {
     size_t below(size_t most) { return engine() % most; }
 };
 
+auto members(const tlvmsg_framing &of) {
+    return std::tuple(of.header, of.length_at, of.most, of.adjust, of.width, of.little);
+}
+
 tlvmsg_framing random_framing(Random &random) {
     for (;;) {
         tlvmsg_framing framing{};
@@ -47,7 +52,7 @@ tlvmsg_framing random_framing(Random &random) {
         if (tlvmsg_framing_to_text(&framing, text, sizeof text) > 0 && framing.width != 0) {
             tlvmsg_framing again{};
             EXPECT_TRUE(tlvmsg_framing_from_text(text, &again, nullptr)) << text;
-            EXPECT_EQ(std::memcmp(&framing, &again, sizeof framing), 0) << text;
+            EXPECT_EQ(members(again), members(framing)) << text;
             return framing;
         }
     }
