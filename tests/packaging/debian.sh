@@ -47,7 +47,7 @@ for name in libtlvmsg1 libtlvmsg-inspect1 libtlvmsg-forms1 libtlvmsg-schema1; do
     deb=$(ls "$root/packages/$name"_*.deb)
     dpkg-deb -c "$deb" | awk '{ print $6 }' | grep -v '/$' | grep -v "\.so\.1\|/usr/share/doc/$name/\|/usr/share/lintian/" &&
         { echo "$name has files that another soname's would have, too"; exit 1; }
-    dpkg-deb -f "$deb" Depends | grep -q 'libosal-pelix\|libtlvmsg-inspect1' ||
+    dpkg-deb -f "$deb" Depends | grep -q 'libosal-pelix\|libtlvmsg-' ||
         { echo "$name does not bring libosal-pelix"; exit 1; }
 done
 
