@@ -13,6 +13,10 @@ constexpr uint16_t array_tag = 10;
 
 using Bytes = std::span<const uint8_t>;
 
+inline uint16_t number_at(Bytes bytes, size_t at) {
+    return static_cast<uint16_t>(bytes[at] << 8 | bytes[at + 1]);
+}
+
 struct Element {
     size_t offset;
     uint16_t tag;
@@ -31,8 +35,7 @@ inline std::optional<Element> element_at(Bytes bytes, size_t offset) {
     if (bytes.size() < offset || bytes.size() - offset < header_size) {
         return std::nullopt;
     }
-    const auto number = [&](size_t at) { return static_cast<uint16_t>(bytes[at] << 8 | bytes[at + 1]); };
-    const Element element{offset, number(offset), number(offset + 2)};
+    const Element element{offset, number_at(bytes, offset), number_at(bytes, offset + 2)};
     return element.end() <= bytes.size() ? std::optional(element) : std::nullopt;
 }
 

@@ -32,12 +32,6 @@ bool has_key(const tlvmsg_route *routes, size_t count, uint64_t key) {
     return false;
 }
 
-tlvmsg_fault fault_of(const char *path, tlvmsg_code code, uint64_t found, uint64_t allowed) {
-    tlvmsg_fault fault{code, 0, found, allowed, {}, {}};
-    Text(fault.path, sizeof fault.path).add(path);
-    return fault;
-}
-
 // Whether nothing is wrong with the route of that type, wherever it stands; else the fault says what.
 bool is_sound(const tlvmsg_route &route, const tlvmsg_type *type, const char *path, tlvmsg_fault &fault) {
     const uintptr_t bits = reserved_bits(&route);
@@ -47,7 +41,7 @@ bool is_sound(const tlvmsg_route &route, const tlvmsg_type *type, const char *pa
     }
     fault = bits != 0      ? reserved_word(path, bits)
             : !is_callable ? null_argument(path)
-                           : fault_of(path, TLVMSG_RECORD_SIZE, route.record_size, type->size);
+                           : fault_in(path, TLVMSG_RECORD_SIZE, 0, route.record_size, type->size);
     return false;
 }
 
@@ -73,7 +67,7 @@ struct Dispatch {
         const size_t room =
             options.room != nullptr && options.room_size > lost ? options.room_size - lost : 0;
         if (room < type.size) {
-            return refuse(fault_of("room", TLVMSG_ROOM_TOO_SMALL, room, type.size));
+            return refuse(fault_in("room", TLVMSG_ROOM_TOO_SMALL, 0, room, type.size));
         }
         void *const record = static_cast<uint8_t *>(options.room) + lost;
         tlvmsg_fault fault;
@@ -93,7 +87,7 @@ bool is_sorted(const tlvmsg_route *routes, size_t last, tlvmsg_fault &fault) {
     }
     char path[64];
     Text(path, sizeof path).add("routes[").add(last - 1).add("] and routes[").add(last).add("]");
-    fault = fault_of(path, before == routes[last].key ? TLVMSG_KEY_TAKEN : TLVMSG_NOT_SORTED, before, 0);
+    fault = fault_in(path, before == routes[last].key ? TLVMSG_KEY_TAKEN : TLVMSG_NOT_SORTED, 0, before, 0);
     return false;
 }
 

@@ -1,7 +1,6 @@
 #include "framing.h"
 
 #include "place.h"
-#include "text.h"
 
 #include <cstring>
 
@@ -42,12 +41,6 @@ tlvmsg_fault check_members(const tlvmsg_framing &framing) {
 }
 
 } // namespace
-
-tlvmsg_fault fault_in(const char *path, tlvmsg_code code, uint64_t offset, uint64_t found, uint64_t allowed) {
-    tlvmsg_fault fault{code, static_cast<size_t>(offset), found, allowed, {}, {}};
-    Text(fault.path, sizeof fault.path).add(path);
-    return fault;
-}
 
 tlvmsg_fault check(const tlvmsg_framing *framing) {
     if (framing == nullptr) {

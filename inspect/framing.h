@@ -23,6 +23,4 @@ uint32_t read_length(const tlvmsg_framing &framing, const uint8_t *header);
 // Before a body of a size that can be.
 void write_header(const tlvmsg_framing &framing, size_t size, uint8_t *header);
 
-tlvmsg_fault fault_in(const char *path, tlvmsg_code code, uint64_t offset, uint64_t found, uint64_t allowed);
-
 } // namespace tlvmsg::inspect

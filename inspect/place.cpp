@@ -30,16 +30,16 @@ tlvmsg_fault fault_at(const Place &place, tlvmsg_code code, size_t offset, uint6
     return fault;
 }
 
-tlvmsg_fault null_argument(const char *argument) {
-    tlvmsg_fault fault{TLVMSG_NULL_ARGUMENT, 0, 0, 0, {}, {}};
-    Text(fault.path, sizeof fault.path).add(argument);
+tlvmsg_fault fault_in(const char *path, tlvmsg_code code, uint64_t offset, uint64_t found, uint64_t allowed) {
+    tlvmsg_fault fault{code, static_cast<size_t>(offset), found, allowed, {}, {}};
+    Text(fault.path, sizeof fault.path).add(path);
     return fault;
 }
 
+tlvmsg_fault null_argument(const char *argument) { return fault_in(argument, TLVMSG_NULL_ARGUMENT, 0, 0, 0); }
+
 tlvmsg_fault reserved_word(const char *argument, uintptr_t bits) {
-    tlvmsg_fault fault{TLVMSG_RESERVED_WORD, 0, bits, 0, {}, {}};
-    Text(fault.path, sizeof fault.path).add(argument);
-    return fault;
+    return fault_in(argument, TLVMSG_RESERVED_WORD, 0, bits, 0);
 }
 
 } // namespace tlvmsg::inspect

@@ -27,6 +27,9 @@ Place count_of(const Place &array);
 
 tlvmsg_fault fault_at(const Place &place, tlvmsg_code code, size_t offset, uint64_t found, uint64_t allowed);
 
+// The same where the place is no type's: an argument, a member of an option, what a text wants.
+tlvmsg_fault fault_in(const char *path, tlvmsg_code code, uint64_t offset, uint64_t found, uint64_t allowed);
+
 // The caller's fault: the argument of that name is null.
 tlvmsg_fault null_argument(const char *argument);
 

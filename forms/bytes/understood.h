@@ -15,10 +15,6 @@ using namespace base; // bytes and elements
 
 constexpr size_t tag_size = 2;
 
-inline uint16_t number_at(Bytes bytes, size_t at) {
-    return static_cast<uint16_t>(bytes[at] << 8 | bytes[at + 1]);
-}
-
 // How many bytes decoders take for the element that the bytes begin with, going by its header alone; more than there
 // are when that is cut.
 size_t size_by_header(const tlvmsg_type *type, Bytes bytes);

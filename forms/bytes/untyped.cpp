@@ -26,7 +26,7 @@ std::optional<size_t> count_of(Bytes bytes, const Element &array) {
     if (!count || count->tag != 4 || count->length != 2) {
         return std::nullopt;
     }
-    return size_t{bytes[count->value()]} << 8 | bytes[count->value() + 1];
+    return number_at(bytes, count->value());
 }
 
 class UntypedReader {

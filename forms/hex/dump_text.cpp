@@ -490,9 +490,8 @@ private:
 
     // Where lines may be missing, a whole message shows that none is.
     void end() {
-        constexpr uint8_t scalars = 10; // tags that parts of a message begin with
         const Bytes &all = doubtful_.empty() || holes_ ? Bytes() : dumps_.back().bytes;
-        const bool begins = away_ && sense_.begins(all) && (all[0] > 0 || all[1] > scalars);
+        const bool begins = away_ && sense_.begins(all) && !is_common_tag(base::number_at(all, 0));
         if (!all.empty() && !begins && !(headless_ ? sense_.are_messages(all) : sense_.accepts(all))) {
             fail(doubtful_,
                  ": lines before it may be missing, and the rest is no whole message; --holes takes it so");

@@ -32,13 +32,12 @@ struct Item {
     bool nearly = false; // pairs of hex digits with others between them
 };
 
-constexpr size_t header_size = 4;
+using base::header_size;
 
 // Whether they begin with the same tag, and not with one that any part of a message may begin with.
 bool same_tag(const Bytes &a, const Bytes &b) {
-    constexpr uint8_t scalars = 10;
-    return a.size() >= header_size && b.size() >= header_size && a[0] == b[0] && a[1] == b[1] &&
-           (a[0] > 0 || a[1] > scalars);
+    return a.size() >= header_size && b.size() >= header_size &&
+           base::number_at(a, 0) == base::number_at(b, 0) && !is_common_tag(base::number_at(a, 0));
 }
 
 // Whether nothing but the end of a statement or of a list is there.

@@ -8,11 +8,12 @@
 
 namespace tlvmsg::forms {
 
+using base::header_size;
+using base::number_at;
+
 namespace {
 
-uint16_t number(const std::vector<uint8_t> &bytes, size_t at) {
-    return static_cast<uint16_t>(bytes[at] << 8 | bytes[at + 1]);
-}
+constexpr tlvmsg_limits strict{0, true, {}};
 
 } // namespace
 
@@ -41,11 +42,9 @@ bool Sense::are_messages(const std::vector<uint8_t> &bytes) const {
 }
 
 bool Sense::accepts(const std::vector<uint8_t> &bytes) const {
-    constexpr size_t header_size = 4;
-    constexpr tlvmsg_limits strict{0, true, {}};
     if (options_.type == nullptr && bytes.size() > header_size &&
-        header_size + number(bytes, 2) == bytes.size()) {
-        const tlvmsg_type *const element = tlvmsg_type_set_by_tag(options_.set, number(bytes, 0));
+        header_size + number_at(bytes, 2) == bytes.size()) {
+        const tlvmsg_type *const element = tlvmsg_type_set_by_tag(options_.set, number_at(bytes, 0));
         if (element != nullptr && element->kind == TLVMSG_STRUCTURE &&
             tlvmsg_judge(element, bytes.data(), bytes.size(), &strict, nullptr) == TLVMSG_FITS) {
             return true;
@@ -55,7 +54,6 @@ bool Sense::accepts(const std::vector<uint8_t> &bytes) const {
 }
 
 std::optional<size_t> Sense::deviates_at(const std::vector<uint8_t> &bytes) const {
-    constexpr tlvmsg_limits strict{0, true, {}};
     tlvmsg_verdict verdict{};
     for (size_t at = 0; options_.type != nullptr && at < bytes.size(); at += verdict.extent.consumed) {
         const uint8_t *const rest = bytes.data() + at;
@@ -72,20 +70,19 @@ std::optional<size_t> Sense::deviates_at(const std::vector<uint8_t> &bytes) cons
 }
 
 bool Sense::begins(const std::vector<uint8_t> &bytes) const {
-    if (bytes.size() < 4) {
+    if (bytes.size() < header_size) {
         return false;
     }
-    const uint16_t tag = number(bytes, 0);
-    const size_t end = size_t{4} + number(bytes, 2);
+    const uint16_t tag = number_at(bytes, 0);
+    const size_t end = header_size + number_at(bytes, 2);
     if (const tlvmsg_type *type = options_.type; type != nullptr) {
         type = type->kind == TLVMSG_MESSAGE && type->member_count > 0 ? type->members[0].type : type;
         return type->tag == tag;
     }
     const auto known = [&](size_t at) {
-        return tlvmsg_type_set_by_tag(options_.set, number(bytes, at)) != nullptr;
+        return tlvmsg_type_set_by_tag(options_.set, number_at(bytes, at)) != nullptr;
     };
-    constexpr uint16_t scalars = 10; // tags that any bytes may begin with
-    return known(0) && (end + 2 <= bytes.size() ? known(end) : tag > scalars);
+    return known(0) && (end + 2 <= bytes.size() ? known(end) : !is_common_tag(tag));
 }
 
 } // namespace tlvmsg::forms

@@ -1,6 +1,8 @@
 // What the types make of bytes: it decides where spelling alone does not.
 #pragma once
 
+#include "base/element.h"
+
 #include <tlvmsg/forms/hex.h>
 
 #include <cstdint>
@@ -8,6 +10,9 @@
 #include <vector>
 
 namespace tlvmsg::forms {
+
+// Whether any part of a message may begin with that tag: a scalar's, or that of arrays.
+constexpr bool is_common_tag(uint16_t tag) { return tag <= base::array_tag; }
 
 class Sense {
 public:

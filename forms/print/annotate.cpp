@@ -228,7 +228,7 @@ private:
         if (end - at < header_size) {
             return false;
         }
-        const auto tag = static_cast<uint16_t>(bytes_[at] << 8 | bytes_[at + 1]);
+        const uint16_t tag = number_at(bytes_, at);
         return tag == array_tag || tlvmsg_type_set_by_tag(set_, tag) != nullptr;
     }
 

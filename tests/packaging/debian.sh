@@ -18,6 +18,9 @@ inside() {
     chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 HOME=/root DEBIAN_FRONTEND=noninteractive \
         sh -c "cd /sources && $1" > "$work/log" 2>&1 || { echo "$1"; cat "$work/log"; exit 1; }
 }
+files() {
+    find "$root" -xdev \( -path "$root/var" -o -path "$root/tmp" -o -path "$root/root" \) -prune -o -print | sort
+}
 install() {
     began=$(date +%s)
     inside "apt-get install -y --no-install-recommends $1"
@@ -31,7 +34,7 @@ try() {
 
 inside "apt-get update"
 install "g++ cmake make pkg-config python3 python3-pytest jq tshark"
-find "$root" -xdev \( -path "$root/var" -o -path "$root/tmp" -o -path "$root/root" \) -prune -o -print | sort > "$work/before"
+files > "$work/before"
 
 install "/packages/lib*.deb"
 try pages
@@ -52,5 +55,5 @@ for name in libtlvmsg1 libtlvmsg-inspect1 libtlvmsg-forms1 libtlvmsg-schema1; do
 done
 
 inside "apt-get purge -y tlvmsg-tools python3-tlvmsg 'libtlvmsg*' libosal-pelix"
-find "$root" -xdev \( -path "$root/var" -o -path "$root/tmp" -o -path "$root/root" \) -prune -o -print | sort > "$work/after"
+files > "$work/after"
 diff "$work/before" "$work/after" || { echo "removing leaves a trace"; exit 1; }

@@ -2,6 +2,7 @@
 
 #include "tools/faults/faults.h"
 
+#include "base/element.h"
 #include "cli/terminal.h"
 #include "tools/types/lookup.h"
 
@@ -140,9 +141,8 @@ int for_each_reading(const MessageOptions &options,
 
 tlvmsg_fault incomplete_element(const Input &input, size_t end) {
     const size_t left = input.bytes.size() - end;
-    const uint8_t *const header = input.bytes.data() + end;
-    const size_t length = left < 4 ? 0 : size_t{header[2]} << 8 | header[3];
-    tlvmsg_fault fault{TLVMSG_TRUNCATED, end, left, 4 + length, {}, {}};
+    const size_t length = left < base::header_size ? 0 : base::number_at(input.bytes, end + 2);
+    tlvmsg_fault fault{TLVMSG_TRUNCATED, end, left, base::header_size + length, {}, {}};
     std::strcpy(fault.path, "element");
     return fault;
 }
