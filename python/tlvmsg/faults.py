@@ -21,6 +21,11 @@ class TextFault(Fault):
         self.lineno, self.colno = lineno, colno
 
 
+def value_fault(code, path, found, allowed):
+    """For tlvmsg._native: a value that does not fit."""
+    return Fault(f"error[{code}]: {path}: found {found!r:.200}, expected {allowed}", code, path, None, found, allowed)
+
+
 def text_fault(code, path, message, offset, line, column):
     """For tlvmsg._native: what JSON, hex and settings are refused with; settings have no line."""
     where = f" in line {line}, column {column}" if column else ""

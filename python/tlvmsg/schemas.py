@@ -81,12 +81,13 @@ class Schema(_native.Schema):
             type = self.type(type)
         elif type is not None:
             type = getattr(type, "_type", type)
-        return super().annotate(data, type) if type is not None else super().annotate(data)
+        pieces = super().annotate(data, type) if type is not None else super().annotate(data)
+        return b"".join(pieces).decode(errors="replace")
 
 
 library = Schema._make((), None, ())
-for _family in library.families():
-    sys.modules[f"tlvmsg.{_family}"] = Family(f"tlvmsg.{_family}", library)
+families = {name: Family(f"tlvmsg.{name}", library) for name in library.families()}
+sys.modules.update({f"tlvmsg.{name}": family for name, family in families.items()})
 
 
 def load(name, fingerprint, data):

@@ -1,9 +1,9 @@
-"""What values are made of where Python's own types do not say enough. Whatever takes long to import, no module that
-`import tlvmsg` needs does."""
+"""What values are made of where Python's own types do not say enough, and what the module in C does not have to do.
+Whatever takes long to import, no module that `import tlvmsg` needs does."""
 
-from tlvmsg.faults import Fault, schema_fault, text_fault
+from tlvmsg.faults import Fault, schema_fault, text_fault, value_fault
 
-__all__ = ["Bytes", "Fault", "Items", "Missing", "schema_fault", "text_fault"]
+__all__ = ["Fault", "schema_fault", "text_fault", "value_fault"]
 
 
 class Bytes(bytes):
@@ -71,14 +71,68 @@ class Missing(int):
         return f"Missing({int(self)})"
 
 
-def shown(record):
-    """The repr of a record: what makes it."""
-    name = type(record).__name__
-    return f"{name}({', '.join(f'{each}={getattr(record, each)!r}' for each in record.__match_args__ if hasattr(record, each))})"
+# ---- Methods of messages and types that need not be fast ----
+
+
+def shown(self):
+    """What makes it."""
+    members = (f"{each}={getattr(self, each)!r}" for each in self.__match_args__ if hasattr(self, each))
+    return f"{type(self).__name__}({', '.join(members)})"
+
+
+def listed(self):
+    """Methods and members."""
+    return [*dir(type(self)), *self.__match_args__]
+
+
+def reduced(self):
+    """What loads it again: name, fingerprint and bytes, or members, as a union's bytes do not say what is chosen."""
+    of = type(self)._type
+    return load, (of.name, of.fingerprint, of.to_dict(self) if of.kind == "union" else of.encode(self))
+
+
+def to_json(self, indent=0):
+    """to_json(indent=0): its JSON, in one line or with as many blanks a level."""
+    return type(self)._type.to_json(self, indent)
+
+
+def sample(self, *settings, kind="random", seed=0):
+    """sample(*settings, kind='random', seed=0): a value to test with. A setting is 'led_control.color=3'; a kind is
+    'random', 'min', 'max' or 'boundary'."""
+    kinds = ["random", "min", "max", "boundary"]
+    if kind not in kinds:
+        raise ValueError(f"no kind of sample '{kind}'; there are random, min, max and boundary")
+    for each in settings:
+        if not isinstance(each, str) or "\0" in each:
+            raise TypeError(f"a setting is a str, such as 'slot=2', not {each!r}")
+    return self._sample(tuple(each.encode(errors="replace") for each in settings), kinds.index(kind), seed)
+
+
+# ---- What tlvmsg._native calls ----
+
+
+def add_methods(record, type_):
+    """Once, when the module has made its own."""
+    record.__repr__, record.__dir__, record.__reduce__, record.to_json = shown, listed, reduced, to_json
+    type_.sample = sample
+
+
+def complete(class_, type_, members):
+    """The attributes of a class of messages."""
+    class_._type, class_.__match_args__, class_.__doc__ = type_, tuple(members), Documentation(type_)
+    for name in ("decode", "verify", "from_dict", "from_json", "sample"):
+        setattr(class_, name, getattr(type_, name))
+
+
+def result(name, *values):
+    """An object of that class of tlvmsg.results."""
+    from tlvmsg import results
+
+    return vars(results)[name](*values)
 
 
 def enumeration(type_, values):
-    """For tlvmsg._native: an IntEnum of these pairs of a name and a number, and what stands for each of them."""
+    """An IntEnum of these pairs of a name and a number, and what stands for each of them."""
     import enum  # which takes longer than all the rest
 
     class Enumeration(enum.IntEnum):
