@@ -85,7 +85,7 @@ PyObject *type_sample(PyObject *self, PyObject *arguments) {
     tlvmsg_text_fault fault;
     PyObject *settings, *seed;
     int kind;
-    if (!PyArg_ParseTuple(arguments, "O!iO!:_sample", &PyTuple_Type, &settings, &kind, &PyLong_Type, &seed)) {
+    if (!PyArg_ParseTuple(arguments, "O!iO!:sample", &PyTuple_Type, &settings, &kind, &PyLong_Type, &seed)) {
         return NULL;
     }
     ALLOCATED const char **texts = texts_of(settings);

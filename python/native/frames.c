@@ -20,9 +20,9 @@ static void frames_free(PyObject *capsule) {
 
 PyObject *frames_new(PyObject *module, PyObject *framing) {
     State *const state = PyModule_GetState(module);
-    const char *const text = PyUnicode_Check(framing) ? name_in(framing) : NULL;
-    if (text == NULL) {
-        return PyErr_Occurred() ? NULL : raise_type(&(Place){.name = "framing"}, framing, "str");
+    const char *text;
+    if (!PyArg_Parse(framing, "s:Frames", &text)) {
+        return NULL;
     }
     Frames *const self = PyMem_Calloc(1, sizeof *self);
     PyObject *capsule = self != NULL ? PyCapsule_New(self, capsule_name, frames_free) : PyErr_NoMemory();

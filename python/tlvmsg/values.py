@@ -71,50 +71,51 @@ class Missing(int):
         return f"Missing({int(self)})"
 
 
-# ---- Methods of messages and types that need not be fast ----
+class RecordMethods:
+    """Methods of messages that need not be fast."""
+
+    def __repr__(self):
+        """What makes it."""
+        members = (f"{each}={getattr(self, each)!r}" for each in self.__match_args__ if hasattr(self, each))
+        return f"{type(self).__name__}({', '.join(members)})"
+
+    def __dir__(self):
+        """Methods and members."""
+        return [*dir(type(self)), *self.__match_args__]
+
+    def __reduce__(self):
+        """What loads it again: name, fingerprint and bytes, or members, as a union's bytes do not say what is chosen."""
+        of = type(self)._type
+        return load, (of.name, of.fingerprint, of.to_dict(self) if of.kind == "union" else of.encode(self))
+
+    def to_json(self, indent=0):
+        """Its JSON, in one line or with as many blanks a level."""
+        return type(self)._type.to_json(self, indent)
 
 
-def shown(self):
-    """What makes it."""
-    members = (f"{each}={getattr(self, each)!r}" for each in self.__match_args__ if hasattr(self, each))
-    return f"{type(self).__name__}({', '.join(members)})"
+class TypeMethods:
+    """The same of types."""
 
-
-def listed(self):
-    """Methods and members."""
-    return [*dir(type(self)), *self.__match_args__]
-
-
-def reduced(self):
-    """What loads it again: name, fingerprint and bytes, or members, as a union's bytes do not say what is chosen."""
-    of = type(self)._type
-    return load, (of.name, of.fingerprint, of.to_dict(self) if of.kind == "union" else of.encode(self))
-
-
-def to_json(self, indent=0):
-    """to_json(indent=0): its JSON, in one line or with as many blanks a level."""
-    return type(self)._type.to_json(self, indent)
-
-
-def sample(self, *settings, kind="random", seed=0):
-    """sample(*settings, kind='random', seed=0): a value to test with. A setting is 'led_control.color=3'; a kind is
-    'random', 'min', 'max' or 'boundary'."""
-    kinds = ["random", "min", "max", "boundary"]
-    if kind not in kinds:
-        raise ValueError(f"no kind of sample '{kind}'; there are random, min, max and boundary")
-    for each in settings:
-        if not isinstance(each, str) or "\0" in each:
-            raise TypeError(f"a setting is a str, such as 'slot=2', not {each!r}")
-    return self._sample(tuple(each.encode(errors="replace") for each in settings), kinds.index(kind), seed)
+    def sample(self, *settings, kind="random", seed=0):
+        """A value to test with. A setting is 'led_control.color=3'; a kind is 'random', 'min', 'max' or 'boundary'."""
+        kinds = ["random", "min", "max", "boundary"]
+        if kind not in kinds:
+            raise ValueError(f"no kind of sample '{kind}'; there are random, min, max and boundary")
+        for each in settings:
+            if not isinstance(each, str) or "\0" in each:
+                raise TypeError(f"a setting is a str, such as 'slot=2', not {each!r}")
+        return self._sample(tuple(each.encode(errors="replace") for each in settings), kinds.index(kind), seed)
 
 
 # ---- What tlvmsg._native calls ----
 
 
 def add_methods(record, type_):
-    """Once, when the module has made its own."""
-    record.__repr__, record.__dir__, record.__reduce__, record.to_json = shown, listed, reduced, to_json
-    type_.sample = sample
+    """Once, when it has made these types."""
+    for own, methods in ((record, RecordMethods), (type_, TypeMethods)):
+        for name, method in vars(methods).items():
+            if callable(method):
+                setattr(own, name, method)
 
 
 def complete(class_, type_, members):
