@@ -134,8 +134,3 @@ PyObject *type_encode(PyObject *self, PyObject *value) {
     }
     return right ? bytes : raise_fault(type->state, &fault);
 }
-
-PyObject *type_size(PyObject *self, PyObject *value) {
-    OWNED *bytes = type_encode(self, value);
-    return bytes != NULL ? PyLong_FromSsize_t(PyBytes_Size(bytes)) : NULL;
-}

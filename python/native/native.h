@@ -84,6 +84,7 @@ struct Type {
     Schema *schema;
     const tlvmsg_type *type;
     const char *name, *family, *kind; /* for Python to read */
+    unsigned long long fingerprint;
     Form form;
     int64_t least; /* of numbers, and of the counts of arrays */
     uint64_t most;
@@ -165,7 +166,6 @@ void memory_close(Memory *memory); /* releases the record, too */
 PyObject *type_decode(PyObject *self, PyObject *const *arguments, Py_ssize_t count, PyObject *names);
 PyObject *type_verify(PyObject *self, PyObject *const *arguments, Py_ssize_t count, PyObject *names);
 PyObject *type_encode(PyObject *self, PyObject *value);
-PyObject *type_size(PyObject *self, PyObject *value);
 
 /* ---- forms.c: JSON, samples, differences, hex, guesses ---- */
 

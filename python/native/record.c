@@ -290,17 +290,12 @@ static PyObject *record_encode(PyObject *self, PyObject *Py_UNUSED(nothing)) {
     return type_encode((PyObject *)((Record *)self)->type, self);
 }
 
-static PyObject *record_size(PyObject *self, PyObject *Py_UNUSED(nothing)) {
-    return type_size((PyObject *)((Record *)self)->type, self);
-}
-
 static PyObject *record_to_dict(PyObject *self, PyObject *Py_UNUSED(nothing)) {
     return plain(((Record *)self)->type, self);
 }
 
 static PyMethodDef methods[] = {
     {"encode", record_encode, METH_NOARGS, "The bytes that stand for it."},
-    {"size", record_size, METH_NOARGS, "How many bytes encode() gives."},
     {"choose", record_choose, METH_VARARGS,
      "choose(which, value=None): has another alternative of its union: that of a name, or what a selector's "
      "number chooses."},

@@ -94,6 +94,7 @@ static PyObject *make_type(Schema *schema, const tlvmsg_type *descriptor) {
                    .name = descriptor->name,
                    .family = descriptor->family,
                    .kind = tlvmsg_kind_name(descriptor->kind),
+                   .fingerprint = tlvmsg_fingerprint(descriptor),
                    .form = form_of(descriptor)};
     if (!fill(self)) {
         Py_DECREF((PyObject *)self);
@@ -190,10 +191,6 @@ static PyObject *type_key(PyObject *self, void *Py_UNUSED(nothing)) {
     return type->flags & TLVMSG_HAS_KEY ? PyLong_FromUnsignedLong(type->key) : Py_NewRef(Py_None);
 }
 
-static PyObject *type_fingerprint(PyObject *self, void *Py_UNUSED(nothing)) {
-    return PyLong_FromUnsignedLongLong(tlvmsg_fingerprint(((Type *)self)->type));
-}
-
 static PyObject *type_python(PyObject *self, void *Py_UNUSED(nothing)) {
     return Py_NewRef(((Type *)self)->class_ != NULL ? ((Type *)self)->class_ : self);
 }
@@ -207,7 +204,6 @@ static PyMethodDef methods[] = {
     {"verify", (PyCFunction)(void (*)(void))type_verify, METH_FASTCALL | METH_KEYWORDS,
      "verify(data, strict=False, limit=0): what decode would find, as a tlvmsg.Extent; or the Fault."},
     {"encode", type_encode, METH_O, "encode(value): the bytes that stand for it."},
-    {"size", type_size, METH_O, "size(value): how many bytes encode gives."},
     {"from_dict", type_check, METH_O,
      "from_dict(members): what to_dict() gave, or whatever a member can be set to."},
     {"to_dict", type_to_dict, METH_O, "to_dict(value): dictionaries, lists and plain values."},
@@ -222,7 +218,6 @@ static PyMethodDef methods[] = {
 };
 
 static PyGetSetDef properties[] = {
-    {"fingerprint", type_fingerprint, NULL, "64 bits over what lies on the wire", NULL},
     {"key", type_key, NULL, "by which receivers know a message, or None", NULL},
     {"python", type_python, NULL, "the class of its values, where it is one of its own; else the type itself",
      NULL},
@@ -233,6 +228,7 @@ static PyMemberDef members[] = {
     {"name", T_STRING, offsetof(Type, name), READONLY, NULL},
     {"family", T_STRING, offsetof(Type, family), READONLY, "\"\" for scalars"},
     {"kind", T_STRING, offsetof(Type, kind), READONLY, NULL},
+    {"fingerprint", T_ULONGLONG, offsetof(Type, fingerprint), READONLY, "64 bits over what lies on the wire"},
     {"schema", T_OBJECT, offsetof(Type, schema), READONLY, "that it is of"},
     {0},
 };

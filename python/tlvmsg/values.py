@@ -88,6 +88,10 @@ class RecordMethods:
         of = type(self)._type
         return load, (of.name, of.fingerprint, of.to_dict(self) if of.kind == "union" else of.encode(self))
 
+    def size(self):
+        """How many bytes encode() gives."""
+        return type(self)._type.size(self)
+
     def to_json(self, indent=0):
         """Its JSON, in one line or with as many blanks a level."""
         return type(self)._type.to_json(self, indent)
@@ -95,6 +99,10 @@ class RecordMethods:
 
 class TypeMethods:
     """The same of types."""
+
+    def size(self, value):
+        """How many bytes encode gives."""
+        return len(self.encode(value))
 
     def sample(self, *settings, kind="random", seed=0):
         """A value to test with. A setting is 'led_control.color=3'; a kind is 'random', 'min', 'max' or 'boundary'."""
