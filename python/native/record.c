@@ -103,7 +103,7 @@ static int record_set(PyObject *object, PyObject *name, PyObject *value) {
     const Py_ssize_t i = field_of(self->type, name);
     const Place place = {.name = self->type->name};
     if (i == -1 || (i >= 0 && value == NULL)) {
-        PyErr_Format(PyExc_AttributeError, i == -1 ? "%s has no member '%U'" : "%s cannot do without '%U'",
+        PyErr_Format(PyExc_AttributeError, i == -1 ? "%s has no member '%S'" : "%s cannot do without '%S'",
                      self->type->name, name);
     }
     return i >= 0 && value != NULL && set(self, (uint32_t)i, value, &place) ? 0 : -1;
