@@ -76,7 +76,7 @@ class RecordMethods:
 
     def __repr__(self):
         """What makes it."""
-        members = (f"{each}={getattr(self, each)!r}" for each in self.__match_args__ if hasattr(self, each))
+        members = [f"{each}={getattr(self, each)!r}" for each in self.__match_args__ if hasattr(self, each)]
         return f"{type(self).__name__}({', '.join(members)})"
 
     def __dir__(self):
@@ -112,7 +112,7 @@ class TypeMethods:
         for each in settings:
             if not isinstance(each, str) or "\0" in each:
                 raise TypeError(f"a setting is a str, such as 'slot=2', not {each!r}")
-        return self._sample(tuple(each.encode(errors="replace") for each in settings), kinds.index(kind), seed)
+        return self._sample(tuple([each.encode(errors="replace") for each in settings]), kinds.index(kind), seed)
 
 
 # ---- What tlvmsg._native calls ----
