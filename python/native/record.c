@@ -80,8 +80,9 @@ static const tlvmsg_alternative *chosen_by(const Field *selector, PyObject *numb
 static bool set(Record *self, uint32_t i, PyObject *value, const Place *place) {
     const Field *const field = &self->type->fields[i], *const by = &self->type->fields[field->selector];
     const Place inside = {.parent = place, .name = field->name};
-    OWNED *right = self->slots[i] != NULL ? checked(field->type, value, &inside) : NULL;
-    if (PyErr_Occurred()) {
+    const bool there = self->slots[i] != NULL;
+    OWNED *right = there ? checked(field->type, value, &inside) : NULL;
+    if (there && right == NULL) {
         return false;
     }
     if (self->slots[i] == NULL) { /* from the beginning, or chosen away by code that the check ran */

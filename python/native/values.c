@@ -128,18 +128,19 @@ static bool number_of(Type *type, PyObject *value, const Place *place, uint64_t 
                        (unsigned long long)type->most, has_names ? " or a name" : "");
 }
 
-/* 1 for tlvmsg.Missing and {"count": 5, "items": None}, whose count fits; 0 for anything else; -1 with an exception. */
-static int missing_of(Type *type, PyObject *value, const Place *place, uint64_t *count) {
-    if (!tlvmsg_type_is_dynamic(type->type)) {
+/* 1 for a number of the type, or for the count, which fits, of tlvmsg.Missing and {"count": 5, "items": None}; 0 for what
+ * has to be something else; -1 with an exception. */
+static int number_in(Type *type, PyObject *value, const Place *place, uint64_t *bits) {
+    PyObject *given = value;
+    if (type->form != FORM_NUMBER && !tlvmsg_type_is_dynamic(type->type)) {
         return 0;
     }
-    PyObject *given = value;
-    if ((PyObject *)Py_TYPE(value) != type->state->missing) {
+    if (type->form != FORM_NUMBER && (PyObject *)Py_TYPE(value) != type->state->missing) {
         const bool said =
             PyDict_Check(value) && PyDict_Size(value) == 2 && PyDict_GetItemString(value, "items") == Py_None;
         given = said ? PyDict_GetItemString(value, "count") : NULL;
     }
-    return given == NULL ? 0 : number_of(type, given, place, count) ? 1 : -1;
+    return given == NULL ? 0 : number_of(type, given, place, bits) ? 1 : -1;
 }
 
 /* Takes bytes or a list, and gives them where they have at most so many items. */
@@ -200,18 +201,17 @@ static PyObject *record_of(Type *type, PyObject *value, const Place *place) {
 
 PyObject *checked(Type *type, PyObject *value, const Place *place) {
     uint64_t bits;
-    const int missing = type->form == FORM_NUMBER ? 0 : missing_of(type, value, place, &bits);
-    if (missing != 0) {
-        return missing > 0 ? missing_items(type->state, bits) : NULL;
+    const int number = number_in(type, value, place, &bits);
+    if (number != 0) {
+        return number < 0                  ? NULL
+               : type->form == FORM_NUMBER ? number_object(type, bits)
+                                           : missing_items(type->state, bits);
     }
     if (type->form == FORM_BYTES) {
         OWNED *given = bytes_of(type, value, place);
         return bytes(type->state, given);
     }
-    return type->form == FORM_NUMBER
-               ? (number_of(type, value, place, &bits) ? number_object(type, bits) : NULL)
-           : type->form == FORM_ITEMS ? checked_items(type, value, 0, 0, place)
-                                      : record_of(type, value, place);
+    return type->form == FORM_ITEMS ? checked_items(type, value, 0, 0, place) : record_of(type, value, place);
 }
 
 /* ---- To memory ---- */
@@ -264,8 +264,7 @@ static bool record_to_memory(Type *type, PyObject *value, void *memory, const Pl
 
 bool to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
     uint64_t bits;
-    const int number = type->form == FORM_NUMBER ? (number_of(type, value, place, &bits) ? 1 : -1)
-                                                 : missing_of(type, value, place, &bits);
+    const int number = number_in(type, value, place, &bits);
     if (number > 0) {
         tlvmsg_store(type->type, memory, bits);
     }
