@@ -39,27 +39,23 @@ static void go_on(PyThreadState *others) {
     }
 }
 
-static bool set_limit(tlvmsg_limits *limits, PyObject *name, PyObject *value) {
-    if (PyUnicode_CompareWithASCIIString(name, "strict") == 0) {
-        limits->strict = PyObject_IsTrue(value) > 0;
-    } else if (PyUnicode_CompareWithASCIIString(name, "limit") == 0) {
-        limits->allocation = value == Py_None ? 0 : PyLong_AsSize_t(value);
-    } else {
-        PyErr_Format(PyExc_TypeError, "no argument '%U'; there are strict= and limit=", name);
-    }
-    return !PyErr_Occurred();
-}
-
 /* Takes (data, strict=False, limit=0). */
 static bool open_input(Py_buffer *in, tlvmsg_limits *limits, PyObject *const *arguments, Py_ssize_t count,
                        PyObject *names) {
     if (count != 1) {
         return PyErr_Format(PyExc_TypeError,
-                            "takes one buffer, and strict= and limit=; got %zd positional arguments",
-                            count) != NULL;
+                            "takes one buffer, and strict= and limit=; got %zd positional arguments", count);
     }
     for (Py_ssize_t i = 0; names != NULL && i < PyTuple_Size(names); i++) {
-        if (!set_limit(limits, PyTuple_GetItem(names, i), arguments[count + i])) {
+        PyObject *const name = PyTuple_GetItem(names, i), *const value = arguments[count + i];
+        if (PyUnicode_CompareWithASCIIString(name, "strict") == 0) {
+            limits->strict = PyObject_IsTrue(value) > 0;
+        } else if (PyUnicode_CompareWithASCIIString(name, "limit") == 0) {
+            limits->allocation = value == Py_None ? 0 : PyLong_AsSize_t(value);
+        } else {
+            PyErr_Format(PyExc_TypeError, "no argument '%U'; there are strict= and limit=", name);
+        }
+        if (PyErr_Occurred()) {
             return false;
         }
     }

@@ -25,7 +25,10 @@ PyObject *frames_new(PyObject *module, PyObject *framing) {
         return NULL;
     }
     Frames *const self = PyMem_Calloc(1, sizeof *self);
-    PyObject *capsule = self != NULL ? PyCapsule_New(self, capsule_name, frames_free) : PyErr_NoMemory();
+    if (self == NULL) {
+        return PyErr_NoMemory();
+    }
+    PyObject *capsule = PyCapsule_New(self, capsule_name, frames_free);
     tlvmsg_fault fault;
     if (capsule == NULL) {
         PyMem_Free(self);
@@ -96,7 +99,7 @@ PyObject *frames_resync(PyObject *module, PyObject *arguments) {
     Frames *const self = frames_in(arguments, "O|O", &class_);
     Type *const type =
         self != NULL && class_ != NULL ? type_of_class(PyModule_GetState(module), class_) : NULL;
-    if (PyErr_Occurred()) {
+    if (self == NULL || PyErr_Occurred()) {
         return NULL;
     }
     if (type == NULL) {

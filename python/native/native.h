@@ -13,7 +13,7 @@
 
 /* ---- Variables that give back what they have where they end: references, blocks of PyMem, buffers ---- */
 
-#define OWNED __attribute__((cleanup(release_reference))) PyObject
+#define OWNED __attribute__((cleanup(release_reference), unused)) PyObject
 #define ALLOCATED __attribute__((cleanup(release_block)))
 #define BUFFER __attribute__((cleanup(PyBuffer_Release))) Py_buffer
 
