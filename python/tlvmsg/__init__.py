@@ -14,9 +14,8 @@ if _sys.version_info < (3, 11):
     raise ImportError("tlvmsg needs Python 3.11 or newer, where the buffer protocol belongs to the stable ABI")
 
 from tlvmsg._native import Record, Type, diff, read_hex, session_key, type_of, version as __version__
-from tlvmsg.faults import Fault, TextFault
 from tlvmsg.schemas import Family, Schema, families as _families, library
-from tlvmsg.values import Bytes, Items, Missing
+from tlvmsg.values import Bytes, Fault, Items, Missing, TextFault
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:

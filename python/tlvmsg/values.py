@@ -1,9 +1,35 @@
-"""What values are made of where Python's own types do not say enough, and what the module in C does not have to do.
-Whatever takes long to import, no module that `import tlvmsg` needs does."""
+"""What values are made of where Python's own types do not say enough, why they are refused, and what the module in C does
+not have to do. It is one file, since each takes its time to import; whatever takes long, nothing imports before it is used."""
 
-from tlvmsg.faults import Fault, schema_fault, text_fault, value_fault
 
-__all__ = ["Fault", "schema_fault", "text_fault", "value_fault"]
+# ---- Why something was refused ----
+
+
+class Fault(ValueError):
+    """Bytes, or a value, that the schema does not allow.
+
+    `line` says it in a line; `code` is its stable name, `path` the member's, `offset` the byte's; `found` and `allowed`
+    say what is there and what should be. What is unknown is None.
+    """
+
+    __module__ = "tlvmsg"
+
+    def __init__(self, line, code="", path="", offset=None, found=None, allowed=None):
+        super().__init__(line)
+        self.line, self.code, self.path, self.offset, self.found, self.allowed = line, code, path, offset, found, allowed
+
+
+class TextFault(Fault):
+    """A text that was refused: JSON, hex, a setting or a schema. `lineno` and `colno` count from 1."""
+
+    __module__ = "tlvmsg"
+
+    def __init__(self, line, code="", path="", offset=None, lineno=0, colno=0):
+        super().__init__(line, code, path, offset)
+        self.lineno, self.colno = lineno, colno
+
+
+# ---- Values ----
 
 
 class Bytes(bytes):
@@ -71,8 +97,11 @@ class Missing(int):
         return f"Missing({int(self)})"
 
 
+# ---- Methods that need not be fast ----
+
+
 class RecordMethods:
-    """Methods of messages that need not be fast."""
+    """Those of messages."""
 
     def __repr__(self):
         """What makes it."""
@@ -98,7 +127,7 @@ class RecordMethods:
 
 
 class TypeMethods:
-    """The same of types."""
+    """Those of types."""
 
     def size(self, value):
         """How many bytes encode gives."""
@@ -131,6 +160,28 @@ def complete(class_, type_, members):
     class_._type, class_.__match_args__, class_.__doc__ = type_, tuple(members), Documentation(type_)
     for name in ("decode", "verify", "from_dict", "from_json", "sample"):
         setattr(class_, name, getattr(type_, name))
+
+
+def value_fault(code, path, found, allowed):
+    """A value that does not fit."""
+    return Fault(f"error[{code}]: {path}: found {found!r:.200}, expected {allowed}", code, path, None, found, allowed)
+
+
+def text_fault(code, path, message, offset, line, column):
+    """What JSON, hex and settings are refused with; settings have no line."""
+    where = f" in line {line}, column {column}" if column else ""
+    return TextFault(f"error[{code}]: {path and path + ': '}{message}{where}", code, path, offset, line, column)
+
+
+def schema_fault(faults):
+    """The first fault of schema files, with a note for each of the others."""
+    lines = [f"{file}:{line}:{column}: " * (line > 0) + f"{message}{help and '; ' + help} ({code})"
+             for file, line, column, message, help, code in faults]
+    file, line, column, _, _, code = faults[0]
+    fault = TextFault(lines[0], code, file, None, line, column)
+    for note in lines[1:]:
+        fault.add_note(note)
+    return fault
 
 
 def result(name, *values):
