@@ -40,48 +40,41 @@ PyObject *frames_new(PyObject *module, PyObject *framing) {
     return capsule;
 }
 
-/* The frames that the arguments, as PyArg_ParseTuple takes them, begin with; null with an exception. */
-static Frames *frames_in(PyObject *arguments, const char *format, void *other) {
-    PyObject *capsule;
-    return PyArg_ParseTuple(arguments, format, &capsule, other) ? PyCapsule_GetPointer(capsule, capsule_name)
-                                                                : NULL;
-}
-
+/* The next body, or None when more has to be fed to the bytearray, from which bytes go as there is room for them. */
 PyObject *frames_next(PyObject *module, PyObject *arguments) {
+    State *const state = PyModule_GetState(module);
+    PyObject *capsule, *waiting;
     int ended;
-    Frames *const self = frames_in(arguments, "Op", &ended);
+    if (!PyArg_ParseTuple(arguments, "OO!p", &capsule, &PyByteArray_Type, &waiting, &ended)) {
+        return NULL;
+    }
+    Frames *const self = PyCapsule_GetPointer(capsule, capsule_name);
     const uint8_t *body;
+    uint8_t *room;
     size_t size;
     tlvmsg_fault fault;
-    if (self == NULL) {
-        return NULL;
+    while (self != NULL) {
+        const size_t there = (size_t)PyByteArray_Size(waiting);
+        if (ended && there == 0) {
+            tlvmsg_frames_end(self->frames);
+        }
+        if (tlvmsg_frames_next(self->frames, &body, &size, &fault)) {
+            return PyBytes_FromStringAndSize((const char *)body, (Py_ssize_t)size);
+        }
+        if (fault.code == TLVMSG_OK && there == 0) {
+            return Py_NewRef(Py_None);
+        }
+        if (fault.code != TLVMSG_OK || (room = tlvmsg_frames_room(self->frames, &size, &fault)) == NULL) {
+            return raise_fault(state, &fault);
+        }
+        size = size < there ? size : there;
+        memcpy(room, PyByteArray_AsString(waiting), size);
+        tlvmsg_frames_filled(self->frames, (ptrdiff_t)size);
+        if (PySequence_DelSlice(waiting, 0, (Py_ssize_t)size) < 0) {
+            return NULL;
+        }
     }
-    if (ended) {
-        tlvmsg_frames_end(self->frames);
-    }
-    return tlvmsg_frames_next(self->frames, &body, &size, &fault)
-               ? PyBytes_FromStringAndSize((const char *)body, (Py_ssize_t)size)
-           : fault.code == TLVMSG_OK ? Py_NewRef(Py_None)
-                                     : raise_fault(PyModule_GetState(module), &fault);
-}
-
-/* The room is refused when a frame is. */
-PyObject *frames_fill(PyObject *module, PyObject *arguments) {
-    BUFFER in = {0};
-    Frames *const self = frames_in(arguments, "Oy*", &in);
-    size_t size;
-    tlvmsg_fault fault;
-    if (self == NULL) {
-        return NULL;
-    }
-    uint8_t *const room = tlvmsg_frames_room(self->frames, &size, &fault);
-    if (room == NULL) {
-        return raise_fault(PyModule_GetState(module), &fault);
-    }
-    size = size < (size_t)in.len ? size : (size_t)in.len;
-    memcpy(room, in.buf, size);
-    tlvmsg_frames_filled(self->frames, (ptrdiff_t)size);
-    return PyLong_FromSize_t(size);
+    return NULL;
 }
 
 /* Of a part, whether the rest of it can still make it one. */
@@ -95,8 +88,11 @@ static bool fits(void *context, const uint8_t *body, size_t there, size_t size) 
 }
 
 PyObject *frames_resync(PyObject *module, PyObject *arguments) {
-    PyObject *class_ = NULL;
-    Frames *const self = frames_in(arguments, "O|O", &class_);
+    PyObject *capsule, *class_ = NULL;
+    if (!PyArg_ParseTuple(arguments, "O|O", &capsule, &class_)) {
+        return NULL;
+    }
+    Frames *const self = PyCapsule_GetPointer(capsule, capsule_name);
     Type *const type =
         self != NULL && class_ != NULL ? type_of_class(PyModule_GetState(module), class_) : NULL;
     if (self == NULL || PyErr_Occurred()) {
@@ -113,8 +109,12 @@ PyObject *frames_resync(PyObject *module, PyObject *arguments) {
 }
 
 PyObject *frames_header(PyObject *module, PyObject *arguments) {
+    PyObject *capsule;
     Py_ssize_t size;
-    Frames *const self = frames_in(arguments, "On", &size);
+    if (!PyArg_ParseTuple(arguments, "On", &capsule, &size)) {
+        return NULL;
+    }
+    Frames *const self = PyCapsule_GetPointer(capsule, capsule_name);
     PyObject *header =
         self != NULL ? PyBytes_FromStringAndSize(NULL, (Py_ssize_t)self->framing.header) : NULL;
     tlvmsg_fault fault;

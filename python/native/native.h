@@ -29,7 +29,8 @@ static inline void release_block(void *variable) {
 
 typedef struct State { /* references, each to be visited and released */
     PyTypeObject *schema_type, *type_type, *record_type;
-    PyObject *items, *bytes, *missing, *enumeration, *complete, *result; /* these ten of tlvmsg.values */
+    PyObject *items, *bytes, *missing, *enumeration, *complete,
+        *result; /* with the next four, of tlvmsg.values */
     PyObject *fault, *text_fault, *schema_fault, *value_fault;
     PyObject *name_of_type;  /* of the attribute of a class that has its Type */
     PyObject *name_of_array; /* of that of a list that has the Type of its array */
@@ -183,7 +184,6 @@ PyObject *schema_divide(PyObject *self, PyObject *data);
 
 PyObject *frames_new(PyObject *module, PyObject *framing);
 PyObject *frames_next(PyObject *module, PyObject *arguments);
-PyObject *frames_fill(PyObject *module, PyObject *arguments);
 PyObject *frames_resync(PyObject *module, PyObject *arguments);
 PyObject *frames_header(PyObject *module, PyObject *arguments);
 

@@ -311,7 +311,7 @@ static PyObject *plain_record(Type *type, PyObject *value) {
     return members;
 }
 
-/* What stands in a record as it should; the rest, which lists were given behind their backs, as it is. */
+/* Values of a wrong type, which a list can have been given behind its back, stay what they are. */
 PyObject *plain(Type *type, PyObject *value) {
     if ((PyObject *)Py_TYPE(value) == type->state->missing) {
         return Py_BuildValue("{sOsO}", "count", value, "items", Py_None);

@@ -21,11 +21,9 @@ class Frames:
         return self
 
     def __next__(self):
-        while (body := _native.frames_next(self._frames, self._ended and not self._waiting)) is None:
-            taken = _native.frames_fill(self._frames, self._waiting) if self._waiting else 0
-            if not taken:
-                raise StopIteration
-            del self._waiting[:taken]
+        body = _native.frames_next(self._frames, self._waiting, self._ended)
+        if body is None:
+            raise StopIteration
         return body
 
     def frame(self, body):
