@@ -29,21 +29,16 @@ void copy(std::string_view text, char (&buffer)[Size]) {
 
 } // namespace
 
-std::string cut(std::string text, size_t longest) {
-    if (text.size() > longest) {
-        text.resize(longest);
-        text += "...";
-    }
-    return text;
+std::string cut(std::string_view text, size_t longest) {
+    return std::string(text.substr(0, longest)) + (text.size() > longest ? "..." : "");
 }
 
-std::string quoted(const std::string &text) {
+std::string quoted(std::string_view text) {
     constexpr size_t enough = 64; // to be cut
-    const nlohmann::json start(text.substr(0, enough));
-    return cut(base::json_text(start));
+    return cut(base::json_text(nlohmann::json(text.substr(0, enough))));
 }
 
-std::string no_such(const std::string &what, const std::string &name,
+std::string no_such(const std::string &what, std::string_view name,
                     const std::vector<std::string_view> &names) {
     const std::string hint = base::did_you_mean(name, names);
     return "no " + what + " " + quoted(name) + (hint.empty() ? "" : ", " + hint);

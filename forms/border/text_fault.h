@@ -18,13 +18,13 @@ struct TextFault {
 
 // ---- Words for messages, which are one line of printable ASCII ----
 
-std::string cut(std::string text, size_t longest = 60);
+std::string cut(std::string_view text, size_t longest = 60);
 
 // Text from the input, in quotes: its beginning, where it is long.
-std::string quoted(const std::string &text);
+std::string quoted(std::string_view text);
 
 // 'no member "colour", did you mean 'color'?'
-std::string no_such(const std::string &what, const std::string &name,
+std::string no_such(const std::string &what, std::string_view name,
                     const std::vector<std::string_view> &names);
 
 // ---- For the caller ----
