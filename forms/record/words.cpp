@@ -32,12 +32,13 @@ std::string path_of(const tlvmsg_place &place, std::string_view whole) {
     return path;
 }
 
+std::string digits_of(const tlvmsg_type *type, uint64_t value) {
+    return tlvmsg_type_is_signed(type) ? std::to_string(static_cast<int64_t>(value)) : std::to_string(value);
+}
+
 std::string number_text(const tlvmsg_type *type, uint64_t value) {
-    if (const tlvmsg_enumerator *named = tlvmsg_enumerator_by_value(type, value)) {
-        return fmt::format("{} ({})", value, named->name);
-    }
-    return tlvmsg_type_is_signed(type) ? fmt::format("{}", static_cast<int64_t>(value))
-                                       : fmt::format("{}", value);
+    const tlvmsg_enumerator *const named = tlvmsg_enumerator_by_value(type, value);
+    return named != nullptr ? fmt::format("{} ({})", value, named->name) : digits_of(type, value);
 }
 
 bool is_printable(std::span<const uint8_t> bytes) {

@@ -1,6 +1,7 @@
 // Records for samples, filled as the kind and the settings say.
 #include "forms/border/call.h"
 #include "forms/record/fields.h"
+#include "forms/record/path.h"
 #include "forms/sample/setting.h"
 
 #include <tlvmsg/forms/sample.h>
@@ -62,10 +63,6 @@ private:
     std::map<const tlvmsg_type *, Needs> known_;
 };
 
-std::string below(const std::string &path, std::string_view name) {
-    return path + (path.empty() || name.empty() ? "" : ".") + std::string(name);
-}
-
 class Sampler {
 public:
     Sampler(const tlvmsg_type *type, const tlvmsg_sample_options &options, Settings &settings)
@@ -76,32 +73,30 @@ public:
     // What is all zero.
     void fill(const tlvmsg_type *type, void *record) {
         key_ = put_key(type, record);
-        fill(type, record, "");
+        fill(type, record, false);
     }
 
 private:
     // A path alone is enough to have an alternative.
-    void fill(const tlvmsg_type *type, void *record, const std::string &path, bool alternative = false) {
-        const Setting *const setting = settings_.of(path);
-        if (setting != nullptr && (setting->value || !alternative)) {
+    void fill(const tlvmsg_type *type, void *record, bool is_alternative) {
+        const Setting *const setting = settings_.of(path_.text());
+        if (setting != nullptr && (setting->value || !is_alternative)) {
             return settings_.read(*setting, type, record);
         }
-        switch (type->kind) {
-        case TLVMSG_SCALAR:
-        case TLVMSG_ENUMERATION:
+        switch (shape_of(type)) {
+        case Shape::number:
             return record == key_ ? void() : tlvmsg_store(type, record, number(type));
-        case TLVMSG_STRUCTURE:
-        case TLVMSG_MESSAGE:
-            return fill_members(type, record, path);
-        case TLVMSG_UNION:
-            return fill_union(type, record, path);
-        case TLVMSG_ELEMENT_ARRAY:
-        case TLVMSG_PACKED_ARRAY:
-        case TLVMSG_BYTE_ARRAY:
-        case TLVMSG_DYNAMIC_ELEMENTS:
-        case TLVMSG_DYNAMIC_BYTES:
-            return fill_array(type, record, path);
+        case Shape::fields:
+            return type->kind == TLVMSG_UNION ? fill_union(type, record) : fill_members(type, record);
+        case Shape::items:
+            return fill_array(type, record);
         }
+    }
+
+    const Setting *setting_of(std::string_view member) {
+        const Setting *setting = nullptr;
+        path_.member(member, [&] { setting = settings_.of(path_.text()); });
+        return setting;
     }
 
     // Modulo, because the standard's distributions differ between libraries.
@@ -132,9 +127,11 @@ private:
     uint64_t number(const tlvmsg_type *type);
     uint64_t count(const tlvmsg_type *array);
     void fill_bytes(uint8_t *first, size_t count);
-    void fill_members(const tlvmsg_type *type, void *record, const std::string &path);
-    void fill_array(const tlvmsg_type *array, void *record, const std::string &path);
-    void fill_union(const tlvmsg_type *type, void *record, const std::string &path);
+    void fill_members(const tlvmsg_type *type, void *record);
+    void fill_array(const tlvmsg_type *array, void *record);
+    void fill_items(const tlvmsg_type *array, const tlvmsg_items &items);
+    void fill_named_bytes(const tlvmsg_type *array, const tlvmsg_items &items, uint64_t named);
+    void fill_union(const tlvmsg_type *type, void *record);
 
     const tlvmsg_sample_kind kind_;
     Settings &settings_;
@@ -142,6 +139,7 @@ private:
     NeedsOfTypes needs_;
     uint64_t dynamic_share_;    // bytes for the items of each dynamic array
     const void *key_ = nullptr; // the field that has the message's key already
+    Path path_;                 // of what is filled
 };
 
 uint64_t Sampler::number(const tlvmsg_type *type) {
@@ -163,80 +161,80 @@ uint64_t Sampler::count(const tlvmsg_type *array) {
 
 // Text and bytes that are no text, and for the boundary the bytes next to where one becomes the other.
 void Sampler::fill_bytes(uint8_t *first, size_t count) {
-    if (kind_ == TLVMSG_SAMPLE_MIN) {
-        return;
-    }
     const bool text = draw(2) == 0;
-    std::generate_n(first, count, [&]() -> uint8_t {
-        switch (kind_) {
-        case TLVMSG_SAMPLE_MAX:
-            return UINT8_MAX;
-        case TLVMSG_SAMPLE_BOUNDARY:
-            return static_cast<uint8_t>(text ? one_of({' ', '"', '\\', '~'}) : one_of({0, 0x1f, 0x7f, 0xff}));
-        case TLVMSG_SAMPLE_MIN:
-        case TLVMSG_SAMPLE_RANDOM:
-            break;
-        }
-        return static_cast<uint8_t>(text ? 'a' + draw(26) : random_());
+    std::generate_n(first, count, [&] {
+        return static_cast<uint8_t>(
+            text ? value(UINT8_MAX, {' ', '"', '\\', '~'}, [&] { return 'a' + draw(26); })
+                 : value(UINT8_MAX, {0, 0x1f, 0x7f, 0xff}, [&] { return random_(); }));
     });
 }
 
-void Sampler::fill_members(const tlvmsg_type *type, void *record, const std::string &path) {
+void Sampler::fill_members(const tlvmsg_type *type, void *record) {
     for (tlvmsg_field field{}; tlvmsg_next_field(type, nullptr, &field);) {
         if (field.alternative == nullptr) {
-            fill(field.type, at_offset(record, field.offset), below(path, field.name));
+            path_.member(field.name, [&] { fill(field.type, at_offset(record, field.offset), false); });
             if (field.union_type != nullptr) { // in the structure's own record
-                fill_union(field.union_type, record, path);
+                fill_union(field.union_type, record);
             }
         }
     }
 }
 
-void Sampler::fill_array(const tlvmsg_type *array, void *record, const std::string &path) {
-    const uint64_t named = settings_.items(array, path);
-    const Setting *const wanted = settings_.of(below(path, "count"));
-    const auto total = static_cast<size_t>(wanted != nullptr ? settings_.read_count(*wanted, array)
-                                                             : std::max(count(array), named));
-    if (!tlvmsg_resize(array, record, total, nullptr)) {
+void Sampler::fill_array(const tlvmsg_type *array, void *record) {
+    const uint64_t named = settings_.items(array, path_.text());
+    const Setting *const wanted = setting_of("count");
+    const uint64_t total =
+        wanted != nullptr ? settings_.read_count(*wanted, array) : std::max(count(array), named);
+    if (!tlvmsg_resize(array, record, static_cast<size_t>(total), nullptr)) {
         throw std::bad_alloc(); // the count is none that does not fit
     }
     const tlvmsg_items items = tlvmsg_items_of(array, record);
-    const bool bytes = tlvmsg_type_is_bytes(array);
-    if (bytes) {
-        fill_bytes(items.first, total);
+    if (tlvmsg_type_is_bytes(array)) {
+        fill_bytes(items.first, static_cast<size_t>(total));
+        fill_named_bytes(array, items, std::min(named, total));
+    } else {
+        fill_items(array, items);
     }
+}
+
+void Sampler::fill_items(const tlvmsg_type *array, const tlvmsg_items &items) {
     const uint64_t share = dynamic_share_;
-    if (tlvmsg_type_is_dynamic(array) && !bytes && total > 0) {
-        dynamic_share_ = share_within(array->element, share / total);
+    if (tlvmsg_type_is_dynamic(array) && items.count > 0) {
+        dynamic_share_ = share_within(array->element, share / items.count);
     }
-    for (size_t i = 0; i < (bytes ? std::min<uint64_t>(named, total) : total); ++i) {
-        const std::string item = path + "[" + std::to_string(i) + "]";
-        if (!bytes) {
-            fill(array->element, item_at(array, items, i), item);
-        } else if (const Setting *const byte = settings_.of(item)) {
-            settings_.read(*byte, array->element, items.first + i);
-        }
+    for (size_t i = 0; i < items.count; ++i) {
+        path_.item(i, [&] { fill(array->element, item_at(array, items, i), false); });
     }
     dynamic_share_ = share;
 }
 
+void Sampler::fill_named_bytes(const tlvmsg_type *array, const tlvmsg_items &items, uint64_t named) {
+    for (size_t i = 0; i < named; ++i) {
+        path_.item(i, [&] {
+            if (const Setting *const byte = settings_.of(path_.text())) {
+                settings_.read(*byte, array->element, items.first + i);
+            }
+        });
+    }
+}
+
 // Every value that chooses something is as likely as the next.
-void Sampler::fill_union(const tlvmsg_type *type, void *record, const std::string &path) {
+void Sampler::fill_union(const tlvmsg_type *type, void *record) {
     void *const selector = at_offset(record, type->selector_offset);
     std::vector<uint32_t> values;
     for (uint32_t i = 0; i < type->alternative_count; ++i) {
         const tlvmsg_alternative &each = type->alternatives[i];
         values.insert(values.end(), each.values, each.values + each.value_count);
     }
-    if (const Setting *const wanted = settings_.of(below(path, type->selector_name))) {
+    if (const Setting *const wanted = setting_of(type->selector_name)) {
         settings_.read(*wanted, type->selector, selector);
-    } else if (const tlvmsg_alternative *const named = settings_.alternative(type, path)) {
+    } else if (const tlvmsg_alternative *const named = settings_.alternative(type, path_.text())) {
         tlvmsg_store(type->selector, selector, named->values[0]);
     } else if (kind_ != TLVMSG_SAMPLE_MIN && !values.empty()) {
         tlvmsg_store(type->selector, selector, values[static_cast<size_t>(draw(values.size()))]);
     }
     if (const tlvmsg_alternative *const chosen = tlvmsg_chosen_in(type, record)) {
-        fill(chosen->type, at_offset(record, chosen->offset), below(path, chosen->name), true);
+        path_.member(chosen->name, [&] { fill(chosen->type, at_offset(record, chosen->offset), true); });
     }
 }
 

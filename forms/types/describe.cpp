@@ -1,7 +1,5 @@
 // Descriptors as JSON, under the keys that the schema compiler writes in compiler/emit/describe.cpp.
 #include "base/json.h"
-#include "forms/border/block.h"
-#include "forms/border/call.h"
 #include "forms/json/writer.h"
 
 #include <tlvmsg/forms/describe.h>
@@ -193,16 +191,6 @@ private:
     }
 };
 
-// Hands out what `write` writes.
-template <class Write>
-bool hand_out(Call &call, const tlvmsg_json_options *options, char **text, size_t *length, Write write) {
-    return call.hands_out("text", text).may_hand_out(length).takes("options", options).run([&] {
-        TypeWriter writer(options);
-        write(writer);
-        *text = text_block(writer.text, length);
-    });
-}
-
 } // namespace
 
 } // namespace tlvmsg::forms
@@ -210,15 +198,15 @@ bool hand_out(Call &call, const tlvmsg_json_options *options, char **text, size_
 bool tlvmsg_type_to_json(const tlvmsg_type *type, const tlvmsg_json_options *options, char **text,
                          size_t *length, tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    return hand_out(Call(fault).needs("type", type), options, text, length,
-                    [&](TypeWriter &writer) { writer.type(type); });
+    return hand_out_json<TypeWriter>(Call(fault).needs("type", type), options, text, length,
+                                     [&](TypeWriter &writer) { writer.type(type); });
 }
 
 bool tlvmsg_types_to_json(const tlvmsg_type_set *set, const tlvmsg_json_options *options, char **text,
                           size_t *length, tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
     Call call(fault);
-    return hand_out(call, options, text, length, [&](TypeWriter &writer) {
+    return hand_out_json<TypeWriter>(call, options, text, length, [&](TypeWriter &writer) {
         writer.open('[');
         for (size_t i = 0; const tlvmsg_type *const type = tlvmsg_type_set_at(set, i); ++i) {
             writer.next();

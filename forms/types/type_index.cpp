@@ -25,18 +25,14 @@ Types of_tag(Types types, Bytes bytes, TagOf tag_of) {
     if (bytes.size() < tag_size) {
         return {};
     }
-    const uint16_t tag = number_at(bytes, 0);
-    const auto first = std::partition_point(types.begin(), types.end(),
-                                            [&](const auto *type) { return tag_of(type) < tag; });
-    const auto last =
-        std::partition_point(first, types.end(), [&](const auto *type) { return tag_of(type) == tag; });
-    return {first, last};
+    const auto found = std::ranges::equal_range(types, number_at(bytes, 0), {}, tag_of);
+    return {found.begin(), found.end()};
 }
 
 // All of these messages have the same first `depth` members, whose elements end at `at`.
 void follow(Types types, uint32_t depth, Bytes bytes, size_t at, const tlvmsg_type_set::Found &found) {
-    const auto longer = std::partition_point(types.begin(), types.end(),
-                                             [&](const auto *type) { return type->member_count == depth; });
+    const auto longer =
+        std::ranges::partition_point(types, [&](const auto *type) { return type->member_count == depth; });
     if (depth > 0 && longer != types.begin()) {
         found({types.begin(), longer}, depth, at);
     }
@@ -50,8 +46,8 @@ void follow(Types types, uint32_t depth, Bytes bytes, size_t at, const tlvmsg_ty
     }
     while (!right.empty()) {
         const tlvmsg_type *const member = member_of(right.front());
-        const auto same = std::partition_point(right.begin(), right.end(),
-                                               [&](const auto *type) { return member_of(type) == member; });
+        const auto same =
+            std::ranges::partition_point(right, [&](const auto *type) { return member_of(type) == member; });
         const size_t size = size_by_header(member, rest);
         if (size > rest.size()) {
             found({right.begin(), same}, depth, at);
@@ -78,12 +74,10 @@ tlvmsg_type_set::tlvmsg_type_set(std::vector<const tlvmsg_type *> sorted) : by_n
             by_tag.insert(by_tag.end(), type->element == nullptr ? 1 : 0, type);
         }
     }
-    const auto sort = [](auto &types, auto before) { std::stable_sort(types.begin(), types.end(), before); };
-    sort(by_tag, [](const auto *a, const auto *b) { return a->tag < b->tag; });
-    sort(elements,
-         [](const auto *a, const auto *b) { return tlvmsg_type_tag_read(a) < tlvmsg_type_tag_read(b); });
-    sort(messages, members_before);
-    sort(keys, std::less<>());
+    std::ranges::stable_sort(by_tag, {}, &tlvmsg_type::tag);
+    std::ranges::stable_sort(elements, {}, tlvmsg_type_tag_read);
+    std::ranges::stable_sort(messages, members_before);
+    std::ranges::sort(keys);
 }
 
 Types tlvmsg_type_set::beginning_like(Bytes bytes) const {
@@ -91,8 +85,8 @@ Types tlvmsg_type_set::beginning_like(Bytes bytes) const {
 }
 
 bool tlvmsg_type_set::has_message_like(Bytes bytes) const {
-    const auto none = [](const auto *type) { return type->member_count == 0; };
-    const auto first = std::partition_point(messages.begin(), messages.end(), none);
+    const auto first =
+        std::ranges::partition_point(messages, [](const auto *type) { return type->member_count == 0; });
     return !of_tag({first, messages.end()}, bytes, [](const auto *type) {
                 return tlvmsg_type_tag_read(type->members[0].type);
             }).empty();
@@ -117,6 +111,5 @@ Key tlvmsg_type_set::key_in(Bytes bytes, const tlvmsg_type *message) const {
     if (number_at(number, 0) != message->key >> 16 || number_at(number, 2) != (message->key & UINT16_MAX)) {
         return Key::other;
     }
-    const auto [first, last] = std::equal_range(keys.begin(), keys.end(), message->key);
-    return last - first > 1 ? Key::shared : Key::alone;
+    return std::ranges::equal_range(keys, message->key).size() > 1 ? Key::shared : Key::alone;
 }

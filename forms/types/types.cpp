@@ -15,6 +15,11 @@ namespace tlvmsg::forms {
 
 namespace {
 
+template <class Range>
+const tlvmsg_type *first_of(const Range &types) {
+    return types.empty() ? nullptr : types.front();
+}
+
 // In the order of the names.
 std::vector<const tlvmsg_type *> checked(const tlvmsg_type *const *types, size_t count) {
     for (size_t i = 0; i < count; ++i) {
@@ -24,10 +29,9 @@ std::vector<const tlvmsg_type *> checked(const tlvmsg_type *const *types, size_t
         }
     }
     std::vector<const tlvmsg_type *> sorted(types, types + count);
-    std::sort(sorted.begin(), sorted.end(), name_before);
+    std::ranges::sort(sorted, name_before);
     sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
-    const auto twice = std::adjacent_find(sorted.begin(), sorted.end(),
-                                          [](const auto *a, const auto *b) { return !name_before(a, b); });
+    const auto twice = std::ranges::adjacent_find(sorted, std::not_fn(name_before));
     if (twice != sorted.end()) {
         throw TextFault{TLVMSG_TEXT_DUPLICATE_NAME, 0, "types",
                         "two types are called " + quoted((*twice)->name)};
@@ -55,7 +59,7 @@ std::vector<const tlvmsg_type *> all_types() {
     for (size_t i = 0; i < types.size(); ++i) {
         types[i] = tlvmsg_type_at(i);
     }
-    std::sort(types.begin(), types.end(), name_before);
+    std::ranges::sort(types, name_before);
     return types;
 }
 
@@ -108,10 +112,8 @@ const tlvmsg_type *tlvmsg_type_set_find(const tlvmsg_type_set *set, const char *
     if (set == nullptr || name == nullptr) {
         return tlvmsg_type_find(name);
     }
-    const auto found = std::lower_bound(
-        set->by_name.begin(), set->by_name.end(), name,
-        [](const auto *type, const char *wanted) { return std::strcmp(type->name, wanted) < 0; });
-    return found != set->by_name.end() && std::strcmp((*found)->name, name) == 0 ? *found : nullptr;
+    return tlvmsg::forms::first_of(
+        std::ranges::equal_range(set->by_name, std::string_view(name), {}, &tlvmsg_type::name));
 }
 
 const tlvmsg_type *tlvmsg_type_set_by_tag(const tlvmsg_type_set *set, uint16_t tag) {
@@ -119,33 +121,13 @@ const tlvmsg_type *tlvmsg_type_set_by_tag(const tlvmsg_type_set *set, uint16_t t
         const tlvmsg_type *const scalar = tlvmsg::forms::scalar_by_tag(tag);
         return scalar != nullptr ? scalar : tlvmsg_type_by_tag(tag);
     }
-    const auto found =
-        std::lower_bound(set->by_tag.begin(), set->by_tag.end(), tag,
-                         [](const tlvmsg_type *type, uint16_t wanted) { return type->tag < wanted; });
-    return found != set->by_tag.end() && (*found)->tag == tag ? *found : nullptr;
+    return tlvmsg::forms::first_of(std::ranges::equal_range(set->by_tag, tag, {}, &tlvmsg_type::tag));
 }
 
 const char *tlvmsg_kind_name(tlvmsg_kind kind) {
-    switch (kind) {
-    case TLVMSG_SCALAR:
-        return "scalar";
-    case TLVMSG_ENUMERATION:
-        return "enumeration";
-    case TLVMSG_STRUCTURE:
-        return "structure";
-    case TLVMSG_MESSAGE:
-        return "message";
-    case TLVMSG_ELEMENT_ARRAY:
-    case TLVMSG_PACKED_ARRAY:
-        return "array";
-    case TLVMSG_BYTE_ARRAY:
-        return "byte array";
-    case TLVMSG_DYNAMIC_ELEMENTS:
-        return "dynamic array";
-    case TLVMSG_DYNAMIC_BYTES:
-        return "dynamic byte array";
-    case TLVMSG_UNION:
-        return "union";
-    }
-    return "";
+    static constexpr const char *names[] = {
+        "scalar",     "enumeration",   "structure",          "message", "array", "array",
+        "byte array", "dynamic array", "dynamic byte array", "union"};
+    static_assert(std::size(names) == TLVMSG_UNION + 1, "a name for each kind");
+    return static_cast<unsigned>(kind) < std::size(names) ? names[kind] : "";
 }
