@@ -34,11 +34,13 @@ public:
     UntypedReader(const tlvmsg_type_set *set, Bytes bytes) : set_(set), bytes_(bytes) {}
 
     UntypedElement read(const Element &element, unsigned depth) const {
-        UntypedElement read{element, UntypedKind::opaque, tlvmsg_type_set_by_tag(set_, element.tag), {}};
-        if (read.type != nullptr && read.type->kind == TLVMSG_SCALAR) {
-            read.kind = element.length == read.type->size ? UntypedKind::number : UntypedKind::opaque;
-        } else if (read.type != nullptr && is_accepted(read.type, element.own(bytes_))) {
+        const tlvmsg_type *const type = tlvmsg_type_set_by_tag(set_, element.tag);
+        UntypedElement read{element, UntypedKind::opaque, type, element.inside(bytes_), {}};
+        if (type != nullptr && type->kind == TLVMSG_SCALAR) {
+            read.kind = element.length == type->size ? UntypedKind::number : UntypedKind::opaque;
+        } else if (type != nullptr && is_accepted(type, element.own(bytes_))) {
             read.kind = UntypedKind::typed;
+            read.content = element.own(bytes_);
         } else if (element.tag == array_tag) {
             read_array(read, depth);
         } else if (auto inside = read_all(element.value(), element.end(), depth);
@@ -55,15 +57,16 @@ private:
         if (!count) {
             return;
         }
-        const size_t at = array.element.value() + count_size;
-        const size_t left = array.element.end() - at;
-        const bool terminated = left == *count + 1 && bytes_[array.element.end() - 1] == 0;
-        std::optional<std::vector<UntypedElement>> items = read_all(at, array.element.end(), depth);
+        const Bytes rest = array.content.subspan(count_size);
+        const bool terminated = rest.size() == *count + 1 && rest.back() == 0;
+        std::optional<std::vector<UntypedElement>> items =
+            read_all(array.element.value() + count_size, array.element.end(), depth);
         if (items && items->size() == *count) {
             array.kind = UntypedKind::array;
             array.inside = std::move(*items);
-        } else if (left == *count || terminated) {
+        } else if (rest.size() == *count || terminated) {
             array.kind = UntypedKind::bytes;
+            array.content = rest.first(*count);
         }
     }
 
@@ -101,20 +104,16 @@ std::string UntypedElement::name() const {
     return element.tag == array_tag ? "array" : fmt::format("tag {}", element.tag);
 }
 
-UntypedElement read_untyped(const tlvmsg_type_set *set, Bytes bytes, const Element &element) {
-    return UntypedReader(set, bytes).read(element, 1);
-}
-
-uint64_t number_in(Bytes bytes, const UntypedElement &element) {
+uint64_t UntypedElement::number() const {
     uint64_t value = 0;
-    for (const uint8_t byte : element.element.inside(bytes)) {
+    for (const uint8_t byte : content) {
         value = value << 8 | byte;
     }
-    return tlvmsg_sign_extend(element.type, value);
+    return tlvmsg_sign_extend(type, value);
 }
 
-Bytes array_bytes(Bytes bytes, const UntypedElement &element) {
-    return bytes.subspan(element.element.value() + count_size, *count_of(bytes, element.element));
+UntypedElement read_untyped(const tlvmsg_type_set *set, Bytes bytes, const Element &element) {
+    return UntypedReader(set, bytes).read(element, 1);
 }
 
 } // namespace tlvmsg::forms

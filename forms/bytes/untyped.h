@@ -25,17 +25,13 @@ struct UntypedElement {
     Element element;
     UntypedKind kind;
     const tlvmsg_type *type; // that the tag names; null for arrays and unknown tags
+    Bytes content;           // all of a typed one, the bytes of an array of them, and of others the value
     std::vector<UntypedElement> inside;
 
     std::string name() const; // "app_sess_hdr", "array", "tag 1300"
+    uint64_t number() const;  // of that kind
 };
 
 UntypedElement read_untyped(const tlvmsg_type_set *set, Bytes bytes, const Element &element);
-
-// The number that a scalar's element holds.
-uint64_t number_in(Bytes bytes, const UntypedElement &element);
-
-// The bytes of an array of bytes, without its count.
-Bytes array_bytes(Bytes bytes, const UntypedElement &element);
 
 } // namespace tlvmsg::forms

@@ -148,44 +148,32 @@ private:
     void add(const tlvmsg_piece &piece) {
         const std::string path = path_of(*piece.place, whole_);
         const size_t offset = base_ + piece.offset;
-        const bool continues =
-            pending_.size > 0 && pending_.path == path && pending_.offset + pending_.size == offset;
+        if (piece.kind > TLVMSG_PIECE_COUNT || pending_.path != path ||
+            pending_.offset + pending_.size != offset) {
+            finish();
+        }
         switch (piece.kind) {
         case TLVMSG_PIECE_HEADER:
             enter(offset, header_size + (piece.value & 0xFFFF));
-            if (continues) {
-                pending_.size += piece.size;
-                return;
+            if (pending_.size == 0) {
+                pending_ = {offset, 0, path, header_text(piece, path)};
             }
-            finish();
-            pending_ = {offset, piece.size, path, header_text(piece, path)};
+            pending_.size += piece.size;
             return;
         case TLVMSG_PIECE_VALUE:
         case TLVMSG_PIECE_COUNT: {
-            const size_t start = continues ? pending_.offset : offset;
-            if (continues) {
-                pending_ = {};
-            }
-            finish();
-            page_.explain(start, offset + piece.size - start, number_line(piece, path));
-            return;
+            const size_t headers = std::exchange(pending_, {}).size;
+            return page_.explain(offset - headers, headers + piece.size, number_line(piece, path));
         }
         case TLVMSG_PIECE_BYTES:
-            finish();
-            page_.explain(offset, piece.size, fmt::format("{}: {} bytes", path, piece.size),
-                          Page::Aside::characters);
-            return;
+            return page_.explain(offset, piece.size, fmt::format("{}: {} bytes", path, piece.size),
+                                 Page::Aside::characters);
         case TLVMSG_PIECE_TERMINATOR:
-            finish();
-            page_.explain(offset, piece.size, path + ": terminator");
-            return;
+            return page_.explain(offset, piece.size, path + ": terminator");
         case TLVMSG_PIECE_SKIPPED:
-            finish();
-            skip(offset, piece.size, path + ": skipped");
-            return;
+            return skip(offset, piece.size, path + ": skipped");
         case TLVMSG_PIECE_DEVIATION:
-            finish();
-            page_.note(Colour::yellow, line_of(*piece.fault, "tolerated"));
+            return page_.note(Colour::yellow, line_of(*piece.fault, "tolerated"));
         }
     }
 
@@ -265,17 +253,17 @@ void explain_untyped(Page &page, const tlvmsg_type_set *set, Bytes bytes, const 
     const std::string head = fmt::format("{}{}, length {}", path, tag, element.length);
     switch (read.kind) {
     case UntypedKind::typed:
-        Explainer(page, set, bytes, element.offset, path).trace(read.type, element.own(bytes));
+        Explainer(page, set, bytes, element.offset, path).trace(read.type, read.content);
         break;
     case UntypedKind::number:
         page.explain(element.offset, element.end() - element.offset,
-                     fmt::format("{} = {}", path, number_text(read.type, number_in(bytes, read))));
+                     fmt::format("{} = {}", path, number_text(read.type, read.number())));
         break;
     case UntypedKind::bytes: {
-        const Bytes part = array_bytes(bytes, read);
-        const size_t start = static_cast<size_t>(part.data() - bytes.data());
-        page.explain(element.offset, start - element.offset, fmt::format("{}, count {}", head, part.size()));
-        page.rest(start + part.size(), path);
+        const size_t start = static_cast<size_t>(read.content.data() - bytes.data());
+        page.explain(element.offset, start - element.offset,
+                     fmt::format("{}, count {}", head, read.content.size()));
+        page.rest(start + read.content.size(), path);
         if (page.covered() < element.end()) {
             page.explain(page.covered(), 1, path + ": terminator");
         }
