@@ -25,7 +25,7 @@ Record record_of(const UntypedElement &element) {
 }
 
 // A member of the list that is open.
-void write_json(JsonWriter &json, const UntypedElement &element) {
+void write_json(JsonWriter &json, const tlvmsg_type_set *set, const UntypedElement &element) {
     json.next();
     json.open('{');
     json.key(element.name());
@@ -39,9 +39,7 @@ void write_json(JsonWriter &json, const UntypedElement &element) {
     case UntypedKind::elements:
     case UntypedKind::array:
         json.open('[');
-        for (const UntypedElement &inside : element.inside) {
-            write_json(json, inside);
-        }
+        for_each_inside(set, element, [&](const auto &inside) { write_json(json, set, inside); });
         json.close(']');
         break;
     case UntypedKind::bytes:
@@ -53,7 +51,8 @@ void write_json(JsonWriter &json, const UntypedElement &element) {
     json.close('}');
 }
 
-void write_lines(Output &output, const std::string &above, const UntypedElement &element) {
+void write_lines(Output &output, const tlvmsg_type_set *set, const std::string &above,
+                 const UntypedElement &element) {
     const std::string path = above + element.name();
     const auto line = [&](const std::string &value) { output.write(fmt::format("{} = {}\n", path, value)); };
     switch (element.kind) {
@@ -63,10 +62,9 @@ void write_lines(Output &output, const std::string &above, const UntypedElement 
         return line(number_text(element.type, element.number()));
     case UntypedKind::elements:
     case UntypedKind::array:
-        for (const UntypedElement &inside : element.inside) {
-            write_lines(output, path + ".", inside);
-        }
-        return;
+        return for_each_inside(set, element, [&](const UntypedElement &inside) {
+            write_lines(output, set, path + ".", inside);
+        });
     case UntypedKind::bytes:
         return line(bytes_text(element.content));
     case UntypedKind::opaque:
@@ -80,7 +78,7 @@ void tell_elements(const tlvmsg_type_set *set, Bytes bytes, size_t *end, Write w
     const size_t last = for_each_element(bytes, [&](const Element &element) {
         const Bytes own = element.own(bytes);
         const std::vector<uint8_t> copy = copy_of(own.data(), own.size());
-        write(read_untyped(set, copy, {0, element.tag, element.length}));
+        write(read_untyped(set, copy));
     });
     if (end != nullptr) {
         *end = last;
@@ -100,7 +98,7 @@ bool tlvmsg_untyped_to_json(const tlvmsg_type_set *set, const uint8_t *in, size_
         JsonWriter json(options);
         json.open('[');
         tell_elements(set, {in, in_len}, end, [&](const UntypedElement &element) {
-            write_json(json, element);
+            write_json(json, set, element);
             output.write(json.text);
             json.text.clear();
         });
@@ -117,7 +115,7 @@ bool tlvmsg_untyped_to_text(const tlvmsg_type_set *set, const uint8_t *in, size_
     return tell(call.takes("options", options).reads("in", in, in_len), sink, context, [&](Output &output) {
         const std::string whole(whole_of(options));
         tell_elements(set, {in, in_len}, end, [&](const UntypedElement &element) {
-            write_lines(output, whole.empty() ? "" : whole + ".", element);
+            write_lines(output, set, whole.empty() ? "" : whole + ".", element);
         });
     });
 }
