@@ -189,18 +189,188 @@ private:
         std::vector<Name> names;
     };
 
-    void value(const Target &target);
-    void scalar(const Target &target, const JsonScalar &found);
-    uint64_t number(const Target &target, const JsonScalar &found) const;
-    uint64_t number_by_name(const tlvmsg_type *type, std::string_view name) const;
-    void array(const Target &target);
-    void *next_item(const Target &array, size_t index);
-    void bytes(const Target &array, std::string_view bytes);
-    void resize(const Target &array, size_t count);
-    void object(const Target &target);
-    const Name &key(Object &object, std::string_view text) const;
-    void put(const Object &object, const Name &read);
-    void check_object(const Object &object);
+    // What is not of the kind that belongs there is refused where it begins, so that arrays and objects nest no deeper
+    // than the type.
+    void value(const Target &target) {
+        switch (next()) {
+        case '{':
+            return object(target);
+        case '[':
+            return array(target);
+        default:
+            return scalar(target, scanner_.scalar());
+        }
+    }
+
+    // ---- Scalars -----------------------------------------------------------------------------------------
+
+    // What says something about an object as a whole, a selector or hex, is put there by that.
+    void scalar(const Target &target, const JsonScalar &found) {
+        const bool text = found.kind == JsonScalar::text;
+        if (target.is_number()) {
+            number_ = number(target, found);
+            if (target.role != Role::selector) {
+                tlvmsg_store(target.type, target.field, number_);
+            }
+        } else if (target.role == Role::value && text && tlvmsg_type_is_bytes(target.type)) {
+            bytes(target, found.written);
+        } else if (!(target.role == Role::hex && text && read_hex(found.written, hex_)) &&
+                   !(target.role == Role::no_items && !text && found.written == "null")) {
+            fail_value(target, described(found));
+        }
+    }
+
+    uint64_t number(const Target &target, const JsonScalar &found) const {
+        if (target.type->enumerator_count > 0 && found.kind == JsonScalar::text) {
+            return number_by_name(target.type, found.written);
+        }
+        const bool fits = found.negative ? static_cast<int64_t>(found.value) >= tlvmsg_least(target.type)
+                                         : found.value <= tlvmsg_most(target.type);
+        if (!found.whole || !fits) {
+            fail_value(target, described(found));
+        }
+        return found.value;
+    }
+
+    uint64_t number_by_name(const tlvmsg_type *type, std::string_view name) const {
+        const std::span enumerators(type->enumerators, type->enumerator_count);
+        const auto named = std::ranges::find(enumerators, name, &tlvmsg_enumerator::name);
+        if (named == enumerators.end()) {
+            std::vector<std::string_view> names;
+            std::ranges::transform(enumerators, std::back_inserter(names), &tlvmsg_enumerator::name);
+            fail(TLVMSG_TEXT_UNKNOWN_NAME, no_such("value", name, names));
+        }
+        return named->value;
+    }
+
+    // ---- Arrays ----
+
+    void array(const Target &target) {
+        if (!target.is_array()) {
+            fail_value(target, "an array");
+        }
+        const uint64_t most = tlvmsg_most_items(target.type);
+        size_t index = 0;
+        scanner_.take('[');
+        for (; scanner_.another(']', index == 0); ++index) {
+            next(); // what does not fit is told there
+            if (index == most) {
+                fail(TLVMSG_TEXT_TOO_MANY, fmt::format("{} items or more, at most {} fit", most + 1, most));
+            }
+            inside(
+                [&] {
+                    value({Role::value, target.type->element, next_item(target, index)});
+                },
+                [&] { return fmt::format("[{}]", index); });
+        }
+        resize(target, index);
+    }
+
+    // Dynamic arrays double, as far as is allowed, until their end tells the count.
+    void *next_item(const Target &array, size_t index) {
+        const tlvmsg_type *const type = array.type;
+        if (index == tlvmsg_items_of(type, array.field).readable) {
+            const auto most = static_cast<size_t>(tlvmsg_most_items(type));
+            const size_t affordable = index + allocation_ / type->element->size;
+            const size_t room = tlvmsg_type_is_dynamic(type) ? std::min({2 * index, most, affordable}) : 0;
+            resize(array, std::max(room, index + 1));
+        }
+        return item_at(type, tlvmsg_items_of(type, array.field), index);
+    }
+
+    void bytes(const Target &array, std::string_view bytes) {
+        const uint64_t most = tlvmsg_most_items(array.type);
+        if (bytes.size() > most) {
+            fail(TLVMSG_TEXT_TOO_MANY, fmt::format("{} bytes, at most {} fit", bytes.size(), most));
+        }
+        resize(array, bytes.size());
+        std::copy(bytes.begin(), bytes.end(), tlvmsg_items_of(array.type, array.field).first);
+    }
+
+    void resize(const Target &array, size_t count) {
+        const auto before = static_cast<size_t>(tlvmsg_items_of(array.type, array.field).readable);
+        if (tlvmsg_type_is_dynamic(array.type) && count > before) {
+            const size_t terminator = tlvmsg_type_is_bytes(array.type) ? 1 : 0;
+            const size_t more = (count - before) * array.type->element->size + terminator;
+            if (more > allocation_) {
+                fail(TLVMSG_TEXT_MEMORY_LIMIT, "needs more memory than is allowed");
+            }
+            allocation_ -= more;
+        }
+        if (!tlvmsg_resize(array.type, array.field, count, nullptr)) { // the count is one that fits
+            throw std::bad_alloc();
+        }
+    }
+
+    // ---- Objects ----
+
+    void object(const Target &target) {
+        Object object{target, offset_, names_in(target)};
+        if (object.names.empty()) {
+            fail_value(target, "an object");
+        }
+        scanner_.take('{');
+        for (bool first = true; scanner_.another('}', first); first = false) {
+            next();
+            const Name &name = key(object, scanner_.string());
+            scanner_.take(':');
+            inside([&] { value(name.target); }, [&] { return std::string(".") + name.text; });
+            put(object, name);
+        }
+        check_object(object);
+    }
+
+    const Name &key(Object &object, std::string_view text) const {
+        const auto found = std::ranges::find(object.names, text, &Name::text);
+        // An array has either bytes, or a count without items.
+        const auto excludes = [&](const Name &other) {
+            return other.seen && (other.target.role == Role::hex) != (found->target.role == Role::hex);
+        };
+        if (found == object.names.end() || std::ranges::any_of(object.names, excludes)) {
+            std::vector<std::string_view> names;
+            for (const Name &each : object.names) {
+                names.emplace_back(each.text == text ? "" : each.text);
+            }
+            fail(TLVMSG_TEXT_UNKNOWN_NAME, no_such("member", text, names));
+        }
+        if (found->seen) {
+            fail(TLVMSG_TEXT_DUPLICATE_NAME, "member " + quoted(text) + " is there twice");
+        }
+        found->seen = true;
+        found->offset = offset_;
+        if (found->alternative != nullptr) {
+            choose(object.names, *found);
+        }
+        return *found;
+    }
+
+    // What was read of the name's value, where only the object knows whether it fits.
+    void put(const Object &object, const Name &read) {
+        if (read.target.role == Role::selector) {
+            check_choice(object.names, read, number_);
+            tlvmsg_store(read.target.type, read.target.field, number_);
+        } else if (read.target.role == Role::hex) {
+            bytes(object.target, hex_);
+        }
+    }
+
+    // At its end: what its values leave open.
+    void check_object(const Object &object) {
+        bool says_something = object.target.type->element == nullptr;
+        for (const Name &each : object.names) {
+            if (each.target.role == Role::selector && !each.seen) {
+                check_choice(object.names, each, 0);
+                tlvmsg_store(each.target.type, each.target.field, 0);
+            }
+            says_something = says_something || (each.seen && each.target.role != Role::no_items);
+        }
+        if (!says_something) {
+            offset_ = object.offset;
+            fail_value(object.target, "an object");
+        }
+    }
+
+    // ---- Faults ----
 
     // Goes to what is next, which is the place of faults from here on.
     char next() {
@@ -223,187 +393,6 @@ private:
     uint64_t number_ = 0; // the last that was read
     std::string hex_;     // the bytes that were
 };
-
-// What is not of the kind that belongs there is refused where it begins, so that arrays and objects nest no deeper
-// than the type.
-void Reader::value(const Target &target) {
-    switch (next()) {
-    case '{':
-        return object(target);
-    case '[':
-        return array(target);
-    default:
-        return scalar(target, scanner_.scalar());
-    }
-}
-
-// ---- Scalars -----------------------------------------------------------------------------------------
-
-// What says something about an object as a whole, a selector or hex, is put there by that.
-void Reader::scalar(const Target &target, const JsonScalar &found) {
-    const bool text = found.kind == JsonScalar::text;
-    if (target.is_number()) {
-        number_ = number(target, found);
-        if (target.role != Role::selector) {
-            tlvmsg_store(target.type, target.field, number_);
-        }
-    } else if (target.role == Role::value && text && tlvmsg_type_is_bytes(target.type)) {
-        bytes(target, found.written);
-    } else if (!(target.role == Role::hex && text && read_hex(found.written, hex_)) &&
-               !(target.role == Role::no_items && !text && found.written == "null")) {
-        fail_value(target, described(found));
-    }
-}
-
-uint64_t Reader::number(const Target &target, const JsonScalar &found) const {
-    if (target.type->enumerator_count > 0 && found.kind == JsonScalar::text) {
-        return number_by_name(target.type, found.written);
-    }
-    const bool fits = found.negative ? static_cast<int64_t>(found.value) >= tlvmsg_least(target.type)
-                                     : found.value <= tlvmsg_most(target.type);
-    if (!found.whole || !fits) {
-        fail_value(target, described(found));
-    }
-    return found.value;
-}
-
-uint64_t Reader::number_by_name(const tlvmsg_type *type, std::string_view name) const {
-    const std::span enumerators(type->enumerators, type->enumerator_count);
-    const auto named = std::ranges::find(enumerators, name, &tlvmsg_enumerator::name);
-    if (named == enumerators.end()) {
-        std::vector<std::string_view> names;
-        std::ranges::transform(enumerators, std::back_inserter(names), &tlvmsg_enumerator::name);
-        fail(TLVMSG_TEXT_UNKNOWN_NAME, no_such("value", name, names));
-    }
-    return named->value;
-}
-
-// ---- Arrays ----
-
-void Reader::array(const Target &target) {
-    if (!target.is_array()) {
-        fail_value(target, "an array");
-    }
-    const uint64_t most = tlvmsg_most_items(target.type);
-    size_t index = 0;
-    scanner_.take('[');
-    for (; scanner_.another(']', index == 0); ++index) {
-        next(); // what does not fit is told there
-        if (index == most) {
-            fail(TLVMSG_TEXT_TOO_MANY, fmt::format("{} items or more, at most {} fit", most + 1, most));
-        }
-        inside(
-            [&] {
-                value({Role::value, target.type->element, next_item(target, index)});
-            },
-            [&] { return fmt::format("[{}]", index); });
-    }
-    resize(target, index);
-}
-
-// Dynamic arrays double, as far as is allowed, until their end tells the count.
-void *Reader::next_item(const Target &array, size_t index) {
-    const tlvmsg_type *const type = array.type;
-    if (index == tlvmsg_items_of(type, array.field).readable) {
-        const auto most = static_cast<size_t>(tlvmsg_most_items(type));
-        const size_t affordable = index + allocation_ / type->element->size;
-        const size_t room = tlvmsg_type_is_dynamic(type) ? std::min({2 * index, most, affordable}) : 0;
-        resize(array, std::max(room, index + 1));
-    }
-    return item_at(type, tlvmsg_items_of(type, array.field), index);
-}
-
-void Reader::bytes(const Target &array, std::string_view bytes) {
-    const uint64_t most = tlvmsg_most_items(array.type);
-    if (bytes.size() > most) {
-        fail(TLVMSG_TEXT_TOO_MANY, fmt::format("{} bytes, at most {} fit", bytes.size(), most));
-    }
-    resize(array, bytes.size());
-    std::copy(bytes.begin(), bytes.end(), tlvmsg_items_of(array.type, array.field).first);
-}
-
-void Reader::resize(const Target &array, size_t count) {
-    const auto before = static_cast<size_t>(tlvmsg_items_of(array.type, array.field).readable);
-    if (tlvmsg_type_is_dynamic(array.type) && count > before) {
-        const size_t terminator = tlvmsg_type_is_bytes(array.type) ? 1 : 0;
-        const size_t more = (count - before) * array.type->element->size + terminator;
-        if (more > allocation_) {
-            fail(TLVMSG_TEXT_MEMORY_LIMIT, "needs more memory than is allowed");
-        }
-        allocation_ -= more;
-    }
-    if (!tlvmsg_resize(array.type, array.field, count, nullptr)) { // the count is one that fits
-        throw std::bad_alloc();
-    }
-}
-
-// ---- Objects ----
-
-void Reader::object(const Target &target) {
-    Object object{target, offset_, names_in(target)};
-    if (object.names.empty()) {
-        fail_value(target, "an object");
-    }
-    scanner_.take('{');
-    for (bool first = true; scanner_.another('}', first); first = false) {
-        next();
-        const Name &name = key(object, scanner_.string());
-        scanner_.take(':');
-        inside([&] { value(name.target); }, [&] { return std::string(".") + name.text; });
-        put(object, name);
-    }
-    check_object(object);
-}
-
-const Name &Reader::key(Object &object, std::string_view text) const {
-    const auto found = std::ranges::find(object.names, text, &Name::text);
-    // An array has either bytes, or a count without items.
-    const auto excludes = [&](const Name &other) {
-        return other.seen && (other.target.role == Role::hex) != (found->target.role == Role::hex);
-    };
-    if (found == object.names.end() || std::ranges::any_of(object.names, excludes)) {
-        std::vector<std::string_view> names;
-        for (const Name &each : object.names) {
-            names.emplace_back(each.text == text ? "" : each.text);
-        }
-        fail(TLVMSG_TEXT_UNKNOWN_NAME, no_such("member", text, names));
-    }
-    if (found->seen) {
-        fail(TLVMSG_TEXT_DUPLICATE_NAME, "member " + quoted(text) + " is there twice");
-    }
-    found->seen = true;
-    found->offset = offset_;
-    if (found->alternative != nullptr) {
-        choose(object.names, *found);
-    }
-    return *found;
-}
-
-// What was read of the name's value, where only the object knows whether it fits.
-void Reader::put(const Object &object, const Name &read) {
-    if (read.target.role == Role::selector) {
-        check_choice(object.names, read, number_);
-        tlvmsg_store(read.target.type, read.target.field, number_);
-    } else if (read.target.role == Role::hex) {
-        bytes(object.target, hex_);
-    }
-}
-
-// At its end: what its values leave open.
-void Reader::check_object(const Object &object) {
-    bool says_something = object.target.type->element == nullptr;
-    for (const Name &each : object.names) {
-        if (each.target.role == Role::selector && !each.seen) {
-            check_choice(object.names, each, 0);
-            tlvmsg_store(each.target.type, each.target.field, 0);
-        }
-        says_something = says_something || (each.seen && each.target.role != Role::no_items);
-    }
-    if (!says_something) {
-        offset_ = object.offset;
-        fail_value(object.target, "an object");
-    }
-}
 
 } // namespace
 

@@ -10,25 +10,27 @@ class Path {
 public:
     // Both do the work one step further in.
     template <class Work>
-    void member(std::string_view name, Work work) {
-        go(text_.empty() ? "" : ".", name, "", work);
+    auto member(std::string_view name, Work work) {
+        const Back back{text_, text_.size()};
+        text_.append(text_.empty() ? "" : ".").append(name);
+        return work();
     }
 
     template <class Work>
-    void item(size_t index, Work work) {
-        go("[", std::to_string(index), "]", work);
+    auto item(size_t index, Work work) {
+        const Back back{text_, text_.size()};
+        text_.append("[").append(std::to_string(index)).append("]");
+        return work();
     }
 
     const std::string &text() const { return text_; } // empty for the whole
 
 private:
-    template <class Work>
-    void go(std::string_view before, std::string_view step, std::string_view behind, Work work) {
-        const size_t size = text_.size();
-        text_.append(before).append(step).append(behind);
-        work();
-        text_.resize(size);
-    }
+    struct Back {
+        std::string &text;
+        size_t size;
+        ~Back() { text.resize(size); }
+    };
 
     std::string text_;
 };

@@ -59,7 +59,7 @@ const Setting *Settings::of(const std::string &path) {
             found = &each;
         }
     }
-    if (!empty()) {
+    if (!settings_.empty()) {
         members_.push_back(path);
     }
     return found;
