@@ -29,11 +29,8 @@ std::string no_such(const std::string &what, std::string_view name,
 
 // ---- For the caller ----
 
-// Stores a fault for a caller who may not want it. Allocates nothing.
+// Stores a fault for a caller who may not want it. It lies behind what is before it in the text. Allocates nothing.
 void store_fault(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view path,
-                 std::string_view message);
-
-// The same with its place in the text.
-void store_fault(tlvmsg_text_fault *wanted, const TextFault &fault, std::string_view text);
+                 std::string_view message, std::string_view before = {});
 
 } // namespace tlvmsg::forms

@@ -195,25 +195,30 @@ private:
         dynamic_share_ = share;
     }
 
-    // Every value that chooses something is as likely as the next.
     void fill_union(const tlvmsg_type *type, void *record) {
         void *const selector = at_offset(record, type->selector_offset);
+        const bool is_set =
+            path_.member(type->selector_name, [&] { return set(type->selector, selector, false); });
+        if (const std::optional<uint32_t> value = is_set ? std::nullopt : choice(type)) {
+            tlvmsg_store(type->selector, selector, *value);
+        }
+        if (const tlvmsg_alternative *const chosen = tlvmsg_chosen_in(type, record)) {
+            path_.member(chosen->name, [&] { fill(chosen->type, at_offset(record, chosen->offset), true); });
+        }
+    }
+
+    // Every value that chooses something is as likely as the next.
+    std::optional<uint32_t> choice(const tlvmsg_type *type) {
+        if (const tlvmsg_alternative *const named = settings_.alternative(type, path_.text())) {
+            return named->values[0];
+        }
         std::vector<uint32_t> values;
         for (uint32_t i = 0; i < type->alternative_count; ++i) {
             const tlvmsg_alternative &each = type->alternatives[i];
             values.insert(values.end(), each.values, each.values + each.value_count);
         }
-        const bool is_set =
-            path_.member(type->selector_name, [&] { return set(type->selector, selector, false); });
-        if (is_set) {
-        } else if (const tlvmsg_alternative *const named = settings_.alternative(type, path_.text())) {
-            tlvmsg_store(type->selector, selector, named->values[0]);
-        } else if (kind_ != TLVMSG_SAMPLE_MIN && !values.empty()) {
-            tlvmsg_store(type->selector, selector, values[static_cast<size_t>(draw(values.size()))]);
-        }
-        if (const tlvmsg_alternative *const chosen = tlvmsg_chosen_in(type, record)) {
-            path_.member(chosen->name, [&] { fill(chosen->type, at_offset(record, chosen->offset), true); });
-        }
+        const bool any = kind_ != TLVMSG_SAMPLE_MIN && !values.empty();
+        return any ? std::optional(values[static_cast<size_t>(draw(values.size()))]) : std::nullopt;
     }
 
     const tlvmsg_sample_kind kind_;
