@@ -28,7 +28,7 @@ std::optional<size_t> elements_in(Bytes bytes, unsigned depth) {
 // By the count behind the header.
 void read_array(UntypedElement &array) {
     const std::optional<Element> count = element_at(array.own, header_size);
-    if (!count || count->tag != 4 || count->length != 2) {
+    if (!count || count->tag != count_tag || count->length != count_width) {
         return;
     }
     const size_t items = number_at(array.own, count->value());

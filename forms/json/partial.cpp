@@ -1,5 +1,6 @@
 // What can be read of a broken encoding, written as its trace finds it.
 #include "base/relay.h"
+#include "base/wire.h"
 #include "forms/border/input.h"
 #include "forms/json/writer.h"
 
@@ -134,11 +135,10 @@ private:
 // An element that the input's end cuts is decoded as if zeros followed, so that what is there of its inside is found.
 void write_partial(JsonWriter &json, const tlvmsg_type *type, std::vector<uint8_t> bytes,
                    tlvmsg_fault &stopped) {
-    constexpr size_t longest_value = 65535;
     const size_t size = bytes.size();
     tlvmsg_verify(type, bytes.data(), size, nullptr, nullptr, &stopped);
     if (stopped.code == TLVMSG_TRUNCATED) {
-        bytes.resize(size + longest_value);
+        bytes.resize(size + base::longest_value);
     }
     Partial partial(bytes.data(), size, json);
     tlvmsg_trace(type, bytes.data(), bytes.size(), nullptr, Partial::trace, &partial, nullptr, nullptr);

@@ -98,7 +98,7 @@ void tlvmsg_type_set::follow_messages(Bytes bytes, const Found &found) const {
 
 Key tlvmsg_type_set::key_in(Bytes bytes, const tlvmsg_type *message) const {
     // What an enumeration has before its value: its length, and the header of the number in it.
-    constexpr uint8_t before[] = {0, 8, 0, 6, 0, 4};
+    constexpr uint8_t before[] = {0, enumeration_length, 0, enumerator_tag, 0, enumerator_width};
     tlvmsg_key_place place;
     if ((message->flags & TLVMSG_HAS_KEY) == 0 || !tlvmsg_key_field(message, &place) ||
         bytes.size() < place.encoded_offset + sizeof message->key) {
