@@ -102,7 +102,8 @@ public:
     Explainer(Page &page, const tlvmsg_type_set *set, Bytes bytes, std::string whole)
         : page_(page), set_(set), bytes_(bytes), whole_(std::move(whole)) {}
 
-    // Explains the bytes, all of the page's or what the type accepts without deviations, and returns whether it accepts them.
+    // Explains the bytes, which are all of the page's, or an element that the type accepts without deviations. Returns
+    // whether the type accepts them.
     bool trace(const tlvmsg_type *type) {
         const auto add = [](void *context, const tlvmsg_piece *piece) {
             auto &self = *static_cast<Explainer *>(context);

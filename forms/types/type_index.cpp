@@ -25,8 +25,9 @@ Types of_tag(Types types, Bytes bytes, TagOf tag_of) {
     if (bytes.size() < tag_size) {
         return {};
     }
-    const auto found = std::ranges::equal_range(types, number_at(bytes, 0), {}, tag_of);
-    return {found.begin(), found.end()};
+    const uint16_t tag = number_at(bytes, 0);
+    return {std::ranges::lower_bound(types, tag, {}, tag_of),
+            std::ranges::upper_bound(types, tag, {}, tag_of)};
 }
 
 // All of these messages have the same first `depth` members, whose elements end at `at`.
@@ -111,5 +112,6 @@ Key tlvmsg_type_set::key_in(Bytes bytes, const tlvmsg_type *message) const {
     if (number_at(number, 0) != message->key >> 16 || number_at(number, 2) != (message->key & UINT16_MAX)) {
         return Key::other;
     }
-    return std::ranges::equal_range(keys, message->key).size() > 1 ? Key::shared : Key::alone;
+    const auto [first, last] = std::equal_range(keys.begin(), keys.end(), message->key);
+    return last - first > 1 ? Key::shared : Key::alone;
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <functional>
 #include <iterator>
 #include <map>
 #include <mutex>
@@ -15,9 +16,11 @@ namespace tlvmsg::forms {
 
 namespace {
 
-template <class Range>
-const tlvmsg_type *first_of(const Range &types) {
-    return types.empty() ? nullptr : types.front();
+// Of types in the order of what `of` gives.
+template <class Value, class Of>
+const tlvmsg_type *find(const std::vector<const tlvmsg_type *> &types, Value wanted, Of of) {
+    const auto found = std::ranges::lower_bound(types, wanted, {}, of);
+    return found != types.end() && std::invoke(of, *found) == wanted ? *found : nullptr;
 }
 
 // In the order of the names.
@@ -112,8 +115,7 @@ const tlvmsg_type *tlvmsg_type_set_find(const tlvmsg_type_set *set, const char *
     if (set == nullptr || name == nullptr) {
         return tlvmsg_type_find(name);
     }
-    return tlvmsg::forms::first_of(
-        std::ranges::equal_range(set->by_name, std::string_view(name), {}, &tlvmsg_type::name));
+    return tlvmsg::forms::find(set->by_name, std::string_view(name), &tlvmsg_type::name);
 }
 
 const tlvmsg_type *tlvmsg_type_set_by_tag(const tlvmsg_type_set *set, uint16_t tag) {
@@ -121,7 +123,7 @@ const tlvmsg_type *tlvmsg_type_set_by_tag(const tlvmsg_type_set *set, uint16_t t
         const tlvmsg_type *const scalar = tlvmsg::forms::scalar_by_tag(tag);
         return scalar != nullptr ? scalar : tlvmsg_type_by_tag(tag);
     }
-    return tlvmsg::forms::first_of(std::ranges::equal_range(set->by_tag, tag, {}, &tlvmsg_type::tag));
+    return tlvmsg::forms::find(set->by_tag, tag, &tlvmsg_type::tag);
 }
 
 const char *tlvmsg_kind_name(tlvmsg_kind kind) {
