@@ -25,7 +25,7 @@ struct UntypedElement {
     UntypedKind kind;
     const tlvmsg_type *type; // that the tag names; null for arrays and unknown tags
     Bytes own;               // all of it
-    Bytes content;           // all of a typed one, of an array what is behind the count, of others the value
+    Bytes content;           // all of a typed one, of arrays what they count, of others the value
     unsigned depth;
 
     std::string name() const; // "app_sess_hdr", "array", "tag 1300"

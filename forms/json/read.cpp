@@ -161,8 +161,8 @@ void choose(const std::vector<Name> &names, const Name &alternative) {
 
 // ---- Reading -----------------------------------------------------------------------------------------
 
-// Does what belongs to a member or an item, whose step the path of what is thrown gets in front. Text that is no JSON
-// has no path but that of the whole.
+// Reads a member or an item. What is thrown thereby gets this step in front of its path, unless the text is no JSON:
+// then the path is that of the whole.
 template <class Work, class Step>
 void inside(Work work, Step step) {
     try {
@@ -204,7 +204,7 @@ private:
 
     // ---- Scalars -----------------------------------------------------------------------------------------
 
-    // What says something about an object as a whole, a selector or hex, is put there by that.
+    // A selector and the bytes of hex are kept: whether they fit depends on their object.
     void scalar(const Target &target, const JsonScalar &found) {
         const bool text = found.kind == JsonScalar::text;
         if (target.is_number()) {
@@ -344,7 +344,7 @@ private:
         return *found;
     }
 
-    // What was read of the name's value, where only the object knows whether it fits.
+    // What was kept of the value that was read.
     void put(const Object &object, const Name &read) {
         if (read.target.role == Role::selector) {
             check_choice(object.names, read, number_);

@@ -14,7 +14,7 @@ inline const uint8_t *at_offset(const void *record, size_t offset) {
 
 inline uint8_t *at_offset(void *record, size_t offset) { return static_cast<uint8_t *>(record) + offset; }
 
-// What a record is of, which says how it is gone through.
+// How records of a type are gone through.
 enum class Shape { number, fields, items };
 
 inline Shape shape_of(const tlvmsg_type *type) {
