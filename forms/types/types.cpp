@@ -57,15 +57,6 @@ const tlvmsg_type *scalar_by_tag(uint16_t tag) {
     return tag < tags ? scalars[tag] : nullptr;
 }
 
-std::vector<const tlvmsg_type *> all_types() {
-    std::vector<const tlvmsg_type *> types(tlvmsg_type_count());
-    for (size_t i = 0; i < types.size(); ++i) {
-        types[i] = tlvmsg_type_at(i);
-    }
-    std::ranges::sort(types, name_before);
-    return types;
-}
-
 } // namespace
 
 bool name_before(const tlvmsg_type *a, const tlvmsg_type *b) { return std::strcmp(a->name, b->name) < 0; }
@@ -84,8 +75,9 @@ const tlvmsg_type_set &tlvmsg_type_set::chosen(const tlvmsg_type_set *set) {
     if (const auto known = sets.find(tlvmsg_type_count()); known != sets.end()) {
         return known->second;
     }
-    const std::vector<const tlvmsg_type *> types = tlvmsg::forms::all_types();
-    return sets.try_emplace(types.size(), types).first->second;
+    std::vector<const tlvmsg_type *> types(tlvmsg_type_count());
+    std::ranges::generate(types, [i = size_t{0}]() mutable { return tlvmsg_type_at(i++); });
+    return sets.try_emplace(types.size(), tlvmsg::forms::checked(types.data(), types.size())).first->second;
 }
 
 tlvmsg_type_set *tlvmsg_type_set_new(const tlvmsg_type *const *types, size_t count,
