@@ -3,10 +3,9 @@
 
 #include "tools/commands/message_options.h"
 #include "tools/faults/faults.h"
-#include "tools/output/frame_line.h"
+#include "tools/output/message_line.h"
 #include "tools/results.h"
 #include "tools/types/lookup.h"
-#include "tools/words.h"
 
 #include <algorithm>
 
@@ -74,36 +73,37 @@ std::string guess_json(const tlvmsg_guess &guess) {
     return line.object();
 }
 
-void print_guesses(const Options &options, const Input &input, const list<tlvmsg_guess> &guesses) {
-    const size_t size = input.bytes.size();
+void print_guesses(const Options &options, const Message &message, const list<tlvmsg_guess> &guesses) {
+    const size_t size = message.bytes.size();
     if (options.json) {
         std::string all;
         for (const tlvmsg_guess &each : guesses) {
             all += (all.empty() ? "" : ",") + guess_json(each);
         }
-        print(input_line(input, options.message.files.size() > 1)
+        print(message_line(message, options.message.several())
                   .number("size", size)
                   .json("guesses", fmt::format("[{}]", all))
                   .line());
         return;
     }
-    print(heading(input, options.message.files.size() > 1));
+    print(heading(message, options.message.several()));
     for (const tlvmsg_guess &each : guesses) {
         print(guess_line(each, size));
     }
 }
 
 // All types that take the whole, and the nearest of those that take a part or none.
-int guess_input(const Options &options, const Input &input) {
-    if (input.bytes.empty()) {
-        report(input.problem.value_or(Problem{ToolCode::malformed_input, "no bytes to guess from"}),
-               input.name);
-        return input.frame || input.problem ? exit_found : exit_malformed;
+int guess_message(const Options &options, const Message &message) {
+    if (message.bytes.empty()) {
+        report(message.problem.value_or(Problem{ToolCode::malformed_input, "no bytes to guess from"}),
+               message.name);
+        return message.frame || message.problem ? exit_found : exit_malformed;
     }
-    const list<tlvmsg_guess> guesses = value_of(guess(input.bytes, {options.near, true, {}}, type_set()));
-    print_guesses(options, input, guesses);
+    const list<tlvmsg_guess> guesses = value_of(guess(message.bytes, {options.near, true, {}}, type_set()));
+    print_guesses(options, message, guesses);
     if (guesses.size() == 0) {
-        complain(fmt::format("tlv: {}: no type begins like these {} bytes", input.name, input.bytes.size()));
+        complain(
+            fmt::format("tlv: {}: no type begins like these {} bytes", message.name, message.bytes.size()));
     }
     const bool found = guesses.size() > 0 && fit_of(guesses[0]) == TLVMSG_FITS;
     return found ? exit_fine : exit_found;
@@ -126,8 +126,8 @@ void add_guess(Cli &cli) {
           {"tlv guess --near 10 dump.txt", "what could it be, if it were not broken?"},
           {"tlv guess --json trace.pcapng | jq '.guesses[0].types'", "of every frame of a capture"}}},
         [options] {
-            return for_each_input(options->message, {},
-                                  [&](const Input &input) { return guess_input(*options, input); });
+            return for_each_message(options->message, {.whole_frames = true},
+                                    [&](const Message &message) { return guess_message(*options, message); });
         });
     add_input_options(command, options->message);
     add_number(command, "--near", options->near, "How many that do not take all bytes; 3 unless given");

@@ -65,6 +65,14 @@ void add_message_options(Command command, MessageOptions &options, const std::st
     add_input_options(command, options);
 }
 
+Option add_summary_option(Command command, bool &wanted) {
+    return command.add_flag("--summary", wanted,
+                            "At the end how many messages of each type there were, faults of each code, "
+                            "frames without a message, and "
+                            "gaps in streams; what tags alone name has no type, and in JSON \"summary\" is "
+                            "the object's only member");
+}
+
 Typing typing_of(const MessageOptions &options) {
     Typing typing;
     if (!options.type.empty()) {
@@ -79,40 +87,15 @@ Typing typing_of(const MessageOptions &options) {
     return typing;
 }
 
-Inputs::Inputs(const std::string &path, const MessageOptions &options, const Typing &typing)
-    : typing_(typing), source_(path, configured(options.input)) {}
-
-InputOptions Inputs::configured(InputOptions options) const {
-    options.type = typing_.type;
-    options.framing.fits = [this](const FrameFacts &facts, std::span<const uint8_t> there, size_t size) {
-        return may_be_read(facts, there, size, typing_);
-    };
-    return options;
-}
-
-std::optional<Input> Inputs::next() {
-    if (given_ == parts_.size()) {
-        std::optional<Input> input = source_.next();
-        if (!input) {
-            return std::nullopt;
-        }
-        parts_ = back_to_back(std::move(*input), typing_);
-        given_ = 0;
-    }
-    Input part = std::move(parts_[given_++]);
-    part.number = part.frame ? 0 : ++number_;
-    return part;
-}
-
-int for_each_input(const MessageOptions &options, const Typing &typing,
-                   const std::function<int(const Input &)> &work) {
+int for_each_message(const MessageOptions &options, const Typing &typing,
+                     const std::function<int(const Message &)> &work) {
     int status = exit_fine;
     for (const std::string &path : options.files.empty() ? std::vector<std::string>{"-"} : options.files) {
         try {
-            Inputs source(path, options, typing);
-            while (const std::optional<Input> input = source.next()) {
-                status = std::max(status, work(*input));
-                if (source.is_live()) {
+            Messages messages(path, options.input, typing);
+            while (const std::optional<Message> message = messages.next()) {
+                status = std::max(status, work(*message));
+                if (messages.is_live()) {
                     finish_output();
                 }
             }
@@ -127,21 +110,9 @@ int for_each_input(const MessageOptions &options, const Typing &typing,
     return status;
 }
 
-int for_each_reading(const MessageOptions &options,
-                     const std::function<int(const Input &, const Reading &)> &work) {
-    const Typing typing = typing_of(options);
-    return for_each_input(options, typing, [&](const Input &input) {
-        int status = exit_fine;
-        for (const Reading &reading : read(input, typing)) {
-            status = std::max(status, work(input, reading));
-        }
-        return status;
-    });
-}
-
-tlvmsg_fault incomplete_element(const Input &input, size_t end) {
-    const size_t left = input.bytes.size() - end;
-    const size_t length = left < base::header_size ? 0 : base::number_at(input.bytes, end + 2);
+tlvmsg_fault incomplete_element(const Message &message, size_t end) {
+    const size_t left = message.bytes.size() - end;
+    const size_t length = left < base::header_size ? 0 : base::number_at(message.bytes, end + 2);
     tlvmsg_fault fault{TLVMSG_TRUNCATED, end, left, base::header_size + length, {}, {}};
     std::strcpy(fault.path, "element");
     return fault;

@@ -3,9 +3,8 @@
 
 #include "tools/commands/message_options.h"
 #include "tools/faults/faults.h"
-#include "tools/output/frame_line.h"
+#include "tools/output/message_line.h"
 #include "tools/output/summary.h"
-#include "tools/words.h"
 
 namespace tlvmsg::tool {
 
@@ -18,41 +17,40 @@ struct Options {
     bool summary = false;
 };
 
-void print_json(const Options &options, const Input &input, const Reading &reading,
-                const tlvmsg_verdict &verdict) {
-    JsonLine line = input_line(input, options.message.files.size() > 1);
-    if (reading.type != nullptr) {
-        line.text("type", reading.type->name)
+void print_json(const Options &options, const Message &message, const tlvmsg_verdict &verdict) {
+    JsonLine line = message_line(message, options.message.several());
+    if (message.type != nullptr) {
+        line.text("type", message.type->name)
             .text("fits", fit_name(verdict.fit))
-            .number("size", reading.bytes.size());
+            .number("size", message.bytes.size());
     }
-    add_verdict(line, reading.problem, verdict);
+    add_verdict(line, message.problem, verdict);
     print(line.line());
 }
 
-int verify_reading(const Options &options, const Input &input, const Reading &reading, Summary &summary) {
+int verify_message(const Options &options, const Message &message, Summary &summary) {
     tlvmsg_verdict verdict{}; // that it does not fit
-    if (reading.type == nullptr && !reading.problem) {
+    if (message.type == nullptr && !message.problem) {
         throw Failure(exit_usage, "verify needs a type: -t TYPE; 'tlv guess' finds those that fit");
     }
-    if (reading.type != nullptr) {
+    if (message.type != nullptr) {
         const tlvmsg_limits limits{0, options.strict, {}};
-        tlvmsg_judge(reading.type, reading.bytes.data(), reading.bytes.size(), &limits, &verdict);
+        tlvmsg_judge(message.type, message.bytes.data(), message.bytes.size(), &limits, &verdict);
     }
-    summary.add(reading, verdict);
-    const int status = reading.problem                  ? status_of(*reading.problem)
+    summary.add(message, verdict);
+    const int status = message.problem                  ? status_of(*message.problem)
                        : verdict.fit == TLVMSG_FITS_NOT ? exit_found
                                                         : exit_fine;
     if (options.json) {
-        print_json(options, input, reading, verdict);
-    } else if (status == exit_fine && !reading.problem) {
-        print(fmt::format("{}: {}, {} of {} bytes, {}\n", input.name, reading.type->name,
-                          verdict.extent.consumed, reading.bytes.size(),
+        print_json(options, message, verdict);
+    } else if (status == exit_fine && !message.problem) {
+        print(fmt::format("{}: {}, {} of {} bytes, {}\n", message.name, message.type->name,
+                          verdict.extent.consumed, message.bytes.size(),
                           counted(verdict.extent.deviations, "deviation")));
-    } else if (!reading.problem) {
-        report(verdict.fault, input.name, input.bytes);
+    } else if (!message.problem) {
+        report(verdict.fault, message.name, message.bytes);
     } else if (status != exit_fine) {
-        report(*reading.problem, input.name);
+        report(*message.problem, message.name);
     }
     return status;
 }
@@ -73,8 +71,8 @@ void add_verify(Cli &cli) {
         [options] {
             Summary summary;
             const int status =
-                for_each_reading(options->message, [&](const Input &input, const Reading &reading) {
-                    return verify_reading(*options, input, reading, summary);
+                for_each_message(options->message, typing_of(options->message), [&](const Message &message) {
+                    return verify_message(*options, message, summary);
                 });
             if (options->summary) {
                 print(options->json ? summary.json() : summary.text());
@@ -84,10 +82,7 @@ void add_verify(Cli &cli) {
     add_message_options(command, options->message, "needed unless annotated input names it, or for captures");
     command.add_flag("--strict", options->strict, "Refuse what decoders tolerate, and bytes behind the end");
     command.add_flag("--json", options->json, "A JSON object a line");
-    command.add_flag(
-        "--summary", options->summary,
-        "At the end how many messages of each type there were, faults of each code, frames without a "
-        "message, and gaps in streams");
+    add_summary_option(command, options->summary);
 }
 
 } // namespace tlvmsg::tool
