@@ -1,9 +1,10 @@
 /*
  * The command line of a program, stated once: parsing, --help, the manual pages and the completions all come from it.
  *
- * An option's type name tells completion what to offer: FILE and DIR, the words themselves as in "raw|hex", or a name
- * for which the program has candidates; in brackets if the value may be left out. Whatever an option takes, it is refused with what is allowed before any command
- * runs.
+ * An option is declared as help shows it, "-t,--type TYPE": what stands for its value tells completion what to offer: FILE
+ * and DIR, the words themselves as in "raw|hex", or a name for which the program has candidates; in brackets if the value
+ * may be left out. A positional argument is called what stands for its value, unless that follows. Whatever an option takes,
+ * it is refused with what is allowed before any command runs.
  */
 #pragma once
 
@@ -33,7 +34,6 @@ class Option {
 public:
     explicit Option(CLI::Option *option) : option_(option) {}
 
-    const Option &type_name(const std::string &name) const;
     const Option &required() const;
     const Option &expected(int count) const; // so many arguments
     const Option &excludes(const Option &other) const;
@@ -155,7 +155,7 @@ Option add_word(Command command, const std::string &name, const Words<Value> &wo
         }
         return false;
     };
-    return command.add_argument(name, description, "is none of " + all, take_word).type_name(all);
+    return command.add_argument(name + " " + all, description, "is none of " + all, take_word);
 }
 
 template <class Value>
@@ -190,8 +190,8 @@ Option add_number(Command command, const std::string &name, Value &value, const 
         value = static_cast<Number>(number.value_or(0));
         return number.has_value();
     };
-    return command.add_argument(name, description, "is no number from 0 to " + std::to_string(most), take)
-        .type_name("N");
+    return command.add_argument(name + " N", description, "is no number from 0 to " + std::to_string(most),
+                                take);
 }
 
 } // namespace tlvmsg::cli

@@ -48,13 +48,11 @@ void add_common_options(Command command) {
         {{"auto", ColourWhen::automatic}, {"always", ColourWhen::always}, {"never", ColourWhen::never}},
         "Colour; unless given, on terminals only, and never when NO_COLOR is set");
     add_list(
-        command, "--schema", schema_files,
+        command, "--schema FILE", schema_files,
         "Take the types of this schema file, or of all in this directory, and of what they import, instead "
         "of the "
-        "built-in ones; can be given several times. TLVMSG_SCHEMA does the same, with colons between them")
-        .type_name("FILE");
-    add_list(command, "-I", import_directories, "Directory below which schema files find imports")
-        .type_name("DIR");
+        "built-in ones; can be given several times. TLVMSG_SCHEMA does the same, with colons between them");
+    add_list(command, "-I DIR", import_directories, "Directory below which schema files find imports");
 }
 
 Candidates candidates(const std::string &type_name, const std::vector<std::string> &words) {

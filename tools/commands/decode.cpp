@@ -152,11 +152,11 @@ void add_decode(Cli &cli) {
     const Option flat =
         command.add_flag("--flat", options->flat,
                          "A row a message, as JSON without objects inside: the columns follow from the type");
-    const Option csv = command.add_option("--csv", options->csv_type,
+    const Option csv = command.add_option("--csv TYPE", options->csv_type,
                                           "The rows of the messages of this type, below a line with the "
                                           "columns; files are of it unless -t or they "
                                           "themselves name another");
-    csv.type_name("TYPE").excludes(text).excludes(flat);
+    csv.excludes(text).excludes(flat);
     flat.excludes(text);
     for (const Option &json : {command.add_flag("--compact", options->print.compact, "JSON in one line"),
                                command.add_flag("--partial", options->print.partial,

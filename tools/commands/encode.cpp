@@ -78,14 +78,11 @@ void add_encode(Cli &cli) {
            "new.pcapng",
            "a capture of those messages"}}},
         [options] { return run(*options); });
-    command
-        .add_option("-t,--type", options->type,
-                    "The type of the messages, by name or by tag; without it each object names its own")
-        .type_name("TYPE");
+    command.add_option("-t,--type TYPE", options->type,
+                       "The type of the messages, by name or by tag; without it each object names its own");
     add_output_options(command, options->out);
-    command
-        .add_option("JSON", options->json, "A file, - for standard input, or JSON that begins with { [ or \"")
-        .type_name("FILE");
+    command.add_option("JSON FILE", options->json,
+                       "A file, - for standard input, or JSON that begins with { [ or \"");
 }
 
 } // namespace tlvmsg::tool

@@ -51,7 +51,7 @@ void add_explain(Cli &cli) {
                  {{"tlv explain wrong-tag", "what it means and what to do about it"},
                   {"tlv explain", "list the codes"}}},
                 [options] { return explain(options->code, options->json); });
-    command.add_option("CODE", options->code, "The code").type_name("CODE");
+    command.add_option("CODE", options->code, "The code");
     add_json_flag(command, options->json);
 }
 

@@ -75,7 +75,7 @@ void add_find(Cli &cli) {
           {"tlv find --json vlan | jq -r '.[] | select(.found == \"member\") | .path'",
            "the members among it"}}},
         [options] { return find(options->word, options->json); });
-    command.add_option("WORD", options->word, "What to look for").type_name("WORD").required();
+    command.add_option("WORD", options->word, "What to look for").required();
     add_json_flag(command, options->json);
 }
 

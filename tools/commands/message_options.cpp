@@ -22,8 +22,8 @@ void add_input_options(Command command, MessageOptions &options) {
                 {"hex", InputForm::hex},
                 {"pcap", InputForm::capture}},
                "What the files are: raw bytes, hex text, or captures; told by their content unless given");
-    command.add_option("--filter", options.input.filter, "Only frames that match, as tcpdump understands it")
-        .type_name("EXPR");
+    command.add_option("--filter EXPR", options.input.filter,
+                       "Only frames that match, as tcpdump understands it");
     add_number(command, "--offset", options.input.offset,
                "Where in each frame, or in a file, the message begins");
     command.add_flag("--holes", options.input.holes,
@@ -33,35 +33,30 @@ void add_input_options(Command command, MessageOptions &options) {
         options.input.framing.header = parse_framing(text);
         return true;
     };
-    command
-        .add_argument(
-            "--framing",
-            "How messages are delimited: segment, the default, for whole ones in each TCP segment and "
-            "datagram; length:WIDTH@OFFSET[+HEADER] for a header that holds the length of what is behind it, "
-            "in 1 to 4 bytes; skip:N for N bytes before each. Behind a length, and a comma each: little, "
-            "when its first byte is the lowest; inclusive, when it counts the header, or adjust=N for what "
-            "else is to be added; most=N, the bytes that a message may have. Where it is not known where one "
-            "begins, in captures that begin inside a stream or lack segments, known messages are looked for",
-            "", take_framing)
-        .type_name("segment|skip:N|length:WIDTH@OFFSET");
-    command
-        .add_option("FILE", options.files,
-                    "Messages and captures; - and none at all stand for standard input")
-        .type_name("FILE");
+    command.add_argument(
+        "--framing segment|skip:N|length:WIDTH@OFFSET",
+        "How messages are delimited: segment, the default, for whole ones in each TCP segment and "
+        "datagram; length:WIDTH@OFFSET[+HEADER] for a header that holds the length of what is behind it, "
+        "in 1 to 4 bytes; skip:N for N bytes before each. Behind a length, and a comma each: little, "
+        "when its first byte is the lowest; inclusive, when it counts the header, or adjust=N for what "
+        "else is to be added; most=N, the bytes that a message may have. Where it is not known where one "
+        "begins, in captures that begin inside a stream or lack segments, known messages are looked for",
+        "", take_framing);
+    command.add_option("FILE", options.files,
+                       "Messages and captures; - and none at all stand for standard input");
 }
 
 void add_message_options(Command command, MessageOptions &options, const std::string &otherwise) {
-    command.add_option("-t,--type", options.type, "The type of the message, by name or by tag; " + otherwise)
-        .type_name("TYPE");
+    command.add_option("-t,--type TYPE", options.type,
+                       "The type of the message, by name or by tag; " + otherwise);
     command
         .add_option(
-            "--type-of", options.type_of,
+            "--type-of LINE", options.type_of,
             "The type of some of a capture's messages: udp/PORT=TYPE, tcp/PORT=TYPE, ethertype/N=TYPE, "
             "ip/N=TYPE, or msg_type=N=TYPE for those whose session header says so; can be given several "
             "times")
-        .type_name("LINE")
         .repeatable();
-    command.add_option("--types", options.types, "A file of such lines").type_name("FILE");
+    command.add_option("--types FILE", options.types, "A file of such lines");
     add_input_options(command, options);
 }
 

@@ -68,7 +68,7 @@ void add_sample(Cli &cli) {
            "zel_led_control",
            "a capture for load tests"}}},
         [options] { return run(*options); });
-    command.add_option("TYPE", options->type, "A type, by name or by tag").type_name("TYPE").required();
+    command.add_option("TYPE", options->type, "A type, by name or by tag").required();
     add_number(command, "--seed", options->seed, "What the choice depends on; 1 unless given");
     add_choice(command, "--kind", options->kind,
                {{"min", TLVMSG_SAMPLE_MIN},
@@ -76,8 +76,9 @@ void add_sample(Cli &cli) {
                 {"random", TLVMSG_SAMPLE_RANDOM},
                 {"boundary", TLVMSG_SAMPLE_BOUNDARY}},
                "Which kind of message");
-    command.add_option("--set", options->settings, "What a member is to be; may be given several times")
-        .type_name("PATH=VALUE")
+    command
+        .add_option("--set PATH=VALUE", options->settings,
+                    "What a member is to be; may be given several times")
         .repeatable();
     add_number(command, "--count", options->count, "How many, each with the next seed; 1 unless given");
     add_output_options(command, options->out);

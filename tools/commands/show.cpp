@@ -211,9 +211,7 @@ void add_show(Cli &cli) {
             print(options->json ? value_of(type_to_json(*type, {2, 0, {}})) + "\n" : show(type));
             return exit_fine;
         });
-    command.add_option("TYPE", options->type, "A type, by name, part of it, or tag")
-        .type_name("TYPE")
-        .required();
+    command.add_option("TYPE", options->type, "A type, by name, part of it, or tag").required();
     add_json_flag(command, options->json);
 }
 

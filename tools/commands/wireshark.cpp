@@ -88,10 +88,8 @@ void add_wireshark(Cli &cli) {
         options->name = name;
         return is_name(name);
     };
-    command
-        .add_argument("--name", "What Wireshark calls the protocol; tlvmsg unless given",
-                      "is no name of small letters, digits and _", take_name)
-        .type_name("NAME");
+    command.add_argument("--name NAME", "What Wireshark calls the protocol; tlvmsg unless given",
+                         "is no name of small letters, digits and _", take_name);
     command.add_flag("--install", options->install, "Write it to ~/.local/lib/wireshark/plugins/NAME.lua");
 }
 

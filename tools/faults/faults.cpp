@@ -101,8 +101,8 @@ nlohmann::ordered_json error_json(const std::optional<Problem> &problem, const t
 }
 
 std::string fault_message(const tlvmsg_fault &fault) {
-    std::string text(TLVMSG_FAULT_TEXT, '\0');
-    text.resize(std::min(tlvmsg_fault_message(&fault, text.data(), text.size()), text.size() - 1));
+    char text[TLVMSG_FAULT_TEXT];
+    tlvmsg_fault_message(&fault, text, sizeof text);
     return text;
 }
 

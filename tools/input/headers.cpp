@@ -5,7 +5,6 @@
 
 #include <arpa/inet.h>
 #include <array>
-#include <iterator>
 
 namespace tlvmsg::tool {
 
@@ -17,7 +16,9 @@ constexpr int link_exported_pdu = 252;
 
 constexpr Next ethernet_frame{Layer::link, DLT_EN10MB};
 
-bool has_row(Next next);
+// Steps over a header; null where there is no step for it.
+using Skip = Next (*)(FrameFacts &facts, View &data);
+Skip skip_of(Next next);
 
 std::string hardware_address(Bytes bytes) { return fmt::format("{:02x}", fmt::join(bytes, ":")); }
 
@@ -121,7 +122,7 @@ Next skip_mpls(FrameFacts &facts, View &frame) {
     }
     for (const size_t word : {version == 0 ? size_t{4} : size_t{0}, size_t{0}}) {
         if (frame.bytes.size() >= word + 14 &&
-            has_row({Layer::ethertype, number16(frame.bytes, word + 12)})) {
+            skip_of({Layer::ethertype, number16(frame.bytes, word + 12)}) != nullptr) {
             frame.skip(word);
             return ethernet_frame;
         }
@@ -155,58 +156,51 @@ Next skip_udp(FrameFacts &facts, View &datagram) {
     return {Layer::payload};
 }
 
-// What a number stands for. A header that is not here is where the payload begins.
+// What numbers of a layer stand for. A header that is not here is where the payload begins.
 struct Row {
-    Next header;
-    Next (*skip)(FrameFacts &facts, View &data);
+    Layer layer;
+    std::initializer_list<uint64_t> numbers;
+    Skip skip;
 };
 
 constexpr Row rows[] = {
-    {{Layer::link, DLT_EN10MB}, skip_ethernet},
-    {{Layer::link, DLT_LINUX_SLL}, skip_cooked_1},
-    {{Layer::link, DLT_LINUX_SLL2}, skip_cooked_2},
-    {{Layer::link, DLT_NULL}, skip_loopback},
-    {{Layer::link, DLT_LOOP}, skip_loopback},
-    {{Layer::link, DLT_RAW}, at_ip},
-    {{Layer::link, DLT_IPV4}, at_ip},
-    {{Layer::link, DLT_IPV6}, at_ip},
-    {{Layer::link, link_raw_ip}, at_ip},
-    {{Layer::link, DLT_PPP}, skip_ppp},
-    {{Layer::link, DLT_PPP_SERIAL}, skip_ppp},
-    {{Layer::link, DLT_PPP_ETHER}, skip_pppoe},
-    {{Layer::link, DLT_MPLS}, skip_mpls},
-    {{Layer::link, link_exported_pdu}, skip_exported_pdu},
-    {{Layer::link, link_llc}, skip_llc},
+    {Layer::link, {DLT_EN10MB}, skip_ethernet},
+    {Layer::link, {DLT_LINUX_SLL}, skip_cooked_1},
+    {Layer::link, {DLT_LINUX_SLL2}, skip_cooked_2},
+    {Layer::link, {DLT_NULL, DLT_LOOP}, skip_loopback},
+    {Layer::link, {DLT_RAW, DLT_IPV4, DLT_IPV6, link_raw_ip}, at_ip},
+    {Layer::link, {DLT_PPP, DLT_PPP_SERIAL}, skip_ppp},
+    {Layer::link, {DLT_PPP_ETHER}, skip_pppoe},
+    {Layer::link, {DLT_MPLS}, skip_mpls},
+    {Layer::link, {link_exported_pdu}, skip_exported_pdu},
+    {Layer::link, {link_llc}, skip_llc},
 
-    {{Layer::ethertype, 0x0800}, at_ip},
-    {{Layer::ethertype, 0x86DD}, at_ip},
-    {{Layer::ethertype, 0x8100}, skip_vlan},
-    {{Layer::ethertype, 0x88A8}, skip_vlan},
-    {{Layer::ethertype, 0x9100}, skip_vlan},
-    {{Layer::ethertype, 0x8847}, skip_mpls},
-    {{Layer::ethertype, 0x8848}, skip_mpls},
-    {{Layer::ethertype, 0x8864}, skip_pppoe},
-    {{Layer::ethertype, 0x880B}, skip_ppp},
-    {{Layer::ethertype, 0x6558}, skip_ethernet},
+    {Layer::ethertype, {0x0800, 0x86DD}, at_ip},
+    {Layer::ethertype, {0x8100, 0x88A8, 0x9100}, skip_vlan},
+    {Layer::ethertype, {0x8847, 0x8848}, skip_mpls},
+    {Layer::ethertype, {0x8864}, skip_pppoe},
+    {Layer::ethertype, {0x880B}, skip_ppp},
+    {Layer::ethertype, {0x6558}, skip_ethernet},
 
-    {{Layer::llc, 0x06}, at_ip},
-    {{Layer::ppp, 0x0021}, at_ip},
-    {{Layer::ppp, 0x0057}, at_ip},
-    {{Layer::ppp, 0x0281}, skip_mpls},
-    {{Layer::ppp, 0x0283}, skip_mpls},
+    {Layer::llc, {0x06}, at_ip},
+    {Layer::ppp, {0x0021, 0x0057}, at_ip},
+    {Layer::ppp, {0x0281, 0x0283}, skip_mpls},
 
-    {{Layer::ip_protocol, 4}, at_ip},
-    {{Layer::ip_protocol, 17}, skip_udp},
-    {{Layer::ip_protocol, 41}, at_ip},
-    {{Layer::ip_protocol, 47}, skip_gre},
-    {{Layer::ip_protocol, 137}, skip_mpls},
+    {Layer::ip_protocol, {4, 41}, at_ip},
+    {Layer::ip_protocol, {17}, skip_udp},
+    {Layer::ip_protocol, {47}, skip_gre},
+    {Layer::ip_protocol, {137}, skip_mpls},
 };
 
-const Row *row_of(Next next) {
-    return std::find_if(std::begin(rows), std::end(rows), [&](const Row &row) { return row.header == next; });
+Skip skip_of(Next next) {
+    for (const Row &row : rows) {
+        if (row.layer == next.layer &&
+            std::find(row.numbers.begin(), row.numbers.end(), next.number) != row.numbers.end()) {
+            return row.skip;
+        }
+    }
+    return nullptr;
 }
-
-bool has_row(Next next) { return row_of(next) != std::end(rows); }
 
 // Those of users have no headers.
 bool is_users_own(Next next) { return next.number >= DLT_USER0 && next.number <= DLT_USER15; }
@@ -288,9 +282,8 @@ std::string protocol_name(Next next, const std::string &before) {
 Next skip_layers(Next next, FrameFacts &facts, View &data) {
     for (;;) {
         facts.protocol = protocol_name(next, facts.protocol);
-        const Row *const row = row_of(next);
-        if (row != std::end(rows)) {
-            next = row->skip(facts, data);
+        if (const Skip skip = skip_of(next)) {
+            next = skip(facts, data);
         } else if (next.layer == Layer::link && !is_users_own(next)) {
             throw Problem{ToolCode::link_type,
                           fmt::format("the headers of link type {} are not known; give the offset where "

@@ -1,10 +1,21 @@
 #include "message_line.h"
 
+#include "base/json.h"
 #include "tools/faults/faults.h"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
 
 namespace tlvmsg::tool {
+
+std::string json_string(std::string_view text) {
+    const auto is_plain = [](char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; };
+    return std::all_of(text.begin(), text.end(), is_plain) // as nearly all are, of which there are many
+               ? std::string("\"").append(text).append("\"")
+               : base::json_text(nlohmann::json(text));
+}
 
 JsonLine &JsonLine::facts(const FrameFacts &facts) {
     const bool is_frame = facts.number != 0, has_ports = facts.ports.has_value();

@@ -1,10 +1,7 @@
 // What is said about a message: as JSON, as a heading, in words.
 #pragma once
 
-#include "base/json.h"
 #include "tools/reading/reading.h"
-
-#include <nlohmann/json.hpp>
 
 #include <string>
 #include <string_view>
@@ -14,7 +11,7 @@
 namespace tlvmsg::tool {
 
 // In quotes, in ASCII; bytes that are no UTF-8 are replaced.
-inline std::string json_string(std::string_view text) { return base::json_text(nlohmann::json(text)); }
+std::string json_string(std::string_view text);
 
 // A JSON object in a line, member by member, of parts that are JSON already. An empty part is not known.
 class JsonLine {

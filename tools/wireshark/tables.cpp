@@ -1,5 +1,6 @@
 #include "tables.h"
 
+#include "tools/faults/faults.h"
 #include "tools/results.h"
 #include "tools/types/lookup.h"
 
@@ -34,9 +35,7 @@ std::string lua(const Json &value) {
 
 // The library's words for a fault, with names in braces where a fault has its numbers.
 std::string fault_template(tlvmsg_code code) {
-    const tlvmsg_fault fault{code, 1000001, 2000002, 3000003, "{path}", {}};
-    std::string text(TLVMSG_FAULT_TEXT, '\0');
-    text.resize(tlvmsg_fault_message(&fault, text.data(), text.size()));
+    std::string text = fault_message({code, 1000001, 2000002, 3000003, "{path}", {}});
     constexpr std::pair<std::string_view, const char *> names[] = {
         {"1000001", "{offset}"}, {"2000002", "{found}"}, {"3000003", "{allowed}"}};
     for (const auto &[number, name] : names) {
