@@ -109,6 +109,14 @@ public:
     // A command that gives the exit status.
     Command add(const std::string &name, const Help &help, std::function<int()> run);
 
+    // The same with options of its own, which live as long as this and which `work` is given.
+    template <class Options>
+    std::pair<Command, Options &> add(const std::string &name, const Help &help,
+                                      int (*work)(const Options &)) {
+        const auto options = std::make_shared<Options>();
+        return {add(name, help, std::function<int()>([options, work] { return work(*options); })), *options};
+    }
+
     // The command that explains those added before.
     void add_help();
 

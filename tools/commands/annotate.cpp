@@ -30,11 +30,15 @@ int annotate_message(const MessageOptions &options, const Message &message) {
     return exit_found;
 }
 
+int run(const MessageOptions &options) {
+    return for_each_message(options, typing_of(options),
+                            [&](const Message &message) { return annotate_message(options, message); });
+}
+
 } // namespace
 
 void add_annotate(Cli &cli) {
-    const auto options = std::make_shared<MessageOptions>();
-    const Command command = cli.add(
+    auto [command, options] = cli.add(
         "annotate",
         {"Explain every byte of a message",
          {"Prints offset, bytes and what they are, a line each. Deviations that decoders tolerate are marked "
@@ -47,12 +51,8 @@ void add_annotate(Cli &cli) {
           {"tlv annotate dump.txt", "by tags"},
           {"tlv annotate trace.pcapng", "every message of a capture"},
           {"tlv sample zel_led_control | tlv annotate -t 1357 > led.txt", "a message to edit in its bytes"}}},
-        [options] {
-            return for_each_message(*options, typing_of(*options), [&](const Message &message) {
-                return annotate_message(*options, message);
-            });
-        });
-    add_message_options(command, *options, "without it, elements by their tags");
+        run);
+    add_message_options(command, options, "without it, elements by their tags");
 }
 
 } // namespace tlvmsg::tool

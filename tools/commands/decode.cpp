@@ -87,13 +87,14 @@ int decode_message(Printer &printer, Summary &summary, const Message &message) {
     return exit_malformed;
 }
 
-int run(Options options) {
-    options.print.several = options.message.several();
+int run(const Options &options) {
+    PrintOptions print_options = options.print;
+    print_options.several = options.message.several();
     const tlvmsg_type *const csv_type = options.csv_type.empty() ? nullptr : find_type(options.csv_type);
     const std::unique_ptr<Printer> printer = csv_type != nullptr ? make_csv_printer(csv_type)
                                              : options.flat      ? make_flat_printer()
-                                             : options.text      ? make_text_printer(options.print)
-                                                                 : make_json_printer(options.print);
+                                             : options.text      ? make_text_printer(print_options)
+                                                                 : make_json_printer(print_options);
     Typing typing = typing_of(options.message);
     typing.of_files = csv_type;
     Summary summary;
@@ -109,8 +110,7 @@ int run(Options options) {
 } // namespace
 
 void add_decode(Cli &cli) {
-    const auto options = std::make_shared<Options>();
-    const Command command = cli.add(
+    auto [command, options] = cli.add(
         "decode",
         {"Print messages as JSON",
          {"What is printed is what tlv encode takes: numbers as numbers, or by name where the value has one, "
@@ -123,18 +123,16 @@ void add_decode(Cli &cli) {
           "Of captures every message gives an object in a line of its own: frame, time (seconds since 1970), "
           "length, captured, source, destination, their ports, protocol, type and message, or error. Without "
           "a type a frame is taken for messages only if they fill its payload without a deviation. Of "
-          "several that do, a key that the schema gives to one of them decides. Otherwise "
-          "error.code says what is missing: fragment, segment and cut stand for parts of a message, "
-          "ambiguous for several types that fit (types lists them; -t, --type-of and --types decide), "
-          "unknown-message for none. A type that was given is decoded with the tolerance that decoders have: "
-          "deviations counts what was tolerated, trailing_bytes what is behind the end.",
+          "several that do, a key that the schema gives to one of them decides. Otherwise error.code says "
+          "what is missing: fragment, segment and cut stand for parts of a message, ambiguous for several "
+          "types that fit (types lists them; -t, --type-of and --types decide), unknown-message for none. A "
+          "type that was given is decoded with the tolerance that decoders have: deviations counts what was "
+          "tolerated, trailing_bytes what is behind the end.",
           "Rows, of --flat and --csv, have the columns file, name, frame, time, length, captured, source, "
           "source_port, destination, destination_port, protocol, type, deviations and trailing_bytes, and "
-          "each "
-          "value by its path, message.led_control.color; an array is one value, of JSON, and what a union "
-          "has "
-          "not chosen is null. Bytes that are no text are hex behind \\x. Without a message --flat has "
-          "error.code and error.text, --csv nothing.",
+          "each value by its path, message.led_control.color; an array is one value, of JSON, and what a "
+          "union has not chosen is null. Bytes that are no text are hex behind \\x. Without a message --flat "
+          "has error.code and error.text, --csv nothing.",
           "Of captures the exit status is 1 where a message is damaged, or may be lost. Other protocols, TCP "
           "segments without data and those that have come before have an error, too, and leave it 0."},
          {{"tlv decode -t zel_led_control led.bin", "as JSON"},
@@ -145,27 +143,27 @@ void add_decode(Cli &cli) {
           {"tlv decode --type-of udp/4000=zel_led_control trace.pcapng",
            "messages on that port are of that type"},
           {"tlv decode --csv zel_led_control trace.pcapng > led.csv", "a table for sqlite3 or pandas"}}},
-        [options] { return run(*options); });
-    add_message_options(command, options->message,
+        run);
+    add_message_options(command, options.message,
                         "without it, elements by their tags; of frames what fits alone");
-    const Option text = command.add_flag("--text", options->text, "A line a value: led_control.slot = 2");
+    const Option text = command.add_flag("--text", options.text, "A line a value: led_control.slot = 2");
     const Option flat =
-        command.add_flag("--flat", options->flat,
+        command.add_flag("--flat", options.flat,
                          "A row a message, as JSON without objects inside: the columns follow from the type");
-    const Option csv = command.add_option("--csv TYPE", options->csv_type,
-                                          "The rows of the messages of this type, below a line with the "
-                                          "columns; files are of it unless -t or they "
-                                          "themselves name another");
+    const Option csv =
+        command.add_option("--csv TYPE", options.csv_type,
+                           "The rows of the messages of this type, below a line with the columns; files are "
+                           "of it unless -t or they themselves name another");
     csv.excludes(text).excludes(flat);
     flat.excludes(text);
-    for (const Option &json : {command.add_flag("--compact", options->print.compact, "JSON in one line"),
-                               command.add_flag("--partial", options->print.partial,
-                                                "Of a message that is broken, print as JSON what can be read "
-                                                "of it")}) {
+    for (const Option &json :
+         {command.add_flag("--compact", options.print.compact, "JSON in one line"),
+          command.add_flag("--partial", options.print.partial,
+                           "Of a message that is broken, print as JSON what can be read of it")}) {
         json.excludes(text).excludes(flat).excludes(csv);
     }
-    add_summary_option(command, options->summary).excludes(csv);
-    command.add_flag("--bytes", options->print.bytes, "The bytes of each message of a capture, in hex");
+    add_summary_option(command, options.summary).excludes(csv);
+    command.add_flag("--bytes", options.print.bytes, "The bytes of each message of a capture, in hex");
 }
 
 } // namespace tlvmsg::tool

@@ -137,8 +137,7 @@ int run(const Options &options) {
 } // namespace
 
 void add_diff(Cli &cli) {
-    const auto options = std::make_shared<Options>();
-    const Command command =
+    auto [command, options] =
         cli.add("diff",
                 {"Compare messages, member by member",
                  {"Prints a line for each member that differs: its path and both values. The n-th message of "
@@ -148,10 +147,10 @@ void add_diff(Cli &cli) {
                  {{"tlv diff -t zel_led_control a.bin b.txt", "raw bytes against a hex dump"},
                   {"tlv diff a.bin b.bin", "the type is the best that takes both"},
                   {"tlv diff --json -t 1357 a.bin b.bin | jq -r .path", "which members differ"}}},
-                [options] { return run(*options); });
-    add_message_options(command, options->message, "without it, the best that takes both");
+                run);
+    add_message_options(command, options.message, "without it, the best that takes both");
     command.option("FILE").expected(2).required();
-    command.add_flag("--json", options->json, "A JSON object a line for each difference");
+    command.add_flag("--json", options.json, "A JSON object a line for each difference");
 }
 
 } // namespace tlvmsg::tool

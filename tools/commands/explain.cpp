@@ -9,15 +9,21 @@ namespace tlvmsg::tool {
 
 namespace {
 
+struct Options {
+    std::string code;
+    bool json = false;
+};
+
 nlohmann::ordered_json explanation(const std::string &code) {
     return {{"code", code}, {"text", code_text(code)}};
 }
 
-int explain(const std::string &code, bool as_json) {
+int explain(const Options &options) {
+    const std::string &code = options.code;
     const std::vector<std::string> names = code_names();
     if (code.empty()) {
         print_list(
-            names, as_json, [](const std::string &name) { return name; }, explanation);
+            names, options.json, [](const std::string &name) { return name; }, explanation);
         return exit_fine;
     }
     const std::string text = code_text(code);
@@ -27,7 +33,7 @@ int explain(const std::string &code, bool as_json) {
         throw Failure(exit_usage, fmt::format("no code is called '{}'; {}", code,
                                               meant.empty() ? "'tlv explain' lists them all" : meant));
     }
-    if (as_json) {
+    if (options.json) {
         print_json(explanation(code));
     } else {
         print(fmt::format("{}\n\n{}\n", code, base::wrapped(text, 80)));
@@ -38,21 +44,16 @@ int explain(const std::string &code, bool as_json) {
 } // namespace
 
 void add_explain(Cli &cli) {
-    struct Options {
-        std::string code;
-        bool json = false;
-    };
-    const auto options = std::make_shared<Options>();
-    const Command command =
+    auto [command, options] =
         cli.add("explain",
                 {"Explain the code of an error",
                  {"The code is what stands in brackets, error[wrong-tag], and in JSON under the key code.",
                   "JSON is an object with code and text; without a code, an array of these."},
                  {{"tlv explain wrong-tag", "what it means and what to do about it"},
                   {"tlv explain", "list the codes"}}},
-                [options] { return explain(options->code, options->json); });
-    command.add_option("CODE", options->code, "The code");
-    add_json_flag(command, options->json);
+                explain);
+    command.add_option("CODE", options.code, "The code");
+    add_json_flag(command, options.json);
 }
 
 } // namespace tlvmsg::tool

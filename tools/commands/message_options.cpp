@@ -35,12 +35,12 @@ void add_input_options(Command command, MessageOptions &options) {
     };
     command.add_argument(
         "--framing segment|skip:N|length:WIDTH@OFFSET",
-        "How messages are delimited: segment, the default, for whole ones in each TCP segment and "
-        "datagram; length:WIDTH@OFFSET[+HEADER] for a header that holds the length of what is behind it, "
-        "in 1 to 4 bytes; skip:N for N bytes before each. Behind a length, and a comma each: little, "
-        "when its first byte is the lowest; inclusive, when it counts the header, or adjust=N for what "
-        "else is to be added; most=N, the bytes that a message may have. Where it is not known where one "
-        "begins, in captures that begin inside a stream or lack segments, known messages are looked for",
+        "How messages are delimited: segment, the default, for whole ones in each TCP segment and datagram; "
+        "length:WIDTH@OFFSET[+HEADER] for a header that holds the length of what is behind it, in 1 to 4 "
+        "bytes; skip:N for N bytes before each. Behind a length, and a comma each: little, when its first "
+        "byte is the lowest; inclusive, when it counts the header, or adjust=N for what else is to be added; "
+        "most=N, the bytes that a message may have. Where it is not known where one begins, in captures that "
+        "begin inside a stream or lack segments, known messages are looked for",
         "", take_framing);
     command.add_option("FILE", options.files,
                        "Messages and captures; - and none at all stand for standard input");
@@ -50,11 +50,10 @@ void add_message_options(Command command, MessageOptions &options, const std::st
     command.add_option("-t,--type TYPE", options.type,
                        "The type of the message, by name or by tag; " + otherwise);
     command
-        .add_option(
-            "--type-of LINE", options.type_of,
-            "The type of some of a capture's messages: udp/PORT=TYPE, tcp/PORT=TYPE, ethertype/N=TYPE, "
-            "ip/N=TYPE, or msg_type=N=TYPE for those whose session header says so; can be given several "
-            "times")
+        .add_option("--type-of LINE", options.type_of,
+                    "The type of some of a capture's messages: udp/PORT=TYPE, tcp/PORT=TYPE, "
+                    "ethertype/N=TYPE, ip/N=TYPE, or msg_type=N=TYPE for those whose session header says so; "
+                    "can be given several times")
         .repeatable();
     command.add_option("--types FILE", options.types, "A file of such lines");
     add_input_options(command, options);
@@ -63,9 +62,8 @@ void add_message_options(Command command, MessageOptions &options, const std::st
 Option add_summary_option(Command command, bool &wanted) {
     return command.add_flag("--summary", wanted,
                             "At the end how many messages of each type there were, faults of each code, "
-                            "frames without a message, and "
-                            "gaps in streams; what tags alone name has no type, and in JSON \"summary\" is "
-                            "the object's only member");
+                            "frames without a message, and gaps in streams; what tags alone name has no "
+                            "type, and in JSON \"summary\" is the object's only member");
 }
 
 Typing typing_of(const MessageOptions &options) {

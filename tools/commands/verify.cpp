@@ -55,11 +55,21 @@ int verify_message(const Options &options, const Message &message, Summary &summ
     return status;
 }
 
+int run(const Options &options) {
+    Summary summary;
+    const int status =
+        for_each_message(options.message, typing_of(options.message),
+                         [&](const Message &message) { return verify_message(options, message, summary); });
+    if (options.summary) {
+        print(options.json ? summary.json() : summary.text());
+    }
+    return status;
+}
+
 } // namespace
 
 void add_verify(Cli &cli) {
-    const auto options = std::make_shared<Options>();
-    const Command command = cli.add(
+    auto [command, options] = cli.add(
         "verify",
         {"Check that bytes are a message of a type",
          {"Prints how many bytes the message takes and how many deviations decoders would tolerate. Exits "
@@ -68,21 +78,11 @@ void add_verify(Cli &cli) {
          {{"tlv verify -t zel_led_control led.bin", "as tolerant as decoders are"},
           {"tlv verify --strict -t zel_led_control *.bin", "deviations and bytes behind the end are faults"},
           {"tlv verify --json trace.pcapng | jq .error.code", "what is wrong with a capture"}}},
-        [options] {
-            Summary summary;
-            const int status =
-                for_each_message(options->message, typing_of(options->message), [&](const Message &message) {
-                    return verify_message(*options, message, summary);
-                });
-            if (options->summary) {
-                print(options->json ? summary.json() : summary.text());
-            }
-            return status;
-        });
-    add_message_options(command, options->message, "needed unless annotated input names it, or for captures");
-    command.add_flag("--strict", options->strict, "Refuse what decoders tolerate, and bytes behind the end");
-    command.add_flag("--json", options->json, "A JSON object a line");
-    add_summary_option(command, options->summary);
+        run);
+    add_message_options(command, options.message, "needed unless annotated input names it, or for captures");
+    command.add_flag("--strict", options.strict, "Refuse what decoders tolerate, and bytes behind the end");
+    command.add_flag("--json", options.json, "A JSON object a line");
+    add_summary_option(command, options.summary);
 }
 
 } // namespace tlvmsg::tool

@@ -25,26 +25,23 @@ struct Explanation {
 
 // In the order of ToolCode.
 constexpr Explanation tool_codes[] = {
-    {"usage",
-     "The command line asks for something that does not exist: a command, an option, a type, a code, a "
-     "filter. --help behind any command shows what it takes, with examples."},
+    {"usage", "The command line asks for something that does not exist: a command, an option, a type, a "
+              "code, a filter. --help behind any command shows what it takes, with examples."},
     {"malformed-input",
      "The input is not in the form that it should have: text that is no hex, JSON that does not describe the "
      "type, a capture file that ends early. The message names the line, the JSON path or the file."},
     {"input-output", "A file cannot be opened, read or written; the operating system's reason follows."},
     {"fragment",
-     "The frame holds a part of an IP packet, and the others that it takes are not in the capture, or "
-     "too far away. Capture all fragments: a filter by port lets only the first one through."},
-    {"segment", "The frame holds a part of a TCP stream in which no whole message ends. A message that takes "
-                "several segments is put together when --framing says how messages are delimited. Segments "
-                "without data or with what has come before are no errors, nor are bytes that begin with no "
-                "element of ours."},
-    {"cut",
-     "Fewer bytes of the frame were captured than were sent, so the end of its message is missing. Capture "
-     "whole frames: tcpdump -s 0."},
-    {"ambiguous",
-     "Several types fit the frame equally well, and none is preferred without a reason. 'types' lists "
-     "them; -t names the type, or --type-of the type for a port or for a message type."},
+     "The frame holds a part of an IP packet, and the others that it takes are not in the capture, or too "
+     "far away. Capture all fragments: a filter by port lets only the first one through."},
+    {"segment",
+     "The frame holds a part of a TCP stream in which no whole message ends. A message that takes several "
+     "segments is put together when --framing says how messages are delimited. Segments without data or with "
+     "what has come before are no errors, nor are bytes that begin with no element of ours."},
+    {"cut", "Fewer bytes of the frame were captured than were sent, so the end of its message is missing. "
+            "Capture whole frames: tcpdump -s 0."},
+    {"ambiguous", "Several types fit the frame equally well, and none is preferred without a reason. 'types' "
+                  "lists them; -t names the type, or --type-of the type for a port or for a message type."},
     {"unknown-message",
      "The frame's payload as a whole is no message of any type, nor several: it is of another protocol, "
      "damaged, or has bytes around the message. Only where it begins with an element of ours does that count "

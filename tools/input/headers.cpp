@@ -285,10 +285,10 @@ Next skip_layers(Next next, FrameFacts &facts, View &data) {
         if (const Skip skip = skip_of(next)) {
             next = skip(facts, data);
         } else if (next.layer == Layer::link && !is_users_own(next)) {
-            throw Problem{ToolCode::link_type,
-                          fmt::format("the headers of link type {} are not known; give the offset where "
-                                      "messages begin",
-                                      link_name(static_cast<int>(next.number)))};
+            throw Problem{
+                ToolCode::link_type,
+                fmt::format("the headers of link type {} are not known; give the offset where messages begin",
+                            link_name(static_cast<int>(next.number)))};
         } else {
             return next;
         }

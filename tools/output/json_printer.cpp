@@ -53,11 +53,7 @@ public:
         }
         JsonLine line = line_of(message);
         if (!message.types.empty()) {
-            nlohmann::json names;
-            for (const tlvmsg_type *type : message.types) {
-                names.push_back(type->name);
-            }
-            line.json("types", names.dump());
+            line.json("types", nlohmann::json(names_of(message.types)).dump());
         }
         if (!text.empty()) {
             line.json("partial", text);

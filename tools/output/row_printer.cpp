@@ -6,6 +6,8 @@
 #include "tools/faults/faults.h"
 #include "tools/results.h"
 
+#include <tlvmsg/record.h>
+
 #include <fmt/ranges.h>
 
 #include <algorithm>
@@ -35,17 +37,11 @@ void add_columns(const tlvmsg_type *type, const std::string &path, std::vector<C
         std::replace(place.begin(), place.end(), '.', '/');
         columns.push_back({path, type, Json::json_pointer(place)});
     }
-    for (uint32_t i = 0; i < type->member_count; ++i) {
-        const tlvmsg_member &member = type->members[i];
-        const bool counts_next = (member.flags & TLVMSG_SHARED_WITH_NEXT) != 0 &&
-                                 tlvmsg_type_is_dynamic(type->members[i + 1].type);
-        if (!counts_next) {                             // as the array itself does
-            const bool is_whole = *member.path == '\0'; // a union whose alternatives stand in its owner
-            add_columns(member.type, is_whole ? path : path + "." + member.path, columns);
+    for (tlvmsg_field field{}; tlvmsg_next_field(type, nullptr, &field);) {
+        if (field.alternative != nullptr || type->kind != TLVMSG_UNION ||
+            path != whole) { // which lacks its selector
+            add_columns(field.type, fmt::format("{}.{}", path, field.name), columns);
         }
-    }
-    for (uint32_t i = 0; i < type->alternative_count; ++i) {
-        add_columns(type->alternatives[i].type, path + "." + type->alternatives[i].name, columns);
     }
 }
 

@@ -36,11 +36,12 @@ bool begins_as_ours(Bytes payload) {
 Problem nothing_fits(const FrameFacts &facts, Bytes payload) {
     const Loss loss = begins_as_ours(payload) ? Loss::possible : Loss::none;
     if (facts.protocol == "tcp") {
-        return {ToolCode::segment,
-                fmt::format("{} bytes of a stream that are no whole message; --framing says how messages are "
-                            "delimited",
-                            payload.size()),
-                loss};
+        return {
+            ToolCode::segment,
+            fmt::format(
+                "{} bytes of a stream that are no whole message; --framing says how messages are delimited",
+                payload.size()),
+            loss};
     }
     if (payload.empty()) {
         return {ToolCode::unknown_message, "no bytes behind the headers", loss};

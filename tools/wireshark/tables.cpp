@@ -6,6 +6,7 @@
 
 #include <tlvmsg/record.h>
 
+#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 #include <string_view>
@@ -66,13 +67,16 @@ Json described_types() {
 
 } // namespace
 
-std::string wireshark_tables(const std::string &name) {
+std::string wireshark_dissector(const std::string &name) {
     Json codes;
     for (int i = TLVMSG_TRUNCATED; i < TLVMSG_CODE_COUNT; ++i) {
         const auto code = static_cast<tlvmsg_code>(i);
         codes[tlvmsg_code_name(code)] = fault_template(code);
     }
-    return "local tables = " + lua({{"name", name}, {"codes", codes}, {"types", described_types()}}) + "\n\n";
+    return fmt::format("-- A dissector for Wireshark 4, made by 'tlv wireshark', version {}: make it again "
+                       "rather than edit it.\n\nlocal tables = {}\n\n{}",
+                       TLV_VERSION, lua({{"name", name}, {"codes", codes}, {"types", described_types()}}),
+                       dissector_code);
 }
 
 } // namespace tlvmsg::tool
