@@ -61,18 +61,17 @@ Candidates candidates(const std::string &type_name, const std::vector<std::strin
         }
     }
     Candidates all;
-    const auto add = [&](const auto &names) {
-        for (const std::string &each : names) {
-            all.emplace_back(each, "");
-        }
-    };
-    if (type_name == "FAMILY") {
-        add(families());
-    } else if (type_name == "CODE") {
-        add(code_names());
-    } else if (type_name == "TYPE") {
+    if (type_name == "TYPE") {
         for (const tlvmsg_type *each : all_types()) {
             all.emplace_back(each->name, each->doc);
+        }
+    } else if (type_name == "FAMILY") {
+        for (const std::string &each : families()) {
+            all.emplace_back(each, "");
+        }
+    } else if (type_name == "CODE") {
+        for (const Explanation &each : explanations()) {
+            all.emplace_back(each.code, "");
         }
     }
     return all;

@@ -37,7 +37,7 @@ void warn_of(const tlvmsg_verdict &verdict, const Message &message) {
     }
 }
 
-// Gives how it fits, as the others do.
+// Both put out a message, and give how its bytes fit.
 tlvmsg_verdict decode_typed(Printer &printer, const Message &message) {
     tlvmsg_verdict verdict;
     const any_record record = decode(*message.type, message, verdict);

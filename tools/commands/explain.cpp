@@ -5,6 +5,8 @@
 #include "base/wrap.h"
 #include "tools/faults/faults.h"
 
+#include <algorithm>
+
 namespace tlvmsg::tool {
 
 namespace {
@@ -14,29 +16,29 @@ struct Options {
     bool json = false;
 };
 
-nlohmann::ordered_json explanation(const std::string &code) {
-    return {{"code", code}, {"text", code_text(code)}};
-}
+nlohmann::ordered_json object(const Explanation &each) { return {{"code", each.code}, {"text", each.text}}; }
 
 int explain(const Options &options) {
-    const std::string &code = options.code;
-    const std::vector<std::string> names = code_names();
-    if (code.empty()) {
+    const std::vector<Explanation> all = explanations();
+    if (options.code.empty()) {
         print_list(
-            names, options.json, [](const std::string &name) { return name; }, explanation);
+            all, options.json, [](const Explanation &each) { return std::string(each.code); }, object);
         return exit_fine;
     }
-    const std::string text = code_text(code);
-    if (text.empty()) {
-        const std::string meant =
-            base::did_you_mean(code, std::vector<std::string_view>(names.begin(), names.end()));
-        throw Failure(exit_usage, fmt::format("no code is called '{}'; {}", code,
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const Explanation &each) { return options.code == each.code; });
+    if (found == all.end()) {
+        std::vector<std::string_view> names;
+        std::transform(all.begin(), all.end(), std::back_inserter(names),
+                       [](const Explanation &each) { return each.code; });
+        const std::string meant = base::did_you_mean(options.code, names);
+        throw Failure(exit_usage, fmt::format("no code is called '{}'; {}", options.code,
                                               meant.empty() ? "'tlv explain' lists them all" : meant));
     }
     if (options.json) {
-        print_json(explanation(code));
+        print_json(object(*found));
     } else {
-        print(fmt::format("{}\n\n{}\n", code, base::wrapped(text, 80)));
+        print(fmt::format("{}\n\n{}\n", found->code, base::wrapped(found->text, 80)));
     }
     return exit_fine;
 }

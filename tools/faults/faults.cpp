@@ -18,11 +18,6 @@ using namespace cli;
 
 namespace {
 
-struct Explanation {
-    const char *name;
-    const char *text;
-};
-
 // In the order of ToolCode.
 constexpr Explanation tool_codes[] = {
     {"usage", "The command line asks for something that does not exist: a command, an option, a type, a "
@@ -79,7 +74,7 @@ void complain_of(std::string_view kind, std::string_view code, std::string_view 
 
 } // namespace
 
-const char *code_name(ToolCode code) { return tool_codes[static_cast<size_t>(code)].name; }
+const char *code_name(ToolCode code) { return tool_codes[static_cast<size_t>(code)].code; }
 
 nlohmann::ordered_json error_json(const tlvmsg_fault &fault) {
     return {{"code", tlvmsg_code_name(fault.code)},
@@ -132,24 +127,14 @@ void warn(tlvmsg_code code, std::string_view message) {
     complain_of("warning", tlvmsg_code_name(code), message);
 }
 
-std::vector<std::string> code_names() {
-    std::vector<std::string> names;
-    for (int code = TLVMSG_OK + 1; code < TLVMSG_CODE_COUNT; ++code) {
-        names.emplace_back(tlvmsg_code_name(static_cast<tlvmsg_code>(code)));
+std::vector<Explanation> explanations() {
+    std::vector<Explanation> all;
+    for (int i = TLVMSG_OK + 1; i < TLVMSG_CODE_COUNT; ++i) {
+        const auto code = static_cast<tlvmsg_code>(i);
+        all.push_back({tlvmsg_code_name(code), tlvmsg_code_text(code)});
     }
-    std::transform(std::begin(tool_codes), std::end(tool_codes), std::back_inserter(names),
-                   [](const Explanation &each) { return each.name; });
-    return names;
-}
-
-std::string code_text(const std::string &name) {
-    tlvmsg_code found;
-    if (tlvmsg_code_find(name.c_str(), &found)) {
-        return tlvmsg_code_text(found);
-    }
-    const auto *const own = std::find_if(std::begin(tool_codes), std::end(tool_codes),
-                                         [&](const Explanation &each) { return name == each.name; });
-    return own != std::end(tool_codes) ? own->text : "";
+    all.insert(all.end(), std::begin(tool_codes), std::end(tool_codes));
+    return all;
 }
 
 } // namespace tlvmsg::tool

@@ -43,10 +43,12 @@ void report_out_of_memory();
 
 void warn(tlvmsg_code code, std::string_view message);
 
-// What `tlv explain` explains: the codes of the library, and those of the command.
-std::vector<std::string> code_names();
+struct Explanation {
+    const char *code;
+    const char *text;
+};
 
-// Empty for what is no code.
-std::string code_text(const std::string &name);
+// What `tlv explain` explains: the codes of the library, and those of the command.
+std::vector<Explanation> explanations();
 
 } // namespace tlvmsg::tool

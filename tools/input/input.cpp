@@ -78,7 +78,7 @@ Source::Source(const std::string &path, const InputOptions &options) : file_(fil
     File file = open_file(path);
     if (options.form == InputForm::capture || (options.form == InputForm::detect && is_capture(file.get()))) {
         packets_ = std::make_unique<Packets>(std::move(file), file_, options);
-        progress_.emplace("frames", packets_->capture().size());
+        progress_.emplace(packets_->capture().size());
         return;
     }
     if (!options.filter.empty()) {

@@ -273,19 +273,18 @@ local function literal(...)
     return (table.concat(bytes):gsub("%p", "%%%0"))
 end
 
--- Gives the pattern and how many bytes it finds; nothing for other types.
+-- Gives the pattern; nothing for other types.
 local function layout(type)
-    if type.kind == "scalar" then return literal(type.reads, type.size) .. ("."):rep(type.size), HEADER + type.size end
-    if type.kind == "enumeration" then return literal(type.tag, 8, ENUMERATOR_TAG, 4) .. "....", HEADER + 8 end
-    local parts, sum = {}, 0
+    local length = type.min_encoded - HEADER
+    if type.kind == "scalar" then return literal(type.reads, length) .. ("."):rep(length) end
+    if type.kind == "enumeration" then return literal(type.tag, 8, ENUMERATOR_TAG, 4) .. "...." end
+    local parts = {}
     for i, member in ipairs(type.members or {}) do
-        local part, part_size = layout(types[member.type])
-        if not part then return nil end
-        parts[i], sum = part, sum + part_size
+        parts[i] = layout(types[member.type])
+        if not parts[i] then return nil end
     end
     local inside = table.concat(parts)
-    if type.kind == "message" then return inside, sum end
-    if type.kind == "structure" then return literal(type.tag, sum) .. inside, HEADER + sum end
+    return type.kind == "message" and inside or type.kind == "structure" and literal(type.tag, length) .. inside
 end
 
 -- `above` is what the field's name begins with; the tree calls it by the label behind that.
@@ -336,8 +335,7 @@ for _, type in ipairs(tables.types) do
     local before
     type.slot = slot_of(type, type.name, "", type.name, type.doc)
     for i, member in ipairs(type.members or {}) do
-        local member_path = member.path or ""
-        local slot = slot_of(types[member.type], member_path, type.name, member_path, member.doc)
+        local slot = slot_of(types[member.type], member.path or "", type.name, member.path or "", member.doc)
         if before and (slot.chosen or slot.type.is_dynamic) then before.feeds = before.type.size end
         type.members[i], before = slot, slot
     end
