@@ -7,8 +7,6 @@
 #include "tools/results.h"
 #include "tools/types/lookup.h"
 
-#include <algorithm>
-
 namespace tlvmsg::tool {
 
 namespace {
