@@ -109,7 +109,8 @@ private:
     // One that has all of the bytes takes them along.
     Message &add(size_t at, size_t size, const tlvmsg_type *type) {
         const bool is_all = size == bytes_.size();
-        Message &part = parts_.emplace_back(is_all ? std::move(whole_) : whole_);
+        is_all ? parts_.push_back(std::move(whole_)) : parts_.push_back(whole_);
+        Message &part = parts_.back();
         const Bytes bytes = Bytes(bytes_).subspan(at, size);
         part.bytes = is_all ? std::move(bytes_) : std::vector<uint8_t>(bytes.begin(), bytes.end());
         part.offset = at;
