@@ -1,11 +1,9 @@
 #include "faults.h"
 
 #include "base/hex.h"
-#include "base/visible.h"
 #include "cli/terminal.h"
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cstdio>
@@ -75,22 +73,6 @@ void complain_of(std::string_view kind, std::string_view code, std::string_view 
 } // namespace
 
 const char *code_name(ToolCode code) { return tool_codes[static_cast<size_t>(code)].code; }
-
-nlohmann::ordered_json error_json(const tlvmsg_fault &fault) {
-    return {{"code", tlvmsg_code_name(fault.code)},
-            {"path", fault.path},
-            {"offset", fault.offset},
-            {"found", fault.found},
-            {"allowed", fault.allowed},
-            {"text", fault_message(fault)}};
-}
-
-nlohmann::ordered_json error_json(const std::optional<Problem> &problem, const tlvmsg_fault &fault) {
-    if (!problem) {
-        return error_json(fault);
-    }
-    return {{"code", code_name(problem->code)}, {"text", base::visible_head(problem->text)}};
-}
 
 std::string fault_message(const tlvmsg_fault &fault) {
     char text[TLVMSG_FAULT_TEXT];

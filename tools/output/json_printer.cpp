@@ -3,7 +3,6 @@
 #include "printer.h"
 
 #include "base/hex.h"
-#include "tools/faults/faults.h"
 #include "tools/results.h"
 #include "tools/types/lookup.h"
 
@@ -26,7 +25,7 @@ public:
         line.json("message", text);
         if (verdict.extent.deviations > 0) {
             line.number("deviations", verdict.extent.deviations);
-            line.json("tolerated", error_json(verdict.extent.first_deviation).dump());
+            line.json("tolerated", error_line({}, verdict.extent.first_deviation).object());
         }
         if (verdict.extent.consumed < message.bytes.size()) {
             line.number("trailing_bytes", message.bytes.size() - verdict.extent.consumed);
@@ -58,7 +57,7 @@ public:
         if (!text.empty()) {
             line.json("partial", text);
         }
-        print(line.json("error", error_json(message.problem, fault).dump()).line());
+        print(line.json("error", error_line(message.problem, fault).object()).line());
     }
 
 private:

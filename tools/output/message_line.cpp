@@ -1,6 +1,7 @@
 #include "message_line.h"
 
 #include "base/json.h"
+#include "base/visible.h"
 #include "tools/faults/faults.h"
 
 #include <fmt/format.h>
@@ -64,9 +65,19 @@ std::string counted(size_t count, std::string_view what) {
     return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
+JsonLine error_line(const std::optional<Problem> &problem, const tlvmsg_fault &fault) {
+    JsonLine line;
+    if (problem) {
+        return line.text("code", code_name(problem->code)).text("text", base::visible_head(problem->text));
+    }
+    line.text("code", tlvmsg_code_name(fault.code)).text("path", fault.path);
+    line.number("offset", fault.offset).number("found", fault.found).number("allowed", fault.allowed);
+    return line.text("text", fault_message(fault));
+}
+
 void add_verdict(JsonLine &line, const std::optional<Problem> &problem, const tlvmsg_verdict &verdict) {
     if (problem || verdict.fit == TLVMSG_FITS_NOT) {
-        line.json("error", error_json(problem, verdict.fault).dump());
+        line.json("error", error_line(problem, verdict.fault).object());
     } else {
         line.number("consumed", verdict.extent.consumed).number("deviations", verdict.extent.deviations);
     }

@@ -50,6 +50,9 @@ const char *fit_name(tlvmsg_fit fit); // "yes", "part", "no"
 
 std::string counted(size_t count, std::string_view what); // "1 deviation", "2 deviations"
 
+// {"code", "path", "offset", "found", "allowed", "text"}; code and text of a problem, where there is one.
+JsonLine error_line(const std::optional<Problem> &problem, const tlvmsg_fault &fault);
+
 // How bytes fit, or why there is no message.
 void add_verdict(JsonLine &line, const std::optional<Problem> &problem, const tlvmsg_verdict &verdict);
 

@@ -3,7 +3,6 @@
 #include "printer.h"
 
 #include "base/json.h"
-#include "tools/faults/faults.h"
 #include "tools/results.h"
 
 #include <tlvmsg/record.h>
@@ -104,9 +103,9 @@ public:
     // A table has no line for it: the exit status tells.
     void refused(const Message &message, const tlvmsg_fault &fault) override {
         JsonLine line = facts_of(message);
-        const Json error = error_json(message.problem, fault);
-        for (const auto &[name, value] : error.items()) {
-            line.json("error." + name, base::json_text(value));
+        const JsonLine error = error_line(message.problem, fault);
+        for (const auto &[name, value] : error.members()) {
+            line.json("error." + name, value);
         }
         if (csv_type_ == nullptr) {
             put(line);
