@@ -51,12 +51,18 @@ std::string meant_by(const std::string &word, const CLI::App &command) {
     return base::did_you_mean(word, {known.begin(), known.end()});
 }
 
-} // namespace
-
-const Option &Option::type_name(const std::string &name) const {
-    option_->type_name(name);
-    return *this;
+// An option by its name, and what stands for its value behind that.
+template <class Add>
+Option declared(const std::string &text, Add add) {
+    const size_t end = std::min(text.find(' '), text.size());
+    CLI::Option *const option = add(text.substr(0, end));
+    if (end < text.size() || !text.starts_with('-')) {
+        option->type_name(text.substr(end < text.size() ? end + 1 : 0));
+    }
+    return Option(option);
 }
+
+} // namespace
 
 const Option &Option::required() const {
     option_->required();
@@ -85,12 +91,14 @@ const Option &Option::hidden() const {
 
 Option Command::add_option(const std::string &name, std::string &value,
                            const std::string &description) const {
-    return Option(command_->add_option(name, value, description));
+    return declared(name,
+                    [&](const std::string &own) { return command_->add_option(own, value, description); });
 }
 
 Option Command::add_option(const std::string &name, std::vector<std::string> &values,
                            const std::string &description) const {
-    return Option(command_->add_option(name, values, description));
+    return declared(name,
+                    [&](const std::string &own) { return command_->add_option(own, values, description); });
 }
 
 Option Command::add_flag(const std::string &name, bool &value, const std::string &description) const {
@@ -105,17 +113,19 @@ Option Command::add_flag(const std::string &name, std::function<void()> take,
 Option Command::add_argument(const std::string &name, const std::string &description,
                              const std::string &otherwise,
                              std::function<bool(const std::string &)> take) const {
-    return Option(command_->add_option(
-        name,
-        [name, otherwise, take = std::move(take)](const CLI::results_t &arguments) {
-            for (const std::string &argument : arguments) {
-                if (!take(argument)) {
-                    throw CLI::ValidationError(fmt::format("{}: '{}' {}", name, argument, otherwise));
+    return declared(name, [&](const std::string &own) {
+        return command_->add_option(
+            own,
+            [own, otherwise, take = std::move(take)](const CLI::results_t &arguments) {
+                for (const std::string &argument : arguments) {
+                    if (!take(argument)) {
+                        throw CLI::ValidationError(fmt::format("{}: '{}' {}", own, argument, otherwise));
+                    }
                 }
-            }
-            return true;
-        },
-        description));
+                return true;
+            },
+            description);
+    });
 }
 
 Option Command::option(const std::string &name) const { return Option(command_->get_option(name)); }

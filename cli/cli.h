@@ -1,9 +1,10 @@
 /*
  * The command line of a program, stated once: parsing, --help, the manual pages and the completions all come from it.
  *
- * An option's type name tells completion what to offer: FILE and DIR, the words themselves as in "raw|hex", or a name
- * for which the program has candidates; in brackets if the value may be left out. Whatever an option takes, it is refused with what is allowed before any command
- * runs.
+ * An option is declared as help shows it, "-t,--type TYPE": what stands for its value tells completion what to offer: FILE
+ * and DIR, the words themselves as in "raw|hex", or a name for which the program has candidates; in brackets if the value
+ * may be left out. A positional argument is called what stands for its value, unless that follows. Whatever an option takes,
+ * it is refused with what is allowed before any command runs.
  */
 #pragma once
 
@@ -33,7 +34,6 @@ class Option {
 public:
     explicit Option(CLI::Option *option) : option_(option) {}
 
-    const Option &type_name(const std::string &name) const;
     const Option &required() const;
     const Option &expected(int count) const; // so many arguments
     const Option &excludes(const Option &other) const;
@@ -109,6 +109,14 @@ public:
     // A command that gives the exit status.
     Command add(const std::string &name, const Help &help, std::function<int()> run);
 
+    // The same with options of its own, which live as long as this and which `work` is given.
+    template <class Options>
+    std::pair<Command, Options &> add(const std::string &name, const Help &help,
+                                      int (*work)(const Options &)) {
+        const auto options = std::make_shared<Options>();
+        return {add(name, help, std::function<int()>([options, work] { return work(*options); })), *options};
+    }
+
     // The command that explains those added before.
     void add_help();
 
@@ -155,7 +163,7 @@ Option add_word(Command command, const std::string &name, const Words<Value> &wo
         }
         return false;
     };
-    return command.add_argument(name, description, "is none of " + all, take_word).type_name(all);
+    return command.add_argument(name + " " + all, description, "is none of " + all, take_word);
 }
 
 template <class Value>
@@ -190,8 +198,8 @@ Option add_number(Command command, const std::string &name, Value &value, const 
         value = static_cast<Number>(number.value_or(0));
         return number.has_value();
     };
-    return command.add_argument(name, description, "is no number from 0 to " + std::to_string(most), take)
-        .type_name("N");
+    return command.add_argument(name + " N", description, "is no number from 0 to " + std::to_string(most),
+                                take);
 }
 
 } // namespace tlvmsg::cli

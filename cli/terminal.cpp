@@ -47,7 +47,8 @@ void finish_output() {
 }
 
 void complain(std::string_view before, Colour colour, std::string_view label, std::string_view after) {
-    const std::string painted = label.empty() ? "" : Paint(STDERR_FILENO)(colour, base::visible_head(label));
+    static const Paint paint(STDERR_FILENO); // faults come by the thousand
+    const std::string painted = label.empty() ? "" : paint(colour, base::visible_head(label));
     // Nobody is left to be told when this fails.
     std::fputs((base::visible_head(before) + painted + base::visible_head(after) + "\n").c_str(), stderr);
 }

@@ -18,14 +18,14 @@ using namespace tlvmsg::tool;
 const Help help{
     "Read, write, check and compare TLV messages",
     {"Messages come from files or, as -, from standard input: as raw bytes, or as hex text in any usual "
-     "spelling: plain, spaced, with 0x, colons or commas, as xxd, hexdump -C, od -tx1 or tshark -x print "
-     "it, as a C array, as bytes or a list of Python, as base64, behind what a log writes, or as tlv "
-     "annotate prints it. Which one it is, is detected: text is hex, and "
-     "everything else is raw, for no message begins with a byte that text contains. --in raw and --in "
-     "hex override that. A newline at the end never matters.",
-     "Whatever comes in passes the bounded library first: no input makes tlv read or write where it "
-     "should not. Errors name the member, the byte, what was found and what is allowed; tlv explain says "
-     "more about their codes."},
+     "spelling: plain, spaced, with 0x, colons or commas, as xxd, hexdump -C, od -tx1 or tshark -x print it, "
+     "as a C array, as bytes or a list of Python, as base64, behind what a log writes, or as tlv annotate "
+     "prints it. Which one it is, is detected: text is hex, and everything else is raw, for no message "
+     "begins with a byte that text contains. --in raw and --in hex override that. A newline at the end never "
+     "matters.",
+     "Whatever comes in passes the bounded library first: no input makes tlv read or write where it should "
+     "not. Errors name the member, the byte, what was found and what is allowed; tlv explain says more about "
+     "their codes."},
     {{"tlv guess dump.txt", "find out what the bytes in a hex dump are"},
      {"tlv annotate -t analogbri_led_control_req_message dump.txt", "explain them, byte for byte"},
      {"tlv decode -t analogbri_led_control_req_message dump.txt > m.json", "turn them into JSON to change"},
@@ -34,8 +34,8 @@ const Help help{
 
 const std::vector<ExitMeaning> exit_meanings{
     {exit_fine, "all is well; also when the reader of a pipe has gone"},
-    {exit_found, "a difference, or invalid data where that was the question: diff, verify, guess, "
-                 "annotate, frames of captures; or types and find found none"},
+    {exit_found, "a difference, or invalid data where that was the question: diff, verify, guess, annotate, "
+                 "frames of captures; or types and find found none"},
     {exit_usage, "the command line makes no sense, or names a type or code that does not exist"},
     {exit_malformed, "the input is malformed: bytes that do not decode, JSON that does not encode"},
     {exit_io, "a file or stream cannot be opened, read or written"},
@@ -47,14 +47,11 @@ void add_common_options(Command command) {
         command, "--color", colour_when,
         {{"auto", ColourWhen::automatic}, {"always", ColourWhen::always}, {"never", ColourWhen::never}},
         "Colour; unless given, on terminals only, and never when NO_COLOR is set");
-    add_list(
-        command, "--schema", schema_files,
-        "Take the types of this schema file, or of all in this directory, and of what they import, instead "
-        "of the "
-        "built-in ones; can be given several times. TLVMSG_SCHEMA does the same, with colons between them")
-        .type_name("FILE");
-    add_list(command, "-I", import_directories, "Directory below which schema files find imports")
-        .type_name("DIR");
+    add_list(command, "--schema FILE", schema_files,
+             "Take the types of this schema file, or of all in this directory, and of what they import, "
+             "instead of the built-in ones; can be given several times. TLVMSG_SCHEMA does the same, with "
+             "colons between them");
+    add_list(command, "-I DIR", import_directories, "Directory below which schema files find imports");
 }
 
 Candidates candidates(const std::string &type_name, const std::vector<std::string> &words) {
@@ -69,12 +66,12 @@ Candidates candidates(const std::string &type_name, const std::vector<std::strin
             all.emplace_back(each->name, each->doc);
         }
     } else if (type_name == "FAMILY") {
-        for (const std::string &family : families()) {
-            all.emplace_back(family, "");
+        for (const std::string &each : families()) {
+            all.emplace_back(each, "");
         }
     } else if (type_name == "CODE") {
-        for (const std::string &code : code_names()) {
-            all.emplace_back(code, "");
+        for (const Explanation &each : explanations()) {
+            all.emplace_back(each.code, "");
         }
     }
     return all;

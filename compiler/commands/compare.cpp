@@ -139,13 +139,11 @@ void add_compare_command(Cli &cli) {
     Options &options = *said;
     const Command command = cli.add("compare", help::compare, [said] { return compare_schemas(*said); });
     const char *const side = "Schema file, directory of them, or what 'tlvc interface' printed";
-    command.add_option("OLD", options.before.path, side).type_name("FILE").required();
-    command.add_option("NEW", options.after.path, side).type_name("FILE").required();
-    command
-        .add_option("MORE", options.more_sides, "Further schemas to compare, each OLD with the NEW behind it")
-        .type_name("FILE");
-    command.add_option("--exceptions", options.exceptions, "File of changes that are allowed")
-        .type_name("FILE");
+    command.add_option("OLD FILE", options.before.path, side).required();
+    command.add_option("NEW FILE", options.after.path, side).required();
+    command.add_option("MORE FILE", options.more_sides,
+                       "Further schemas to compare, each OLD with the NEW behind it");
+    command.add_option("--exceptions FILE", options.exceptions, "File of changes that are allowed");
     add_import_path(command, "--old-import", options.before.import_path,
                     "Directory below which imports of OLD are looked for");
     add_import_path(command, "--new-import", options.after.import_path, "The same for imports of NEW");

@@ -297,28 +297,22 @@ int run(int argc, char **argv) {
 
     for (Command command : {check_command, generate_command, interface_command, describe_command,
                             format_command, tags_command}) {
-        command.add_option("FILE", options.files, "Schema files, directories of them, or -")
-            .type_name("FILE")
-            .required();
+        command.add_option("FILE", options.files, "Schema files, directories of them, or -").required();
     }
-    generate_command.add_option("--out", options.directory, "Where to write them")
-        .type_name("DIR")
-        .required();
-    generate_command
-        .add_option("--stamp", options.stamp,
-                    "File to touch; beside it, with .d behind its name, make is told what it depends on")
-        .type_name("FILE");
+    generate_command.add_option("--out DIR", options.directory, "Where to write them").required();
+    generate_command.add_option(
+        "--stamp FILE", options.stamp,
+        "File to touch; beside it, with .d behind its name, make is told what it depends on");
     generate_command.add_flag("--library", options.library,
                               "The whole library: also what is of all families together");
     for (Command command : {check_command, generate_command}) {
         command
             .add_argument(
-                "--warn",
+                "--warn [CODE,...]",
                 "Tell also what is allowed, and yet hardly meant: all of it, or these codes, or, as in "
                 "-W003, all but these",
                 "is no list of warnings' codes",
                 [&](const std::string &list) { return choose(list, options.warnings); })
-            .type_name("[CODE,...]")
             .repeatable();
         command.add_flag("--strict", options.strict, "The same, as faults");
         add_output_format(command, options.output);
@@ -326,8 +320,7 @@ int run(int argc, char **argv) {
     check_command.add_flag("--fix", options.fix, "First correct in these files what there is no doubt about");
     format_command.add_flag("--check", options.check_only,
                             "Change nothing, but name the files that would change");
-    explain_command.add_option("CODE", options.codes, "Such as T012; without it, all are listed")
-        .type_name("CODE");
+    explain_command.add_option("CODE", options.codes, "Such as T012; without it, all are listed");
 
     for (Command command :
          {check_command, generate_command, interface_command, describe_command, tags_command, lsp_command}) {

@@ -34,7 +34,7 @@ void add_import_path(Command command, const char *name, ImportPath &import_path,
         import_path.emplace_back(directory);
         return std::filesystem::is_directory(directory);
     };
-    command.add_argument(name, description, "is no directory", take).type_name("DIR").repeatable();
+    command.add_argument(std::string(name) + " DIR", description, "is no directory", take).repeatable();
 }
 
 } // namespace tlvc

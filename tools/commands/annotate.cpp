@@ -3,7 +3,7 @@
 
 #include "tools/commands/message_options.h"
 #include "tools/faults/faults.h"
-#include "tools/output/frame_line.h"
+#include "tools/output/message_line.h"
 #include "tools/results.h"
 #include "tools/types/lookup.h"
 
@@ -14,27 +14,31 @@ namespace tlvmsg::tool {
 namespace {
 
 // A message's fault is in the text, where it is; standard error has it once more, for whoever looks there alone.
-int annotate_reading(const MessageOptions &options, const Input &input, const Reading &reading) {
-    print(heading(input, options.files.size() > 1) + (reading.problem ? problem_lines(reading) : ""));
+int annotate_message(const MessageOptions &options, const Message &message) {
+    print(heading(message, options.several()) + (message.problem ? problem_lines(message) : ""));
     tlvmsg_text_options text{};
     text.color = Paint(STDOUT_FILENO).is_on();
     const tlvmsg_verdict verdict =
-        print_told([&](auto sink) { return annotate(reading.type, reading.bytes, sink, text, type_set()); });
-    if (reading.problem) {
-        return status_of(*reading.problem);
+        print_told([&](auto sink) { return annotate(message.type, message.bytes, sink, text, type_set()); });
+    if (message.problem) {
+        return status_of(*message.problem);
     }
-    if (verdict.fit == TLVMSG_FITS || (reading.type != nullptr && verdict.fit == TLVMSG_FITS_PART)) {
+    if (verdict.fit == TLVMSG_FITS || (message.type != nullptr && verdict.fit == TLVMSG_FITS_PART)) {
         return exit_fine;
     }
-    report(reading.type != nullptr ? verdict.fault : incomplete_element(input, verdict.extent.consumed));
+    report(message.type != nullptr ? verdict.fault : incomplete_element(message, verdict.extent.consumed));
     return exit_found;
+}
+
+int run(const MessageOptions &options) {
+    return for_each_message(options, typing_of(options),
+                            [&](const Message &message) { return annotate_message(options, message); });
 }
 
 } // namespace
 
 void add_annotate(Cli &cli) {
-    const auto options = std::make_shared<MessageOptions>();
-    const Command command = cli.add(
+    auto [command, options] = cli.add(
         "annotate",
         {"Explain every byte of a message",
          {"Prints offset, bytes and what they are, a line each. Deviations that decoders tolerate are marked "
@@ -47,12 +51,8 @@ void add_annotate(Cli &cli) {
           {"tlv annotate dump.txt", "by tags"},
           {"tlv annotate trace.pcapng", "every message of a capture"},
           {"tlv sample zel_led_control | tlv annotate -t 1357 > led.txt", "a message to edit in its bytes"}}},
-        [options] {
-            return for_each_reading(*options, [&](const Input &input, const Reading &reading) {
-                return annotate_reading(*options, input, reading);
-            });
-        });
-    add_message_options(command, *options, "without it, elements by their tags");
+        run);
+    add_message_options(command, options, "without it, elements by their tags");
 }
 
 } // namespace tlvmsg::tool

@@ -3,7 +3,7 @@
 
 #include "tools/commands/message_options.h"
 #include "tools/faults/faults.h"
-#include "tools/output/json_line.h"
+#include "tools/output/message_line.h"
 #include "tools/results.h"
 #include "tools/types/lookup.h"
 
@@ -18,48 +18,16 @@ struct Options {
     bool json = false;
 };
 
-// A message and the input that it lies in.
-struct Message {
-    std::shared_ptr<const Input> input;
-    Reading reading;
-};
-
-// The messages of a file, one by one.
-class Messages {
-public:
-    Messages(const std::string &path, const MessageOptions &options)
-        : inputs_(path, options, typing_of(options)) {}
-
-    std::optional<Message> next() {
-        while (given_ == readings_.size()) {
-            std::optional<Input> input = inputs_.next();
-            if (!input) {
-                return std::nullopt;
-            }
-            input_ = std::make_shared<const Input>(std::move(*input));
-            readings_ = read(*input_, inputs_.typing());
-            given_ = 0;
-        }
-        return Message{input_, readings_[given_++]};
-    }
-
-private:
-    Inputs inputs_;
-    std::shared_ptr<const Input> input_;
-    std::vector<Reading> readings_;
-    size_t given_ = 0;
-};
-
-bool takes_all(const tlvmsg_type *type, const Reading &reading) {
-    return tlvmsg_judge(type, reading.bytes.data(), reading.bytes.size(), nullptr, nullptr) == TLVMSG_FITS;
+bool takes_all(const tlvmsg_type *type, const Message &message) {
+    return tlvmsg_judge(type, message.bytes.data(), message.bytes.size(), nullptr, nullptr) == TLVMSG_FITS;
 }
 
 // The best guess for one message that takes the other as well.
 const tlvmsg_type &common_type(const Message &a, const Message &b) {
-    const list<tlvmsg_guess> guesses = value_of(guess(a.reading.bytes, {0, true, {}}, type_set()));
+    const list<tlvmsg_guess> guesses = value_of(guess(a.bytes, {0, true, {}}, type_set()));
     for (const tlvmsg_guess &each : guesses) {
         for (const tlvmsg_type *type : std::span(each.types, each.type_count)) {
-            if (takes_all(type, a.reading) && takes_all(type, b.reading)) {
+            if (takes_all(type, a) && takes_all(type, b)) {
                 const size_t others = each.type_count - 1;
                 complain(fmt::format("tlv: taken for {}{}; -t says otherwise", type->name,
                                      others == 0 ? "" : fmt::format(", though {} fit as well", others)));
@@ -92,7 +60,7 @@ public:
 
     // Adds a message that only one of the files has.
     void add_message(size_t number, const std::optional<Message> &a, const std::optional<Message> &b) {
-        const std::string place = json_string((a ? a : b)->input->name);
+        const std::string place = json_string((a ? a : b)->name);
         add(number, "(message)", a ? place.c_str() : nullptr, b ? place.c_str() : nullptr);
     }
 
@@ -107,9 +75,9 @@ private:
 // An empty record is reported.
 any_record decoded(const tlvmsg_type &type, const Message &message) {
     tlvmsg_verdict verdict;
-    any_record record = decode(type, message.reading.bytes, verdict);
+    any_record record = decode(type, message, verdict);
     if (record.data() == nullptr) {
-        report(verdict.fault, message.input->name, message.input->bytes);
+        report(verdict.fault, message.name, message.bytes);
     }
     return record;
 }
@@ -118,21 +86,20 @@ any_record decoded(const tlvmsg_type &type, const Message &message) {
 bool compare(const Message &a, const Message &b, size_t number, Report &differences) {
     bool whole = true;
     for (const Message *each : {&a, &b}) {
-        if (each->reading.problem) {
-            report(*each->reading.problem, each->input->name);
+        if (each->problem) {
+            report(*each->problem, each->name);
             whole = false;
         }
     }
     if (!whole) {
         return false;
     }
-    const tlvmsg_type *const type_a = a.reading.type, *const type_b = b.reading.type;
-    if (type_a != nullptr && type_b != nullptr && type_a != type_b) {
-        differences.add(number, "(type)", json_string(type_a->name).c_str(),
-                        json_string(type_b->name).c_str());
+    if (a.type != nullptr && b.type != nullptr && a.type != b.type) {
+        differences.add(number, "(type)", json_string(a.type->name).c_str(),
+                        json_string(b.type->name).c_str());
         return true;
     }
-    const tlvmsg_type &type = type_a != nullptr ? *type_a : type_b != nullptr ? *type_b : common_type(a, b);
+    const tlvmsg_type &type = a.type != nullptr ? *a.type : b.type != nullptr ? *b.type : common_type(a, b);
     const any_record record_a = decoded(type, a), record_b = decoded(type, b);
     if (record_a.data() == nullptr || record_b.data() == nullptr) {
         return false;
@@ -149,11 +116,12 @@ int run(const Options &options) {
     if (files[0] == "-" && files[1] == "-") {
         throw Failure(exit_usage, "only one of the messages can come from standard input");
     }
-    Messages from_a(files[0], options.message);
-    Messages from_b(files[1], options.message);
+    const Typing typing = typing_of(options.message);
+    Messages from_a(files[0], options.message.input, typing);
+    Messages from_b(files[1], options.message.input, typing);
     std::optional<Message> a = from_a.next();
     std::optional<Message> b = from_b.next();
-    const bool several = (a && !a->input->alone) || (b && !b->input->alone);
+    const bool several = (a && !a->alone) || (b && !b->alone);
     Report differences(options.json, several);
     bool whole = true;
     for (size_t number = 1; a || b; ++number, a = from_a.next(), b = from_b.next()) {
@@ -169,8 +137,7 @@ int run(const Options &options) {
 } // namespace
 
 void add_diff(Cli &cli) {
-    const auto options = std::make_shared<Options>();
-    const Command command =
+    auto [command, options] =
         cli.add("diff",
                 {"Compare messages, member by member",
                  {"Prints a line for each member that differs: its path and both values. The n-th message of "
@@ -180,10 +147,10 @@ void add_diff(Cli &cli) {
                  {{"tlv diff -t zel_led_control a.bin b.txt", "raw bytes against a hex dump"},
                   {"tlv diff a.bin b.bin", "the type is the best that takes both"},
                   {"tlv diff --json -t 1357 a.bin b.bin | jq -r .path", "which members differ"}}},
-                [options] { return run(*options); });
-    add_message_options(command, options->message, "without it, the best that takes both");
+                run);
+    add_message_options(command, options.message, "without it, the best that takes both");
     command.option("FILE").expected(2).required();
-    command.add_flag("--json", options->json, "A JSON object a line for each difference");
+    command.add_flag("--json", options.json, "A JSON object a line for each difference");
 }
 
 } // namespace tlvmsg::tool

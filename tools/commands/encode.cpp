@@ -59,8 +59,7 @@ int run(const Options &options) {
 } // namespace
 
 void add_encode(Cli &cli) {
-    const auto options = std::make_shared<Options>();
-    const Command command = cli.add(
+    auto [command, options] = cli.add(
         "encode",
         {"Turn JSON into messages",
          {"Takes what tlv decode prints. What is not mentioned is zero and empty, but for a message's key, "
@@ -77,15 +76,12 @@ void add_encode(Cli &cli) {
           {"tlv decode trace.pcapng | jq 'select(.message.led_control.color == 3)' | tlv encode --pcap "
            "new.pcapng",
            "a capture of those messages"}}},
-        [options] { return run(*options); });
-    command
-        .add_option("-t,--type", options->type,
-                    "The type of the messages, by name or by tag; without it each object names its own")
-        .type_name("TYPE");
-    add_output_options(command, options->out);
-    command
-        .add_option("JSON", options->json, "A file, - for standard input, or JSON that begins with { [ or \"")
-        .type_name("FILE");
+        run);
+    command.add_option("-t,--type TYPE", options.type,
+                       "The type of the messages, by name or by tag; without it each object names its own");
+    add_output_options(command, options.out);
+    command.add_option("JSON FILE", options.json,
+                       "A file, - for standard input, or JSON that begins with { [ or \"");
 }
 
 } // namespace tlvmsg::tool

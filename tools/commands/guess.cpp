@@ -3,12 +3,9 @@
 
 #include "tools/commands/message_options.h"
 #include "tools/faults/faults.h"
-#include "tools/output/frame_line.h"
+#include "tools/output/message_line.h"
 #include "tools/results.h"
 #include "tools/types/lookup.h"
-#include "tools/words.h"
-
-#include <algorithm>
 
 namespace tlvmsg::tool {
 
@@ -20,23 +17,6 @@ struct Options {
     bool json = false;
 };
 
-std::vector<std::string_view> names_of(const tlvmsg_guess &guess) {
-    std::vector<std::string_view> names;
-    for (const tlvmsg_type *type : std::span(guess.types, guess.type_count)) {
-        names.emplace_back(type->name);
-    }
-    return names;
-}
-
-// Many messages begin alike; a line for people names some of them.
-std::string some_names(const tlvmsg_guess &guess) {
-    std::vector<std::string_view> names = names_of(guess);
-    const size_t listed = std::min<size_t>(names.size(), 8), others = names.size() - listed;
-    names.resize(listed);
-    return fmt::format("{}{}", fmt::join(names, ", "),
-                       others == 0 ? "" : fmt::format(" and {} more", others));
-}
-
 // How the bytes as a whole fit: what begins further in takes only a part of them.
 tlvmsg_fit fit_of(const tlvmsg_guess &guess) {
     return guess.offset > 0 && guess.verdict.fit == TLVMSG_FITS ? TLVMSG_FITS_PART : guess.verdict.fit;
@@ -44,8 +24,9 @@ tlvmsg_fit fit_of(const tlvmsg_guess &guess) {
 
 std::string guess_line(const tlvmsg_guess &guess, size_t size) {
     const tlvmsg_verdict &verdict = guess.verdict;
-    std::string line = fmt::format("{:<4}  {:<12}  {}: ", fit_name(fit_of(guess)),
-                                   tlvmsg_kind_name(guess.types[0]->kind), some_names(guess));
+    std::string line =
+        fmt::format("{:<4}  {:<12}  {}: ", fit_name(fit_of(guess)), tlvmsg_kind_name(guess.types[0]->kind),
+                    some_names({guess.types, guess.type_count}));
     if (verdict.fit == TLVMSG_FITS_NOT) {
         line += fault_text(verdict.fault);
     } else {
@@ -64,7 +45,7 @@ std::string guess_line(const tlvmsg_guess &guess, size_t size) {
 std::string guess_json(const tlvmsg_guess &guess) {
     JsonLine line;
     line.text("fits", fit_name(fit_of(guess)));
-    line.json("types", nlohmann::json(names_of(guess)).dump());
+    line.json("types", nlohmann::json(names_of({guess.types, guess.type_count})).dump());
     line.text("kind", tlvmsg_kind_name(guess.types[0]->kind));
     line.number("offset", guess.offset).number("understood", guess.understood);
     add_verdict(line, {}, guess.verdict);
@@ -74,64 +55,66 @@ std::string guess_json(const tlvmsg_guess &guess) {
     return line.object();
 }
 
-void print_guesses(const Options &options, const Input &input, const list<tlvmsg_guess> &guesses) {
-    const size_t size = input.bytes.size();
+void print_guesses(const Options &options, const Message &message, const list<tlvmsg_guess> &guesses) {
+    const size_t size = message.bytes.size();
     if (options.json) {
         std::string all;
         for (const tlvmsg_guess &each : guesses) {
             all += (all.empty() ? "" : ",") + guess_json(each);
         }
-        print(input_line(input, options.message.files.size() > 1)
+        print(message_line(message, options.message.several())
                   .number("size", size)
                   .json("guesses", fmt::format("[{}]", all))
                   .line());
         return;
     }
-    print(heading(input, options.message.files.size() > 1));
+    print(heading(message, options.message.several()));
     for (const tlvmsg_guess &each : guesses) {
         print(guess_line(each, size));
     }
 }
 
 // All types that take the whole, and the nearest of those that take a part or none.
-int guess_input(const Options &options, const Input &input) {
-    if (input.bytes.empty()) {
-        report(input.problem.value_or(Problem{ToolCode::malformed_input, "no bytes to guess from"}),
-               input.name);
-        return input.frame || input.problem ? exit_found : exit_malformed;
+int guess_message(const Options &options, const Message &message) {
+    if (message.bytes.empty()) {
+        report(message.problem.value_or(Problem{ToolCode::malformed_input, "no bytes to guess from"}),
+               message.name);
+        return message.frame || message.problem ? exit_found : exit_malformed;
     }
-    const list<tlvmsg_guess> guesses = value_of(guess(input.bytes, {options.near, true, {}}, type_set()));
-    print_guesses(options, input, guesses);
+    const list<tlvmsg_guess> guesses = value_of(guess(message.bytes, {options.near, true, {}}, type_set()));
+    print_guesses(options, message, guesses);
     if (guesses.size() == 0) {
-        complain(fmt::format("tlv: {}: no type begins like these {} bytes", input.name, input.bytes.size()));
+        complain(
+            fmt::format("tlv: {}: no type begins like these {} bytes", message.name, message.bytes.size()));
     }
     const bool found = guesses.size() > 0 && fit_of(guesses[0]) == TLVMSG_FITS;
     return found ? exit_fine : exit_found;
 }
 
+int run(const Options &options) {
+    return for_each_message(options.message, {.whole_frames = true},
+                            [&](const Message &message) { return guess_message(options, message); });
+}
+
 } // namespace
 
 void add_guess(Cli &cli) {
-    const auto options = std::make_shared<Options>();
-    const Command command = cli.add(
-        "guess",
-        {"Find the types that accept these bytes",
-         {"Best first. 'yes' stands before types that take all bytes, 'part' before those that leave some "
-          "over, and 'no' before those that come near, with the reason why they do not accept them. Types "
-          "between which the bytes cannot tell are in one line, messages with another key than they have in "
-          "none. More bytes understood are better, then fewer deviations, and messages come before what they "
-          "are made of. It also looks for messages that begin further in, and says where. Exits with 1 when "
-          "no type takes all bytes."},
-         {{"tlv guess dump.txt", "what is this?"},
-          {"tlv guess --near 10 dump.txt", "what could it be, if it were not broken?"},
-          {"tlv guess --json trace.pcapng | jq '.guesses[0].types'", "of every frame of a capture"}}},
-        [options] {
-            return for_each_input(options->message, {},
-                                  [&](const Input &input) { return guess_input(*options, input); });
-        });
-    add_input_options(command, options->message);
-    add_number(command, "--near", options->near, "How many that do not take all bytes; 3 unless given");
-    command.add_flag("--json", options->json, "A JSON object a line for each message or frame");
+    auto [command, options] =
+        cli.add("guess",
+                {"Find the types that accept these bytes",
+                 {"Best first. 'yes' stands before types that take all bytes, 'part' before those that leave "
+                  "some over, and 'no' before those that come near, with the reason why they do not accept "
+                  "them. Types between which the bytes cannot tell are in one line, messages with another "
+                  "key than they have in none. More bytes understood are better, then fewer deviations, and "
+                  "messages come before what they are made of. It also looks for messages that begin further "
+                  "in, and says where. Exits with 1 when no type takes all bytes."},
+                 {{"tlv guess dump.txt", "what is this?"},
+                  {"tlv guess --near 10 dump.txt", "what could it be, if it were not broken?"},
+                  {"tlv guess --json trace.pcapng | jq '.guesses[0].types'", "of every frame of a capture"}}},
+                run);
+    add_input_options(command, options.message);
+    add_number(command, "--near", options.near, "How many that do not take all bytes; 3 unless given");
+    command.add_flag("--json", options.json, "A JSON object a line for each message or frame");
 }
 
 } // namespace tlvmsg::tool

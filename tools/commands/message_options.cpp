@@ -22,8 +22,8 @@ void add_input_options(Command command, MessageOptions &options) {
                 {"hex", InputForm::hex},
                 {"pcap", InputForm::capture}},
                "What the files are: raw bytes, hex text, or captures; told by their content unless given");
-    command.add_option("--filter", options.input.filter, "Only frames that match, as tcpdump understands it")
-        .type_name("EXPR");
+    command.add_option("--filter EXPR", options.input.filter,
+                       "Only frames that match, as tcpdump understands it");
     add_number(command, "--offset", options.input.offset,
                "Where in each frame, or in a file, the message begins");
     command.add_flag("--holes", options.input.holes,
@@ -33,36 +33,37 @@ void add_input_options(Command command, MessageOptions &options) {
         options.input.framing.header = parse_framing(text);
         return true;
     };
-    command
-        .add_argument(
-            "--framing",
-            "How messages are delimited: segment, the default, for whole ones in each TCP segment and "
-            "datagram; length:WIDTH@OFFSET[+HEADER] for a header that holds the length of what is behind it, "
-            "in 1 to 4 bytes; skip:N for N bytes before each. Behind a length, and a comma each: little, "
-            "when its first byte is the lowest; inclusive, when it counts the header, or adjust=N for what "
-            "else is to be added; most=N, the bytes that a message may have. Where it is not known where one "
-            "begins, in captures that begin inside a stream or lack segments, known messages are looked for",
-            "", take_framing)
-        .type_name("segment|skip:N|length:WIDTH@OFFSET");
-    command
-        .add_option("FILE", options.files,
-                    "Messages and captures; - and none at all stand for standard input")
-        .type_name("FILE");
+    command.add_argument(
+        "--framing segment|skip:N|length:WIDTH@OFFSET",
+        "How messages are delimited: segment, the default, for whole ones in each TCP segment and datagram; "
+        "length:WIDTH@OFFSET[+HEADER] for a header that holds the length of what is behind it, in 1 to 4 "
+        "bytes; skip:N for N bytes before each. Behind a length, and a comma each: little, when its first "
+        "byte is the lowest; inclusive, when it counts the header, or adjust=N for what else is to be added; "
+        "most=N, the bytes that a message may have. Where it is not known where one begins, in captures that "
+        "begin inside a stream or lack segments, known messages are looked for",
+        "", take_framing);
+    command.add_option("FILE", options.files,
+                       "Messages and captures; - and none at all stand for standard input");
 }
 
 void add_message_options(Command command, MessageOptions &options, const std::string &otherwise) {
-    command.add_option("-t,--type", options.type, "The type of the message, by name or by tag; " + otherwise)
-        .type_name("TYPE");
+    command.add_option("-t,--type TYPE", options.type,
+                       "The type of the message, by name or by tag; " + otherwise);
     command
-        .add_option(
-            "--type-of", options.type_of,
-            "The type of some of a capture's messages: udp/PORT=TYPE, tcp/PORT=TYPE, ethertype/N=TYPE, "
-            "ip/N=TYPE, or msg_type=N=TYPE for those whose session header says so; can be given several "
-            "times")
-        .type_name("LINE")
+        .add_option("--type-of LINE", options.type_of,
+                    "The type of some of a capture's messages: udp/PORT=TYPE, tcp/PORT=TYPE, "
+                    "ethertype/N=TYPE, ip/N=TYPE, or msg_type=N=TYPE for those whose session header says so; "
+                    "can be given several times")
         .repeatable();
-    command.add_option("--types", options.types, "A file of such lines").type_name("FILE");
+    command.add_option("--types FILE", options.types, "A file of such lines");
     add_input_options(command, options);
+}
+
+Option add_summary_option(Command command, bool &wanted) {
+    return command.add_flag("--summary", wanted,
+                            "At the end how many messages of each type there were, faults of each code, "
+                            "frames without a message, and gaps in streams; what tags alone name has no "
+                            "type, and in JSON \"summary\" is the object's only member");
 }
 
 Typing typing_of(const MessageOptions &options) {
@@ -79,40 +80,15 @@ Typing typing_of(const MessageOptions &options) {
     return typing;
 }
 
-Inputs::Inputs(const std::string &path, const MessageOptions &options, const Typing &typing)
-    : typing_(typing), source_(path, configured(options.input)) {}
-
-InputOptions Inputs::configured(InputOptions options) const {
-    options.type = typing_.type;
-    options.framing.fits = [this](const FrameFacts &facts, std::span<const uint8_t> there, size_t size) {
-        return may_be_read(facts, there, size, typing_);
-    };
-    return options;
-}
-
-std::optional<Input> Inputs::next() {
-    if (given_ == parts_.size()) {
-        std::optional<Input> input = source_.next();
-        if (!input) {
-            return std::nullopt;
-        }
-        parts_ = back_to_back(std::move(*input), typing_);
-        given_ = 0;
-    }
-    Input part = std::move(parts_[given_++]);
-    part.number = part.frame ? 0 : ++number_;
-    return part;
-}
-
-int for_each_input(const MessageOptions &options, const Typing &typing,
-                   const std::function<int(const Input &)> &work) {
+int for_each_message(const MessageOptions &options, const Typing &typing,
+                     const std::function<int(const Message &)> &work) {
     int status = exit_fine;
     for (const std::string &path : options.files.empty() ? std::vector<std::string>{"-"} : options.files) {
         try {
-            Inputs source(path, options, typing);
-            while (const std::optional<Input> input = source.next()) {
-                status = std::max(status, work(*input));
-                if (source.is_live()) {
+            Messages messages(path, options.input, typing);
+            while (const std::optional<Message> message = messages.next()) {
+                status = std::max(status, work(*message));
+                if (messages.is_live()) {
                     finish_output();
                 }
             }
@@ -127,21 +103,9 @@ int for_each_input(const MessageOptions &options, const Typing &typing,
     return status;
 }
 
-int for_each_reading(const MessageOptions &options,
-                     const std::function<int(const Input &, const Reading &)> &work) {
-    const Typing typing = typing_of(options);
-    return for_each_input(options, typing, [&](const Input &input) {
-        int status = exit_fine;
-        for (const Reading &reading : read(input, typing)) {
-            status = std::max(status, work(input, reading));
-        }
-        return status;
-    });
-}
-
-tlvmsg_fault incomplete_element(const Input &input, size_t end) {
-    const size_t left = input.bytes.size() - end;
-    const size_t length = left < base::header_size ? 0 : base::number_at(input.bytes, end + 2);
+tlvmsg_fault incomplete_element(const Message &message, size_t end) {
+    const size_t left = message.bytes.size() - end;
+    const size_t length = left < base::header_size ? 0 : base::number_at(message.bytes, end + 2);
     tlvmsg_fault fault{TLVMSG_TRUNCATED, end, left, base::header_size + length, {}, {}};
     std::strcpy(fault.path, "element");
     return fault;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "cli/cli.h"
-#include "tools/input/input.h"
 #include "tools/reading/reading.h"
 
 #include <functional>
@@ -17,6 +16,8 @@ struct MessageOptions {
     std::string types;                // a file of them; empty when not given
     InputOptions input;
     std::vector<std::string> files;
+
+    bool several() const { return files.size() > 1; }
 };
 
 // Files and how they are read.
@@ -25,40 +26,18 @@ void add_input_options(cli::Command command, MessageOptions &options);
 // These, and what is known about types; `otherwise` says what holds without it.
 void add_message_options(cli::Command command, MessageOptions &options, const std::string &otherwise);
 
+cli::Option add_summary_option(cli::Command command, bool &wanted);
+
 // Throws Failure.
 Typing typing_of(const MessageOptions &options);
 
-// Every message or frame of every file, or of standard input when none is named. A file that fails is reported and
+// Every message of every file, or of standard input when none is named. A file that fails is reported and
 // the others are read all the same, unless it is the command line that makes no sense. Gives the largest status,
 // of failures and of the work. What has been printed about an input that is not a file goes out at once.
-int for_each_input(const MessageOptions &options, const Typing &typing,
-                   const std::function<int(const Input &)> &work);
-
-// The messages of a file, one by one: those that lie back to back, too.
-class Inputs {
-public:
-    Inputs(const std::string &path, const MessageOptions &options, const Typing &typing);
-    Inputs(const Inputs &) = delete;
-
-    std::optional<Input> next();
-    bool is_live() const { return source_.is_live(); }
-    const Typing &typing() const { return typing_; }
-
-private:
-    InputOptions configured(InputOptions options) const;
-
-    const Typing typing_;
-    Source source_;
-    std::vector<Input> parts_;
-    size_t given_ = 0;
-    size_t number_ = 0; // of messages
-};
-
-// The same, for what each is taken for.
-int for_each_reading(const MessageOptions &options,
-                     const std::function<int(const Input &, const Reading &)> &work);
+int for_each_message(const MessageOptions &options, const Typing &typing,
+                     const std::function<int(const Message &)> &work);
 
 // What is behind the last whole element of a message without a type.
-tlvmsg_fault incomplete_element(const Input &input, size_t end);
+tlvmsg_fault incomplete_element(const Message &message, size_t end);
 
 } // namespace tlvmsg::tool

@@ -25,28 +25,24 @@ void add_output_options(Command command, OutputOptions &options) {
                     {"json", OutputForm::json}},
                    "Raw bytes, hex, or all of it as JSON; hex on a terminal and raw elsewhere unless given");
     command
-        .add_option("--pcap", options.capture, "Write frames to this file, as pcapng; - is standard output")
-        .type_name("FILE")
+        .add_option("--pcap FILE", options.capture,
+                    "Write frames to this file, as pcapng; - is standard output")
         .excludes(form);
-    command
-        .add_argument("--framing", "What is before each message in these frames, as tlv decode takes it", "",
-                      [&options](const std::string &text) {
-                          options.framing = parse_framing(text);
-                          options.for_frames = true;
-                          return true;
-                      })
-        .type_name("segment|skip:N|length:BYTES@OFFSET");
-    command
-        .add_argument("--frame",
-                      "What else is in these frames where the JSON does not say it: source, source_port, "
-                      "destination, destination_port, protocol, time, as tlv decode prints them",
-                      "",
-                      [&options](const std::string &text) {
-                          options.facts = facts_in(text);
-                          options.for_frames = true;
-                          return true;
-                      })
-        .type_name("JSON");
+    command.add_argument("--framing segment|skip:N|length:BYTES@OFFSET",
+                         "What is before each message in these frames, as tlv decode takes it", "",
+                         [&options](const std::string &text) {
+                             options.framing = parse_framing(text);
+                             options.for_frames = true;
+                             return true;
+                         });
+    command.add_argument("--frame JSON",
+                         "What else is in these frames where the JSON does not say it: source, source_port, "
+                         "destination, destination_port, protocol, time, as tlv decode prints them",
+                         "", [&options](const std::string &text) {
+                             options.facts = facts_in(text);
+                             options.for_frames = true;
+                             return true;
+                         });
 }
 
 EncodedOutput::EncodedOutput(const OutputOptions &options) : form_(options.form) {

@@ -48,8 +48,7 @@ int run(const Options &options) {
 } // namespace
 
 void add_sample(Cli &cli) {
-    const auto options = std::make_shared<Options>();
-    const Command command = cli.add(
+    auto [command, options] = cli.add(
         "sample",
         {"Make a message to look at or to test with",
          {"The same seed gives the same message everywhere. The kinds: min is all zero and empty; max has "
@@ -67,20 +66,21 @@ void add_sample(Cli &cli) {
           {"tlv sample --count 10000 --pcap load.pcapng --frame '{\"destination_port\": 9000}' "
            "zel_led_control",
            "a capture for load tests"}}},
-        [options] { return run(*options); });
-    command.add_option("TYPE", options->type, "A type, by name or by tag").type_name("TYPE").required();
-    add_number(command, "--seed", options->seed, "What the choice depends on; 1 unless given");
-    add_choice(command, "--kind", options->kind,
+        run);
+    command.add_option("TYPE", options.type, "A type, by name or by tag").required();
+    add_number(command, "--seed", options.seed, "What the choice depends on; 1 unless given");
+    add_choice(command, "--kind", options.kind,
                {{"min", TLVMSG_SAMPLE_MIN},
                 {"max", TLVMSG_SAMPLE_MAX},
                 {"random", TLVMSG_SAMPLE_RANDOM},
                 {"boundary", TLVMSG_SAMPLE_BOUNDARY}},
                "Which kind of message");
-    command.add_option("--set", options->settings, "What a member is to be; may be given several times")
-        .type_name("PATH=VALUE")
+    command
+        .add_option("--set PATH=VALUE", options.settings,
+                    "What a member is to be; may be given several times")
         .repeatable();
-    add_number(command, "--count", options->count, "How many, each with the next seed; 1 unless given");
-    add_output_options(command, options->out);
+    add_number(command, "--count", options.count, "How many, each with the next seed; 1 unless given");
+    add_output_options(command, options.out);
 }
 
 } // namespace tlvmsg::tool

@@ -189,13 +189,23 @@ std::string show(const tlvmsg_type *type) {
            fmt::format("\n{:>8}  {:>11}  {}\n", "offset", "size", "element") + WireRows().text(type);
 }
 
+namespace {
+
+struct Options {
+    std::string type;
+    bool json = false;
+};
+
+int run(const Options &options) {
+    const tlvmsg_type *const type = find_type(options.type, Spelling::part);
+    print(options.json ? value_of(type_to_json(*type, {2, 0, {}})) + "\n" : show(type));
+    return exit_fine;
+}
+
+} // namespace
+
 void add_show(Cli &cli) {
-    struct Options {
-        std::string type;
-        bool json = false;
-    };
-    const auto options = std::make_shared<Options>();
-    const Command command = cli.add(
+    auto [command, options] = cli.add(
         "show",
         {"Show a type: its purpose, C declaration and layout on the wire",
          {"Sizes include headers. An offset with a + is the least that it can be, since something before it "
@@ -206,15 +216,9 @@ void add_show(Cli &cli) {
           {"tlv show VLAN_STATS_M", "the one type whose name has that part; of several, which there are"},
           {"tlv show --json 1357 | jq '.layouts[].offsets'",
            "where the fields of the type of that tag lie"}}},
-        [options] {
-            const tlvmsg_type *const type = find_type(options->type, Spelling::part);
-            print(options->json ? value_of(type_to_json(*type, {2, 0, {}})) + "\n" : show(type));
-            return exit_fine;
-        });
-    command.add_option("TYPE", options->type, "A type, by name, part of it, or tag")
-        .type_name("TYPE")
-        .required();
-    add_json_flag(command, options->json);
+        run);
+    command.add_option("TYPE", options.type, "A type, by name, part of it, or tag").required();
+    add_json_flag(command, options.json);
 }
 
 } // namespace tlvmsg::tool

@@ -70,8 +70,7 @@ Words<std::string_view> kind_words() {
 } // namespace
 
 void add_types(Cli &cli) {
-    const auto options = std::make_shared<Options>();
-    const Command command = cli.add(
+    auto [command, options] = cli.add(
         "types",
         {"List the types of the schema",
          {"A pattern is a part of the name or, with * or ?, the whole of it, in upper or lower case. Exits "
@@ -81,13 +80,13 @@ void add_types(Cli &cli) {
           {"tlv types -l led", "kind, tag, family and purpose of what has to do with LEDs"},
           {"tlv types --kind message --family voice | wc -l", "how many messages there are for voice ports"},
           {"tlv types --used-by zel_led_control", "what has a member, item or alternative of that type"}}},
-        [options] { return list_types(*options); });
-    command.add_option("PATTERN", options->filter.pattern, "Only types of such names").type_name("PATTERN");
-    command.add_flag("-l,--long", options->details, "Kind, tag, family, name and purpose");
-    add_choice(command, "--kind", options->filter.kind, kind_words(), "Only types of that kind");
-    command.add_option("--family", options->filter.family, "Only types of that family").type_name("FAMILY");
-    command.add_option("--used-by", options->used, "Only types that use this one directly").type_name("TYPE");
-    add_json_flag(command, options->json);
+        list_types);
+    command.add_option("PATTERN", options.filter.pattern, "Only types of such names");
+    command.add_flag("-l,--long", options.details, "Kind, tag, family, name and purpose");
+    add_choice(command, "--kind", options.filter.kind, kind_words(), "Only types of that kind");
+    command.add_option("--family FAMILY", options.filter.family, "Only types of that family");
+    command.add_option("--used-by TYPE", options.used, "Only types that use this one directly");
+    add_json_flag(command, options.json);
 }
 
 } // namespace tlvmsg::tool

@@ -3,9 +3,8 @@
 
 #include "tools/commands/message_options.h"
 #include "tools/faults/faults.h"
-#include "tools/output/frame_line.h"
+#include "tools/output/message_line.h"
 #include "tools/output/summary.h"
-#include "tools/words.h"
 
 namespace tlvmsg::tool {
 
@@ -18,41 +17,51 @@ struct Options {
     bool summary = false;
 };
 
-void print_json(const Options &options, const Input &input, const Reading &reading,
-                const tlvmsg_verdict &verdict) {
-    JsonLine line = input_line(input, options.message.files.size() > 1);
-    if (reading.type != nullptr) {
-        line.text("type", reading.type->name)
+void print_json(const Options &options, const Message &message, const tlvmsg_verdict &verdict) {
+    JsonLine line = message_line(message, options.message.several());
+    if (message.type != nullptr) {
+        line.text("type", message.type->name)
             .text("fits", fit_name(verdict.fit))
-            .number("size", reading.bytes.size());
+            .number("size", message.bytes.size());
     }
-    add_verdict(line, reading.problem, verdict);
+    add_verdict(line, message.problem, verdict);
     print(line.line());
 }
 
-int verify_reading(const Options &options, const Input &input, const Reading &reading, Summary &summary) {
+int verify_message(const Options &options, const Message &message, Summary &summary) {
     tlvmsg_verdict verdict{}; // that it does not fit
-    if (reading.type == nullptr && !reading.problem) {
+    if (message.type == nullptr && !message.problem) {
         throw Failure(exit_usage, "verify needs a type: -t TYPE; 'tlv guess' finds those that fit");
     }
-    if (reading.type != nullptr) {
+    if (message.type != nullptr) {
         const tlvmsg_limits limits{0, options.strict, {}};
-        tlvmsg_judge(reading.type, reading.bytes.data(), reading.bytes.size(), &limits, &verdict);
+        tlvmsg_judge(message.type, message.bytes.data(), message.bytes.size(), &limits, &verdict);
     }
-    summary.add(reading, verdict);
-    const int status = reading.problem                  ? status_of(*reading.problem)
+    summary.add(message, verdict);
+    const int status = message.problem                  ? status_of(*message.problem)
                        : verdict.fit == TLVMSG_FITS_NOT ? exit_found
                                                         : exit_fine;
     if (options.json) {
-        print_json(options, input, reading, verdict);
-    } else if (status == exit_fine && !reading.problem) {
-        print(fmt::format("{}: {}, {} of {} bytes, {}\n", input.name, reading.type->name,
-                          verdict.extent.consumed, reading.bytes.size(),
+        print_json(options, message, verdict);
+    } else if (status == exit_fine && !message.problem) {
+        print(fmt::format("{}: {}, {} of {} bytes, {}\n", message.name, message.type->name,
+                          verdict.extent.consumed, message.bytes.size(),
                           counted(verdict.extent.deviations, "deviation")));
-    } else if (!reading.problem) {
-        report(verdict.fault, input.name, input.bytes);
+    } else if (!message.problem) {
+        report(verdict.fault, message.name, message.bytes);
     } else if (status != exit_fine) {
-        report(*reading.problem, input.name);
+        report(*message.problem, message.name);
+    }
+    return status;
+}
+
+int run(const Options &options) {
+    Summary summary;
+    const int status =
+        for_each_message(options.message, typing_of(options.message),
+                         [&](const Message &message) { return verify_message(options, message, summary); });
+    if (options.summary) {
+        print(options.json ? summary.json() : summary.text());
     }
     return status;
 }
@@ -60,8 +69,7 @@ int verify_reading(const Options &options, const Input &input, const Reading &re
 } // namespace
 
 void add_verify(Cli &cli) {
-    const auto options = std::make_shared<Options>();
-    const Command command = cli.add(
+    auto [command, options] = cli.add(
         "verify",
         {"Check that bytes are a message of a type",
          {"Prints how many bytes the message takes and how many deviations decoders would tolerate. Exits "
@@ -70,24 +78,11 @@ void add_verify(Cli &cli) {
          {{"tlv verify -t zel_led_control led.bin", "as tolerant as decoders are"},
           {"tlv verify --strict -t zel_led_control *.bin", "deviations and bytes behind the end are faults"},
           {"tlv verify --json trace.pcapng | jq .error.code", "what is wrong with a capture"}}},
-        [options] {
-            Summary summary;
-            const int status =
-                for_each_reading(options->message, [&](const Input &input, const Reading &reading) {
-                    return verify_reading(*options, input, reading, summary);
-                });
-            if (options->summary) {
-                print(options->json ? summary.json() : summary.text());
-            }
-            return status;
-        });
-    add_message_options(command, options->message, "needed unless annotated input names it, or for captures");
-    command.add_flag("--strict", options->strict, "Refuse what decoders tolerate, and bytes behind the end");
-    command.add_flag("--json", options->json, "A JSON object a line");
-    command.add_flag(
-        "--summary", options->summary,
-        "At the end how many messages of each type there were, faults of each code, frames without a "
-        "message, and gaps in streams");
+        run);
+    add_message_options(command, options.message, "needed unless annotated input names it, or for captures");
+    command.add_flag("--strict", options.strict, "Refuse what decoders tolerate, and bytes behind the end");
+    command.add_flag("--json", options.json, "A JSON object a line");
+    add_summary_option(command, options.summary);
 }
 
 } // namespace tlvmsg::tool

@@ -35,26 +35,19 @@ std::string home() {
     return variable != nullptr ? variable : user->pw_dir;
 }
 
-std::string dissector(const std::string &name) {
-    return fmt::format("-- A dissector for Wireshark 4, made by 'tlv wireshark', version {}: make it again "
-                       "rather than edit it.\n\n",
-                       TLV_VERSION) +
-           wireshark_tables(name) + wireshark_dissector;
-}
-
 int run(const Options &options) {
     if (!options.install) {
-        print(dissector(options.name));
+        print(wireshark_dissector(options.name));
         return exit_fine;
     }
     if (type_set() != nullptr && options.name == own_name) {
-        throw Failure(exit_usage,
-                      fmt::format("--install with --schema wants a --name: '{}' is the dissector of the "
-                                  "built-in types",
-                                  own_name));
+        throw Failure(
+            exit_usage,
+            fmt::format("--install with --schema wants a --name: '{}' is the dissector of the built-in types",
+                        own_name));
     }
     const std::string path = fmt::format("{}/.local/lib/wireshark/plugins/{}.lua", home(), options.name);
-    base::replace_file(path, dissector(options.name));
+    base::replace_file(path, wireshark_dissector(options.name));
     print(path + "\n");
     return exit_fine;
 }
@@ -62,19 +55,18 @@ int run(const Options &options) {
 } // namespace
 
 void add_wireshark(Cli &cli) {
-    const auto options = std::make_shared<Options>();
-    const Command command = cli.add(
+    auto [command, options] = cli.add(
         "wireshark",
         {"Print a dissector for Wireshark and tshark",
-         {"One file in Lua, for Wireshark 4, has a filter for every member: "
-          "tlvmsg.zel_led_control.color == 3. What decoders tolerate is a warning and what they "
-          "refuse an error, with tlvmsg.fault as its code.",
+         {"One file in Lua, for Wireshark 4, has a filter for every member: tlvmsg.zel_led_control.color == "
+          "3. What decoders tolerate is a warning and what they refuse an error, with tlvmsg.fault as its "
+          "code.",
           "Preferences of the protocol say what packets hold, in the words of tlv decode: types, the lines "
           "of --type-of with commas or spaces between them; types_file, a file of such lines as --types "
           "takes it; framing, whose lengths are for TCP. default_type is the type of what no line is about.",
-          "Without a type, a payload is the only message that fits; when several fit they are named, "
-          "and the elements are shown by their tags. Ports without a type are left alone, unless "
-          "'Decode As' or the preference heuristic says otherwise.",
+          "Without a type, a payload is the only message that fits; when several fit they are named, and the "
+          "elements are shown by their tags. Ports without a type are left alone, unless 'Decode As' or the "
+          "preference heuristic says otherwise.",
           "With --schema it is about the types of that file alone, and --name tells it from that of the "
           "built-in types, beside which it can be installed. Where two files of one name are loaded, such as "
           "a package's and a user's own, the first holds."},
@@ -83,16 +75,14 @@ void add_wireshark(Cli &cli) {
           {"tshark -o 'tlvmsg.types:udp/9000=zel_led_control' -r x.pcapng -V", "a type by its port"},
           {"tshark -d udp.port==9000,tlvmsg -r x.pcapng -Y tlvmsg.fault",
            "frames where something is wrong"}}},
-        [options] { return run(*options); });
-    const auto take_name = [options](const std::string &name) {
-        options->name = name;
+        run);
+    const auto take_name = [&chosen = options.name](const std::string &name) {
+        chosen = name;
         return is_name(name);
     };
-    command
-        .add_argument("--name", "What Wireshark calls the protocol; tlvmsg unless given",
-                      "is no name of small letters, digits and _", take_name)
-        .type_name("NAME");
-    command.add_flag("--install", options->install, "Write it to ~/.local/lib/wireshark/plugins/NAME.lua");
+    command.add_argument("--name NAME", "What Wireshark calls the protocol; tlvmsg unless given",
+                         "is no name of small letters, digits and _", take_name);
+    command.add_flag("--install", options.install, "Write it to ~/.local/lib/wireshark/plugins/NAME.lua");
 }
 
 } // namespace tlvmsg::tool

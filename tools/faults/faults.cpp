@@ -1,11 +1,9 @@
 #include "faults.h"
 
 #include "base/hex.h"
-#include "base/visible.h"
 #include "cli/terminal.h"
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cstdio>
@@ -18,33 +16,25 @@ using namespace cli;
 
 namespace {
 
-struct Explanation {
-    const char *name;
-    const char *text;
-};
-
 // In the order of ToolCode.
 constexpr Explanation tool_codes[] = {
-    {"usage",
-     "The command line asks for something that does not exist: a command, an option, a type, a code, a "
-     "filter. --help behind any command shows what it takes, with examples."},
+    {"usage", "The command line asks for something that does not exist: a command, an option, a type, a "
+              "code, a filter. --help behind any command shows what it takes, with examples."},
     {"malformed-input",
      "The input is not in the form that it should have: text that is no hex, JSON that does not describe the "
      "type, a capture file that ends early. The message names the line, the JSON path or the file."},
     {"input-output", "A file cannot be opened, read or written; the operating system's reason follows."},
     {"fragment",
-     "The frame holds a part of an IP packet, and the others that it takes are not in the capture, or "
-     "too far away. Capture all fragments: a filter by port lets only the first one through."},
-    {"segment", "The frame holds a part of a TCP stream in which no whole message ends. A message that takes "
-                "several segments is put together when --framing says how messages are delimited. Segments "
-                "without data or with what has come before are no errors, nor are bytes that begin with no "
-                "element of ours."},
-    {"cut",
-     "Fewer bytes of the frame were captured than were sent, so the end of its message is missing. Capture "
-     "whole frames: tcpdump -s 0."},
-    {"ambiguous",
-     "Several types fit the frame equally well, and none is preferred without a reason. 'types' lists "
-     "them; -t names the type, or --type-of the type for a port or for a message type."},
+     "The frame holds a part of an IP packet, and the others that it takes are not in the capture, or too "
+     "far away. Capture all fragments: a filter by port lets only the first one through."},
+    {"segment",
+     "The frame holds a part of a TCP stream in which no whole message ends. A message that takes several "
+     "segments is put together when --framing says how messages are delimited. Segments without data or with "
+     "what has come before are no errors, nor are bytes that begin with no element of ours."},
+    {"cut", "Fewer bytes of the frame were captured than were sent, so the end of its message is missing. "
+            "Capture whole frames: tcpdump -s 0."},
+    {"ambiguous", "Several types fit the frame equally well, and none is preferred without a reason. 'types' "
+                  "lists them; -t names the type, or --type-of the type for a port or for a message type."},
     {"unknown-message",
      "The frame's payload as a whole is no message of any type, nor several: it is of another protocol, "
      "damaged, or has bytes around the message. Only where it begins with an element of ours does that count "
@@ -82,27 +72,11 @@ void complain_of(std::string_view kind, std::string_view code, std::string_view 
 
 } // namespace
 
-const char *code_name(ToolCode code) { return tool_codes[static_cast<size_t>(code)].name; }
-
-nlohmann::ordered_json error_json(const tlvmsg_fault &fault) {
-    return {{"code", tlvmsg_code_name(fault.code)},
-            {"path", fault.path},
-            {"offset", fault.offset},
-            {"found", fault.found},
-            {"allowed", fault.allowed},
-            {"text", fault_message(fault)}};
-}
-
-nlohmann::ordered_json error_json(const std::optional<Problem> &problem, const tlvmsg_fault &fault) {
-    if (!problem) {
-        return error_json(fault);
-    }
-    return {{"code", code_name(problem->code)}, {"text", base::visible_head(problem->text)}};
-}
+const char *code_name(ToolCode code) { return tool_codes[static_cast<size_t>(code)].code; }
 
 std::string fault_message(const tlvmsg_fault &fault) {
-    std::string text(TLVMSG_FAULT_TEXT, '\0');
-    text.resize(std::min(tlvmsg_fault_message(&fault, text.data(), text.size()), text.size() - 1));
+    char text[TLVMSG_FAULT_TEXT];
+    tlvmsg_fault_message(&fault, text, sizeof text);
     return text;
 }
 
@@ -135,24 +109,14 @@ void warn(tlvmsg_code code, std::string_view message) {
     complain_of("warning", tlvmsg_code_name(code), message);
 }
 
-std::vector<std::string> code_names() {
-    std::vector<std::string> names;
-    for (int code = TLVMSG_OK + 1; code < TLVMSG_CODE_COUNT; ++code) {
-        names.emplace_back(tlvmsg_code_name(static_cast<tlvmsg_code>(code)));
+std::vector<Explanation> explanations() {
+    std::vector<Explanation> all;
+    for (int i = TLVMSG_OK + 1; i < TLVMSG_CODE_COUNT; ++i) {
+        const auto code = static_cast<tlvmsg_code>(i);
+        all.push_back({tlvmsg_code_name(code), tlvmsg_code_text(code)});
     }
-    std::transform(std::begin(tool_codes), std::end(tool_codes), std::back_inserter(names),
-                   [](const Explanation &each) { return each.name; });
-    return names;
-}
-
-std::string code_text(const std::string &name) {
-    tlvmsg_code found;
-    if (tlvmsg_code_find(name.c_str(), &found)) {
-        return tlvmsg_code_text(found);
-    }
-    const auto *const own = std::find_if(std::begin(tool_codes), std::end(tool_codes),
-                                         [&](const Explanation &each) { return name == each.name; });
-    return own != std::end(tool_codes) ? own->text : "";
+    all.insert(all.end(), std::begin(tool_codes), std::end(tool_codes));
+    return all;
 }
 
 } // namespace tlvmsg::tool

@@ -1,4 +1,4 @@
-// What goes to standard error, and the codes in it: "tlv: error[wrong-tag]: ..."; in JSON, an object each.
+// What goes to standard error, and the codes in it: "tlv: error[wrong-tag]: ...".
 #pragma once
 
 #include "tools/faults/problem.h"
@@ -7,20 +7,13 @@
 
 #include <tlvmsg/inspect.h>
 
-#include <nlohmann/json_fwd.hpp>
-
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tlvmsg::tool {
-
-// {"code", "path", "offset", "found", "allowed", "text"}; code and text of a problem, where there is one.
-nlohmann::ordered_json error_json(const tlvmsg_fault &fault);
-nlohmann::ordered_json error_json(const std::optional<Problem> &problem, const tlvmsg_fault &fault);
 
 // "path: what at byte n", and "error[code]: " before it.
 std::string fault_message(const tlvmsg_fault &fault);
@@ -43,10 +36,12 @@ void report_out_of_memory();
 
 void warn(tlvmsg_code code, std::string_view message);
 
-// What `tlv explain` explains: the codes of the library, and those of the command.
-std::vector<std::string> code_names();
+struct Explanation {
+    const char *code;
+    const char *text;
+};
 
-// Empty for what is no code.
-std::string code_text(const std::string &name);
+// What `tlv explain` explains: the codes of the library, and those of the command.
+std::vector<Explanation> explanations();
 
 } // namespace tlvmsg::tool

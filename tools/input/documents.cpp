@@ -136,9 +136,9 @@ std::string Documents::place() const { return fmt::format("{}:{}", name_, first_
 FrameFacts facts_in(const std::string &text, FrameFacts facts) {
     const Json json = Json::parse(text, nullptr, false);
     if (!json.is_object()) {
-        throw Failure(exit_malformed, fmt::format("found '{:.40}', expected JSON such as "
-                                                  "{{\"destination_port\": 9000}}",
-                                                  text));
+        throw Failure(
+            exit_malformed,
+            fmt::format("found '{:.40}', expected JSON such as {{\"destination_port\": 9000}}", text));
     }
     const std::string_view known = " source source_port destination destination_port protocol time ";
     for (const auto &[name, value] : json.items()) {

@@ -40,15 +40,12 @@ std::string foreign_format(std::string_view file) {
     constexpr Format formats[] = {
         {"\x1F\x8B"sv, "gzip", "'gzip -dc FILE | tlv ...' reads what is in it"},
         {"\x28\xB5\x2F\xFD"sv, "zstd", "'zstd -dc FILE | tlv ...' reads what is in it"},
-        {"\xFD"
-         "7zXZ\0"sv,
-         "xz", "'xz -dc FILE | tlv ...' reads what is in it"},
+        {"\3757zXZ\0"sv, "xz", "'xz -dc FILE | tlv ...' reads what is in it"},
         {"BZh"sv, "bzip2", "'bzip2 -dc FILE | tlv ...' reads what is in it"},
         {"\x04\x22\x4D\x18"sv, "lz4", "'lz4 -dc FILE | tlv ...' reads what is in it"},
         {"PK\3\4"sv, "a zip archive", "'unzip -p FILE | tlv ...' reads what is in it"},
-        {"\x7F"
-         "ELF"sv,
-         "an ELF program, library or core", "'objdump -s -j SECTION FILE | tlv ...' reads a section"},
+        {"\177ELF"sv, "an ELF program, library or core",
+         "'objdump -s -j SECTION FILE | tlv ...' reads a section"},
         {"\x89PNG"sv, "a PNG image", image},
         {"\xFF\xD8\xFF"sv, "a JPEG image", image},
         {"GIF8"sv, "a GIF image", image},

@@ -1,6 +1,7 @@
 #include "framing.h"
 
 #include "cli/failure.h"
+#include "tools/faults/faults.h"
 
 #include <fmt/format.h>
 
@@ -15,12 +16,9 @@ using namespace cli;
 namespace {
 
 std::string message_of(const tlvmsg_fault &fault) {
-    if (fault.code == TLVMSG_TRUNCATED) {
-        return fmt::format("{} of a message's {} bytes", fault.found, fault.allowed);
-    }
-    char text[TLVMSG_FAULT_TEXT];
-    tlvmsg_fault_message(&fault, text, sizeof text);
-    return text;
+    return fault.code == TLVMSG_TRUNCATED
+               ? fmt::format("{} of a message's {} bytes", fault.found, fault.allowed)
+               : fault_message(fault);
 }
 
 } // namespace

@@ -48,17 +48,14 @@ private:
     void tell(ToolCode code, std::string text, Payloads &out);
     void tell_passed(Payloads &out);
 
-    struct Free {
-        void operator()(tlvmsg_frames *frames) const { tlvmsg_frames_free(frames); }
-    };
-
     const Framing &framing_;
-    std::unique_ptr<tlvmsg_frames, Free> frames_; // null without a length
-    FrameFacts facts_;                            // of the last piece
-    size_t held_ = 0;                             // bytes of a message that is not all there yet
-    uint64_t passed_ = 0;                         // bytes that have not been told
-    uint64_t empty_ = 0;                          // messages that have not been told
-    bool incomplete_ = false;                     // what was told last; they are of that
+    std::unique_ptr<tlvmsg_frames, void (*)(tlvmsg_frames *)> frames_{nullptr,
+                                                                      tlvmsg_frames_free}; // without a length
+    FrameFacts facts_;        // of the last piece
+    size_t held_ = 0;         // bytes of a message that is not all there yet
+    uint64_t passed_ = 0;     // bytes that have not been told
+    uint64_t empty_ = 0;      // messages that have not been told
+    bool incomplete_ = false; // what was told last; they are of that
 };
 
 } // namespace tlvmsg::tool

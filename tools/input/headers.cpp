@@ -5,7 +5,6 @@
 
 #include <arpa/inet.h>
 #include <array>
-#include <iterator>
 
 namespace tlvmsg::tool {
 
@@ -17,7 +16,9 @@ constexpr int link_exported_pdu = 252;
 
 constexpr Next ethernet_frame{Layer::link, DLT_EN10MB};
 
-bool has_row(Next next);
+// Steps over a header; null where there is no step for it.
+using Skip = Next (*)(FrameFacts &facts, View &data);
+Skip skip_of(Next next);
 
 std::string hardware_address(Bytes bytes) { return fmt::format("{:02x}", fmt::join(bytes, ":")); }
 
@@ -39,11 +40,11 @@ Next skip_ethernet(FrameFacts &facts, View &frame) {
     facts.destination = hardware_address(header.first(6));
     facts.source = hardware_address(header.subspan(6, 6));
     facts.ports = {};
-    return type_or_length(number16(header, 12), frame);
+    return type_or_length(number_at(header, 12), frame);
 }
 
 Next skip_vlan(FrameFacts &, View &frame) {
-    return type_or_length(number16(frame.take(4, "VLAN"), 2), frame);
+    return type_or_length(number_at(frame.take(4, "VLAN"), 2), frame);
 }
 
 Next skip_llc(FrameFacts &, View &frame) {
@@ -55,7 +56,7 @@ Next skip_llc(FrameFacts &, View &frame) {
     }
     const Bytes snap = frame.take(5, "SNAP");
     const uint32_t organization = number32(snap, 0) >> 8;
-    const uint16_t type = number16(snap, 3);
+    const uint16_t type = number_at(snap, 3);
     const bool is_ethertype = organization == 0 || organization == 0xF8;
     return is_ethertype ? Next{Layer::ethertype, type}
                         : Next{Layer::snap, uint64_t{organization} << 16 | type};
@@ -66,7 +67,7 @@ Next skip_cooked(size_t size, size_t type_at, size_t address_at, FrameFacts &fac
     const Bytes header = frame.take(size, "Linux cooked");
     facts.source = hardware_address(header.subspan(address_at, std::min<size_t>(header[address_at - 1], 8)));
     constexpr uint16_t llc = 4;
-    const uint16_t type = number16(header, type_at);
+    const uint16_t type = number_at(header, type_at);
     return type == llc ? Next{Layer::link, link_llc} : Next{Layer::ethertype, type};
 }
 
@@ -86,16 +87,16 @@ Next skip_loopback(FrameFacts &facts, View &frame) {
 
 // Tags with a length each, up to tag 0.
 Next skip_exported_pdu(FrameFacts &, View &frame) {
-    for (Bytes tag; tag.empty() || number16(tag, 0) != 0;) {
+    for (Bytes tag; tag.empty() || number_at(tag, 0) != 0;) {
         tag = frame.take(4, "exported PDU");
-        frame.skip(number16(tag, 2));
+        frame.skip(number_at(tag, 2));
     }
     return {Layer::payload};
 }
 
 // The address and control field may have been left out, and the first byte of the protocol where that is zero.
 Next skip_ppp(FrameFacts &, View &frame) {
-    if (frame.bytes.size() >= 2 && number16(frame.bytes, 0) == 0xFF03) {
+    if (frame.bytes.size() >= 2 && number_at(frame.bytes, 0) == 0xFF03) {
         frame.skip(2);
     }
     const uint8_t first = frame.take(1, "PPP")[0];
@@ -105,7 +106,7 @@ Next skip_ppp(FrameFacts &, View &frame) {
 }
 
 Next skip_pppoe(FrameFacts &facts, View &frame) {
-    frame.end_at(std::min<size_t>(number16(frame.take(6, "PPPoE"), 4), frame.size));
+    frame.end_at(std::min<size_t>(number_at(frame.take(6, "PPPoE"), 4), frame.size));
     return skip_ppp(facts, frame);
 }
 
@@ -121,7 +122,7 @@ Next skip_mpls(FrameFacts &facts, View &frame) {
     }
     for (const size_t word : {version == 0 ? size_t{4} : size_t{0}, size_t{0}}) {
         if (frame.bytes.size() >= word + 14 &&
-            has_row({Layer::ethertype, number16(frame.bytes, word + 12)})) {
+            skip_of({Layer::ethertype, number_at(frame.bytes, word + 12)}) != nullptr) {
             frame.skip(word);
             return ethernet_frame;
         }
@@ -132,17 +133,17 @@ Next skip_mpls(FrameFacts &facts, View &frame) {
 // Either version: flags say which words of four bytes there are.
 Next skip_gre(FrameFacts &, View &packet) {
     const Bytes header = packet.take(4, "GRE");
-    const uint16_t flags = number16(header, 0);
+    const uint16_t flags = number_at(header, 0);
     for (const int optional : {0xC000, 0x2000, 0x1000, 0x0080}) {
         packet.take((flags & optional) != 0 ? 4 : 0, "GRE");
     }
-    return {Layer::ethertype, number16(header, 2)};
+    return {Layer::ethertype, number_at(header, 2)};
 }
 
 Next skip_udp(FrameFacts &facts, View &datagram) {
     const Bytes header = datagram.take(8, "UDP");
-    facts.ports = Ports{number16(header, 0), number16(header, 2)};
-    if (const size_t length = number16(header, 4); length >= header.size()) {
+    facts.ports = Ports{number_at(header, 0), number_at(header, 2)};
+    if (const size_t length = number_at(header, 4); length >= header.size()) {
         datagram.end_at(length - header.size());
     }
     constexpr uint16_t vxlan_port = 4789;
@@ -155,58 +156,51 @@ Next skip_udp(FrameFacts &facts, View &datagram) {
     return {Layer::payload};
 }
 
-// What a number stands for. A header that is not here is where the payload begins.
+// What numbers of a layer stand for. A header that is not here is where the payload begins.
 struct Row {
-    Next header;
-    Next (*skip)(FrameFacts &facts, View &data);
+    Layer layer;
+    std::initializer_list<uint64_t> numbers;
+    Skip skip;
 };
 
 constexpr Row rows[] = {
-    {{Layer::link, DLT_EN10MB}, skip_ethernet},
-    {{Layer::link, DLT_LINUX_SLL}, skip_cooked_1},
-    {{Layer::link, DLT_LINUX_SLL2}, skip_cooked_2},
-    {{Layer::link, DLT_NULL}, skip_loopback},
-    {{Layer::link, DLT_LOOP}, skip_loopback},
-    {{Layer::link, DLT_RAW}, at_ip},
-    {{Layer::link, DLT_IPV4}, at_ip},
-    {{Layer::link, DLT_IPV6}, at_ip},
-    {{Layer::link, link_raw_ip}, at_ip},
-    {{Layer::link, DLT_PPP}, skip_ppp},
-    {{Layer::link, DLT_PPP_SERIAL}, skip_ppp},
-    {{Layer::link, DLT_PPP_ETHER}, skip_pppoe},
-    {{Layer::link, DLT_MPLS}, skip_mpls},
-    {{Layer::link, link_exported_pdu}, skip_exported_pdu},
-    {{Layer::link, link_llc}, skip_llc},
+    {Layer::link, {DLT_EN10MB}, skip_ethernet},
+    {Layer::link, {DLT_LINUX_SLL}, skip_cooked_1},
+    {Layer::link, {DLT_LINUX_SLL2}, skip_cooked_2},
+    {Layer::link, {DLT_NULL, DLT_LOOP}, skip_loopback},
+    {Layer::link, {DLT_RAW, DLT_IPV4, DLT_IPV6, link_raw_ip}, at_ip},
+    {Layer::link, {DLT_PPP, DLT_PPP_SERIAL}, skip_ppp},
+    {Layer::link, {DLT_PPP_ETHER}, skip_pppoe},
+    {Layer::link, {DLT_MPLS}, skip_mpls},
+    {Layer::link, {link_exported_pdu}, skip_exported_pdu},
+    {Layer::link, {link_llc}, skip_llc},
 
-    {{Layer::ethertype, 0x0800}, at_ip},
-    {{Layer::ethertype, 0x86DD}, at_ip},
-    {{Layer::ethertype, 0x8100}, skip_vlan},
-    {{Layer::ethertype, 0x88A8}, skip_vlan},
-    {{Layer::ethertype, 0x9100}, skip_vlan},
-    {{Layer::ethertype, 0x8847}, skip_mpls},
-    {{Layer::ethertype, 0x8848}, skip_mpls},
-    {{Layer::ethertype, 0x8864}, skip_pppoe},
-    {{Layer::ethertype, 0x880B}, skip_ppp},
-    {{Layer::ethertype, 0x6558}, skip_ethernet},
+    {Layer::ethertype, {0x0800, 0x86DD}, at_ip},
+    {Layer::ethertype, {0x8100, 0x88A8, 0x9100}, skip_vlan},
+    {Layer::ethertype, {0x8847, 0x8848}, skip_mpls},
+    {Layer::ethertype, {0x8864}, skip_pppoe},
+    {Layer::ethertype, {0x880B}, skip_ppp},
+    {Layer::ethertype, {0x6558}, skip_ethernet},
 
-    {{Layer::llc, 0x06}, at_ip},
-    {{Layer::ppp, 0x0021}, at_ip},
-    {{Layer::ppp, 0x0057}, at_ip},
-    {{Layer::ppp, 0x0281}, skip_mpls},
-    {{Layer::ppp, 0x0283}, skip_mpls},
+    {Layer::llc, {0x06}, at_ip},
+    {Layer::ppp, {0x0021, 0x0057}, at_ip},
+    {Layer::ppp, {0x0281, 0x0283}, skip_mpls},
 
-    {{Layer::ip_protocol, 4}, at_ip},
-    {{Layer::ip_protocol, 17}, skip_udp},
-    {{Layer::ip_protocol, 41}, at_ip},
-    {{Layer::ip_protocol, 47}, skip_gre},
-    {{Layer::ip_protocol, 137}, skip_mpls},
+    {Layer::ip_protocol, {4, 41}, at_ip},
+    {Layer::ip_protocol, {17}, skip_udp},
+    {Layer::ip_protocol, {47}, skip_gre},
+    {Layer::ip_protocol, {137}, skip_mpls},
 };
 
-const Row *row_of(Next next) {
-    return std::find_if(std::begin(rows), std::end(rows), [&](const Row &row) { return row.header == next; });
+Skip skip_of(Next next) {
+    for (const Row &row : rows) {
+        if (row.layer == next.layer &&
+            std::find(row.numbers.begin(), row.numbers.end(), next.number) != row.numbers.end()) {
+            return row.skip;
+        }
+    }
+    return nullptr;
 }
-
-bool has_row(Next next) { return row_of(next) != std::end(rows); }
 
 // Those of users have no headers.
 bool is_users_own(Next next) { return next.number >= DLT_USER0 && next.number <= DLT_USER15; }
@@ -225,7 +219,7 @@ std::optional<IpHeader> skip_ipv4(FrameFacts &facts, View &packet) {
     View rest = packet;
     const Bytes header = rest.take(20, "IPv4");
     const size_t size = size_t{header[0]} % 16 * 4;
-    const size_t length = number16(header, 2);
+    const size_t length = number_at(header, 2);
     if (size < header.size() || (length != 0 && length < size)) {
         return std::nullopt;
     }
@@ -236,13 +230,13 @@ std::optional<IpHeader> skip_ipv4(FrameFacts &facts, View &packet) {
     facts.source = address(AF_INET, header.subspan(12));
     facts.destination = address(AF_INET, header.subspan(16));
     const uint8_t protocol = header[9];
-    return IpHeader{protocol, uint64_t{protocol} << 16 | number16(header, 4),
-                    number16(header, 6) % 0x2000 * size_t{8}, (header[6] & 0x20) != 0};
+    return IpHeader{protocol, uint64_t{protocol} << 16 | number_at(header, 4),
+                    number_at(header, 6) % 0x2000 * size_t{8}, (header[6] & 0x20) != 0};
 }
 
 IpHeader skip_ipv6(FrameFacts &facts, View &packet) {
     const Bytes header = packet.take(40, "IPv6");
-    if (const size_t length = number16(header, 4); length != 0) {
+    if (const size_t length = number_at(header, 4); length != 0) {
         packet.end_at(length);
     }
     facts.source = address(AF_INET6, header.subspan(8));
@@ -253,7 +247,7 @@ IpHeader skip_ipv6(FrameFacts &facts, View &packet) {
         return {protocol};
     }
     const Bytes extension = packet.take(8, "IPv6 fragment");
-    return {extension[0], number32(extension, 4), number16(extension, 2) / 8 * size_t{8},
+    return {extension[0], number32(extension, 4), number_at(extension, 2) / 8 * size_t{8},
             extension[3] % 2 != 0};
 }
 
@@ -288,14 +282,13 @@ std::string protocol_name(Next next, const std::string &before) {
 Next skip_layers(Next next, FrameFacts &facts, View &data) {
     for (;;) {
         facts.protocol = protocol_name(next, facts.protocol);
-        const Row *const row = row_of(next);
-        if (row != std::end(rows)) {
-            next = row->skip(facts, data);
+        if (const Skip skip = skip_of(next)) {
+            next = skip(facts, data);
         } else if (next.layer == Layer::link && !is_users_own(next)) {
-            throw Problem{ToolCode::link_type,
-                          fmt::format("the headers of link type {} are not known; give the offset where "
-                                      "messages begin",
-                                      link_name(static_cast<int>(next.number)))};
+            throw Problem{
+                ToolCode::link_type,
+                fmt::format("the headers of link type {} are not known; give the offset where messages begin",
+                            link_name(static_cast<int>(next.number)))};
         } else {
             return next;
         }
@@ -323,7 +316,7 @@ void skip_extensions(uint8_t &protocol, View &data) {
 
 TcpHeader skip_tcp(FrameFacts &facts, View &segment) {
     const Bytes header = segment.take(20, "TCP");
-    facts.ports = Ports{number16(header, 0), number16(header, 2)};
+    facts.ports = Ports{number_at(header, 0), number_at(header, 2)};
     const size_t size = size_t{header[12]} / 16 * 4;
     segment.take(std::max(size, header.size()) - header.size(), "TCP");
     return {number32(header, 4), header[13]};

@@ -14,6 +14,7 @@
 namespace tlvmsg::tool {
 
 using base::Bytes;
+using base::number_at;
 
 // Bytes of a frame, not all of which need have been captured.
 struct View {
@@ -44,12 +45,8 @@ struct View {
     }
 };
 
-inline uint16_t number16(Bytes bytes, size_t offset) {
-    return static_cast<uint16_t>(bytes[offset] << 8 | bytes[offset + 1]);
-}
-
 inline uint32_t number32(Bytes bytes, size_t offset) {
-    return uint32_t{number16(bytes, offset)} << 16 | number16(bytes, offset + 2);
+    return uint32_t{number_at(bytes, offset)} << 16 | number_at(bytes, offset + 2);
 }
 
 // "147 (USER0)"; link types are numbered as in libpcap.

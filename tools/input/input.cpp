@@ -64,12 +64,12 @@ void drop_newline(std::vector<uint8_t> &bytes) {
     }
 }
 
-void drop_front(Input &input, size_t size) {
-    if (size > input.bytes.size()) {
-        throw Failure(exit_malformed, fmt::format("{}: --offset {}, but it has {} bytes", input.name, size,
-                                                  input.bytes.size()));
+void drop_front(Message &message, size_t size) {
+    if (size > message.bytes.size()) {
+        throw Failure(exit_malformed, fmt::format("{}: --offset {}, but it has {} bytes", message.name, size,
+                                                  message.bytes.size()));
     }
-    input.bytes.erase(input.bytes.begin(), input.bytes.begin() + static_cast<std::ptrdiff_t>(size));
+    message.bytes.erase(message.bytes.begin(), message.bytes.begin() + static_cast<std::ptrdiff_t>(size));
 }
 
 } // namespace
@@ -78,7 +78,7 @@ Source::Source(const std::string &path, const InputOptions &options) : file_(fil
     File file = open_file(path);
     if (options.form == InputForm::capture || (options.form == InputForm::detect && is_capture(file.get()))) {
         packets_ = std::make_unique<Packets>(std::move(file), file_, options);
-        progress_.emplace("frames", packets_->capture().size());
+        progress_.emplace(packets_->capture().size());
         return;
     }
     if (!options.filter.empty()) {
@@ -91,13 +91,13 @@ Source::Source(const std::string &path, const InputOptions &options) : file_(fil
     }
     if (options.form == InputForm::raw ||
         (options.form == InputForm::detect && !tlvmsg_is_text(text.data(), text.size()))) {
-        inputs_.push_back({file_, file_, {text.begin(), text.end()}});
-        drop_newline(inputs_.back().bytes);
+        messages_.push_back({file_, file_, {text.begin(), text.end()}});
+        drop_newline(messages_.back().bytes);
     } else {
         read_text(text, options);
     }
-    for (Input &input : inputs_) {
-        drop_front(input, options.offset.value_or(0));
+    for (Message &message : messages_) {
+        drop_front(message, options.offset.value_or(0));
     }
 }
 
@@ -119,31 +119,32 @@ void Source::read_text(const std::string &text, const InputOptions &options) {
         const bool another = choice != nullptr && choice->line == each.line;
         choice = each.kind == TLVMSG_HEX_CANDIDATE ? &each : nullptr;
         if (!another) {
-            inputs_.push_back({file_, place, {}, each.type, false, {}, {}, each.line});
+            messages_.push_back(
+                {.file = file_, .name = place, .type_name = each.type, .alone = false, .line = each.line});
         }
         if (choice == nullptr) {
-            inputs_.back().bytes.assign(each.bytes, each.bytes + each.size);
+            messages_.back().bytes.assign(each.bytes, each.bytes + each.size);
             if (each.kind == TLVMSG_HEX_BROKEN && options.type == nullptr) {
-                inputs_.back().problem.emplace(
+                messages_.back().problem.emplace(
                     Problem{ToolCode::unknown_message, "no message type fits all of these bytes"});
             }
             continue;
         }
-        std::optional<Problem> &problem = inputs_.back().problem;
+        std::optional<Problem> &problem = messages_.back().problem;
         const std::string before = problem ? problem->text + ", or" : "the message may be";
         const std::string bytes = base::hex_pairs({each.bytes, std::min<size_t>(each.size, 8)});
         problem.emplace(
             Problem{ToolCode::ambiguous, fmt::format("{} {} bytes {}", before, each.size, bytes)});
     }
-    if (inputs_.size() == 1) {
-        inputs_.front().alone = true;
-        inputs_.front().name = inputs_.front().problem ? inputs_.front().name : file_;
+    if (messages_.size() == 1) {
+        messages_.front().alone = true;
+        messages_.front().name = messages_.front().problem ? messages_.front().name : file_;
     }
 }
 
-std::optional<Input> Source::next() {
+std::optional<Message> Source::next() {
     if (packets_ == nullptr) {
-        return given_ < inputs_.size() ? std::optional(std::move(inputs_[given_++])) : std::nullopt;
+        return given_ < messages_.size() ? std::optional(std::move(messages_[given_++])) : std::nullopt;
     }
     std::optional<Payload> payload = packets_->next();
     if (!payload) {
@@ -153,8 +154,12 @@ std::optional<Input> Source::next() {
     if (progress_->due()) {
         progress_->show(number, packets_->capture().position());
     }
-    return Input{file_, fmt::format("{}:{}", file_, number), std::move(payload->bytes),  "",
-                 false, std::move(payload->facts),           std::move(payload->problem)};
+    return Message{.file = file_,
+                   .name = fmt::format("{}:{}", file_, number),
+                   .bytes = std::move(payload->bytes),
+                   .frame = std::move(payload->facts),
+                   .problem = std::move(payload->problem),
+                   .alone = false};
 }
 
 } // namespace tlvmsg::tool

@@ -28,20 +28,24 @@ struct InputOptions : PacketOptions {
     bool skipped = false; // tell of lines of text without a message
 };
 
-struct Input {
-    std::string file;
-    std::string name; // for people: the file, or where in it: "dump.txt:12", "trace.pcap:7"
-    std::vector<uint8_t> bytes;
-    std::string type{};                // that annotated text names, or empty
-    bool alone = true;                 // the only message of its file
+// A message, or what stands where one may be.
+struct Message {
+    std::string file{};
+    std::string name{};                // for people: the file, or where in it: "dump.txt:12", "trace.pcap:7"
+    std::vector<uint8_t> bytes{};      // with a problem: all that is there
     std::optional<FrameFacts> frame{}; // of captures
-    std::optional<Problem> problem{};  // why there is no whole payload, or none that is certain
-    size_t line = 0;                   // of text: where it begins, from 1
-    size_t number = 0;                 // of the message in its file, from 1, and of frames 0
-    size_t offset = 0;                 // where it begins among messages that lie back to back
+    std::optional<Problem> problem{};  // why there is no message, or none that is certain
+    std::string type_name{};           // that annotated text has, or empty
+    const tlvmsg_type *type = nullptr; // that it is taken for; null: none is known
+    std::vector<const tlvmsg_type *> types{}; // that tie
+    bool alone = true;                        // the only message of its file
+    size_t line = 0;                          // of text: where it begins, from 1
+    size_t number = 0;                        // of the message in its file, from 1, and of frames 0
+    size_t offset = 0;                        // where it begins among messages that lie back to back
 };
 
-// The inputs of a file, one by one: a capture is never held as a whole, and what has arrived is not kept back.
+// What a file yields, one by one, of no type yet: a capture is never held as a whole, and what has arrived is not kept
+// back. Messages that lie back to back, in a file or in a frame, are one.
 class Source {
 public:
     // "-" is standard input. Throws Failure(exit_io), Failure(exit_malformed), or Failure(exit_usage) for a filter
@@ -50,7 +54,7 @@ public:
 
     // At least one, but for captures. A newline behind the last element is none of the message's bytes. Throws
     // Failure(exit_malformed) where a capture is broken.
-    std::optional<Input> next();
+    std::optional<Message> next();
 
     // Whether more may come later, from a pipe.
     bool is_live() const { return packets_ != nullptr && !packets_->capture().size(); }
@@ -59,7 +63,7 @@ private:
     void read_text(const std::string &text, const InputOptions &options);
 
     std::string file_;
-    std::vector<Input> inputs_; // of all that is no capture
+    std::vector<Message> messages_; // of all that is no capture
     size_t given_ = 0;
     std::unique_ptr<Packets> packets_; // of a capture
     std::optional<Progress> progress_;

@@ -1,4 +1,4 @@
-// How far reading has come.
+// How far reading a capture has come.
 #pragma once
 
 #include <fmt/format.h>
@@ -17,7 +17,7 @@ namespace tlvmsg::tool {
 class Progress {
 public:
     // `total` is unknown for pipes.
-    Progress(std::string what, std::optional<uint64_t> total) : what_(std::move(what)), total_(total) {}
+    explicit Progress(std::optional<uint64_t> total) : total_(total) {}
     ~Progress() {
         if (shown_) {
             std::fputs("\r\033[K", stderr);
@@ -29,9 +29,9 @@ public:
     // Whether it is time to show something.
     bool due() const { return wanted_ && Clock::now() >= next_; }
 
-    void show(uint64_t count, uint64_t done) {
+    void show(uint64_t frames, uint64_t done) {
         const std::string part = total_ && *total_ > 0 ? fmt::format(", {} %", done * 100 / *total_) : "";
-        fmt::print(stderr, "\r\033[Ktlv: {} {}{}", count, what_, part);
+        fmt::print(stderr, "\r\033[Ktlv: {} frames{}", frames, part);
         std::fflush(stderr);
         shown_ = true;
         next_ = Clock::now() + std::chrono::milliseconds(200);
@@ -40,7 +40,6 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    std::string what_;
     std::optional<uint64_t> total_;
     bool wanted_ = isatty(STDERR_FILENO) != 0 && isatty(STDOUT_FILENO) == 0;
     bool shown_ = false;

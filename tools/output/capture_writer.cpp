@@ -9,6 +9,8 @@
 #include <arpa/inet.h>
 #include <cerrno>
 #include <cstring>
+#include <iterator>
+#include <netinet/ether.h>
 
 namespace tlvmsg::tool {
 
@@ -63,12 +65,9 @@ Octets ip_address(const std::string &text) {
 
 // "02:00:00:00:00:01"; zero where there is none.
 Octets hardware_address(const std::string &text) {
-    Octets bytes;
-    for (size_t at = 0; at + 2 <= text.size(); at += 3) {
-        bytes += static_cast<char>(base::number_of(std::string_view(text).substr(at, 2), 16).value_or(0));
-    }
-    bytes.resize(6, '\0');
-    return bytes;
+    ether_addr address{};
+    ether_aton_r(text.c_str(), &address);
+    return {std::begin(address.ether_addr_octet), std::end(address.ether_addr_octet)};
 }
 
 struct Ends {

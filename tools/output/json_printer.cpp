@@ -1,9 +1,8 @@
 // As JSON: alone, or as the member of a frame's object.
-#include "frame_line.h"
+#include "message_line.h"
 #include "printer.h"
 
 #include "base/hex.h"
-#include "tools/faults/faults.h"
 #include "tools/results.h"
 #include "tools/types/lookup.h"
 
@@ -17,70 +16,67 @@ class JsonPrinter : public Printer {
 public:
     explicit JsonPrinter(const PrintOptions &options) : options_(options) {}
 
-    void message(const Input &input, const Reading &reading, const tlvmsg_verdict &verdict,
-                 const any_record &record) override {
-        const std::string text = value_of(to_json(record, layout(input)));
-        if (is_alone(input)) {
+    void message(const Message &message, const tlvmsg_verdict &verdict, const any_record &record) override {
+        const std::string text = value_of(to_json(record, layout(message)));
+        if (is_alone(message)) {
             return print(text + "\n");
         }
-        JsonLine line = line_of(input, reading);
+        JsonLine line = line_of(message);
         line.json("message", text);
         if (verdict.extent.deviations > 0) {
             line.number("deviations", verdict.extent.deviations);
-            line.json("tolerated", error_json(verdict.extent.first_deviation).dump());
+            line.json("tolerated", error_line({}, verdict.extent.first_deviation).object());
         }
-        if (verdict.extent.consumed < reading.bytes.size()) {
-            line.number("trailing_bytes", reading.bytes.size() - verdict.extent.consumed);
+        if (verdict.extent.consumed < message.bytes.size()) {
+            line.number("trailing_bytes", message.bytes.size() - verdict.extent.consumed);
         }
         print(line.line());
     }
 
-    size_t untyped(const Input &input, const Reading &reading) override {
-        const bool alone = is_alone(input);
-        const std::string line = alone ? "" : line_of(input, reading).object();
+    size_t untyped(const Message &message) override {
+        const bool alone = is_alone(message);
+        const std::string line = alone ? "" : line_of(message).object();
         print(alone ? "" : line.substr(0, line.size() - 1) + ",\"message\":");
         const size_t end = print_told(
-            [&](auto sink) { return untyped_to_json(reading.bytes, sink, layout(input), type_set()); });
+            [&](auto sink) { return untyped_to_json(message.bytes, sink, layout(message), type_set()); });
         print(alone ? "\n" : "}\n");
         return end;
     }
 
-    void refused(const Input &input, const Reading &reading, const tlvmsg_fault &fault) override {
-        const bool partial = options_.partial && reading.type != nullptr;
+    void refused(const Message &message, const tlvmsg_fault &fault) override {
+        const bool partial = options_.partial && message.type != nullptr;
         const std::string text =
-            partial ? value_of(partial_to_json(*reading.type, reading.bytes, layout(input).indent)) : "";
-        if (is_alone(input)) {
+            partial ? value_of(partial_to_json(*message.type, message.bytes, layout(message).indent)) : "";
+        if (is_alone(message)) {
             return print(text.empty() ? "" : text + "\n");
         }
-        JsonLine line = line_of(input, reading);
-        if (!reading.types.empty()) {
-            nlohmann::json names;
-            for (const tlvmsg_type *type : reading.types) {
-                names.push_back(type->name);
-            }
-            line.json("types", names.dump());
+        JsonLine line = line_of(message);
+        if (!message.types.empty()) {
+            line.json("types", nlohmann::json(names_of(message.types)).dump());
         }
         if (!text.empty()) {
             line.json("partial", text);
         }
-        print(line.json("error", error_json(reading.problem, fault).dump()).line());
+        print(line.json("error", error_line(message.problem, fault).object()).line());
     }
 
 private:
     // Its message is all that is printed, so that it needs no name.
-    bool is_alone(const Input &input) const { return !input.frame && input.alone && !options_.several; }
-
-    tlvmsg_json_options layout(const Input &input) const {
-        return {options_.compact || !is_alone(input) ? 0U : 2U, 0, {}};
+    bool is_alone(const Message &message) const {
+        return !message.frame && message.alone && !options_.several;
     }
 
-    JsonLine line_of(const Input &input, const Reading &reading) const {
-        JsonLine line = input_line(input, options_.several);
-        if (reading.type != nullptr) {
-            line.text("type", reading.type->name);
+    tlvmsg_json_options layout(const Message &message) const {
+        return {options_.compact || !is_alone(message) ? 0U : 2U, 0, {}};
+    }
+
+    JsonLine line_of(const Message &message) const {
+        JsonLine line = message_line(message, options_.several);
+        if (message.type != nullptr) {
+            line.text("type", message.type->name);
         }
         if (options_.bytes) {
-            line.text("bytes", base::hex_digits(reading.bytes));
+            line.text("bytes", base::hex_digits(message.bytes));
         }
         return line;
     }

@@ -28,14 +28,13 @@ public:
     virtual ~Printer() = default;
 
     // What decoders accept, with all that they tolerate.
-    virtual void message(const Input &input, const Reading &reading, const tlvmsg_verdict &verdict,
-                         const any_record &record) = 0;
+    virtual void message(const Message &message, const tlvmsg_verdict &verdict, const any_record &record) = 0;
 
     // Elements by their tags. Gives how many bytes whole elements take.
-    virtual size_t untyped(const Input &input, const Reading &reading) = 0;
+    virtual size_t untyped(const Message &message) = 0;
 
-    // What they refuse; and a frame that has no message, with its problem in the reading.
-    virtual void refused(const Input &input, const Reading &reading, const tlvmsg_fault &fault) = 0;
+    // What they refuse; and a frame that has no message, but a problem.
+    virtual void refused(const Message &message, const tlvmsg_fault &fault) = 0;
 };
 
 std::unique_ptr<Printer> make_json_printer(const PrintOptions &options);

@@ -1,10 +1,11 @@
 // As rows of a table, a message each: a JSON object in a line, or CSV of one type.
-#include "frame_line.h"
+#include "message_line.h"
 #include "printer.h"
 
 #include "base/json.h"
-#include "tools/faults/faults.h"
 #include "tools/results.h"
+
+#include <tlvmsg/record.h>
 
 #include <fmt/ranges.h>
 
@@ -21,9 +22,6 @@ using Json = nlohmann::ordered_json;
 
 constexpr std::string_view whole = "message"; // what paths begin with
 
-// A name and what stands there, as JSON.
-using Cells = std::vector<std::pair<std::string, std::string>>;
-
 // A value in a message: what is between the dots of its path are objects.
 struct Column {
     std::string path; // "message.led_control.color"
@@ -38,22 +36,16 @@ void add_columns(const tlvmsg_type *type, const std::string &path, std::vector<C
         std::replace(place.begin(), place.end(), '.', '/');
         columns.push_back({path, type, Json::json_pointer(place)});
     }
-    for (uint32_t i = 0; i < type->member_count; ++i) {
-        const tlvmsg_member &member = type->members[i];
-        const bool counts_next = (member.flags & TLVMSG_SHARED_WITH_NEXT) != 0 &&
-                                 tlvmsg_type_is_dynamic(type->members[i + 1].type);
-        if (!counts_next) {                             // as the array itself does
-            const bool is_whole = *member.path == '\0'; // a union whose alternatives stand in its owner
-            add_columns(member.type, is_whole ? path : path + "." + member.path, columns);
+    for (tlvmsg_field field{}; tlvmsg_next_field(type, nullptr, &field);) {
+        if (field.alternative != nullptr || type->kind != TLVMSG_UNION ||
+            path != whole) { // which lacks its selector
+            add_columns(field.type, fmt::format("{}.{}", path, field.name), columns);
         }
-    }
-    for (uint32_t i = 0; i < type->alternative_count; ++i) {
-        add_columns(type->alternatives[i].type, path + "." + type->alternatives[i].name, columns);
     }
 }
 
-// In a column all have the same kind: what may be a name is text, and so are bytes. Null where an alternative is not
-// chosen.
+// In a column all have the same kind: what may be a name is text, and so are bytes. Empty where an alternative is
+// not chosen.
 std::string cell(const Json &message, const Column &column) {
     Json value = message.contains(column.place) ? message[column.place] : Json();
     if (column.type->enumerator_count > 0 && value.is_number()) {
@@ -61,25 +53,20 @@ std::string cell(const Json &message, const Column &column) {
     } else if (tlvmsg_type_is_bytes(column.type) && value.is_object()) {
         value = "\\x" + value.value("hex", "");
     }
-    return base::json_text(value);
+    return value.is_null() ? "" : base::json_text(value);
 }
 
-// What is known of an input: the same cells for all, whether they are captures or not.
-Cells facts_of(const Input &input, const tlvmsg_type *type) {
-    const auto text = [](std::string_view value) { return value.empty() ? "null" : json_string(value); };
-    Cells cells{{"file", text(input.file)}, {"name", text(input.name)}};
-    for_each_fact(input.frame.value_or(FrameFacts{}), [&](std::string_view name, const std::string &json) {
-        cells.emplace_back(name, json.empty() ? "null" : json);
-    });
-    cells.emplace_back("type", text(type != nullptr ? type->name : ""));
-    return cells;
+// What is known of a message: the same for all, whether they are of captures or not.
+JsonLine facts_of(const Message &message) {
+    JsonLine line;
+    line.text("file", message.file).text("name", message.name);
+    return line.facts(message.frame.value_or(FrameFacts{}))
+        .json("type", message.type != nullptr ? json_string(message.type->name) : "");
 }
 
-// As a field of CSV: null is empty, texts are themselves, and the rest is JSON.
+// As a field of CSV: texts are themselves, and the rest is JSON.
 std::string csv_field(const std::string &json) {
-    const std::string text = json == "null"          ? ""
-                             : json.starts_with('"') ? Json::parse(json).get<std::string>()
-                                                     : json;
+    const std::string text = json.starts_with('"') ? Json::parse(json).get<std::string>() : json;
     if (text.find_first_of("\",\r\n") == text.npos) {
         return text;
     }
@@ -94,63 +81,61 @@ class RowPrinter : public Printer {
 public:
     explicit RowPrinter(const tlvmsg_type *csv_type) : csv_type_(csv_type) {
         if (csv_type != nullptr) {
-            Cells names;
-            for (auto &[name, value] : row({}, csv_type, {}, nullptr)) {
-                names.emplace_back("", json_string(name));
+            const JsonLine columns = row({.type = csv_type}, {}, {});
+            JsonLine names;
+            for (const auto &[name, value] : columns.members()) {
+                names.text("", name);
             }
             put(names);
         }
     }
 
-    void message(const Input &input, const Reading &reading, const tlvmsg_verdict &verdict,
-                 const any_record &record) override {
-        if (csv_type_ == nullptr || csv_type_ == reading.type) {
-            const size_t trailing = reading.bytes.size() - verdict.extent.consumed;
-            put(row(input, reading.type, {verdict.extent.deviations, trailing},
-                    Json::parse(value_of(to_json(record)))));
+    void message(const Message &message, const tlvmsg_verdict &verdict, const any_record &record) override {
+        if (csv_type_ == nullptr || csv_type_ == message.type) {
+            put(row(message, verdict.extent, Json::parse(value_of(to_json(record)))));
         }
     }
 
-    size_t untyped(const Input &input, const Reading &) override {
-        throw Failure(exit_usage, fmt::format("{}: a row has the columns of a type: -t TYPE", input.name));
+    size_t untyped(const Message &message) override {
+        throw Failure(exit_usage, fmt::format("{}: a row has the columns of a type: -t TYPE", message.name));
     }
 
     // A table has no line for it: the exit status tells.
-    void refused(const Input &input, const Reading &reading, const tlvmsg_fault &fault) override {
-        Cells cells = facts_of(input, reading.type);
-        const Json error = error_json(reading.problem, fault);
-        for (const auto &[name, value] : error.items()) {
-            cells.emplace_back("error." + name, base::json_text(value));
+    void refused(const Message &message, const tlvmsg_fault &fault) override {
+        JsonLine line = facts_of(message);
+        const JsonLine error = error_line(message.problem, fault);
+        for (const auto &[name, value] : error.members()) {
+            line.json("error." + name, value);
         }
         if (csv_type_ == nullptr) {
-            put(cells);
+            put(line);
         }
     }
 
 private:
-    Cells row(const Input &input, const tlvmsg_type *type, std::pair<size_t, size_t> tolerated,
-              const Json &message) {
-        std::vector<Column> &columns = columns_[type];
+    JsonLine row(const Message &message, const tlvmsg_extent &extent, const Json &values) {
+        std::vector<Column> &columns = columns_[message.type];
         if (columns.empty()) {
-            add_columns(type, std::string(whole), columns);
+            add_columns(message.type, std::string(whole), columns);
         }
-        Cells cells = facts_of(input, type);
-        cells.emplace_back("deviations", std::to_string(tolerated.first));
-        cells.emplace_back("trailing_bytes", std::to_string(tolerated.second));
+        JsonLine line = facts_of(message);
+        line.number("deviations", extent.deviations);
+        line.number("trailing_bytes", message.bytes.size() - extent.consumed);
         for (const Column &column : columns) {
-            cells.emplace_back(column.path, cell(message, column));
+            line.json(column.path, cell(values, column));
         }
-        return cells;
+        return line;
     }
 
-    void put(const Cells &cells) const {
-        JsonLine line;
-        std::vector<std::string> fields;
-        for (const auto &[name, value] : cells) {
-            csv_type_ == nullptr ? static_cast<void>(line.json(name, value))
-                                 : fields.push_back(csv_field(value));
+    void put(const JsonLine &line) const {
+        if (csv_type_ == nullptr) {
+            return print(line.object("null") + "\n");
         }
-        print(csv_type_ == nullptr ? line.line() : fmt::format("{}\n", fmt::join(fields, ",")));
+        std::vector<std::string> fields;
+        for (const auto &[name, value] : line.members()) {
+            fields.push_back(csv_field(value));
+        }
+        print(fmt::format("{}\n", fmt::join(fields, ",")));
     }
 
     const tlvmsg_type *csv_type_; // null: JSON

@@ -1,26 +1,26 @@
 #include "summary.h"
 
-#include "json_line.h"
-
-#include "tools/words.h"
+#include "message_line.h"
 
 #include <fmt/format.h>
 
 namespace tlvmsg::tool {
 
-void Summary::add(const Reading &reading, const tlvmsg_verdict &verdict) {
-    if (reading.problem) {
-        const Loss loss = reading.problem->loss;
+void Summary::add(const Message &message, const tlvmsg_verdict &verdict) {
+    if (message.problem) {
+        const Loss loss = message.problem->loss;
         gaps_ += loss == Loss::gap ? 1 : 0;
         without_ += loss == Loss::none ? 1 : 0;
         if (loss == Loss::possible) {
-            ++faults_[code_name(reading.problem->code)];
+            ++faults_[code_name(message.problem->code)];
         }
     } else if (verdict.fit == TLVMSG_FITS_NOT) {
         ++faults_[tlvmsg_code_name(verdict.fault.code)];
-    } else if (verdict.type != nullptr) {
+    } else {
         ++messages_;
-        ++types_[verdict.type->name];
+        if (message.type != nullptr) {
+            ++types_[message.type->name];
+        }
         deviating_ += verdict.extent.deviations > 0 ? 1 : 0;
     }
 }

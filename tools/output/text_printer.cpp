@@ -1,5 +1,5 @@
 // As lines: "led_control.slot = 2", below a heading where there are several messages.
-#include "frame_line.h"
+#include "message_line.h"
 #include "printer.h"
 
 #include "base/hex.h"
@@ -19,34 +19,33 @@ class TextPrinter : public Printer {
 public:
     explicit TextPrinter(const PrintOptions &options) : options_(options) {}
 
-    void message(const Input &input, const Reading &reading, const tlvmsg_verdict &verdict,
-                 const any_record &record) override {
-        print(heading(input, options_.several, reading.type));
+    void message(const Message &message, const tlvmsg_verdict &verdict, const any_record &record) override {
+        print(heading(message, options_.several, message.type));
         print_told([&](auto sink) { return to_text(record, sink); });
-        if (input.frame && verdict.extent.deviations > 0) {
+        if (message.frame && verdict.extent.deviations > 0) {
             const tlvmsg_fault &first = verdict.extent.first_deviation;
             print(fmt::format("# tolerated[{}]: {}\n", tlvmsg_code_name(first.code), fault_message(first)));
         }
-        bytes(input, reading);
+        bytes(message);
     }
 
-    size_t untyped(const Input &input, const Reading &reading) override {
-        print(heading(input, options_.several));
-        return print_told([&](auto sink) { return untyped_to_text(reading.bytes, sink, {}, type_set()); });
+    size_t untyped(const Message &message) override {
+        print(heading(message, options_.several));
+        return print_told([&](auto sink) { return untyped_to_text(message.bytes, sink, {}, type_set()); });
     }
 
-    void refused(const Input &input, const Reading &reading, const tlvmsg_fault &fault) override {
-        if (input.frame) {
-            print(heading(input, options_.several, reading.type));
-            print(reading.problem ? problem_lines(reading) : fmt::format("# {}\n", fault_text(fault)));
+    void refused(const Message &message, const tlvmsg_fault &fault) override {
+        if (message.frame) {
+            print(heading(message, options_.several, message.type));
+            print(message.problem ? problem_lines(message) : fmt::format("# {}\n", fault_text(fault)));
         }
-        bytes(input, reading);
+        bytes(message);
     }
 
 private:
-    void bytes(const Input &input, const Reading &reading) const {
-        if (input.frame && options_.bytes) {
-            print(fmt::format("# bytes {}\n", base::hex_digits(reading.bytes)));
+    void bytes(const Message &message) const {
+        if (message.frame && options_.bytes) {
+            print(fmt::format("# bytes {}\n", base::hex_digits(message.bytes)));
         }
     }
 

@@ -17,34 +17,13 @@ namespace {
 
 using base::Bytes;
 
-const tlvmsg_type *named_type(const Input &input) {
-    if (input.type.empty()) {
-        return nullptr;
-    }
-    const tlvmsg_type *const type = type_by_name(input.type);
-    if (type == nullptr) {
-        throw Failure(exit_malformed, fmt::format("{}: no type is called '{}'", input.name, input.type));
+const tlvmsg_type *named_type(const Message &message) {
+    const tlvmsg_type *const type = message.type_name.empty() ? nullptr : type_by_name(message.type_name);
+    if (type == nullptr && !message.type_name.empty()) {
+        throw Failure(exit_malformed,
+                      fmt::format("{}: no type is called '{}'", message.name, message.type_name));
     }
     return type;
-}
-
-Reading tied(Bytes bytes, const tlvmsg_part &part) {
-    return {
-        bytes,
-        nullptr,
-        Problem{ToolCode::ambiguous, fmt::format("{} types fit these {} bytes; -t or --type-of says which",
-                                                 part.type_count, part.size)},
-        {part.types, part.types + part.type_count}};
-}
-
-// The messages that fill the payload.
-std::vector<Reading> messages_in(Bytes payload) {
-    std::vector<Reading> readings;
-    for (const tlvmsg_part &part : value_of(divide(payload, type_set()))) {
-        const Bytes bytes = payload.subspan(part.offset, part.size);
-        readings.push_back(part.type_count == 1 ? Reading{bytes, part.types[0]} : tied(bytes, part));
-    }
-    return readings;
 }
 
 // Whether a message may have begun there: its first element is one of ours, and whole.
@@ -57,11 +36,12 @@ bool begins_as_ours(Bytes payload) {
 Problem nothing_fits(const FrameFacts &facts, Bytes payload) {
     const Loss loss = begins_as_ours(payload) ? Loss::possible : Loss::none;
     if (facts.protocol == "tcp") {
-        return {ToolCode::segment,
-                fmt::format("{} bytes of a stream that are no whole message; --framing says how messages are "
-                            "delimited",
-                            payload.size()),
-                loss};
+        return {
+            ToolCode::segment,
+            fmt::format(
+                "{} bytes of a stream that are no whole message; --framing says how messages are delimited",
+                payload.size()),
+            loss};
     }
     if (payload.empty()) {
         return {ToolCode::unknown_message, "no bytes behind the headers", loss};
@@ -73,81 +53,8 @@ Problem nothing_fits(const FrameFacts &facts, Bytes payload) {
             loss};
 }
 
-// Cuts a file's bytes where messages begin.
-class Cutter {
-public:
-    Cutter(const Input &input, const tlvmsg_type *type) : input_(input), type_(type) {}
-
-    std::vector<Input> parts() {
-        for (size_t at = 0; at < input_.bytes.size();) {
-            const Bytes rest = Bytes(input_.bytes).subspan(at);
-            const size_t end = end_of(rest);
-            add(at, end);
-            at += end;
-            if (at < input_.bytes.size() && other_ != nullptr) {
-                add(at, input_.bytes.size() - at);
-                parts_.back().problem = Problem{
-                    ToolCode::unknown_message,
-                    fmt::format("a whole {} stands behind a message of type {}", other_->name, type_->name)};
-                break;
-            }
-        }
-        return named();
-    }
-
-    void add(size_t at, size_t size) {
-        Input part{input_.file, input_.name, {}, input_.type};
-        const auto first = input_.bytes.begin() + static_cast<std::ptrdiff_t>(at);
-        part.bytes.assign(first, first + static_cast<std::ptrdiff_t>(size));
-        part.line = input_.line;
-        part.offset = at;
-        parts_.push_back(std::move(part));
-    }
-
-    std::vector<Input> named() {
-        for (Input &each : parts_) {
-            each.alone = input_.alone && parts_.size() == 1;
-            each.name = parts_.size() == 1 ? input_.name : fmt::format("{}@{}", input_.name, each.offset);
-        }
-        return std::move(parts_);
-    }
-
-private:
-    // Of the message that begins there.
-    size_t end_of(Bytes rest) {
-        tlvmsg_verdict verdict;
-        const tlvmsg_fit fit = tlvmsg_judge(type_, rest.data(), rest.size(), nullptr, &verdict);
-        const size_t consumed = fit == TLVMSG_FITS_PART ? verdict.extent.consumed : 0;
-        if (fit == TLVMSG_FITS || rest.size() - consumed < base::header_size) {
-            return rest.size();
-        }
-        const Bytes header = Bytes(input_.bytes).first(base::header_size);
-        const auto from =
-            rest.begin() + static_cast<std::ptrdiff_t>(consumed > 0 ? consumed : base::header_size);
-        const bool same_tag = consumed > 0 && std::equal(from, from + 2, header.begin());
-        const auto next = same_tag ? from : std::search(from, rest.end(), header.begin(), header.end());
-        if (next == from && consumed > 0) {
-            return consumed;
-        }
-        if (consumed > 0) {
-            const Bytes between(rest.begin() + static_cast<std::ptrdiff_t>(consumed), next);
-            const list<tlvmsg_part> others = value_of(divide(between, type_set()));
-            other_ = others.size() > 0 ? others[0].types[0] : nullptr;
-            if (other_ != nullptr || next != rest.end()) {
-                return consumed;
-            }
-        }
-        return static_cast<size_t>(next - rest.begin());
-    }
-
-    const Input &input_;
-    const tlvmsg_type *type_;
-    const tlvmsg_type *other_ = nullptr; // whose message follows
-    std::vector<Input> parts_;
-};
-
-} // namespace
-
+// Whether a body of so many bytes, of which these have come, is a message that somebody configured or several that are
+// known, or may be the beginning of that. What it says no to can be read all the same, where a body is known to be.
 bool may_be_read(const FrameFacts &facts, Bytes there, size_t size, const Typing &typing) {
     const tlvmsg_type *const type =
         typing.type != nullptr ? typing.type : typing.rules.type_for(facts, there);
@@ -160,45 +67,140 @@ bool may_be_read(const FrameFacts &facts, Bytes there, size_t size, const Typing
            tlvmsg_fits_messages(const_cast<tlvmsg_type_set *>(type_set()), there.data(), there.size(), size);
 }
 
-std::vector<Input> back_to_back(Input input, const Typing &typing) {
-    std::vector<Input> parts;
-    const tlvmsg_type *const type = typing.type != nullptr ? typing.type : named_type(input);
-    if (!input.frame && !input.problem && type != nullptr) {
-        parts = Cutter(input, type).parts();
-    } else if (!input.frame && !input.problem) {
-        Cutter cutter(input, nullptr);
-        const list<tlvmsg_part> found = value_of(divide(input.bytes, type_set()));
-        for (const tlvmsg_part &each : found) {
-            cutter.add(each.offset, each.size);
-        }
-        parts = cutter.named();
-    }
-    if (parts.size() < 2) {
-        parts.clear();
-        parts.push_back(std::move(input));
-    }
-    return parts;
+InputOptions configured(InputOptions options, const Typing &typing) {
+    options.type = typing.type != nullptr ? typing.type : typing.of_files;
+    options.framing.fits = [&typing](const FrameFacts &facts, Bytes there, size_t size) {
+        return may_be_read(facts, there, size, typing);
+    };
+    return options;
 }
 
-std::vector<Reading> read(const Input &input, const Typing &typing) {
-    if (input.problem) {
-        return {{input.bytes, nullptr, input.problem}};
-    }
-    const tlvmsg_type *type = typing.type != nullptr ? typing.type : named_type(input);
-    if (type == nullptr && input.frame) {
-        type = typing.rules.type_for(*input.frame, input.bytes);
-        if (type == nullptr) {
-            std::vector<Reading> readings = messages_in(input.bytes);
-            if (readings.empty()) {
-                readings.push_back({input.bytes, nullptr, nothing_fits(*input.frame, input.bytes)});
+// Divides what a source gives into its messages.
+class Parts {
+public:
+    Parts(Message whole, const Typing &typing)
+        : bytes_(std::exchange(whole.bytes, {})), whole_(std::move(whole)), type_(type_of(typing)),
+          divided_(!whole_.problem && !(whole_.frame && (type_ != nullptr || typing.whole_frames))) {}
+
+    std::vector<Message> all() {
+        if (divided_) {
+            type_ != nullptr ? cut_at_headers() : divide_all();
+        }
+        if (parts_.empty()) {
+            add(0, bytes_.size(), whole_.problem ? nullptr : type_);
+        }
+        if (!parts_[0].frame && parts_.size() > 1) {
+            for (Message &each : parts_) {
+                each.name = fmt::format("{}@{}", each.name, each.offset);
+                each.alone = false;
             }
-            return readings;
+        }
+        return std::move(parts_);
+    }
+
+private:
+    const tlvmsg_type *type_of(const Typing &typing) const {
+        const tlvmsg_type *const type = typing.type != nullptr ? typing.type : named_type(whole_);
+        return type != nullptr ? type
+               : whole_.frame  ? typing.rules.type_for(*whole_.frame, bytes_)
+                               : typing.of_files;
+    }
+
+    // One that has all of the bytes takes them along.
+    Message &add(size_t at, size_t size, const tlvmsg_type *type) {
+        const bool is_all = size == bytes_.size();
+        is_all ? parts_.push_back(std::move(whole_)) : parts_.push_back(whole_);
+        Message &part = parts_.back();
+        const Bytes bytes = Bytes(bytes_).subspan(at, size);
+        part.bytes = is_all ? std::move(bytes_) : std::vector<uint8_t>(bytes.begin(), bytes.end());
+        part.offset = at;
+        part.type = type;
+        return part;
+    }
+
+    // Into messages of any types, which only frames are then taken for.
+    void divide_all() {
+        for (const tlvmsg_part &each : value_of(divide(bytes_, type_set()))) {
+            Message &part = add(each.offset, each.size, nullptr);
+            if (part.frame && each.type_count == 1) {
+                part.type = each.types[0];
+            } else if (part.frame) {
+                part.types.assign(each.types, each.types + each.type_count);
+                part.problem = Problem{ToolCode::ambiguous,
+                                       fmt::format("{} types fit these {} bytes; -t or --type-of says which",
+                                                   each.type_count, each.size)};
+            }
+        }
+        if (parts_.empty() && whole_.frame) {
+            whole_.problem = nothing_fits(*whole_.frame, bytes_);
         }
     }
-    return {{input.bytes, type}};
+
+    void cut_at_headers() {
+        for (size_t at = 0; at < bytes_.size();) {
+            const size_t size = size_of_first(Bytes(bytes_).subspan(at));
+            add(at, size, type_);
+            at += size;
+            if (at < bytes_.size() && other_ != nullptr) {
+                add(at, bytes_.size() - at, nullptr).problem = Problem{
+                    ToolCode::unknown_message,
+                    fmt::format("a whole {} stands behind a message of type {}", other_->name, type_->name)};
+                break;
+            }
+        }
+    }
+
+    // Of the message that begins there; also finds whether one of another type follows.
+    size_t size_of_first(Bytes rest) {
+        tlvmsg_verdict verdict;
+        const tlvmsg_fit fit = tlvmsg_judge(type_, rest.data(), rest.size(), nullptr, &verdict);
+        const size_t consumed = fit == TLVMSG_FITS_PART ? verdict.extent.consumed : 0;
+        if (fit == TLVMSG_FITS || rest.size() - consumed < base::header_size) {
+            return rest.size();
+        }
+        const Bytes header = Bytes(bytes_).first(base::header_size);
+        const auto from =
+            rest.begin() + static_cast<std::ptrdiff_t>(consumed > 0 ? consumed : base::header_size);
+        const bool same_tag = consumed > 0 && std::equal(from, from + 2, header.begin());
+        const auto next = same_tag ? from : std::search(from, rest.end(), header.begin(), header.end());
+        if (next != from && consumed > 0) {
+            const auto others = value_of(divide(Bytes(from, next), type_set()));
+            other_ = others.size() > 0 ? others[0].types[0] : nullptr;
+        }
+        return consumed > 0 && (other_ != nullptr || next != rest.end())
+                   ? consumed
+                   : static_cast<size_t>(next - rest.begin());
+    }
+
+    std::vector<uint8_t> bytes_;
+    Message whole_; // without them
+    const tlvmsg_type *type_;
+    bool divided_;
+    const tlvmsg_type *other_ = nullptr; // whose message follows
+    std::vector<Message> parts_;
+};
+
+} // namespace
+
+Messages::Messages(const std::string &path, const InputOptions &options, const Typing &typing)
+    : typing_(typing), source_(path, configured(options, typing)) {}
+
+std::optional<Message> Messages::next() {
+    if (given_ == parts_.size()) {
+        std::optional<Message> whole = source_.next();
+        if (!whole) {
+            return std::nullopt;
+        }
+        parts_ = Parts(std::move(*whole), typing_).all();
+        given_ = 0;
+    }
+    Message part = std::move(parts_[given_++]);
+    part.number = part.frame ? 0 : ++number_;
+    return part;
 }
 
-any_record decode(const tlvmsg_type &type, Bytes bytes, tlvmsg_verdict &verdict) {
+any_record decode(const tlvmsg_type &type, const Message &message, tlvmsg_verdict &verdict) {
+    const Bytes bytes = message.bytes;
     if (tlvmsg_judge(&type, bytes.data(), bytes.size(), nullptr, &verdict) == TLVMSG_FITS_NOT) {
         return {};
     }

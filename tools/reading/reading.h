@@ -1,10 +1,14 @@
 /*
- * What an input is taken for.
+ * What is in a file is taken for messages.
  *
- * A file is one message, of the type that -t or the annotated text names, or of none: then its elements are
- * named by their tags. The payload of a frame is a message of a type that somebody configured, with the tolerance
- * that decoders have; or else one or several messages that fill it without a deviation and that no other types
- * fit. What is neither is a problem with a name, never a guess.
+ * A file is of the type that -t or the annotated text names, or of none: then its elements are named by their tags.
+ * The payload of a frame is a message of a type that somebody configured, with the tolerance that decoders have; or
+ * else one or several messages that fill it without a deviation and that no other types fit. What is neither is a
+ * problem with a name, never a guess.
+ *
+ * A file's messages may lie back to back. With a type, another one begins where a header of its first element stands;
+ * what is broken ends there, too. What else is behind a message stays with it, since newer peers may have sent it,
+ * unless a whole message of another type is there: that is a problem. Without a type they are divided as payloads are.
  */
 #pragma once
 
@@ -15,7 +19,6 @@
 #include <tlvmsg/tlvmsg_forms.hpp>
 
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -24,31 +27,29 @@ namespace tlvmsg::tool {
 // What the command line says about types.
 struct Typing {
     const tlvmsg_type *type = nullptr; // null when not given
-    TypeRules rules;
+    TypeRules rules{};
+    const tlvmsg_type *of_files = nullptr; // of what is no capture and names none; null when not given
+    bool whole_frames = false;             // whose payloads are not divided
 };
 
-struct Reading {
-    std::span<const uint8_t> bytes;           // of the message, or of all that is there
-    const tlvmsg_type *type = nullptr;        // null: by tags, or see the problem
-    std::optional<Problem> problem{};         // why there is no message
-    std::vector<const tlvmsg_type *> types{}; // that tie
+// The messages of a file, one by one; each is an own part of its bytes.
+class Messages {
+public:
+    // Keeps the typing by reference. Throws as Source does.
+    Messages(const std::string &path, const InputOptions &options, const Typing &typing);
+
+    std::optional<Message> next();
+    bool is_live() const { return source_.is_live(); }
+
+private:
+    const Typing &typing_;
+    Source source_;
+    std::vector<Message> parts_; // of what the source gave last
+    size_t given_ = 0;
+    size_t number_ = 0; // of messages that are no frames
 };
-
-// Whether a body of so many bytes, of which these have come, is a message that somebody configured or several that are
-// known, or may be the beginning of that. What it says no to can be read all the same, where a body is known to be.
-bool may_be_read(const FrameFacts &facts, std::span<const uint8_t> there, size_t size, const Typing &typing);
-/*
- * The messages of a file that lie back to back, an input each; frames and what has a problem stay as they are. With a
- * type, another message begins where a header of its first element stands; what is broken ends there, too. What else is
- * behind a message stays with it, since newer peers may have sent it, unless a whole message of another type is there:
- * that is a problem. Without a type they are divided as payloads are.
- */
-std::vector<Input> back_to_back(Input input, const Typing &typing);
-
-// At least one, in the order of the bytes, which are the input's.
-std::vector<Reading> read(const Input &input, const Typing &typing);
 
 // Decodes a message, unless it does not fit: the record is empty then.
-any_record decode(const tlvmsg_type &type, std::span<const uint8_t> bytes, tlvmsg_verdict &verdict);
+any_record decode(const tlvmsg_type &type, const Message &message, tlvmsg_verdict &verdict);
 
 } // namespace tlvmsg::tool

@@ -31,12 +31,9 @@ void TypeRules::add(std::string_view line) {
             return;
         }
     }
-    throw Failure(
-        exit_usage,
-        fmt::format(
-            "'{}' says no message's type; udp/PORT=TYPE, tcp/PORT=TYPE, ethertype/N=TYPE, ip/N=TYPE or "
-            "msg_type=N=TYPE does",
-            line));
+    throw Failure(exit_usage, fmt::format("'{}' says no message's type; udp/PORT=TYPE, tcp/PORT=TYPE, "
+                                          "ethertype/N=TYPE, ip/N=TYPE or msg_type=N=TYPE does",
+                                          line));
 }
 
 void TypeRules::add_file(const std::string &path) {

@@ -13,7 +13,6 @@
 #include <cstring>
 #include <fnmatch.h>
 #include <optional>
-#include <span>
 #include <sstream>
 
 namespace tlvmsg::tool {
@@ -55,18 +54,12 @@ std::vector<std::string> wanted_files() {
 }
 
 std::string not_found(const std::string &name, const std::vector<const tlvmsg_type *> &like) {
-    std::vector<std::string_view> names;
-    for (const tlvmsg_type *type : like.empty() ? all_types() : like) {
-        names.emplace_back(type->name);
-    }
     if (like.size() > 1) {
-        const size_t listed = std::min<size_t>(names.size(), 8), others = names.size() - listed;
-        return fmt::format(
-            "several types are like '{}': {}{}", name, fmt::join(std::span(names).first(listed), ", "),
-            others > 0 ? fmt::format(" and {} more; 'tlv types {}' lists them", others, name) : "");
+        return fmt::format("several types are like '{}': {}{}", name, some_names(like),
+                           like.size() > most_named ? fmt::format("; 'tlv types {}' lists them", name) : "");
     }
-    const std::string meant =
-        like.empty() ? base::did_you_mean(name, names) : fmt::format("did you mean '{}'?", names[0]);
+    const std::string meant = like.empty() ? base::did_you_mean(name, names_of(all_types()))
+                                           : fmt::format("did you mean '{}'?", like[0]->name);
     const char *const lists = type_set() == nullptr
                                   ? "'tlv types' lists them all, and --schema FILE has those of a file"
                                   : "'tlv types' lists all that the schema has";
@@ -106,6 +99,20 @@ const tlvmsg_type *find_type(const std::string &name, Spelling spelling) {
         }
     }
     throw Failure(exit_usage, not_found(name, like));
+}
+
+std::vector<std::string_view> names_of(std::span<const tlvmsg_type *const> types) {
+    std::vector<std::string_view> names;
+    for (const tlvmsg_type *type : types) {
+        names.emplace_back(type->name);
+    }
+    return names;
+}
+
+std::string some_names(std::span<const tlvmsg_type *const> types) {
+    const size_t listed = std::min(types.size(), most_named), others = types.size() - listed;
+    return fmt::format("{}{}", fmt::join(names_of(types.first(listed)), ", "),
+                       others == 0 ? "" : fmt::format(" and {} more", others));
 }
 
 std::vector<const tlvmsg_type *> types_like(const TypeFilter &filter) {

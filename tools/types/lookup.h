@@ -4,6 +4,7 @@
 #include <tlvmsg/forms/types.h>
 
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,6 +31,12 @@ enum class Spelling { exact, part };
 
 // By name or, in decimal or 0x hex, by tag. Throws Failure(exit_usage) that suggests what may be meant.
 const tlvmsg_type *find_type(const std::string &name, Spelling spelling = Spelling::exact);
+
+std::vector<std::string_view> names_of(std::span<const tlvmsg_type *const> types);
+
+// "a, b and 3 more": most_named of their names at most, for a line that people read.
+constexpr size_t most_named = 8;
+std::string some_names(std::span<const tlvmsg_type *const> types);
 
 // Which types; what is empty or null leaves the choice open. Upper case means the same as lower case.
 struct TypeFilter {

@@ -176,7 +176,7 @@ local function step(slot, name, tree, before)
     depth = depth - 1
 end
 
-function read.scalar(slot, tree) number(slot.type.reads, slot.type.width, tree, slot.field) end
+function read.scalar(slot, tree) number(slot.type.reads, slot.type.size, tree, slot.field) end
 
 local function enumerator(slot, tree) number(ENUMERATOR_TAG, 4, tree, slot.field) end
 
@@ -214,7 +214,7 @@ local function add_bytes(tree, shown, label, from, count)
     if visible and not text:find("[^ -~]") then item:set_text(label .. ': "' .. text .. '"') end
 end
 
-local items = {} -- of arrays
+local items = {} -- of arrays, by what stands for them
 
 function items.bytes(slot, tree, count, stop)
     need(at, count)
@@ -228,7 +228,7 @@ function items.bytes(slot, tree, count, stop)
 end
 
 function items.packed(slot, tree, count)
-    local width = slot.item.type.width
+    local width = slot.item.type.size
     need(at, count * width)
     for i = 0, tree and count - 1 or -1 do
         numbered(tree:add(slot.field, tvb:range(at + i * width, width)), visible and i)
@@ -249,20 +249,19 @@ local function array(slot, tree, stop, before)
     if count > most then
         local what = type.capacity and "capacity" or "field"
         give_up(REFUSED, "count-exceeds-" .. what, at - 2, count, ("%.0f"):format(most))
-    elseif type.count_width and before and before ~= count then
+    elseif type.is_dynamic and before and before ~= count then
         deviate(tree, "count-mismatch", at - 2, before, count)
     end
     depth = depth - 1
-    if type.count_width then -- the block that a decoder takes for the items
-        if not type.item_size then need(at, count) end
-        allocated = allocated + (type.item_size and count * type.item_size or count + 1)
+    if type.is_dynamic then -- the block that a decoder takes for the items
+        if type.are == "bytes" then need(at, count) end
+        allocated = allocated + (type.are == "bytes" and count + 1 or count * slot.item.type.size)
         if allocated > limit then give_up(REFUSED, "allocation-limit", at - 2, allocated, limit) end
     end
-    items[type.kind](slot, tree, count, stop)
+    items[type.are](slot, tree, count, stop)
 end
 
-function read.bytes(slot, tree, before) enclose(ARRAY_TAG, slot, tree, array, before) end
-read.packed, read.elements = read.bytes, read.bytes
+function read.array(slot, tree, before) enclose(ARRAY_TAG, slot, tree, array, before) end
 
 local types, by_tag, tag_names = {}, {}, {}
 
@@ -274,36 +273,36 @@ local function literal(...)
     return (table.concat(bytes):gsub("%p", "%%%0"))
 end
 
--- Gives the pattern and how many bytes it finds; nothing for other types.
+-- Gives the pattern; nothing for other types.
 local function layout(type)
-    if type.kind == "scalar" then return literal(type.reads, type.width) .. ("."):rep(type.width), HEADER + type.width end
-    if type.kind == "enumeration" then return literal(type.tag, 8, ENUMERATOR_TAG, 4) .. "....", HEADER + 8 end
-    local parts, sum = {}, 0
+    local length = type.min_encoded - HEADER
+    if type.kind == "scalar" then return literal(type.reads, length) .. ("."):rep(length) end
+    if type.kind == "enumeration" then return literal(type.tag, 8, ENUMERATOR_TAG, 4) .. "...." end
+    local parts = {}
     for i, member in ipairs(type.members or {}) do
-        local part, part_size = layout(types[member[2]])
-        if not part then return nil end
-        parts[i], sum = part, sum + part_size
+        parts[i] = layout(types[member.type])
+        if not parts[i] then return nil end
     end
     local inside = table.concat(parts)
-    if type.kind == "message" then return inside, sum end
-    if type.kind == "structure" then return literal(type.tag, sum) .. inside, HEADER + sum end
+    return type.kind == "message" and inside or type.kind == "structure" and literal(type.tag, length) .. inside
 end
 
 -- `above` is what the field's name begins with; the tree calls it by the label behind that.
 local function slot_of(type, name, above, label, doc)
-    local slot, full = { type = type, name = name, label = label, read = read[type.kind] }, join(above, label)
+    local slot, full = { type = type, name = name, label = label }, join(above, label)
+    slot.read = read[type.kind] or read.array
     if type.kind == "scalar" then
         slot.field = field(type.name == "char" and "uint8" or type.name, full, label, base.DEC, nil, nil, doc)
     elseif type.kind == "enumeration" then
         slot.field = field("uint32", full, label, base.DEC, type.values, nil, doc)
-    elseif type.kind == "bytes" then
+    elseif type.are == "bytes" then
         slot.field = field("bytes", full, label, base.NONE, doc)
     elseif type.kind == "union" then
         slot.chosen = {}
         for _, each in ipairs(type.alternatives) do
-            local alternative = slot_of(types[each[2]], each[1], above, join(label, each[1]))
-            alternative.ends_by_length = each[4]
-            for _, value in ipairs(each[3]) do slot.chosen[value] = alternative end
+            local alternative = slot_of(types[each.type], each.name, above, join(label, each.name))
+            alternative.ends_by_length = table.concat(each.flags or {}, " "):find("end_by_length")
+            for _, value in ipairs(each.values) do slot.chosen[value] = alternative end
         end
     elseif type.element then
         slot.item = slot_of(types[type.element], nil, above, label, doc)
@@ -316,7 +315,16 @@ end
 
 for _, type in ipairs(tables.types) do
     types[type.name] = type
-    if type.tag then by_tag[type.tag], tag_names[type.tag] = type, type.name end
+    if type.element then
+        type.is_dynamic = not type.capacity
+        type.are = type.kind:find("byte") and "bytes" or type.packed and "packed" or "elements"
+    elseif type.tag then
+        by_tag[type.tag], tag_names[type.tag] = type, type.name
+    end
+    for _, each in ipairs(type.enumerators or {}) do
+        type.values = type.values or {}
+        type.values[each.value] = each.name
+    end
 end
 for _, type in ipairs(tables.types) do
     local pattern = layout(type)
@@ -327,8 +335,8 @@ for _, type in ipairs(tables.types) do
     local before
     type.slot = slot_of(type, type.name, "", type.name, type.doc)
     for i, member in ipairs(type.members or {}) do
-        local slot = slot_of(types[member[2]], member[1], type.name, member[1], member[3])
-        if before and (slot.chosen or slot.type.count_width) then before.feeds = before.type.width or 4 end
+        local slot = slot_of(types[member.type], member.path or "", type.name, member.path or "", member.doc)
+        if before and (slot.chosen or slot.type.is_dynamic) then before.feeds = before.type.size end
         type.members[i], before = slot, slot
     end
 end
@@ -548,10 +556,10 @@ function proto.prefs_changed()
 end
 
 -- Where a flawless session header has the number that is the message's type.
-local session, number_at = types[tables.session[1]], 0
+local session, number_at = types.app_sess_hdr, 0
 for _, slot in ipairs(session and session.members or {}) do
-    number_at = number_at + HEADER + (slot.type.width or 8)
-    if slot.name == tables.session[2] then break end
+    number_at = number_at + slot.type.min_encoded
+    if slot.name == "msg_type" then break end
 end
 
 local function configured(pinfo, from)

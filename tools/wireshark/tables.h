@@ -1,14 +1,14 @@
-// The schema as Lua tables, for the dissector.
+// The dissector.
 #pragma once
 
 #include <string>
 
 namespace tlvmsg::tool {
 
-// A statement of Lua that makes a local `tables`: all types to choose from, for a protocol of that name.
-std::string wireshark_tables(const std::string &name);
+// Of all types to choose from, for a protocol of that name, as a file of Lua.
+std::string wireshark_dissector(const std::string &name);
 
-// What stands behind it, the same for all types.
-extern const char wireshark_dissector[];
+// What is in it behind the tables, the same for all types.
+extern const char dissector_code[];
 
 } // namespace tlvmsg::tool

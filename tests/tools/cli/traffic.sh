@@ -91,6 +91,10 @@ run decode --flat traffic.pcap; equal "$(jq -r 'select(.type) | [keys_unsorted[]
 equal "$(jq -c 'select(.type | not) | .["error.code"]' out | sort | uniq -c)" "$(tlv decode traffic.pcap | jq -c 'select(.error) | .error.code' | sort | uniq -c)"
 run decode --summary traffic.pcap
 equal "$(tail -n 1 out | jq -c '.summary | [.messages, .types.'$big', .faults.fragment]')" "[$(grep -c '"message":' out),$(grep -c "\"$big\",\"message\"" out),1]"
+run decode --csv $message small.bin; equal "$(cut -d, -f2,12 out)" "name,type
+small.bin,$message" # of which files are, too
+cat small.bin <(head -c 50 small.bin) >tags.bin
+run decode --summary small.bin tags.bin; equal "$(tail -n 1 out)" '{"summary":{"messages":1,"types":{},"deviating":0,"faults":{"truncated":1},"without":0,"gaps":0}}'
 run verify --summary traffic.pcap; prints '^#        1 error\[cut\]'
 for path in ip_address.message.address.ipv4 svrm_ip_addr_msg_message.message.address.dhcp_info.dhcp; do
     tlv sample "${path%%.*}" >some.bin; run decode -t "${path%%.*}" --flat some.bin; is 0
