@@ -1,6 +1,7 @@
 #include "input.h"
 
 #include "file.h"
+#include "frame_text.h"
 
 #include "base/element.h"
 #include "base/hex.h"
@@ -107,6 +108,9 @@ void Source::read_text(const std::string &text, const InputOptions &options) {
         fail(found.fault, fmt::format("{}: line {}", file_, found.fault.line),
              "; --in raw takes it as it is");
     }
+    if (options.form == InputForm::detect && read_frames({found->begin(), found->end()}, options)) {
+        return;
+    }
     const tlvmsg_hex_message *choice = nullptr; // the one before, where several may be the message
     for (const tlvmsg_hex_message &each : *found) {
         const std::string place = fmt::format("{}:{}", file_, each.line);
@@ -142,6 +146,23 @@ void Source::read_text(const std::string &text, const InputOptions &options) {
     }
 }
 
+// Whether all that the text holds are frames, which are then read as a capture's are.
+bool Source::read_frames(std::span<const tlvmsg_hex_message> found, const InputOptions &options) {
+    std::vector<Bytes> frames;
+    for (const tlvmsg_hex_message &each : found) {
+        if (each.kind != TLVMSG_HEX_NONE) {
+            frames.emplace_back(each.bytes, each.size);
+        }
+    }
+    const std::optional<int> link_type = link_type_of(frames);
+    if (link_type) {
+        packets_ = std::make_unique<Packets>(capture_of(frames, *link_type), file_, options);
+        progress_.emplace(packets_->capture().size());
+        timed_ = false;
+    }
+    return link_type.has_value();
+}
+
 std::optional<Message> Source::next() {
     if (packets_ == nullptr) {
         return given_ < messages_.size() ? std::optional(std::move(messages_[given_++])) : std::nullopt;
@@ -150,6 +171,7 @@ std::optional<Message> Source::next() {
     if (!payload) {
         return std::nullopt;
     }
+    payload->facts.timed = timed_;
     const uint64_t number = payload->facts.number;
     if (progress_->due()) {
         progress_->show(number, packets_->capture().position());

@@ -7,11 +7,13 @@
 #include "packets.h"
 #include "progress.h"
 
+#include <tlvmsg/forms.h>
 #include <tlvmsg/types.h>
 
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -61,11 +63,13 @@ public:
 
 private:
     void read_text(const std::string &text, const InputOptions &options);
+    bool read_frames(std::span<const tlvmsg_hex_message> found, const InputOptions &options);
 
     std::string file_;
     std::vector<Message> messages_; // of all that is no capture
     size_t given_ = 0;
-    std::unique_ptr<Packets> packets_; // of a capture
+    std::unique_ptr<Packets> packets_; // of a capture, or of a dump of frames
+    bool timed_ = true;
     std::optional<Progress> progress_;
 };
 

@@ -30,6 +30,7 @@ struct FrameFacts {
     std::string destination{};
     std::optional<Ports> ports{};
     std::string protocol{}; // the innermost known: "udp", "ip 89", "ethertype 0x88B5"; empty when none is
+    bool timed = true;      // dumps of frames have no times
 };
 
 struct Payload {

@@ -25,7 +25,7 @@ JsonLine &JsonLine::facts(const FrameFacts &facts) {
     const auto integer = [](bool known, size_t value) { return known ? std::to_string(value) : ""; };
     members_.reserve(16);
     json("frame", integer(is_frame, facts.number));
-    json("time", is_frame ? fmt::format("{}.{:09}", facts.seconds, facts.nanoseconds) : "");
+    json("time", is_frame && facts.timed ? fmt::format("{}.{:09}", facts.seconds, facts.nanoseconds) : "");
     json("length", integer(is_frame, facts.length));
     json("captured", integer(is_frame, facts.captured));
     json("source", string(facts.source));
