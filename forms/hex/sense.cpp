@@ -17,20 +17,29 @@ constexpr tlvmsg_limits strict{0, true, {}};
 
 } // namespace
 
-bool Sense::are_messages(const std::vector<uint8_t> &bytes) const {
+Sense::Judged Sense::judged(const Bytes &bytes) const {
+    tlvmsg_verdict verdict{};
+    for (size_t at = 0; at < bytes.size(); at += verdict.extent.consumed) {
+        const uint8_t *const rest = bytes.data() + at;
+        tlvmsg_judge(options_.type, rest, bytes.size() - at, nullptr, &verdict);
+        if (verdict.fit == TLVMSG_FITS_NOT || verdict.extent.consumed == 0) {
+            return {false, std::nullopt};
+        }
+        if (verdict.extent.deviations > 0) {
+            tlvmsg_judge(options_.type, rest, verdict.extent.consumed, &strict, &verdict);
+            return {true, at + verdict.fault.offset};
+        }
+    }
+    return {true, std::nullopt};
+}
+
+bool Sense::are_messages(const Bytes &bytes) const {
     if (bytes.empty()) {
         return false;
     }
-    if (const tlvmsg_type *const type = options_.type; type != nullptr) {
-        tlvmsg_verdict verdict{};
-        for (size_t at = 0; at < bytes.size(); at += verdict.extent.consumed) {
-            tlvmsg_judge(type, bytes.data() + at, bytes.size() - at, nullptr, &verdict);
-            if (verdict.fit == TLVMSG_FITS_NOT || verdict.extent.deviations > 0 ||
-                verdict.extent.consumed == 0) {
-                return false;
-            }
-        }
-        return true;
+    if (options_.type != nullptr) {
+        const Judged judgement = judged(bytes);
+        return judgement.fits && !judgement.deviation;
     }
     tlvmsg_part *parts = nullptr;
     size_t count = 0;
@@ -41,7 +50,7 @@ bool Sense::are_messages(const std::vector<uint8_t> &bytes) const {
     return count > 0;
 }
 
-bool Sense::accepts(const std::vector<uint8_t> &bytes) const {
+bool Sense::accepts(const Bytes &bytes) const {
     if (options_.type == nullptr && bytes.size() > header_size &&
         header_size + number_at(bytes, 2) == bytes.size()) {
         const tlvmsg_type *const element = tlvmsg_type_set_by_tag(options_.set, number_at(bytes, 0));
@@ -53,23 +62,7 @@ bool Sense::accepts(const std::vector<uint8_t> &bytes) const {
     return are_messages(bytes);
 }
 
-std::optional<size_t> Sense::deviates_at(const std::vector<uint8_t> &bytes) const {
-    tlvmsg_verdict verdict{};
-    for (size_t at = 0; options_.type != nullptr && at < bytes.size(); at += verdict.extent.consumed) {
-        const uint8_t *const rest = bytes.data() + at;
-        if (tlvmsg_judge(options_.type, rest, bytes.size() - at, nullptr, &verdict) == TLVMSG_FITS_NOT ||
-            verdict.extent.consumed == 0) {
-            return std::nullopt;
-        }
-        if (verdict.extent.deviations > 0) {
-            tlvmsg_judge(options_.type, rest, verdict.extent.consumed, &strict, &verdict);
-            return at + verdict.fault.offset;
-        }
-    }
-    return std::nullopt;
-}
-
-bool Sense::begins(const std::vector<uint8_t> &bytes) const {
+bool Sense::begins(const Bytes &bytes) const {
     if (bytes.size() < header_size) {
         return false;
     }
