@@ -1,6 +1,7 @@
 #include "forms/bytes/untyped.h"
 
-#include <tlvmsg/forms/verdict.h>
+#include "forms/bytes/understood.h"
+
 #include <tlvmsg/record.h>
 
 #include <fmt/format.h>
@@ -13,12 +14,6 @@ namespace tlvmsg::forms {
 namespace {
 
 constexpr size_t count_size = 6;
-
-// Only the element's own bytes are looked at: what an element is does not depend on what follows it.
-bool is_accepted(const tlvmsg_type *type, Bytes own) {
-    constexpr tlvmsg_limits strict{0, true, {}};
-    return tlvmsg_judge(type, own.data(), own.size(), &strict, nullptr) == TLVMSG_FITS;
-}
 
 // The count behind an array's header.
 std::optional<size_t> count_of(Bytes bytes, const Element &array) {
@@ -37,7 +32,8 @@ public:
         UntypedElement read{element, UntypedKind::opaque, tlvmsg_type_set_by_tag(set_, element.tag), {}};
         if (read.type != nullptr && read.type->kind == TLVMSG_SCALAR) {
             read.kind = element.length == read.type->size ? UntypedKind::number : UntypedKind::opaque;
-        } else if (read.type != nullptr && is_accepted(read.type, element.own(bytes_))) {
+        } else if (read.type != nullptr && fits_strictly(read.type, element.own(bytes_))) {
+            // Only its own bytes are looked at: what an element is does not depend on what follows it.
             read.kind = UntypedKind::typed;
         } else if (element.tag == array_tag) {
             read_array(read, depth);
