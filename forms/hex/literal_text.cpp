@@ -158,29 +158,16 @@ private:
 
     // Numbers to the bracket that closes the list. Where something else follows, it is looked at for itself.
     void list(char open) {
-        constexpr size_t fewest = 4; // between parentheses, which calls have as well
         const char close = open == '[' ? ']' : open == '{' ? '}' : ')';
+        const size_t fewest = open == '('   ? 4
+                              : open == '[' ? 2
+                                            : 1; // between parentheses calls have some as well
         const size_t first = at_++;
         Literal found{{}, {}, line_, line_, true, true};
         std::vector<int64_t> values;
-        size_t count = 0;
-        bool commas = false;
-        for (skip_white(); at_ < text_.size() && text_[at_] != close; skip_white()) {
-            const std::string_view word = number_word(text_.substr(at_));
-            const bool number =
-                !word.empty() && base::is_digit(word[word[0] == '-' && word.size() > 1 ? 1 : 0]);
-            if (!number || (!commas && count <= 1 && !may_be_listed(word))) {
-                return;
-            }
-            at_ += word.size();
-            ++count;
-            add(word, found, values);
-            repeat(found, values);
-            skip_white();
-            if (at_ < text_.size() && contains(",;", text_[at_])) {
-                commas = true;
-                ++at_;
-            }
+        const std::optional<size_t> count = numbers(close, found, values);
+        if (!count) {
+            return;
         }
         const bool closed = at_ < text_.size();
         at_ += closed ? 1 : 0;
@@ -189,9 +176,40 @@ private:
         if (!closed) {
             refuse(found, found.text, " has no end");
         }
-        if (count >= (open == '(' ? fewest : open == '[' ? 2 : 1)) {
+        if (*count >= fewest) {
             finish(first, found, values);
         }
+    }
+
+    // How many they are; nothing where something else stands among them.
+    std::optional<size_t> numbers(char close, Literal &found, std::vector<int64_t> &values) {
+        size_t count = 0;
+        bool commas = false; // behind any
+        bool comma = true;   // or the bracket, before this one
+        size_t line = line_; // of the one before
+        std::string_view undivided;
+        for (skip_white(); at_ < text_.size() && text_[at_] != close; skip_white()) {
+            const std::string_view word = number_word(text_.substr(at_));
+            const bool number =
+                !word.empty() && base::is_digit(word[word[0] == '-' && word.size() > 1 ? 1 : 0]);
+            if (!number || (!commas && count <= 1 && !may_be_listed(word))) {
+                return std::nullopt;
+            }
+            undivided = undivided.empty() && !comma && line == line_ ? word : undivided;
+            at_ += word.size();
+            ++count;
+            add(word, found, values);
+            repeat(found, values);
+            line = line_;
+            skip_white();
+            comma = at_ < text_.size() && contains(",;", text_[at_]);
+            commas = commas || comma;
+            at_ += comma ? 1 : 0;
+        }
+        if (commas && !undivided.empty()) {
+            refuse(found, undivided, " has no comma before it, as others have");
+        }
+        return count;
     }
 
     // Digits with a zero before them, and without commas, are hex.
