@@ -170,12 +170,12 @@ private:
                 reversed = reversed && shows_trimmed(line.beside, other);
             }
         }
-        const int sense = straight == reversed ? sense_.of(all) : 2;
-        if (sense == 2) {
+        const Match match = straight == reversed ? sense_.of(all) : Match::whole;
+        if (match == Match::whole) {
             return reversed && !straight;
         }
         const DumpLine &first = lines_.front();
-        reversed = straight && sense_.of(all_reversed) > sense && (told || first.colon);
+        reversed = straight && sense_.of(all_reversed) > match && (told || first.colon);
         if (!reversed && (!straight || (!told && !first.colon))) {
             fail(first.groups.empty() ? first.offset : first.groups[0],
                  std::string(" may be a word in the byte order of a machine") + remedy);

@@ -105,7 +105,7 @@ size_t even_count(std::span<const Group> groups) {
 }
 
 // The bytes of groups, and also those behind a few that may belong to the words before.
-void add_run(std::span<const Group> groups, const Sense &sense, std::vector<Bytes> &runs) {
+void add_run(std::span<const Group> groups, const Sense &sense, std::vector<Judged> &runs) {
     constexpr size_t smallest = 4;
     constexpr size_t most_before = 4;
     for (size_t skipped = 0; skipped <= std::min(most_before, groups.size()); ++skipped) {
@@ -113,13 +113,14 @@ void add_run(std::span<const Group> groups, const Sense &sense, std::vector<Byte
         if (field.bytes.size() < smallest) {
             return;
         }
-        if (skipped == 0 || sense.accepts(field.bytes)) {
-            runs.push_back(std::move(field.bytes));
+        Judged run = sense.judged(std::move(field.bytes));
+        if (skipped == 0 || run.match == Match::whole) {
+            runs.push_back(std::move(run));
         }
     }
 }
 
-void add_hex_runs(std::string_view line, const Sense &sense, std::vector<Bytes> &runs) {
+void add_hex_runs(std::string_view line, const Sense &sense, std::vector<Judged> &runs) {
     const auto in_word = [&](size_t at) { return at < line.size() && base::is_letter_or_digit(line[at]); };
     for (size_t at = 0; at < line.size();) {
         Groups groups;
@@ -144,7 +145,7 @@ void add_hex_runs(std::string_view line, const Sense &sense, std::vector<Bytes> 
 constexpr std::string_view base64_digits =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/-_";
 
-void add_base64_runs(std::string_view line, const Sense &sense, std::vector<Bytes> &runs) {
+void add_base64_runs(std::string_view line, const Sense &sense, std::vector<Judged> &runs) {
     constexpr size_t smallest = 11;
     for (size_t at = 0; at < line.size();) {
         const size_t digits = std::min(line.find_first_not_of(base64_digits, at), line.size()) - at;
@@ -157,8 +158,8 @@ void add_base64_runs(std::string_view line, const Sense &sense, std::vector<Byte
             if (!bytes) { // what is cut shows that there was more
                 bytes = base64_field(line.substr(at, digits / 4 * 4));
             }
-            if (bytes && sense.of(*bytes) > 0) {
-                runs.push_back(std::move(*bytes));
+            if (Judged run = sense.judged(bytes.value_or(Bytes())); run.match != Match::none) {
+                runs.push_back(std::move(run));
             }
         }
         at += std::max<size_t>(size, 1);
@@ -191,13 +192,13 @@ std::optional<Field> hex_field(std::string_view text, const Sense &sense) {
         return whole;
     }
     Field even = first < groups.size() ? bytes_of(all.subspan(first)) : Field{{}, text, ""};
-    const int sense_whole = whole.place.empty() ? sense.of(whole.bytes) : 0;
-    const int sense_even = even.place.empty() ? sense.of(even.bytes) : 0;
-    if (sense_whole == sense_even) {
+    const Match match_whole = whole.place.empty() ? sense.of(whole.bytes) : Match::none;
+    const Match match_even = even.place.empty() ? sense.of(even.bytes) : Match::none;
+    if (match_whole == match_even) {
         return whole.place.empty() ? Field{{}, groups[0].digits, " may be bytes, or a word before them"}
                                    : whole;
     }
-    return sense_whole > sense_even ? whole : even;
+    return match_whole > match_even ? whole : even;
 }
 
 std::optional<Bytes> base64_field(std::string_view text) {
@@ -220,8 +221,8 @@ std::optional<Bytes> base64_field(std::string_view text) {
     return bytes;
 }
 
-std::vector<Bytes> runs_in(std::string_view line, const Sense &sense) {
-    std::vector<Bytes> runs;
+std::vector<Judged> runs_in(std::string_view line, const Sense &sense) {
+    std::vector<Judged> runs;
     add_hex_runs(line, sense, runs);
     add_base64_runs(line, sense, runs);
     return runs;

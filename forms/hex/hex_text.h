@@ -14,7 +14,7 @@ struct HexMessage {
     Bytes bytes;
     std::string_view type{}; // that annotated text names, or empty
     tlvmsg_hex_kind kind = TLVMSG_HEX_MESSAGE;
-    int sense = 0; // what the types make of the bytes, as far as they were asked
+    Match match = Match::none; // as far as the types were asked
 };
 
 using HexMessages = std::vector<HexMessage>;
@@ -43,7 +43,7 @@ std::optional<Field> hex_field(std::string_view text, const Sense &sense);
 std::optional<Bytes> base64_field(std::string_view text);
 
 // All runs of hex and of base64 between other characters, with at least four bytes each, or eight of base64.
-std::vector<Bytes> runs_in(std::string_view line, const Sense &sense);
+std::vector<Judged> runs_in(std::string_view line, const Sense &sense);
 
 inline void append(Bytes &all, const Bytes &more) { all.insert(all.end(), more.begin(), more.end()); }
 

@@ -20,11 +20,9 @@ enum class Form {
     none     // a line of words
 };
 
-struct Item {
+struct Item : Judged {
     Form form;
     TextLine line;
-    Bytes bytes{};
-    int sense = 0;       // what the types make of them
     Field wrong{};       // what the line would be bytes but for
     bool grave = false;  // and it is too long to be words
     bool apart = false;  // an empty line precedes
@@ -106,18 +104,13 @@ private:
         return !goes_on && std::ranges::all_of(own, &Literal::plain);
     }
 
-    void add(Form form, const TextLine &line, Bytes bytes, int sense) {
-        items_.push_back({form, line, std::move(bytes), sense});
-    }
-
-    void add(Form form, const TextLine &line, Bytes bytes) {
-        const int sense = sense_.of(bytes);
-        add(form, line, std::move(bytes), sense);
+    void add(Form form, const TextLine &line, Judged bytes) {
+        items_.push_back({std::move(bytes), form, line});
     }
 
     void add_none(const TextLine &line, Field wrong = {}, size_t size = 0) {
         constexpr size_t enough = 24;
-        items_.push_back({Form::none, line, {}, 0, std::move(wrong), size >= enough});
+        items_.push_back({{}, Form::none, line, std::move(wrong), size >= enough});
     }
 
     void read_line(const TextLine &line, Literals literals) {
@@ -132,17 +125,18 @@ private:
         const std::string_view said = without_label(line.text);
         std::optional<Field> field = hex_field(said, sense_);
         if (said.starts_with("\\") && said.size() > 2) { // maybe a string without quotation marks
-            Field string = unescaped(said.substr(0, said.find_last_not_of('\\') + 1));
-            if (string.place.empty() && !string.bytes.empty() &&
-                (!field || !field->place.empty() || sense_.of(string.bytes) > sense_.of(field->bytes))) {
-                add(Form::string, line, std::move(string.bytes));
+            const Field content = unescaped(said.substr(0, said.find_last_not_of('\\') + 1));
+            Judged string = sense_.judged(content.bytes);
+            if (content.place.empty() && !string.bytes.empty() &&
+                (!field || !field->place.empty() || string.match > sense_.of(field->bytes))) {
+                add(Form::string, line, std::move(string));
                 return true;
             }
         }
         if (field && !field->place.empty()) {
             add_none(line, std::move(*field), said.size());
         } else if (field) {
-            add(Form::digits, line, std::move(field->bytes));
+            add(Form::digits, line, sense_.judged(std::move(field->bytes)));
         } else {
             return read_base64(line, said);
         }
@@ -151,14 +145,18 @@ private:
 
     bool read_base64(const TextLine &line, std::string_view said) {
         std::optional<Bytes> bytes = base64_field(said);
-        const int sense = bytes ? sense_.of(*bytes) : 0;
-        const bool goes_on =
-            bytes && !items_.empty() && items_.back().form == Form::digits && said.size() <= base64_width_;
-        if (sense > 0 || goes_on) {
-            base64_width_ = said.size();
-            add(Form::digits, line, std::move(*bytes), sense);
+        if (!bytes) {
+            return false;
         }
-        return sense > 0 || goes_on;
+        Judged judged = sense_.judged(std::move(*bytes));
+        const bool goes_on =
+            !items_.empty() && items_.back().form == Form::digits && said.size() <= base64_width_;
+        if (judged.match == Match::none && !goes_on) {
+            return false;
+        }
+        base64_width_ = said.size();
+        add(Form::digits, line, std::move(judged));
+        return true;
     }
 
     // Literals that a line consists of, with names, brackets and calls around them.
@@ -207,7 +205,7 @@ private:
                 add_none(line, each, each.text.size());
             } else if (joined && &each != &literals.front() && !each.list) {
                 append(items_.back().bytes, each.bytes);
-                items_.back().sense = sense_.of(items_.back().bytes);
+                items_.back().match = sense_.of(items_.back().bytes);
             } else {
                 add(each.list || each.sure ? Form::literal : Form::string, line, meant(each));
             }
@@ -216,59 +214,65 @@ private:
     }
 
     // Digits of hex or of base64 are what tools of Python print in a literal.
-    Bytes meant(const Literal &literal) const {
+    Judged meant(const Literal &literal) const {
+        Judged own = sense_.judged(literal.bytes);
         if (literal.list) {
-            return literal.bytes;
+            return own;
         }
         const std::string text(literal.bytes.begin(), literal.bytes.end());
         const std::optional<Field> field = hex_field(text, sense_);
-        const std::optional<Bytes> other =
+        const std::optional<Bytes> digits =
             field && field->place.empty() ? std::optional(field->bytes) : base64_field(text);
-        return other && sense_.of(*other) > sense_.of(literal.bytes) ? *other : literal.bytes;
+        Judged other = sense_.judged(digits.value_or(Bytes()));
+        return other.match > own.match ? other : own;
     }
 
     // All that may be bytes between words.
-    std::vector<Bytes> candidates(std::string_view line, Literals literals) const {
-        std::vector<Bytes> runs = runs_in(line, sense_);
+    std::vector<Judged> candidates(std::string_view line, Literals literals) const {
+        std::vector<Judged> runs = runs_in(line, sense_);
         for (const Literal &each : literals) {
             runs.push_back(meant(each));
             const std::string text(each.bytes.begin(), each.bytes.end());
             if (!each.list && contains(text, '\\')) { // escaped twice, as JSON does with what is escaped
                 const std::vector<Literal> inside = literals_in(text);
-                runs.push_back(inside.empty() ? unescaped(text).bytes : inside[0].bytes);
+                runs.push_back(sense_.judged(inside.empty() ? unescaped(text).bytes : inside[0].bytes));
             }
         }
         if (const size_t escape = line.find("\\x"); escape != line.npos && literals.empty()) {
             const std::string_view from = line.substr(escape);
-            runs.push_back(unescaped(from.substr(0, from.find_first_of(" \t\"'"))).bytes);
+            const std::string_view run = from.substr(0, from.find_first_of(" \t\"'"));
+            runs.push_back(sense_.judged(unescaped(run).bytes));
         }
         return runs;
     }
 
     // What a type accepts of these; or else what begins like a message.
     void read_words(const TextLine &line, Literals literals) {
-        std::vector<Bytes> accepted;
-        Bytes longest;
-        for (Bytes &each : candidates(line.text, literals)) {
-            const int sense = sense_.of(each);
-            if (sense == 2 && std::ranges::find(accepted, each) == accepted.end()) {
-                accepted.push_back(std::move(each));
-            } else if (sense == 1 && each.size() >= 2 * header_size && each.size() > longest.size()) {
+        std::vector<Judged> whole;
+        Judged longest;
+        for (Judged &each : candidates(line.text, literals)) {
+            if (each.match == Match::begins && each.bytes.size() >= 2 * header_size &&
+                each.bytes.size() > longest.bytes.size()) {
                 longest = std::move(each);
+            } else if (each.match == Match::whole &&
+                       std::ranges::find(whole, each.bytes, &Judged::bytes) == whole.end()) {
+                whole.push_back(std::move(each));
             }
         }
-        const bool shown = std::ranges::any_of(accepted, [&](const Bytes &each) {
-            const size_t size = std::min(each.size(), longest.size());
-            return !same_tag(each, longest) || std::equal(each.begin(), each.begin() + size, longest.begin());
+        const bool shown = std::ranges::any_of(whole, [&](const Judged &each) {
+            const size_t size = std::min(each.bytes.size(), longest.bytes.size());
+            return !same_tag(each.bytes, longest.bytes) ||
+                   std::equal(each.bytes.begin(), each.bytes.begin() + static_cast<std::ptrdiff_t>(size),
+                              longest.bytes.begin());
         });
-        if (!longest.empty() && !shown) {
-            add(Form::found, line, std::move(longest), 1);
-        } else if (accepted.empty()) {
+        if (!longest.bytes.empty() && !shown) {
+            add(Form::found, line, std::move(longest));
+        } else if (whole.empty()) {
             add_none(line);
             items_.back().nearly = is_nearly_hex(line.text);
         }
-        for (Bytes &each : accepted) {
-            add(accepted.size() == 1 ? Form::found : Form::choice, line, std::move(each), 2);
+        for (Judged &each : whole) {
+            add(whole.size() == 1 ? Form::found : Form::choice, line, std::move(each));
         }
     }
 
@@ -284,13 +288,11 @@ private:
 // ---- From items to messages ----
 
 // Items that belong together.
-struct Piece {
+struct Piece : Judged {
     Items items;
-    Bytes bytes;
-    int sense;
 };
 
-bool is_accepted(const Piece &piece) { return piece.sense == 2; }
+bool is_whole(const Judged &bytes) { return bytes.match == Match::whole; }
 
 class Assembly {
 public:
@@ -328,12 +330,14 @@ public:
 
 private:
     Piece piece(Items items) const {
-        Piece piece{items, items[0].bytes, items[0].sense};
-        for (const Item &each : items.subspan(1)) {
-            append(piece.bytes, each.bytes);
+        if (items.size() == 1) {
+            return {items[0], items};
         }
-        piece.sense = items.size() > 1 ? sense_.of(piece.bytes) : piece.sense;
-        return piece;
+        Bytes bytes;
+        for (const Item &each : items) {
+            append(bytes, each.bytes);
+        }
+        return {sense_.judged(std::move(bytes)), items};
     }
 
     // By where messages begin in lines that may go on in the next one.
@@ -341,8 +345,8 @@ private:
         std::vector<Piece> pieces;
         size_t first = 0;
         for (size_t i = 1; i < items.size(); ++i) {
-            const bool begins = items[i - 1].sense == 2 || items[i].sense == 2 ||
-                                (items[i].sense == 1 && same_tag(items[0].bytes, items[i].bytes));
+            const bool begins = is_whole(items[i - 1]) || is_whole(items[i]) ||
+                                (items[i].match == Match::begins && same_tag(items[0].bytes, items[i].bytes));
             if (by_empty_lines ? begins || items[i].apart : begins && !items[i - 1].joins) {
                 pieces.push_back(piece(items.subspan(first, i - first)));
                 first = i;
@@ -355,11 +359,11 @@ private:
     // Every line is a message, or every paragraph, or all of them are one: what the types accept.
     void add_pieces(Items items) {
         std::vector<Piece> pieces = divided(items, false);
-        if (!std::ranges::all_of(pieces, is_accepted)) {
-            if (Piece whole = piece(items); is_accepted(whole)) {
+        if (!std::ranges::all_of(pieces, is_whole)) {
+            if (Piece whole = piece(items); is_whole(whole)) {
                 pieces = {std::move(whole)};
             } else if (std::vector<Piece> paragraphs = divided(items, true);
-                       std::ranges::any_of(paragraphs, is_accepted)) {
+                       std::ranges::any_of(paragraphs, is_whole)) {
                 pieces = std::move(paragraphs);
             }
         }
@@ -372,14 +376,15 @@ private:
         const Item &front = piece.items.front();
         const Item *const next = &piece.items.back() + 1;
         const bool large = piece.bytes.size() >= 2 * header_size;
-        if (front.form == Form::digits && piece.sense == 0 && large && has_swapped_words(piece.bytes)) {
+        if (front.form == Form::digits && piece.match == Match::none && large &&
+            has_swapped_words(piece.bytes)) {
             fail(front.line.text,
                  ": words in the byte order of a machine; xxd -p or od -An -tx1 print bytes");
         }
-        if (piece.sense < 2 && next != items_.data() + items_.size() && next->nearly) {
+        if (!is_whole(piece) && next != items_.data() + items_.size() && next->nearly) {
             fail(next->line.text, ": not all of it is bytes of two hex digits");
         }
-        if (!words_ || piece.sense == 2 || (piece.sense == 1 && piece.items.size() == 1)) {
+        if (!words_ || is_whole(piece) || (piece.match == Match::begins && piece.items.size() == 1)) {
             add(std::move(piece), TLVMSG_HEX_MESSAGE);
         } else if (large) {
             fail_of_words();
@@ -389,8 +394,9 @@ private:
     }
 
     bool has_swapped_words(const Bytes &bytes) const {
-        return std::ranges::any_of(std::array{2, 4, 8},
-                                   [&](size_t width) { return sense_.of(swapped(bytes, width)) > 0; });
+        return std::ranges::any_of(std::array{2, 4, 8}, [&](size_t width) {
+            return sense_.of(swapped(bytes, width)) != Match::none;
+        });
     }
 
     void add(Piece piece, tlvmsg_hex_kind kind) {
@@ -398,7 +404,7 @@ private:
             joined_ = true;
             check_joined(piece);
         }
-        messages_.push_back({piece.items.front().line.number, std::move(piece.bytes), "", kind, piece.sense});
+        messages_.push_back({piece.items.front().line.number, std::move(piece.bytes), "", kind, piece.match});
     }
 
     // Nothing but the message shows whether lines are missing.
@@ -436,13 +442,12 @@ private:
     // Where types accept some, what they do not is not whole; or else what was put together of lines, of which some
     // may be missing.
     void tell_broken() {
-        const auto may_be_whole = [](const HexMessage &each) { return each.kind == TLVMSG_HEX_MESSAGE; };
-        const bool any = std::ranges::any_of(
-            messages_, [&](const HexMessage &each) { return may_be_whole(each) && each.sense == 2; });
+        const bool any = std::ranges::any_of(messages_, [](const HexMessage &each) {
+            return each.kind == TLVMSG_HEX_MESSAGE && each.match == Match::whole;
+        });
         for (HexMessage &each : messages_) {
-            if (may_be_whole(each) && (any ? each.sense < 2 : joined_ && each.sense == 1)) {
-                each.kind = TLVMSG_HEX_BROKEN;
-            }
+            const bool broken = any ? each.match != Match::whole : joined_ && each.match == Match::begins;
+            each.kind = broken && each.kind == TLVMSG_HEX_MESSAGE ? TLVMSG_HEX_BROKEN : each.kind;
         }
     }
 

@@ -5,6 +5,7 @@
 #include <tlvmsg/record.h>
 
 #include <new>
+#include <utility>
 
 namespace tlvmsg::forms {
 
@@ -15,31 +16,34 @@ namespace {
 
 constexpr tlvmsg_limits strict{0, true, {}};
 
-} // namespace
+struct Fit {
+    bool fits;
+    std::optional<size_t> deviation; // the first one
+};
 
-Sense::Judged Sense::judged(const Bytes &bytes) const {
+// As messages of the type, back to back.
+Fit fit_of(const tlvmsg_type *type, const Bytes &bytes) {
     tlvmsg_verdict verdict{};
     for (size_t at = 0; at < bytes.size(); at += verdict.extent.consumed) {
         const uint8_t *const rest = bytes.data() + at;
-        tlvmsg_judge(options_.type, rest, bytes.size() - at, nullptr, &verdict);
+        tlvmsg_judge(type, rest, bytes.size() - at, nullptr, &verdict);
         if (verdict.fit == TLVMSG_FITS_NOT || verdict.extent.consumed == 0) {
             return {false, std::nullopt};
         }
         if (verdict.extent.deviations > 0) {
-            tlvmsg_judge(options_.type, rest, verdict.extent.consumed, &strict, &verdict);
+            tlvmsg_judge(type, rest, verdict.extent.consumed, &strict, &verdict);
             return {true, at + verdict.fault.offset};
         }
     }
-    return {true, std::nullopt};
+    return {!bytes.empty(), std::nullopt};
 }
 
+} // namespace
+
 bool Sense::are_messages(const Bytes &bytes) const {
-    if (bytes.empty()) {
-        return false;
-    }
     if (options_.type != nullptr) {
-        const Judged judgement = judged(bytes);
-        return judgement.fits && !judgement.deviation;
+        const Fit fit = fit_of(options_.type, bytes);
+        return fit.fits && !fit.deviation;
     }
     tlvmsg_part *parts = nullptr;
     size_t count = 0;
@@ -60,6 +64,19 @@ bool Sense::accepts(const Bytes &bytes) const {
         }
     }
     return are_messages(bytes);
+}
+
+std::optional<size_t> Sense::deviates_at(const Bytes &bytes) const {
+    return options_.type != nullptr ? fit_of(options_.type, bytes).deviation : std::nullopt;
+}
+
+Match Sense::of(const Bytes &bytes) const {
+    return accepts(bytes) ? Match::whole : begins(bytes) ? Match::begins : Match::none;
+}
+
+Judged Sense::judged(Bytes bytes) const {
+    const Match match = of(bytes);
+    return {std::move(bytes), match};
 }
 
 bool Sense::begins(const Bytes &bytes) const {

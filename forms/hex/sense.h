@@ -16,6 +16,18 @@ using Bytes = std::vector<uint8_t>;
 // Whether any part of a message may begin with that tag: a scalar's, or that of arrays.
 constexpr bool is_common_tag(uint16_t tag) { return tag <= base::array_tag; }
 
+// How far bytes make sense.
+enum class Match {
+    none,
+    begins, // a message may begin so, however it goes on: by the first header
+    whole   // messages that lie back to back, or a structure alone
+};
+
+struct Judged {
+    Bytes bytes{};
+    Match match = Match::none;
+};
+
 class Sense {
 public:
     explicit Sense(const tlvmsg_hex_options &options) : options_(options) {}
@@ -23,30 +35,16 @@ public:
     // Whether they are messages that lie back to back, of the type where one is known, without deviations.
     bool are_messages(const Bytes &bytes) const;
 
-    // Whether they are that, or a structure alone.
     bool accepts(const Bytes &bytes) const;
-
-    // Whether a message may begin so, however it goes on: by the first header.
     bool begins(const Bytes &bytes) const;
+    Match of(const Bytes &bytes) const;
+    Judged judged(Bytes bytes) const;
 
     // Where messages of the type deviate from it, in a way that it tolerates; nothing where they do not, or no type is
     // known.
-    std::optional<size_t> deviates_at(const Bytes &bytes) const {
-        return options_.type != nullptr ? judged(bytes).deviation : std::nullopt;
-    }
-
-    // 2 where it accepts them, 1 where a message may begin so, or else 0.
-    int of(const Bytes &bytes) const { return accepts(bytes) ? 2 : begins(bytes) ? 1 : 0; }
+    std::optional<size_t> deviates_at(const Bytes &bytes) const;
 
 private:
-    struct Judged {
-        bool fits;
-        std::optional<size_t> deviation; // the first one
-    };
-
-    // As messages of the type, back to back.
-    Judged judged(const Bytes &bytes) const;
-
     const tlvmsg_hex_options &options_;
 };
 
