@@ -18,7 +18,7 @@ struct DumpLine {
     bool weak = false;         // it may as well be bytes
     bool apart = false;        // other text precedes
     bool named = false;        // the beginning of what gdb names
-    bool repeats = false;      // "*": the line before, as often as the next offset says
+    bool starred = false;      // "*" precedes: the line before is repeated up to here
 };
 
 // What a line is if it is one of a dump: it may have a label, and words of a log before the offset.

@@ -4,6 +4,7 @@
 #include "base/ascii.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tlvmsg::forms {
 
@@ -32,7 +33,13 @@ public:
                 return {};
             }
         }
-        return dump.are_offsets() ? std::move(dump.lines_) : std::vector<DumpLine>();
+        if (!dump.are_offsets()) {
+            return {};
+        }
+        if (!dump.star_.empty()) {
+            fail(dump.star_, " repeats a line, but no offset says how often");
+        }
+        return std::move(dump.lines_);
     }
 
 private:
@@ -41,10 +48,7 @@ private:
         apart_ = apart_ || line.apart;
         const std::string_view said = without_label(line.text);
         if (said == "*") {
-            if (!lines_.empty()) {
-                lines_.emplace_back().line = line;
-                lines_.back().repeats = true;
-            }
+            star_ = lines_.empty() ? star_ : line.text;
             return true;
         }
         std::optional<DumpLine> dump = find_dump_line(line.text);
@@ -56,8 +60,8 @@ private:
             fail(dump->bad, std::string(" is no byte of a dump") + remedy);
         }
         dump->line = line;
-        dump->apart = apart_;
-        apart_ = false;
+        dump->apart = std::exchange(apart_, false);
+        dump->starred = !std::exchange(star_, {}).empty();
         lines_.push_back(std::move(*dump));
         return true;
     }
@@ -84,7 +88,7 @@ private:
 
     // First groups that are as wide as the others are offsets where they rise from 0.
     bool are_offsets() const {
-        if (!std::ranges::all_of(lines_, [](const DumpLine &each) { return each.weak || each.repeats; })) {
+        if (!std::ranges::all_of(lines_, &DumpLine::weak)) {
             return true;
         }
         uint64_t before = 0;
@@ -99,7 +103,8 @@ private:
     }
 
     std::vector<DumpLine> lines_;
-    bool apart_ = true; // other text precedes
+    bool apart_ = true;     // other text precedes
+    std::string_view star_; // that precedes
 };
 
 // ---- Which bytes groups are ----
@@ -199,11 +204,11 @@ int base_of(const std::vector<DumpLine> &lines) {
         std::optional<uint64_t> end; // of the line before
         for (const DumpLine &line : lines) {
             const std::optional<uint64_t> offset = number_of(line.offset, base);
-            if (!offset && !line.repeats) {
+            if (!offset) {
                 return size_t{0};
             }
-            count += end && offset == end ? 1 : 0;
-            end = line.repeats ? std::nullopt : std::optional(*offset + line.bytes.size());
+            count += offset == end && !line.starred ? 1 : 0;
+            end = *offset + line.bytes.size();
         }
         return count;
     };
@@ -224,23 +229,14 @@ public:
         : lines_(lines), sense_(sense), holes_(holes), base_(base_of(lines)) {}
 
     HexMessages read() {
-        const DumpLine *star = nullptr;
         const DumpLine *before = nullptr;
         for (const DumpLine &line : lines_) {
-            if (line.repeats) {
-                star = &line;
-                continue;
-            }
             const uint64_t offset = number_of(line.offset, base_).value_or(UINT64_MAX);
-            if (star != nullptr && before != nullptr) {
+            if (line.starred && before != nullptr) {
                 repeat(*before, line, offset);
             }
-            add(line, offset, star != nullptr);
-            star = nullptr;
+            add(line, offset);
             before = line.bytes.empty() ? before : &line;
-        }
-        if (star != nullptr) {
-            fail(star->line.text, " repeats a line, but no offset says how often");
         }
         end();
         return std::move(dumps_);
@@ -250,7 +246,7 @@ public:
     static HexMessages labelled(const std::vector<DumpLine> &lines, const Sense &sense) {
         HexMessages messages;
         for (const DumpLine &line : lines) {
-            if (line.repeats || !sense.accepts(line.bytes)) {
+            if (line.starred || !sense.accepts(line.bytes)) {
                 return {};
             }
             messages.push_back({line.line.number, line.bytes});
@@ -269,8 +265,9 @@ private:
         return reached - std::min(reached, size());
     }
 
-    void add(const DumpLine &line, uint64_t offset, bool repeated) {
-        if (const uint64_t hole = missing(offset); !dumps_.empty() && holes_ && !repeated && may_fill(hole)) {
+    void add(const DumpLine &line, uint64_t offset) {
+        if (const uint64_t hole = missing(offset);
+            !dumps_.empty() && holes_ && !line.starred && may_fill(hole)) {
             filled_ += hole;
             dumps_.back().bytes.resize(size() + hole);
         }

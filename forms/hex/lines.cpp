@@ -205,11 +205,13 @@ private:
                 add_none(line, each, each.text.size());
             } else if (joined && &each != &literals.front() && !each.list) {
                 append(items_.back().bytes, each.bytes);
-                items_.back().match = sense_.of(items_.back().bytes);
             } else {
                 add(each.list || each.sure ? Form::literal : Form::string, line, meant(each));
             }
             items_.back().folded = each.last_line > each.line;
+        }
+        if (joined && literals.size() > 1) {
+            items_.back().match = sense_.of(items_.back().bytes);
         }
     }
 
