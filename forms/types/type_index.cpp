@@ -121,8 +121,8 @@ Keyed tlvmsg_type_set::by_key(Bytes bytes, Types alike) const {
     Keyed keyed;
     for (const tlvmsg_type *const message : alike) {
         const std::optional<uint32_t> key = key_in(bytes, message);
-        const auto same = std::ranges::equal_range(keys, message->key);
-        if (!key || (*key == message->key && same.size() > 1)) {
+        const auto [first, last] = std::equal_range(keys.begin(), keys.end(), message->key);
+        if (!key || (*key == message->key && last - first > 1)) {
             keyed.others.push_back(message);
         } else if (*key == message->key) {
             keyed.alone.push_back(message);
