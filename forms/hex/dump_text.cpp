@@ -109,9 +109,9 @@ private:
 
 // ---- Which bytes groups are ----
 
-class Groups {
+class GroupReader {
 public:
-    Groups(std::vector<DumpLine> &lines, const Sense &sense) : lines_(lines), sense_(sense) {
+    GroupReader(std::vector<DumpLine> &lines, const Sense &sense) : lines_(lines), sense_(sense) {
         const auto first =
             std::ranges::find_if(lines, [](const DumpLine &each) { return !each.groups.empty(); });
         width_ = first == lines.end() ? 2 : first->groups[0].size();
@@ -354,7 +354,7 @@ HexMessages read_dumps(std::string_view text, const Sense &sense, bool holes) {
     if (lines.empty()) {
         return {};
     }
-    Groups(lines, sense).read();
+    GroupReader(lines, sense).read();
     try {
         return DumpReader(lines, sense, holes).read();
     } catch (const HexFault &) {
