@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 #include <span>
 
 namespace tlvmsg::forms {
@@ -251,13 +252,13 @@ private:
     // What a type accepts of these; or else what begins like a message.
     void read_words(const TextLine &line, Literals literals) {
         std::vector<Judged> whole;
+        std::set<Bytes> seen;
         Judged longest;
         for (Judged &each : candidates(line.text, literals)) {
             if (each.match == Match::begins && each.bytes.size() >= 2 * header_size &&
                 each.bytes.size() > longest.bytes.size()) {
                 longest = std::move(each);
-            } else if (each.match == Match::whole &&
-                       std::ranges::find(whole, each.bytes, &Judged::bytes) == whole.end()) {
+            } else if (each.match == Match::whole && seen.insert(each.bytes).second) {
                 whole.push_back(std::move(each));
             }
         }
