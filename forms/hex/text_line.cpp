@@ -139,10 +139,13 @@ bool is_printable(char c) { return (c >= ' ' && c < '\x7F') || contains("\t\n\f\
 std::optional<size_t> utf16_high(std::string_view text) {
     for (size_t high = 0; high < 2 && text.size() >= 4 && text.size() % 2 == 0; ++high) {
         const bool marked = text.starts_with(high == 0 ? "\xFE\xFF" : "\xFF\xFE");
+        const auto is_character = [&](size_t at) {
+            const char low = text[at + 1 - high];
+            const bool ascii = text[at + high] == '\0' && low >= 0;
+            return ascii ? is_printable(low) || (marked && low == '\x1B') : marked;
+        };
         size_t at = 0;
-        while (at < text.size() && (text[at + high] == '\0' ? is_printable(text[at + 1 - high]) ||
-                                                                  (marked && text[at + 1 - high] < 0)
-                                                            : marked)) {
+        while (at < text.size() && is_character(at)) {
             at += 2;
         }
         if (at == text.size()) {
