@@ -1,15 +1,14 @@
 // Elements of the wire, known by their headers alone.
 #pragma once
 
+#include "wire.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
 
 namespace tlvmsg::base {
-
-constexpr size_t header_size = 4;
-constexpr uint16_t array_tag = 10;
 
 using Bytes = std::span<const uint8_t>;
 

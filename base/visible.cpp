@@ -1,5 +1,7 @@
 #include "visible.h"
 
+#include "utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -35,33 +37,6 @@ bool is_blank(uint32_t code) {
            (code >= 0x2000 && code <= 0x200A);
 }
 
-struct Character {
-    uint32_t code;
-    size_t size; // in bytes; 0 for a byte that begins no character
-};
-
-Character first_of(std::string_view text) {
-    const auto byte = [&](size_t at) { return static_cast<uint8_t>(text[at]); };
-    const uint8_t lead = byte(0);
-    if (lead < 0x80) {
-        return {lead, 1};
-    }
-    const size_t size = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    uint32_t code = lead & (0x7Fu >> size);
-    if (lead < 0xC2 || lead > 0xF4 || text.size() < size) {
-        return {lead, 0};
-    }
-    for (size_t i = 1; i < size; ++i) {
-        if ((byte(i) & 0xC0) != 0x80) {
-            return {lead, 0};
-        }
-        code = code << 6 | (byte(i) & 0x3Fu);
-    }
-    constexpr std::array<uint32_t, 5> least{0, 0, 0x80, 0x800, 0x10000};
-    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-    return {code, code < least[size] || surrogate || code > 0x10FFFF ? 0 : size};
-}
-
 std::string hex(const char *format, uint32_t number) {
     std::array<char, 16> text;
     std::snprintf(text.data(), text.size(), format, number);
@@ -79,7 +54,7 @@ std::string visible(std::string_view text) {
         if (text.empty()) {
             return result;
         }
-        const auto [code, size] = first_of(text);
+        const auto [code, size] = first_character(text);
         if (size == 0) {
             result += hex("<%02X>", code);
         } else if (is_invisible(code)) {
@@ -101,7 +76,7 @@ std::string visible_head(std::string_view text) {
 }
 
 std::string named(std::string_view character) {
-    const auto [code, size] = first_of(character);
+    const auto [code, size] = first_character(character);
     if (size == 0) {
         return hex("the byte %02X", code);
     }

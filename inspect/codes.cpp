@@ -94,24 +94,20 @@ const Code codes[] = {
      "aligned needs up to 7 bytes more."},
     {"framing-syntax", "may stand here, at byte @",
      "The text of a framing has something else than it may have there, which is named. A framing is segment, "
-     "skip:N "
-     "or length:WIDTH@OFFSET, which +HEADER may follow and then, behind commas, little, inclusive or "
-     "adjust=N, and "
-     "most=N. 'length:2@0+4' is a header of 4 bytes that begins with the length of what is behind it."},
+     "skip:N or length:WIDTH@OFFSET, which +HEADER may follow and then, behind commas, little, inclusive or "
+     "adjust=N, and most=N. 'length:2@0+4' is a header of 4 bytes that begins with the length of what is "
+     "behind it."},
     {"wrong-framing", "# is not allowed, up to $ is",
      "A member of a framing says what cannot be, alone or with the others: a length that does not lie in the "
-     "header, "
-     "an adjustment that leaves no body that a length could say, a length where there is to be none, or none "
-     "for a "
-     "stream."},
+     "header, an adjustment that leaves no body that a length could say, a length where there is to be none, "
+     "or none for a stream."},
     {"frame-too-long", "a message of # bytes, where $ are allowed at byte @",
      "A frame is longer than the framing's `most` allows, or than its length can say. From a stream it is "
-     "damage, or "
-     "the stream has another framing, or was not read from a frame's beginning; or `most` has to be more."},
+     "damage, or the stream has another framing, or was not read from a frame's beginning; or `most` has to "
+     "be more."},
     {"frame-too-short", "# where at least $ belongs at byte @",
      "The length of a frame is less than what the framing counts with it, as the header that an inclusive "
-     "length "
-     "counts. From a stream it is damage, or the stream has another framing."},
+     "length counts. From a stream it is damage, or the stream has another framing."},
 };
 
 static_assert(sizeof codes / sizeof codes[0] == TLVMSG_CODE_COUNT, "a row for each code");

@@ -14,46 +14,15 @@ public:
         if (is_flat(type)) {
             return;
         }
-        switch (type.kind) {
-        case TLVMSG_STRUCTURE:
-        case TLVMSG_MESSAGE:
-            for (uint32_t i = 0; i < type.member_count; ++i) {
-                separate(*type.members[i].type, at_offset(copy, type.members[i].offset));
-            }
-            return;
-        case TLVMSG_UNION:
-            if (const tlvmsg_alternative *chosen = chosen_in(type, copy)) {
-                separate(*chosen->type, at_offset(copy, chosen->offset));
-            }
-            return;
-        case TLVMSG_ELEMENT_ARRAY:
-        case TLVMSG_PACKED_ARRAY:
-        case TLVMSG_BYTE_ARRAY:
-        case TLVMSG_DYNAMIC_ELEMENTS:
-        case TLVMSG_DYNAMIC_BYTES:
-            return array(type, copy);
-        case TLVMSG_SCALAR:
-        case TLVMSG_ENUMERATION:
-            return; // which have no blocks
+        if (is_dynamic(type)) {
+            store_pointer(type, copy, block(type, items_of(type, copy)));
         }
+        for_each_holder(type, copy, 0, [&](const auto &part, void *field) { separate(part, field); });
     }
 
     size_t missing() const { return missing_; } // bytes that there was no memory for
 
 private:
-    void array(const tlvmsg_type &type, void *copy) {
-        if (is_dynamic(type)) {
-            store_pointer(type, copy, block(type, items_of(type, copy)));
-        }
-        if (is_flat(*type.element)) {
-            return;
-        }
-        const Items own = items_of(type, copy);
-        for (size_t i = 0; i < own.readable; ++i) {
-            separate(*type.element, own.item(type, i));
-        }
-    }
-
     // A copy of the items. One byte more is zero: readers of bytes may count on it.
     void *block(const tlvmsg_type &type, const Items &there) {
         if (there.first == nullptr || missing_ > 0) {

@@ -2,7 +2,6 @@
 #include "decoder.h"
 
 #include "field.h"
-#include "wire.h"
 
 namespace tlvmsg::inspect {
 

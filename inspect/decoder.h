@@ -8,9 +8,12 @@
 // the record and by what may be allocated, however the lengths in the input overlap.
 #pragma once
 
+#include "base/wire.h"
 #include "place.h"
 
 namespace tlvmsg::inspect {
+
+using namespace base; // numbers of the wire
 
 enum class Outcome {
     Done,

@@ -1,22 +1,8 @@
 // Decoding arrays: elements of tag 10 that open with their count.
 #include "decoder.h"
 #include "field.h"
-#include "memory.h"
-#include "wire.h"
 
 namespace tlvmsg::inspect {
-
-namespace {
-
-uint64_t largest_in_field(const tlvmsg_type &array) {
-    return array.count_width >= sizeof(uint64_t) ? UINT64_MAX : (uint64_t{1} << 8 * array.count_width) - 1;
-}
-
-bool holds_bytes(const tlvmsg_type &array) {
-    return array.kind == TLVMSG_BYTE_ARRAY || array.kind == TLVMSG_DYNAMIC_BYTES;
-}
-
-} // namespace
 
 // A count that is no uint16 element reads as 0, and then nothing of the array is looked at.
 Outcome Decoder::array(const Place &place, size_t &at, uint8_t *record, Before before) {
@@ -55,8 +41,8 @@ Outcome Decoder::check_count(const Place &place, size_t offset, uint16_t count, 
                    ? Outcome::Done
                    : refuse(count_of(place), TLVMSG_COUNT_EXCEEDS_CAPACITY, offset, count, type.capacity);
     }
-    if (count > largest_in_field(type)) {
-        return refuse(count_of(place), TLVMSG_COUNT_EXCEEDS_FIELD, offset, count, largest_in_field(type));
+    if (count > tlvmsg_most(&type)) {
+        return refuse(count_of(place), TLVMSG_COUNT_EXCEEDS_FIELD, offset, count, tlvmsg_most(&type));
     }
     if (before.present && before.number != count) {
         return deviate(count_of(place), TLVMSG_COUNT_MISMATCH, offset, before.number, count);
@@ -68,11 +54,10 @@ Outcome Decoder::check_count(const Place &place, size_t offset, uint16_t count, 
 // terminator.
 Outcome Decoder::block(const Place &place, size_t offset, uint16_t count, uint8_t *record, uint8_t *&items) {
     const tlvmsg_type &type = *place.type;
-    const bool bytes = holds_bytes(type);
-    if (bytes && need(place, offset + count_width, count) == Outcome::Refused) {
+    if (is_bytes(type) && need(place, offset + count_width, count) == Outcome::Refused) {
         return Outcome::Refused;
     }
-    const uint64_t size = bytes ? uint64_t{count} + 1 : uint64_t{count} * type.element->size;
+    const uint64_t size = Items::block_size(type, count);
     const uint64_t limit = input_.limits.allocation;
     if (size > UINT32_MAX || size > limit || extent_.allocated > limit - size) {
         return refuse(place, TLVMSG_ALLOCATION_LIMIT, offset, extent_.allocated + size, limit);
@@ -81,13 +66,12 @@ Outcome Decoder::block(const Place &place, size_t offset, uint16_t count, uint8_
     ++extent_.blocks;
     items = nullptr;
     if (record != nullptr) {
-        items = static_cast<uint8_t *>(allocate(static_cast<uint32_t>(size)));
+        items = static_cast<uint8_t *>(tlvmsg_allocate(static_cast<size_t>(size)));
     }
     if (extent_.blocks > input_.available_blocks || (record != nullptr && items == nullptr)) {
         return refuse(place, TLVMSG_OUT_OF_MEMORY, offset, size, 0);
     }
     if (record != nullptr) {
-        std::memset(items, 0, static_cast<size_t>(size));
         store_pointer(type, record, items);
     }
     return Outcome::Done;
@@ -125,8 +109,7 @@ Outcome Decoder::bytes(const Place &place, size_t &at, const Element &element, u
     }
     report(TLVMSG_PIECE_BYTES, place, at, count, 0);
     at += count;
-    const bool terminated = is_dynamic(*place.type) || count < place.type->capacity;
-    return terminated ? terminator(place, at, element) : Outcome::Done;
+    return is_terminated(*place.type, count) ? terminator(place, at, element) : Outcome::Done;
 }
 
 // The zero byte that belongs behind the bytes. Decoders do not look at it, so only the element's own bytes

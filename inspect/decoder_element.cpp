@@ -1,7 +1,6 @@
 // Decoding elements and numbers, and what becomes of those that are not as they should be.
 #include "decoder.h"
 #include "field.h"
-#include "wire.h"
 
 namespace tlvmsg::inspect {
 

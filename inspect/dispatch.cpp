@@ -4,32 +4,21 @@
 
 #include <tlvmsg/dispatch.h>
 
+#include <algorithm>
+
 namespace tlvmsg::inspect {
 
 namespace {
 
 // The first route whose key is not below this one; the last plus one when there is none.
 const tlvmsg_route *bisect(const tlvmsg_route *routes, size_t count, uint64_t key) {
-    while (count > 0) {
-        const size_t half = count / 2;
-        if (routes[half].key < key) {
-            routes += half + 1;
-            count -= half + 1;
-        } else {
-            count = half;
-        }
-    }
-    return routes;
+    return std::lower_bound(routes, routes + count, key,
+                            [](const tlvmsg_route &route, uint64_t wanted) { return route.key < wanted; });
 }
 
 // Whether there is such a route where routes that are not sorted may have it.
 bool has_key(const tlvmsg_route *routes, size_t count, uint64_t key) {
-    for (size_t i = 0; i < count; ++i) {
-        if (routes[i].key == key) {
-            return true;
-        }
-    }
-    return false;
+    return std::any_of(routes, routes + count, [=](const tlvmsg_route &route) { return route.key == key; });
 }
 
 // Whether nothing is wrong with the route of that type, wherever it stands; else the fault says what.

@@ -1,7 +1,6 @@
 #include "encoder.h"
 
 #include "field.h"
-#include "wire.h"
 
 namespace tlvmsg::inspect {
 
@@ -67,10 +66,8 @@ bool Encoder::items(const Place &place, const Items &there) {
     const tlvmsg_type &type = *place.type;
     switch (type.kind) {
     case TLVMSG_BYTE_ARRAY:
-    case TLVMSG_DYNAMIC_BYTES: {
-        const bool terminated = is_dynamic(type) || there.count < type.capacity;
-        return bytes(place, there, terminated);
-    }
+    case TLVMSG_DYNAMIC_BYTES:
+        return bytes(place, there, is_terminated(type, there.count));
     case TLVMSG_PACKED_ARRAY:
         return packed(place, there);
     case TLVMSG_ELEMENT_ARRAY:

@@ -1,10 +1,13 @@
 // Encoding by descriptors, into an output or, to learn the size or the fault, into none.
 #pragma once
 
+#include "base/wire.h"
 #include "field.h"
 #include "place.h"
 
 namespace tlvmsg::inspect {
+
+using namespace base; // numbers of the wire
 
 class Encoder {
 public:

@@ -1,5 +1,6 @@
 // Frames into blocks, buffers, and the queue of what waits to be written.
 #include "byte_queue.h"
+#include "encode_behind.h"
 #include "framing.h"
 #include "place.h"
 
@@ -89,14 +90,10 @@ uint8_t *tlvmsg_frame_encode_alloc(const tlvmsg_framing *framing, const tlvmsg_t
     if (!measure(framing, type, record, &size, fault)) {
         return nullptr;
     }
-    auto *const block = static_cast<uint8_t *>(tlvmsg_allocate(size));
-    if (block == nullptr) {
-        set_result(fault, fault_at(whole(*type), TLVMSG_OUT_OF_MEMORY, 0, size, 0));
-    } else if (!write(*framing, type, record, block, size, fault)) {
-        tlvmsg_free(block);
-        return nullptr;
-    } else {
-        set_result(written, size);
+    const size_t body = size - framing->header;
+    uint8_t *const block = encode_behind(framing->header, *type, record, body, written, fault);
+    if (block != nullptr) {
+        write_header(*framing, body, block);
     }
     return block;
 }

@@ -98,23 +98,40 @@ tlvmsg_frames::Frame tlvmsg_frames::find() {
     return frame;
 }
 
+namespace {
+
+constexpr size_t state_size = TLVMSG_FRAMES_STATE;
+
+// Why there can be no frames of a stream in that buffer, if any.
+tlvmsg_fault check_stream(const tlvmsg_framing *framing, const void *buffer, size_t buffer_size) {
+    const tlvmsg_fault fault = check(framing);
+    if (fault.code != TLVMSG_OK) {
+        return fault;
+    }
+    if (framing->width == 0) {
+        return fault_in("width", TLVMSG_WRONG_FRAMING, 0, 0, 4);
+    }
+    const int64_t body = framing->most != 0 ? body_size(*framing).most : 1;
+    const uint64_t least = uint64_t{state_size} + framing->header + static_cast<uint64_t>(body);
+    return buffer != nullptr && buffer_size < least
+               ? fault_in("buffer", TLVMSG_OUTPUT_FULL, 0, least, buffer_size)
+               : tlvmsg_fault{};
+}
+
+// What a buffer has beside the state, as far as frames of that framing can use it.
+ByteQueue queue_in(uint8_t *buffer, size_t size, const tlvmsg_framing &framing) {
+    const uint64_t used = ByteQueue::wanted_for(uint64_t{framing.header} + framing.most);
+    const size_t there = size - state_size;
+    return {buffer + state_size, there < used ? there : static_cast<size_t>(used), 0, 0, true};
+}
+
+} // namespace
+
 tlvmsg_frames *tlvmsg_frames_new(const tlvmsg_framing *framing, void *buffer, size_t buffer_size,
                                  tlvmsg_fault *fault) {
-    constexpr size_t state = TLVMSG_FRAMES_STATE;
     constexpr size_t alignment = alignof(tlvmsg_frames);
-    static_assert(sizeof(tlvmsg_frames) + alignment <= state, "a buffer may lie anywhere");
-    tlvmsg_fault found = check(framing);
-    tlvmsg_framing known{};
-    if (found.code == TLVMSG_OK) {
-        known = *framing;
-        known.most = static_cast<uint32_t>(body_size(known).most);
-        const uint64_t least = uint64_t{state} + known.header + (framing->most != 0 ? known.most : 1);
-        if (known.width == 0) {
-            found = fault_in("width", TLVMSG_WRONG_FRAMING, 0, 0, 4);
-        } else if (buffer != nullptr && buffer_size < least) {
-            found = fault_in("buffer", TLVMSG_OUTPUT_FULL, 0, least, buffer_size);
-        }
-    }
+    static_assert(sizeof(tlvmsg_frames) + alignment <= state_size, "a buffer may lie anywhere");
+    tlvmsg_fault found = check_stream(framing, buffer, buffer_size);
     auto *block = static_cast<uint8_t *>(buffer);
     if (found.code == TLVMSG_OK && buffer == nullptr) {
         block = static_cast<uint8_t *>(allocate(sizeof(tlvmsg_frames)));
@@ -126,11 +143,11 @@ tlvmsg_frames *tlvmsg_frames_new(const tlvmsg_framing *framing, void *buffer, si
     if (found.code != TLVMSG_OK) {
         return nullptr;
     }
+    tlvmsg_framing known = *framing;
+    known.most = static_cast<uint32_t>(body_size(known).most);
     ByteQueue bytes{nullptr, 0, 0, 0, false};
     if (buffer != nullptr) {
-        const uint64_t used = ByteQueue::wanted_for(uint64_t{known.header} + known.most);
-        bytes = {block + state, buffer_size - state, 0, 0, true};
-        bytes.size = bytes.size < used ? bytes.size : static_cast<size_t>(used);
+        bytes = queue_in(block, buffer_size, known);
         const size_t room = bytes.size - known.header;
         known.most = room < known.most ? static_cast<uint32_t>(room) : known.most;
         block += (alignment - reinterpret_cast<uintptr_t>(block) % alignment) % alignment;

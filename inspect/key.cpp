@@ -1,4 +1,5 @@
 // Messages that receivers know by a number, and where that stands in them.
+#include "base/wire.h"
 #include "index.h"
 
 #include <cstring>
@@ -8,7 +9,7 @@ namespace tlvmsg::inspect {
 namespace {
 
 constexpr char number_type[] = "app_sess_msg_type";
-constexpr uint32_t header_size = 4;
+constexpr uint32_t header_size{base::header_size};
 
 enum class Search { goes_on, found, failed };
 

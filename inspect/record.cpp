@@ -7,71 +7,29 @@ using namespace tlvmsg::inspect;
 
 namespace {
 
-void release(const tlvmsg_type &type, void *record);
-
-void release_items(const tlvmsg_type &array, const Items &there, size_t first) {
-    if (is_flat(*array.element)) {
-        return;
-    }
-    for (size_t i = first; i < there.readable; ++i) {
-        release(*array.element, there.item(array, i));
-    }
-}
-
-void release_array(const tlvmsg_type &array, void *record) {
-    const Items there = items_of(array, record);
-    release_items(array, there, 0);
-    if (is_dynamic(array)) {
-        tlvmsg_free(there.first);
-        store_pointer(array, record, nullptr);
-        store_number(record, array.count_width, 0);
-    }
-}
-
 void release(const tlvmsg_type &type, void *record) {
     if (is_flat(type)) {
         return;
     }
-    switch (type.kind) {
-    case TLVMSG_STRUCTURE:
-    case TLVMSG_MESSAGE:
-        for (uint32_t i = 0; i < type.member_count; ++i) {
-            release(*type.members[i].type, at_offset(record, type.members[i].offset));
-        }
-        return;
-    case TLVMSG_UNION:
-        if (const tlvmsg_alternative *chosen = chosen_in(type, record)) {
-            release(*chosen->type, at_offset(record, chosen->offset));
-        }
-        return;
-    case TLVMSG_ELEMENT_ARRAY:
-    case TLVMSG_PACKED_ARRAY:
-    case TLVMSG_BYTE_ARRAY:
-    case TLVMSG_DYNAMIC_ELEMENTS:
-    case TLVMSG_DYNAMIC_BYTES:
-        return release_array(type, record);
-    case TLVMSG_SCALAR:
-    case TLVMSG_ENUMERATION:
-        return; // which have no blocks
+    for_each_holder(type, record, 0, release);
+    if (is_dynamic(type)) {
+        tlvmsg_free(items_of(type, record).first);
+        store_pointer(type, record, nullptr);
+        store_number(record, type.count_width, 0);
     }
 }
 
 // ---- Resizing ----
 
-void drop_items(const tlvmsg_type &array, const Items &there, size_t kept) {
-    release_items(array, there, kept);
+void drop_items(const tlvmsg_type &array, void *record, const Items &there, size_t kept) {
+    for_each_holder(array, record, kept, release);
     if (kept < there.readable) {
         std::memset(there.item(array, kept), 0, Items::size(array, there.readable - kept));
     }
 }
 
-// The size of a block for `count` items and, behind bytes, the zero byte that readers may count on.
-uint64_t block_size(const tlvmsg_type &array, size_t count) {
-    return uint64_t{count} * array.element->size + (is_bytes(array) ? 1 : 0);
-}
-
 bool move_items(const tlvmsg_type &array, void *record, const Items &there, size_t count) {
-    const uint64_t size = block_size(array, count);
+    const uint64_t size = Items::block_size(array, count);
     void *const block = size <= UINT32_MAX ? tlvmsg_allocate(static_cast<size_t>(size)) : nullptr;
     if (block == nullptr) {
         return false;
@@ -96,7 +54,7 @@ tlvmsg_code check_count(const tlvmsg_type &array, size_t count) {
 
 bool resize(const tlvmsg_type &array, void *record, size_t count) {
     const Items there = items_of(array, record);
-    drop_items(array, there, count);
+    drop_items(array, record, there, count);
     if (is_dynamic(array)) {
         if (count > there.readable && !move_items(array, record, there, count)) {
             return false;
@@ -191,7 +149,8 @@ bool tlvmsg_resize(const tlvmsg_type *array, void *record, size_t count, tlvmsg_
         return false;
     }
     if (!resize(*array, record, count)) {
-        set_result(fault, fault_at(whole(*array), TLVMSG_OUT_OF_MEMORY, 0, block_size(*array, count), 0));
+        set_result(fault,
+                   fault_at(whole(*array), TLVMSG_OUT_OF_MEMORY, 0, Items::block_size(*array, count), 0));
         return false;
     }
     set_result(fault, tlvmsg_fault{});

@@ -35,7 +35,7 @@ MAY_INCLUDE = {
     "forms/record": "include base",
     "forms/bytes": "include base",
     "forms/hex": "forms/border include base",
-    "forms/types": "forms/json forms/bytes forms/border include base",
+    "forms/types": "forms/json forms/bytes forms/record forms/border include base",
     "forms/json": "forms/record forms/border include base",
     "forms/print": "forms/json forms/bytes forms/record forms/border include base",
     "forms/sample": "forms/json/reader.h forms/record forms/border include base",

@@ -7,6 +7,8 @@
 
 namespace tlvc {
 
+constexpr uint64_t highest_value = UINT32_MAX; // of an enumerator, a key, or what a family reserves
+
 void check(const Resolution &resolution, Diagnostics &faults);
 
 // Holds the names of each family against its prefix, and the prefixes against one another and against the library's names.

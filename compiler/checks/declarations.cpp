@@ -13,8 +13,6 @@ namespace {
 using syntax::Form;
 using syntax::Name;
 
-constexpr uint64_t highest_value = UINT32_MAX;
-
 void check_tag_range(const Declared &declared, Diagnostics &faults) {
     const auto &[syntax, type] = declared;
     const uint64_t tag = syntax->number.value;

@@ -7,8 +7,6 @@ namespace tlvc {
 
 namespace {
 
-constexpr uint64_t highest_value = UINT32_MAX;
-
 // Reservations of a family or of an enumeration. Faulty ones are reported and left out.
 class Reservations {
 public:

@@ -27,21 +27,15 @@ inline const Help check = {
     {"Names and tags are unique over all files that are named or imported: name all of a family, and all "
      "families that meet in one program.",
      "Warnings are chosen by their codes: --warn W002,W007 tells these, --warn=-W003 all but this one. A "
-     "remark "
-     "silences a warning at its place and says why, as tlv-schema(5) shows.",
+     "remark silences a warning at its place and says why, as tlv-schema(5) shows.",
      "With --fix, what there is no doubt about is corrected first: separators, names of types and "
-     "declarations "
-     "that are one slip away from one that there is, numeric types of other languages, counts, selectors and "
-     "imports "
-     "that are missing, remarks that silence nothing. Only files that are named are changed, each as a "
-     "whole, as "
-     "by tlvc format, which lays them out; then faults that are left are told.",
+     "declarations that are one slip away from one that there is, numeric types of other languages, counts, "
+     "selectors and imports that are missing, remarks that silence nothing. Only files that are named are "
+     "changed, each as a whole, as by tlvc format, which lays them out; then faults that are left are told.",
      "In JSON, faults are an array of objects with file, line, column, end_line, end_column, code, severity, "
      "message, help, notes and corrections. Lines and columns count from 1, columns in characters. The "
-     "corrections "
-     "mend the fault together: each puts its replacement in place of what file, line, column, end_line and "
-     "end_column "
-     "say. Faults beyond 100,000 are only counted.",
+     "corrections mend the fault together: each puts its replacement in place of what file, line, column, "
+     "end_line and end_column say. Faults beyond 100,000 are only counted.",
      "With --format github, standard output has a command for each fault, by which GitHub shows it in code "
      "reviews, where files are named as from the top of the repository."},
     {{"tlvc check relay/*.tlv", "silent when all is well"},
@@ -71,29 +65,21 @@ inline const Help interface = {
 inline const Help describe = {
     "Print the schema as one JSON document, for programs",
     {"The document is an object of format, a number; families, by name, each with its documentation, the "
-     "families that "
-     "it uses, and its sections, one a schema file, with the names of their types; and types: the scalars, "
-     "then "
-     "those of each family, every type behind those of its family that its record holds. Each family and "
-     "each type has a "
-     "line. What is imported is there as well, in sections that say so.",
+     "families that it uses, and its sections, one a schema file, with the names of their types; and types: "
+     "the scalars, then those of each family, every type behind those of its family that its record holds. "
+     "Each family and each type has a line. What is imported is there as well, in sections that say so.",
      "A type has its documentation, kind and tag, or key; members, alternatives and selector, element and "
-     "capacity, "
-     "or "
-     "enumerators, as its kind has them; the least and the most bytes that it takes on the wire, and its "
-     "fingerprint; size, "
-     "alignment and offsets of its record under LP64, ILP32 and i386; its names in C; and its users, the "
-     "types that name "
-     "it. Types refer to each other by name. What does not apply is not there. A JSON Schema, installed as "
-     "share/tlvmsg/describe.schema.json, says of each key what it is, and which kinds have it.",
+     "capacity, or enumerators, as its kind has them; the least and the most bytes that it takes on the "
+     "wire, and its fingerprint; size, alignment and offsets of its record under LP64, ILP32 and i386; its "
+     "names in C; and its users, the types that name it. Types refer to each other by name. What does not "
+     "apply is not there. A JSON Schema, installed as share/tlvmsg/describe.schema.json, says of each key "
+     "what it is, and which kinds have it.",
      "Readers ignore keys that they do not know. While the number in format stays, keys are only added, and "
-     "none goes "
-     "or changes its meaning.",
+     "none goes or changes its meaning.",
      "The library's own schema is installed in this form as share/tlvmsg/schema.json. tlv show --json, tlv "
-     "types --json "
-     "and tlvmsg_types_to_json of libtlvmsg_forms print what descriptors know of types under the same keys: "
-     "the layout is "
-     "that of their machine, and names in C, users and some other keys are missing."},
+     "types --json and tlvmsg_types_to_json of libtlvmsg_forms print what descriptors know of types under "
+     "the same keys: the layout is that of their machine, and names in C, users and some other keys are "
+     "missing."},
     {{"tlvc describe relay/*.tlv > relay.json", "all that there is to know of a family"},
      {"tlvc describe relay/*.tlv | jq -r '.types[] | select(.kind == \"message\").name'",
       "what the messages are called, also those of imported files"}}};
@@ -122,25 +108,19 @@ inline const Help compare = {
      "A family is called like the directory that its files lie in. Where OLD or NEW is a single schema file "
      "or standard input, the names of families are not compared.",
      "Each side finds its imports in its own files' directories, where its own option says, and in the "
-     "schema "
-     "of the library that is installed. A file that is read for both sides is told of, as its changes do not "
-     "show.",
+     "schema of the library that is installed. A file that is read for both sides is told of, as its changes "
+     "do not show.",
      "Several families are compared in one call: directories may hold any number of them, and behind the "
-     "first "
-     "OLD and NEW there may be further pairs.",
+     "first OLD and NEW there may be further pairs.",
      "A line of the file that --exceptions names allows one change that breaks something: the code, the type "
-     "or "
-     "TYPE.MEMBER as the change names it, and the reason. Empty lines and those that begin with # allow "
-     "nothing. "
-     "Any other line that does not apply to a change is told, and makes the exit status 1.",
+     "or TYPE.MEMBER as the change names it, and the reason. Empty lines and those that begin with # allow "
+     "nothing. Any other line that does not apply to a change is told, and makes the exit status 1.",
      "A type that no message holds travels only where programs send it alone: lines and JSON say so of it.",
      "In JSON, changes are an array of objects with file, line, column, end_line, end_column, code, severity "
      "and message, as those of tlvc check, and levels, type, member and in_message; below old and new they "
      "say what there is on that side, and its place by the same keys. The severity is breaks or safe; "
-     "unknown of a "
-     "file that is read for both sides, error of a line that is no exception. --format github prints what "
-     "that of "
-     "tlvc check does.",
+     "unknown of a file that is read for both sides, error of a line that is no exception. --format github "
+     "prints what that of tlvc check does.",
      "The exit status is that of diff: 1 when something breaks, 2 for trouble."},
     {{"tlvc compare interface.txt relay", "the family now, with what was promised"},
      {"tlvc compare --in-messages interface.txt relay", "of types that travel in messages"},

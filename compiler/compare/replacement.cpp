@@ -20,10 +20,10 @@ bool holds_numbers_of(const Type &before, const Type &after) {
 
 bool holds_names_of(const Type &before, const Type &after) {
     const auto entry = [](const Enumerator &each) { return std::pair(each.name, each.value); };
-    std::set<std::pair<std::string, uint32_t>> names;
-    std::ranges::transform(after.enumerators, std::inserter(names, names.end()), entry);
+    std::set<std::pair<std::string, uint32_t>> known;
+    std::ranges::transform(after.enumerators, std::inserter(known, known.end()), entry);
     return std::ranges::all_of(before.enumerators,
-                               [&](const Enumerator &each) { return names.contains(entry(each)); });
+                               [&](const Enumerator &each) { return known.contains(entry(each)); });
 }
 
 // The type of the number in C, where an enumeration is a typedef.

@@ -9,7 +9,7 @@ namespace tlvc {
 
 namespace {
 
-std::string family_header(const Family &family, Product product) {
+std::string bounded_header(const Family &family, Product product) {
     const bool own = product == Product::Families;
     std::string text =
         fmt::format("/*\n * bounded/{0}.h - the records of {0}.h, and their operations for input that nobody "
@@ -37,7 +37,7 @@ std::string family_header(const Family &family, Product product) {
 } // namespace
 
 GeneratedFiles emit_bounded(const Family &family, Product product) {
-    return {{fmt::format("include/tlvmsg/bounded/{}.h", family.name), family_header(family, product)}};
+    return {{fmt::format("include/tlvmsg/bounded/{}.h", family.name), bounded_header(family, product)}};
 }
 
 } // namespace tlvc

@@ -71,7 +71,7 @@ std::string declared(const std::string &type, const std::string &name, const Doc
     return text + indent + type + space + name + ";\n";
 }
 
-std::string alternatives(const Type &type) {
+std::string alternative_members(const Type &type) {
     std::string text = "    __extension__ union {\n";
     for (const Alternative &alternative : type.alternatives) {
         text += declared(names::field_type(*alternative.type), alternative.name, alternative.doc, "        ");
@@ -99,7 +99,7 @@ std::string field(const Type &owner, const Field &field) {
     case Storage::Pointer:
         return declared(type + " *", field.name, doc_of(field));
     case Storage::Alternatives:
-        return alternatives(*field.type);
+        return alternative_members(*field.type);
     }
     return {};
 }
@@ -157,7 +157,7 @@ std::string constants(const Type &type) {
     return text;
 }
 
-std::string enumerators(const Type &type) {
+std::string enumerator_lines(const Type &type) {
     std::string text;
     for (const Enumerator &each : type.enumerators) {
         text += each.doc.empty() ? "" : "/* " + prose(each.doc) + " */\n";
@@ -179,7 +179,7 @@ std::string choices(const Type &type) {
 }
 
 std::string declaration(const Type &type) {
-    return comment(type) + constants(type) + record(type) + enumerators(type) + choices(type) +
+    return comment(type) + constants(type) + record(type) + enumerator_lines(type) + choices(type) +
            prototypes(type) + "\n";
 }
 

@@ -14,7 +14,7 @@ namespace tlvc {
 
 namespace {
 
-std::string quoted(const std::string &text) {
+std::string c_string(const std::string &text) {
     std::string result = "\"";
     for (const char c : text) {
         if (c == '"' || c == '\\' || c == '?') { // "??/" would be a trigraph
@@ -25,19 +25,19 @@ std::string quoted(const std::string &text) {
     return result + "\"";
 }
 
-std::string quoted(const Doc &lines) {
+std::string c_string(const Doc &lines) {
     std::string text;
     for (const std::string &line : lines) {
         text += (text.empty() ? "" : " ") + line;
     }
-    return quoted(text);
+    return c_string(text);
 }
 
 std::string offset_of(const std::string &record, const std::string &path) {
     return path.empty() ? "0" : fmt::format("offsetof({}, {})", record, path);
 }
 
-std::string flags(const Attributes &attributes, bool shared_with_next) {
+std::string flag_names(const Attributes &attributes, bool shared_with_next) {
     std::vector<std::string_view> names;
     if (shared_with_next) {
         names.push_back("TLVMSG_SHARED_WITH_NEXT");
@@ -53,18 +53,18 @@ std::string opened_table(const char *item, const std::string &name) {
     return fmt::format("alignas({0}) const {0} {1}[] = {{\n", item, name);
 }
 
-std::string members(const Type &type) {
+std::string member_rows(const Type &type) {
     std::string text = opened_table("tlvmsg_member", names::members_table(type));
     for (const Member &member : type.members) {
         const std::string path = joined(member.path);
-        text += fmt::format("    {{{}, {}, &{}, {}, {}}},\n", quoted(path), quoted(member.doc),
+        text += fmt::format("    {{{}, {}, &{}, {}, {}}},\n", c_string(path), c_string(member.doc),
                             names::descriptor(*member.type), offset_of(names::record(type), path),
-                            flags(member.attributes, member.lives_in_next()));
+                            flag_names(member.attributes, member.lives_in_next()));
     }
     return text + "};\n";
 }
 
-std::string alternatives(const Type &type) {
+std::string alternative_rows(const Type &type) {
     std::string text;
     for (const Alternative &alternative : type.alternatives) {
         text += fmt::format("const uint32_t {}[] = {{{}}};\n", names::values_table(type, alternative),
@@ -72,24 +72,24 @@ std::string alternatives(const Type &type) {
     }
     text += opened_table("tlvmsg_alternative", names::alternatives_table(type));
     for (const Alternative &alternative : type.alternatives) {
-        text += fmt::format("    {{{}, &{}, {}, {}, {}, {}}},\n", quoted(alternative.name),
+        text += fmt::format("    {{{}, &{}, {}, {}, {}, {}}},\n", c_string(alternative.name),
                             names::descriptor(*alternative.type), names::values_table(type, alternative),
                             alternative.values.size(), offset_of(names::record(type), alternative.name),
-                            flags(alternative.attributes, false));
+                            flag_names(alternative.attributes, false));
     }
     return text + "};\n";
 }
 
-std::string enumerators(const Type &type) {
+std::string enumerator_rows(const Type &type) {
     std::string text = opened_table("tlvmsg_enumerator", names::enumerators_table(type));
     for (const Enumerator &each : type.enumerators) {
-        text += fmt::format("    {{{}, {}, {}}},\n", quoted(each.name), quoted(each.doc), each.value);
+        text += fmt::format("    {{{}, {}, {}}},\n", c_string(each.name), c_string(each.doc), each.value);
     }
     return text + "};\n";
 }
 
 // The fields that only some kinds have.
-std::string particulars(const Type &type) {
+std::string form_fields(const Type &type) {
     if (has_members(type)) {
         return fmt::format("    .members = {}, .member_count = {},\n", names::members_table(type),
                            type.members.size());
@@ -98,7 +98,7 @@ std::string particulars(const Type &type) {
         return fmt::format("    .alternatives = {}, .alternative_count = {},\n"
                            "    .selector = &{}, .selector_name = {}, .selector_offset = {},\n",
                            names::alternatives_table(type), type.alternatives.size(),
-                           names::descriptor(*type.selector), quoted(type.selector_name),
+                           names::descriptor(*type.selector), c_string(type.selector_name),
                            offset_of(names::record(type), type.selector_name));
     }
     if (is_array(type)) {
@@ -113,7 +113,7 @@ std::string particulars(const Type &type) {
     return "";
 }
 
-std::string flags(const Type &type) {
+std::string flag_names(const Type &type) {
     return is_signed(type) ? "TLVMSG_SIGNED" : type.key ? "TLVMSG_HAS_KEY" : "0";
 }
 
@@ -128,21 +128,21 @@ std::string descriptor(const Type &type) {
                        "    .min_encoded = {}, .max_encoded = {},\n"
                        "{}    .operations = TLVMSG_OPERATIONS_OF({}),\n"
                        "    .fingerprint = UINT64_C({}), .key = UINT32_C({}),\n}};\n\n",
-                       names::operations(type), type.name, quoted(type.name),
-                       quoted(type.family == nullptr ? "" : type.family->name),
-                       quoted(type.section == nullptr ? Doc() : type.section->doc), quoted(type.doc),
-                       names::kind(type.kind), type.tag, flags(type), record, record, type.min_size,
-                       type.max_size, particulars(type), names::operations(type), spelled_fingerprint(type),
+                       names::operations(type), type.name, c_string(type.name),
+                       c_string(type.family == nullptr ? "" : type.family->name),
+                       c_string(type.section == nullptr ? Doc() : type.section->doc), c_string(type.doc),
+                       names::kind(type.kind), type.tag, flag_names(type), record, record, type.min_size,
+                       type.max_size, form_fields(type), names::operations(type), spelled_fingerprint(type),
                        type.key.value_or(0));
 }
 
 // The tables of a type, and the descriptor that refers to them.
 std::string definition(const Type &type) {
     if (has_members(type)) {
-        return members(type) + descriptor(type);
+        return member_rows(type) + descriptor(type);
     }
-    const std::string tables = type.kind == Kind::Union    ? alternatives(type)
-                               : !type.enumerators.empty() ? enumerators(type)
+    const std::string tables = type.kind == Kind::Union    ? alternative_rows(type)
+                               : !type.enumerators.empty() ? enumerator_rows(type)
                                                            : "";
     return tables + descriptor(type);
 }

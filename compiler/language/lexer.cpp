@@ -130,12 +130,13 @@ private:
         } else if (!starts_line_) {
             faults_.report(fault::misplaced_doc, trimmed(begin), "documentation stands on a line of its own")
                 .help("put it before what it documents, or write '//' for a remark");
-        } else if (file_doc && !result_.tokens.empty() && result_.tokens.back().kind != TokenKind::FileDoc) {
+        } else if (file_doc && !result_.tokens.empty() &&
+                   result_.tokens.back().kind != TokenKind::FileDocLine) {
             faults_
                 .report(fault::misplaced_doc, trimmed(begin), "'//!' lines stand at the top of the file only")
                 .help("'///' documents a declaration or a member");
         } else {
-            add(doc ? TokenKind::Doc : TokenKind::FileDoc, trimmed(begin));
+            add(doc ? TokenKind::DocLine : TokenKind::FileDocLine, trimmed(begin));
         }
     }
 

@@ -4,11 +4,11 @@
 
 namespace tlvc {
 
-// Doc is a "///" line, FileDoc a "//!" line. Foreign tokens exist in other languages only: #include, a path without
+// DocLine is a "///" line, FileDocLine a "//!" line. Foreign tokens exist in other languages only: #include, a path without
 // quotes.
 // clang-format off
 enum class TokenKind {
-    Name, Number, String, Doc, FileDoc, Foreign, LeftBrace = '{', RightBrace = '}', LeftBracket = '[',
+    Name, Number, String, DocLine, FileDocLine, Foreign, LeftBrace = '{', RightBrace = '}', LeftBracket = '[',
     RightBracket = ']', Equals = '=', Colon = ':', Comma = ',', Semicolon = ';', At = '@', End,
 };
 // clang-format on

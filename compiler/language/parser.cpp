@@ -51,7 +51,7 @@ public:
     }
 
     File run() {
-        result_.doc = doc(TokenKind::FileDoc);
+        result_.doc = doc(TokenKind::FileDocLine);
         while (!at(TokenKind::End)) {
             try {
                 top_level();
@@ -105,7 +105,7 @@ private:
     // Within a body a keyword may be the type of a member; the rest of the line decides.
     bool at_declaration_in_body(const Declaration &owner) const {
         size_t first = 0;
-        while (peek(first).kind == TokenKind::Doc) {
+        while (peek(first).kind == TokenKind::DocLine) {
             ++first;
         }
         if (at_word("reserved", first) && at_statement(first)) {
@@ -139,7 +139,7 @@ private:
 
     // True if what is before this is a member, as "bytes NAME[CAPACITY]" is that is written as in C.
     bool continues_body(size_t ahead) const {
-        while (peek(ahead).kind == TokenKind::Doc) {
+        while (peek(ahead).kind == TokenKind::DocLine) {
             ++ahead;
         }
         switch (peek(ahead).kind) {
@@ -227,7 +227,7 @@ private:
 
     void top_level() {
         const size_t start = position();
-        Doc documentation = doc(TokenKind::Doc);
+        Doc documentation = doc(TokenKind::DocLine);
         if (at(TokenKind::End)) {
             documents_nothing(documentation);
         } else if (at_word("import") || text(peek()) == "#include") {
@@ -463,7 +463,7 @@ private:
     }
 
     void unclosed(const Declaration &declaration, Span brace) {
-        doc(TokenKind::Doc); // belongs to the next declaration, which is what to show
+        doc(TokenKind::DocLine); // belongs to the next declaration, which is what to show
         mark_unsound();
         const Report fault =
             faults_.report(fault::unclosed_body, peek().span, found())
@@ -484,7 +484,7 @@ private:
     }
 
     void entry(Declaration &result, size_t start) {
-        Doc documentation = doc(TokenKind::Doc);
+        Doc documentation = doc(TokenKind::DocLine);
         if (at(TokenKind::RightBrace) || at(TokenKind::End)) {
             documents_nothing(documentation);
         } else if (result.form == Form::Enumeration && at_word("reserved") &&

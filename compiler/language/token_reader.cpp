@@ -70,8 +70,8 @@ std::string TokenReader::found() const {
     switch (peek().kind) {
     case TokenKind::End:
         return "the end of the file";
-    case TokenKind::Doc:
-    case TokenKind::FileDoc:
+    case TokenKind::DocLine:
+    case TokenKind::FileDocLine:
         return "a documentation line";
     case TokenKind::String:
         return std::string(text(peek())); // has quotes already

@@ -7,8 +7,8 @@ namespace {
 std::string title(const Sources &sources, const Diagnostic &fault) {
     const Correction &first = fault.corrections[0];
     const std::string_view text = sources.text(first.span);
-    if (fault.corrections.size() > 1 ||
-        (std::string(text) + first.replacement).find('\n') != std::string::npos) {
+    if (fault.corrections.size() > 1 || text.find('\n') != text.npos ||
+        first.replacement.find('\n') != text.npos) {
         return fmt::format("mend: {}", fault.message);
     }
     return first.replacement.empty() ? fmt::format("leave out '{}'", text)

@@ -19,7 +19,10 @@ namespace fs = std::filesystem;
 using syntax::Declaration;
 using syntax::Form;
 
+// What stands beside what is offered, in the protocol's numbers.
+namespace item {
 constexpr int property = 10, keyword = 14, file = 17, folder = 19, enum_member = 20, scalar = 25;
+}
 
 // A set of forms of types, and of scalars: all, or those that can count items.
 using Kinds = uint32_t;
@@ -68,7 +71,7 @@ private:
 
     void words(std::initializer_list<const char *> all) {
         for (const char *const each : all) {
-            add(each, keyword, "");
+            add(each, item::keyword, "");
         }
     }
 
@@ -76,7 +79,7 @@ private:
         const size_t brace = before.brace();
         if (before.text(0) == "@") {
             for (const Attribute &each : known_attributes) {
-                add(each.name, property, fmt::format("for {}", each.place));
+                add(each.name, item::property, fmt::format("for {}", each.place));
             }
         } else if (before.text(0) == "dynamic") {
             words({"array", "bytes"});
@@ -131,7 +134,7 @@ private:
             for (const Declaration &each : unit.syntax.declarations) {
                 if (each.name.text == enumeration) {
                     for (const syntax::Enumerator &value : each.enumerators) {
-                        add(value.name.text, enum_member, fmt::format("{}", value.value.value),
+                        add(value.name.text, item::enum_member, fmt::format("{}", value.value.value),
                             documentation(value.doc));
                     }
                 }
@@ -147,7 +150,7 @@ private:
         for (const wire::Scalar &each : wire::scalars) {
             const bool counts = each.sign == wire::Sign::Unsigned && each.width <= 4;
             if ((kinds & scalars) != 0 || ((kinds & counters) != 0 && counts)) {
-                add(each.name, scalar, each.record);
+                add(each.name, item::scalar, each.record);
             }
         }
         const auto &units = at_.analysis.program.units;
@@ -241,7 +244,7 @@ private:
         for (const std::string &name : names) {
             const bool is_self = slash == 0 && name == at_.unit().canonical.filename();
             if (!name.starts_with('.') && !is_self && (name.ends_with('/') || name.ends_with(".tlv"))) {
-                add(name, name.ends_with('/') ? folder : file, "");
+                add(name, name.ends_with('/') ? item::folder : item::file, "");
             }
         }
     }

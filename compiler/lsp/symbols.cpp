@@ -9,7 +9,7 @@ namespace tlvc::lsp {
 
 namespace {
 
-constexpr int field = 8, enum_member = 22;
+constexpr int field_symbol = 8, enum_member_symbol = 22;
 
 JsonValue symbol(const Sources &sources, const syntax::Name &name, int kind, Span whole) {
     return {{"name", name.text},
@@ -58,10 +58,10 @@ JsonValue symbols_of(const Document &document) {
         }
         JsonValue children = JsonValue::array();
         for (const syntax::Enumerator &enumerator : each.enumerators) {
-            children.push_back(symbol(sources, enumerator.name, enum_member, enumerator.span));
+            children.push_back(symbol(sources, enumerator.name, enum_member_symbol, enumerator.span));
         }
         for (const syntax::Member &member : each.members) {
-            children.push_back(symbol(sources, member.name, field, member.span));
+            children.push_back(symbol(sources, member.name, field_symbol, member.span));
             children.back()["detail"] = sources.text(member.type.span);
         }
         all.push_back(symbol(sources, each.name, look(each.form).symbol, each.span));

@@ -119,7 +119,7 @@ std::string grouped(uint64_t number) {
     std::string text = std::to_string(number);
     for (size_t at = text.size(); at > 3;) {
         at -= 3;
-        text.insert(at, ",");
+        text.insert(at, 1, ',');
     }
     return text;
 }

@@ -80,7 +80,8 @@ public:
             work();
             return true;
         } catch (const TextFault &found) {
-            store_fault(fault_, found, text);
+            const std::string_view before = std::string_view(text).substr(0, found.offset);
+            store_fault(fault_, found.code, found.path, found.message, before);
         } catch (const Stopped &) {
         } catch (const std::exception &) { // std::bad_alloc, or a length that no string can have
             store_fault(fault_, TLVMSG_TEXT_OUT_OF_MEMORY, "$", "there is no more memory");

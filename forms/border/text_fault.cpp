@@ -29,50 +29,36 @@ void copy(std::string_view text, char (&buffer)[Size]) {
 
 } // namespace
 
-std::string cut(std::string text, size_t longest) {
-    if (text.size() > longest) {
-        text.resize(longest);
-        text += "...";
-    }
-    return text;
+std::string cut(std::string_view text, size_t longest) {
+    return std::string(text.substr(0, longest)) + (text.size() > longest ? "..." : "");
 }
 
-std::string quoted(const std::string &text) {
+std::string quoted(std::string_view text) {
     constexpr size_t enough = 64; // to be cut
-    const nlohmann::json start(text.substr(0, enough));
-    return cut(base::json_text(start));
+    return cut(base::json_text(nlohmann::json(text.substr(0, enough))));
 }
 
-std::string no_such(const std::string &what, const std::string &name,
+std::string no_such(const std::string &what, std::string_view name,
                     const std::vector<std::string_view> &names) {
     const std::string hint = base::did_you_mean(name, names);
     return "no " + what + " " + quoted(name) + (hint.empty() ? "" : ", " + hint);
 }
 
 void store_fault(tlvmsg_text_fault *wanted, tlvmsg_text_code code, std::string_view path,
-                 std::string_view message) {
-    if (wanted != nullptr) {
-        wanted->code = code;
-        wanted->offset = 0;
-        wanted->line = 1;
-        wanted->column = 1;
-        copy(path, wanted->path);
-        copy(message, wanted->message);
-        // A text that somebody changes meanwhile may have shown anything.
-        const auto is_unprintable = [](char c) { return c < ' ' || c > '~'; };
-        std::replace_if(wanted->message, wanted->message + std::strlen(wanted->message), is_unprintable, '?');
-        std::fill(std::begin(wanted->reserved), std::end(wanted->reserved), 0);
+                 std::string_view message, std::string_view before) {
+    if (wanted == nullptr) {
+        return;
     }
-}
-
-void store_fault(tlvmsg_text_fault *wanted, const TextFault &fault, std::string_view text) {
-    store_fault(wanted, fault.code, fault.path, fault.message);
-    if (wanted != nullptr) {
-        const std::string_view before = text.substr(0, std::min(fault.offset, text.size()));
-        wanted->offset = before.size();
-        wanted->line += static_cast<size_t>(std::count(before.begin(), before.end(), '\n'));
-        wanted->column = before.size() - (before.find_last_of('\n') + 1) + 1; // npos + 1 is 0
-    }
+    *wanted = {};
+    wanted->code = code;
+    wanted->offset = before.size();
+    wanted->line = 1 + static_cast<size_t>(std::ranges::count(before, '\n'));
+    wanted->column = before.size() - (before.find_last_of('\n') + 1) + 1; // npos + 1 is 0
+    copy(path, wanted->path);
+    copy(message, wanted->message);
+    // A text that somebody changes meanwhile may have shown anything.
+    const auto is_unprintable = [](char c) { return c < ' ' || c > '~'; };
+    std::replace_if(wanted->message, wanted->message + std::strlen(wanted->message), is_unprintable, '?');
 }
 
 } // namespace tlvmsg::forms

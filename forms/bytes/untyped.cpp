@@ -6,87 +6,37 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <optional>
 
 namespace tlvmsg::forms {
 
 namespace {
 
-constexpr size_t count_size = 6;
-
-// The count behind an array's header.
-std::optional<size_t> count_of(Bytes bytes, const Element &array) {
-    const std::optional<Element> count = element_at(bytes.first(array.end()), array.value());
-    if (!count || count->tag != 4 || count->length != 2) {
-        return std::nullopt;
-    }
-    return number_at(bytes, count->value());
+// How many elements fill these bytes. Nothing unless some do, and below the depth that types can have.
+std::optional<size_t> elements_in(Bytes bytes, unsigned depth) {
+    size_t count = 0;
+    const size_t end = for_each_element(bytes, [&](const Element &) { ++count; });
+    const bool fill = end == bytes.size() && (count == 0 || depth < TLVMSG_MAX_DEPTH);
+    return fill ? std::optional(count) : std::nullopt;
 }
 
-class UntypedReader {
-public:
-    UntypedReader(const tlvmsg_type_set *set, Bytes bytes) : set_(set), bytes_(bytes) {}
-
-    UntypedElement read(const Element &element, unsigned depth) const {
-        UntypedElement read{element, UntypedKind::opaque, tlvmsg_type_set_by_tag(set_, element.tag), {}};
-        if (read.type != nullptr && read.type->kind == TLVMSG_SCALAR) {
-            read.kind = element.length == read.type->size ? UntypedKind::number : UntypedKind::opaque;
-        } else if (read.type != nullptr && fits_strictly(read.type, element.own(bytes_))) {
-            // Only its own bytes are looked at: what an element is does not depend on what follows it.
-            read.kind = UntypedKind::typed;
-        } else if (element.tag == array_tag) {
-            read_array(read, depth);
-        } else if (auto inside = read_all(element.value(), element.end(), depth);
-                   inside && !inside->empty()) {
-            read.kind = UntypedKind::elements;
-            read.inside = std::move(*inside);
-        }
-        return read;
+// By the count behind the header.
+void read_array(UntypedElement &array) {
+    const std::optional<Element> count = element_at(array.own, header_size);
+    if (!count || count->tag != count_tag || count->length != count_width) {
+        return;
     }
-
-private:
-    void read_array(UntypedElement &array, unsigned depth) const {
-        const std::optional<size_t> count = count_of(bytes_, array.element);
-        if (!count) {
-            return;
-        }
-        const size_t at = array.element.value() + count_size;
-        const size_t left = array.element.end() - at;
-        const bool terminated = left == *count + 1 && bytes_[array.element.end() - 1] == 0;
-        std::optional<std::vector<UntypedElement>> items = read_all(at, array.element.end(), depth);
-        if (items && items->size() == *count) {
-            array.kind = UntypedKind::array;
-            array.inside = std::move(*items);
-        } else if (left == *count || terminated) {
-            array.kind = UntypedKind::bytes;
-        }
+    const size_t items = number_at(array.own, count->value());
+    const Bytes rest = array.own.subspan(count->end());
+    const bool terminated = rest.size() == items + 1 && rest.back() == 0;
+    if (elements_in(rest, array.depth) == items) {
+        array.kind = UntypedKind::array;
+        array.content = rest;
+    } else if (rest.size() == items || terminated) {
+        array.kind = UntypedKind::bytes;
+        array.content = rest.first(items);
     }
-
-    // Nothing unless elements fill these bytes, and not below the depth that types can have.
-    std::optional<std::vector<UntypedElement>> read_all(size_t at, size_t end, unsigned depth) const {
-        std::vector<Element> found;
-        while (at < end) {
-            const std::optional<Element> element = element_at(bytes_.first(end), at);
-            if (!element) {
-                return std::nullopt;
-            }
-            found.push_back(*element);
-            at = element->end();
-        }
-        if (depth == TLVMSG_MAX_DEPTH && !found.empty()) {
-            return std::nullopt;
-        }
-        std::vector<UntypedElement> elements;
-        for (const Element &element : found) {
-            elements.push_back(read(element, depth + 1));
-        }
-        return elements;
-    }
-
-    const tlvmsg_type_set *set_;
-    Bytes bytes_;
-};
+}
 
 } // namespace
 
@@ -94,23 +44,33 @@ std::string UntypedElement::name() const {
     if (type != nullptr) {
         return type->name;
     }
-    return element.tag == array_tag ? "array" : fmt::format("tag {}", element.tag);
+    return tag == array_tag ? "array" : fmt::format("tag {}", tag);
 }
 
-UntypedElement read_untyped(const tlvmsg_type_set *set, Bytes bytes, const Element &element) {
-    return UntypedReader(set, bytes).read(element, 1);
-}
-
-uint64_t number_in(Bytes bytes, const UntypedElement &element) {
+uint64_t UntypedElement::number() const {
     uint64_t value = 0;
-    for (const uint8_t byte : element.element.inside(bytes)) {
+    for (const uint8_t byte : content) {
         value = value << 8 | byte;
     }
-    return tlvmsg_sign_extend(element.type, value);
+    return tlvmsg_sign_extend(type, value);
 }
 
-Bytes array_bytes(Bytes bytes, const UntypedElement &element) {
-    return bytes.subspan(element.element.value() + count_size, *count_of(bytes, element.element));
+UntypedElement read_untyped(const tlvmsg_type_set *set, Bytes own, unsigned depth) {
+    const uint16_t tag = number_at(own, 0);
+    const tlvmsg_type *const type = tlvmsg_type_set_by_tag(set, tag);
+    UntypedElement read{tag, UntypedKind::opaque, type, own, own.subspan(header_size), depth};
+    if (type != nullptr && type->kind == TLVMSG_SCALAR) {
+        read.kind = read.content.size() == type->size ? UntypedKind::number : UntypedKind::opaque;
+    } else if (type != nullptr && fits_strictly(type, own)) {
+        // Only its own bytes are looked at: what an element is does not depend on what follows it.
+        read.kind = UntypedKind::typed;
+        read.content = own;
+    } else if (tag == array_tag) {
+        read_array(read);
+    } else if (!read.content.empty() && elements_in(read.content, depth)) {
+        read.kind = UntypedKind::elements;
+    }
+    return read;
 }
 
 } // namespace tlvmsg::forms

@@ -6,7 +6,6 @@
 #include <tlvmsg/forms/untyped.h>
 
 #include <string>
-#include <vector>
 
 namespace tlvmsg::forms {
 
@@ -22,20 +21,26 @@ enum class UntypedKind {
 };
 
 struct UntypedElement {
-    Element element;
+    uint16_t tag;
     UntypedKind kind;
     const tlvmsg_type *type; // that the tag names; null for arrays and unknown tags
-    std::vector<UntypedElement> inside;
+    Bytes own;               // all of it
+    Bytes content;           // all of a typed one, of arrays what they count, of others the value
+    unsigned depth;
 
     std::string name() const; // "app_sess_hdr", "array", "tag 1300"
+    uint64_t number() const;  // of that kind
 };
 
-UntypedElement read_untyped(const tlvmsg_type_set *set, Bytes bytes, const Element &element);
+// Of the bytes of an element.
+UntypedElement read_untyped(const tlvmsg_type_set *set, Bytes own, unsigned depth = 1);
 
-// The number that a scalar's element holds.
-uint64_t number_in(Bytes bytes, const UntypedElement &element);
-
-// The bytes of an array of bytes, without its count.
-Bytes array_bytes(Bytes bytes, const UntypedElement &element);
+// Visits those that one of elements, or an array of them, consists of.
+template <class Visit>
+void for_each_inside(const tlvmsg_type_set *set, const UntypedElement &outer, Visit visit) {
+    for_each_element(outer.content, [&](const Element &each) {
+        visit(read_untyped(set, each.own(outer.content), outer.depth + 1));
+    });
+}
 
 } // namespace tlvmsg::forms

@@ -1,6 +1,4 @@
 // Bytes to JSON and JSON to bytes, by way of a record that nobody sees.
-#include "forms/border/block.h"
-#include "forms/border/call.h"
 #include "forms/border/input.h"
 #include "forms/json/reader.h"
 #include "forms/json/writer.h"
@@ -16,14 +14,10 @@ namespace {
 
 // Why a call failed, in the terms of those that take bytes.
 tlvmsg_fault fault_of_bytes(const tlvmsg_text_fault &failed, const tlvmsg_json_options *options) {
-    tlvmsg_fault fault{};
-    if (failed.code == TLVMSG_TEXT_NULL_ARGUMENT || failed.code == TLVMSG_TEXT_RESERVED_WORD) {
-        const bool missing = failed.code == TLVMSG_TEXT_NULL_ARGUMENT;
-        fault.code = missing ? TLVMSG_NULL_ARGUMENT : TLVMSG_RESERVED_WORD;
-        fault.found = missing ? 0 : reserved_bits(options);
-    } else {
-        fault.code = TLVMSG_OUT_OF_MEMORY;
-    }
+    const tlvmsg_code code = failed.code == TLVMSG_TEXT_NULL_ARGUMENT   ? TLVMSG_NULL_ARGUMENT
+                             : failed.code == TLVMSG_TEXT_RESERVED_WORD ? TLVMSG_RESERVED_WORD
+                                                                        : TLVMSG_OUT_OF_MEMORY;
+    tlvmsg_fault fault{code, 0, code == TLVMSG_RESERVED_WORD ? reserved_bits(options) : 0, 0, {}, {}};
     static_assert(sizeof fault.path == sizeof failed.path);
     std::memcpy(fault.path, failed.path, sizeof fault.path);
     return fault;
@@ -61,21 +55,19 @@ bool tlvmsg_bytes_to_json(const tlvmsg_type *type, const uint8_t *in, size_t in_
     using namespace tlvmsg::forms;
     tlvmsg_text_fault failed;
     tlvmsg_fault refused{};
+    size_t end = 0;
     Call call(&failed);
-    call.needs("type", type).reads("in", in, in_len).hands_out("text", text).may_hand_out(length);
-    const bool done = call.may_hand_out(consumed).takes("options", options).run([&] {
+    call.needs("type", type).reads("in", in, in_len);
+    const bool done = hand_out_json(call, options, text, length, [&](JsonWriter &writer) {
         Record record(type);
-        size_t end = 0;
         if (!tlvmsg_decode(type, in, in_len, limits, record.data(), &end, &refused)) {
             throw Stopped();
         }
-        JsonWriter writer(options);
         writer.value(type, record.data());
-        *text = text_block(writer.text, length);
-        if (consumed != nullptr) {
-            *consumed = end;
-        }
     });
+    if (consumed != nullptr) {
+        *consumed = done ? end : 0;
+    }
     if (fault != nullptr) {
         *fault = failed.code != TLVMSG_TEXT_OK ? fault_of_bytes(failed, options) : refused;
     }

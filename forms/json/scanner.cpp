@@ -1,6 +1,7 @@
 #include "forms/json/scanner.h"
 
 #include "base/ascii.h"
+#include "base/utf8.h"
 #include "forms/border/text_fault.h"
 
 #include <fmt/format.h>
@@ -91,7 +92,13 @@ bool Scanner::another(char close, bool first) {
 
 // ---- Numbers and words -------------------------------------------------------------------------------
 
-bool Scanner::begins_number(char c) { return c == '-' || is_digit(c); }
+JsonScalar Scanner::scalar() {
+    const char c = next();
+    if (c == '"') {
+        return {JsonScalar::text, string()};
+    }
+    return c == '-' || is_digit(c) ? number() : JsonScalar{JsonScalar::word, word()};
+}
 
 template <class Visit>
 void Scanner::digits(Visit visit) {
@@ -105,7 +112,7 @@ void Scanner::digits(Visit visit) {
     }
 }
 
-JsonNumber Scanner::number() {
+JsonScalar Scanner::number() {
     constexpr int64_t largest_exponent = int64_t{1} << 56; // more digits than memory holds
     const size_t start = at_;
     const bool minus = peek() == '-';
@@ -135,7 +142,7 @@ JsonNumber Scanner::number() {
     const bool whole = decimal.is_whole(places);
     const bool negative = minus && decimal.value() != 0;
     const bool fits = whole && (!negative || decimal.value() <= uint64_t{1} << 63);
-    return {text_.substr(start, at_ - start), fits, negative,
+    return {JsonScalar::number, text_.substr(start, at_ - start), fits, negative,
             negative ? 0 - decimal.value() : decimal.value()};
 }
 
@@ -172,41 +179,15 @@ std::string_view Scanner::string() {
         } else if (static_cast<unsigned char>(c) < 0x80) {
             ++at_;
         } else {
-            utf8();
+            const size_t size = base::first_character(text_.substr(at_)).size;
+            if (size == 0) {
+                fail("UTF-8");
+            }
+            at_ += size;
         }
     }
     const std::string_view rest = text_.substr(start, at_++ - start);
     return escaped ? decoded_.append(rest) : rest;
-}
-
-// Takes a character of several bytes.
-void Scanner::utf8() {
-    const size_t start = at_;
-    struct Sequence {
-        uint8_t first, last;    // of the bytes that it may begin with
-        uint8_t least, largest; // that the second may be
-        size_t more;
-    };
-    static constexpr Sequence sequences[] = {{0xC2, 0xDF, 0x80, 0xBF, 1}, {0xE0, 0xE0, 0xA0, 0xBF, 2},
-                                             {0xE1, 0xEC, 0x80, 0xBF, 2}, {0xED, 0xED, 0x80, 0x9F, 2},
-                                             {0xEE, 0xEF, 0x80, 0xBF, 2}, {0xF0, 0xF0, 0x90, 0xBF, 3},
-                                             {0xF1, 0xF3, 0x80, 0xBF, 3}, {0xF4, 0xF4, 0x80, 0x8F, 3}};
-    const auto is_next_in = [&](uint8_t least, uint8_t largest) {
-        const auto byte = static_cast<uint8_t>(peek());
-        const bool is = byte >= least && byte <= largest;
-        at_ += is ? 1 : 0;
-        return is;
-    };
-    const auto *const found =
-        std::find_if(std::begin(sequences), std::end(sequences),
-                     [&](const Sequence &each) { return is_next_in(each.first, each.last); });
-    bool right = found != std::end(sequences) && is_next_in(found->least, found->largest);
-    for (size_t i = 1; right && i < found->more; ++i) {
-        right = is_next_in(0x80, 0xBF);
-    }
-    if (!right) {
-        fail(start, "UTF-8");
-    }
 }
 
 // Takes one from its backslash on.
@@ -234,15 +215,7 @@ void Scanner::escape(std::string &decoded) {
         }
         code = 0x10000 + ((code - 0xD800) << 10) + (low - 0xDC00);
     }
-    const auto add = [&](uint32_t bits) { decoded += static_cast<char>(bits); };
-    if (code < 0x80) {
-        return add(code);
-    }
-    const unsigned more = code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
-    add((0xF80u >> more & 0xFF) | code >> 6 * more);
-    for (unsigned i = more; i-- > 0;) {
-        add(0x80 | (code >> 6 * i & 0x3F));
-    }
+    base::add_character(decoded, code);
 }
 
 // Takes four hexadecimal digits behind a u.
@@ -270,7 +243,7 @@ void Scanner::fail(size_t at, const std::string &expected) const {
     const auto word = std::find_if_not(rest.begin(), rest.end(), base::is_letter_or_digit);
     const size_t size = std::max(static_cast<size_t>(word - rest.begin()), at_ - at);
     const char first = rest.empty() ? '\0' : rest[0];
-    std::string found = quoted(std::string(rest.substr(0, std::max(size, size_t{1}))));
+    std::string found = quoted(rest.substr(0, std::max(size, size_t{1})));
     if (rest.empty()) {
         found = "the end";
     } else if (static_cast<unsigned char>(first) >= 0x80) {

@@ -9,11 +9,13 @@
 
 namespace tlvmsg::forms {
 
-struct JsonNumber {
-    std::string_view written;
-    bool whole; // and so small that 64 bits say it: "1e3", "1.0"
-    bool negative;
-    uint64_t value; // of a whole one, sign-extended
+// A value that is no array and no object.
+struct JsonScalar {
+    enum Kind { text, number, word } kind; // a word is true, false or null
+    std::string_view written;              // of a text what it stands for, until the next one is taken
+    bool whole = false;                    // a number, and so small that 64 bits say it: "1e3", "1.0"
+    bool negative = false;
+    uint64_t value = 0; // of a whole one, sign-extended
 };
 
 class Scanner {
@@ -27,21 +29,19 @@ public:
     // Each takes what is next, and throws a TextFault where that is something else.
     void take(char wanted);
     std::string_view string(); // what it stands for; until the next one is taken
-    JsonNumber number();
-    std::string_view word(); // true, false or null
+    JsonScalar scalar();
     void end();
 
     // Behind an opening bracket, or a value inside: whether another value follows. Takes the comma before it, or the
     // closing bracket.
     bool another(char close, bool first);
 
-    static bool begins_number(char c);
-
 private:
     char peek() const { return at_ < text_.size() ? text_[at_] : '\0'; }
     template <class Visit>
     void digits(Visit visit);
-    void utf8();
+    JsonScalar number();
+    std::string_view word();
     void escape(std::string &decoded);
     uint32_t code_unit();
     [[noreturn]] void fail(const std::string &expected) const { fail(at_, expected); }

@@ -1,7 +1,5 @@
 // Records to JSON.
 #include "base/hex.h"
-#include "forms/border/block.h"
-#include "forms/border/call.h"
 #include "forms/json/writer.h"
 #include "forms/record/fields.h"
 #include "forms/record/words.h"
@@ -9,31 +7,21 @@
 namespace tlvmsg::forms {
 
 void JsonWriter::value(const tlvmsg_type *type, const void *record) {
-    switch (type->kind) {
-    case TLVMSG_SCALAR:
-    case TLVMSG_ENUMERATION:
+    switch (shape_of(type)) {
+    case Shape::number:
         return number(type, tlvmsg_load(type, record));
-    case TLVMSG_STRUCTURE:
-    case TLVMSG_MESSAGE:
-    case TLVMSG_UNION:
+    case Shape::fields:
         return fields(type, record);
-    case TLVMSG_ELEMENT_ARRAY:
-    case TLVMSG_PACKED_ARRAY:
-    case TLVMSG_BYTE_ARRAY:
-    case TLVMSG_DYNAMIC_ELEMENTS:
-    case TLVMSG_DYNAMIC_BYTES:
+    case Shape::items:
         return array(type, record);
     }
 }
 
 void JsonWriter::number(const tlvmsg_type *type, uint64_t value) {
     if (const tlvmsg_enumerator *named = tlvmsg_enumerator_by_value(type, value)) {
-        text += '"';
-        text += named->name;
-        text += '"';
+        text.append("\"").append(named->name).append("\"");
     } else {
-        const bool is_signed = tlvmsg_type_is_signed(type);
-        text += is_signed ? std::to_string(static_cast<int64_t>(value)) : std::to_string(value);
+        text += digits_of(type, value);
     }
 }
 
@@ -130,15 +118,6 @@ void JsonWriter::new_line() {
 bool tlvmsg_to_json(const tlvmsg_type *type, const void *record, const tlvmsg_json_options *options,
                     char **text, size_t *length, tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    return Call(fault)
-        .needs("type", type)
-        .needs("record", record)
-        .hands_out("text", text)
-        .may_hand_out(length)
-        .takes("options", options)
-        .run([&] {
-            JsonWriter writer(options);
-            writer.value(type, record);
-            *text = text_block(writer.text, length);
-        });
+    return hand_out_json(Call(fault).needs("type", type).needs("record", record), options, text, length,
+                         [&](JsonWriter &writer) { writer.value(type, record); });
 }

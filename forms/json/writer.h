@@ -1,6 +1,9 @@
 // JSON as it is laid out here: of records, and of whatever else is put between brackets.
 #pragma once
 
+#include "forms/border/block.h"
+#include "forms/border/call.h"
+
 #include <tlvmsg/forms/json.h>
 
 #include <span>
@@ -37,6 +40,16 @@ private:
     unsigned level_;
     bool empty_ = true; // nothing yet in what is open
 };
+
+// Hands out what `write` writes.
+template <class Writer = JsonWriter, class Write>
+bool hand_out_json(Call &call, const tlvmsg_json_options *options, char **text, size_t *length, Write write) {
+    return call.hands_out("text", text).may_hand_out(length).takes("options", options).run([&] {
+        Writer writer(options);
+        write(writer);
+        *text = text_block(writer.text, length);
+    });
+}
 
 // In one line.
 inline std::string json_of(const tlvmsg_type *type, const void *record) {

@@ -34,25 +34,26 @@ public:
         }
     }
 
-    // Bytes that were printed before are named only.
-    void explain(size_t offset, size_t size, const std::string &text, Aside aside = Aside::nothing) {
-        if (offset > covered_) {
-            explain(covered_, offset - covered_, "not understood", Aside::characters);
-        }
-        const size_t end = offset + size;
-        if (end <= covered_) {
-            note(Colour::dim, fmt::format("bytes {} to {} again: {}", offset, end - 1, text));
+    // Those of the page's bytes that were printed before are named only.
+    void explain(Bytes part, const std::string &text, Aside aside = Aside::nothing) {
+        const auto offset = static_cast<size_t>(part.data() - bytes_.data());
+        const size_t end = offset + part.size();
+        if (part.empty()) {
             return;
+        }
+        rest(offset, "not understood");
+        if (end <= covered_) {
+            return note(Colour::dim, fmt::format("bytes {} to {} again: {}", offset, end - 1, text));
         }
         const bool again = offset < covered_;
         std::string head = again ? fmt::format("from byte {}: {}", offset, text) : text;
         while (covered_ < end) {
             const size_t width = std::min(bytes_a_line, end - covered_);
-            const Bytes part = bytes_.subspan(covered_, width);
+            const Bytes row = bytes_.subspan(covered_, width);
             if (aside == Aside::characters) {
-                head += fmt::format("{}\"{}\"", head.empty() ? "" : " ", printable(part));
+                head += fmt::format("{}\"{}\"", head.empty() ? "" : " ", printable(row));
             }
-            line(fmt::format("{:4}", covered_), base::hex_pairs(part), head);
+            line(fmt::format("{:4}", covered_), base::hex_pairs(row), head);
             covered_ += width;
             head.clear();
         }
@@ -64,10 +65,9 @@ public:
 
     size_t covered() const { return covered_; }
 
+    // What is left up to there.
     void rest(size_t end, const std::string &text) {
-        if (covered_ < end) {
-            explain(covered_, end - covered_, text, Aside::characters);
-        }
+        explain(bytes_.first(std::max(end, covered_)).subspan(covered_), text, Aside::characters);
     }
 
 private:
@@ -93,23 +93,24 @@ std::string line_of(const tlvmsg_fault &fault, const char *label) {
     return fmt::format("! {}[{}]: {}", label, tlvmsg_code_name(fault.code), text);
 }
 
-void explain_untyped(Page &page, const tlvmsg_type_set *set, Bytes bytes, const UntypedElement &read,
+void explain_untyped(Page &page, const tlvmsg_type_set *set, const UntypedElement &read,
                      const std::string &above);
 
 // Puts the pieces of a trace on a page. A number's headers and its value make one line.
 class Explainer {
 public:
-    Explainer(Page &page, const tlvmsg_type_set *set, Bytes bytes, size_t base, std::string whole)
-        : page_(page), set_(set), bytes_(bytes), base_(base), whole_(std::move(whole)) {}
+    Explainer(Page &page, const tlvmsg_type_set *set, Bytes bytes, std::string whole)
+        : page_(page), set_(set), bytes_(bytes), whole_(std::move(whole)) {}
 
-    // Explains the bytes from the base on, and returns whether the type accepts them.
-    bool trace(const tlvmsg_type *type, Bytes own) {
+    // Explains the bytes, which are all of the page's, or an element that the type accepts without deviations. Returns
+    // whether the type accepts them.
+    bool trace(const tlvmsg_type *type) {
         const auto add = [](void *context, const tlvmsg_piece *piece) {
             auto &self = *static_cast<Explainer *>(context);
             self.relay_.run([&] { self.add(*piece); });
         };
         const bool accepted =
-            tlvmsg_trace(type, own.data(), own.size(), nullptr, add, this, nullptr, nullptr);
+            tlvmsg_trace(type, bytes_.data(), bytes_.size(), nullptr, add, this, nullptr, nullptr);
         relay_.throw_on();
         finish();
         return accepted;
@@ -134,81 +135,71 @@ private:
     struct Pending {
         size_t offset = 0;
         size_t size = 0;
-        std::string path;
-        std::string text;
+        std::string path{};
+        std::string text{};
     };
 
     void finish() {
         if (pending_.size > 0) {
             const Pending pending = std::exchange(pending_, {});
-            page_.explain(pending.offset, pending.size, pending.text);
+            page_.explain(bytes_.subspan(pending.offset, pending.size), pending.text);
         }
     }
 
     void add(const tlvmsg_piece &piece) {
         const std::string path = path_of(*piece.place, whole_);
-        const size_t offset = base_ + piece.offset;
-        const bool continues =
-            pending_.size > 0 && pending_.path == path && pending_.offset + pending_.size == offset;
+        const size_t end = piece.offset + piece.size;
+        const bool is_number = piece.kind <= TLVMSG_PIECE_COUNT; // or a header, which may be one's
+        if (!is_number || pending_.path != path || pending_.offset + pending_.size != piece.offset) {
+            finish();
+        }
+        const Bytes part = bytes_.subspan(piece.offset, piece.size);
         switch (piece.kind) {
         case TLVMSG_PIECE_HEADER:
-            enter(offset, header_size + (piece.value & 0xFFFF));
-            if (continues) {
-                pending_.size += piece.size;
-                return;
+            enter(piece.offset, end + (piece.value & 0xFFFF));
+            if (pending_.size == 0) {
+                pending_ = {piece.offset, 0, path, header_text(piece, path)};
             }
-            finish();
-            pending_ = {offset, piece.size, path, header_text(piece, path)};
+            pending_.size += piece.size;
             return;
         case TLVMSG_PIECE_VALUE:
         case TLVMSG_PIECE_COUNT: {
-            const size_t start = continues ? pending_.offset : offset;
-            if (continues) {
-                pending_ = {};
-            }
-            finish();
-            page_.explain(start, offset + piece.size - start, number_line(piece, path));
-            return;
+            const size_t headers = std::exchange(pending_, {}).size;
+            return page_.explain(bytes_.subspan(piece.offset - headers, headers + piece.size),
+                                 number_line(piece, path));
         }
         case TLVMSG_PIECE_BYTES:
-            finish();
-            page_.explain(offset, piece.size, fmt::format("{}: {} bytes", path, piece.size),
-                          Page::Aside::characters);
-            return;
+            return page_.explain(part, fmt::format("{}: {} bytes", path, piece.size),
+                                 Page::Aside::characters);
         case TLVMSG_PIECE_TERMINATOR:
-            finish();
-            page_.explain(offset, piece.size, path + ": terminator");
-            return;
+            return page_.explain(part, path + ": terminator");
         case TLVMSG_PIECE_SKIPPED:
-            finish();
-            skip(offset, piece.size, path + ": skipped");
-            return;
+            return skip(part, end, path + ": skipped");
         case TLVMSG_PIECE_DEVIATION:
-            finish();
-            page_.note(Colour::yellow, line_of(*piece.fault, "tolerated"));
+            return page_.note(Colour::yellow, line_of(*piece.fault, "tolerated"));
         }
     }
 
     // An element, which is open as long as nothing behind it begins.
-    void enter(size_t offset, size_t size) {
+    void enter(size_t offset, size_t end) {
         while (!open_.empty() && open_.back() <= offset) {
             open_.pop_back();
         }
-        open_.push_back(offset + size);
+        open_.push_back(end);
     }
 
-    void skip(size_t offset, size_t size, const std::string &text) {
-        if (offset != page_.covered()) {
-            return page_.explain(offset, size, text, Page::Aside::characters);
+    void skip(Bytes part, size_t end, const std::string &text) {
+        if (end - part.size() != page_.covered()) {
+            return page_.explain(part, text, Page::Aside::characters);
         }
-        explain_by_tags(offset + size, text + ", ");
-        page_.rest(offset + size, text);
+        explain_by_tags(end, text + ", ");
+        page_.rest(end, text);
     }
 
     // From where the page is up to `end`, as long as there are elements that make sense.
     void explain_by_tags(size_t end, const std::string &above) {
         while (const auto element = likely_element(page_.covered(), end)) {
-            explain_untyped(page_, set_, bytes_, *element, above);
+            explain_untyped(page_, set_, *element, above);
         }
     }
 
@@ -218,10 +209,10 @@ private:
         if (!element || element->tag == 0) {
             return std::nullopt;
         }
-        UntypedElement read = read_untyped(set_, bytes_, *element);
+        const UntypedElement read = read_untyped(set_, element->own(bytes_));
         const bool taken = read.kind == UntypedKind::typed || read.kind == UntypedKind::number;
         const bool likely = taken || element->end() == end || is_known(element->end(), end);
-        return likely ? std::optional(std::move(read)) : std::nullopt;
+        return likely ? std::optional(read) : std::nullopt;
     }
 
     bool is_known(size_t at, size_t end) const {
@@ -249,50 +240,40 @@ private:
     Page &page_;
     const tlvmsg_type_set *set_;
     Bytes bytes_;
-    size_t base_;
     std::string whole_;
     base::Relay relay_;
     Pending pending_;
     std::vector<size_t> open_; // ends of the elements around what comes next
 };
 
-void explain_untyped(Page &page, const tlvmsg_type_set *set, Bytes bytes, const UntypedElement &read,
+void explain_untyped(Page &page, const tlvmsg_type_set *set, const UntypedElement &read,
                      const std::string &above) {
-    const Element &element = read.element;
     const std::string path = above + read.name();
-    const bool known = read.type != nullptr || element.tag == array_tag; // otherwise the name is the tag
-    const std::string tag = known ? fmt::format(", tag {}", element.tag) : "";
-    const std::string head = fmt::format("{}{}, length {}", path, tag, element.length);
+    const bool known = read.type != nullptr || read.tag == array_tag; // otherwise the name is the tag
+    const std::string tag = known ? fmt::format(", tag {}", read.tag) : "";
+    const std::string head = fmt::format("{}{}, length {}", path, tag, read.own.size() - header_size);
+    const auto head_size = static_cast<size_t>(read.content.data() - read.own.data());
+    const Bytes behind = read.own.subspan(head_size + read.content.size());
     switch (read.kind) {
     case UntypedKind::typed:
-        Explainer(page, set, bytes, element.offset, path).trace(read.type, element.own(bytes));
+        Explainer(page, set, read.content, path).trace(read.type);
         break;
     case UntypedKind::number:
-        page.explain(element.offset, element.end() - element.offset,
-                     fmt::format("{} = {}", path, number_text(read.type, number_in(bytes, read))));
+        page.explain(read.own, fmt::format("{} = {}", path, number_text(read.type, read.number())));
         break;
-    case UntypedKind::bytes: {
-        const Bytes part = array_bytes(bytes, read);
-        const size_t start = static_cast<size_t>(part.data() - bytes.data());
-        page.explain(element.offset, start - element.offset, fmt::format("{}, count {}", head, part.size()));
-        page.rest(start + part.size(), path);
-        if (page.covered() < element.end()) {
-            page.explain(page.covered(), 1, path + ": terminator");
-        }
+    case UntypedKind::bytes:
+        page.explain(read.own.first(head_size), fmt::format("{}, count {}", head, read.content.size()));
+        page.explain(read.content, path, Page::Aside::characters);
+        page.explain(behind, path + ": terminator");
         break;
-    }
     case UntypedKind::elements:
-    case UntypedKind::array: {
-        const size_t start = read.inside.empty() ? element.end() : read.inside.front().element.offset;
-        page.explain(element.offset, start - element.offset, head);
-        for (const UntypedElement &inside : read.inside) {
-            explain_untyped(page, set, bytes, inside, path + ".");
-        }
+    case UntypedKind::array:
+        page.explain(read.own.first(head_size), head);
+        for_each_inside(set, read, [&](const auto &each) { explain_untyped(page, set, each, path + "."); });
         break;
-    }
     case UntypedKind::opaque:
-        page.explain(element.offset, header_size, head);
-        page.rest(element.end(), path);
+        page.explain(read.own.first(head_size), head);
+        page.explain(read.content, path, Page::Aside::characters);
     }
 }
 
@@ -300,8 +281,8 @@ void annotate(Page &page, const tlvmsg_type_set *set, const tlvmsg_type *type, B
               tlvmsg_verdict &verdict) {
     page.heading("", type->name);
     tlvmsg_judge(type, bytes.data(), bytes.size(), nullptr, &verdict);
-    Explainer explainer(page, set, bytes, 0, "");
-    if (!explainer.trace(type, bytes)) {
+    Explainer explainer(page, set, bytes, "");
+    if (!explainer.trace(type)) {
         page.note(Colour::red, line_of(verdict.fault, "error"));
         explainer.go_on();
     }
@@ -311,7 +292,7 @@ void annotate(Page &page, const tlvmsg_type_set *set, const tlvmsg_type *type, B
 void annotate_elements(Page &page, const tlvmsg_type_set *set, Bytes bytes, tlvmsg_verdict &verdict) {
     page.heading(", by their tags", "");
     verdict.extent.consumed = for_each_element(bytes, [&](const Element &element) {
-        explain_untyped(page, set, bytes, read_untyped(set, bytes, element), "");
+        explain_untyped(page, set, read_untyped(set, element.own(bytes)), "");
     });
     verdict.fit = verdict.extent.consumed == bytes.size() ? TLVMSG_FITS : TLVMSG_FITS_PART;
     page.rest(bytes.size(), "no whole element");

@@ -17,8 +17,7 @@ public:
     Lines(Output &output, std::string_view whole) : output_(output), whole_(whole) {}
 
     static bool enter(void *context, const tlvmsg_place *place, size_t count) {
-        const tlvmsg_kind kind = place->type->kind;
-        const bool array = kind != TLVMSG_STRUCTURE && kind != TLVMSG_MESSAGE && kind != TLVMSG_UNION;
+        const bool array = place->type->element != nullptr;
         return !array || count > 0 || add(context, place, [] { return "[]"; });
     }
     static void number(void *context, const tlvmsg_place *place, uint64_t value) {

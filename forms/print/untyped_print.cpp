@@ -13,9 +13,9 @@ namespace tlvmsg::forms {
 
 namespace {
 
-Record record_of(Bytes bytes, const UntypedElement &element) {
+Record record_of(const UntypedElement &element) {
     Record record(element.type);
-    const Bytes own = element.element.own(bytes);
+    const Bytes own = element.content;
     tlvmsg_fault fault;
     if (!tlvmsg_decode(element.type, own.data(), own.size(), nullptr, record.data(), nullptr, &fault) &&
         fault.code == TLVMSG_OUT_OF_MEMORY) {
@@ -25,52 +25,50 @@ Record record_of(Bytes bytes, const UntypedElement &element) {
 }
 
 // A member of the list that is open.
-void write_json(JsonWriter &json, Bytes bytes, const UntypedElement &element) {
+void write_json(JsonWriter &json, const tlvmsg_type_set *set, const UntypedElement &element) {
     json.next();
     json.open('{');
     json.key(element.name());
     switch (element.kind) {
     case UntypedKind::typed:
-        json.value(element.type, record_of(bytes, element).data());
+        json.value(element.type, record_of(element).data());
         break;
     case UntypedKind::number:
-        json.number(element.type, number_in(bytes, element));
+        json.number(element.type, element.number());
         break;
     case UntypedKind::elements:
     case UntypedKind::array:
         json.open('[');
-        for (const UntypedElement &inside : element.inside) {
-            write_json(json, bytes, inside);
-        }
+        for_each_inside(set, element, [&](const auto &inside) { write_json(json, set, inside); });
         json.close(']');
         break;
     case UntypedKind::bytes:
-        json.bytes(array_bytes(bytes, element));
+        json.bytes(element.content);
         break;
     case UntypedKind::opaque:
-        json.hex(element.element.inside(bytes));
+        json.hex(element.content);
     }
     json.close('}');
 }
 
-void write_lines(Output &output, Bytes bytes, const std::string &above, const UntypedElement &element) {
+void write_lines(Output &output, const tlvmsg_type_set *set, const std::string &above,
+                 const UntypedElement &element) {
     const std::string path = above + element.name();
     const auto line = [&](const std::string &value) { output.write(fmt::format("{} = {}\n", path, value)); };
     switch (element.kind) {
     case UntypedKind::typed:
-        return write_text(output, element.type, record_of(bytes, element).data(), path);
+        return write_text(output, element.type, record_of(element).data(), path);
     case UntypedKind::number:
-        return line(number_text(element.type, number_in(bytes, element)));
+        return line(number_text(element.type, element.number()));
     case UntypedKind::elements:
     case UntypedKind::array:
-        for (const UntypedElement &inside : element.inside) {
-            write_lines(output, bytes, path + ".", inside);
-        }
-        return;
+        return for_each_inside(set, element, [&](const UntypedElement &inside) {
+            write_lines(output, set, path + ".", inside);
+        });
     case UntypedKind::bytes:
-        return line(bytes_text(array_bytes(bytes, element)));
+        return line(bytes_text(element.content));
     case UntypedKind::opaque:
-        return line(fmt::format("hex({})", base::hex_pairs(element.element.inside(bytes))));
+        return line(fmt::format("hex({})", base::hex_pairs(element.content)));
     }
 }
 
@@ -80,7 +78,7 @@ void tell_elements(const tlvmsg_type_set *set, Bytes bytes, size_t *end, Write w
     const size_t last = for_each_element(bytes, [&](const Element &element) {
         const Bytes own = element.own(bytes);
         const std::vector<uint8_t> copy = copy_of(own.data(), own.size());
-        write(copy, read_untyped(set, copy, {0, element.tag, element.length}));
+        write(read_untyped(set, copy));
     });
     if (end != nullptr) {
         *end = last;
@@ -99,8 +97,8 @@ bool tlvmsg_untyped_to_json(const tlvmsg_type_set *set, const uint8_t *in, size_
     return tell(call.takes("options", options).reads("in", in, in_len), sink, context, [&](Output &output) {
         JsonWriter json(options);
         json.open('[');
-        tell_elements(set, {in, in_len}, end, [&](Bytes bytes, const UntypedElement &element) {
-            write_json(json, bytes, element);
+        tell_elements(set, {in, in_len}, end, [&](const UntypedElement &element) {
+            write_json(json, set, element);
             output.write(json.text);
             json.text.clear();
         });
@@ -116,8 +114,8 @@ bool tlvmsg_untyped_to_text(const tlvmsg_type_set *set, const uint8_t *in, size_
     Call call(fault);
     return tell(call.takes("options", options).reads("in", in, in_len), sink, context, [&](Output &output) {
         const std::string whole(whole_of(options));
-        tell_elements(set, {in, in_len}, end, [&](Bytes bytes, const UntypedElement &element) {
-            write_lines(output, bytes, whole.empty() ? "" : whole + ".", element);
+        tell_elements(set, {in, in_len}, end, [&](const UntypedElement &element) {
+            write_lines(output, set, whole.empty() ? "" : whole + ".", element);
         });
     });
 }

@@ -14,6 +14,28 @@ inline const uint8_t *at_offset(const void *record, size_t offset) {
 
 inline uint8_t *at_offset(void *record, size_t offset) { return static_cast<uint8_t *>(record) + offset; }
 
+// How records of a type are gone through.
+enum class Shape { number, fields, items };
+
+inline Shape shape_of(const tlvmsg_type *type) {
+    switch (type->kind) {
+    case TLVMSG_SCALAR:
+    case TLVMSG_ENUMERATION:
+        break;
+    case TLVMSG_STRUCTURE:
+    case TLVMSG_MESSAGE:
+    case TLVMSG_UNION:
+        return Shape::fields;
+    case TLVMSG_ELEMENT_ARRAY:
+    case TLVMSG_PACKED_ARRAY:
+    case TLVMSG_BYTE_ARRAY:
+    case TLVMSG_DYNAMIC_ELEMENTS:
+    case TLVMSG_DYNAMIC_BYTES:
+        return Shape::items;
+    }
+    return Shape::number;
+}
+
 inline uint8_t *item_at(const tlvmsg_type *array, const tlvmsg_items &items, size_t index) {
     return items.first + index * array->element->size;
 }

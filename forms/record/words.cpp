@@ -20,24 +20,20 @@ bool is_printable_byte(uint8_t byte) { return byte >= ' ' && byte <= '~'; }
 std::string path_of(const tlvmsg_place &place, std::string_view whole) {
     std::string path(TLVMSG_MAX_PATH, '\0');
     path.resize(std::min(tlvmsg_place_path(&place, path.data(), path.size()), path.size() - 1));
-    const tlvmsg_place *root = &place;
-    while (root->parent != nullptr) {
-        root = root->parent;
+    if (!whole.empty() || place.parent != nullptr) {
+        path.replace(0, std::min(path.find_first_of(".["), path.size()), whole); // the type's name
+        path.erase(0, path.starts_with('.') ? 1 : 0);
     }
-    if (whole.empty() && &place == root) {
-        return path;
-    }
-    path.replace(0, std::string_view(root->name).size(), whole);
-    path.erase(0, path.starts_with('.') ? 1 : 0);
     return path;
 }
 
+std::string digits_of(const tlvmsg_type *type, uint64_t value) {
+    return tlvmsg_type_is_signed(type) ? std::to_string(static_cast<int64_t>(value)) : std::to_string(value);
+}
+
 std::string number_text(const tlvmsg_type *type, uint64_t value) {
-    if (const tlvmsg_enumerator *named = tlvmsg_enumerator_by_value(type, value)) {
-        return fmt::format("{} ({})", value, named->name);
-    }
-    return tlvmsg_type_is_signed(type) ? fmt::format("{}", static_cast<int64_t>(value))
-                                       : fmt::format("{}", value);
+    const tlvmsg_enumerator *const named = tlvmsg_enumerator_by_value(type, value);
+    return named != nullptr ? fmt::format("{} ({})", value, named->name) : digits_of(type, value);
 }
 
 bool is_printable(std::span<const uint8_t> bytes) {

@@ -12,7 +12,8 @@ namespace tlvmsg::forms {
 // Where something stands, below `whole`, which may be empty.
 std::string path_of(const tlvmsg_place &place, std::string_view whole);
 
-// A number of a scalar or an enumeration as walking gives it, with its name: "1 (dhcp)".
+// A number of a scalar or an enumeration as walking gives it, and the same with its name: "1 (dhcp)".
+std::string digits_of(const tlvmsg_type *type, uint64_t value);
 std::string number_text(const tlvmsg_type *type, uint64_t value);
 
 // Whether every byte is printable ASCII.

@@ -1,6 +1,8 @@
 // Records for samples, filled as the kind and the settings say.
+#include "base/element.h"
 #include "forms/border/call.h"
 #include "forms/record/fields.h"
+#include "forms/record/path.h"
 #include "forms/sample/setting.h"
 
 #include <tlvmsg/forms/sample.h>
@@ -16,7 +18,6 @@ namespace tlvmsg::forms {
 namespace {
 
 constexpr uint64_t most_encoded_bytes = UINT16_MAX;
-constexpr uint64_t header_bytes = 4;
 constexpr uint64_t small_count = 32;
 constexpr uint64_t room_inside = 16; // at least, for each dynamic array in the items of one
 
@@ -46,7 +47,7 @@ private:
         if (type->member_count == 0 && type->alternative_count == 0) {
             return {type->max_encoded, 0};
         }
-        Needs all{type->kind == TLVMSG_STRUCTURE ? header_bytes : 0, 0};
+        Needs all{type->kind == TLVMSG_STRUCTURE ? base::header_size : 0, 0};
         for (uint32_t i = 0; i < type->member_count; ++i) {
             const Needs &member = of(type->members[i].type);
             all = {all.bytes + member.bytes, all.dynamic_arrays + member.dynamic_arrays};
@@ -62,10 +63,6 @@ private:
     std::map<const tlvmsg_type *, Needs> known_;
 };
 
-std::string below(const std::string &path, std::string_view name) {
-    return path + (path.empty() || name.empty() ? "" : ".") + std::string(name);
-}
-
 class Sampler {
 public:
     Sampler(const tlvmsg_type *type, const tlvmsg_sample_options &options, Settings &settings)
@@ -76,32 +73,33 @@ public:
     // What is all zero.
     void fill(const tlvmsg_type *type, void *record) {
         key_ = put_key(type, record);
-        fill(type, record, "");
+        fill(type, record, false);
     }
 
 private:
     // A path alone is enough to have an alternative.
-    void fill(const tlvmsg_type *type, void *record, const std::string &path, bool alternative = false) {
-        const Setting *const setting = settings_.of(path);
-        if (setting != nullptr && (setting->value || !alternative)) {
-            return settings_.read(*setting, type, record);
+    void fill(const tlvmsg_type *type, void *record, bool is_alternative) {
+        if (set(type, record, is_alternative)) {
+            return;
         }
-        switch (type->kind) {
-        case TLVMSG_SCALAR:
-        case TLVMSG_ENUMERATION:
+        switch (shape_of(type)) {
+        case Shape::number:
             return record == key_ ? void() : tlvmsg_store(type, record, number(type));
-        case TLVMSG_STRUCTURE:
-        case TLVMSG_MESSAGE:
-            return fill_members(type, record, path);
-        case TLVMSG_UNION:
-            return fill_union(type, record, path);
-        case TLVMSG_ELEMENT_ARRAY:
-        case TLVMSG_PACKED_ARRAY:
-        case TLVMSG_BYTE_ARRAY:
-        case TLVMSG_DYNAMIC_ELEMENTS:
-        case TLVMSG_DYNAMIC_BYTES:
-            return fill_array(type, record, path);
+        case Shape::fields:
+            return type->kind == TLVMSG_UNION ? fill_union(type, record) : fill_members(type, record);
+        case Shape::items:
+            return fill_array(type, record);
         }
+    }
+
+    // Whether a setting says what it is.
+    bool set(const tlvmsg_type *type, void *record, bool is_alternative) {
+        const Setting *const setting = settings_.of(path_.text());
+        const bool is_said = setting != nullptr && (setting->value || !is_alternative);
+        if (is_said) {
+            settings_.read(*setting, type, record);
+        }
+        return is_said;
     }
 
     // Modulo, because the standard's distributions differ between libraries.
@@ -129,12 +127,99 @@ private:
         return any();
     }
 
-    uint64_t number(const tlvmsg_type *type);
-    uint64_t count(const tlvmsg_type *array);
-    void fill_bytes(uint8_t *first, size_t count);
-    void fill_members(const tlvmsg_type *type, void *record, const std::string &path);
-    void fill_array(const tlvmsg_type *array, void *record, const std::string &path);
-    void fill_union(const tlvmsg_type *type, void *record, const std::string &path);
+    uint64_t number(const tlvmsg_type *type) {
+        const auto least = static_cast<uint64_t>(tlvmsg_least(type));
+        const uint64_t most = tlvmsg_most(type);
+        return value(most, {least, least + 1, 0, 1, most - 1, most},
+                     [&] { return random_() >> draw(64); }); // small ones as often as large ones
+    }
+
+    uint64_t count(const tlvmsg_type *array) {
+        uint64_t most = tlvmsg_most_items(array);
+        if (tlvmsg_type_is_dynamic(array)) {
+            const Needs item = tlvmsg_type_is_bytes(array) ? Needs{1, 0} : needs_.of(array->element);
+            most = std::min(most, dynamic_share_ / (item.bytes + item.dynamic_arrays * room_inside));
+        }
+        const uint64_t one = std::min<uint64_t>(most, 1);
+        return value(most, {0, one, most - one, most}, [&] { return draw(std::min(most, small_count) + 1); });
+    }
+
+    // Text and bytes that are no text, and for the boundary the bytes next to where one becomes the other.
+    void fill_bytes(uint8_t *first, size_t count) {
+        const bool text = draw(2) == 0;
+        std::generate_n(first, count, [&] {
+            return static_cast<uint8_t>(
+                text ? value(UINT8_MAX, {' ', '"', '\\', '~'}, [&] { return 'a' + draw(26); })
+                     : value(UINT8_MAX, {0, 0x1f, 0x7f, 0xff}, [&] { return random_(); }));
+        });
+    }
+
+    void fill_members(const tlvmsg_type *type, void *record) {
+        for (tlvmsg_field field{}; tlvmsg_next_field(type, nullptr, &field);) {
+            if (field.alternative == nullptr) {
+                path_.member(field.name, [&] { fill(field.type, at_offset(record, field.offset), false); });
+                if (field.union_type != nullptr) { // in the structure's own record
+                    fill_union(field.union_type, record);
+                }
+            }
+        }
+    }
+
+    void fill_array(const tlvmsg_type *array, void *record) {
+        const uint64_t named = settings_.items(array, path_.text());
+        const Setting *const wanted = path_.member("count", [&] { return settings_.of(path_.text()); });
+        const uint64_t total =
+            wanted != nullptr ? settings_.read_count(*wanted, array) : std::max(count(array), named);
+        if (!tlvmsg_resize(array, record, static_cast<size_t>(total), nullptr)) {
+            throw std::bad_alloc(); // the count is none that does not fit
+        }
+        const tlvmsg_items items = tlvmsg_items_of(array, record);
+        if (tlvmsg_type_is_bytes(array)) {
+            fill_bytes(items.first, static_cast<size_t>(total));
+            for (size_t i = 0; i < std::min(named, total); ++i) {
+                path_.item(i, [&] { return set(array->element, items.first + i, false); });
+            }
+        } else {
+            fill_items(array, items);
+        }
+    }
+
+    void fill_items(const tlvmsg_type *array, const tlvmsg_items &items) {
+        const uint64_t share = dynamic_share_;
+        if (tlvmsg_type_is_dynamic(array) && items.count > 0) {
+            dynamic_share_ = share_within(array->element, share / items.count);
+        }
+        for (size_t i = 0; i < items.count; ++i) {
+            path_.item(i, [&] { fill(array->element, item_at(array, items, i), false); });
+        }
+        dynamic_share_ = share;
+    }
+
+    void fill_union(const tlvmsg_type *type, void *record) {
+        void *const selector = at_offset(record, type->selector_offset);
+        const bool is_set =
+            path_.member(type->selector_name, [&] { return set(type->selector, selector, false); });
+        if (const std::optional<uint32_t> value = is_set ? std::nullopt : choice(type)) {
+            tlvmsg_store(type->selector, selector, *value);
+        }
+        if (const tlvmsg_alternative *const chosen = tlvmsg_chosen_in(type, record)) {
+            path_.member(chosen->name, [&] { fill(chosen->type, at_offset(record, chosen->offset), true); });
+        }
+    }
+
+    // Every value that chooses something is as likely as the next.
+    std::optional<uint32_t> choice(const tlvmsg_type *type) {
+        if (const tlvmsg_alternative *const named = settings_.alternative(type, path_.text())) {
+            return named->values[0];
+        }
+        std::vector<uint32_t> values;
+        for (uint32_t i = 0; i < type->alternative_count; ++i) {
+            const tlvmsg_alternative &each = type->alternatives[i];
+            values.insert(values.end(), each.values, each.values + each.value_count);
+        }
+        const bool any = kind_ != TLVMSG_SAMPLE_MIN && !values.empty();
+        return any ? std::optional(values[static_cast<size_t>(draw(values.size()))]) : std::nullopt;
+    }
 
     const tlvmsg_sample_kind kind_;
     Settings &settings_;
@@ -142,103 +227,8 @@ private:
     NeedsOfTypes needs_;
     uint64_t dynamic_share_;    // bytes for the items of each dynamic array
     const void *key_ = nullptr; // the field that has the message's key already
+    Path path_;                 // of what is filled
 };
-
-uint64_t Sampler::number(const tlvmsg_type *type) {
-    const auto least = static_cast<uint64_t>(tlvmsg_least(type));
-    const uint64_t most = tlvmsg_most(type);
-    return value(most, {least, least + 1, 0, 1, most - 1, most},
-                 [&] { return random_() >> draw(64); }); // small ones as often as large ones
-}
-
-uint64_t Sampler::count(const tlvmsg_type *array) {
-    uint64_t most = tlvmsg_most_items(array);
-    if (tlvmsg_type_is_dynamic(array)) {
-        const Needs item = tlvmsg_type_is_bytes(array) ? Needs{1, 0} : needs_.of(array->element);
-        most = std::min(most, dynamic_share_ / (item.bytes + item.dynamic_arrays * room_inside));
-    }
-    const uint64_t one = std::min<uint64_t>(most, 1);
-    return value(most, {0, one, most - one, most}, [&] { return draw(std::min(most, small_count) + 1); });
-}
-
-// Text and bytes that are no text, and for the boundary the bytes next to where one becomes the other.
-void Sampler::fill_bytes(uint8_t *first, size_t count) {
-    if (kind_ == TLVMSG_SAMPLE_MIN) {
-        return;
-    }
-    const bool text = draw(2) == 0;
-    std::generate_n(first, count, [&]() -> uint8_t {
-        switch (kind_) {
-        case TLVMSG_SAMPLE_MAX:
-            return UINT8_MAX;
-        case TLVMSG_SAMPLE_BOUNDARY:
-            return static_cast<uint8_t>(text ? one_of({' ', '"', '\\', '~'}) : one_of({0, 0x1f, 0x7f, 0xff}));
-        case TLVMSG_SAMPLE_MIN:
-        case TLVMSG_SAMPLE_RANDOM:
-            break;
-        }
-        return static_cast<uint8_t>(text ? 'a' + draw(26) : random_());
-    });
-}
-
-void Sampler::fill_members(const tlvmsg_type *type, void *record, const std::string &path) {
-    for (tlvmsg_field field{}; tlvmsg_next_field(type, nullptr, &field);) {
-        if (field.alternative == nullptr) {
-            fill(field.type, at_offset(record, field.offset), below(path, field.name));
-            if (field.union_type != nullptr) { // in the structure's own record
-                fill_union(field.union_type, record, path);
-            }
-        }
-    }
-}
-
-void Sampler::fill_array(const tlvmsg_type *array, void *record, const std::string &path) {
-    const uint64_t named = settings_.items(array, path);
-    const Setting *const wanted = settings_.of(below(path, "count"));
-    const auto total = static_cast<size_t>(wanted != nullptr ? settings_.read_count(*wanted, array)
-                                                             : std::max(count(array), named));
-    if (!tlvmsg_resize(array, record, total, nullptr)) {
-        throw std::bad_alloc(); // the count is none that does not fit
-    }
-    const tlvmsg_items items = tlvmsg_items_of(array, record);
-    const bool bytes = tlvmsg_type_is_bytes(array);
-    if (bytes) {
-        fill_bytes(items.first, total);
-    }
-    const uint64_t share = dynamic_share_;
-    if (tlvmsg_type_is_dynamic(array) && !bytes && total > 0) {
-        dynamic_share_ = share_within(array->element, share / total);
-    }
-    for (size_t i = 0; i < (bytes ? std::min<uint64_t>(named, total) : total); ++i) {
-        const std::string item = path + "[" + std::to_string(i) + "]";
-        if (!bytes) {
-            fill(array->element, item_at(array, items, i), item);
-        } else if (const Setting *const byte = settings_.of(item)) {
-            settings_.read(*byte, array->element, items.first + i);
-        }
-    }
-    dynamic_share_ = share;
-}
-
-// Every value that chooses something is as likely as the next.
-void Sampler::fill_union(const tlvmsg_type *type, void *record, const std::string &path) {
-    void *const selector = at_offset(record, type->selector_offset);
-    std::vector<uint32_t> values;
-    for (uint32_t i = 0; i < type->alternative_count; ++i) {
-        const tlvmsg_alternative &each = type->alternatives[i];
-        values.insert(values.end(), each.values, each.values + each.value_count);
-    }
-    if (const Setting *const wanted = settings_.of(below(path, type->selector_name))) {
-        settings_.read(*wanted, type->selector, selector);
-    } else if (const tlvmsg_alternative *const named = settings_.alternative(type, path)) {
-        tlvmsg_store(type->selector, selector, named->values[0]);
-    } else if (kind_ != TLVMSG_SAMPLE_MIN && !values.empty()) {
-        tlvmsg_store(type->selector, selector, values[static_cast<size_t>(draw(values.size()))]);
-    }
-    if (const tlvmsg_alternative *const chosen = tlvmsg_chosen_in(type, record)) {
-        fill(chosen->type, at_offset(record, chosen->offset), below(path, chosen->name), true);
-    }
-}
 
 } // namespace
 

@@ -59,7 +59,7 @@ const Setting *Settings::of(const std::string &path) {
             found = &each;
         }
     }
-    if (!empty()) {
+    if (!settings_.empty()) {
         members_.push_back(path);
     }
     return found;
@@ -110,7 +110,7 @@ void Settings::read(const Setting &setting, const tlvmsg_type *type, void *field
 
 uint64_t Settings::read_count(const Setting &setting, const tlvmsg_type *array) const {
     const uint64_t most = tlvmsg_most_items(array);
-    const std::string value(setting.value.value_or(""));
+    const std::string_view value = setting.value.value_or("");
     const std::optional<uint64_t> count = base::number_of(value, 10);
     if (!count || *count > most) {
         fail(TLVMSG_TEXT_WRONG_VALUE, setting.value.value_or(setting.path), std::string(setting.path),
@@ -123,7 +123,7 @@ void Settings::check() const {
     for (const Setting &each : settings_) {
         if (!each.used) {
             const std::vector<std::string_view> names(members_.begin(), members_.end());
-            fail(TLVMSG_TEXT_UNKNOWN_NAME, each.path, "", no_such("member", std::string(each.path), names));
+            fail(TLVMSG_TEXT_UNKNOWN_NAME, each.path, "", no_such("member", each.path, names));
         }
     }
 }

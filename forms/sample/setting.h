@@ -22,8 +22,6 @@ public:
     // A line each.
     explicit Settings(std::string_view text);
 
-    bool empty() const { return settings_.empty(); }
-
     // The last one about this member; null for none.
     const Setting *of(const std::string &path);
 

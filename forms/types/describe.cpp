@@ -1,8 +1,7 @@
 // Descriptors as JSON, under the keys that the schema compiler writes in compiler/emit/describe.cpp.
 #include "base/json.h"
-#include "forms/border/block.h"
-#include "forms/border/call.h"
 #include "forms/json/writer.h"
+#include "forms/record/fields.h"
 
 #include <tlvmsg/forms/describe.h>
 #include <tlvmsg/record.h>
@@ -64,6 +63,14 @@ private:
         text += base::json_text(nlohmann::json(value));
     }
 
+    template <class Write>
+    void object(std::string_view name, Write write) {
+        key(name);
+        open('{');
+        write();
+        close('}');
+    }
+
     template <class Item, class Write>
     void list(std::string_view name, const Item *items, uint32_t count, Write write) {
         key(name);
@@ -75,44 +82,41 @@ private:
         close(']');
     }
 
-    void particulars(const tlvmsg_type *type) {
-        switch (type->kind) {
-        case TLVMSG_SCALAR:
-            return value("signed", (type->flags & TLVMSG_SIGNED) != 0);
-        case TLVMSG_ENUMERATION:
-            return enumerators(type);
-        case TLVMSG_STRUCTURE:
-        case TLVMSG_MESSAGE:
-            return members(type);
-        case TLVMSG_ELEMENT_ARRAY:
-        case TLVMSG_PACKED_ARRAY:
-        case TLVMSG_BYTE_ARRAY:
-        case TLVMSG_DYNAMIC_ELEMENTS:
-        case TLVMSG_DYNAMIC_BYTES:
-            return array(type);
-        case TLVMSG_UNION:
-            return alternatives(type);
-        }
-    }
-
-    void enumerators(const tlvmsg_type *type) {
-        list("enumerators", type->enumerators, type->enumerator_count, [&](const tlvmsg_enumerator &each) {
+    template <class Item, class Write>
+    void objects(std::string_view name, const Item *items, uint32_t count, Write write) {
+        list(name, items, count, [&](const Item &each) {
             open('{');
-            string("name", each.name);
-            string("doc", each.doc);
-            value("value", each.value);
+            write(each);
             close('}');
         });
     }
 
+    void particulars(const tlvmsg_type *type) {
+        switch (shape_of(type)) {
+        case Shape::number:
+            return type->kind == TLVMSG_SCALAR ? value("signed", tlvmsg_type_is_signed(type))
+                                               : enumerators(type);
+        case Shape::fields:
+            return type->kind == TLVMSG_UNION ? alternatives(type) : members(type);
+        case Shape::items:
+            return array(type);
+        }
+    }
+
+    void enumerators(const tlvmsg_type *type) {
+        objects("enumerators", type->enumerators, type->enumerator_count, [&](const auto &each) {
+            string("name", each.name);
+            string("doc", each.doc);
+            value("value", each.value);
+        });
+    }
+
     void members(const tlvmsg_type *type) {
-        list("members", type->members, type->member_count, [&](const tlvmsg_member &each) {
-            open('{');
+        objects("members", type->members, type->member_count, [&](const auto &each) {
             string("path", each.path);
             string("doc", each.doc);
             string("type", each.type->name);
             flags(each.flags);
-            close('}');
         });
     }
 
@@ -130,14 +134,12 @@ private:
     void alternatives(const tlvmsg_type *type) {
         string("selector", type->selector->name);
         string("selector_name", type->selector_name);
-        list("alternatives", type->alternatives, type->alternative_count, [&](const auto &each) {
-            open('{');
+        objects("alternatives", type->alternatives, type->alternative_count, [&](const auto &each) {
             string("name", each.name);
             list("values", each.values, each.value_count,
                  [&](uint32_t chosen_by) { text += std::to_string(chosen_by); });
             string("type", each.type->name);
             flags(each.flags);
-            close('}');
         });
     }
 
@@ -158,20 +160,15 @@ private:
     }
 
     void layouts(const tlvmsg_type *type) {
-        key("layouts");
-        open('{');
-        key(layout_name);
-        open('{');
-        value("size", type->size);
-        value("alignment", type->alignment);
-        if (type->kind != TLVMSG_SCALAR && type->kind != TLVMSG_ENUMERATION) {
-            key("offsets");
-            open('{');
-            offsets(type);
-            close('}');
-        }
-        close('}');
-        close('}');
+        object("layouts", [&] {
+            object(layout_name, [&] {
+                value("size", type->size);
+                value("alignment", type->alignment);
+                if (shape_of(type) != Shape::number) {
+                    object("offsets", [&] { offsets(type); });
+                }
+            });
+        });
     }
 
     void offsets(const tlvmsg_type *type) {
@@ -193,16 +190,6 @@ private:
     }
 };
 
-// Hands out what `write` writes.
-template <class Write>
-bool hand_out(Call &call, const tlvmsg_json_options *options, char **text, size_t *length, Write write) {
-    return call.hands_out("text", text).may_hand_out(length).takes("options", options).run([&] {
-        TypeWriter writer(options);
-        write(writer);
-        *text = text_block(writer.text, length);
-    });
-}
-
 } // namespace
 
 } // namespace tlvmsg::forms
@@ -210,15 +197,15 @@ bool hand_out(Call &call, const tlvmsg_json_options *options, char **text, size_
 bool tlvmsg_type_to_json(const tlvmsg_type *type, const tlvmsg_json_options *options, char **text,
                          size_t *length, tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
-    return hand_out(Call(fault).needs("type", type), options, text, length,
-                    [&](TypeWriter &writer) { writer.type(type); });
+    return hand_out_json<TypeWriter>(Call(fault).needs("type", type), options, text, length,
+                                     [&](TypeWriter &writer) { writer.type(type); });
 }
 
 bool tlvmsg_types_to_json(const tlvmsg_type_set *set, const tlvmsg_json_options *options, char **text,
                           size_t *length, tlvmsg_text_fault *fault) {
     using namespace tlvmsg::forms;
     Call call(fault);
-    return hand_out(call, options, text, length, [&](TypeWriter &writer) {
+    return hand_out_json<TypeWriter>(call, options, text, length, [&](TypeWriter &writer) {
         writer.open('[');
         for (size_t i = 0; const tlvmsg_type *const type = tlvmsg_type_set_at(set, i); ++i) {
             writer.next();

@@ -27,17 +27,14 @@ Types of_tag(Types types, Bytes bytes, TagOf tag_of) {
         return {};
     }
     const uint16_t tag = number_at(bytes, 0);
-    const auto first = std::partition_point(types.begin(), types.end(),
-                                            [&](const auto *type) { return tag_of(type) < tag; });
-    const auto last =
-        std::partition_point(first, types.end(), [&](const auto *type) { return tag_of(type) == tag; });
-    return {first, last};
+    return {std::ranges::lower_bound(types, tag, {}, tag_of),
+            std::ranges::upper_bound(types, tag, {}, tag_of)};
 }
 
 // All of these messages have the same first `depth` members, whose elements end at `at`.
 void follow(Types types, uint32_t depth, Bytes bytes, size_t at, const tlvmsg_type_set::Found &found) {
-    const auto longer = std::partition_point(types.begin(), types.end(),
-                                             [&](const auto *type) { return type->member_count == depth; });
+    const auto longer =
+        std::ranges::partition_point(types, [&](const auto *type) { return type->member_count == depth; });
     if (depth > 0 && longer != types.begin()) {
         found({types.begin(), longer}, depth, at);
     }
@@ -51,8 +48,8 @@ void follow(Types types, uint32_t depth, Bytes bytes, size_t at, const tlvmsg_ty
     }
     while (!right.empty()) {
         const tlvmsg_type *const member = member_of(right.front());
-        const auto same = std::partition_point(right.begin(), right.end(),
-                                               [&](const auto *type) { return member_of(type) == member; });
+        const auto same =
+            std::ranges::partition_point(right, [&](const auto *type) { return member_of(type) == member; });
         const size_t size = size_by_header(member, rest);
         if (size > rest.size()) {
             found({right.begin(), same}, depth, at);
@@ -66,7 +63,7 @@ void follow(Types types, uint32_t depth, Bytes bytes, size_t at, const tlvmsg_ty
 // The number that bytes have where the message has its key; nothing where either has none.
 std::optional<uint32_t> key_in(Bytes bytes, const tlvmsg_type *message) {
     // What an enumeration has before its value: its length, and the header of the number in it.
-    constexpr uint8_t before[] = {0, 8, 0, 6, 0, 4};
+    constexpr uint8_t before[] = {0, enumeration_length, 0, enumerator_tag, 0, enumerator_width};
     tlvmsg_key_place place;
     if ((message->flags & TLVMSG_HAS_KEY) == 0 || !tlvmsg_key_field(message, &place) ||
         bytes.size() < place.encoded_offset + sizeof message->key) {
@@ -93,12 +90,10 @@ tlvmsg_type_set::tlvmsg_type_set(std::vector<const tlvmsg_type *> sorted) : by_n
             by_tag.insert(by_tag.end(), type->element == nullptr ? 1 : 0, type);
         }
     }
-    const auto sort = [](auto &types, auto before) { std::stable_sort(types.begin(), types.end(), before); };
-    sort(by_tag, [](const auto *a, const auto *b) { return a->tag < b->tag; });
-    sort(elements,
-         [](const auto *a, const auto *b) { return tlvmsg_type_tag_read(a) < tlvmsg_type_tag_read(b); });
-    sort(messages, members_before);
-    sort(keys, std::less<>());
+    std::ranges::stable_sort(by_tag, {}, &tlvmsg_type::tag);
+    std::ranges::stable_sort(elements, {}, tlvmsg_type_tag_read);
+    std::ranges::stable_sort(messages, members_before);
+    std::ranges::sort(keys);
 }
 
 Types tlvmsg_type_set::beginning_like(Bytes bytes) const {
@@ -106,8 +101,8 @@ Types tlvmsg_type_set::beginning_like(Bytes bytes) const {
 }
 
 bool tlvmsg_type_set::has_message_like(Bytes bytes) const {
-    const auto none = [](const auto *type) { return type->member_count == 0; };
-    const auto first = std::partition_point(messages.begin(), messages.end(), none);
+    const auto first =
+        std::ranges::partition_point(messages, [](const auto *type) { return type->member_count == 0; });
     return !of_tag({first, messages.end()}, bytes, [](const auto *type) {
                 return tlvmsg_type_tag_read(type->members[0].type);
             }).empty();

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <functional>
 #include <iterator>
 #include <map>
 #include <mutex>
@@ -14,6 +15,13 @@
 namespace tlvmsg::forms {
 
 namespace {
+
+// Of types in the order of what `of` gives.
+template <class Value, class Of>
+const tlvmsg_type *find(const std::vector<const tlvmsg_type *> &types, Value wanted, Of of) {
+    const auto found = std::ranges::lower_bound(types, wanted, {}, of);
+    return found != types.end() && std::invoke(of, *found) == wanted ? *found : nullptr;
+}
 
 // In the order of the names.
 std::vector<const tlvmsg_type *> checked(const tlvmsg_type *const *types, size_t count) {
@@ -24,10 +32,9 @@ std::vector<const tlvmsg_type *> checked(const tlvmsg_type *const *types, size_t
         }
     }
     std::vector<const tlvmsg_type *> sorted(types, types + count);
-    std::sort(sorted.begin(), sorted.end(), name_before);
+    std::ranges::sort(sorted, name_before);
     sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
-    const auto twice = std::adjacent_find(sorted.begin(), sorted.end(),
-                                          [](const auto *a, const auto *b) { return !name_before(a, b); });
+    const auto twice = std::ranges::adjacent_find(sorted, std::not_fn(name_before));
     if (twice != sorted.end()) {
         throw TextFault{TLVMSG_TEXT_DUPLICATE_NAME, 0, "types",
                         "two types are called " + quoted((*twice)->name)};
@@ -50,15 +57,6 @@ const tlvmsg_type *scalar_by_tag(uint16_t tag) {
     return tag < tags ? scalars[tag] : nullptr;
 }
 
-std::vector<const tlvmsg_type *> all_types() {
-    std::vector<const tlvmsg_type *> types(tlvmsg_type_count());
-    for (size_t i = 0; i < types.size(); ++i) {
-        types[i] = tlvmsg_type_at(i);
-    }
-    std::sort(types.begin(), types.end(), name_before);
-    return types;
-}
-
 } // namespace
 
 bool name_before(const tlvmsg_type *a, const tlvmsg_type *b) { return std::strcmp(a->name, b->name) < 0; }
@@ -77,8 +75,9 @@ const tlvmsg_type_set &tlvmsg_type_set::chosen(const tlvmsg_type_set *set) {
     if (const auto known = sets.find(tlvmsg_type_count()); known != sets.end()) {
         return known->second;
     }
-    const std::vector<const tlvmsg_type *> types = tlvmsg::forms::all_types();
-    return sets.try_emplace(types.size(), types).first->second;
+    std::vector<const tlvmsg_type *> types(tlvmsg_type_count());
+    std::ranges::generate(types, [i = size_t{0}]() mutable { return tlvmsg_type_at(i++); });
+    return sets.try_emplace(types.size(), tlvmsg::forms::checked(types.data(), types.size())).first->second;
 }
 
 tlvmsg_type_set *tlvmsg_type_set_new(const tlvmsg_type *const *types, size_t count,
@@ -108,10 +107,7 @@ const tlvmsg_type *tlvmsg_type_set_find(const tlvmsg_type_set *set, const char *
     if (set == nullptr || name == nullptr) {
         return tlvmsg_type_find(name);
     }
-    const auto found = std::lower_bound(
-        set->by_name.begin(), set->by_name.end(), name,
-        [](const auto *type, const char *wanted) { return std::strcmp(type->name, wanted) < 0; });
-    return found != set->by_name.end() && std::strcmp((*found)->name, name) == 0 ? *found : nullptr;
+    return tlvmsg::forms::find(set->by_name, std::string_view(name), &tlvmsg_type::name);
 }
 
 const tlvmsg_type *tlvmsg_type_set_by_tag(const tlvmsg_type_set *set, uint16_t tag) {
@@ -119,33 +115,13 @@ const tlvmsg_type *tlvmsg_type_set_by_tag(const tlvmsg_type_set *set, uint16_t t
         const tlvmsg_type *const scalar = tlvmsg::forms::scalar_by_tag(tag);
         return scalar != nullptr ? scalar : tlvmsg_type_by_tag(tag);
     }
-    const auto found =
-        std::lower_bound(set->by_tag.begin(), set->by_tag.end(), tag,
-                         [](const tlvmsg_type *type, uint16_t wanted) { return type->tag < wanted; });
-    return found != set->by_tag.end() && (*found)->tag == tag ? *found : nullptr;
+    return tlvmsg::forms::find(set->by_tag, tag, &tlvmsg_type::tag);
 }
 
 const char *tlvmsg_kind_name(tlvmsg_kind kind) {
-    switch (kind) {
-    case TLVMSG_SCALAR:
-        return "scalar";
-    case TLVMSG_ENUMERATION:
-        return "enumeration";
-    case TLVMSG_STRUCTURE:
-        return "structure";
-    case TLVMSG_MESSAGE:
-        return "message";
-    case TLVMSG_ELEMENT_ARRAY:
-    case TLVMSG_PACKED_ARRAY:
-        return "array";
-    case TLVMSG_BYTE_ARRAY:
-        return "byte array";
-    case TLVMSG_DYNAMIC_ELEMENTS:
-        return "dynamic array";
-    case TLVMSG_DYNAMIC_BYTES:
-        return "dynamic byte array";
-    case TLVMSG_UNION:
-        return "union";
-    }
-    return "";
+    static constexpr const char *names[] = {
+        "scalar",     "enumeration",   "structure",          "message", "array", "array",
+        "byte array", "dynamic array", "dynamic byte array", "union"};
+    static_assert(std::size(names) == TLVMSG_UNION + 1, "a name for each kind");
+    return static_cast<unsigned>(kind) < std::size(names) ? names[kind] : "";
 }

@@ -1,15 +1,35 @@
 /*
- * Bytes that are decoded, verified and encoded, with the buffers that they come from.
+ * Bytes that are decoded, verified and encoded, with the records and the buffers between.
  *
  * Long ones let other threads run meanwhile. A buffer that is held cannot shrink, and its bytes may change: the library
  * fetches each once, so whatever comes out of it is a value of the type, and may mix both states.
  */
 #include "native.h"
 
-typedef struct Input {
-    Py_buffer bytes;
-    tlvmsg_limits limits;
-} Input;
+/* ---- Records: small ones on the stack ---- */
+
+bool memory_open(Memory *memory, const tlvmsg_type *type) {
+    memory->type = type;
+    memory->record = type->size <= sizeof memory->small ? memset(memory->small, 0, type->size)
+                                                        : PyMem_Calloc(1, type->size);
+    return memory->record != NULL || PyErr_NoMemory() != NULL;
+}
+
+bool memory_open_with(Memory *memory, Type *type, PyObject *value) {
+    const Place place = {.name = type->name};
+    return memory_open(memory, type->type) && to_memory(type, value, memory->record, &place);
+}
+
+void memory_close(Memory *memory) {
+    if (memory->record != NULL) {
+        tlvmsg_release(memory->type, memory->record);
+    }
+    if (memory->record != memory->small) {
+        PyMem_Free(memory->record);
+    }
+}
+
+/* ---- In ---- */
 
 static PyThreadState *let_others_run(size_t size) { return size >= 65536 ? PyEval_SaveThread() : NULL; }
 
@@ -19,121 +39,94 @@ static void go_on(PyThreadState *others) {
     }
 }
 
-static bool set_limit(tlvmsg_limits *limits, PyObject *name, PyObject *value) {
-    if (PyUnicode_CompareWithASCIIString(name, "strict") == 0) {
-        limits->strict = PyObject_IsTrue(value) > 0;
-    } else if (PyUnicode_CompareWithASCIIString(name, "limit") == 0) {
-        limits->allocation = value == Py_None ? 0 : PyLong_AsSize_t(value);
-    } else {
-        PyErr_Format(PyExc_TypeError, "no argument '%U'; there are strict= and limit=", name);
-    }
-    return !PyErr_Occurred();
-}
-
 /* Takes (data, strict=False, limit=0). */
-static bool open_input(Input *in, PyObject *const *arguments, Py_ssize_t count, PyObject *names) {
-    const Py_ssize_t named = names != NULL ? PyTuple_Size(names) : 0;
+static bool open_input(Py_buffer *in, tlvmsg_limits *limits, PyObject *const *arguments, Py_ssize_t count,
+                       PyObject *names) {
     if (count != 1) {
-        PyErr_Format(PyExc_TypeError,
-                     "takes one buffer, and strict= and limit=; got %zd positional arguments", count);
-        return false;
+        return PyErr_Format(PyExc_TypeError,
+                            "takes one buffer, and strict= and limit=; got %zd positional arguments", count);
     }
-    in->limits = (tlvmsg_limits){0};
-    for (Py_ssize_t i = 0; i < named; i++) {
-        if (!set_limit(&in->limits, PyTuple_GetItem(names, i), arguments[count + i])) {
+    for (Py_ssize_t i = 0; names != NULL && i < PyTuple_Size(names); i++) {
+        PyObject *const name = PyTuple_GetItem(names, i), *const value = arguments[count + i];
+        if (PyUnicode_CompareWithASCIIString(name, "strict") == 0) {
+            limits->strict = PyObject_IsTrue(value) > 0;
+        } else if (PyUnicode_CompareWithASCIIString(name, "limit") == 0) {
+            limits->allocation = value == Py_None ? 0 : PyLong_AsSize_t(value);
+        } else {
+            PyErr_Format(PyExc_TypeError, "no argument '%U'; there are strict= and limit=", name);
+        }
+        if (PyErr_Occurred()) {
             return false;
         }
     }
-    return PyObject_GetBuffer(arguments[0], &in->bytes, PyBUF_SIMPLE) == 0;
+    return PyObject_GetBuffer(arguments[0], in, PyBUF_SIMPLE) == 0;
 }
 
 PyObject *type_decode(PyObject *self, PyObject *const *arguments, Py_ssize_t count, PyObject *names) {
     Type *const type = (Type *)self;
-    Memory memory;
-    Input in;
-    if (!open_input(&in, arguments, count, names)) {
-        return NULL;
-    }
-    if (!memory_open(&memory, type->type)) {
-        PyBuffer_Release(&in.bytes);
-        return NULL;
-    }
-    const size_t size = (size_t)in.bytes.len;
+    tlvmsg_limits limits = {0};
     tlvmsg_fault fault;
+    BUFFER in = {0};
+    if (!open_input(&in, &limits, arguments, count, names)) {
+        return NULL;
+    }
+    MEMORY memory;
+    if (!memory_open(&memory, type->type)) {
+        return NULL;
+    }
+    const size_t size = (size_t)in.len;
     PyThreadState *const others = let_others_run(size);
-    const bool right = tlvmsg_decode(type->type, in.bytes.buf, size, &in.limits, memory.record, NULL, &fault);
+    const bool right = tlvmsg_decode(type->type, in.buf, size, &limits, memory.record, NULL, &fault);
     go_on(others);
-    PyBuffer_Release(&in.bytes);
-    PyObject *const result = right ? to_python(type, memory.record) : raise_fault(type->state, &fault);
-    memory_close(&memory);
-    return result;
+    PyBuffer_Release(&in); /* as making objects runs code */
+    return right ? to_python(type, memory.record) : raise_fault(type->state, &fault);
 }
 
 PyObject *type_verify(PyObject *self, PyObject *const *arguments, Py_ssize_t count, PyObject *names) {
     Type *const type = (Type *)self;
-    State *const state = type->state;
-    Input in;
-    if (!open_input(&in, arguments, count, names)) {
-        return NULL;
-    }
-    const size_t size = (size_t)in.bytes.len;
+    tlvmsg_limits limits = {0};
     tlvmsg_extent extent;
     tlvmsg_fault fault;
-    PyThreadState *const others = let_others_run(size);
-    const bool right = tlvmsg_verify(type->type, in.bytes.buf, size, &in.limits, &extent, &fault);
-    go_on(others);
-    PyBuffer_Release(&in.bytes);
-    if (!right) {
-        return raise_fault(state, &fault);
+    BUFFER in = {0};
+    if (!open_input(&in, &limits, arguments, count, names)) {
+        return NULL;
     }
-    PyObject *const deviation =
-        extent.deviations > 0 ? fault_object(state, &extent.first_deviation) : Py_NewRef(Py_None);
-    return deviation == NULL ? NULL
-                             : result(state, "Extent", "nnnnnN", (Py_ssize_t)extent.consumed,
-                                      (Py_ssize_t)extent.examined, (Py_ssize_t)extent.allocated,
-                                      (Py_ssize_t)extent.blocks, (Py_ssize_t)extent.deviations, deviation);
-}
-
-static PyObject *bytes_of_record(Type *type, const void *record) {
-    tlvmsg_fault fault;
-    size_t size = type->type->max_encoded;
-    if (size != type->type->min_encoded && !tlvmsg_size(type->type, record, &size, &fault)) {
+    const size_t size = (size_t)in.len;
+    PyThreadState *const others = let_others_run(size);
+    const bool right = tlvmsg_verify(type->type, in.buf, size, &limits, &extent, &fault);
+    go_on(others);
+    if (!right) {
         return raise_fault(type->state, &fault);
     }
-    PyObject *bytes = PyBytes_FromStringAndSize(NULL, (Py_ssize_t)size);
+    return call(type->state->result, "(snnnnnN)", "Extent", (Py_ssize_t)extent.consumed,
+                (Py_ssize_t)extent.examined, (Py_ssize_t)extent.allocated, (Py_ssize_t)extent.blocks,
+                (Py_ssize_t)extent.deviations,
+                fault_object(type->state, extent.deviations > 0 ? &extent.first_deviation : NULL));
+}
+
+/* ---- Out ---- */
+
+PyObject *type_encode(PyObject *self, PyObject *value) {
+    Type *const type = (Type *)self;
+    tlvmsg_fault fault;
+    MEMORY memory;
+    if (!memory_open_with(&memory, type, value)) {
+        return NULL;
+    }
+    size_t size = type->type->max_encoded;
+    if (size != type->type->min_encoded && !tlvmsg_size(type->type, memory.record, &size, &fault)) {
+        return raise_fault(type->state, &fault);
+    }
+    PyObject *const bytes = PyBytes_FromStringAndSize(NULL, (Py_ssize_t)size);
     if (bytes == NULL) {
         return NULL;
     }
     uint8_t *const out = (uint8_t *)PyBytes_AsString(bytes);
     PyThreadState *const others = let_others_run(size);
-    const bool right = tlvmsg_encode(type->type, record, out, size, NULL, &fault);
+    const bool right = tlvmsg_encode(type->type, memory.record, out, size, NULL, &fault);
     go_on(others);
     if (!right) {
         Py_DECREF(bytes);
-        return raise_fault(type->state, &fault);
     }
-    return bytes;
-}
-
-PyObject *type_encode(PyObject *self, PyObject *value) {
-    Memory memory;
-    PyObject *bytes = NULL;
-    if (memory_open_with(&memory, (Type *)self, value)) {
-        bytes = bytes_of_record((Type *)self, memory.record);
-        memory_close(&memory);
-    }
-    return bytes;
-}
-
-PyObject *type_size(PyObject *self, PyObject *value) {
-    Type *const type = (Type *)self;
-    Memory memory;
-    if (!memory_open_with(&memory, type, value)) {
-        return NULL;
-    }
-    size_t size;
-    tlvmsg_fault fault;
-    const bool right = tlvmsg_size(type->type, memory.record, &size, &fault);
-    memory_close(&memory);
-    return right ? PyLong_FromSize_t(size) : raise_fault(type->state, &fault);
+    return right ? bytes : raise_fault(type->state, &fault);
 }

@@ -12,11 +12,14 @@ static PyObject *raise(PyObject *exception) {
 
 /* It is a Fault(line, code, path, offset, found, allowed). */
 PyObject *fault_object(State *state, const tlvmsg_fault *fault) {
+    if (fault == NULL) {
+        return Py_NewRef(Py_None);
+    }
     char line[TLVMSG_FAULT_TEXT];
     tlvmsg_fault_text(fault, line, sizeof line);
-    return PyObject_CallFunction(state->fault, "sssnKK", line, tlvmsg_code_name(fault->code), fault->path,
-                                 (Py_ssize_t)fault->offset, (unsigned long long)fault->found,
-                                 (unsigned long long)fault->allowed);
+    return call(state->fault, "(sssnKK)", line, tlvmsg_code_name(fault->code), fault->path,
+                (Py_ssize_t)fault->offset, (unsigned long long)fault->found,
+                (unsigned long long)fault->allowed);
 }
 
 PyObject *raise_fault(State *state, const tlvmsg_fault *fault) {
@@ -30,9 +33,9 @@ PyObject *raise_text_fault(State *state, const tlvmsg_text_fault *fault) {
     if (fault->code == TLVMSG_TEXT_OUT_OF_MEMORY) {
         return PyErr_NoMemory();
     }
-    return raise(PyObject_CallFunction(state->text_fault, "sssnnn", tlvmsg_text_code_name(fault->code),
-                                       fault->path, fault->message, (Py_ssize_t)fault->offset,
-                                       (Py_ssize_t)fault->line, (Py_ssize_t)fault->column));
+    return raise(call(state->text_fault, "(sssnnn)", tlvmsg_text_code_name(fault->code), fault->path,
+                      fault->message, (Py_ssize_t)fault->offset, (Py_ssize_t)fault->line,
+                      (Py_ssize_t)fault->column));
 }
 
 PyObject *raise_schema_faults(State *state, const tlvmsg_schema *schema) {
@@ -44,10 +47,7 @@ PyObject *raise_schema_faults(State *state, const tlvmsg_schema *schema) {
                                    (Py_ssize_t)faults[i].column, faults[i].message, faults[i].help,
                                    faults[i].code));
     }
-    PyObject *const exception =
-        all != NULL ? PyObject_CallFunctionObjArgs(state->schema_fault, all, NULL) : NULL;
-    Py_XDECREF(all);
-    return raise(exception);
+    return raise(call(state->schema_fault, "(N)", all));
 }
 
 /* ---- Values ---- */
@@ -56,46 +56,25 @@ static PyObject *path_of(const Place *place) {
     if (place->parent == NULL) {
         return PyUnicode_FromString(place->name);
     }
-    PyObject *above = path_of(place->parent);
-    PyObject *path = NULL;
-    if (above != NULL) {
-        path = place->name != NULL ? PyUnicode_FromFormat("%U.%s", above, place->name)
-                                   : PyUnicode_FromFormat("%U[%zu]", above, place->index);
-        Py_DECREF(above);
-    }
-    return path;
+    OWNED *above = path_of(place->parent);
+    return above == NULL         ? NULL
+           : place->name != NULL ? PyUnicode_FromFormat("%U.%s", above, place->name)
+                                 : PyUnicode_FromFormat("%U[%zu]", above, place->index);
 }
 
 PyObject *raise_value(State *state, const Place *place, tlvmsg_text_code code, PyObject *found,
                       const char *allowed, ...) {
     va_list values;
     va_start(values, allowed);
-    PyObject *right = PyUnicode_FromFormatV(allowed, values);
+    PyObject *const right = PyUnicode_FromFormatV(allowed, values);
     va_end(values);
-    PyObject *path = path_of(place);
-    PyObject *line = NULL;
-    if (right != NULL && path != NULL && found != NULL) {
-        line = PyUnicode_FromFormat("error[%s]: %U: found %.200R, expected %U", tlvmsg_text_code_name(code),
-                                    path, found, right);
-    }
-    PyObject *exception =
-        line == NULL ? NULL
-                     : PyObject_CallFunction(state->fault, "OsOOOO", line, tlvmsg_text_code_name(code), path,
-                                             Py_None, found, right);
-    Py_XDECREF(line);
-    Py_XDECREF(path);
-    Py_XDECREF(right);
-    Py_XDECREF(found);
-    return raise(exception);
+    PyObject *const path = path_of(place);
+    return raise(call(state->value_fault, "(sNNN)", tlvmsg_text_code_name(code), path, found, right));
 }
 
 PyObject *raise_type(const Place *place, PyObject *found, const char *expected) {
-    PyObject *path = path_of(place);
-    PyObject *name = path != NULL ? PyType_GetName(Py_TYPE(found)) : NULL;
-    if (name != NULL) {
-        PyErr_Format(PyExc_TypeError, "%U: found %U, expected %s", path, name, expected);
-        Py_DECREF(name);
-    }
-    Py_XDECREF(path);
-    return NULL;
+    OWNED *path = path_of(place);
+    OWNED *name = path != NULL ? PyType_GetName(Py_TYPE(found)) : NULL;
+    return name != NULL ? PyErr_Format(PyExc_TypeError, "%U: found %U, expected %s", path, name, expected)
+                        : NULL;
 }

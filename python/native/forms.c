@@ -1,120 +1,115 @@
 /* Values in other forms: JSON, samples, differences, annotated bytes, hex; and what bytes may be. */
 #include "native.h"
 
-#include <string.h>
+/* What a function of the library hands out, and whose fault it is when there is nothing. */
+typedef struct Outcome {
+    union {
+        void *block; /* released where the variable ends */
+        char *text;
+        tlvmsg_difference *differences;
+        tlvmsg_hex_message *messages;
+        tlvmsg_guess *guesses;
+        tlvmsg_part *parts;
+    };
+    size_t count;
+    tlvmsg_text_fault fault;
+} Outcome;
 
-/* Takes the library's block. */
-static PyObject *text_of(char *text, size_t length) {
-    PyObject *const result = PyUnicode_FromStringAndSize(text, (Py_ssize_t)length);
-    tlvmsg_free(text);
-    return result;
+static void release_outcome(Outcome *outcome) { tlvmsg_free(outcome->block); }
+
+#define OUTCOME __attribute__((cleanup(release_outcome))) Outcome
+
+static PyObject *text_in(State *state, bool right, const Outcome *outcome) {
+    return right ? PyUnicode_FromStringAndSize(outcome->text, (Py_ssize_t)outcome->count)
+                 : raise_text_fault(state, &outcome->fault);
 }
 
-/* ---- JSON ---- */
+/* A list of what is made of each of the items, which are of that size. */
+static PyObject *list_in(State *state, bool right, const Outcome *outcome, size_t size,
+                         PyObject *(*make)(void *context, const void *item), void *context) {
+    PyObject *list = right ? PyList_New(0) : raise_text_fault(state, &outcome->fault);
+    for (size_t i = 0; list != NULL && i < outcome->count; i++) {
+        append(&list, make(context, (const char *)outcome->block + i * size));
+    }
+    return list;
+}
 
-PyObject *json_of(Type *type, PyObject *value, unsigned indent) {
-    Memory memory;
+/* ---- Types: JSON and samples ---- */
+
+PyObject *type_describe(PyObject *self, PyObject *Py_UNUSED(nothing)) {
+    Type *const type = (Type *)self;
+    OUTCOME out = {0};
+    const bool right = tlvmsg_type_to_json(type->type, NULL, &out.text, &out.count, &out.fault);
+    return text_in(type->state, right, &out);
+}
+
+PyObject *type_to_json(PyObject *self, PyObject *arguments) {
+    Type *const type = (Type *)self;
+    PyObject *value;
+    int indent = 0;
+    OUTCOME out = {0};
+    if (!PyArg_ParseTuple(arguments, "O|i:to_json", &value, &indent)) {
+        return NULL;
+    }
+    if (indent < 0 || indent > 16) {
+        return PyErr_Format(PyExc_ValueError, "indent is from 0 to 16, not %d", indent);
+    }
+    MEMORY memory;
     if (!memory_open_with(&memory, type, value)) {
         return NULL;
     }
-    const tlvmsg_json_options options = {.indent = indent};
-    tlvmsg_text_fault fault;
-    char *text;
-    size_t length;
-    const bool right = tlvmsg_to_json(type->type, memory.record, &options, &text, &length, &fault);
-    memory_close(&memory);
-    return right ? text_of(text, length) : raise_text_fault(type->state, &fault);
-}
-
-/* A str as UTF-8, or any buffer; false with an exception. */
-static bool open_text(PyObject *text, PyObject **owner, Py_buffer *view) {
-    *owner = PyUnicode_Check(text) ? PyUnicode_AsUTF8String(text) : Py_NewRef(text);
-    if (*owner != NULL && PyObject_GetBuffer(*owner, view, PyBUF_SIMPLE) == 0) {
-        return true;
-    }
-    Py_XDECREF(*owner);
-    return false;
-}
-
-static void close_text(PyObject *owner, Py_buffer *view) {
-    PyBuffer_Release(view);
-    Py_DECREF(owner);
+    const tlvmsg_json_options options = {.indent = (unsigned)indent};
+    const bool right = tlvmsg_to_json(type->type, memory.record, &options, &out.text, &out.count, &out.fault);
+    return text_in(type->state, right, &out);
 }
 
 PyObject *type_from_json(PyObject *self, PyObject *text) {
     Type *const type = (Type *)self;
-    Memory memory;
-    PyObject *owner;
-    Py_buffer in;
-    if (!open_text(text, &owner, &in)) {
+    tlvmsg_text_fault fault;
+    BUFFER in = {0};
+    if (!PyArg_Parse(text, "s*:from_json", &in)) {
         return NULL;
     }
-    PyObject *result = NULL;
-    if (memory_open(&memory, type->type)) {
-        tlvmsg_text_fault fault;
-        const bool right = tlvmsg_from_json(type->type, in.buf, (size_t)in.len, NULL, memory.record, &fault);
-        result = right ? to_python(type, memory.record) : raise_text_fault(type->state, &fault);
-        memory_close(&memory);
+    MEMORY memory;
+    if (!memory_open(&memory, type->type)) {
+        return NULL;
     }
-    close_text(owner, &in);
-    return result;
+    return tlvmsg_from_json(type->type, in.buf, (size_t)in.len, NULL, memory.record, &fault)
+               ? to_python(type, memory.record)
+               : raise_text_fault(type->state, &fault);
 }
 
-/* ---- Samples ---- */
-
-static bool sample_options(PyObject *names, tlvmsg_sample_options *options) {
-    static const char *const kinds[] = {"random", "min", "max", "boundary"};
-    const char *kind = kinds[0];
-    PyObject *seed = NULL;
-    char *keywords[] = {"kind", "seed", NULL};
-    PyObject *const none = PyTuple_New(0);
-    if (none != NULL &&
-        PyArg_ParseTupleAndKeywords(none, names, "|sO!:sample", keywords, &kind, &PyLong_Type, &seed)) {
-        while (options->kind < 4 && strcmp(kind, kinds[options->kind]) != 0) {
-            options->kind++;
-        }
-        options->seed = seed != NULL ? PyLong_AsUnsignedLongLong(seed) : 0;
-        if (options->kind == 4) {
-            PyErr_Format(PyExc_ValueError, "no kind of sample '%s'; there are random, min, max and boundary",
-                         kind);
-        }
-    }
-    Py_XDECREF(none);
-    return !PyErr_Occurred();
-}
-
-static const char *setting(PyObject *string) {
-    const char *const text = PyUnicode_Check(string) ? name_in(string) : NULL;
-    if (text == NULL && !PyErr_Occurred()) {
-        PyErr_Format(PyExc_TypeError, "a setting is a str, such as 'slot=2', not %R", string);
-    }
-    return text;
-}
-
-PyObject *type_sample(PyObject *self, PyObject *arguments, PyObject *names) {
+PyObject *type_sample(PyObject *self, PyObject *arguments) {
     Type *const type = (Type *)self;
-    const size_t count = (size_t)PyTuple_Size(arguments);
-    const char **const settings = PyMem_Calloc(count + 1, sizeof *settings);
-    tlvmsg_sample_options options = {.settings = settings, .setting_count = count};
-    bool right = settings != NULL ? sample_options(names, &options) : PyErr_NoMemory() != NULL;
-    for (size_t i = 0; right && i < count; i++) {
-        settings[i] = setting(PyTuple_GetItem(arguments, (Py_ssize_t)i));
-        right = settings[i] != NULL;
+    tlvmsg_sample_options options = {0};
+    tlvmsg_text_fault fault;
+    PyObject *settings, *seed;
+    int kind;
+    if (!PyArg_ParseTuple(arguments, "O!iO!:sample", &PyTuple_Type, &settings, &kind, &PyLong_Type, &seed)) {
+        return NULL;
     }
-    Memory memory;
-    PyObject *result = NULL;
-    if (right && memory_open(&memory, type->type)) {
-        tlvmsg_text_fault fault;
-        result = tlvmsg_sample(type->type, &options, memory.record, &fault)
-                     ? to_python(type, memory.record)
-                     : raise_text_fault(type->state, &fault);
-        memory_close(&memory);
+    ALLOCATED const char **texts = texts_of(settings);
+    options.settings = texts;
+    options.setting_count = (size_t)PyTuple_Size(settings);
+    options.kind = (tlvmsg_sample_kind)kind;
+    options.seed = texts != NULL ? PyLong_AsUnsignedLongLong(seed) : 0;
+    if (PyErr_Occurred()) {
+        return NULL;
     }
-    PyMem_Free(settings);
-    return result;
+    MEMORY memory;
+    if (!memory_open(&memory, type->type)) {
+        return NULL;
+    }
+    return tlvmsg_sample(type->type, &options, memory.record, &fault) ? to_python(type, memory.record)
+                                                                      : raise_text_fault(type->state, &fault);
 }
 
-/* ---- Differences ---- */
+/* ---- Differences and hex ---- */
+
+static PyObject *difference(void *state, const void *item) {
+    const tlvmsg_difference *const each = item;
+    return call(((State *)state)->result, "(sszz)", "Difference", each->path, each->a, each->b);
+}
 
 PyObject *diff(PyObject *module, PyObject *arguments) {
     State *const state = PyModule_GetState(module);
@@ -123,166 +118,117 @@ PyObject *diff(PyObject *module, PyObject *arguments) {
         return NULL;
     }
     Type *const type = type_of_class(state, (PyObject *)Py_TYPE(a));
-    Memory left, right;
-    if (type == NULL || !memory_open_with(&left, type, a)) {
+    if (type == NULL) {
         return NULL;
     }
-    PyObject *list = NULL;
-    if (memory_open_with(&right, type, b)) {
-        tlvmsg_difference *differences;
-        size_t count;
-        tlvmsg_text_fault fault;
-        list = tlvmsg_diff(type->type, left.record, right.record, &differences, &count, &fault)
-                   ? PyList_New(0)
-                   : raise_text_fault(state, &fault);
-        for (size_t i = 0; list != NULL && i < count; i++) {
-            const tlvmsg_difference *const each = &differences[i];
-            append(&list, result(state, "Difference", "szz", each->path, each->a, each->b));
-        }
-        tlvmsg_free(differences);
-        memory_close(&right);
+    MEMORY left;
+    if (!memory_open_with(&left, type, a)) {
+        return NULL;
     }
-    memory_close(&left);
-    return list;
+    MEMORY right;
+    if (!memory_open_with(&right, type, b)) {
+        return NULL;
+    }
+    OUTCOME out = {0};
+    const bool done =
+        tlvmsg_diff(type->type, left.record, right.record, &out.differences, &out.count, &out.fault);
+    return list_in(state, done, &out, sizeof *out.differences, difference, state);
 }
 
-/* ---- Bytes ---- */
+static PyObject *hex_message(void *state, const void *item) {
+    const tlvmsg_hex_message *const each = item;
+    return call(((State *)state)->result, "(sy#sn)", "HexMessage", (const char *)each->bytes,
+                (Py_ssize_t)each->size, each->type, (Py_ssize_t)each->line);
+}
 
 PyObject *read_hex(PyObject *module, PyObject *text) {
     State *const state = PyModule_GetState(module);
-    PyObject *owner;
-    Py_buffer in;
-    tlvmsg_hex_message *messages;
-    size_t count;
-    tlvmsg_text_fault fault;
-    if (!open_text(text, &owner, &in)) {
+    BUFFER in = {0};
+    OUTCOME out = {0};
+    if (!PyArg_Parse(text, "s*:read_hex", &in)) {
         return NULL;
     }
-    const bool right = tlvmsg_read_hex(in.buf, (size_t)in.len, &messages, &count, &fault);
-    close_text(owner, &in);
-    PyObject *list = right ? PyList_New(0) : raise_text_fault(state, &fault);
-    for (size_t i = 0; list != NULL && i < count; i++) {
-        append(&list, result(state, "HexMessage", "y#sn", (const char *)messages[i].bytes,
-                             (Py_ssize_t)messages[i].size, messages[i].type, (Py_ssize_t)messages[i].line));
-    }
-    tlvmsg_free(messages);
-    return list;
+    const bool right = tlvmsg_read_hex(in.buf, (size_t)in.len, &out.messages, &out.count, &out.fault);
+    return list_in(state, right, &out, sizeof *out.messages, hex_message, state);
 }
 
-PyObject *type_describe(PyObject *self, PyObject *nothing) {
-    (void)nothing;
-    char *text;
-    size_t length;
-    tlvmsg_text_fault fault;
-    return tlvmsg_type_to_json(((Type *)self)->type, NULL, &text, &length, &fault)
-               ? text_of(text, length)
-               : raise_text_fault(((Type *)self)->state, &fault);
-}
+/* ---- Bytes, by a schema ---- */
 
-static bool collect(void *context, const char *text, size_t length) {
-    PyObject *const all = context;
-    const Py_ssize_t before = PyByteArray_Size(all);
-    if (PyByteArray_Resize(all, before + (Py_ssize_t)length) < 0) {
-        return false;
-    }
-    memcpy(PyByteArray_AsString(all) + before, text, length);
-    return true;
+static bool collect(void *pieces, const char *text, size_t length) {
+    OWNED *piece = PyBytes_FromStringAndSize(text, (Py_ssize_t)length);
+    return piece != NULL && PyList_Append(pieces, piece) == 0;
 }
 
 PyObject *schema_annotate(PyObject *self, PyObject *arguments) {
     Schema *const schema = (Schema *)self;
     PyObject *type = NULL;
-    Py_buffer in;
+    tlvmsg_text_fault fault;
+    BUFFER in = {0};
     if (!PyArg_ParseTuple(arguments, "y*|O!:annotate", &in, schema->state->type_type, &type)) {
         return NULL;
     }
-    PyObject *const all = PyByteArray_FromStringAndSize(NULL, 0);
-    tlvmsg_text_fault fault;
-    PyObject *result = NULL;
-    if (all != NULL) {
-        result = tlvmsg_annotate(schema->set, type != NULL ? ((Type *)type)->type : NULL, in.buf,
-                                 (size_t)in.len, NULL, collect, all, NULL, &fault)
-                     ? PyUnicode_FromEncodedObject(all, "utf-8", "replace")
-                     : raise_text_fault(schema->state, &fault);
+    PyObject *pieces = PyList_New(0);
+    if (pieces != NULL && !tlvmsg_annotate(schema->set, type != NULL ? ((Type *)type)->type : NULL, in.buf,
+                                           (size_t)in.len, NULL, collect, pieces, NULL, &fault)) {
+        Py_CLEAR(pieces);
+        raise_text_fault(schema->state, &fault);
     }
-    Py_XDECREF(all);
-    PyBuffer_Release(&in);
-    return result;
+    return pieces;
 }
-
-/* ---- Guesses ---- */
 
 static PyObject *types_of(Schema *schema, const tlvmsg_type *const *types, size_t count) {
-    PyObject *const all = PyTuple_New((Py_ssize_t)count);
+    PyObject *all = PyList_New(0);
     for (size_t i = 0; all != NULL && i < count; i++) {
-        PyObject *const each = (PyObject *)type_of(schema, types[i]);
-        if (each == NULL) {
-            Py_DECREF(all);
-            return NULL;
-        }
-        PyTuple_SetItem(all, (Py_ssize_t)i, each);
+        append(&all, type_of(schema, types[i]));
     }
-    return all;
+    OWNED *list = all;
+    return list != NULL ? PyList_AsTuple(list) : NULL;
 }
 
-static PyObject *guess_object(Schema *schema, const tlvmsg_guess *guess) {
+static PyObject *guess(void *context, const void *item) {
     static const char *const fits[] = {"no", "part", "yes"};
-    const bool refused = guess->verdict.fit == TLVMSG_FITS_NOT;
-    PyObject *const fault = refused ? fault_object(schema->state, &guess->verdict.fault) : Py_NewRef(Py_None);
-    PyObject *const types = types_of(schema, guess->types, guess->type_count);
-    if (fault == NULL || types == NULL) {
-        Py_XDECREF(fault);
-        Py_XDECREF(types);
+    Schema *const schema = context;
+    const tlvmsg_guess *const each = item;
+    const tlvmsg_verdict *const verdict = &each->verdict;
+    PyObject *const types = types_of(schema, each->types, each->type_count);
+    if (types == NULL) {
         return NULL;
     }
-    return result(schema->state, "Guess", "sNnnnnN", fits[guess->verdict.fit], types,
-                  (Py_ssize_t)guess->offset, (Py_ssize_t)guess->verdict.extent.consumed,
-                  (Py_ssize_t)guess->understood, (Py_ssize_t)guess->verdict.extent.deviations, fault);
+    return call(schema->state->result, "(ssNnnnnN)", "Guess", fits[verdict->fit], types,
+                (Py_ssize_t)each->offset, (Py_ssize_t)verdict->extent.consumed, (Py_ssize_t)each->understood,
+                (Py_ssize_t)verdict->extent.deviations,
+                fault_object(schema->state, verdict->fit == TLVMSG_FITS_NOT ? &verdict->fault : NULL));
 }
 
 PyObject *schema_guess(PyObject *self, PyObject *arguments) {
     Schema *const schema = (Schema *)self;
     Py_ssize_t most = 5;
     int search = 0;
-    Py_buffer in;
+    BUFFER in = {0};
+    OUTCOME out = {0};
     if (!PyArg_ParseTuple(arguments, "y*|np:guess", &in, &most, &search)) {
         return NULL;
     }
     const tlvmsg_guess_options options = {.most = most > 0 ? (size_t)most : 0, .search = search != 0};
-    tlvmsg_guess *guesses;
-    size_t count;
-    tlvmsg_text_fault fault;
-    PyObject *list =
-        tlvmsg_guess_types(schema->set, in.buf, (size_t)in.len, &options, &guesses, &count, &fault)
-            ? PyList_New(0)
-            : raise_text_fault(schema->state, &fault);
-    PyBuffer_Release(&in);
-    for (size_t i = 0; list != NULL && i < count; i++) {
-        append(&list, guess_object(schema, &guesses[i]));
-    }
-    tlvmsg_free(guesses);
-    return list;
+    const bool right = tlvmsg_guess_types(schema->set, in.buf, (size_t)in.len, &options, &out.guesses,
+                                          &out.count, &out.fault);
+    return list_in(schema->state, right, &out, sizeof *out.guesses, guess, schema);
+}
+
+static PyObject *part(void *context, const void *item) {
+    Schema *const schema = context;
+    const tlvmsg_part *const each = item;
+    return call(schema->state->result, "(snnN)", "Part", (Py_ssize_t)each->offset, (Py_ssize_t)each->size,
+                types_of(schema, each->types, each->type_count));
 }
 
 PyObject *schema_divide(PyObject *self, PyObject *data) {
     Schema *const schema = (Schema *)self;
-    Py_buffer in;
+    BUFFER in = {0};
+    OUTCOME out = {0};
     if (PyObject_GetBuffer(data, &in, PyBUF_SIMPLE) < 0) {
         return NULL;
     }
-    tlvmsg_part *parts;
-    size_t count;
-    tlvmsg_text_fault fault;
-    PyObject *list = tlvmsg_divide(schema->set, in.buf, (size_t)in.len, &parts, &count, &fault)
-                         ? PyList_New(0)
-                         : raise_text_fault(schema->state, &fault);
-    PyBuffer_Release(&in);
-    for (size_t i = 0; list != NULL && i < count; i++) {
-        PyObject *const types = types_of(schema, parts[i].types, parts[i].type_count);
-        append(&list, types == NULL ? NULL
-                                    : result(schema->state, "Part", "nnN", (Py_ssize_t)parts[i].offset,
-                                             (Py_ssize_t)parts[i].size, types));
-    }
-    tlvmsg_free(parts);
-    return list;
+    const bool right = tlvmsg_divide(schema->set, in.buf, (size_t)in.len, &out.parts, &out.count, &out.fault);
+    return list_in(schema->state, right, &out, sizeof *out.parts, part, schema);
 }

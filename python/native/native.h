@@ -9,20 +9,45 @@
 #include <tlvmsg/record.h>
 #include <tlvmsg/schema.h>
 
+#include <string.h>
+
+/* ---- Variables that give back what they have where they end: references, blocks of PyMem, buffers ---- */
+
+#define OWNED __attribute__((cleanup(release_reference), unused)) PyObject
+#define ALLOCATED __attribute__((cleanup(release_block)))
+#define BUFFER __attribute__((cleanup(PyBuffer_Release))) Py_buffer
+
+static inline void release_reference(PyObject **variable) { Py_XDECREF(*variable); }
+
+static inline void release_block(void *variable) {
+    void *block;
+    memcpy(&block, variable, sizeof block);
+    PyMem_Free(block);
+}
+
 /* ---- module.c: what there is once an interpreter ---- */
 
 typedef struct State { /* references, each to be visited and released */
-    PyTypeObject *schema_type, *type_type, *record_type, *frames_type;
-    /* Of tlvmsg.values and tlvmsg.faults. */
-    PyObject *items, *bytes, *missing, *enumeration, *documentation, *loader, *shown, *schema_fault, *fault,
-        *text_fault;
-    PyObject *results; /* what is in tlvmsg.results, once somebody has some */
-    PyObject *name_of_type,
-        *name_of_array; /* attributes: of a class its Type, of a list the Type of its array */
+    PyTypeObject *schema_type, *type_type, *record_type;
+    PyObject *items, *bytes, *missing, *enumeration, *complete,
+        *result; /* with the next four, of tlvmsg.values */
+    PyObject *fault, *text_fault, *schema_fault, *value_fault;
+    PyObject *name_of_type;  /* of the attribute of a class that has its Type */
+    PyObject *name_of_array; /* of that of a list that has the Type of its array */
 } State;
 
-/* An object of that class of tlvmsg.results, from what Py_BuildValue makes a tuple of. */
-PyObject *result(State *state, const char *class_, const char *format, ...);
+/* Calls it with the tuple that Py_BuildValue makes. */
+PyObject *call(PyObject *function, const char *format, ...);
+
+/* Adds an item, whose reference it takes, to a list that is made. Where there is an exception, since the item is null or
+ * memory is out, the list is released and null. */
+void append(PyObject **list, PyObject *item);
+
+/* The text of a str, which keeps it; null, with an exception only when memory is out, for what can be no name. */
+const char *name_in(PyObject *string);
+
+/* The texts of a tuple's bytes, for as long as it is there: an array to be freed, or null with an exception. */
+const char **texts_of(PyObject *tuple);
 
 /* ---- schema.c: sets of types ---- */
 
@@ -43,12 +68,12 @@ typedef enum Form { FORM_NUMBER, FORM_BYTES, FORM_ITEMS, FORM_RECORD } Form;
 
 typedef struct Type Type;
 
-/* A field of a record: a slot of its objects. */
+/* A field of a record: a slot of its objects. The alternatives of a union follow its selector. */
 typedef struct Field {
     Type *type;
     size_t offset;
     const char *name;
-    PyObject *key;                         /* the name, for dictionaries */
+    PyObject *key;                         /* the name, as the type's index has it */
     const tlvmsg_type *union_type;         /* whose selector or alternative it is, or null */
     const tlvmsg_alternative *alternative; /* when it is one, or null */
     uint32_t selector;                     /* the union's selector, as an index of fields */
@@ -59,6 +84,8 @@ struct Type {
     PyObject_HEAD State *state;
     Schema *schema;
     const tlvmsg_type *type;
+    const char *name, *family, *kind; /* for Python to read */
+    unsigned long long fingerprint;
     Form form;
     int64_t least; /* of numbers, and of the counts of arrays */
     uint64_t most;
@@ -67,20 +94,22 @@ struct Type {
     PyObject *class_;  /* of records, or of an enumeration's values; else null */
     PyObject *values;  /* enumerations: a tuple of members as tlvmsg_type has them; else null */
     Type *element;     /* of arrays */
-    uint32_t field_count, union_count,
-        selector; /* records; the last union's selector, as an index of fields */
+    uint32_t field_count, union_count; /* of records */
+    uint32_t selector;                 /* the last union's, as an index of fields */
     Field *fields;
     PyObject *index; /* records: the number of the field of a name */
 };
 
 extern PyType_Spec type_spec;
-PyObject *type_to_dict(PyObject *self, PyObject *value);
 
 /* The type of that descriptor, made when it is not there yet. A new reference. */
-Type *type_of(Schema *schema, const tlvmsg_type *descriptor);
+PyObject *type_of(Schema *schema, const tlvmsg_type *descriptor);
 
 /* The type that a class of records was made from; a borrowed reference. */
 Type *type_of_class(State *state, PyObject *class_);
+
+/* Numbers, texts, lists and dictionaries, as JSON has them. */
+PyObject *type_to_dict(PyObject *self, PyObject *value);
 
 /* ---- record.c: objects of structures, messages and unions ---- */
 
@@ -107,30 +136,24 @@ PyObject *record_from_members(Type *type, PyObject *members, const Place *place)
 /* ---- values.c: between records in memory and objects ---- */
 
 PyObject *to_python(Type *type, const void *memory);
+PyObject *number_object(Type *type, uint64_t value);
+PyObject *zero_value(Type *type);
 
 /* Fills memory that is zero with what checked() takes; what it got on failure is to be released. */
 bool to_memory(Type *type, PyObject *value, void *memory, const Place *place);
 
 /* What stands in an object for a value that somebody gives. */
 PyObject *checked(Type *type, PyObject *value, const Place *place);
-PyObject *zero_value(Type *type);
-PyObject *number_object(Type *type, uint64_t value);
 
 /* The same for items from index `at` on, where so many others are there. */
 PyObject *checked_items(Type *array, PyObject *values, size_t there, size_t at, const Place *place);
 
-/* The text of a str, which keeps it; null, with an exception only when memory is out, for what can be no name. */
-const char *name_in(PyObject *string);
-
-/* Numbers, texts, lists and dictionaries, as JSON has them. */
 PyObject *plain(Type *type, PyObject *value);
 
-/* Adds an item, whose reference it takes, to a list that is made. Where there is an exception, since the item is null or
- * memory is out, the list is released and null. */
-void append(PyObject **list, PyObject *item);
+/* ---- bytes.c: records while a function runs; decode, verify, encode ---- */
 
-/* ---- memory.c: records while a function runs ---- */
-
+/* Closes itself where the variable ends; it has to be opened, even if that fails. */
+#define MEMORY __attribute__((cleanup(memory_close))) Memory
 typedef struct Memory {
     const tlvmsg_type *type;
     void *record; /* zero at first; null when there was no memory */
@@ -141,35 +164,35 @@ bool memory_open(Memory *memory, const tlvmsg_type *type); /* or MemoryError */
 bool memory_open_with(Memory *memory, Type *type, PyObject *value);
 void memory_close(Memory *memory); /* releases the record, too */
 
-/* ---- bytes.c: decode, verify, encode ---- */
-
 PyObject *type_decode(PyObject *self, PyObject *const *arguments, Py_ssize_t count, PyObject *names);
 PyObject *type_verify(PyObject *self, PyObject *const *arguments, Py_ssize_t count, PyObject *names);
 PyObject *type_encode(PyObject *self, PyObject *value);
-PyObject *type_size(PyObject *self, PyObject *value);
 
 /* ---- forms.c: JSON, samples, differences, hex, guesses ---- */
 
 PyObject *type_describe(PyObject *self, PyObject *nothing);
 PyObject *type_from_json(PyObject *self, PyObject *text);
-PyObject *type_sample(PyObject *self, PyObject *arguments, PyObject *names);
-PyObject *json_of(Type *type, PyObject *value, unsigned indent);
+PyObject *type_to_json(PyObject *self, PyObject *arguments);
+PyObject *type_sample(PyObject *self, PyObject *arguments);
 PyObject *diff(PyObject *module, PyObject *arguments);
 PyObject *read_hex(PyObject *module, PyObject *text);
 PyObject *schema_annotate(PyObject *self, PyObject *arguments);
 PyObject *schema_guess(PyObject *self, PyObject *arguments);
 PyObject *schema_divide(PyObject *self, PyObject *data);
 
-/* ---- frames.c: messages in streams ---- */
+/* ---- frames.c: messages in streams, for tlvmsg.Frames ---- */
 
-extern PyType_Spec frames_spec;
+PyObject *frames_new(PyObject *module, PyObject *framing);
+PyObject *frames_next(PyObject *module, PyObject *arguments);
+PyObject *frames_resync(PyObject *module, PyObject *arguments);
+PyObject *frames_header(PyObject *module, PyObject *arguments);
 
 /* ---- faults.c: how they become exceptions; each gives null ---- */
 
 PyObject *raise_fault(State *state, const tlvmsg_fault *fault);
 PyObject *raise_text_fault(State *state, const tlvmsg_text_fault *fault);
 PyObject *raise_schema_faults(State *state, const tlvmsg_schema *schema);
-PyObject *fault_object(State *state, const tlvmsg_fault *fault);
+PyObject *fault_object(State *state, const tlvmsg_fault *fault); /* None for null */
 
 /* A value that does not fit: `found` is stolen, and `allowed` says what does. */
 PyObject *raise_value(State *state, const Place *place, tlvmsg_text_code code, PyObject *found,

@@ -67,17 +67,10 @@ static PyObject *record_get(PyObject *object, PyObject *name) {
     if (i >= 0 && self->slots[i] == NULL) {
         const Field *const field = &self->type->fields[i];
         return PyErr_Format(PyExc_AttributeError, "%s of %s is not chosen: %s is %R", field->name,
-                            self->type->type->name, self->type->fields[field->selector].name,
+                            self->type->name, self->type->fields[field->selector].name,
                             self->slots[field->selector]);
     }
     return i >= 0 ? Py_NewRef(self->slots[i]) : NULL;
-}
-
-/* Takes the reference. */
-static void put(Record *self, uint32_t i, PyObject *value) {
-    PyObject *const before = self->slots[i];
-    self->slots[i] = value;
-    Py_XDECREF(before);
 }
 
 static const tlvmsg_alternative *chosen_by(const Field *selector, PyObject *number) {
@@ -85,36 +78,34 @@ static const tlvmsg_alternative *chosen_by(const Field *selector, PyObject *numb
 }
 
 static bool set(Record *self, uint32_t i, PyObject *value, const Place *place) {
-    const Field *const field = &self->type->fields[i];
+    const Field *const field = &self->type->fields[i], *const by = &self->type->fields[field->selector];
     const Place inside = {.parent = place, .name = field->name};
-    PyObject *const right = self->slots[i] != NULL ? checked(field->type, value, &inside) : NULL;
-    if (PyErr_Occurred()) {
+    const bool there = self->slots[i] != NULL;
+    OWNED *right = there ? checked(field->type, value, &inside) : NULL;
+    if (there && right == NULL) {
         return false;
     }
     if (self->slots[i] == NULL) { /* from the beginning, or chosen away by code that the check ran */
-        Py_XDECREF(right);
-        const uint32_t selector = field->selector;
         return raise_value(self->type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN,
-                           Py_NewRef(self->slots[selector]), "%s to choose %s; choose() changes both",
-                           self->type->fields[selector].name, field->name) != NULL;
+                           Py_NewRef(self->slots[field->selector]), "%s to choose %s; choose() changes both",
+                           by->name, field->name);
     }
-    if (field->union_type != NULL && field->alternative == NULL &&
-        chosen_by(field, self->slots[i]) != chosen_by(field, right)) {
-        return raise_value(self->type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN, right,
-                           "what chooses the same alternative as %R; choose() changes both",
-                           self->slots[i]) != NULL;
+    if (field == by && field->union_type != NULL && chosen_by(by, self->slots[i]) != chosen_by(by, right)) {
+        return raise_value(self->type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN, Py_NewRef(right),
+                           "what chooses the same alternative as %R; choose() changes both", self->slots[i]);
     }
-    put(self, i, right);
+    OWNED *before = self->slots[i];
+    self->slots[i] = Py_NewRef(right);
     return true;
 }
 
 static int record_set(PyObject *object, PyObject *name, PyObject *value) {
     Record *const self = (Record *)object;
     const Py_ssize_t i = field_of(self->type, name);
-    const Place place = {.name = self->type->type->name};
+    const Place place = {.name = self->type->name};
     if (i == -1 || (i >= 0 && value == NULL)) {
-        PyErr_Format(PyExc_AttributeError, i == -1 ? "%s has no member '%U'" : "%s cannot do without '%U'",
-                     self->type->type->name, name);
+        PyErr_Format(PyExc_AttributeError, i == -1 ? "%s has no member '%S'" : "%s cannot do without '%S'",
+                     self->type->name, name);
     }
     return i >= 0 && value != NULL && set(self, (uint32_t)i, value, &place) ? 0 : -1;
 }
@@ -127,36 +118,33 @@ static bool choose(Record *self, uint32_t selector, PyObject *number, const Fiel
     const Type *const type = self->type;
     const Field *const by = &type->fields[selector];
     const Place at_selector = {.parent = place, .name = by->name};
-    PyObject *const right = number != NULL ? checked(by->type, number, &at_selector)
-                                           : number_object(by->type, alternative->alternative->values[0]);
+    OWNED *right = number != NULL ? checked(by->type, number, &at_selector)
+                                  : number_object(by->type, alternative->alternative->values[0]);
     const tlvmsg_alternative *const chosen = right != NULL ? chosen_by(by, right) : NULL;
     if (right == NULL) {
         return false;
     }
     if (value != NULL && (alternative != NULL ? alternative->alternative != chosen : chosen == NULL)) {
-        return raise_value(type->state, &at_selector, TLVMSG_TEXT_NOT_CHOSEN, right, "what chooses %s",
-                           alternative != NULL ? alternative->name : "an alternative") != NULL;
+        return raise_value(type->state, &at_selector, TLVMSG_TEXT_NOT_CHOSEN, Py_NewRef(right),
+                           "what chooses %s", alternative != NULL ? alternative->name : "an alternative");
     }
-    PyObject *inside = NULL, *before = NULL;
-    for (uint32_t i = 0; chosen != NULL && i < type->field_count; i++) {
+    OWNED *inside = NULL;
+    for (uint32_t i = selector + 1; chosen != NULL && inside == NULL && i < type->field_count; i++) {
         const Field *const field = &type->fields[i];
         if (field->alternative == chosen) {
             const Place at_field = {.parent = place, .name = field->name};
             inside = value != NULL ? checked(field->type, value, &at_field) : zero_value(field->type);
+            if (inside == NULL) {
+                return false;
+            }
         }
     }
-    if (chosen != NULL && inside == NULL) {
-        Py_DECREF(right);
-        return false;
+    OWNED *before = NULL, *number_before = self->slots[selector]; /* which may run code as they go */
+    self->slots[selector] = Py_NewRef(right);
+    for (uint32_t i = selector + 1; i < type->field_count && type->fields[i].alternative != NULL; i++) {
+        before = self->slots[i] != NULL ? self->slots[i] : before;
+        self->slots[i] = type->fields[i].alternative == chosen ? Py_XNewRef(inside) : NULL;
     }
-    for (uint32_t i = 0; i < type->field_count; i++) {
-        if (type->fields[i].alternative != NULL && type->fields[i].selector == selector) {
-            before = self->slots[i] != NULL ? self->slots[i] : before;
-            self->slots[i] = type->fields[i].alternative == chosen ? inside : NULL;
-        }
-    }
-    put(self, selector, right);
-    Py_XDECREF(before); /* which may run code as it goes, so it goes last */
     return true;
 }
 
@@ -164,24 +152,22 @@ static bool choose(Record *self, uint32_t selector, PyObject *number, const Fiel
 static PyObject *record_choose(PyObject *object, PyObject *arguments) {
     Record *const self = (Record *)object;
     const Type *const type = self->type;
-    const Place place = {.name = type->type->name};
+    const Place place = {.name = type->name};
     PyObject *which, *value = NULL;
     if (!PyArg_ParseTuple(arguments, "O|O:choose", &which, &value)) {
         return NULL;
     }
     const Py_ssize_t named = PyUnicode_Check(which) ? field_of(type, which) : -1;
     const Field *const field = named >= 0 ? &type->fields[named] : NULL;
-    bool right = false;
-    if (field != NULL && field->alternative != NULL) {
-        right = choose(self, field->selector, NULL, field, value, &place);
-    } else if (named != -2 && type->union_count == 1) {
-        right = choose(self, type->selector, which, NULL, value, &place);
-    } else if (named != -2) {
-        PyErr_Format(PyExc_TypeError,
-                     type->union_count == 0 ? "%s has no alternatives"
-                                            : "%s has several unions: choose by name",
-                     type->type->name);
+    const bool by_name = field != NULL && field->alternative != NULL;
+    if (named != -2 && !by_name && type->union_count != 1) {
+        return PyErr_Format(PyExc_TypeError,
+                            type->union_count == 0 ? "%s has no alternatives"
+                                                   : "%s has several unions: choose by name",
+                            type->name);
     }
+    const bool right = named != -2 && (by_name ? choose(self, field->selector, NULL, field, value, &place)
+                                               : choose(self, type->selector, which, NULL, value, &place));
     return right ? Py_NewRef(Py_None) : NULL;
 }
 
@@ -193,41 +179,32 @@ static bool set_union(Record *self, uint32_t selector, PyObject *members, const 
     PyObject *const number = PyDict_GetItem(members, type->fields[selector].key);
     PyObject *value = NULL;
     const Field *alternative = NULL;
-    for (uint32_t i = 0; i < type->field_count; i++) {
+    for (uint32_t i = selector + 1; i < type->field_count && type->fields[i].alternative != NULL; i++) {
         const Field *const field = &type->fields[i];
-        PyObject *const given = field->alternative != NULL && field->selector == selector
-                                    ? PyDict_GetItem(members, field->key)
-                                    : NULL;
+        PyObject *const given = PyDict_GetItem(members, field->key);
         if (given != NULL && value != NULL) {
             const Place inside = {.parent = place, .name = field->name};
             return raise_value(type->state, &inside, TLVMSG_TEXT_NOT_CHOSEN, Py_NewRef(given),
-                               "it without %s beside it", alternative->name) != NULL;
+                               "it without %s beside it", alternative->name);
         }
-        if (given != NULL) {
-            value = given;
-            alternative = field;
-        }
+        value = given != NULL ? given : value;
+        alternative = given != NULL ? field : alternative;
     }
     return (number == NULL && value == NULL) || choose(self, selector, number, alternative, value, place);
 }
 
 static bool check_names(const Type *type, PyObject *members, const Place *place) {
     PyObject *name, *value;
-    for (Py_ssize_t at = 0; PyDict_Next(members, &at, &name, &value);) {
-        const Py_ssize_t i = PyUnicode_Check(name) ? field_of(type, name) : -1;
-        if (i == -1) {
-            PyObject *const known = PyDict_Keys(type->index);
-            if (known != NULL) {
-                raise_value(type->state, place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name), "a member: %R",
-                            known);
-                Py_DECREF(known);
-            }
-        }
-        if (i < 0) {
-            return false;
-        }
+    Py_ssize_t i = 0;
+    for (Py_ssize_t at = 0; i >= 0 && PyDict_Next(members, &at, &name, &value);) {
+        i = PyUnicode_Check(name) ? field_of(type, name) : -1;
     }
-    return true;
+    if (i == -1) {
+        OWNED *known = PyDict_Keys(type->index);
+        return known != NULL && raise_value(type->state, place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name),
+                                            "a member: %R", known);
+    }
+    return i >= 0;
 }
 
 static bool set_members(Record *self, PyObject *members, const Place *place) {
@@ -245,22 +222,20 @@ static bool set_members(Record *self, PyObject *members, const Place *place) {
 }
 
 PyObject *record_from_members(Type *type, PyObject *members, const Place *place) {
-    Memory memory;
+    tlvmsg_key_place key;
+    MEMORY memory;
     if (!memory_open(&memory, type->type)) {
         return NULL;
     }
-    tlvmsg_key_place key;
     if ((type->type->flags & TLVMSG_HAS_KEY) != 0 && tlvmsg_key_field(type->type, &key)) {
         *(uint32_t *)((uint8_t *)memory.record + key.offset) = type->type->key;
     }
     PyObject *self = to_python(type, memory.record);
-    memory_close(&memory);
-    PyObject *const own = members != NULL ? PyDict_Copy(members) : NULL; /* as checking runs code */
+    OWNED *own = members != NULL ? PyDict_Copy(members) : NULL; /* as checking runs code */
     if (self != NULL && members != NULL &&
         (own == NULL || !check_names(type, own, place) || !set_members((Record *)self, own, place))) {
         Py_CLEAR(self);
     }
-    Py_XDECREF(own);
     return self;
 }
 
@@ -272,9 +247,9 @@ static PyObject *record_new(PyTypeObject *class_, PyObject *arguments, PyObject 
     }
     if (PyTuple_Size(arguments) > 0) {
         return PyErr_Format(PyExc_TypeError, "members have names: %s(member=value), or from_dict({...})",
-                            type->type->name);
+                            type->name);
     }
-    return record_from_members(type, members, &(Place){.name = type->type->name});
+    return record_from_members(type, members, &(Place){.name = type->name});
 }
 
 /* ---- Comparing, copying, showing ---- */
@@ -285,21 +260,14 @@ static PyObject *record_compare(PyObject *a, PyObject *b, int operation) {
     }
     int equal = 1;
     for (uint32_t i = 0; equal == 1 && i < ((Record *)a)->type->field_count; i++) {
-        PyObject *const left = Py_XNewRef(((Record *)a)->slots[i]); /* comparing may run code */
-        PyObject *const right = Py_XNewRef(((Record *)b)->slots[i]);
+        OWNED *left = Py_XNewRef(((Record *)a)->slots[i]); /* comparing may run code */
+        OWNED *right = Py_XNewRef(((Record *)b)->slots[i]);
         equal = left == NULL || right == NULL ? left == right : PyObject_RichCompareBool(left, right, Py_EQ);
-        Py_XDECREF(left);
-        Py_XDECREF(right);
     }
     return equal < 0 ? NULL : PyBool_FromLong(equal == (operation == Py_EQ));
 }
 
-static PyObject *record_repr(PyObject *self) {
-    return PyObject_CallFunctionObjArgs(((Record *)self)->type->state->shown, self, NULL);
-}
-
-static PyObject *record_copy(PyObject *object, PyObject *nothing) {
-    (void)nothing;
+static PyObject *record_copy(PyObject *object, PyObject *Py_UNUSED(nothing)) {
     Record *const self = (Record *)object;
     Record *const copy = record_allocate(self->type);
     for (uint32_t i = 0; copy != NULL && i < self->type->field_count; i++) {
@@ -311,76 +279,31 @@ static PyObject *record_copy(PyObject *object, PyObject *nothing) {
     return (PyObject *)copy;
 }
 
-static PyObject *record_deep_copy(PyObject *object, PyObject *memo) {
-    (void)memo;
+static PyObject *record_deep_copy(PyObject *object, PyObject *Py_UNUSED(memo)) {
     Type *const type = ((Record *)object)->type;
-    Memory memory;
-    if (!memory_open_with(&memory, type, object)) {
-        return NULL;
-    }
-    PyObject *const copy = to_python(type, memory.record);
-    memory_close(&memory);
-    return copy;
-}
-
-/* What loads it again: its name, fingerprint and bytes, or members, as a union's bytes do not say what is chosen. */
-static PyObject *record_reduce(PyObject *object, PyObject *nothing) {
-    (void)nothing;
-    Type *const type = ((Record *)object)->type;
-    PyObject *const whole = type->type->kind == TLVMSG_UNION ? type_to_dict((PyObject *)type, object)
-                                                             : type_encode((PyObject *)type, object);
-    return whole == NULL ? NULL
-                         : Py_BuildValue("O(sKN)", type->state->loader, type->type->name,
-                                         (unsigned long long)tlvmsg_fingerprint(type->type), whole);
-}
-
-static PyObject *record_dir(PyObject *object, PyObject *nothing) {
-    (void)nothing;
-    PyObject *const names = PyObject_Dir((PyObject *)Py_TYPE(object));
-    PyObject *const members = names != NULL ? PyDict_Keys(((Record *)object)->type->index) : NULL;
-    PyObject *const all = members != NULL ? PySequence_InPlaceConcat(names, members) : NULL;
-    Py_XDECREF(names);
-    Py_XDECREF(members);
-    return all;
+    MEMORY memory;
+    return memory_open_with(&memory, type, object) ? to_python(type, memory.record) : NULL;
 }
 
 /* ---- Methods ---- */
 
-#define OF_ITS_TYPE(name, function)                                                                          \
-    static PyObject *name(PyObject *self, PyObject *nothing) {                                               \
-        (void)nothing;                                                                                       \
-        return function((PyObject *)((Record *)self)->type, self);                                           \
-    }
-OF_ITS_TYPE(record_encode, type_encode)
-OF_ITS_TYPE(record_size, type_size)
-OF_ITS_TYPE(record_to_dict, type_to_dict)
+static PyObject *record_encode(PyObject *self, PyObject *Py_UNUSED(nothing)) {
+    return type_encode((PyObject *)((Record *)self)->type, self);
+}
 
-static PyObject *record_to_json(PyObject *self, PyObject *arguments, PyObject *names) {
-    int indent = 0;
-    char *keywords[] = {"indent", NULL};
-    if (!PyArg_ParseTupleAndKeywords(arguments, names, "|i:to_json", keywords, &indent)) {
-        return NULL;
-    }
-    if (indent < 0 || indent > 16) {
-        return PyErr_Format(PyExc_ValueError, "indent is from 0 to 16, not %d", indent);
-    }
-    return json_of(((Record *)self)->type, self, (unsigned)indent);
+static PyObject *record_to_dict(PyObject *self, PyObject *Py_UNUSED(nothing)) {
+    return plain(((Record *)self)->type, self);
 }
 
 static PyMethodDef methods[] = {
     {"encode", record_encode, METH_NOARGS, "The bytes that stand for it."},
-    {"size", record_size, METH_NOARGS, "How many bytes encode() gives."},
     {"choose", record_choose, METH_VARARGS,
      "choose(which, value=None): has another alternative of its union: that of a name, or what a selector's "
      "number chooses."},
     {"to_dict", record_to_dict, METH_NOARGS,
      "Dictionaries, lists and plain values, as JSON has them; bytes that are no printable text stay bytes."},
-    {"to_json", (PyCFunction)(void (*)(void))record_to_json, METH_VARARGS | METH_KEYWORDS,
-     "to_json(indent=0): its JSON, in one line or with as many blanks a level."},
     {"__copy__", record_copy, METH_NOARGS, "Shares what is inside."},
     {"__deepcopy__", record_deep_copy, METH_O, "Shares nothing."},
-    {"__reduce__", record_reduce, METH_NOARGS, "Name, fingerprint and bytes."},
-    {"__dir__", record_dir, METH_NOARGS, "Methods and members."},
     {0},
 };
 
@@ -390,7 +313,6 @@ static PyType_Slot base_slots[] = {
     {Py_tp_setattro, record_set},
     {Py_tp_richcompare, record_compare},
     {Py_tp_hash, PyObject_HashNotImplemented},
-    {Py_tp_repr, record_repr},
     {Py_tp_methods, methods},
     {0},
 };
@@ -404,25 +326,6 @@ PyType_Spec record_spec = {
 
 /* ---- Classes ---- */
 
-static bool add(PyObject *class_, const char *name, PyObject *value) {
-    const bool added = value != NULL && PyObject_SetAttrString(class_, name, value) == 0;
-    Py_XDECREF(value);
-    return added;
-}
-
-static bool fill_class(Type *type) {
-    PyObject *const class_ = type->class_;
-    static const char *const methods_of_type[] = {"decode", "verify", "from_dict", "from_json", "sample"};
-    bool right = add(class_, "_type", Py_NewRef((PyObject *)type)) &&
-                 add(class_, "__match_args__", PySequence_Tuple(type->index)) &&
-                 add(class_, "__doc__",
-                     PyObject_CallFunctionObjArgs(type->state->documentation, (PyObject *)type, NULL));
-    for (size_t i = 0; right && i < sizeof methods_of_type / sizeof *methods_of_type; i++) {
-        right = add(class_, methods_of_type[i], PyObject_GetAttrString((PyObject *)type, methods_of_type[i]));
-    }
-    return right;
-}
-
 bool make_class(Type *type) {
     PyType_Slot slots[] = {
         {Py_tp_new, record_new},
@@ -430,21 +333,20 @@ bool make_class(Type *type) {
         {type->collected ? Py_tp_traverse : 0, record_traverse},
         {0},
     };
-    PyObject *const name = PyUnicode_FromFormat("tlvmsg.%s.%s", type->type->family, type->type->name);
-    PyObject *const bases = PyTuple_Pack(1, type->state->record_type);
+    OWNED *name = PyUnicode_FromFormat("tlvmsg.%s.%s", type->family, type->name);
     PyType_Spec spec = {
         .name = name != NULL ? PyUnicode_AsUTF8AndSize(name, NULL) : NULL,
         .basicsize = (int)(sizeof(Record) + type->field_count * sizeof(PyObject *)),
         .flags = Py_TPFLAGS_DEFAULT | (type->collected ? Py_TPFLAGS_HAVE_GC : 0),
         .slots = slots,
     };
-    if (spec.name != NULL && bases != NULL) {
-        type->class_ = PyType_FromModuleAndSpec(type->schema->module, &spec, bases);
+    if (spec.name != NULL) {
+        type->class_ =
+            PyType_FromModuleAndSpec(type->schema->module, &spec, (PyObject *)type->state->record_type);
     }
-    Py_XDECREF(name);
-    Py_XDECREF(bases);
-    if (type->class_ == NULL && !PyErr_Occurred()) { /* Python 3.11 forgets to say so */
-        PyErr_NoMemory();
+    if (type->class_ == NULL) {
+        return !PyErr_Occurred() && PyErr_NoMemory() != NULL; /* which Python 3.11 forgets to say */
     }
-    return type->class_ != NULL && fill_class(type);
+    OWNED *done = call(type->state->complete, "(OOO)", type->class_, type, type->index);
+    return done != NULL;
 }

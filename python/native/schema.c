@@ -1,39 +1,24 @@
 /* Schemas: the library's own types, or those of files that are loaded. */
 #include "native.h"
 
-#include <string.h>
-
 /* ---- Loading ---- */
 
-/* The texts of a tuple's bytes, for as long as it is there, and a null. */
-static const char **texts_of(PyObject *tuple) {
-    const Py_ssize_t count = PyTuple_Size(tuple);
-    char **const texts = PyMem_Calloc((size_t)count + 1, sizeof *texts);
-    bool right = texts != NULL || PyErr_NoMemory() != NULL;
-    for (Py_ssize_t i = 0; right && i < count; i++) {
-        right = PyBytes_AsStringAndSize(PyTuple_GetItem(tuple, i), &texts[i], NULL) == 0;
-    }
-    if (!right) {
-        PyMem_Free(texts);
-    }
-    return right ? (const char **)texts : NULL;
-}
-
-static bool load_into(Schema *self, const char *const *paths, size_t count, const tlvmsg_schema_source *text,
+static bool load_into(Schema *self, PyObject *paths, const tlvmsg_schema_source *text,
                       const tlvmsg_schema_options *options) {
-    tlvmsg_schema_source *const sources = PyMem_Calloc(count, sizeof *sources);
+    const size_t count = (size_t)PyTuple_Size(paths);
+    ALLOCATED const char **texts = texts_of(paths);
+    ALLOCATED tlvmsg_schema_source *sources = texts != NULL ? PyMem_Calloc(count, sizeof *sources) : NULL;
     if (sources == NULL) {
-        return PyErr_NoMemory() != NULL;
+        return PyErr_Occurred() == NULL && PyErr_NoMemory() != NULL;
     }
     for (size_t i = 0; i < count; i++) {
         sources[i] = *text;
-        sources[i].path = paths[i];
+        sources[i].path = texts[i];
     }
     PyThreadState *const others = PyEval_SaveThread();
     const bool right = tlvmsg_schema_load(sources, count, options, &self->loaded);
     PyEval_RestoreThread(others);
     self->set = tlvmsg_schema_types(self->loaded);
-    PyMem_Free(sources);
     return right || raise_schema_faults(self->state, self->loaded) != NULL;
 }
 
@@ -50,26 +35,23 @@ PyObject *load(PyObject *module, PyObject *arguments) {
     if (!PyType_IsSubtype((PyTypeObject *)class_, state->schema_type)) {
         return raise_type(&(Place){.name = "load"}, class_, "a class of schemas");
     }
-    Schema *self =
-        (Schema *)((allocfunc)PyType_GetSlot((PyTypeObject *)class_, Py_tp_alloc))((PyTypeObject *)class_, 0);
-    if (self == NULL) {
+    PyObject *object = PyType_GenericAlloc((PyTypeObject *)class_, 0);
+    ALLOCATED const char **import_paths = object != NULL ? texts_of(imports) : NULL;
+    if (import_paths == NULL) {
+        Py_XDECREF(object);
         return NULL;
     }
+    Schema *const self = (Schema *)object;
     self->module = Py_NewRef(module);
     self->state = state;
     self->types = PyDict_New();
-    const char **const path_texts = self->types != NULL ? texts_of(paths) : NULL;
-    const char **const import_texts = path_texts != NULL ? texts_of(imports) : NULL;
-    const size_t count = (size_t)PyTuple_Size(paths);
     text.text_len = (size_t)size;
-    options.import_paths = import_texts;
+    options.import_paths = import_paths;
     options.import_path_count = (size_t)PyTuple_Size(imports);
-    if (import_texts == NULL || (count > 0 && !load_into(self, path_texts, count, &text, &options))) {
-        Py_CLEAR(self);
+    if (self->types == NULL || (PyTuple_Size(paths) > 0 && !load_into(self, paths, &text, &options))) {
+        Py_CLEAR(object);
     }
-    PyMem_Free(path_texts);
-    PyMem_Free(import_texts);
-    return (PyObject *)self;
+    return object;
 }
 
 /* ---- Life ---- */
@@ -98,7 +80,7 @@ static void schema_free(PyObject *object) {
     Py_XDECREF(self->types);
     tlvmsg_schema_free(self->loaded);
     Py_XDECREF(self->module);
-    ((freefunc)PyType_GetSlot(class_, Py_tp_free))(self);
+    PyObject_GC_Del(self);
     Py_DECREF((PyObject *)class_);
 }
 
@@ -112,38 +94,36 @@ static PyObject *find(PyObject *object, PyObject *name) {
     }
     const char *const text = name_in(name);
     const tlvmsg_type *const type = text != NULL ? tlvmsg_type_set_find(self->set, text) : NULL;
-    return type != NULL       ? (PyObject *)type_of(self, type)
+    return type != NULL       ? type_of(self, type)
            : PyErr_Occurred() ? NULL
                               : raise_value(self->state, &place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name),
                                             "the name of a type");
 }
 
 /* Of all types name and family. */
-static PyObject *names(PyObject *object, PyObject *nothing) {
-    (void)nothing;
-    Schema *const self = (Schema *)object;
+static PyObject *names(PyObject *object, PyObject *Py_UNUSED(nothing)) {
+    const tlvmsg_type_set *const set = ((Schema *)object)->set;
     PyObject *all = PyList_New(0);
-    for (size_t i = 0; all != NULL && i < tlvmsg_type_set_count(self->set); i++) {
-        const tlvmsg_type *const type = tlvmsg_type_set_at(self->set, i);
+    for (size_t i = 0; all != NULL && i < tlvmsg_type_set_count(set); i++) {
+        const tlvmsg_type *const type = tlvmsg_type_set_at(set, i);
         append(&all, Py_BuildValue("(ss)", type->name, type->family));
     }
     return all;
 }
 
-static PyObject *families(PyObject *object, PyObject *nothing) {
-    (void)nothing;
+static PyObject *families(PyObject *object, PyObject *Py_UNUSED(nothing)) {
     const tlvmsg_type_set *const set = ((Schema *)object)->set;
     PyObject *all = PySet_New(NULL);
     const char *last = ""; /* scalars have none; those of a family mostly stand together */
     for (size_t i = 0; all != NULL && i < tlvmsg_type_set_count(set); i++) {
         const char *const family = tlvmsg_type_set_at(set, i)->family;
-        PyObject *const name =
-            *family != '\0' && strcmp(family, last) != 0 ? PyUnicode_FromString(family) : NULL;
-        if (name != NULL ? PySet_Add(all, name) < 0 : PyErr_Occurred() != NULL) {
-            Py_CLEAR(all);
+        if (*family != '\0' && strcmp(family, last) != 0) {
+            OWNED *name = PyUnicode_FromString(family);
+            if (name == NULL || PySet_Add(all, name) < 0) {
+                Py_CLEAR(all);
+            }
+            last = family;
         }
-        Py_XDECREF(name);
-        last = *family != '\0' ? family : last;
     }
     return all;
 }
@@ -153,7 +133,7 @@ static PyMethodDef methods[] = {
     {"type", find, METH_O, "type(name): the tlvmsg.Type of that name."},
     {"names", names, METH_NOARGS, "names(): of all types name and family."},
     {"annotate", schema_annotate, METH_VARARGS,
-     "annotate(data, type=None): every byte explained, by the type or by its tags."},
+     "annotate(data, type=None): every byte explained, by the type or by its tags, in pieces of a text."},
     {"guess", schema_guess, METH_VARARGS,
      "guess(data, most=5, search=False): which types bytes may be of, best first."},
     {"divide", schema_divide, METH_O,

@@ -1,59 +1,45 @@
 /* Types: the methods of descriptors. A class of records has the methods of its type. */
 #include "native.h"
 
+#include <structmember.h>
+
 /* ---- Making one ---- */
 
 static Form form_of(const tlvmsg_type *type) {
-    switch (type->kind) {
-    case TLVMSG_SCALAR:
-    case TLVMSG_ENUMERATION:
-        return FORM_NUMBER;
-    case TLVMSG_BYTE_ARRAY:
-    case TLVMSG_DYNAMIC_BYTES:
-        return FORM_BYTES;
-    case TLVMSG_ELEMENT_ARRAY:
-    case TLVMSG_PACKED_ARRAY:
-    case TLVMSG_DYNAMIC_ELEMENTS:
-        return FORM_ITEMS;
-    case TLVMSG_STRUCTURE:
-    case TLVMSG_MESSAGE:
-    case TLVMSG_UNION:
-        return FORM_RECORD;
-    }
-    return FORM_NUMBER;
+    return type->kind == TLVMSG_SCALAR || type->kind == TLVMSG_ENUMERATION ? FORM_NUMBER
+           : tlvmsg_type_is_bytes(type)                                    ? FORM_BYTES
+           : type->element != NULL                                         ? FORM_ITEMS
+                                                                           : FORM_RECORD;
 }
 
 static bool add_field(Type *self, const tlvmsg_field *field) {
-    Field *const fields = PyMem_Realloc(self->fields, (self->field_count + 1) * sizeof *fields);
-    if (fields == NULL) {
-        return PyErr_NoMemory() != NULL;
+    const uint32_t at = self->field_count;
+    if (field->union_type != NULL && field->alternative == NULL) {
+        self->selector = at;
+        self->union_count++;
     }
-    self->fields = fields;
-    Type *const type = type_of(self->schema, field->type);
-    PyObject *const key = type != NULL ? PyUnicode_InternFromString(field->name) : NULL;
-    PyObject *const number = key != NULL ? PyLong_FromUnsignedLong(self->field_count) : NULL;
-    const bool added = number != NULL && PyDict_SetItem(self->index, key, number) == 0;
-    Py_XDECREF(number);
-    if (!added) {
-        Py_XDECREF(key);
-        Py_XDECREF((PyObject *)type);
+    OWNED *key = PyUnicode_InternFromString(field->name);
+    OWNED *number = key != NULL ? PyLong_FromUnsignedLong(at) : NULL;
+    Type *const type = number != NULL ? (Type *)type_of(self->schema, field->type) : NULL;
+    if (type == NULL) {
         return false;
     }
-    fields[self->field_count++] =
+    self->fields[self->field_count++] =
         (Field){type, field->offset, field->name, key, field->union_type, field->alternative, self->selector};
     self->collected = self->collected || type->form >= FORM_ITEMS;
-    return true;
+    return PyDict_SetItem(self->index, key, number) == 0;
 }
 
 static bool make_fields(Type *self) {
+    size_t most = 0;
+    for (tlvmsg_field field = {0}; tlvmsg_next_field(self->type, NULL, &field);) {
+        most++;
+    }
+    self->fields = PyMem_Calloc(most + 1, sizeof *self->fields);
     self->index = PyDict_New();
-    bool right = self->index != NULL;
+    bool right = (self->fields != NULL && self->index != NULL) || PyErr_NoMemory() != NULL;
     for (tlvmsg_field field = {0}; right && tlvmsg_next_field(self->type, NULL, &field);) {
         if (field.alternative == NULL || field.alternative->value_count > 0) { /* some number chooses it */
-            if (field.union_type != NULL && field.alternative == NULL) {
-                self->selector = self->field_count;
-                self->union_count++;
-            }
             right = add_field(self, &field);
         }
     }
@@ -67,22 +53,18 @@ static bool make_values(Type *self) {
         const tlvmsg_enumerator *const each = &self->type->enumerators[i];
         append(&pairs, Py_BuildValue("(sk)", each->name, (unsigned long)each->value));
     }
-    PyObject *const made =
-        pairs != NULL ? PyObject_CallFunction(self->state->enumeration, "OO", self, pairs) : NULL;
-    const bool right =
-        made != NULL && PyArg_ParseTuple(made, "OO!", &self->class_, &PyTuple_Type, &self->values);
-    if (right) {
-        Py_INCREF(self->class_);
-        Py_INCREF(self->values);
+    OWNED *made = call(self->state->enumeration, "(ON)", self, pairs);
+    PyObject *class_, *values;
+    if (made == NULL || !PyArg_ParseTuple(made, "OO!", &class_, &PyTuple_Type, &values)) {
+        return false;
     }
-    Py_XDECREF(pairs);
-    Py_XDECREF(made);
-    return right;
+    self->class_ = Py_NewRef(class_);
+    self->values = Py_NewRef(values);
+    return true;
 }
 
 static bool fill(Type *self) {
     const tlvmsg_type *const type = self->type;
-    self->form = form_of(type);
     if (type->kind == TLVMSG_ENUMERATION && type->enumerator_count > 0 && !make_values(self)) {
         return false;
     }
@@ -93,9 +75,9 @@ static bool fill(Type *self) {
     self->most = tlvmsg_most(type);
     if (type->element != NULL) {
         self->most_items = (size_t)tlvmsg_most_items(type);
-        return (self->element = type_of(self->schema, type->element)) != NULL;
+        self->element = (Type *)type_of(self->schema, type->element);
     }
-    return true;
+    return type->element == NULL || self->element != NULL;
 }
 
 /* Nobody sees it before it is whole: code that runs meanwhile may ask the garbage collector for all that there is. */
@@ -108,7 +90,12 @@ static PyObject *make_type(Schema *schema, const tlvmsg_type *descriptor) {
     *self = (Type){.ob_base = head,
                    .state = schema->state,
                    .schema = (Schema *)Py_NewRef((PyObject *)schema),
-                   .type = descriptor};
+                   .type = descriptor,
+                   .name = descriptor->name,
+                   .family = descriptor->family,
+                   .kind = tlvmsg_kind_name(descriptor->kind),
+                   .fingerprint = tlvmsg_fingerprint(descriptor),
+                   .form = form_of(descriptor)};
     if (!fill(self)) {
         Py_DECREF((PyObject *)self);
         return NULL;
@@ -117,30 +104,27 @@ static PyObject *make_type(Schema *schema, const tlvmsg_type *descriptor) {
     return (PyObject *)self;
 }
 
-Type *type_of(Schema *schema, const tlvmsg_type *descriptor) {
-    PyObject *const name = PyUnicode_FromString(descriptor->name);
-    PyObject *self = name != NULL ? Py_XNewRef(PyDict_GetItemWithError(schema->types, name)) : NULL;
-    if (self == NULL && !PyErr_Occurred()) {
-        PyObject *const made = make_type(schema, descriptor);
-        /* Making it has run code of Python's: what another thread has made first is the type. */
-        self = made != NULL ? Py_XNewRef(PyDict_GetItemWithError(schema->types, name)) : NULL;
-        if (self == NULL && made != NULL && PyDict_SetItem(schema->types, name, made) == 0) {
-            self = Py_NewRef(made);
-        }
-        Py_XDECREF(made);
+PyObject *type_of(Schema *schema, const tlvmsg_type *descriptor) {
+    OWNED *name = PyUnicode_FromString(descriptor->name);
+    PyObject *const known = name != NULL ? PyDict_GetItemWithError(schema->types, name) : NULL;
+    if (known != NULL || PyErr_Occurred()) {
+        return Py_XNewRef(known);
     }
-    Py_XDECREF(name);
-    return (Type *)self;
+    OWNED *made = make_type(schema, descriptor);
+    /* Making it has run code of Python's: what another thread has made first is the type. */
+    PyObject *const first = made != NULL ? PyDict_GetItemWithError(schema->types, name) : NULL;
+    return first != NULL                                                    ? Py_NewRef(first)
+           : made != NULL && PyDict_SetItem(schema->types, name, made) == 0 ? Py_NewRef(made)
+                                                                            : NULL;
 }
 
 Type *type_of_class(State *state, PyObject *class_) {
-    PyObject *const of = PyObject_GetAttr(class_, state->name_of_type);
-    const bool right = of != NULL && Py_TYPE(of) == state->type_type && ((Type *)of)->class_ == class_;
-    Py_XDECREF(of);
-    if (!right) {
+    OWNED *of = PyObject_GetAttr(class_, state->name_of_type);
+    if (of == NULL || Py_TYPE(of) != state->type_type || ((Type *)of)->class_ != class_) {
         PyErr_Format(PyExc_TypeError, "%R is no class of a message, structure or union", class_);
+        return NULL;
     }
-    return right ? (Type *)of : NULL; /* which is there as long as its class is */
+    return (Type *)of; /* which is there as long as its class is */
 }
 
 /* ---- Life ---- */
@@ -165,7 +149,6 @@ static void type_free(PyObject *object) {
     PyObject_GC_UnTrack(self);
     for (uint32_t i = 0; i < self->field_count; i++) {
         Py_DECREF((PyObject *)self->fields[i].type);
-        Py_DECREF(self->fields[i].key);
     }
     PyMem_Free(self->fields);
     Py_XDECREF(self->index);
@@ -180,13 +163,13 @@ static void type_free(PyObject *object) {
 /* ---- Methods ---- */
 
 static PyObject *type_check(PyObject *self, PyObject *value) {
-    const Place place = {.name = ((Type *)self)->type->name};
+    const Place place = {.name = ((Type *)self)->name};
     return checked((Type *)self, value, &place);
 }
 
 static PyObject *type_check_items(PyObject *self, PyObject *arguments) {
     Type *const type = (Type *)self;
-    const Place place = {.name = type->type->name};
+    const Place place = {.name = type->name};
     PyObject *values;
     Py_ssize_t there, at;
     if (!PyArg_ParseTuple(arguments, "Onn:check_items", &values, &there, &at)) {
@@ -199,33 +182,17 @@ static PyObject *type_check_items(PyObject *self, PyObject *arguments) {
 }
 
 PyObject *type_to_dict(PyObject *self, PyObject *value) {
-    PyObject *const right = type_check(self, value);
-    PyObject *const result = right != NULL ? plain((Type *)self, right) : NULL;
-    Py_XDECREF(right);
-    return result;
+    OWNED *right = type_check(self, value);
+    return right != NULL ? plain((Type *)self, right) : NULL;
 }
 
-static PyObject *type_to_json(PyObject *self, PyObject *value) { return json_of((Type *)self, value, 0); }
+static PyObject *type_key(PyObject *self, void *Py_UNUSED(nothing)) {
+    const tlvmsg_type *const type = ((Type *)self)->type;
+    return type->flags & TLVMSG_HAS_KEY ? PyLong_FromUnsignedLong(type->key) : Py_NewRef(Py_None);
+}
 
-static PyObject *type_get(PyObject *object, void *what) {
-    Type *const self = (Type *)object;
-    const tlvmsg_type *const type = self->type;
-    switch (*(const char *)what) {
-    case 'n':
-        return PyUnicode_FromString(type->name);
-    case 'f':
-        return PyUnicode_FromString(type->family);
-    case 'k':
-        return PyUnicode_FromString(tlvmsg_kind_name(type->kind));
-    case 'p':
-        return PyLong_FromUnsignedLongLong(tlvmsg_fingerprint(type));
-    case 'y':
-        return type->flags & TLVMSG_HAS_KEY ? PyLong_FromUnsignedLong(type->key) : Py_NewRef(Py_None);
-    case 'c':
-        return Py_NewRef(self->class_ != NULL ? self->class_ : object);
-    default:
-        return Py_NewRef((PyObject *)self->schema);
-    }
+static PyObject *type_python(PyObject *self, void *Py_UNUSED(nothing)) {
+    return Py_NewRef(((Type *)self)->class_ != NULL ? ((Type *)self)->class_ : self);
 }
 
 static PyMethodDef methods[] = {
@@ -237,16 +204,13 @@ static PyMethodDef methods[] = {
     {"verify", (PyCFunction)(void (*)(void))type_verify, METH_FASTCALL | METH_KEYWORDS,
      "verify(data, strict=False, limit=0): what decode would find, as a tlvmsg.Extent; or the Fault."},
     {"encode", type_encode, METH_O, "encode(value): the bytes that stand for it."},
-    {"size", type_size, METH_O, "size(value): how many bytes encode gives."},
     {"from_dict", type_check, METH_O,
      "from_dict(members): what to_dict() gave, or whatever a member can be set to."},
     {"to_dict", type_to_dict, METH_O, "to_dict(value): dictionaries, lists and plain values."},
     {"from_json", type_from_json, METH_O, "from_json(text): from JSON, a str or any buffer."},
-    {"to_json", type_to_json, METH_O, "to_json(value): its JSON in one line."},
-    {"sample", (PyCFunction)(void (*)(void))type_sample, METH_VARARGS | METH_KEYWORDS,
-     "sample(*settings, kind='random', seed=0): a value to test with. A setting is 'led_control.color=3'; a "
-     "kind is\n"
-     "'random', 'min', 'max' or 'boundary'."},
+    {"to_json", type_to_json, METH_VARARGS,
+     "to_json(value, indent=0): its JSON, in one line or with as many blanks a level."},
+    {"_sample", type_sample, METH_VARARGS, "_sample(settings, kind, seed): for sample()."},
     {"describe", type_describe, METH_NOARGS, "describe(): the type as JSON."},
     {"check_items", type_check_items, METH_VARARGS,
      "check_items(values, there, at): items beside so many others, from that index on."},
@@ -254,20 +218,29 @@ static PyMethodDef methods[] = {
 };
 
 static PyGetSetDef properties[] = {
-    {"name", type_get, NULL, NULL, "n"},
-    {"family", type_get, NULL, "\"\" for scalars", "f"},
-    {"kind", type_get, NULL, NULL, "k"},
-    {"fingerprint", type_get, NULL, "64 bits over what lies on the wire", "p"},
-    {"key", type_get, NULL, "by which receivers know a message, or None", "y"},
-    {"python", type_get, NULL, "the class of its values, where it is one of its own; else the type itself",
-     "c"},
-    {"schema", type_get, NULL, "that it is of", "s"},
+    {"key", type_key, NULL, "by which receivers know a message, or None", NULL},
+    {"python", type_python, NULL, "the class of its values, where it is one of its own; else the type itself",
+     NULL},
+    {0},
+};
+
+static PyMemberDef members[] = {
+    {"name", T_STRING, offsetof(Type, name), READONLY, NULL},
+    {"family", T_STRING, offsetof(Type, family), READONLY, "\"\" for scalars"},
+    {"kind", T_STRING, offsetof(Type, kind), READONLY, NULL},
+    {"fingerprint", T_ULONGLONG, offsetof(Type, fingerprint), READONLY, "64 bits over what lies on the wire"},
+    {"schema", T_OBJECT, offsetof(Type, schema), READONLY, "that it is of"},
     {0},
 };
 
 static PyType_Slot slots[] = {
-    {Py_tp_doc, "A type of a schema."}, {Py_tp_traverse, traverse}, {Py_tp_dealloc, type_free},
-    {Py_tp_methods, methods},           {Py_tp_getset, properties}, {0},
+    {Py_tp_doc, "A type of a schema."},
+    {Py_tp_traverse, traverse},
+    {Py_tp_dealloc, type_free},
+    {Py_tp_methods, methods},
+    {Py_tp_getset, properties},
+    {Py_tp_members, members},
+    {0},
 };
 
 PyType_Spec type_spec = {

@@ -1,8 +1,6 @@
 /* Values: from a record's memory to objects, and back; what may stand in an object; plain ones, as JSON has them. */
 #include "native.h"
 
-#include <string.h>
-
 /* ---- From memory ---- */
 
 PyObject *number_object(Type *type, uint64_t value) {
@@ -16,22 +14,11 @@ PyObject *number_object(Type *type, uint64_t value) {
 }
 
 static PyObject *missing_items(State *state, uint64_t count) {
-    return PyObject_CallFunction(state->missing, "K", (unsigned long long)count);
+    return call(state->missing, "(K)", (unsigned long long)count);
 }
 
-/* As tlvmsg.Bytes; takes the reference. */
 static PyObject *bytes(State *state, PyObject *plain_bytes) {
-    PyObject *const result =
-        plain_bytes != NULL ? PyObject_CallFunctionObjArgs(state->bytes, plain_bytes, NULL) : NULL;
-    Py_XDECREF(plain_bytes);
-    return result;
-}
-
-void append(PyObject **list, PyObject *item) {
-    if (item == NULL || PyList_Append(*list, item) < 0) {
-        Py_CLEAR(*list);
-    }
-    Py_XDECREF(item);
+    return plain_bytes != NULL ? PyObject_CallFunctionObjArgs(state->bytes, plain_bytes, NULL) : NULL;
 }
 
 static PyObject *empty_list(Type *array) {
@@ -55,10 +42,11 @@ static PyObject *array(Type *type, const void *memory) {
     if (there.count > 0 && there.first == NULL) {
         return missing_items(type->state, there.count);
     }
-    return type->form == FORM_ITEMS
-               ? items(type, &there)
-               : bytes(type->state,
-                       PyBytes_FromStringAndSize((const char *)there.first, (Py_ssize_t)there.readable));
+    if (type->form == FORM_ITEMS) {
+        return items(type, &there);
+    }
+    OWNED *own = PyBytes_FromStringAndSize((const char *)there.first, (Py_ssize_t)there.readable);
+    return bytes(type->state, own);
 }
 
 static PyObject *record(Type *type, const void *memory) {
@@ -66,15 +54,12 @@ static PyObject *record(Type *type, const void *memory) {
     if (self == NULL) {
         return NULL;
     }
-    const tlvmsg_type *union_type = NULL;
     const tlvmsg_alternative *chosen = NULL;
     for (uint32_t i = 0; i < type->field_count; i++) {
         const Field *const field = &type->fields[i];
-        if (field->union_type != union_type) {
-            union_type = field->union_type;
-            chosen = union_type != NULL ? tlvmsg_chosen_in(union_type, memory) : NULL;
-        }
-        if (field->alternative != NULL && field->alternative != chosen) {
+        if (field->union_type != NULL && field->alternative == NULL) {
+            chosen = tlvmsg_chosen_in(field->union_type, memory);
+        } else if (field->alternative != chosen && field->alternative != NULL) {
             continue;
         }
         self->slots[i] = to_python(field->type, (const uint8_t *)memory + field->offset);
@@ -88,26 +73,14 @@ static PyObject *record(Type *type, const void *memory) {
 }
 
 PyObject *to_python(Type *type, const void *memory) {
-    switch (type->form) {
-    case FORM_NUMBER:
-        return number_object(type, tlvmsg_load(type->type, memory));
-    case FORM_BYTES:
-    case FORM_ITEMS:
-        return array(type, memory);
-    case FORM_RECORD:
-        return record(type, memory);
-    }
-    return NULL;
+    return type->form == FORM_NUMBER   ? number_object(type, tlvmsg_load(type->type, memory))
+           : type->form == FORM_RECORD ? record(type, memory)
+                                       : array(type, memory);
 }
 
 PyObject *zero_value(Type *type) {
-    Memory memory;
-    PyObject *value = NULL;
-    if (memory_open(&memory, type->type)) {
-        value = to_python(type, memory.record);
-        memory_close(&memory);
-    }
-    return value;
+    MEMORY memory;
+    return memory_open(&memory, type->type) ? to_python(type, memory.record) : NULL;
 }
 
 /* ---- What somebody gives ---- */
@@ -129,65 +102,55 @@ static bool fits(const Type *type, PyObject *integer, uint64_t *bits) {
     return *bits <= type->most;
 }
 
-const char *name_in(PyObject *string) {
-    Py_ssize_t size;
-    const char *const text = PyUnicode_AsUTF8AndSize(string, &size);
-    if (text == NULL && PyErr_ExceptionMatches(PyExc_UnicodeEncodeError)) {
-        PyErr_Clear();
-    }
-    return text != NULL && strlen(text) == (size_t)size ? text : NULL;
-}
-
-static bool enumerator_of(Type *type, PyObject *name, const Place *place, uint64_t *bits) {
-    const char *const text = name_in(name);
-    const tlvmsg_enumerator *const named = text != NULL ? tlvmsg_enumerator_by_name(type->type, text) : NULL;
-    if (named != NULL) {
-        *bits = named->value;
-    } else if (!PyErr_Occurred()) {
-        raise_value(type->state, place, TLVMSG_TEXT_UNKNOWN_NAME, Py_NewRef(name), "a name of %s",
-                    type->type->name);
-    }
-    return named != NULL;
-}
-
 static bool number_of(Type *type, PyObject *value, const Place *place, uint64_t *bits) {
+    const bool has_names = type->values != NULL;
     if (PyLong_Check(value) && fits(type, value, bits)) {
         return true;
     }
-    const bool has_names = type->values != NULL;
     if (has_names && PyUnicode_Check(value)) {
-        return enumerator_of(type, value, place, bits);
+        const char *const text = name_in(value);
+        const tlvmsg_enumerator *const named =
+            text != NULL ? tlvmsg_enumerator_by_name(type->type, text) : NULL;
+        *bits = named != NULL ? named->value : 0;
+        return named != NULL ||
+               (!PyErr_Occurred() && raise_value(type->state, place, TLVMSG_TEXT_UNKNOWN_NAME,
+                                                 Py_NewRef(value), "a name of %s", type->name));
     }
     if (!PyIndex_Check(value)) {
-        return raise_type(place, value, has_names ? "int or str" : "int") != NULL;
+        return raise_type(place, value, has_names ? "int or str" : "int");
     }
-    PyObject *const integer = PyNumber_Index(value);
-    const bool right = integer != NULL && fits(type, integer, bits);
-    if (integer != NULL && !right) {
-        raise_value(type->state, place, TLVMSG_TEXT_WRONG_VALUE, Py_NewRef(value),
-                    "a whole number from %lld to %llu%s", (long long)type->least,
-                    (unsigned long long)type->most, has_names ? " or a name" : "");
+    OWNED *integer = PyNumber_Index(value);
+    if (integer == NULL || fits(type, integer, bits)) {
+        return integer != NULL;
     }
-    Py_XDECREF(integer);
-    return right;
+    return raise_value(type->state, place, TLVMSG_TEXT_WRONG_VALUE, Py_NewRef(value),
+                       "a whole number from %lld to %llu%s", (long long)type->least,
+                       (unsigned long long)type->most, has_names ? " or a name" : "");
 }
 
-/* 1 for tlvmsg.Missing and {"count": 5, "items": None}, whose count fits; 0 for anything else; -1 with an exception. */
-static int missing_of(Type *type, PyObject *value, const Place *place, uint64_t *count) {
-    if (!tlvmsg_type_is_dynamic(type->type)) {
+/* 1 for a number of the type, or for the count, which fits, of tlvmsg.Missing and {"count": 5, "items": None}; 0 for what
+ * has to be something else; -1 with an exception. */
+static int number_in(Type *type, PyObject *value, const Place *place, uint64_t *bits) {
+    PyObject *given = value;
+    if (type->form != FORM_NUMBER && !tlvmsg_type_is_dynamic(type->type)) {
         return 0;
     }
-    PyObject *given = value;
-    if ((PyObject *)Py_TYPE(value) != type->state->missing) {
+    if (type->form != FORM_NUMBER && (PyObject *)Py_TYPE(value) != type->state->missing) {
         const bool said =
             PyDict_Check(value) && PyDict_Size(value) == 2 && PyDict_GetItemString(value, "items") == Py_None;
         given = said ? PyDict_GetItemString(value, "count") : NULL;
     }
-    return given == NULL ? 0 : number_of(type, given, place, count) ? 1 : -1;
+    return given == NULL ? 0 : number_of(type, given, place, bits) ? 1 : -1;
 }
 
-static PyObject *raise_too_many(const Type *array, size_t count, size_t most, const Place *place) {
-    return raise_value(array->state, place, TLVMSG_TEXT_TOO_MANY, PyLong_FromSize_t(count), "at most %zu %s",
+/* Takes bytes or a list, and gives them where they have at most so many items. */
+static PyObject *no_more_than(size_t most, const Type *array, PyObject *given, const Place *place) {
+    const Py_ssize_t count = given != NULL ? PyObject_Size(given) : 0;
+    if ((size_t)count <= most) {
+        return given;
+    }
+    Py_DECREF(given);
+    return raise_value(array->state, place, TLVMSG_TEXT_TOO_MANY, PyLong_FromSsize_t(count), "at most %zu %s",
                        most, array->form == FORM_BYTES ? "bytes" : "items");
 }
 
@@ -206,15 +169,7 @@ static PyObject *bytes_of(Type *type, PyObject *value, const Place *place) {
         return raise_value(type->state, place, TLVMSG_TEXT_WRONG_VALUE, Py_NewRef(value),
                            hex != NULL ? "digits of hex" : "what UTF-8 has bytes for");
     }
-    if (given == NULL) {
-        return NULL;
-    }
-    const size_t size = (size_t)PyBytes_Size(given);
-    if (size > type->most_items) {
-        Py_DECREF(given);
-        return raise_too_many(type, size, type->most_items, place);
-    }
-    return given;
+    return no_more_than(type->most_items, type, given, place);
 }
 
 /* A list of its own, since checking runs code; with at most so many. */
@@ -224,50 +179,39 @@ static PyObject *list_of(Type *array, PyObject *values, size_t room, const Place
         PyErr_Clear();
         return raise_type(place, values, "list");
     }
-    if (given == NULL) {
-        return NULL;
-    }
-    const size_t count = (size_t)PyList_Size(given);
-    if (count > room) {
-        Py_DECREF(given);
-        return raise_too_many(array, count, room, place);
-    }
-    return given;
+    return no_more_than(room, array, given, place);
 }
 
 PyObject *checked_items(Type *array, PyObject *values, size_t there, size_t at, const Place *place) {
-    PyObject *const given = list_of(array, values, array->most_items - there, place);
-    const Py_ssize_t count = given != NULL ? PyList_Size(given) : 0;
+    OWNED *given = list_of(array, values, array->most_items - there, place);
     PyObject *list = given != NULL ? empty_list(array) : NULL;
-    for (Py_ssize_t i = 0; list != NULL && i < count; i++) {
+    for (Py_ssize_t i = 0; list != NULL && i < PyList_Size(given); i++) {
         const Place inside = {.parent = place, .index = at + (size_t)i};
         append(&list, checked(array->element, PyList_GetItem(given, i), &inside));
     }
-    Py_XDECREF(given);
     return list;
+}
+
+/* The record that a value is, or that its members make. */
+static PyObject *record_of(Type *type, PyObject *value, const Place *place) {
+    return (PyObject *)Py_TYPE(value) == type->class_ ? Py_NewRef(value)
+           : PyDict_Check(value)                      ? record_from_members(type, value, place)
+                                                      : raise_type(place, value, type->name);
 }
 
 PyObject *checked(Type *type, PyObject *value, const Place *place) {
     uint64_t bits;
-    const int missing = type->form == FORM_NUMBER ? 0 : missing_of(type, value, place, &bits);
-    if (missing != 0) {
-        return missing > 0 ? missing_items(type->state, bits) : NULL;
+    const int number = number_in(type, value, place, &bits);
+    if (number != 0) {
+        return number < 0                  ? NULL
+               : type->form == FORM_NUMBER ? number_object(type, bits)
+                                           : missing_items(type->state, bits);
     }
-    switch (type->form) {
-    case FORM_NUMBER:
-        return number_of(type, value, place, &bits) ? number_object(type, bits) : NULL;
-    case FORM_BYTES:
-        return bytes(type->state, bytes_of(type, value, place));
-    case FORM_ITEMS:
-        return checked_items(type, value, 0, 0, place);
-    case FORM_RECORD:
-        if ((PyObject *)Py_TYPE(value) == type->class_) {
-            return Py_NewRef(value);
-        }
-        return PyDict_Check(value) ? record_from_members(type, value, place)
-                                   : raise_type(place, value, type->type->name);
+    if (type->form == FORM_BYTES) {
+        OWNED *given = bytes_of(type, value, place);
+        return bytes(type->state, given);
     }
-    return NULL;
+    return type->form == FORM_ITEMS ? checked_items(type, value, 0, 0, place) : record_of(type, value, place);
 }
 
 /* ---- To memory ---- */
@@ -280,18 +224,17 @@ static uint8_t *make_room(Type *array, void *memory, size_t count) {
 }
 
 static bool bytes_to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
-    PyObject *const given = bytes_of(type, value, place);
+    OWNED *given = bytes_of(type, value, place);
     const size_t size = given != NULL ? (size_t)PyBytes_Size(given) : 0;
     uint8_t *const to = size > 0 ? make_room(type, memory, size) : NULL;
     if (to != NULL) {
         memcpy(to, PyBytes_AsString(given), size);
     }
-    Py_XDECREF(given);
     return given != NULL && (size == 0 || to != NULL);
 }
 
 static bool items_to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
-    PyObject *const given = list_of(type, value, type->most_items, place);
+    OWNED *given = list_of(type, value, type->most_items, place);
     const size_t count = given != NULL ? (size_t)PyList_Size(given) : 0;
     uint8_t *const first = count > 0 ? make_room(type, memory, count) : NULL;
     bool right = given != NULL && (count == 0 || first != NULL);
@@ -300,48 +243,35 @@ static bool items_to_memory(Type *type, PyObject *value, void *memory, const Pla
         right = to_memory(type->element, PyList_GetItem(given, (Py_ssize_t)i),
                           first + i * type->element->type->size, &item);
     }
-    Py_XDECREF(given);
     return right;
 }
 
 /* Code that runs meanwhile may choose: an alternative is written when the selector that was written chooses it. */
-static bool record_to_memory(Type *type, Record *value, void *memory, const Place *place) {
-    bool right = true;
+static bool record_to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
+    OWNED *record = record_of(type, value, place);
+    bool right = record != NULL;
     for (uint32_t i = 0; right && i < type->field_count; i++) {
         const Field *const field = &type->fields[i];
-        PyObject *const slot = value->slots[i];
         const Place inside = {.parent = place, .name = field->name};
-        if (slot == NULL || (field->alternative != NULL &&
-                             field->alternative != tlvmsg_chosen_in(field->union_type, memory))) {
-            continue;
+        OWNED *slot = Py_XNewRef(((Record *)record)->slots[i]);
+        if (slot != NULL && (field->alternative == NULL ||
+                             field->alternative == tlvmsg_chosen_in(field->union_type, memory))) {
+            right = to_memory(field->type, slot, (uint8_t *)memory + field->offset, &inside);
         }
-        Py_INCREF(slot);
-        right = to_memory(field->type, slot, (uint8_t *)memory + field->offset, &inside);
-        Py_DECREF(slot);
     }
     return right;
 }
 
 bool to_memory(Type *type, PyObject *value, void *memory, const Place *place) {
     uint64_t bits;
-    int right = type->form == FORM_NUMBER ? number_of(type, value, place, &bits) ? 1 : -1
-                                          : missing_of(type, value, place, &bits);
-    if (right > 0) {
+    const int number = number_in(type, value, place, &bits);
+    if (number > 0) {
         tlvmsg_store(type->type, memory, bits);
     }
-    if (right != 0) {
-        return right > 0;
-    }
-    if (type->form == FORM_BYTES) {
-        return bytes_to_memory(type, value, memory, place);
-    }
-    if (type->form == FORM_ITEMS) {
-        return items_to_memory(type, value, memory, place);
-    }
-    PyObject *const record = checked(type, value, place);
-    right = record != NULL && record_to_memory(type, (Record *)record, memory, place);
-    Py_XDECREF(record);
-    return right;
+    return number != 0                ? number > 0
+           : type->form == FORM_BYTES ? bytes_to_memory(type, value, memory, place)
+           : type->form == FORM_ITEMS ? items_to_memory(type, value, memory, place)
+                                      : record_to_memory(type, value, memory, place);
 }
 
 /* ---- Plain values ---- */
@@ -363,10 +293,8 @@ static PyObject *plain_bytes(PyObject *value) {
 static PyObject *plain_items(Type *array, PyObject *value) {
     PyObject *list = PyList_New(0);
     for (Py_ssize_t i = 0; list != NULL && i < PyList_Size(value); i++) {
-        PyObject *const there =
-            Py_NewRef(PyList_GetItem(value, i)); /* finalizers may change the list meanwhile */
+        OWNED *there = Py_NewRef(PyList_GetItem(value, i)); /* finalizers may change the list */
         append(&list, plain(array->element, there));
-        Py_DECREF(there);
     }
     return list;
 }
@@ -374,35 +302,33 @@ static PyObject *plain_items(Type *array, PyObject *value) {
 static PyObject *plain_record(Type *type, PyObject *value) {
     PyObject *members = PyDict_New();
     for (uint32_t i = 0; members != NULL && i < type->field_count; i++) {
-        PyObject *const slot = Py_XNewRef(((Record *)value)->slots[i]);
-        PyObject *member = slot != NULL ? plain(type->fields[i].type, slot) : NULL;
+        OWNED *slot = Py_XNewRef(((Record *)value)->slots[i]);
+        OWNED *member = slot != NULL ? plain(type->fields[i].type, slot) : NULL;
         if (slot != NULL && (member == NULL || PyDict_SetItem(members, type->fields[i].key, member) < 0)) {
             Py_CLEAR(members);
         }
-        Py_XDECREF(member);
-        Py_XDECREF(slot);
     }
     return members;
 }
 
+/* Values of a wrong type, which a list can have been given behind its back, stay what they are. */
 PyObject *plain(Type *type, PyObject *value) {
     if ((PyObject *)Py_TYPE(value) == type->state->missing) {
         return Py_BuildValue("{sOsO}", "count", value, "items", Py_None);
     }
-    uint64_t bits;
-    const tlvmsg_enumerator *named = NULL;
-    switch (type->form) {
-    case FORM_NUMBER:
-        if (type->values != NULL && PyLong_Check(value) && fits(type, value, &bits)) {
-            named = tlvmsg_enumerator_by_value(type->type, bits);
-        }
-        return named != NULL ? PyUnicode_FromString(named->name) : Py_NewRef(value);
-    case FORM_BYTES:
+    if (type->form == FORM_BYTES) {
         return plain_bytes(value);
-    case FORM_ITEMS:
-        return PyList_Check(value) ? plain_items(type, value) : Py_NewRef(value);
-    case FORM_RECORD:
-        return (PyObject *)Py_TYPE(value) == type->class_ ? plain_record(type, value) : Py_NewRef(value);
     }
-    return NULL;
+    if (type->form == FORM_ITEMS && PyList_Check(value)) {
+        return plain_items(type, value);
+    }
+    if (type->form == FORM_RECORD && (PyObject *)Py_TYPE(value) == type->class_) {
+        return plain_record(type, value);
+    }
+    uint64_t bits;
+    const tlvmsg_enumerator *const named =
+        type->values != NULL && PyLong_Check(value) && fits(type, value, &bits)
+            ? tlvmsg_enumerator_by_value(type->type, bits)
+            : NULL;
+    return named != NULL ? PyUnicode_FromString(named->name) : Py_NewRef(value);
 }

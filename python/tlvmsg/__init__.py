@@ -13,17 +13,16 @@ import sys as _sys
 if _sys.version_info < (3, 11):
     raise ImportError("tlvmsg needs Python 3.11 or newer, where the buffer protocol belongs to the stable ABI")
 
-from tlvmsg._native import Frames, Record, Type, diff, read_hex, session_key, type_of, version as __version__
-from tlvmsg.faults import Fault, TextFault
-from tlvmsg.schemas import Family, Schema, library
-from tlvmsg.values import Bytes, Items, Missing
+from tlvmsg._native import Record, Type, diff, read_hex, session_key, type_of, version as __version__
+from tlvmsg.schemas import Family, Schema, families as _families, library
+from tlvmsg.values import Bytes, Fault, Items, Missing, TextFault
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
     from tlvmsg.capture import Captured, read_capture
     from tlvmsg.dispatch import Dispatcher
     from tlvmsg.results import Difference, Extent, Guess, HexMessage, Part
-    from tlvmsg.streams import read_frames
+    from tlvmsg.streams import Frames, read_frames
 
 decode, guess, divide, annotate, sample, type = (
     library.decode, library.guess, library.divide, library.annotate, library.sample, library.type)
@@ -32,7 +31,7 @@ __all__ = ["Bytes", "Captured", "Difference", "Dispatcher", "Extent", "Family", 
            "Items", "Missing", "Part", "Record", "Schema", "TextFault", "Type", "__version__", "annotate", "decode", "diff",
            "divide", "guess", "library", "read_capture", "read_frames", "read_hex", "sample", "session_key", "type_of"]
 
-_later = {"Captured": "capture", "read_capture": "capture", "Dispatcher": "dispatch", "read_frames": "streams",
+_later = {"Captured": "capture", "read_capture": "capture", "Dispatcher": "dispatch", "Frames": "streams", "read_frames": "streams",
           **dict.fromkeys(["Difference", "Extent", "Guess", "HexMessage", "Part"], "results")}
 
 
@@ -44,5 +43,4 @@ def __getattr__(name):
     return globals().setdefault(name, getattr(module, name))
 
 
-for _name in library.families():
-    globals()[_name] = _sys.modules[f"{__name__}.{_name}"]
+globals().update(_families)

@@ -3,7 +3,7 @@
 import os
 from collections import namedtuple
 
-from tlvmsg.faults import Fault
+from tlvmsg.values import Fault
 from tlvmsg.schemas import library
 
 

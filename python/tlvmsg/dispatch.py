@@ -1,7 +1,7 @@
 """Messages to those who handle them, by the keys in their session headers."""
 
 from tlvmsg._native import session_key
-from tlvmsg.faults import Fault
+from tlvmsg.values import Fault
 
 
 class Dispatcher:

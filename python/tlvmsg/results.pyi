@@ -1,7 +1,7 @@
 from typing import NamedTuple
 
 from tlvmsg._native import Type
-from tlvmsg.faults import Fault
+from tlvmsg.values import Fault
 
 class Extent(NamedTuple):
     consumed: int

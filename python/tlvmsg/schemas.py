@@ -4,7 +4,7 @@ import os
 import sys
 
 from tlvmsg import _native
-from tlvmsg.faults import Fault
+from tlvmsg.values import Fault
 
 _package = os.path.dirname(os.path.abspath(__file__))
 _loaded: list = []  # weak references to schemas
@@ -77,16 +77,14 @@ class Schema(_native.Schema):
 
     def annotate(self, data, type=None):
         """Every byte explained once, by a type, its name or its class, or by the tags in the data."""
-        if isinstance(type, str):
-            type = self.type(type)
-        elif type is not None:
-            type = getattr(type, "_type", type)
-        return super().annotate(data, type) if type is not None else super().annotate(data)
+        of = self.type(type) if isinstance(type, str) else getattr(type, "_type", type)
+        pieces = super().annotate(data) if of is None else super().annotate(data, of)
+        return b"".join(pieces).decode(errors="replace")
 
 
 library = Schema._make((), None, ())
-for _family in library.families():
-    sys.modules[f"tlvmsg.{_family}"] = Family(f"tlvmsg.{_family}", library)
+families = {name: Family(f"tlvmsg.{name}", library) for name in library.families()}
+sys.modules.update({f"tlvmsg.{name}": family for name, family in families.items()})
 
 
 def load(name, fingerprint, data):

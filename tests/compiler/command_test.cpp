@@ -173,11 +173,13 @@ TEST(CommandLine, FormatReplacesFilesAsAWhole) {
     EXPECT_EQ(read_file(directory.path("new/below.tlv").string()), text);
 
     // A stamp is touched, whatever it is; and a fault is told though another file is missing.
-    Command("generate --stamp " + beside + " --out " + directory.path("out").string() + " " + file);
+    const Command stamped("generate --stamp " + beside + " --out " + directory.path("out").string() + " " +
+                          file);
+    EXPECT_EQ(stamped.exit_code, 0);
     EXPECT_EQ(read_file(beside), text);
     const std::string faulty = directory.add("acme/bad.tlv", "enum   colour\n");
     for (const char *command : {"format ", "check "}) {
-        const Command both(command + faulty + " " + file + ".gone");
+        const Command both(fmt::format("{}{} {}.gone", command, faulty, file));
         EXPECT_EQ(both.exit_code, 4);
         EXPECT_TRUE(both.says("bad.tlv:1:14: error[T005]") && both.says("a.tlv.gone': No such file"))
             << both.output;

@@ -169,6 +169,7 @@ TEST(Rendering, CaretStandsUnderTheCharacterWhateverPrecedesIt) {
     uint32_t file = sources.add("a\x07.tlv", "\xEF\xBB\xBF// first\n\t\xC3\xA9\x1B[1m bad\r\nlast" + wide);
     Diagnostics faults;
     faults.report(fault::undefined_type, {file, 17, 20}, "bad");
+    // NOLINTNEXTLINE(misc-misleading-bidirectional): what turns a line around is told by its number
     faults.report(fault::unexpected_token, {file, 322, 326}, "\xE2\x80\xAE", "\xC2\x9B").help("\xFF");
     EXPECT_EQ(render(faults, sources, false),
               "a<U+0007>.tlv:2:8: error[T012]: type 'bad' is not defined\n"

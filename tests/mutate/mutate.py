@@ -162,6 +162,7 @@ class Builder:
             subprocess.run(["cmake", "-G", "Ninja", "-S", TREE, "-B", BUILD, "-DCMAKE_BUILD_TYPE=Release",
                             "-DCMAKE_C_FLAGS_RELEASE=-O1", f"-DCMAKE_CXX_FLAGS=-w -include {TREE}/tests/mutate/mutants.h",
                             "-DCMAKE_CXX_FLAGS_RELEASE=-O1", "-DTLVMSG_BOTH_KINDS=ON", compiler, "-DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON",
+                            "-DTLVMSG_UNITY=OFF",
                             "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"], check=True, stdout=subprocess.DEVNULL)
             ninja = subprocess.run(["ninja", "-C", BUILD, "-j", str(self.jobs), "-k", "20", *targets],
                                    text=True, capture_output=True)

@@ -123,7 +123,6 @@ uses = [lambda: T.decode(data), lambda: T.from_json(text), lambda: T.from_dict(m
         lambda: address.choose(1), lambda: T.decode(data[:-1]), lambda: T(list={"fans": [{"tray": 256}]}), message.__reduce__,
         lambda: tlvmsg.diff(message, T()), lambda: tlvmsg.guess(data), lambda: T._type.schema.divide(data),
         lambda: tlvmsg.annotate(data), lambda: tlvmsg.read_hex("00 01"), lambda: T.sample(seed=1), message.__deepcopy__(None).size,
-        
         lambda: tlvmsg.Frames("length:2@0").feed(data), lambda: tlvmsg.Frames("length:2@0").frame(message),
         lambda: native.load(native.Schema, files, "message m { x y  z a }", (), ""),
         lambda: native.load(native.Schema, files, "struct s = 40000 { uint8 a }", (), "").type("s").python(a=1)]
@@ -159,7 +158,7 @@ def once():
                 message.__reduce__, lambda: tlvmsg.diff(message, T()), lambda: tlvmsg.guess(data), lambda: tlvmsg.read_hex("00 01"),
                 lambda: T._type.schema.divide(data), lambda: tlvmsg.annotate(data), lambda: T.sample("x=1"), lambda: T().x,
                 lambda: U().choose(1), lambda: U(dhcp_info={}, addr_info={}), lambda: U(ip_type=1, addr_info={}), lambda: U(ip_type="x"),
-                lambda: setattr(U(), "ip_type", 1), lambda: setattr(U(), "dhcp_info", {}), lambda: U().dhcp_info, lambda: U().choose(7, 1),
+                lambda: setattr(U(), "ip_type", 1), lambda: tlvmsg.Record.__setattr__(U(), 5, 5), lambda: setattr(U(), "dhcp_info", {}), lambda: U().dhcp_info, lambda: U().choose(7, 1),
                 lambda: T(list={"fans": [{}] * 300}), lambda: T(list={"fans": 3}), message.list.fans.copy, lambda: dir(message),
                 lambda: list(tlvmsg.read_frames(data, "length:1@0")), lambda: tlvmsg.Frames("length:2@0").frame(message),
                 lambda: tlvmsg.Frames("length:2@0").resync(T), lambda: tlvmsg.Frames("x"),

@@ -122,7 +122,8 @@ TEST(Schema, TellsWhatIsWrong) {
     std::string chain, wide(300, 'x');
     for (int i = 0; i < 20'000; ++i) {
         const std::string type = "acme_" + std::to_string(i), next = "acme_" + std::to_string(i + 1);
-        chain += "struct " + type + " = " + std::to_string(32768 + i) + " { " + next + " a }\n";
+        chain.append("struct ").append(type).append(" = ").append(std::to_string(32768 + i));
+        chain.append(" { ").append(next).append(" a }\n");
     }
     const std::string deep = chain + "enum acme_20000 = 60000";
     const std::string round = chain + "struct acme_20000 = 60000 { acme_0 a }";
@@ -144,6 +145,7 @@ TEST(Schema, TellsWhatIsWrong) {
         {{text("a/a.tlv", "enum a = 40000\nenum b = 40000")},
          nullptr,
          "a/a.tlv:1:10-1:15 2 T015 'a' has it ()\n"},
+        // NOLINTNEXTLINE(misc-misleading-bidirectional): what turns a line around is told by its number
         {{text("a/a.tlv", "import \"\xE2\x80\xAE\x01\"")}, nullptr, "cannot find '<U+202E><U+0001>' ("},
         {{text("a/a.tlv", "import \"b.tlv\""), file("nowhere.tlv")},
          nullptr,

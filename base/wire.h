@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace tlvmsg::inspect {
+namespace tlvmsg::base {
 
 inline constexpr size_t header_size = 4;
 inline constexpr uint16_t array_tag = 10;
@@ -17,4 +17,4 @@ inline constexpr uint16_t enumerator_tag = 6; // uint32
 inline constexpr size_t enumerator_width = 4;
 inline constexpr size_t enumeration_length = header_size + enumerator_width;
 
-} // namespace tlvmsg::inspect
+} // namespace tlvmsg::base
