@@ -47,7 +47,13 @@ std::string hex(const char *format, uint32_t number) {
 
 std::string visible(std::string_view text) {
     std::string result;
-    while (!text.empty()) {
+    for (;;) {
+        const auto *const plain = std::ranges::find_if_not(text, [](char c) { return c >= ' ' && c <= '~'; });
+        result.append(text.begin(), plain);
+        text = {plain, text.end()};
+        if (text.empty()) {
+            return result;
+        }
         const auto [code, size] = first_character(text);
         if (size == 0) {
             result += hex("<%02X>", code);
@@ -58,7 +64,6 @@ std::string visible(std::string_view text) {
         }
         text.remove_prefix(std::max<size_t>(size, 1));
     }
-    return result;
 }
 
 std::string visible_head(std::string_view text) {

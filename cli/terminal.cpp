@@ -46,11 +46,19 @@ void finish_output() {
     }
 }
 
-void complain(std::string_view before, Colour colour, std::string_view label, std::string_view after) {
+std::string complaint(std::string_view before, Colour colour, std::string_view label,
+                      std::string_view after) {
     static const Paint paint(STDERR_FILENO); // faults come by the thousand
     const std::string painted = label.empty() ? "" : paint(colour, base::visible_head(label));
-    // Nobody is left to be told when this fails.
-    std::fputs((base::visible_head(before) + painted + base::visible_head(after) + "\n").c_str(), stderr);
+    return base::visible_head(before) + painted + base::visible_head(after) + "\n";
+}
+
+void write_complaints(const std::string &lines) {
+    std::fputs(lines.c_str(), stderr); // nobody is left to be told when this fails
+}
+
+void complain(std::string_view before, Colour colour, std::string_view label, std::string_view after) {
+    write_complaints(complaint(before, colour, label, after));
 }
 
 Paint::Paint(int descriptor)

@@ -42,7 +42,13 @@ inline ColourWhen colour_when = ColourWhen::automatic;
 
 using base::Colour;
 
-// A line to standard error, with a label in colour. All of it is from outside, as far as this knows, and made visible.
+// A line for standard error, with a label in colour. All of it is from outside, as far as this knows, and made visible.
+std::string complaint(std::string_view before, Colour colour = Colour::dim, std::string_view label = "",
+                      std::string_view after = "");
+
+// Writes several at once, since each write takes as long as it takes to word them.
+void write_complaints(const std::string &lines);
+
 void complain(std::string_view before, Colour colour = Colour::dim, std::string_view label = "",
               std::string_view after = "");
 

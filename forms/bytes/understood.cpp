@@ -1,5 +1,6 @@
 #include "forms/bytes/understood.h"
 
+#include <tlvmsg/forms/verdict.h>
 #include <tlvmsg/inspect.h>
 
 #include <algorithm>
@@ -53,6 +54,11 @@ size_t size_by_header(const tlvmsg_type *type, Bytes bytes) {
         return type->min_encoded;
     }
     return header_size + (bytes.size() < header_size ? 0 : number_at(bytes, tag_size));
+}
+
+bool fits_strictly(const tlvmsg_type *type, Bytes bytes) {
+    constexpr tlvmsg_limits strict{0, true, {}};
+    return tlvmsg_judge(type, bytes.data(), bytes.size(), &strict, nullptr) == TLVMSG_FITS;
 }
 
 size_t understood(const tlvmsg_type *type, Bytes bytes) {

@@ -23,4 +23,7 @@ size_t size_by_header(const tlvmsg_type *type, Bytes bytes);
 // behind an element that is broken.
 size_t understood(const tlvmsg_type *type, Bytes bytes);
 
+// Whether they are of the type, without deviations or bytes behind.
+bool fits_strictly(const tlvmsg_type *type, Bytes bytes);
+
 } // namespace tlvmsg::forms

@@ -1,6 +1,7 @@
 #include "forms/bytes/untyped.h"
 
-#include <tlvmsg/forms/verdict.h>
+#include "forms/bytes/understood.h"
+
 #include <tlvmsg/record.h>
 
 #include <fmt/format.h>
@@ -10,12 +11,6 @@
 namespace tlvmsg::forms {
 
 namespace {
-
-// Only the element's own bytes are looked at: what an element is does not depend on what follows it.
-bool is_accepted(const tlvmsg_type *type, Bytes own) {
-    constexpr tlvmsg_limits strict{0, true, {}};
-    return tlvmsg_judge(type, own.data(), own.size(), &strict, nullptr) == TLVMSG_FITS;
-}
 
 // How many elements fill these bytes. Nothing unless some do, and below the depth that types can have.
 std::optional<size_t> elements_in(Bytes bytes, unsigned depth) {
@@ -66,7 +61,8 @@ UntypedElement read_untyped(const tlvmsg_type_set *set, Bytes own, unsigned dept
     UntypedElement read{tag, UntypedKind::opaque, type, own, own.subspan(header_size), depth};
     if (type != nullptr && type->kind == TLVMSG_SCALAR) {
         read.kind = read.content.size() == type->size ? UntypedKind::number : UntypedKind::opaque;
-    } else if (type != nullptr && is_accepted(type, own)) {
+    } else if (type != nullptr && fits_strictly(type, own)) {
+        // Only its own bytes are looked at: what an element is does not depend on what follows it.
         read.kind = UntypedKind::typed;
         read.content = own;
     } else if (tag == array_tag) {

@@ -27,23 +27,6 @@ struct Place {
 
 constexpr size_t none = SIZE_MAX - 1;
 
-// Messages of one shape that the bytes are, as far as keys tell.
-Step step_to(const tlvmsg_type_set &set, Bytes bytes, Types alike) {
-    Step step{0, {}, false};
-    for (const tlvmsg_type *const type : alike) {
-        switch (set.key_in(bytes, type)) {
-        case Key::other:
-            break;
-        case Key::alone:
-            return {0, {type}, true};
-        case Key::silent:
-        case Key::shared:
-            step.types.push_back(type);
-        }
-    }
-    return step;
-}
-
 // Every message begins and ends where a top-level element does, and these follow from one another. So the places to
 // consider are few, and each is looked at once.
 class Division {
@@ -82,18 +65,16 @@ private:
 
     void find_messages(const tlvmsg_type_set &set, Bytes rest, Place &from) const {
         set.follow_messages(rest, [&](Types alike, uint32_t matched, size_t size) {
-            constexpr tlvmsg_limits strict{0, true, {}};
-            if (matched < alike.front()->member_count ||
-                tlvmsg_judge(alike.front(), rest.data(), size, &strict, nullptr) != TLVMSG_FITS) {
+            if (matched < alike.front()->member_count || !fits_strictly(alike.front(), rest.first(size))) {
                 return;
             }
-            const auto end =
-                std::lower_bound(places_.begin(), places_.end(), from.offset + size,
-                                 [](const Place &place, size_t offset) { return place.offset < offset; });
-            Step step = step_to(set, rest, alike);
-            step.end = static_cast<size_t>(end - places_.begin());
-            if (!step.types.empty()) {
-                add(std::move(step), end->messages + 1, from);
+            const auto end = std::ranges::lower_bound(places_, from.offset + size, {}, &Place::offset);
+            Keyed keyed = set.by_key(rest, alike);
+            const bool named = !keyed.alone.empty();
+            std::vector<const tlvmsg_type *> &types = named ? keyed.alone : keyed.others;
+            if (!types.empty()) {
+                add({static_cast<size_t>(end - places_.begin()), std::move(types), named}, end->messages + 1,
+                    from);
             }
         });
     }

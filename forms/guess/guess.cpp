@@ -8,6 +8,7 @@
 #include <bit>
 #include <iterator>
 #include <map>
+#include <optional>
 #include <tuple>
 #include <utility>
 
@@ -235,59 +236,55 @@ private:
         });
     }
 
-    // Without those whose key the bytes do not have; the message that their key names is a guess of its own.
+    // The message that its key names is a guess of its own.
     void add_by_keys(Types types, size_t offset) {
-        std::vector<const tlvmsg_type *> others;
-        for (const tlvmsg_type *const &type : types) {
-            const Key key = set_.key_in(bytes_.subspan(offset), type);
-            if (key == Key::alone) {
-                add({&type, 1}, offset, true);
-            } else if (key != Key::other) {
-                others.push_back(type);
+        const Keyed keyed = set_.by_key(bytes_.subspan(offset), types);
+        for (const tlvmsg_type *const &type : keyed.alone) {
+            add({&type, 1}, offset, true);
+        }
+        if (!keyed.others.empty()) {
+            add(keyed.others, offset);
+        }
+    }
+
+    // The only member in which messages differ.
+    static std::optional<uint32_t> difference(const tlvmsg_type *a, const tlvmsg_type *b) {
+        std::optional<uint32_t> found;
+        for (uint32_t i = 0; i < a->member_count && a->member_count == b->member_count; ++i) {
+            if (a->members[i].type != b->members[i].type) {
+                if (found) {
+                    return std::nullopt;
+                }
+                found = i;
             }
         }
-        if (!others.empty()) {
-            add(others, offset);
-        }
+        return found;
     }
 
     // Another message that the bytes are but for one tag: where that is likely, as one bit makes the difference, or
     // this message has deviations.
     void find_other(tlvmsg_guess &guess) const {
-        const tlvmsg_type *const type = guess.verdict.type;
-        std::vector<uint8_t> changed(bytes_.begin(), bytes_.end());
         for (const tlvmsg_type *const other : set_.messages) {
-            uint32_t differing = 0;
-            uint32_t differences = other->member_count == type->member_count ? 0 : 2;
-            for (uint32_t i = 0; differences < 2 && i < type->member_count; ++i) {
-                if (type->members[i].type != other->members[i].type) {
-                    differing = i;
-                    ++differences;
-                }
-            }
-            if (differences != 1) {
+            const std::optional<uint32_t> member = difference(guess.verdict.type, other);
+            if (!member) {
                 continue;
             }
-            const uint16_t own = tlvmsg_type_tag_read(type->members[differing].type);
-            const uint16_t tag = tlvmsg_type_tag_read(other->members[differing].type);
+            const uint16_t own = tlvmsg_type_tag_read(guess.verdict.type->members[*member].type);
+            const uint16_t tag = tlvmsg_type_tag_read(other->members[*member].type);
             const bool bit = std::has_single_bit(static_cast<unsigned>(own ^ tag));
-            const size_t at = place_of(differing);
+            const size_t at = place_of(*member);
             if (own == tag || (!bit && guess.verdict.extent.deviations == 0) ||
-                at + tag_size > changed.size()) {
+                at + tag_size > bytes_.size()) {
                 continue;
             }
-            const auto put = [&](uint16_t number) {
-                changed[at] = static_cast<uint8_t>(number >> 8);
-                changed[at + 1] = static_cast<uint8_t>(number);
-            };
-            put(tag);
-            constexpr tlvmsg_limits strict{0, true, {}};
-            if (tlvmsg_judge(other, changed.data(), changed.size(), &strict, nullptr) == TLVMSG_FITS) {
+            std::vector<uint8_t> changed(bytes_.begin(), bytes_.end());
+            changed[at] = static_cast<uint8_t>(tag >> 8);
+            changed[at + 1] = static_cast<uint8_t>(tag);
+            if (fits_strictly(other, changed)) {
                 guess.other = other;
                 guess.other_offset = at;
                 return;
             }
-            put(number_at(bytes_, at));
         }
     }
 

@@ -51,83 +51,67 @@ bool is_annotated(std::string_view text) {
     return typed || (explained && offsets);
 }
 
-// One line's words, taken one by one.
-class ByteLine {
-public:
-    ByteLine(std::string_view line, std::vector<uint8_t> &bytes, size_t &repeated)
-        : rest_(line.substr(0, line.find('|'))), bytes_(bytes), repeated_(repeated) {
-        take();
-    }
+std::string_view take(std::string_view &rest) { return take_word(rest, "()"); }
 
-    void add() {
-        if (word_.empty()) {
-            return;
+// What the lines of a message have in common.
+class ByteLines {
+public:
+    // Takes offset and bytes of a line that goes on with the message.
+    void add(std::string_view line, Bytes &bytes) {
+        std::string_view rest = line.substr(0, line.find('|'));
+        if (!rest.empty()) {
+            check_offset(take(rest), bytes.size());
         }
-        check_offset(take());
-        while (!word_.empty()) {
-            const size_t start = bytes_.size();
-            if (word_ == "(") {
-                add_group();
+        while (!rest.empty()) {
+            const size_t start = bytes.size();
+            std::string_view word = take(rest);
+            if (word == "(") {
+                for (word = take(rest); word != ")"; word = take(rest)) {
+                    add_byte(word, bytes);
+                }
             } else {
-                add_byte(take());
+                add_byte(word, bytes);
             }
-            if (word_ == "×") {
-                take();
-                repeat(start, take());
+            if (std::string_view behind = rest; take(behind) == "×") {
+                word = take(behind);
+                repeat(word, bytes, start);
+                rest = behind;
             }
         }
     }
 
 private:
-    std::string_view take() {
-        const std::string_view word = word_;
-        word_ = take_word(rest_, "()");
-        return word;
-    }
-
-    void check_offset(std::string_view word) const {
+    static void check_offset(std::string_view word, size_t size) {
         const std::optional<uint64_t> offset = number_of(word, 10);
         if (!offset) {
             fail(word, " is not a decimal offset");
         }
-        if (*offset != bytes_.size()) {
-            fail(word, " is the offset, but " + std::to_string(bytes_.size()) + " bytes precede");
+        if (*offset != size) {
+            fail(word, " is the offset, but " + std::to_string(size) + " bytes precede");
         }
     }
 
-    void add_byte(std::string_view word) {
-        const std::optional<uint64_t> value = word.size() == 2 ? number_of(word, 16) : std::nullopt;
-        if (!value) {
-            fail(word.empty() ? rest_ : word, " is not a byte of two hex digits");
+    static void add_byte(std::string_view word, Bytes &bytes) {
+        if (word.size() != 2 || !is_hex(word)) {
+            fail(word, " is not a byte of two hex digits");
         }
-        bytes_.push_back(static_cast<uint8_t>(*value));
+        append_pairs(bytes, word);
     }
 
-    void add_group() {
-        take();
-        while (word_ != ")") {
-            add_byte(take());
-        }
-        take();
-    }
-
-    void repeat(size_t start, std::string_view word) {
+    void repeat(std::string_view word, Bytes &bytes, size_t start) {
         const std::optional<uint64_t> times = number_of(word, 10);
-        const std::vector<uint8_t> part(bytes_.begin() + static_cast<std::ptrdiff_t>(start), bytes_.end());
+        const Bytes part(bytes.begin() + static_cast<std::ptrdiff_t>(start), bytes.end());
         if (!times || *times > (TLVMSG_MOST_REPEATED - repeated_) / std::max<size_t>(part.size(), 1)) {
-            fail(word.empty() ? rest_ : word, " is not how often bytes can be repeated");
+            fail(word, " is not how often bytes can be repeated");
         }
-        repeated_ += static_cast<size_t>(*times) * part.size();
-        bytes_.resize(start);
+        repeated_ += *times * part.size();
+        bytes.resize(start);
         for (uint64_t i = 0; i < *times && !part.empty(); ++i) {
-            bytes_.insert(bytes_.end(), part.begin(), part.end());
+            append(bytes, part);
         }
     }
 
-    std::string_view rest_;
-    std::string_view word_; // the next one, empty behind the last
-    std::vector<uint8_t> &bytes_;
-    size_t &repeated_;
+    size_t repeated_ = 0; // bytes, in all messages
 };
 
 } // namespace
@@ -137,7 +121,7 @@ HexMessages read_annotated(std::string_view text) {
     if (!is_annotated(text)) {
         return messages;
     }
-    size_t repeated = 0;
+    ByteLines bytes;
     TextLines lines(text);
     for (TextLine line; lines.next(line);) {
         if (is_type_line(line)) {
@@ -147,7 +131,7 @@ HexMessages read_annotated(std::string_view text) {
             if (messages.empty() || (!messages.back().bytes.empty() && is_first(line))) {
                 messages.push_back({line.number, {}, ""});
             }
-            ByteLine(line.text, messages.back().bytes, repeated).add();
+            bytes.add(line.text, messages.back().bytes);
         }
     }
     if (messages.empty()) {

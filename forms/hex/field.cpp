@@ -10,8 +10,6 @@ namespace tlvmsg::forms {
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
 // Digits, and what stands before them.
 struct Group {
     std::string_view digits;
@@ -21,37 +19,36 @@ struct Group {
 
 using Groups = std::vector<Group>;
 
-bool is_separator(char c) { return std::string_view(",;:-").find(c) != std::string_view::npos; }
-bool is_quote(char c) { return c == '"' || c == '\''; }
+// A group from the front, which has nothing before it.
+Group group_of(std::string_view text) {
+    const bool escape = text.starts_with("\\x");
+    const char prefix = escape ? '\\' : text.starts_with("0x") || text.starts_with("0X") ? 'x' : '\0';
+    const std::string_view digits = text.substr(prefix == 0 ? 0 : 2);
+    const auto *const end = std::ranges::find_if_not(digits, base::is_hex_digit);
+    return {{digits.begin(), end}, 0, prefix};
+}
 
 // All groups from the front on, and how far they reach.
 size_t take_groups(std::string_view text, Groups &groups) {
     char between = ' ';
     size_t end = 0;
-    for (size_t at = 0; at < text.size();) {
+    for (size_t at = 0; at < text.size(); end = at) {
         const char c = text[at];
-        if (blanks.find(c) != blanks.npos || is_quote(c)) {
+        if (contains(blanks, c) || contains("\"'", c)) {
             between = between == 0 ? ' ' : between;
-            end = ++at;
-        } else if (is_separator(c) && (between == 0 || between == ' ') && !groups.empty()) {
+            ++at;
+        } else if (contains(",;:-", c) && (between == 0 || between == ' ') && !groups.empty()) {
             between = c;
-            end = ++at;
+            ++at;
         } else {
-            const std::string_view rest = text.substr(at);
-            const bool escape = rest.starts_with("\\x");
-            const char prefix = escape ? '\\' : rest.starts_with("0x") || rest.starts_with("0X") ? 'x' : '\0';
-            const std::string_view digits = rest.substr(prefix == 0 ? 0 : 2);
-            size_t size = 0;
-            while (size < digits.size() && base::is_hex_digit(digits[size])) {
-                ++size;
+            Group group = group_of(text.substr(at));
+            if (group.digits.empty()) {
+                break;
             }
-            if (size == 0) {
-                return end;
-            }
-            groups.push_back({digits.substr(0, size), between, prefix});
+            group.between = between;
             between = 0;
-            at += size + (prefix == 0 ? 0 : 2);
-            end = at;
+            at += group.digits.size() + (group.prefix == 0 ? 0 : 2);
+            groups.push_back(group);
         }
     }
     return end;
@@ -83,102 +80,103 @@ Field bytes_of(std::span<const Group> groups) {
             return {std::move(field.bytes), each.digits,
                     " is a number of several bytes, in the order of one machine or another; give bytes"};
         }
-        const size_t width = each.prefix != 0 && size == 1 ? 1 : 2;
-        for (size_t i = 0; i + width <= size; i += width) {
-            field.bytes.push_back(static_cast<uint8_t>(*number_of(each.digits.substr(i, width), 16)));
+        if (each.prefix != 0 && size == 1) {
+            field.bytes.push_back(static_cast<uint8_t>(*number_of(each.digits, 16)));
+            continue;
         }
-        if (size % width != 0) {
+        append_pairs(field.bytes, each.digits);
+        if (size % 2 != 0) {
             return {std::move(field.bytes), each.digits, " has an odd number of hex digits"};
         }
     }
     return field;
 }
 
-constexpr std::string_view base64_digits =
-    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/-_";
-
-bool is_base64_digit(char c) {
-    return base::is_letter_or_digit(c) || c == '+' || c == '/' || c == '-' || c == '_';
+// How many of the first ones are divided evenly.
+size_t even_count(std::span<const Group> groups) {
+    const Group &first = groups.front();
+    size_t count = 1;
+    while (count < groups.size() && groups[count].between == groups[1].between &&
+           groups[count].prefix == first.prefix && groups[count - 1].digits.size() == first.digits.size() &&
+           groups[count].digits.size() <= first.digits.size()) {
+        ++count;
+    }
+    return count;
 }
 
-void add_run(Groups groups, const Sense &sense, std::vector<Bytes> &runs) {
+// The bytes of groups, and also those behind a few that may belong to the words before.
+void add_run(std::span<const Group> groups, const Sense &sense, std::vector<Judged> &runs) {
     constexpr size_t smallest = 4;
-    constexpr size_t most_before = 4; // groups that belong to the words before
-    for (size_t skipped = 0; skipped <= most_before && !groups.empty();
-         ++skipped, groups.erase(groups.begin())) {
-        Field field = bytes_of(groups);
+    constexpr size_t most_before = 4;
+    for (size_t skipped = 0; skipped <= std::min(most_before, groups.size()); ++skipped) {
+        Field field = bytes_of(groups.subspan(skipped));
         if (field.bytes.size() < smallest) {
             return;
         }
-        if (skipped == 0 || sense.accepts(field.bytes)) {
-            runs.push_back(std::move(field.bytes));
+        Judged run = sense.judged(std::move(field.bytes));
+        if (skipped == 0 || run.match == Match::whole) {
+            runs.push_back(std::move(run));
         }
     }
 }
 
-void add_hex_runs(std::string_view line, const Sense &sense, std::vector<Bytes> &runs) {
+void add_hex_runs(std::string_view line, const Sense &sense, std::vector<Judged> &runs) {
+    const auto in_word = [&](size_t at) { return at < line.size() && base::is_letter_or_digit(line[at]); };
     for (size_t at = 0; at < line.size();) {
-        const bool begins = at == 0 || !base::is_letter_or_digit(line[at - 1]);
         Groups groups;
-        const size_t size = begins && base::is_hex_digit(line[at]) ? take_groups(line.substr(at), groups) : 0;
-        const size_t end = at + size;
-        if (!groups.empty() && end < line.size() && base::is_letter_or_digit(line[end]) &&
-            groups.back().digits.data() + groups.back().digits.size() == line.data() + end) {
+        const bool begins = base::is_hex_digit(line[at]) && (at == 0 || !in_word(at - 1));
+        const size_t size = begins ? take_groups(line.substr(at), groups) : 0;
+        at += std::max<size_t>(size, 1);
+        if (in_word(at) && !groups.empty() &&
+            groups.back().digits.data() + groups.back().digits.size() == line.data() + at) {
             groups.pop_back(); // the beginning of a word
         }
-        for (size_t first = 0; first < groups.size();) { // pieces that are divided evenly
-            size_t last = first + 1;
-            const auto even = [&] {
-                return groups[last].between == groups[std::min(first + 1, last)].between &&
-                       groups[last].prefix == groups[first].prefix &&
-                       groups[last - 1].digits.size() == groups[first].digits.size() &&
-                       groups[last].digits.size() <= groups[first].digits.size();
-            };
-            while (last < groups.size() && even()) {
-                ++last;
-            }
-            add_run({groups.begin() + static_cast<std::ptrdiff_t>(first),
-                     groups.begin() + static_cast<std::ptrdiff_t>(last)},
-                    sense, runs);
-            first = last;
+        for (std::span<const Group> rest = groups; !rest.empty();) {
+            const size_t count = even_count(rest);
+            add_run(rest.first(count), sense, runs);
+            rest = rest.subspan(count);
         }
-        at = std::max(end, at + 1);
-        while (size > 0 && at < line.size() && base::is_letter_or_digit(line[at])) {
+        while (size > 0 && in_word(at)) {
             ++at;
         }
     }
 }
 
-void add_base64_runs(std::string_view line, const Sense &sense, std::vector<Bytes> &runs) {
+constexpr std::string_view base64_digits =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/-_";
+
+void add_base64_runs(std::string_view line, const Sense &sense, std::vector<Judged> &runs) {
     constexpr size_t smallest = 11;
     for (size_t at = 0; at < line.size();) {
-        size_t end = at;
-        while (end < line.size() && is_base64_digit(line[end])) {
-            ++end;
+        const size_t digits = std::min(line.find_first_not_of(base64_digits, at), line.size()) - at;
+        size_t size = digits;
+        while (at + size < line.size() && line[at + size] == '=' && size - digits < 2) {
+            ++size;
         }
-        const size_t digits = end - at;
-        while (end < line.size() && line[end] == '=' && end - at - digits < 2) {
-            ++end;
+        if (digits >= smallest) {
+            std::optional<Bytes> bytes = base64_field(line.substr(at, size));
+            if (!bytes) { // what is cut shows that there was more
+                bytes = base64_field(line.substr(at, digits / 4 * 4));
+            }
+            if (Judged run = sense.judged(bytes.value_or(Bytes())); run.match != Match::none) {
+                runs.push_back(std::move(run));
+            }
         }
-        std::optional<Bytes> bytes =
-            digits >= smallest ? base64_field(line.substr(at, end - at)) : std::nullopt;
-        if (!bytes && digits >= smallest) { // what is cut shows that there was more
-            bytes = base64_field(line.substr(at, digits / 4 * 4));
-        }
-        if (bytes && sense.of(*bytes) > 0) {
-            runs.push_back(std::move(*bytes));
-        }
-        at = std::max(end, at + 1);
+        at += std::max<size_t>(size, 1);
     }
 }
 
 } // namespace
 
+void append_pairs(Bytes &bytes, std::string_view digits) {
+    for (size_t i = 0; i + 2 <= digits.size(); i += 2) {
+        bytes.push_back(static_cast<uint8_t>(*number_of(digits.substr(i, 2), 16)));
+    }
+}
+
 std::optional<Field> hex_field(std::string_view text, const Sense &sense) {
     Groups groups;
-    while (!text.empty() && std::string_view("\\,;").find(text.back()) != std::string_view::npos) {
-        text.remove_suffix(1);
-    }
+    text = text.substr(0, text.find_last_not_of("\\,;") + 1); // npos + 1 is 0
     const size_t end = take_groups(text, groups);
     if (groups.empty() || end < text.size()) {
         return std::nullopt;
@@ -194,22 +192,21 @@ std::optional<Field> hex_field(std::string_view text, const Sense &sense) {
         return whole;
     }
     Field even = first < groups.size() ? bytes_of(all.subspan(first)) : Field{{}, text, ""};
-    const int sense_whole = whole.place.empty() ? sense.of(whole.bytes) : 0;
-    const int sense_even = even.place.empty() ? sense.of(even.bytes) : 0;
-    if (sense_whole == sense_even) {
+    const Match match_whole = whole.place.empty() ? sense.of(whole.bytes) : Match::none;
+    const Match match_even = even.place.empty() ? sense.of(even.bytes) : Match::none;
+    if (match_whole == match_even) {
         return whole.place.empty() ? Field{{}, groups[0].digits, " may be bytes, or a word before them"}
                                    : whole;
     }
-    return sense_whole > sense_even ? whole : even;
+    return match_whole > match_even ? whole : even;
 }
 
 std::optional<Bytes> base64_field(std::string_view text) {
     const size_t end = std::min(text.find('='), text.size());
     const std::string_view digits = text.substr(0, end);
     if (text.size() - end > 2 || text.find_first_not_of('=', end) != text.npos || digits.size() % 4 == 1 ||
-        (end < text.size() && text.size() % 4 != 0) || digits.empty() ||
-        !std::all_of(digits.begin(), digits.end(), is_base64_digit) ||
-        std::all_of(digits.begin(), digits.end(), base::is_hex_digit)) {
+        (end < text.size() && text.size() % 4 != 0) || digits.empty() || !has_only(digits, base64_digits) ||
+        is_hex(digits)) {
         return std::nullopt;
     }
     Bytes bytes;
@@ -224,8 +221,8 @@ std::optional<Bytes> base64_field(std::string_view text) {
     return bytes;
 }
 
-std::vector<Bytes> runs_in(std::string_view line, const Sense &sense) {
-    std::vector<Bytes> runs;
+std::vector<Judged> runs_in(std::string_view line, const Sense &sense) {
+    std::vector<Judged> runs;
     add_hex_runs(line, sense, runs);
     add_base64_runs(line, sense, runs);
     return runs;

@@ -11,9 +11,10 @@ namespace tlvmsg::forms {
 
 struct HexMessage {
     size_t line; // from 1
-    std::vector<uint8_t> bytes;
+    Bytes bytes;
     std::string_view type{}; // that annotated text names, or empty
     tlvmsg_hex_kind kind = TLVMSG_HEX_MESSAGE;
+    Match match = Match::none; // as far as the types were asked
 };
 
 using HexMessages = std::vector<HexMessage>;
@@ -30,7 +31,7 @@ HexMessages read_lines(std::string_view text, const Sense &sense);
 
 // Bytes as a line has them, or what is in the way.
 struct Field {
-    std::vector<uint8_t> bytes{};
+    Bytes bytes{};
     std::string_view place{}; // of what is wrong; empty when nothing is
     std::string wrong{};
 };
@@ -39,19 +40,25 @@ struct Field {
 // are not divided like them are no bytes where the types say so.
 std::optional<Field> hex_field(std::string_view text, const Sense &sense);
 
-std::optional<std::vector<uint8_t>> base64_field(std::string_view text);
+std::optional<Bytes> base64_field(std::string_view text);
 
 // All runs of hex and of base64 between other characters, with at least four bytes each, or eight of base64.
-std::vector<std::vector<uint8_t>> runs_in(std::string_view line, const Sense &sense);
+std::vector<Judged> runs_in(std::string_view line, const Sense &sense);
+
+inline void append(Bytes &all, const Bytes &more) { all.insert(all.end(), more.begin(), more.end()); }
+
+// What pairs of hex digits stand for, but for a last digit that is alone.
+void append_pairs(Bytes &bytes, std::string_view digits);
 
 // The same bytes in words of so many, each the other way round.
-std::vector<uint8_t> swapped(const std::vector<uint8_t> &bytes, size_t width);
+Bytes swapped(const Bytes &bytes, size_t width);
 
 // ---- Literals of programs ---------------------------------------------------------------------------------------
 
 struct Literal : Field {
     std::string_view text{}; // all of it
-    size_t line = 0;
+    size_t line = 0;         // in which it begins
+    size_t last_line = 0;
     bool list = false;  // of numbers, not a string
     bool sure = false;  // nobody but a program for bytes writes it: b'...', or a list
     bool plain = false; // a string without escapes

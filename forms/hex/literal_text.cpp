@@ -26,29 +26,19 @@ std::string_view number_word(std::string_view text) {
 std::optional<uint8_t> take_escape(std::string_view &rest) {
     static constexpr std::string_view letters = "abtnvfreE\\'\"?/";
     static constexpr std::string_view meanings = "\a\b\t\n\v\f\r\x1B\x1B\\'\"?/";
-    size_t size = 0;
-    std::optional<uint64_t> value;
-    if (rest.starts_with('x')) {
-        size = 1;
-        while (size < std::min<size_t>(3, rest.size()) && base::is_hex_digit(rest[size])) {
-            ++size;
-        }
-        value = number_of(rest.substr(1, size - 1), 16);
-    } else {
-        while (size < std::min<size_t>(3, rest.size()) && rest[size] >= '0' && rest[size] <= '7') {
-            ++size;
-        }
-        value = number_of(rest.substr(0, size), 8);
+    if (const size_t letter = rest.empty() ? letters.npos : letters.find(rest[0]); letter != letters.npos) {
+        rest.remove_prefix(1);
+        return static_cast<uint8_t>(meanings[letter]);
     }
-    if (const size_t letter = rest.empty() || value ? letters.npos : letters.find(rest[0]);
-        letter != letters.npos) {
-        value = static_cast<uint8_t>(meanings[letter]);
-        size = 1;
-    }
+    const bool hex = rest.starts_with('x');
+    const std::string_view most = hex ? rest.substr(1, 2) : rest.substr(0, 3);
+    const size_t size =
+        std::min(most.find_first_not_of(hex ? "0123456789abcdefABCDEF" : "01234567"), most.size());
+    const std::optional<uint64_t> value = number_of(most.substr(0, size), hex ? 16 : 8);
     if (!value || *value > UINT8_MAX) {
         return std::nullopt;
     }
-    rest.remove_prefix(size);
+    rest.remove_prefix(size + (hex ? 1 : 0));
     return static_cast<uint8_t>(*value);
 }
 
@@ -104,97 +94,122 @@ private:
 
     // Strings end in their line. A quotation mark behind a word is an apostrophe.
     void string(char quote) {
-        const size_t first = at_;
-        const bool letter = first > 0 && is_name(text_[first - 1]);
-        const bool named = letter && first > 1 && is_name(text_[first - 2]);
+        const size_t first = at_++;
+        const auto named = [&](size_t back) { return first >= back && is_name(text_[first - back]); };
+        const size_t begin = first - (named(1) ? 1 : 0);
         const int kind = quote == '"' ? 1 : 2;
-        const bool bytes = letter && (text_[first - 1] == 'b' || text_[first - 1] == 'B');
-        const size_t begin = first - (letter ? 1 : 0);
-        ++at_;
-        if (named || (unclosed_ & kind) != 0) {
+        if ((named(1) && named(2)) || (unclosed_ & kind) != 0) {
             return;
         }
         size_t end = at_;
-        bool escapes = false;
         while (end < text_.size() && text_[end] != quote && text_[end] != '\n') {
-            escapes = escapes || text_[end] == '\\';
             end += text_[end] == '\\' && end + 1 < text_.size() && text_[end + 1] != '\n' ? 2 : 1;
         }
-        if (end >= text_.size() || text_[end] != quote) {
-            unclosed_ |= kind;
-            if (bytes || escapes) {
-                const std::string_view rest = text_.substr(begin, end - begin);
-                const std::string_view content = text_.substr(first + 1, end - first - 1);
-                found_.push_back(
-                    {{unescaped(content).bytes, rest, " has no end"}, rest, line_, false, bytes});
-                at_ = end;
-            }
+        const std::string_view content = text_.substr(first + 1, end - first - 1);
+        const bool bytes = base::lower(text_[begin]) == 'b';
+        const bool escapes = contains(content, '\\');
+        if (end < text_.size() && text_[end] == quote) {
+            at_ = end + 1;
+            add(unescaped(content), begin, bytes, !bytes && !escapes);
             return;
         }
-        const std::string_view content = text_.substr(first + 1, end - first - 1);
-        at_ = end + 1;
-        found_.push_back(
-            {unescaped(content), text_.substr(begin, at_ - begin), line_, false, bytes, !bytes && !escapes});
+        unclosed_ |= kind;
+        if (bytes || escapes) {
+            at_ = end;
+            add({unescaped(content).bytes, text_.substr(begin, end - begin), " has no end"}, begin, bytes,
+                false);
+        }
     }
 
+    void add(Field content, size_t begin, bool bytes, bool plain) {
+        found_.push_back(
+            {std::move(content), text_.substr(begin, at_ - begin), line_, line_, false, bytes, plain});
+    }
+
+    // Blanks, ends of lines and comments.
     void skip_white() {
         while (at_ < text_.size()) {
-            if (white.find(text_[at_]) != white.npos) {
-                line_ += text_[at_] == '\n' ? 1 : 0;
-                ++at_;
-            } else if (text_.substr(at_, 2) == "//") {
-                at_ = std::min(text_.find('\n', at_), text_.size());
-            } else if (const size_t end =
-                           text_.substr(at_, 2) == "/*" && !comment_ ? text_.find("*/", at_ + 2) : text_.npos;
-                       end != text_.npos) {
-                line_ +=
-                    static_cast<size_t>(std::count(text_.begin() + static_cast<std::ptrdiff_t>(at_),
-                                                   text_.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
-                at_ = end + 2;
-            } else {
-                comment_ = comment_ || text_.substr(at_, 2) == "/*"; // one that never ends
+            const std::string_view two = text_.substr(at_, 2);
+            size_t end = at_;
+            if (contains(white, text_[at_])) {
+                end = at_ + 1;
+            } else if (two == "//") {
+                end = std::min(text_.find('\n', at_), text_.size());
+            } else if (two == "/*" && !comment_) {
+                const size_t close = text_.find("*/", at_ + 2);
+                comment_ = close == text_.npos;
+                end = comment_ ? at_ : close + 2;
+            }
+            if (end == at_) {
                 return;
             }
+            line_ += static_cast<size_t>(std::ranges::count(text_.substr(at_, end - at_), '\n'));
+            at_ = end;
+        }
+    }
+
+    // The first fault of a literal is the one that is told.
+    static void refuse(Literal &list, std::string_view place, const std::string &wrong) {
+        if (list.place.empty()) {
+            list.place = place;
+            list.wrong = wrong;
         }
     }
 
     // Numbers to the bracket that closes the list. Where something else follows, it is looked at for itself.
     void list(char open) {
-        constexpr size_t fewest = 4; // between parentheses, which calls have as well
         const char close = open == '[' ? ']' : open == '{' ? '}' : ')';
+        const size_t fewest = open == '('   ? 4
+                              : open == '[' ? 2
+                                            : 1; // between parentheses calls have some as well
         const size_t first = at_++;
-        Literal found{{}, {}, line_, true, true};
+        Literal found{{}, {}, line_, line_, true, true};
         std::vector<int64_t> values;
+        const std::optional<size_t> count = numbers(close, found, values);
+        if (!count) {
+            return;
+        }
+        const bool closed = at_ < text_.size();
+        at_ += closed ? 1 : 0;
+        found.text = text_.substr(first, at_ - first);
+        found.last_line = line_;
+        if (!closed) {
+            refuse(found, found.text, " has no end");
+        }
+        if (*count >= fewest) {
+            finish(first, found, values);
+        }
+    }
+
+    // How many they are; nothing where something else stands among them.
+    std::optional<size_t> numbers(char close, Literal &found, std::vector<int64_t> &values) {
         size_t count = 0;
-        bool commas = false;
+        bool commas = false; // behind any
+        bool comma = true;   // or the bracket, before this one
+        size_t line = line_; // of the one before
+        std::string_view undivided;
         for (skip_white(); at_ < text_.size() && text_[at_] != close; skip_white()) {
             const std::string_view word = number_word(text_.substr(at_));
             const bool number =
                 !word.empty() && base::is_digit(word[word[0] == '-' && word.size() > 1 ? 1 : 0]);
             if (!number || (!commas && count <= 1 && !may_be_listed(word))) {
-                return;
+                return std::nullopt;
             }
+            undivided = undivided.empty() && !comma && line == line_ ? word : undivided;
             at_ += word.size();
             ++count;
             add(word, found, values);
             repeat(found, values);
+            line = line_;
             skip_white();
-            if (at_ < text_.size() && (text_[at_] == ',' || text_[at_] == ';')) {
-                commas = true;
-                ++at_;
-            }
+            comma = at_ < text_.size() && contains(",;", text_[at_]);
+            commas = commas || comma;
+            at_ += comma ? 1 : 0;
         }
-        const size_t end = std::min(at_ + 1, text_.size());
-        found.text = text_.substr(first, end - first);
-        if (at_ >= text_.size()) {
-            found.place = found.place.empty() ? found.text : found.place;
-            found.wrong = found.wrong.empty() ? " has no end" : found.wrong;
+        if (commas && !undivided.empty()) {
+            refuse(found, undivided, " has no comma before it, as others have");
         }
-        at_ = end;
-        if (count == 0 || (open == '(' && count < fewest) || (count < 2 && open == '[')) {
-            return;
-        }
-        finish(first, found, values);
+        return count;
     }
 
     // Digits with a zero before them, and without commas, are hex.
@@ -203,28 +218,27 @@ private:
     }
 
     // Up to the first that is wrong.
-    static void add(std::string_view word, Field &found, std::vector<int64_t> &values) {
+    static void add(std::string_view word, Literal &found, std::vector<int64_t> &values) {
+        if (!found.place.empty()) {
+            return;
+        }
         const bool minus = word[0] == '-';
         const std::string_view digits = word.substr(minus ? 1 : 0);
         const bool hex = digits.starts_with("0x") || digits.starts_with("0X");
         const std::optional<uint64_t> value = hex ? number_of(digits.substr(2), 16) : number_of(digits, 10);
-        if (!found.place.empty()) {
-            return;
-        }
         if (!value || *value > UINT8_MAX) {
-            found.place = word;
-            found.wrong = " is not a number from 0 to 255";
-        } else if (hex ? digits.size() > 4 : digits.size() > 1 && digits[0] == '0') {
-            found.place = word;
-            found.wrong =
-                hex ? " is a number of several bytes; give bytes" : " may be octal; give bytes in hex";
+            refuse(found, word, " is not a number from 0 to 255");
+        } else if (hex && digits.size() > 4) {
+            refuse(found, word, " is a number of several bytes; give bytes");
+        } else if (!hex && digits.size() > 1 && digits[0] == '0') {
+            refuse(found, word, " may be octal; give bytes in hex");
         } else {
             values.push_back(minus ? -static_cast<int64_t>(*value) : static_cast<int64_t>(*value));
         }
     }
 
     // As debuggers write it: 0x0 <repeats 15 times>.
-    void repeat(Field &found, std::vector<int64_t> &values) {
+    void repeat(Literal &found, std::vector<int64_t> &values) {
         constexpr std::string_view before = " <repeats ";
         constexpr std::string_view behind = " times>";
         const std::string_view rest = text_.substr(at_, 64);
@@ -232,18 +246,16 @@ private:
             return;
         }
         const std::string_view count = number_word(rest.substr(before.size()));
-        const std::optional<uint64_t> times = number_of(count, 10);
-        if (!times || *times == 0 ||
-            *times > TLVMSG_MOST_REPEATED - std::min<size_t>(repeated_, TLVMSG_MOST_REPEATED) ||
-            rest.substr(before.size() + count.size()).find(behind) != 0) {
-            found.place = rest;
-            found.wrong = " is not how often a byte can be repeated";
+        const uint64_t times = number_of(count, 10).value_or(0);
+        if (times == 0 || times > TLVMSG_MOST_REPEATED - repeated_ ||
+            !rest.substr(before.size() + count.size()).starts_with(behind)) {
+            refuse(found, rest, " is not how often a byte can be repeated");
             return;
         }
-        repeated_ += *times;
+        repeated_ += times;
         at_ += before.size() + count.size() + behind.size();
         if (found.place.empty()) {
-            values.resize(values.size() + *times - 1, values.back());
+            values.resize(values.size() + times - 1, values.back());
         }
     }
 
@@ -251,46 +263,43 @@ private:
         constexpr size_t enough = 200;
         std::string_view before = text_.substr(first - std::min(first, enough), std::min(first, enough));
         before.remove_prefix(before.find_last_of("\n;}") + 1); // npos + 1 is 0
-        const std::string_view wide = wide_type_in(before);
-        declared_size(before, values.size(), found);
-        stated_length(text_.substr(at_, enough), values.size(), found);
-        const bool negative =
-            std::any_of(values.begin(), values.end(), [](int64_t each) { return each < 0; });
-        const auto fits = [&](int64_t each) {
+        check_size(declared_size(before), " is its size", values.size(), found);
+        check_size(stated_length(text_.substr(at_, enough)), " is the length", values.size(), found);
+        const bool negative = std::ranges::any_of(values, [](int64_t each) { return each < 0; });
+        const auto fits = [=](int64_t each) {
             return each >= INT8_MIN && each <= (negative ? INT8_MAX : UINT8_MAX);
         };
-        if (found.place.empty() && (!wide.empty() || !std::all_of(values.begin(), values.end(), fits))) {
-            found.place = wide.empty() ? found.text : wide;
-            found.wrong = wide.empty() ? ": a list of bytes has numbers from 0 to 255, or from -128 to 127"
-                                       : " says that these are numbers of several bytes; give bytes";
+        const std::string_view wide = wide_type_in(before);
+        if (!wide.empty()) {
+            refuse(found, wide, " says that these are numbers of several bytes; give bytes");
+        } else if (std::ranges::all_of(values, fits)) {
+            found.bytes.assign(values.begin(), values.end());
+        } else {
+            refuse(found, found.text, ": a list of bytes has numbers from 0 to 255, or from -128 to 127");
         }
-        found.bytes.assign(values.begin(), wide.empty() ? values.end() : values.begin());
         found_.push_back(std::move(found));
     }
 
-    // "unsigned int led_len = 120;", which xxd -i writes behind an array.
-    static void stated_length(std::string_view behind, size_t size, Literal &found) {
-        constexpr std::string_view name = "_len = ";
-        const size_t at = std::min(behind.find(name), behind.find('{'));
-        const std::string_view number =
-            at < behind.size() && behind[at] == '_' ? number_word(behind.substr(at + name.size())) : "";
-        if (const auto count = number_of(number, 10); found.place.empty() && count && *count != size) {
-            found.place = number;
-            found.wrong = " is the length, but " + std::to_string(size) + " numbers stand there";
+    // A list that has less numbers than are said has lost some of them.
+    static void check_size(std::string_view said, const char *meaning, size_t size, Literal &found) {
+        if (const auto count = number_of(said, 10); count && *count != size) {
+            refuse(found, said,
+                   std::string(meaning) + ", but " + std::to_string(size) + " numbers stand there");
         }
     }
 
-    // x[28] = { ... } with less than 28 numbers has lost some of them.
-    static void declared_size(std::string_view before, size_t size, Literal &found) {
-        const size_t open = before.rfind('[');
-        const std::string_view number = open == before.npos ? "" : number_word(before.substr(open + 1));
-        const std::string_view rest = open == before.npos ? "" : before.substr(open + 1 + number.size());
-        const std::optional<uint64_t> count = number_of(number, 10);
-        if (found.place.empty() && count && rest.starts_with(']') && rest.find('=') != rest.npos &&
-            *count != size) {
-            found.place = before.substr(open);
-            found.wrong = " is its size, but " + std::to_string(size) + " numbers stand there";
-        }
+    // "unsigned int led_len = 120;", which xxd -i writes behind an array.
+    static std::string_view stated_length(std::string_view behind) {
+        constexpr std::string_view name = "_len = ";
+        const size_t at = std::min(behind.find(name), behind.find('{'));
+        return at < behind.size() && behind[at] == '_' ? number_word(behind.substr(at + name.size())) : "";
+    }
+
+    // "28" of x[28] = { ... }.
+    static std::string_view declared_size(std::string_view before) {
+        before.remove_prefix(before.rfind('[') + 1); // npos + 1 is 0
+        const std::string_view number = number_word(before);
+        return before.substr(number.size()).starts_with(']') && contains(before, '=') ? number : "";
     }
 
     std::string_view text_;

@@ -5,6 +5,7 @@
 #include <tlvmsg/record.h>
 
 #include <new>
+#include <utility>
 
 namespace tlvmsg::forms {
 
@@ -15,22 +16,34 @@ namespace {
 
 constexpr tlvmsg_limits strict{0, true, {}};
 
+struct Fit {
+    bool fits;
+    std::optional<size_t> deviation; // the first one
+};
+
+// As messages of the type, back to back.
+Fit fit_of(const tlvmsg_type *type, const Bytes &bytes) {
+    tlvmsg_verdict verdict{};
+    for (size_t at = 0; at < bytes.size(); at += verdict.extent.consumed) {
+        const uint8_t *const rest = bytes.data() + at;
+        tlvmsg_judge(type, rest, bytes.size() - at, nullptr, &verdict);
+        if (verdict.fit == TLVMSG_FITS_NOT || verdict.extent.consumed == 0) {
+            return {false, std::nullopt};
+        }
+        if (verdict.extent.deviations > 0) {
+            tlvmsg_judge(type, rest, verdict.extent.consumed, &strict, &verdict);
+            return {true, at + verdict.fault.offset};
+        }
+    }
+    return {!bytes.empty(), std::nullopt};
+}
+
 } // namespace
 
-bool Sense::are_messages(const std::vector<uint8_t> &bytes) const {
-    if (bytes.empty()) {
-        return false;
-    }
-    if (const tlvmsg_type *const type = options_.type; type != nullptr) {
-        tlvmsg_verdict verdict{};
-        for (size_t at = 0; at < bytes.size(); at += verdict.extent.consumed) {
-            tlvmsg_judge(type, bytes.data() + at, bytes.size() - at, nullptr, &verdict);
-            if (verdict.fit == TLVMSG_FITS_NOT || verdict.extent.deviations > 0 ||
-                verdict.extent.consumed == 0) {
-                return false;
-            }
-        }
-        return true;
+bool Sense::are_messages(const Bytes &bytes) const {
+    if (options_.type != nullptr) {
+        const Fit fit = fit_of(options_.type, bytes);
+        return fit.fits && !fit.deviation;
     }
     tlvmsg_part *parts = nullptr;
     size_t count = 0;
@@ -41,7 +54,7 @@ bool Sense::are_messages(const std::vector<uint8_t> &bytes) const {
     return count > 0;
 }
 
-bool Sense::accepts(const std::vector<uint8_t> &bytes) const {
+bool Sense::accepts(const Bytes &bytes) const {
     if (options_.type == nullptr && bytes.size() > header_size &&
         header_size + number_at(bytes, 2) == bytes.size()) {
         const tlvmsg_type *const element = tlvmsg_type_set_by_tag(options_.set, number_at(bytes, 0));
@@ -53,23 +66,20 @@ bool Sense::accepts(const std::vector<uint8_t> &bytes) const {
     return are_messages(bytes);
 }
 
-std::optional<size_t> Sense::deviates_at(const std::vector<uint8_t> &bytes) const {
-    tlvmsg_verdict verdict{};
-    for (size_t at = 0; options_.type != nullptr && at < bytes.size(); at += verdict.extent.consumed) {
-        const uint8_t *const rest = bytes.data() + at;
-        if (tlvmsg_judge(options_.type, rest, bytes.size() - at, nullptr, &verdict) == TLVMSG_FITS_NOT ||
-            verdict.extent.consumed == 0) {
-            return std::nullopt;
-        }
-        if (verdict.extent.deviations > 0) {
-            tlvmsg_judge(options_.type, rest, verdict.extent.consumed, &strict, &verdict);
-            return at + verdict.fault.offset;
-        }
-    }
-    return std::nullopt;
+std::optional<size_t> Sense::deviates_at(const Bytes &bytes) const {
+    return options_.type != nullptr ? fit_of(options_.type, bytes).deviation : std::nullopt;
 }
 
-bool Sense::begins(const std::vector<uint8_t> &bytes) const {
+Match Sense::of(const Bytes &bytes) const {
+    return accepts(bytes) ? Match::whole : begins(bytes) ? Match::begins : Match::none;
+}
+
+Judged Sense::judged(Bytes bytes) const {
+    const Match match = of(bytes);
+    return {std::move(bytes), match};
+}
+
+bool Sense::begins(const Bytes &bytes) const {
     if (bytes.size() < header_size) {
         return false;
     }

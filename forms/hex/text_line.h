@@ -45,6 +45,14 @@ void skip_blanks(std::string_view &rest);
 
 using base::number_of;
 
+inline bool contains(std::string_view text, char c) { return text.find(c) != text.npos; }
+inline bool has_only(std::string_view text, std::string_view set) {
+    return text.find_first_not_of(set) == text.npos;
+}
+
+// Whether they are digits of hex, and at least one.
+bool is_hex(std::string_view text);
+
 // Whether there is no character but those of hex: digits, what stands between them, 0x, quotes.
 bool is_plain(std::string_view text);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 namespace tlvmsg::forms {
 
@@ -59,6 +60,20 @@ void follow(Types types, uint32_t depth, Bytes bytes, size_t at, const tlvmsg_ty
     }
 }
 
+// The number that bytes have where the message has its key; nothing where either has none.
+std::optional<uint32_t> key_in(Bytes bytes, const tlvmsg_type *message) {
+    // What an enumeration has before its value: its length, and the header of the number in it.
+    constexpr uint8_t before[] = {0, enumeration_length, 0, enumerator_tag, 0, enumerator_width};
+    tlvmsg_key_place place;
+    if ((message->flags & TLVMSG_HAS_KEY) == 0 || !tlvmsg_key_field(message, &place) ||
+        bytes.size() < place.encoded_offset + sizeof message->key) {
+        return std::nullopt;
+    }
+    const Bytes number = bytes.subspan(place.encoded_offset);
+    const bool there = std::equal(std::begin(before), std::end(before), number.data() - sizeof before);
+    return there ? std::optional(uint32_t{number_at(number, 0)} << 16 | number_at(number, 2)) : std::nullopt;
+}
+
 } // namespace
 
 } // namespace tlvmsg::forms
@@ -97,21 +112,16 @@ void tlvmsg_type_set::follow_messages(Bytes bytes, const Found &found) const {
     follow(messages, 0, bytes, 0, found);
 }
 
-Key tlvmsg_type_set::key_in(Bytes bytes, const tlvmsg_type *message) const {
-    // What an enumeration has before its value: its length, and the header of the number in it.
-    constexpr uint8_t before[] = {0, enumeration_length, 0, enumerator_tag, 0, enumerator_width};
-    tlvmsg_key_place place;
-    if ((message->flags & TLVMSG_HAS_KEY) == 0 || !tlvmsg_key_field(message, &place) ||
-        bytes.size() < place.encoded_offset + sizeof message->key) {
-        return Key::silent;
+Keyed tlvmsg_type_set::by_key(Bytes bytes, Types alike) const {
+    Keyed keyed;
+    for (const tlvmsg_type *const message : alike) {
+        const std::optional<uint32_t> key = key_in(bytes, message);
+        const auto [first, last] = std::equal_range(keys.begin(), keys.end(), message->key);
+        if (!key || (*key == message->key && last - first > 1)) {
+            keyed.others.push_back(message);
+        } else if (*key == message->key) {
+            keyed.alone.push_back(message);
+        }
     }
-    const Bytes number = bytes.subspan(place.encoded_offset);
-    if (!std::equal(std::begin(before), std::end(before), number.data() - sizeof before)) {
-        return Key::silent;
-    }
-    if (number_at(number, 0) != message->key >> 16 || number_at(number, 2) != (message->key & UINT16_MAX)) {
-        return Key::other;
-    }
-    const auto [first, last] = std::equal_range(keys.begin(), keys.end(), message->key);
-    return last - first > 1 ? Key::shared : Key::alone;
+    return keyed;
 }

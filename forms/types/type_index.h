@@ -15,12 +15,10 @@ using Types = std::span<const tlvmsg_type *const>;
 
 bool name_before(const tlvmsg_type *a, const tlvmsg_type *b);
 
-// What the number where a message has its key says of bytes.
-enum class Key {
-    silent, // the message has no key or no field for it, or the bytes no number there
-    other,  // they are another message
-    shared, // they have the message's key, which others have, too
-    alone   // they are this message, or one without a key
+// Messages that bytes may be, going by their keys.
+struct Keyed {
+    std::vector<const tlvmsg_type *> alone;  // whose key the bytes have, and nobody else's
+    std::vector<const tlvmsg_type *> others; // of which no key says that the bytes are another one
 };
 
 } // namespace tlvmsg::forms
@@ -48,8 +46,8 @@ struct tlvmsg_type_set {
     // Goes along the bytes as far as some message does. Messages that differ before that are left out.
     void follow_messages(Bytes bytes, const Found &found) const;
 
-    // Of bytes at which a message begins.
-    tlvmsg::forms::Key key_in(Bytes bytes, const tlvmsg_type *message) const;
+    // Of bytes at which one of these messages begins.
+    tlvmsg::forms::Keyed by_key(Bytes bytes, Types alike) const;
 
     std::vector<const tlvmsg_type *> by_name;
     std::vector<const tlvmsg_type *> by_tag;   // that encoders write

@@ -83,6 +83,8 @@ TEST(Hex, IsReadByTheFormOfTheWholeText) {
         {"x[] = { 0x0004, 0x0002, 0x0001 };", "line 1"},
         {"uint8_t x[7] = {\n 0, 4, 0,\n 2, 0, 1 };", "line 1"},
         {"[[0, 4, 0, 2, 0, 1],\n [0, 4, 0, 2, 44, 97]]", "1?" + one + " 2?" + two},
+        {"[0, 4, 0 2, 0, 1]", "line 1"},
+        {R"({"data": [0, 4, 0, 2, 0, -255]})", "line 1"},
         {"$1 = {0x0, 0x4, 0x0, 0x2, 0x0 <repeats 2 times>}", "1?000400020000"},
         {std::string("\xFF\xFE", 2) + std::string("0\0"
                                                   "0\0"

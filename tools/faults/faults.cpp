@@ -56,18 +56,26 @@ ToolCode code_of(const Failure &failure) {
 }
 
 // Up to sixteen bytes, the one in question in their midst.
-void show_context(size_t offset, std::string_view name, std::span<const uint8_t> bytes) {
+std::string context(size_t offset, std::string_view name, std::span<const uint8_t> bytes) {
     constexpr size_t before = 8;
     const size_t start = offset - std::min(offset, before);
     const size_t size = std::min(2 * before, bytes.size() - start);
     const std::string head = fmt::format("  {}, from byte {}:  ", name, start);
-    complain(head + base::hex_pairs(bytes.subspan(start, size)));
-    complain(fmt::format("{:{}}", "", head.size() + 3 * (offset - start)), Colour::red, "^^");
+    return complaint(head + base::hex_pairs(bytes.subspan(start, size))) +
+           complaint(fmt::format("{:{}}", "", head.size() + 3 * (offset - start)), Colour::red, "^^");
+}
+
+std::string complaint_of(std::string_view kind, std::string_view code, std::string_view message) {
+    return complaint("tlv: ", kind == "error" ? Colour::red : Colour::yellow,
+                     fmt::format("{}[{}]", kind, code), fmt::format(": {}", message));
+}
+
+std::string complaint_of(const tlvmsg_fault &fault) {
+    return complaint_of("error", tlvmsg_code_name(fault.code), fault_message(fault));
 }
 
 void complain_of(std::string_view kind, std::string_view code, std::string_view message) {
-    complain("tlv: ", kind == "error" ? Colour::red : Colour::yellow, fmt::format("{}[{}]", kind, code),
-             fmt::format(": {}", message));
+    write_complaints(complaint_of(kind, code, message));
 }
 
 } // namespace
@@ -84,13 +92,10 @@ std::string fault_text(const tlvmsg_fault &fault) {
     return fmt::format("error[{}]: {}", tlvmsg_code_name(fault.code), fault_message(fault));
 }
 
-void report(const tlvmsg_fault &fault) {
-    complain_of("error", tlvmsg_code_name(fault.code), fault_message(fault));
-}
+void report(const tlvmsg_fault &fault) { write_complaints(complaint_of(fault)); }
 
 void report(const tlvmsg_fault &fault, std::string_view name, std::span<const uint8_t> bytes) {
-    report(fault);
-    show_context(std::min(fault.offset, bytes.size()), name, bytes);
+    write_complaints(complaint_of(fault) + context(std::min(fault.offset, bytes.size()), name, bytes));
 }
 
 int status_of(const Problem &problem) { return problem.loss == Loss::none ? exit_fine : exit_found; }

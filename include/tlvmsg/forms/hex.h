@@ -10,7 +10,7 @@
  *     beside them or the types say which, and otherwise refused;
  *   - lines of hex digits, evenly divided by blanks, commas, colons, dashes or 0x, or of base64;
  *   - literals of programs: strings with escapes, b'\x03\xe9' of Python, [0x03, 233] and { 3, 233 }, which are refused
- *     where they hold more than bytes;
+ *     where they hold more than bytes, or only some numbers have a comma before them;
  *   - any other line: its runs of hex, base64 or escapes are messages where a type accepts one, and no other, as a whole.
  *
  * Dates, times, levels, names, addresses, numbers of lines and the like before bytes are none. Messages may be one a
