@@ -27,8 +27,10 @@ bool shows(std::string_view beside, const Bytes &bytes) {
         }
         const bool ended = at >= beside.size();
         const char c = ended ? ' ' : beside[at];
-        const bool printable = byte >= ' ' && byte <= '~';
-        if (printable || ended ? c != byte : c >= '\0' && !contains(". _?", c)) {
+        const bool graphic = byte > ' ' && byte <= '~';
+        if (byte == ' '        ? !contains(" .", c) // tcpdump prints a full stop
+            : graphic || ended ? c != byte
+                               : c >= '\0' && !contains(". _?", c)) {
             return false;
         }
         at += ended ? 0 : 1;

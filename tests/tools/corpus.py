@@ -17,7 +17,7 @@ def run(*command, data=None):
 
 def program(command):
     """The form is what a command prints of a message on its standard input."""
-    return lambda data: run(*command.split(), data=data).stdout.decode()
+    return lambda data: run(*command.split(), data=data).stdout.decode().rstrip("\n") + "\n"
 
 
 def debugger(examine):

@@ -45,6 +45,14 @@ run decode --type-of msg_type=1=ifidd traffic.pcap; is 2; error_has "did you mea
 run decode --framing skip:4 --filter 'frame[0:2] = 0' traffic.pcap; is 2
 run decode --framing skip:4 traffic.pcap; equal "$(jq -r 'select(.frame == 13) | .type' out)" $message
 
+# Dumps of frames are read as their capture is, but for the times, which they do not have.
+tlv sample --count 2 --pcap some.pcapng $big
+for dump in 'tshark -x' 'tshark -x -Y frame.number==2'; do
+    $dump -r some.pcapng >dump 2>err; run decode dump; is 0
+    same <(jq -c .message out) <(tlv decode some.pcapng | jq -c .message | tail -n "$(wc -l <out)")
+done
+equal "$(jq -c '[.frame, .time, .source_port, .protocol]' out)" '[1,null,9000,"udp"]'
+
 # There and back: the same messages, times and ends in frames that Wireshark finds nothing wrong with.
 ends='select(.message) | [.time, .source, .source_port, .destination, .destination_port, .protocol, .type, .message]'
 back() { # LINES ENCODE-OPTIONS...
