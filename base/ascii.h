@@ -3,6 +3,9 @@
 
 namespace tlvmsg::base {
 
+// Whether char has a sign or not.
+constexpr bool is_ascii(char c) { return static_cast<unsigned char>(c) < 0x80; }
+
 constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool is_upper(char c) { return c >= 'A' && c <= 'Z'; }
 constexpr bool is_lower(char c) { return c >= 'a' && c <= 'z'; }

@@ -48,12 +48,14 @@ public:
     // By their values, so that the order in which they are declared does not show.
     void add_alternatives(const Type &type) {
         add_type(*type.selector);
-        std::vector<std::pair<std::vector<uint32_t>, const Alternative *>> alternatives;
+        using Sorted = std::pair<std::vector<uint32_t>, const Alternative *>;
+        std::vector<Sorted> alternatives;
         for (const Alternative &each : type.alternatives) {
             alternatives.emplace_back(each.values, &each);
             std::ranges::sort(alternatives.back().first);
         }
-        std::ranges::sort(alternatives);
+        // Vectors of numbers are compared wrongly by operator< of g++ 12 on big-endian machines.
+        std::ranges::sort(alternatives, std::ranges::lexicographical_compare, &Sorted::first);
         for (const auto &[values, alternative] : alternatives) {
             add(values.size(), 4);
             for (const uint32_t value : values) {

@@ -30,11 +30,11 @@ bool shows(std::string_view beside, const Bytes &bytes) {
         const bool graphic = byte > ' ' && byte <= '~';
         if (byte == ' '        ? !contains(" .", c) // tcpdump prints a full stop
             : graphic || ended ? c != byte
-                               : c >= '\0' && !contains(". _?", c)) {
+                               : base::is_ascii(c) && !contains(". _?", c)) {
             return false;
         }
         at += ended ? 0 : 1;
-        while (c < '\0' && at < beside.size() && continues_character(beside[at])) {
+        while (!base::is_ascii(c) && at < beside.size() && continues_character(beside[at])) {
             ++at;
         }
     }

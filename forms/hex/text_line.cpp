@@ -141,7 +141,7 @@ std::optional<size_t> utf16_high(std::string_view text) {
         const bool marked = text.starts_with(high == 0 ? "\xFE\xFF" : "\xFF\xFE");
         const auto is_character = [&](size_t at) {
             const char low = text[at + 1 - high];
-            const bool ascii = text[at + high] == '\0' && low >= 0;
+            const bool ascii = text[at + high] == '\0' && base::is_ascii(low);
             return ascii ? is_printable(low) || (marked && low == '\x1B') : marked;
         };
         size_t at = 0;
@@ -189,11 +189,11 @@ std::string normalized(std::string_view text) {
             const bool ended = next < text.size() && text[next] == '\n'; // the line, by that alone
             normal.append(ended ? 0 : next - at, '\n');
             at = next - 1;
-        } else if (const size_t blank = text[at] < 0 ? foreign_blank(rest) : 0; blank > 0) {
+        } else if (const size_t blank = !base::is_ascii(text[at]) ? foreign_blank(rest) : 0; blank > 0) {
             normal += ' ';
             at += blank - 1;
         } else if (text[at] == '\xA0' &&
-                   (normal.empty() || normal.back() >= 0)) { // a no-break space of Latin 1
+                   (normal.empty() || base::is_ascii(normal.back()))) { // a no-break space of Latin 1
             normal += ' ';
         } else if (rest.starts_with("\x1B[")) { // a colour
             at = std::min(text.find_first_not_of("0123456789;", at + 2), text.size() - 1);
