@@ -67,7 +67,7 @@ public:
     }
 
     // Goes through its members, and takes for each the next header that has the tag and a length.
-    Worth of(const tlvmsg_type *message) const {
+    Worth of(const tlvmsg_type *message) {
         size_t found = 0;
         size_t missing = 0;
         size_t at = 0;
@@ -90,7 +90,8 @@ public:
             const Bytes rest = bytes_.subspan(begin);
             const size_t size = may_stand(member, begin) ? size_by_header(member, rest) : member->min_encoded;
             const size_t end = begin + std::min(size, rest.size());
-            found += end - std::max(begin, std::min(claimed, end));
+            const size_t own = end - std::max(begin, std::min(claimed, end));
+            found += expected ? own : std::min(own, sense(member, begin));
             claimed = std::max(claimed, end);
             at = std::max(begin + header_size, end - std::min(end, most_lost));
         }
@@ -101,6 +102,15 @@ private:
     static constexpr size_t most_places = 1 << 14;
     static constexpr std::ptrdiff_t most_looked_at = 64;
     static constexpr size_t most_lost = 8; // bytes of an element, so that the next one begins before its end
+
+    // How much of what stands there the member understands: a header by chance may claim thousands of bytes.
+    size_t sense(const tlvmsg_type *member, size_t at) {
+        const auto [known, added] = senses_.try_emplace({member, at});
+        if (added) {
+            known->second = understood(member, bytes_.subspan(at));
+        }
+        return known->second;
+    }
 
     bool may_stand(const tlvmsg_type *member, size_t at) const {
         if (at + header_size > bytes_.size()) {
@@ -114,6 +124,7 @@ private:
 
     Bytes bytes_;
     std::map<uint16_t, std::vector<size_t>> places_;
+    std::map<std::pair<const tlvmsg_type *, size_t>, size_t> senses_;
 };
 
 using Identity = decltype(identity({}));
@@ -192,7 +203,7 @@ private:
         if (most + 2 * header_size >= bytes_.size()) { // at most the last header is cut
             return;
         }
-        const Alignment alignment(set_.messages, bytes_);
+        Alignment alignment(set_.messages, bytes_);
         std::map<Alignment::Worth, std::vector<const tlvmsg_type *>> best;
         for (const tlvmsg_type *const type : set_.messages) {
             const Alignment::Worth worth = alignment.of(type);
