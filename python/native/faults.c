@@ -43,9 +43,9 @@ PyObject *raise_schema_faults(State *state, const tlvmsg_schema *schema) {
     const tlvmsg_schema_fault *const faults = tlvmsg_schema_faults(schema, &count);
     PyObject *all = PyList_New(0);
     for (size_t i = 0; all != NULL && i < count; i++) {
-        append(&all, Py_BuildValue("snnsss", faults[i].file, (Py_ssize_t)faults[i].line,
-                                   (Py_ssize_t)faults[i].column, faults[i].message, faults[i].help,
-                                   faults[i].code));
+        append(&all, Py_BuildValue("Nnnsss", PyUnicode_DecodeFSDefault(faults[i].file),
+                                   (Py_ssize_t)faults[i].line, (Py_ssize_t)faults[i].column,
+                                   faults[i].message, faults[i].help, faults[i].code));
     }
     return raise(call(state->schema_fault, "(N)", all));
 }

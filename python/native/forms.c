@@ -43,12 +43,13 @@ PyObject *type_describe(PyObject *self, PyObject *Py_UNUSED(nothing)) {
     return text_in(type->state, right, &out);
 }
 
-PyObject *type_to_json(PyObject *self, PyObject *arguments) {
+PyObject *type_to_json(PyObject *self, PyObject *arguments, PyObject *named) {
+    static char *names[] = {"value", "indent", NULL};
     Type *const type = (Type *)self;
     PyObject *value;
     int indent = 0;
     OUTCOME out = {0};
-    if (!PyArg_ParseTuple(arguments, "O|i:to_json", &value, &indent)) {
+    if (!PyArg_ParseTupleAndKeywords(arguments, named, "O|i:to_json", names, &value, &indent)) {
         return NULL;
     }
     if (indent < 0 || indent > 16) {
@@ -137,8 +138,9 @@ PyObject *diff(PyObject *module, PyObject *arguments) {
 
 static PyObject *hex_message(void *state, const void *item) {
     const tlvmsg_hex_message *const each = item;
-    return call(((State *)state)->result, "(sy#sn)", "HexMessage", (const char *)each->bytes,
-                (Py_ssize_t)each->size, each->type, (Py_ssize_t)each->line);
+    return call(
+        ((State *)state)->result, "(sy#Nn)", "HexMessage", (const char *)each->bytes, (Py_ssize_t)each->size,
+        PyUnicode_DecodeUTF8(each->type, (Py_ssize_t)strlen(each->type), "replace"), (Py_ssize_t)each->line);
 }
 
 PyObject *read_hex(PyObject *module, PyObject *text) {
@@ -200,13 +202,14 @@ static PyObject *guess(void *context, const void *item) {
                 fault_object(schema->state, verdict->fit == TLVMSG_FITS_NOT ? &verdict->fault : NULL));
 }
 
-PyObject *schema_guess(PyObject *self, PyObject *arguments) {
+PyObject *schema_guess(PyObject *self, PyObject *arguments, PyObject *named) {
+    static char *names[] = {"data", "most", "search", NULL};
     Schema *const schema = (Schema *)self;
     Py_ssize_t most = 5;
     int search = 0;
     BUFFER in = {0};
     OUTCOME out = {0};
-    if (!PyArg_ParseTuple(arguments, "y*|np:guess", &in, &most, &search)) {
+    if (!PyArg_ParseTupleAndKeywords(arguments, named, "y*|np:guess", names, &in, &most, &search)) {
         return NULL;
     }
     const tlvmsg_guess_options options = {.most = most > 0 ? (size_t)most : 0, .search = search != 0};

@@ -172,12 +172,12 @@ PyObject *type_encode(PyObject *self, PyObject *value);
 
 PyObject *type_describe(PyObject *self, PyObject *nothing);
 PyObject *type_from_json(PyObject *self, PyObject *text);
-PyObject *type_to_json(PyObject *self, PyObject *arguments);
+PyObject *type_to_json(PyObject *self, PyObject *arguments, PyObject *named);
 PyObject *type_sample(PyObject *self, PyObject *arguments);
 PyObject *diff(PyObject *module, PyObject *arguments);
 PyObject *read_hex(PyObject *module, PyObject *text);
 PyObject *schema_annotate(PyObject *self, PyObject *arguments);
-PyObject *schema_guess(PyObject *self, PyObject *arguments);
+PyObject *schema_guess(PyObject *self, PyObject *arguments, PyObject *named);
 PyObject *schema_divide(PyObject *self, PyObject *data);
 
 /* ---- frames.c: messages in streams, for tlvmsg.Frames ---- */

@@ -134,7 +134,7 @@ static PyMethodDef methods[] = {
     {"names", names, METH_NOARGS, "names(): of all types name and family."},
     {"annotate", schema_annotate, METH_VARARGS,
      "annotate(data, type=None): every byte explained, by the type or by its tags, in pieces of a text."},
-    {"guess", schema_guess, METH_VARARGS,
+    {"guess", (PyCFunction)(void (*)(void))schema_guess, METH_VARARGS | METH_KEYWORDS,
      "guess(data, most=5, search=False): which types bytes may be of, best first."},
     {"divide", schema_divide, METH_O,
      "divide(data): the flawless messages that fill it; none where there is any doubt."},

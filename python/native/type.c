@@ -176,7 +176,10 @@ static PyObject *type_check_items(PyObject *self, PyObject *arguments) {
         return NULL;
     }
     if (type->form != FORM_ITEMS || there < 0 || (size_t)there > type->most_items) {
-        return raise_type(&place, values, "an array");
+        return type->form != FORM_ITEMS
+                   ? raise_type(&place, values, "an array")
+                   : raise_value(type->state, &place, TLVMSG_TEXT_TOO_MANY, PyLong_FromSsize_t(there),
+                                 "at most %zu items", type->most_items);
     }
     return checked_items(type, values, (size_t)there, (size_t)at, &place);
 }
@@ -208,7 +211,7 @@ static PyMethodDef methods[] = {
      "from_dict(members): what to_dict() gave, or whatever a member can be set to."},
     {"to_dict", type_to_dict, METH_O, "to_dict(value): dictionaries, lists and plain values."},
     {"from_json", type_from_json, METH_O, "from_json(text): from JSON, a str or any buffer."},
-    {"to_json", type_to_json, METH_VARARGS,
+    {"to_json", (PyCFunction)(void (*)(void))type_to_json, METH_VARARGS | METH_KEYWORDS,
      "to_json(value, indent=0): its JSON, in one line or with as many blanks a level."},
     {"_sample", type_sample, METH_VARARGS, "_sample(settings, kind, seed): for sample()."},
     {"describe", type_describe, METH_NOARGS, "describe(): the type as JSON."},

@@ -119,7 +119,8 @@ static bool number_of(Type *type, PyObject *value, const Place *place, uint64_t 
     if (!PyIndex_Check(value)) {
         return raise_type(place, value, has_names ? "int or str" : "int");
     }
-    OWNED *integer = PyNumber_Index(value);
+    OWNED *held = Py_NewRef(value); /* __index__ may take it out of what has it */
+    OWNED *integer = PyNumber_Index(held);
     if (integer == NULL || fits(type, integer, bits)) {
         return integer != NULL;
     }
@@ -160,6 +161,9 @@ static PyObject *bytes_of(Type *type, PyObject *value, const Place *place) {
         PyDict_Check(value) && PyDict_Size(value) == 1 ? PyDict_GetItemString(value, "hex") : NULL;
     if (hex == NULL && !PyUnicode_Check(value) && !PyObject_CheckBuffer(value)) {
         return raise_type(place, value, "bytes or str");
+    }
+    if (hex != NULL && !PyUnicode_Check(hex)) {
+        return raise_type(place, hex, "digits of hex as str");
     }
     PyObject *const given = hex != NULL ? PyObject_CallMethod((PyObject *)&PyBytes_Type, "fromhex", "O", hex)
                             : PyUnicode_Check(value) ? PyUnicode_AsUTF8String(value)

@@ -1,5 +1,5 @@
 import enum
-from typing import Any, Iterable, Mapping, Self, final
+from typing import Any, Iterable, Self, final
 
 from tlvmsg.results import Difference, Extent, Guess, HexMessage, Part
 
@@ -14,7 +14,7 @@ class Record:
     @classmethod
     def verify(cls, data: Buffer, *, strict: bool = ..., limit: int | None = ...) -> Extent: ...
     @classmethod
-    def from_dict(cls, members: Mapping[str, Any]) -> Self: ...
+    def from_dict(cls, members: dict[str, Any]) -> Self: ...
     @classmethod
     def from_json(cls, text: str | Buffer) -> Self: ...
     @classmethod

@@ -27,7 +27,7 @@ def read_capture(path, *, type=None, type_of=(), filter=None, schema=library, tl
     command = [tlv, "decode", "--in", "pcap", *options]
     if type is not None:
         command += ["--type", type if isinstance(type, str) else type._type.name]
-    command += [word for line in type_of for word in ("--type-of", line)]
+    command += [word for line in ([type_of] if isinstance(type_of, str) else type_of) for word in ("--type-of", line)]
     command += [word for source in schema.paths for word in ("--schema", source)]
     command += ["--filter", filter] if filter is not None else []
     command += ["--", os.fspath(path)]

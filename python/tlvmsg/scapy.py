@@ -1,6 +1,6 @@
 """Messages as layers of scapy.
 
-    IP(dst="10.0.0.2") / UDP(dport=4000) / TLVMsg(voice.zel_led_control(color=3))
+    IP(dst="10.0.0.2") / UDP(sport=4000, dport=4000) / TLVMsg(voice.zel_led_control(color=3))
     bind_layers(UDP, layer(voice.zel_led_control), dport=4000)      # from now on such packets have the layer
     packet[layer(voice.zel_led_control)].message.color
 """

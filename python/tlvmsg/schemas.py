@@ -95,6 +95,6 @@ def load(name, fingerprint, data):
         except Fault:
             continue
         if of.fingerprint == fingerprint:
-            return of.from_dict(data) if isinstance(data, dict) else of.decode(data)
+            return of.from_dict(data) if isinstance(data, dict) else of.decode(data, limit=sys.maxsize)
     line = f"error[unknown-name]: {name}: no schema here has it with fingerprint 0x{fingerprint:016X}"
     raise Fault(line, "unknown-name", name, found=fingerprint)

@@ -59,5 +59,7 @@ def read_frames(source, framing):
         while data := read(65536):
             frames.feed(data)
             yield from frames
+        if data is None:
+            raise BlockingIOError("the source does not block, and has nothing yet")
     frames.end()
     yield from frames

@@ -164,7 +164,11 @@ def complete(class_, type_, members):
 
 def value_fault(code, path, found, allowed):
     """A value that does not fit."""
-    return Fault(f"error[{code}]: {path}: found {found!r:.200}, expected {allowed}", code, path, None, found, allowed)
+    try:
+        shown = repr(found)
+    except Exception:  # of objects, and of numbers that are too long to be written
+        shown = f"a value of type {type(found).__name__}"
+    return Fault(f"error[{code}]: {path}: found {shown:.200}, expected {allowed}", code, path, None, found, allowed)
 
 
 def text_fault(code, path, message, offset, line, column):

@@ -230,6 +230,10 @@ def test_code_that_runs_meanwhile_may_choose_and_clear(tmp_path):
         outcome(use, message)
     with pytest.raises(Fault, match="not-chosen"):
         message.which.list = {"items": [{"a": Meddler(lambda: message.which.choose("text"))}]}
+    missing = {"items": None}
+    missing["count"] = type("Vanishing", (Meddler,), {"__index__": lambda self: missing.clear() or 10**9})(None)
+    with pytest.raises(Fault, match="Vanishing"):
+        tlvmsg.type("vrf_name_str_array").from_dict(missing)
 
 
 def test_each_interpreter_has_its_own():
