@@ -2,7 +2,7 @@
 # the time, and are made once a folder instead of once a file. Names without linkage differ within a folder, therefore.
 # -DTLVMSG_UNITY=OFF compiles file by file, for whoever works on one for long, and for tools that look at files.
 option(TLVMSG_UNITY "Compile the sources of a folder of the programs as one" ON)
-# Of the folder named behind the target each file stays for itself, as its files are alike by design.
+# The files of folders named behind the target stay for themselves, as they are alike by design.
 function(tlvmsg_compile_by_folder target)
     get_target_property(sources ${target} SOURCES)
     list(FILTER sources EXCLUDE REGEX "^\\$<")

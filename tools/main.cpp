@@ -20,7 +20,8 @@ const Help help{
     {"Messages come from files or, as -, from standard input: as raw bytes, or as hex text in any usual "
      "spelling: plain, spaced, with 0x, colons or commas, as xxd, hexdump -C, od -tx1 or tshark -x print it, "
      "as a C array, as bytes or a list of Python, as base64, behind what a log writes, or as tlv annotate "
-     "prints it. Dumps of whole frames are read as captures are. Which one it is, is detected: text is hex, "
+     "prints it. Dumps of whole frames are read as captures are, but for --in hex. Which one it is, is "
+     "detected: text is hex, "
      "and everything else is raw, for no message begins with a byte that text contains. --in raw and --in "
      "hex override that. A newline at the end never matters.",
      "Whatever comes in passes the bounded library first: no input makes tlv read or write where it should "

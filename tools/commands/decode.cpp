@@ -91,11 +91,15 @@ int run(const Options &options) {
     PrintOptions print_options = options.print;
     print_options.several = options.message.several();
     const tlvmsg_type *const csv_type = options.csv_type.empty() ? nullptr : find_type(options.csv_type);
+    Typing typing = typing_of(options.message);
+    if (csv_type != nullptr && typing.type != nullptr && typing.type != csv_type) {
+        throw Failure(exit_usage, fmt::format("--csv {} makes rows of that type alone, and -t says {}",
+                                              csv_type->name, typing.type->name));
+    }
     const std::unique_ptr<Printer> printer = csv_type != nullptr ? make_csv_printer(csv_type)
                                              : options.flat      ? make_flat_printer()
                                              : options.text      ? make_text_printer(print_options)
                                                                  : make_json_printer(print_options);
-    Typing typing = typing_of(options.message);
     typing.of_files = csv_type;
     Summary summary;
     const int status = for_each_message(options.message, typing, [&](const Message &message) {

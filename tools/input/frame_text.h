@@ -6,15 +6,24 @@
 #include "base/element.h"
 
 #include <optional>
-#include <span>
+#include <vector>
 
 namespace tlvmsg::tool {
 
-// What frames all of these are: the link type of Ethernet or of bare IP. Null unless each has an IP header whose length
-// and, in version 4, checksum are right, which no message happens to have.
-std::optional<int> link_type_of(std::span<const base::Bytes> frames);
+using base::Bytes;
+
+// Frames of one link. Bytes that an IP header says were there and are not make them longer than what was captured.
+struct DumpedFrames {
+    int link_type; // as in files
+    std::vector<Bytes> frames{};
+    std::vector<size_t> lengths{};
+};
+
+// Nothing unless one of these has an IP header whose checksum, or in version 6 whose length, is right, as no message has;
+// what is no IP beside it has one of the addresses of such frames, or is sent to a group.
+std::optional<DumpedFrames> frames_of(const std::vector<Bytes> &dumped);
 
 // A capture of them, whose times are 0. Throws Failure(exit_io).
-File capture_of(std::span<const base::Bytes> frames, int link_type);
+File capture_of(const DumpedFrames &frames);
 
 } // namespace tlvmsg::tool

@@ -82,9 +82,6 @@ Source::Source(const std::string &path, const InputOptions &options) : file_(fil
         progress_.emplace(packets_->capture().size());
         return;
     }
-    if (!options.filter.empty()) {
-        throw Failure(exit_malformed, fmt::format("{}: no capture, and --filter is for those", file_));
-    }
     const std::string text = read_rest(file.get(), path);
     if (const std::string foreign = options.form == InputForm::detect ? foreign_format(text) : "";
         !foreign.empty()) {
@@ -96,6 +93,10 @@ Source::Source(const std::string &path, const InputOptions &options) : file_(fil
         drop_newline(messages_.back().bytes);
     } else {
         read_text(text, options);
+    }
+    if (!packets_ && (!options.filter.empty() || options.framing.header.header != 0)) {
+        throw Failure(exit_malformed, fmt::format("{}: no capture, and --{} is for those", file_,
+                                                  options.filter.empty() ? "framing" : "filter"));
     }
     for (Message &message : messages_) {
         drop_front(message, options.offset.value_or(0));
@@ -148,19 +149,22 @@ void Source::read_text(const std::string &text, const InputOptions &options) {
 
 // Whether all that the text holds are frames, which are then read as a capture's are.
 bool Source::read_frames(std::span<const tlvmsg_hex_message> found, const InputOptions &options) {
-    std::vector<Bytes> frames;
+    std::vector<Bytes> dumped;
     for (const tlvmsg_hex_message &each : found) {
+        if (each.type[0] != '\0') {
+            return false;
+        }
         if (each.kind != TLVMSG_HEX_NONE) {
-            frames.emplace_back(each.bytes, each.size);
+            dumped.emplace_back(each.bytes, each.size);
         }
     }
-    const std::optional<int> link_type = link_type_of(frames);
-    if (link_type) {
-        packets_ = std::make_unique<Packets>(capture_of(frames, *link_type), file_, options);
-        progress_.emplace(packets_->capture().size());
+    const std::optional<DumpedFrames> frames = frames_of(dumped);
+    if (frames) {
+        packets_ = std::make_unique<Packets>(capture_of(*frames), file_, options);
+        progress_.emplace(std::nullopt);
         timed_ = false;
     }
-    return link_type.has_value();
+    return frames.has_value();
 }
 
 std::optional<Message> Source::next() {
@@ -177,7 +181,7 @@ std::optional<Message> Source::next() {
         progress_->show(number, packets_->capture().position());
     }
     return Message{.file = file_,
-                   .name = fmt::format("{}:{}", file_, number),
+                   .name = fmt::format("{}{}{}", file_, timed_ ? ':' : '#', number),
                    .bytes = std::move(payload->bytes),
                    .frame = std::move(payload->facts),
                    .problem = std::move(payload->problem),

@@ -33,12 +33,12 @@ struct InputOptions : PacketOptions {
 // A message, or what stands where one may be.
 struct Message {
     std::string file{};
-    std::string name{};                // for people: the file, or where in it: "dump.txt:12", "trace.pcap:7"
-    std::vector<uint8_t> bytes{};      // with a problem: all that is there
-    std::optional<FrameFacts> frame{}; // of captures
-    std::optional<Problem> problem{};  // why there is no message, or none that is certain
-    std::string type_name{};           // that annotated text has, or empty
-    const tlvmsg_type *type = nullptr; // that it is taken for; null: none is known
+    std::string name{}; // for people: the file, or where in it: "dump.txt:12", "trace.pcap:7", "dump.txt#7"
+    std::vector<uint8_t> bytes{};             // with a problem: all that is there
+    std::optional<FrameFacts> frame{};        // of captures
+    std::optional<Problem> problem{};         // why there is no message, or none that is certain
+    std::string type_name{};                  // that annotated text has, or empty
+    const tlvmsg_type *type = nullptr;        // that it is taken for; null: none is known
     std::vector<const tlvmsg_type *> types{}; // that tie
     bool alone = true;                        // the only message of its file
     size_t line = 0;                          // of text: where it begins, from 1
@@ -59,7 +59,7 @@ public:
     std::optional<Message> next();
 
     // Whether more may come later, from a pipe.
-    bool is_live() const { return packets_ != nullptr && !packets_->capture().size(); }
+    bool is_live() const { return packets_ != nullptr && timed_ && !packets_->capture().size(); }
 
 private:
     void read_text(const std::string &text, const InputOptions &options);
