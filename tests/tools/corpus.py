@@ -3,7 +3,7 @@
 which line is in the way. Usage: corpus.py TLV"""
 import base64, json, pathlib, random, re, subprocess, sys, tempfile
 
-TLV = sys.argv[1]
+TLV = str(pathlib.Path(sys.argv[1]).resolve())
 TYPES = ["analogbri_led_control_req_message", "kavu_analogbri_generic_report", "zel_tib_vlan_stats_message", "ifid",
          "zel_env_monitoring_sensor_info"]
 WORDS = {"hexdump", "hexdump -x", "od", "od -tx4", "gdb x/xw", "xxd -b", "od -An -v -tu1"} # may be refused
@@ -79,7 +79,7 @@ def faults_of(form, variant, name, messages, text):
         yield "a message that is not there"
     if done.returncode != 0 and variant in ("whole", "several") and form not in WORDS:
         yield "refused: " + error.splitlines()[0]
-    if done.returncode != 0 and not re.search(r"line \d+|text[:@#]\d+|at byte \d+", error + done.stdout.decode()):
+    if done.returncode != 0 and not re.search(r"line \d+|text[:@#]\d+|at byte \d+|\"frame\":\d+", error + done.stdout.decode()):
         yield "no place: " + error
     if done.returncode not in (0, 1, 3):
         yield f"status {done.returncode}"
