@@ -297,6 +297,14 @@ struct Piece : Judged {
 
 bool is_whole(const Judged &bytes) { return bytes.match == Match::whole; }
 
+// Whether names stand before bytes that nothing begins with, as before other values of a log.
+bool is_value(const Piece &piece) {
+    return piece.match == Match::none && std::ranges::all_of(piece.items, [](const Item &each) {
+               return each.match == Match::none &&
+                      without_label(each.line.text).size() < each.line.text.size();
+           });
+}
+
 class Assembly {
 public:
     Assembly(std::string_view text, const Sense &sense, Items items) : sense_(sense), items_(items) {
@@ -389,8 +397,8 @@ private:
         }
         if (!words_ || is_whole(piece) || (piece.match == Match::begins && piece.items.size() == 1)) {
             add(std::move(piece), TLVMSG_HEX_MESSAGE);
-        } else if (large) {
-            fail_of_words();
+        } else if (large && !is_value(piece)) {
+            fail(front.line.text, ": no type accepts what is there among words");
         } else {
             messages_.push_back({front.line.number, {}, "", TLVMSG_HEX_NONE});
         }
