@@ -111,8 +111,7 @@ ordered_json json_of(const std::vector<Finding> &findings, const ComparedSources
 }
 
 std::string render(const Rule &rule) {
-    std::string text =
-        fmt::format("{}: {}: {}\n{}\n", rule.code, rule.title, rule.effect, rule.explanation);
+    std::string text = fmt::format("{}: {}: {}\n{}\n", rule.code, rule.title, rule.effect, rule.explanation);
     const auto &[before, after, harmless] = rule.example;
     if (before.empty()) {
         return text;
