@@ -11,8 +11,10 @@
 #include <algorithm>
 #include <sstream>
 
+// NOLINTBEGIN(misc-unused-using-decls): operators and loops use them
 using tlvmsg::operator<<, tlvmsg::operator==;
 using tlvmsg::begin, tlvmsg::end;
+// NOLINTEND(misc-unused-using-decls)
 
 namespace tlvmsg_test {
 
