@@ -55,7 +55,7 @@ Bytes bytes_of(const std::string &text) {
     if (!tlvmsg_read_hex(text.data(), text.size(), &messages, &count, &fault)) {
         throw std::runtime_error(fault.message);
     }
-    const Bytes bytes(messages[0].bytes, messages[0].bytes + messages[0].size);
+    Bytes bytes(messages[0].bytes, messages[0].bytes + messages[0].size);
     tlvmsg_free(messages);
     return bytes;
 }
