@@ -18,9 +18,11 @@ static void check(const tlvmsg_type &type, const char *name, uint32_t value, uin
     RandomRecord(earlier, Counts::Random, earlier).fill(type, reinterpret_cast<uint8_t *>(&record));
     const auto before = record;
     EXPECT_EQ(tlvmsg::choose<Member>(record, UINT32_MAX), nullptr);
+    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): every byte is asked for
     EXPECT_EQ(std::memcmp(&record, &before, sizeof record), 0);
     ASSERT_EQ(tlvmsg::choose<Member>(record, value), &(record.*Member)) << type.name;
     EXPECT_EQ(osal_double_blocks_out(), 0U) << type.name;
+    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): every byte is asked for
     EXPECT_EQ(std::memcmp(&(record.*Member), &zero, sizeof zero), 0);
     const tlvmsg_alternative *const chosen = tlvmsg_chosen_in(&type, &record);
     EXPECT_EQ(chosen, tlvmsg_chosen_by(&type, value));

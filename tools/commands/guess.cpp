@@ -83,11 +83,11 @@ int guess_message(const Options &options, const Message &message) {
     }
     const list<tlvmsg_guess> guesses = value_of(guess(message.bytes, {options.near, true, {}}, type_set()));
     print_guesses(options, message, guesses);
-    if (guesses.size() == 0) {
+    if (guesses.empty()) {
         complain(
             fmt::format("tlv: {}: no type begins like these {} bytes", message.name, message.bytes.size()));
     }
-    const bool found = guesses.size() > 0 && fit_of(guesses[0]) == TLVMSG_FITS;
+    const bool found = !guesses.empty() && fit_of(guesses[0]) == TLVMSG_FITS;
     return found ? exit_fine : exit_found;
 }
 

@@ -24,6 +24,6 @@ struct DumpedFrames {
 std::optional<DumpedFrames> frames_of(const std::vector<Bytes> &dumped);
 
 // A capture of them, whose times are 0. Throws Failure(exit_io).
-File capture_of(const DumpedFrames &frames);
+File capture_of(const DumpedFrames &dumped);
 
 } // namespace tlvmsg::tool

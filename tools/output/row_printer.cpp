@@ -66,7 +66,7 @@ JsonLine facts_of(const Message &message) {
 
 // As a field of CSV: texts are themselves, and the rest is JSON.
 std::string csv_field(const std::string &json) {
-    const std::string text = json.starts_with('"') ? Json::parse(json).get<std::string>() : json;
+    std::string text = json.starts_with('"') ? Json::parse(json).get<std::string>() : json;
     if (text.find_first_of("\",\r\n") == text.npos) {
         return text;
     }

@@ -3,6 +3,7 @@
 #include "message_line.h"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 namespace tlvmsg::tool {
 

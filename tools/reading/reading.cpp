@@ -165,7 +165,7 @@ private:
         const auto next = same_tag ? from : std::search(from, rest.end(), header.begin(), header.end());
         if (next != from && consumed > 0) {
             const auto others = value_of(divide(Bytes(from, next), type_set()));
-            other_ = others.size() > 0 ? others[0].types[0] : nullptr;
+            other_ = !others.empty() ? others[0].types[0] : nullptr;
         }
         return consumed > 0 && (other_ != nullptr || next != rest.end())
                    ? consumed

@@ -27,7 +27,8 @@ std::string lua(const Json &value) {
     for (const auto &[key, each] : value.items()) {
         if (value.is_array()) {
             text += lua(each) + ",\n";
-        } else if (each != "" && !(each.is_structured() && each.empty())) {
+        } else if (each != "" /* NOLINT(readability-container-size-empty): JSON */ &&
+                   !(each.is_structured() && each.empty())) {
             text += (key.find('-') == key.npos ? key : "[" + Json(key).dump() + "]") + "=" + lua(each) + ",";
         }
     }
