@@ -67,44 +67,56 @@ std::optional<size_t> length_of(Bytes frame, int link_type) {
     }
 }
 
-// Of what is no IP: whether it may be on the link on which those frames are.
-bool is_beside(Bytes frame, const DumpedFrames &certain) {
-    constexpr std::array<uint8_t, 4> address_resolution{
-        0, 1, 8, 0}; // of which tcpdump -x leaves out the link's header
-    if (certain.link_type != DLT_EN10MB || frame.size() < 14) {
-        return certain.link_type == raw_ip && frame.size() >= 28 &&
-               std::ranges::equal(frame.first(4), address_resolution);
-    }
+// What is no IP, on a link of which nothing else is known yet: of Ethernet frames, and packets for resolving addresses, of
+// which tcpdump -x leaves out the link's header.
+bool may_be_beside(Bytes frame, int link_type) {
+    constexpr std::array<uint8_t, 4> address_resolution{0, 1, 8, 0};
+    return link_type == DLT_EN10MB ? frame.size() >= 14
+                                   : link_type == raw_ip && frame.size() >= 28 &&
+                                         std::ranges::equal(frame.first(4), address_resolution);
+}
+
+// Whether a frame of Ethernet is sent to a group, or has an address of those.
+bool is_beside(Bytes frame, const std::vector<Bytes> &certain) {
     constexpr std::string_view groups("\x01\x33\xFF");
+    const auto addresses = [](Bytes each) {
+        return std::array{each.first(address_size), each.subspan(address_size, address_size)};
+    };
     const auto has_address_of = [&](Bytes each) {
-        const auto own = frame.first(2 * address_size), others = each.first(2 * address_size);
-        return std::ranges::equal(own.first(address_size), others.first(address_size)) ||
-               std::ranges::equal(own.last(address_size), others.last(address_size)) ||
-               std::ranges::equal(own.first(address_size), others.last(address_size)) ||
-               std::ranges::equal(own.last(address_size), others.first(address_size));
+        const auto own = addresses(frame), others = addresses(each);
+        const auto same = [](Bytes a, Bytes b) { return std::ranges::equal(a, b); };
+        return std::ranges::find_first_of(own, others, same) != own.end();
     };
     return groups.find(static_cast<char>(frame[0])) != groups.npos ||
-           std::ranges::any_of(certain.frames, has_address_of);
+           std::ranges::any_of(certain, has_address_of);
+}
+
+std::optional<DumpedFrames> frames_on(int link_type, const std::vector<Bytes> &dumped) {
+    DumpedFrames found{link_type, dumped};
+    std::vector<Bytes> certain;
+    std::vector<Bytes> others;
+    for (const Bytes frame : dumped) {
+        const std::optional<size_t> length = length_of(frame, link_type);
+        if (!length && !may_be_beside(frame, link_type)) {
+            return std::nullopt;
+        }
+        found.lengths.push_back(std::max(length.value_or(0), frame.size()));
+        if (!length) {
+            others.push_back(frame);
+        } else if (certain.size() < 64) { // enough to know the addresses
+            certain.push_back(frame);
+        }
+    }
+    const bool belong = link_type != DLT_EN10MB ||
+                        std::ranges::all_of(others, [&](Bytes each) { return is_beside(each, certain); });
+    return !certain.empty() && belong ? std::optional(std::move(found)) : std::nullopt;
 }
 
 } // namespace
 
 std::optional<DumpedFrames> frames_of(const std::vector<Bytes> &dumped) {
     for (const int link_type : {DLT_EN10MB, raw_ip, DLT_LINUX_SLL, cooked_2, DLT_NULL}) {
-        DumpedFrames found{link_type};
-        DumpedFrames certain{link_type};
-        for (const Bytes frame : dumped) {
-            const std::optional<size_t> length = length_of(frame, link_type);
-            found.frames.push_back(frame);
-            found.lengths.push_back(std::max(length.value_or(0), frame.size()));
-            if (length && certain.frames.size() < 64) { // enough to know the addresses
-                certain.frames.push_back(frame);
-            }
-        }
-        const auto belongs = [&](Bytes frame) {
-            return length_of(frame, link_type) || is_beside(frame, certain);
-        };
-        if (!certain.frames.empty() && std::ranges::all_of(dumped, belongs)) {
+        if (std::optional<DumpedFrames> found = frames_on(link_type, dumped)) {
             return found;
         }
     }
