@@ -1,12 +1,20 @@
 // Characters of Unicode as UTF-8.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace tlvmsg::base {
+
+// Whether it is a byte of a character, and not the first.
+constexpr bool continues_character(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
+
+inline size_t character_count(std::string_view text) {
+    return text.size() - static_cast<size_t>(std::count_if(text.begin(), text.end(), continues_character));
+}
 
 struct Character {
     uint32_t code;
@@ -26,17 +34,17 @@ inline Character first_character(std::string_view text) {
         return {lead, 0};
     }
     for (size_t i = 1; i < size; ++i) {
-        const uint8_t next = byte(i);
-        if ((next & 0xC0) != 0x80) {
+        if (!continues_character(text[i])) {
             return {lead, 0};
         }
-        code = code << 6 | (next & 0x3Fu);
+        code = code << 6 | (byte(i) & 0x3Fu);
     }
     constexpr uint32_t least[] = {0, 0, 0x80, 0x800, 0x10000};
     const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
     return {code, code < least[size] || surrogate || code > 0x10FFFF ? 0 : size};
 }
 
+// Also a half of a character that UTF-16 has two for, which is no character then.
 inline void add_character(std::string &text, uint32_t code) {
     const unsigned more = code < 0x80 ? 0 : code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
     const uint32_t lead = more == 0 ? 0 : 0xF80u >> more & 0xFF; // says how many bytes follow

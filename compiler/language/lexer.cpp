@@ -1,6 +1,7 @@
 #include "compiler/language/lexer.h"
 
 #include "base/ascii.h"
+#include "base/utf8.h"
 #include "base/visible.h"
 
 #include <algorithm>
@@ -157,7 +158,7 @@ private:
     // A character of several bytes is one fault, and so is a row of the same.
     void unexpected_character() {
         size_t begin = at_++;
-        skip_while([](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; });
+        skip_while(tlvmsg::base::continues_character);
         std::string_view character = text_.substr(begin, at_ - begin);
         while (text_.substr(at_).starts_with(character)) {
             at_ += character.size();

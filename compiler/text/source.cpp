@@ -49,19 +49,9 @@ std::string_view without_mark(std::string_view text) {
     return text.substr(text.starts_with(mark) ? mark.size() : 0);
 }
 
-namespace {
-
-bool continues_character(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
-
-} // namespace
-
-size_t character_count(std::string_view utf8) {
-    return utf8.size() - static_cast<size_t>(std::count_if(utf8.begin(), utf8.end(), continues_character));
-}
-
 std::string_view characters(std::string_view utf8, size_t count) {
     size_t end = 0;
-    while (end < utf8.size() && (continues_character(utf8[end]) || count-- != 0)) {
+    while (end < utf8.size() && (tlvmsg::base::continues_character(utf8[end]) || count-- != 0)) {
         ++end;
     }
     return utf8.substr(0, end);

@@ -2,6 +2,8 @@
 // lines and columns are worked out here, when a fault is shown.
 #pragma once
 
+#include "base/utf8.h"
+
 #include <cstdint>
 #include <deque>
 #include <optional>
@@ -55,7 +57,7 @@ private:
 // Leaves out the byte-order mark that some editors put before UTF-8.
 std::string_view without_mark(std::string_view text);
 
-size_t character_count(std::string_view utf8);
+using tlvmsg::base::character_count;
 std::string_view characters(std::string_view utf8, size_t count); // the first so many
 
 } // namespace tlvc

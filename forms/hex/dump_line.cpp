@@ -1,6 +1,7 @@
 #include "forms/hex/dump_line.h"
 
 #include "base/ascii.h"
+#include "base/utf8.h"
 
 #include <algorithm>
 
@@ -9,12 +10,6 @@ namespace tlvmsg::forms {
 namespace {
 
 std::string_view digits_of(std::string_view word) { return word.substr(word.starts_with("0x") ? 2 : 0); }
-
-bool continues_character(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
-
-size_t characters(std::string_view text) {
-    return text.size() - static_cast<size_t>(std::ranges::count_if(text, continues_character));
-}
 
 // What is printable of the bytes stands there: a blank may divide it, blanks at its end may be missing.
 bool shows(std::string_view beside, const Bytes &bytes) {
@@ -34,7 +29,7 @@ bool shows(std::string_view beside, const Bytes &bytes) {
             return false;
         }
         at += ended ? 0 : 1;
-        while (!base::is_ascii(c) && at < beside.size() && continues_character(beside[at])) {
+        while (!base::is_ascii(c) && at < beside.size() && base::continues_character(beside[at])) {
             ++at;
         }
     }
@@ -87,7 +82,7 @@ void divide(DumpLine &line, std::string_view rest) {
             }
         }
         if (!group) {
-            if (column > 0 && characters(rest.substr(column)) <= bytes_before) {
+            if (column > 0 && base::character_count(rest.substr(column)) <= bytes_before) {
                 line.groups.resize(groups_before);
                 line.bytes.resize(bytes_before);
                 line.beside = rest.substr(column);

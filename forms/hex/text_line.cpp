@@ -1,6 +1,7 @@
 #include "forms/hex/text_line.h"
 
 #include "base/ascii.h"
+#include "base/utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -120,18 +121,6 @@ size_t label_size(std::string_view line, bool first) {
 
 // ---- Encodings ----
 
-// A character of Unicode as UTF-8; those beyond 16 bits come as their two halves, which are no bytes anyway.
-void add_character(std::string &text, unsigned unit) {
-    if (unit < 0x80) {
-        text += static_cast<char>(unit);
-    } else if (unit < 0x800) {
-        text += {static_cast<char>(0xC0 | unit >> 6), static_cast<char>(0x80 | (unit & 0x3F))};
-    } else {
-        text += {static_cast<char>(0xE0 | unit >> 12), static_cast<char>(0x80 | (unit >> 6 & 0x3F)),
-                 static_cast<char>(0x80 | (unit & 0x3F))};
-    }
-}
-
 bool is_printable(char c) { return (c >= ' ' && c < '\x7F') || contains("\t\n\f\r", c); }
 
 // Which byte of two is the higher one; nothing when the text is not UTF-16. A mark says that it is, or else all
@@ -173,9 +162,9 @@ bool is_utf16(std::string_view text) { return utf16_high(text).has_value(); }
 std::string normalized(std::string_view text) {
     std::string utf8;
     if (const std::optional<size_t> high = utf16_high(text)) {
-        for (size_t at = 0; at < text.size(); at += 2) {
+        for (size_t at = 0; at < text.size(); at += 2) { // two halves of a character are no bytes anyway
             const auto byte = [&](size_t i) { return static_cast<unsigned char>(text[at + i]); };
-            add_character(utf8, static_cast<unsigned>(byte(*high) << 8 | byte(1 - *high)));
+            base::add_character(utf8, static_cast<uint32_t>(byte(*high) << 8 | byte(1 - *high)));
         }
         text = utf8;
     }
