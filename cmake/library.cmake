@@ -13,7 +13,10 @@ function(tlvmsg_add_library name)
         set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
                                                  LINKER_LANGUAGE ${arg_LANGUAGE})
         tlvmsg_exports(${name} ${arg_EXPORTS})
-        target_link_options(${name} PRIVATE -Wl,-z,defs -Wl,--gc-sections ${arg_OPTIONS})
+        target_link_options(${name} PRIVATE -Wl,--gc-sections ${arg_OPTIONS})
+        if(NOT TLVMSG_SANITIZED) # clang's run time of sanitizers is in programs alone
+            target_link_options(${name} PRIVATE -Wl,-z,defs)
+        endif()
         target_link_libraries(${name} PUBLIC ${arg_NEEDS})
         set(static ${name}_static)
     endif()

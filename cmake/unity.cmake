@@ -16,3 +16,8 @@ function(tlvmsg_compile_by_folder target)
     endforeach()
     set_target_properties(${target} PROPERTIES UNITY_BUILD ${TLVMSG_UNITY} UNITY_BUILD_MODE GROUP)
 endfunction()
+
+# Those of a test program lie in one folder, and are compiled a few as one.
+function(tlvmsg_compile_in_batches target)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ${TLVMSG_UNITY} UNITY_BUILD_BATCH_SIZE 5)
+endfunction()

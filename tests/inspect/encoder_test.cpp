@@ -30,7 +30,7 @@ TEST(Encoding, SendsTheBlockOfDynamicBytes) {
 }
 
 // Whatever room there is said to be, and nothing is written.
-std::string refusal(const char *name, const void *record) {
+std::string encode_refusal(const char *name, const void *record) {
     const tlvmsg_type *type = tlvmsg_type_find(name);
     tlvmsg_fault fault[2];
     size_t size[2] = {1, 1};
@@ -66,13 +66,15 @@ TEST(Encoding, OfNothingNeedsNoOutput) {
 TEST(Encoding, RefusesWhatTheWireCannotSay) {
     zel_mac_addr mac{};
     mac.mac.count = 7;
-    EXPECT_EQ(refusal("zel_mac_addr", &mac), "count-exceeds-capacity at 4: zel_mac_addr.mac.count, 7, 6");
+    EXPECT_EQ(encode_refusal("zel_mac_addr", &mac),
+              "count-exceeds-capacity at 4: zel_mac_addr.mac.count, 7, 6");
     mac.mac.count = 65535;
-    EXPECT_EQ(refusal("zel_mac_addr", &mac), "count-exceeds-capacity at 4: zel_mac_addr.mac.count, 65535, 6");
+    EXPECT_EQ(encode_refusal("zel_mac_addr", &mac),
+              "count-exceeds-capacity at 4: zel_mac_addr.mac.count, 65535, 6");
 
     if_name name{};
     name.name.count = 2;
-    EXPECT_EQ(refusal("if_name", &name), "items-missing at 9: if_name.name.count, 2, 0");
+    EXPECT_EQ(encode_refusal("if_name", &name), "items-missing at 9: if_name.name.count, 2, 0");
 
     // 65,535 bytes hold the count's element, the characters and the terminator, and the structure has another
     // number of eight bytes and the array's header.
@@ -80,11 +82,13 @@ TEST(Encoding, RefusesWhatTheWireCannotSay) {
     zel_vstring text{};
     text.characters.bytes = characters.data();
     text.characters.count = 70000;
-    EXPECT_EQ(refusal("zel_vstring", &text), "value-too-long at 12: zel_vstring.characters, 70000, 65535");
+    EXPECT_EQ(encode_refusal("zel_vstring", &text),
+              "value-too-long at 12: zel_vstring.characters, 70000, 65535");
     text.characters.count = 65529;
-    EXPECT_EQ(refusal("zel_vstring", &text), "value-too-long at 12: zel_vstring.characters, 65536, 65535");
+    EXPECT_EQ(encode_refusal("zel_vstring", &text),
+              "value-too-long at 12: zel_vstring.characters, 65536, 65535");
     text.characters.count = 65517;
-    EXPECT_EQ(refusal("zel_vstring", &text), "value-too-long at 0: zel_vstring, 65536, 65535");
+    EXPECT_EQ(encode_refusal("zel_vstring", &text), "value-too-long at 0: zel_vstring, 65536, 65535");
     text.characters.count = 65516;
     size_t size = 0;
     EXPECT_TRUE(tlvmsg_size(tlvmsg_type_find("zel_vstring"), &text, &size, nullptr));

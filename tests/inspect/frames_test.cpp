@@ -1,5 +1,6 @@
 // Frames: any framing, any stream, cut anywhere, against a model that sees the whole stream at once.
 #include "support/guarded.h"
+#include "support/hex.h"
 #include "support/osal_double/osal_double.h"
 
 #include <tlvmsg/bounded/common.h>
@@ -18,8 +19,6 @@
 namespace tlvmsg_test {
 
 namespace {
-
-using Bytes = std::vector<uint8_t>;
 
 constexpr uint8_t first_byte = 0xF5;
 
