@@ -6,7 +6,7 @@
 root=$work/root
 trap 'umount "$root/proc" 2>/dev/null || true; rm -rf "$work"' EXIT
 mirror=$(sed -n 's/^URIs: //p;s/^deb \(\[.*\] \)\?\([^ ]*\) .*/\2/p' /etc/apt/sources.list /etc/apt/sources.list.d/* 2>/dev/null | head -n 1)
-quietly mmdebstrap --variant=apt --include=ca-certificates bookworm "$root" "$mirror"
+quietly mmdebstrap --variant=apt --include=ca-certificates "$(. /etc/os-release && echo "$VERSION_CODENAME")" "$root" "$mirror"
 mount -t proc proc "$root/proc"
 mkdir "$root/packages" "$root/sources"
 cp "$1"/*.deb "$root/packages"
