@@ -11,8 +11,8 @@
  *         std::cerr << request.fault << '\n';
  *     }
  *
- * fmt::print and std::print print the same, where the compiler finds <fmt/core.h> or its library has <format>, which may
- * be included before or behind this header. They take records and owners as they are, arrays by tlvmsg::show(array).
+ * fmt::print and std::print print the same, where the compiler finds <fmt/format.h> or its library has <format>, which
+ * may be included before or behind this header. They take records and owners as they are, arrays by tlvmsg::show(array).
  * Streams take owners, and records by tlvmsg::show(record); or as they are, since records are global, behind
  * `using tlvmsg::operator<<;`.
  *
@@ -28,8 +28,8 @@
 #include <ostream>
 #include <string>
 
-#if __has_include(<fmt/core.h>)
-#include <fmt/core.h>
+#if __has_include(<fmt/format.h>)
+#include <fmt/format.h>
 #endif
 #ifdef __cpp_lib_format
 #include <format>
@@ -163,10 +163,10 @@ concept formattable = printable<T> && !array_type<T>;
 
 #ifdef FMT_VERSION
 template <tlvmsg::detail::formattable T>
-struct fmt::formatter<T> : fmt::formatter<std::string_view> {
+struct fmt::formatter<T> : fmt::formatter<fmt::string_view> {
     template <class Context>
     auto format(const T &value, Context &context) const {
-        return fmt::formatter<std::string_view>::format(tlvmsg::to_string(value), context);
+        return fmt::formatter<fmt::string_view>::format(tlvmsg::to_string(value), context);
     }
 };
 #endif

@@ -4,8 +4,6 @@
 #include <tlvmsg/tlvmsg_format.hpp>
 #include <tlvmsg/voice.hpp>
 
-#include <fmt/format.h>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
