@@ -198,8 +198,9 @@ Option add_number(Command command, const std::string &name, Value &value, const 
         value = static_cast<Number>(number.value_or(0));
         return number.has_value();
     };
-    return command.add_argument(name + " N", description, "is no number from 0 to " + std::to_string(most),
-                                take);
+    // Newer compilers warn of what + makes of temporary strings.
+    const std::string refusal = std::string("is no number from 0 to ").append(std::to_string(most));
+    return command.add_argument(name + " N", description, refusal, take);
 }
 
 } // namespace tlvmsg::cli
