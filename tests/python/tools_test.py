@@ -128,7 +128,7 @@ def test_the_wheel_works_by_itself(tmp_path):
     finally:
         del sys.path[0]
     wheel = backend.build_wheel(tmp_path, {"package": str(PACKAGE)})
-    assert re.fullmatch(r"tlvmsg-.*-cp311-abi3-manylinux_2_(1\d|2\d|3[0-6])_.*\.whl", wheel)
+    assert re.fullmatch(r"tlvmsg-.*-cp311-abi3-manylinux_2_\d\d_.*\.whl", wheel)
     subprocess.run([sys.executable, "-m", "venv", tmp_path / "venv"], check=True)
     bare = {"PATH": str(tmp_path / "venv/bin"), "HOME": str(tmp_path)}
     subprocess.run([tmp_path / "venv/bin/pip", "install", "-q", "--no-index", tmp_path / wheel], check=True, env=bare)

@@ -5,6 +5,8 @@
 #include "tools/types/lookup.h"
 #include "tools/wireshark/tables.h"
 
+#include <fmt/format.h>
+
 #include <cstdlib>
 #include <pwd.h>
 #include <unistd.h>
@@ -49,6 +51,10 @@ int run(const Options &options) {
     const std::string path = fmt::format("{}/.local/lib/wireshark/plugins/{}.lua", home(), options.name);
     base::replace_file(path, wireshark_dissector(options.name));
     print(path + "\n");
+    if (geteuid() == 0) { // which nobody would see otherwise
+        fmt::print(stderr,
+                   "tlv: this is root's: Wireshark 4.4 and newer load for root what all users have\n");
+    }
     return exit_fine;
 }
 
