@@ -307,7 +307,9 @@ class Dissector(unittest.TestCase):
         self.assertEqual((shows.stdout.decode(), b"Error" in shows.stderr, shows.returncode), (LED + "\n", False, 0))
 
     def test_installs_where_wireshark_looks(self):
-        path = run(TLV, "wireshark", "--install").decode().strip()
+        installed = subprocess.run([TLV, "wireshark", "--install"], capture_output=True, check=True)
+        self.assertEqual(b"for root" in installed.stderr, os.geteuid() == 0)
+        path = installed.stdout.decode().strip()
         self.addCleanup(os.remove, path)
         run("cmp", path, "tlvmsg.lua")
         self.assertIn(os.path.dirname(path) + "\n", run("tshark", "-G", "folders").decode())

@@ -51,9 +51,10 @@ int run(const Options &options) {
     const std::string path = fmt::format("{}/.local/lib/wireshark/plugins/{}.lua", home(), options.name);
     base::replace_file(path, wireshark_dissector(options.name));
     print(path + "\n");
-    if (geteuid() == 0) { // which nobody would see otherwise
+    if (geteuid() == 0) {
         fmt::print(stderr,
-                   "tlv: this is root's: Wireshark 4.4 and newer load for root what all users have\n");
+                   "tlv: Wireshark 4.4 and newer do not load this for root, only what is installed for all "
+                   "users\n");
     }
     return exit_fine;
 }
