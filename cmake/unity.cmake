@@ -11,6 +11,7 @@ function(tlvmsg_compile_by_folder target)
         if(folder IN_LIST ARGN)
             set_source_files_properties(${source} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
         endif()
+        string(REPLACE "${PROJECT_SOURCE_DIR}/" "" folder "${folder}") # the group names an object in archives
         string(MAKE_C_IDENTIFIER "${target}_${folder}" group)
         set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${group})
     endforeach()
