@@ -110,6 +110,7 @@ bool Bench::check(const Bytes &input) {
 void Bench::check_accepted(const uint8_t *in, size_t size, const tlvmsg_extent &extent) {
     EXPECT_LE(extent.consumed, extent.examined);
     EXPECT_LE(extent.examined, size);
+    EXPECT_TRUE(std::ranges::all_of(extent.reserved, [](uintptr_t word) { return word == 0; }));
     EXPECT_EQ(extent.deviations > 0, extent.first_deviation.code != TLVMSG_OK);
     EXPECT_TRUE(extent.deviations == 0 || path_resolves(extent.first_deviation.path))
         << extent.first_deviation.path;
