@@ -7,13 +7,16 @@ LED = "analogbri_led_control_req_message"
 UDP, TCP = 17, 6
 PORT = 30000  # of the first message; nobody else has those behind it
 DECODE_AS = ("-d", "udp.port==9000,tlvmsg")
-# For root, Wireshark 4.4 loads no scripts.
-SOMEONE = {"user": "nobody", "group": "nogroup", "extra_groups": []} if os.geteuid() == 0 else {}
 
 
 def run(*command, **options):
-    someone = SOMEONE if command[0] == "tshark" else {}
-    return subprocess.run(command, capture_output=True, timeout=120, check=True, **someone, **options).stdout
+    return subprocess.run(command, capture_output=True, timeout=120, check=True, **options).stdout
+
+
+def tshark(*arguments, check=True):
+    """For root, Wireshark 4.4 loads no scripts."""
+    someone = {"user": "nobody", "group": "nogroup", "extra_groups": []} if os.geteuid() == 0 else {}
+    return subprocess.run(("tshark", *arguments), capture_output=True, timeout=120, check=check, **someone)
 
 
 def sample(name, *options):
@@ -38,7 +41,7 @@ def dissect(packets, *options, names=("tlvmsg",), **prefs):
     options += tuple(f"-Xlua_script:{name}.lua" for name in names)
     options += tuple(f"-otlvmsg.{name}:{value}" for name, value in prefs.items())
     path = packets if isinstance(packets, str) else capture(packets)
-    text = run("tshark", *options, "-r", path, "-T", "pdml", "-J", " ".join(names)).decode()
+    text = tshark(*options, "-r", path, "-T", "pdml", "-J", " ".join(names)).stdout.decode()
     assert "Lua Error" not in text, text[text.index("Lua Error"):][:400]
     return [[proto for proto in packet if proto.get("name") in names] for packet in xml.fromstring(text)]
 
@@ -241,9 +244,9 @@ class Dissector(unittest.TestCase):
         self.assertEqual(shown(unknown, "tlvmsg.element.tag"), ["2000"] * 20)
         self.assertEqual(len(shown(unknown, "tlvmsg.ifid.value_1")), 21)
         wrong = ["-otlvmsg.types:udp/1=nonsense sctp/1=ifid,udp/65536=ifid", "-otlvmsg.framing:length:2@2+3"]
-        tshark = subprocess.run(["tshark", "-Xlua_script:tlvmsg.lua", *wrong, "-r", "x.pcap"], capture_output=True, **SOMEONE)
+        shows = tshark("-Xlua_script:tlvmsg.lua", *wrong, "-r", "x.pcap", check=False)
         for text in (b"type 'nonsense'", b"'sctp/1=ifid' is none", b"'udp/65536=ifid' is none", b"+3' is none"):
-            self.assertIn(text, tshark.stderr)
+            self.assertIn(text, shows.stderr)
 
     def test_keys(self):
         shape = "{ app_sess_hdr session  ifid interface }"
@@ -303,7 +306,7 @@ class Dissector(unittest.TestCase):
         os.link("tlvmsg.lua", "again.lua")
         loads = [f"-Xlua_script:{name}.lua" for name in ("tlvmsg", "again")]
         one = capture([(UDP, 9000, sample(LED))])
-        shows = subprocess.run(["tshark", *loads, *DECODE_AS, "-r", one, "-Tfields", "-etlvmsg.message"], capture_output=True, **SOMEONE)
+        shows = tshark(*loads, *DECODE_AS, "-r", one, "-Tfields", "-etlvmsg.message", check=False)
         self.assertEqual((shows.stdout.decode(), b"Error" in shows.stderr, shows.returncode), (LED + "\n", False, 0))
 
     def test_installs_where_wireshark_looks(self):
@@ -312,7 +315,7 @@ class Dissector(unittest.TestCase):
         path = installed.stdout.decode().strip()
         self.addCleanup(os.remove, path)
         run("cmp", path, "tlvmsg.lua")
-        self.assertIn(os.path.dirname(path) + "\n", run("tshark", "-G", "folders").decode())
+        self.assertIn(os.path.dirname(path) + "\n", tshark("-G", "folders").stdout.decode())
 
 
 if __name__ == "__main__":

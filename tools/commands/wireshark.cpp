@@ -5,8 +5,6 @@
 #include "tools/types/lookup.h"
 #include "tools/wireshark/tables.h"
 
-#include <fmt/format.h>
-
 #include <cstdlib>
 #include <pwd.h>
 #include <unistd.h>
@@ -52,9 +50,8 @@ int run(const Options &options) {
     base::replace_file(path, wireshark_dissector(options.name));
     print(path + "\n");
     if (geteuid() == 0) {
-        fmt::print(stderr,
-                   "tlv: Wireshark 4.4 and newer do not load this for root, only what is installed for all "
-                   "users\n");
+        complain(
+            "tlv: Wireshark 4.4 and newer do not load this for root, only what is installed for all users");
     }
     return exit_fine;
 }
